@@ -1,0 +1,6 @@
+#pragma once
+
+/// Puts the document into the state of a new panel. Spare elements (element 48 of the item arrays
+/// but the three communications settings, row 48 of the tables, element 8 of device inputs) keep
+/// what they held. Touches neither CurrentFileName nor DataChanged.
+void LoadDefaults();

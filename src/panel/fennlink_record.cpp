@@ -1,0 +1,3 @@
+#include "panel/fennlink_record.h"
+
+FennlinkRecordsType FennlinkRecords;

@@ -1,0 +1,20 @@
+#include "panel/panel_record.h"
+
+#include <algorithm>
+
+#include "panel/checked_arithmetic.h"
+
+PanelRecordType PanelRecord;
+
+void SubscriptOutOfRange(int first, int second) {
+  throw RunTimeFailure("Subscript out of range: (" + std::to_string(first) + ", " +
+                       std::to_string(second) + ").");
+}
+
+Int16 PanelIOCount() {
+  Int16 sum = 0;
+  for (int node = 0; node < NodeCount; ++node) {
+    sum = ToInt16(sum + ToInt16(PanelRecord.IOCount(node) * 4));
+  }
+  return std::min<Int16>(sum, ItemCount);
+}

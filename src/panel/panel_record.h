@@ -1,0 +1,94 @@
+#pragma once
+
+#include <string>
+
+#include "panel/fixed_array.h"
+
+constexpr int ItemCount = 48;   ///< Relays, groups, inputs, timers and presets: 48 of each at most.
+constexpr int SpareItem = 48;   ///< The last element of each item array; no item.
+constexpr int NodeCount = 12;   ///< Nodes that carry four-point I/O blocks.
+constexpr Int16 NoEntry = 100;  ///< A date cell of this value has no open or close time.
+
+using ItemArray = FixedArray<Int16, 49>;
+using ItemTable = FixedArray<Int16, 49, 49>;
+using NameArray = FixedArray<std::string, 49>;
+using DateTable = FixedArray<Int16, 13, 32>;  ///< (month, date), both counted from 0.
+
+/// The configuration of one panel apart from its bus devices and dimmers, in stored order.
+/// Items are elements 0 to 47. Flags are -1 when set. Names are Windows-1252 bytes.
+struct PanelRecordType {
+  std::string PanelName;
+  ItemTable InputRelayControl;  ///< (input, relay): action code.
+  ItemTable InputGroupControl;  ///< (input, group): action code.
+  ItemArray InputPreset;        ///< Preset index of a Set Preset input.
+  ItemArray RelayTimerType;
+  ItemArray RelayPowerOnType;
+  ItemArray InputType;
+  ItemArray InputEnableTime;               ///< Quarter hours since midnight.
+  ItemArray InputDisableTime;              ///< Quarter hours since midnight.
+  FixedArray<Int32, 49> InputTimedOnTime;  ///< Minutes, 5 to 999.
+  ItemTable GroupRelayInclude;             ///< (group, relay): non-zero when a member.
+  ItemArray LocalPilot;                    ///< Kind * 64 + index.
+  ItemTable TimerRelayControl;             ///< (timer, relay): 1 on, 2 off.
+  ItemTable TimerGroupControl;             ///< (timer, group): 1 on, 2 off.
+  ItemTable TimerPresetControl;            ///< (timer, preset): non-zero runs it.
+  ItemTable PresetRelayControl;            ///< (preset, relay): 1 on, 2 off.
+  FixedArray<Int16, 8> NormalOpenTime;     ///< Quarter hours, by weekday from Sunday.
+  FixedArray<Int16, 8> NormalCloseTime;
+  DateTable DateOpenTime;  ///< Quarter hours, or NoEntry.
+  DateTable DateCloseTime;
+  NameArray RelayName;
+  NameArray GroupName;
+  NameArray InputName;
+  NameArray TimerName;      ///< Element 48 is the modem's phone number.
+  NameArray PresetName;     ///< Element 48 is the panel's TCP/IP address.
+  ItemArray TimerTimeType;  ///< Element 48 is the connection type.
+  ItemArray TimerTime;
+  ItemArray TimerDays;  ///< A set bit leaves the day out.
+  ItemArray TimerHolidayMonth;
+  ItemArray TimerHolidayDate;
+  Int16 BlinkAlertMinutes = 0;
+  Int16 OverrideMinutes = 0;
+  Int16 AlarmSeconds = 0;
+  Int16 TimedOnOperation = 0;
+  Int16 OffHoursSweepInterval = 0;  ///< Hours less one.
+  ItemArray OffHoursSweepRelay;
+  ItemArray OffHoursSweepGroup;
+  Int16 DSTEnabled = 0;
+  Int16 DSTStartWeek = 0;
+  Int16 DSTStartMonth = 0;
+  Int16 DSTEndWeek = 0;
+  Int16 DSTEndMonth = 0;
+  Int16 Latitude = 0;   ///< Degrees north.
+  Int16 Longitude = 0;  ///< Degrees west.
+  Int16 TimeZone = 0;
+  Int16 RTCSource = 0;
+  Int16 PhotocellFilter = 0;
+  Int16 AddOnModuleType = 0;
+  FixedArray<Int16, 13> IOCount;  ///< Four-point blocks of each node; element 12 is spare.
+  Int16 ComPort = 0;              ///< 1 to 16.
+  ItemArray DMXChannel;           ///< 1 to 512, 0 is none.
+  Int16 DMXOnLevel = 0;           ///< Percent.
+  Int16 DMXOffLevel = 0;          ///< Percent.
+  Int16 DMXFilter = 0;
+  Int16 ModBusMode = 0;
+  Int16 ModBusBaud = 0;
+  Int16 ModBusParity = 0;
+};
+
+extern PanelRecordType PanelRecord;
+
+/// Installed I/O points, 0 to 48: the bound of all lists of relays and inputs.
+/// Throws RunTimeFailure when a damaged record overflows the sum.
+Int16 PanelIOCount();
+
+/// The three spare elements that hold the communications settings.
+inline Int16& ConnectionType() {
+  return PanelRecord.TimerTimeType(SpareItem);
+}
+inline std::string& PhoneNumber() {
+  return PanelRecord.TimerName(SpareItem);
+}
+inline std::string& TcpAddress() {
+  return PanelRecord.PresetName(SpareItem);
+}

@@ -1,0 +1,26 @@
+#include "panel/program_state.h"
+
+#include <QDir>
+
+Int16 Connected = 0;
+QString CurrentFileName = NoFileName;
+Int16 DataChanged = 0;
+QString DocumentFileName;
+FixedArray<Int16, 12> DocumentSectionOff;
+QString HostSoftwareVersion;
+
+QString DataFolder() {
+#ifdef Q_OS_WIN
+  return QStringLiteral("C:\\Orv Tamberloom 3");
+#else
+  return QDir::homePath() + QStringLiteral("/Orv Tamberloom 3");
+#endif
+}
+
+QString DataPath(const QString& name) {
+  return QDir::toNativeSeparators(DataFolder() + u'/' + name);
+}
+
+QString DiagnosticsFileName() {
+  return DataPath(QStringLiteral("Tamberloom 3 Diagnostics.T3"));
+}

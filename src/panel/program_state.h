@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QString>
+#include <string>
+
+#include "panel/fixed_array.h"
+
+// The state of the running program that belongs to the document but not to the file.
+
+extern Int16 Connected;                           ///< Non-zero while a panel link is up.
+extern QString CurrentFileName;                   ///< Path of the open file, or NoFileName.
+extern Int16 DataChanged;                         ///< -1 when edits are unsaved.
+extern QString DocumentFileName;                  ///< Target of the text document.
+extern FixedArray<Int16, 12> DocumentSectionOff;  ///< -1 for each section left out of the document.
+extern QString HostSoftwareVersion;
+
+inline const QString ProgramTitle = QStringLiteral("Orv Tamberloom 3");
+inline const QString NoFileName = QStringLiteral("None");
+
+/// The folder that holds the user's projects: "Orv Tamberloom 3" in the home folder, on Windows on
+/// drive C.
+QString DataFolder();
+
+/// The path of `name` below the data folder.
+QString DataPath(const QString& name);
+
+/// The project path whose presence as the current file offers the network diagnostics.
+QString DiagnosticsFileName();

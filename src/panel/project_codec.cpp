@@ -1,0 +1,143 @@
+#include "panel/project_codec.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+#include <limits>
+
+static_assert(std::endian::native == std::endian::little,
+              "the file is little-endian and is copied as it stands");
+
+namespace {
+
+template <typename Archive, typename Panel>
+void PanelLayout(Archive& archive, Panel& panel) {
+  archive(panel.PanelName, panel.InputRelayControl, panel.InputGroupControl, panel.InputPreset,
+          panel.RelayTimerType, panel.RelayPowerOnType, panel.InputType, panel.InputEnableTime,
+          panel.InputDisableTime, panel.InputTimedOnTime, panel.GroupRelayInclude, panel.LocalPilot,
+          panel.TimerRelayControl, panel.TimerGroupControl, panel.TimerPresetControl,
+          panel.PresetRelayControl, panel.NormalOpenTime, panel.NormalCloseTime, panel.DateOpenTime,
+          panel.DateCloseTime);
+  archive(panel.RelayName, panel.GroupName, panel.InputName, panel.TimerName, panel.PresetName);
+  archive(panel.TimerTimeType, panel.TimerTime, panel.TimerDays, panel.TimerHolidayMonth,
+          panel.TimerHolidayDate, panel.BlinkAlertMinutes, panel.OverrideMinutes,
+          panel.AlarmSeconds, panel.TimedOnOperation, panel.OffHoursSweepInterval,
+          panel.OffHoursSweepRelay, panel.OffHoursSweepGroup, panel.DSTEnabled, panel.DSTStartWeek,
+          panel.DSTStartMonth, panel.DSTEndWeek, panel.DSTEndMonth, panel.Latitude, panel.Longitude,
+          panel.TimeZone, panel.RTCSource, panel.PhotocellFilter, panel.AddOnModuleType,
+          panel.IOCount, panel.ComPort, panel.DMXChannel, panel.DMXOnLevel, panel.DMXOffLevel,
+          panel.DMXFilter, panel.ModBusMode, panel.ModBusBaud, panel.ModBusParity);
+}
+
+template <typename Archive, typename Device>
+void DeviceLayout(Archive& archive, Device& device) {
+  archive(device.DeviceType, device.DeviceName, device.DeviceInputType, device.DeviceTimedOnTime,
+          device.DevicePilot, device.DeviceOffLevel, device.DeviceOnLevel, device.DeviceReserved,
+          device.DeviceRelayControl, device.DeviceGroupControl, device.DevicePreset);
+}
+
+template <typename Archive, typename Panel, typename Devices, typename Dimmers>
+void ProjectLayout(Archive& archive, Panel& panel, Devices& devices, Dimmers& dimmers) {
+  PanelLayout(archive, panel);
+  for (auto& device : devices.elements) DeviceLayout(archive, device);
+  archive(dimmers);
+}
+
+class Encoder {
+ public:
+  explicit Encoder(std::string& bytes) : bytes_(bytes) {}
+
+  template <typename... Fields>
+  void operator()(const Fields&... fields) {
+    (Field(fields), ...);
+  }
+
+ private:
+  void Raw(const void* data, std::size_t size) {
+    bytes_.append(static_cast<const char*>(data), size);
+  }
+
+  void Field(Int16 value) { Raw(&value, sizeof value); }
+
+  void Field(const std::string& text) {
+    if (text.size() > static_cast<std::size_t>(std::numeric_limits<Int16>::max())) {
+      throw RunTimeFailure("A name of " + std::to_string(text.size()) +
+                           " characters is too long to be saved.");
+    }
+    Field(static_cast<Int16>(text.size()));
+    Raw(text.data(), text.size());
+  }
+
+  template <typename T, int First, int Second>
+  void Field(const FixedArray<T, First, Second>& table) {
+    if constexpr (std::is_arithmetic_v<T>) {
+      Raw(table.elements.data(), sizeof table.elements);
+    } else {
+      for (const auto& element : table.elements) Field(element);
+    }
+  }
+
+  std::string& bytes_;
+};
+
+class Decoder {
+ public:
+  explicit Decoder(std::string_view rest) : rest_(rest) {}
+
+  template <typename... Fields>
+  void operator()(Fields&... fields) {
+    (Field(fields), ...);
+  }
+
+ private:
+  /// Copies the whole elements that are there; a cut one ends the file.
+  template <typename T>
+  std::size_t Elements(T* elements, std::size_t count) {
+    const std::size_t there = std::min(count, rest_.size() / sizeof(T));
+    if (there > 0) std::memcpy(elements, rest_.data(), there * sizeof(T));
+    rest_.remove_prefix(there < count ? rest_.size() : there * sizeof(T));
+    return there;
+  }
+
+  void Field(Int16& value) { Elements(&value, 1); }
+
+  void Field(std::string& text) {
+    Int16 length = 0;
+    if (Elements(&length, 1) == 0) return;
+    if (length < 0) {
+      throw RunTimeFailure("a name in it has the length " + std::to_string(length) +
+                           ", so it is damaged or no project file");
+    }
+    const std::string_view there = rest_.substr(0, static_cast<std::size_t>(length));
+    text.assign(there);
+    rest_.remove_prefix(there.size());
+  }
+
+  template <typename T, int First, int Second>
+  void Field(FixedArray<T, First, Second>& table) {
+    if constexpr (std::is_arithmetic_v<T>) {
+      Elements(table.elements.data(), table.elements.size());
+    } else {
+      for (auto& element : table.elements) Field(element);
+    }
+  }
+
+  std::string_view rest_;
+};
+
+}  // namespace
+
+std::string EncodeProject(const PanelRecordType& panel, const FennlinkRecordsType& devices,
+                          const DimmerBlockType& dimmers) {
+  constexpr std::size_t roomForDefaultNames = 180'000;
+  std::string bytes;
+  bytes.reserve(roomForDefaultNames);
+  Encoder encoder(bytes);
+  ProjectLayout(encoder, panel, devices, dimmers);
+  return bytes;
+}
+
+void DecodeProject(std::string_view bytes, ProjectDocument& document) {
+  Decoder decoder(bytes);
+  ProjectLayout(decoder, document.Panel, document.Devices, document.Dimmers);
+}

@@ -1,0 +1,67 @@
+#include "panel/project_file.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <memory>
+
+#include "panel/program_state.h"
+#include "panel/project_codec.h"
+
+namespace {
+
+/// Far above the longest file that a panel with the longest names can have.
+constexpr qint64 LargestFile = 64 * 1024 * 1024;
+
+[[noreturn]] void Fail(const char* action, const QString& reason) {
+  throw RunTimeFailure(
+      QStringLiteral("Cannot %1 \"%2\": %3.")
+          .arg(QString::fromLatin1(action), QDir::toNativeSeparators(CurrentFileName), reason)
+          .toStdString());
+}
+
+/// Reads up to `limit` bytes from `offset` on; a file that is not there has none.
+QByteArray ReadBytes(const char* action, qint64 offset, qint64 limit) {
+  const QFileInfo info(CurrentFileName);
+  if (info.isDir()) Fail(action, QStringLiteral("it is a folder"));
+  if (info.exists() && !info.isFile()) Fail(action, QStringLiteral("it is not a regular file"));
+  QFile file(CurrentFileName);
+  if (!file.open(QIODevice::ReadOnly) || (offset > 0 && !file.seek(offset))) {
+    Fail(action, file.errorString());
+  }
+  QByteArray bytes = file.read(limit);
+  if (file.error() != QFileDevice::NoError) Fail(action, file.errorString());
+  return bytes;
+}
+
+}  // namespace
+
+void ReadProjectFile() {
+  const QByteArray bytes = ReadBytes("open", 0, LargestFile);
+  const auto document =
+      std::make_unique<ProjectDocument>(ProjectDocument{PanelRecord, FennlinkRecords, DimmerBlock});
+  try {
+    DecodeProject({bytes.constData(), static_cast<std::size_t>(bytes.size())}, *document);
+  } catch (const RunTimeFailure& failure) {
+    Fail("open", QString::fromUtf8(failure.what()));
+  }
+  PanelRecord = std::move(document->Panel);
+  FennlinkRecords = std::move(document->Devices);
+  DimmerBlock = document->Dimmers;
+  CheckLoadedData();
+}
+
+void WriteProjectFile() {
+  const std::string bytes = EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock);
+  const auto size = static_cast<qint64>(bytes.size());
+  QByteArray tail;
+  const QFileInfo old(CurrentFileName);
+  if (old.exists()) tail = ReadBytes("save", size, LargestFile);
+  QSaveFile file(CurrentFileName);
+  if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), size) != size ||
+      file.write(tail) != tail.size() || !file.commit()) {
+    Fail("save", file.errorString());
+  }
+}
+
+void CheckLoadedData() {}
