@@ -6,7 +6,7 @@
 
 /// The value as an Int16; throws RunTimeFailure ("Overflow") when it does not fit. Rules that are
 /// told in 16-bit arithmetic pass each intermediate result through this.
-inline Int16 ToInt16(long long value) {
+inline Int16 ToInt16(Int32 value) {
   if (value < std::numeric_limits<Int16>::min() || value > std::numeric_limits<Int16>::max()) {
     throw RunTimeFailure("Overflow: " + std::to_string(value) + " does not fit in 16 bits.");
   }
@@ -15,5 +15,5 @@ inline Int16 ToInt16(long long value) {
 
 /// The integer part of dividend / divisor, rounded towards minus infinity; divisor above 0.
 constexpr int FloorDiv(int dividend, int divisor) {
-  return dividend >= 0 ? dividend / divisor : -((-dividend + divisor - 1) / divisor);
+  return dividend / divisor - (dividend % divisor < 0 ? 1 : 0);
 }

@@ -11,7 +11,8 @@ namespace {
 void LoadItemDefaults() {
   auto& record = PanelRecord;
   for (int i = 0; i < ItemCount; ++i) {
-    const std::string number = (i < 9 ? "0" : "") + std::to_string(i + 1);
+    const std::string number = {static_cast<char>('0' + (i + 1) / 10),
+                                static_cast<char>('0' + (i + 1) % 10)};
     record.RelayName(i) = "RELAY " + number;
     record.GroupName(i) = "GROUP " + number;
     record.InputName(i) = "INPUT " + number;

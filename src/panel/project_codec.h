@@ -3,16 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "panel/dimmer_block.h"
-#include "panel/fennlink_record.h"
-#include "panel/panel_record.h"
-
-/// One panel's whole configuration, apart from the live one.
-struct ProjectDocument {
-  PanelRecordType Panel;
-  FennlinkRecordsType Devices;
-  DimmerBlockType Dimmers;
-};
+#include "panel/project_document.h"
 
 /// The bytes of a project file. Throws RunTimeFailure for a name above 32,767 bytes, which the
 /// format cannot hold.

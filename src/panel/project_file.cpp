@@ -3,7 +3,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QSaveFile>
-#include <memory>
 
 #include "panel/program_state.h"
 #include "panel/project_codec.h"
@@ -38,16 +37,13 @@ QByteArray ReadBytes(const char* action, qint64 offset, qint64 limit) {
 
 void ReadProjectFile() {
   const QByteArray bytes = ReadBytes("open", 0, LargestFile);
-  const auto document =
-      std::make_unique<ProjectDocument>(ProjectDocument{PanelRecord, FennlinkRecords, DimmerBlock});
   try {
-    DecodeProject({bytes.constData(), static_cast<std::size_t>(bytes.size())}, *document);
+    ChangeDocument([&bytes](ProjectDocument& document) {
+      DecodeProject({bytes.constData(), static_cast<std::size_t>(bytes.size())}, document);
+    });
   } catch (const RunTimeFailure& failure) {
     Fail("open", QString::fromUtf8(failure.what()));
   }
-  PanelRecord = std::move(document->Panel);
-  FennlinkRecords = std::move(document->Devices);
-  DimmerBlock = document->Dimmers;
   CheckLoadedData();
 }
 
