@@ -1,0 +1,140 @@
+#include "schedule/time_values.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+
+#include "config/words_table.h"
+#include "panel/format.h"
+
+namespace {
+
+constexpr int FirstRelativeType = 24;
+constexpr int OpenCloseBit = 0x80;
+constexpr int EventMask = 0x60;
+constexpr int EventStep = 0x20;
+constexpr int OffsetHighMask = 3;
+
+std::string Lower(std::string_view text) {
+  std::string lower(text);
+  std::transform(lower.begin(), lower.end(), lower.begin(),
+                 [](char c) { return static_cast<char>(std::tolower(c)); });
+  return lower;
+}
+
+std::string TimeInWords(TimerTimeValue time) {
+  const TimeKind kind = KindOfTime(time.Type);
+  if (kind == TimeKind::Normal) {
+    std::string text = MinuteText(time.Type * 60 + time.Time);
+    text.insert(text.size() - 1, " ");
+    return text + "M";
+  }
+  const int first = kind == TimeKind::Astro ? 0 : AstroEventCount;
+  std::string event = Lower(Word(RelativeEvents, first + EventOfTime(time.Type)));
+  if (kind == TimeKind::OpenClose) event += " time";
+  const int offset = OffsetOfTime(time);
+  if (offset == 0) return "at" + event.substr(event.find(' '));
+  return NumberText(offset) + " min " + event;
+}
+
+std::string DaysInWords(Int16 days) {
+  constexpr int dayCount = static_cast<int>(WeekdayNames.size());
+  const auto runs = [days](int day) { return day < dayCount && (days & (1 << day)) == 0; };
+  std::string text;
+  for (int day = 0; day < dayCount; ++day) {
+    if (!runs(day)) continue;
+    int last = day;
+    while (runs(last + 1)) ++last;
+    if (last - day == dayCount - 1) return "every day";
+    if (!text.empty()) text += ", ";
+    text += ShortName(Word(WeekdayNames, day));
+    if (last - day >= 2) {
+      text += " to ";
+      text += ShortName(Word(WeekdayNames, last));
+      day = last;
+    }
+  }
+  return text.empty() ? "on no day" : text;
+}
+
+}  // namespace
+
+std::string MinuteText(int minutes) {
+  const int minute = std::abs(minutes % MinutesPerDay);
+  const int hour = minute / 60;
+  std::string text;
+  AppendNumber(text, hour % 12 == 0 ? 12 : hour % 12);
+  text += ':';
+  AppendNumber(text, minute % 60, 2);
+  text += hour < 12 ? 'A' : 'P';
+  return text;
+}
+
+std::string QuarterHourText(int quarterHours) {
+  return MinuteText(quarterHours % QuarterHoursPerDay * 15);
+}
+
+TimeKind KindOfTime(Int16 type) {
+  if (type < FirstRelativeType) return TimeKind::Normal;
+  return (type & OpenCloseBit) == 0 ? TimeKind::Astro : TimeKind::OpenClose;
+}
+
+int EventOfTime(Int16 type) {
+  return (type & EventMask) / EventStep;
+}
+
+int OffsetOfTime(TimerTimeValue value) {
+  return (value.Type & OffsetHighMask) * 256 + value.Time;
+}
+
+TimerTimeValue WithEvent(TimerTimeValue value, int event) {
+  constexpr int allButEvent = 0xFF ^ EventMask;
+  value.Type = static_cast<Int16>((value.Type & allButEvent) + event * EventStep);
+  return value;
+}
+
+TimerTimeValue WithOffset(TimerTimeValue value, int offset) {
+  constexpr int allButOffset = 0xFF ^ OffsetHighMask;
+  return {static_cast<Int16>((value.Type & allButOffset) + offset / 256),
+          static_cast<Int16>(offset % 256)};
+}
+
+TimerTimeValue FirstTimeOf(TimeKind kind) {
+  switch (kind) {
+    case TimeKind::Astro:
+      return {FirstRelativeType, 0};
+    case TimeKind::OpenClose:
+      return {FirstRelativeType | OpenCloseBit, 0};
+    case TimeKind::Normal:
+      break;
+  }
+  return {};
+}
+
+int RelativeEventOf(Int16 type) {
+  constexpr int fixedBits = 0xFF ^ (OpenCloseBit | EventMask | OffsetHighMask);
+  const bool sound =
+      type >= FirstRelativeType && type <= 0xFF && (type & fixedBits) == FirstRelativeType;
+  return sound ? type / EventStep : -1;
+}
+
+std::string DayMaskText(Int16 days) {
+  std::string text(DayLetters);
+  for (std::size_t bit = 0; bit < text.size(); ++bit) {
+    if ((days & (1 << bit)) != 0) text[bit] = '-';
+  }
+  return text;
+}
+
+std::string TimerInWords(TimerTimeValue time, Int16 days, Int16 month, Int16 date) {
+  std::string text = TimeInWords(time) + ", ";
+  if (month != 0) {
+    const std::string_view name = Word(MonthNames, month - 1);
+    if (name.empty()) return text + "on no date of the year";
+    return text.append("on ").append(name).append(" ").append(NumberText(date));
+  }
+  text += DaysInWords(days);
+  const bool someDay = (days & 0x7F) != 0x7F;
+  if (someDay && (days & (1 << HolidayBit)) != 0) text += ", not on holidays";
+  return text;
+}
