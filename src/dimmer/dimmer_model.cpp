@@ -1,0 +1,88 @@
+#include "dimmer/dimmer_model.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+#include "panel/format.h"
+
+namespace {
+
+constexpr int FirstGotoCode = 3;
+constexpr int RampDownCode = 104;
+constexpr int RampUpCode = 105;
+constexpr int NeverCode = 1;
+
+/// A straight piece of the photocell's scale up to `Last`: (code - From) * Slope + Base.
+struct ScalePiece {
+  int Last;
+  int From;
+  int SlopeHundredths;
+  int Base;
+};
+
+/// The pieces do not meet: the scale steps where one ends.
+constexpr ScalePiece PhotocellScale[] = {
+    {75, 0, 5, 0},         {116, 72, 15, 4},      {137, 116, 30, 11},     {170, 138, 68, 18},
+    {181, 171, 125, 40},   {190, 182, 250, 55},   {203, 191, 340, 80},    {218, 204, 630, 125},
+    {228, 219, 2000, 220}, {233, 229, 5000, 450}, {237, 234, 10000, 700}, {240, 238, 20000, 1200},
+};
+constexpr Int16 FullDaylight = 1800;
+
+}  // namespace
+
+std::string ControlActionText(int code) {
+  switch (code) {
+    case 0:
+      return "Revert To Photocell";
+    case 1:
+      return "Lower 10%";
+    case 2:
+      return "Raise 10%";
+    case RampDownCode:
+      return "Ramp Down";
+    case RampUpCode:
+      return "Ramp Up";
+    default:
+      break;
+  }
+  if (code < FirstGotoCode || code > RampUpCode) return {};
+  return "Goto " + NumberText(code - FirstGotoCode) + '%';
+}
+
+std::string RevertWhenText(int code) {
+  if (code < 0 || code >= ControlRevertCount) return {};
+  if (code == 0) return "When Input Opens";
+  if (code == NeverCode) return "Never";
+  return "After " + NumberText((code - 1) * 5) + " Min";
+}
+
+std::string ControlRevertText(int code) {
+  const std::string when = RevertWhenText(code);
+  if (when.empty()) return {};
+  return code == NeverCode ? when + " Revert" : "Revert " + when;
+}
+
+std::string ControlTypeListText(int type) {
+  const std::string_view word =
+      type == ControlInvertInput ? std::string_view("Invert In") : Word(ControlTypes, type);
+  return word.empty() ? std::string() : "Control - " + std::string(word);
+}
+
+Int16 CodeToFootCandles(Int16 code) {
+  if (code < 0) return FullDaylight;
+  const auto* piece = std::find_if(std::begin(PhotocellScale), std::end(PhotocellScale),
+                                   [code](const ScalePiece& p) { return code <= p.Last; });
+  if (piece == std::end(PhotocellScale)) return FullDaylight;
+  return static_cast<Int16>((code - piece->From) * piece->SlopeHundredths / 100 + piece->Base);
+}
+
+int ShownPercent(int level) {
+  return static_cast<int>(std::lround(level / 2.55));
+}
+
+void LimitControlNumber(Int16 dev, Int16 out, Int16 ctl, int controlDevice) {
+  if (controlDevice > 0 && DimGetCtlNumber(dev, out, ctl) >= ControlInputCount(controlDevice)) {
+    DimSetCtlNumber(dev, out, ctl, 0);
+  }
+}

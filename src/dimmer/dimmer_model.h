@@ -1,0 +1,66 @@
+#pragma once
+
+#include <string>
+
+#include "config/words_table.h"
+#include "panel/dimmer_block.h"
+
+constexpr int FadeRateCount = 43;        ///< Indices of the fade list.
+constexpr int ControlActionCount = 106;  ///< Action codes of a control slot.
+constexpr int ControlRevertCount = 122;  ///< Revert codes of a control slot.
+
+/// How an output follows its photocell.
+enum TrackMode : Int16 { TrackDisabled, Track2Point, TrackSetpoint, Track3Point };
+
+/// By track mode, as the document tells them.
+inline constexpr auto TrackModes =
+    std::to_array<std::string_view>({"Disabled", "2 Point", "Setpoint", "3 Point"});
+
+/// What operates a control slot.
+enum ControlType : Int16 {
+  ControlUnused,
+  ControlInput,
+  ControlTimer,
+  ControlPreset,
+  ControlInvertInput
+};
+
+/// By control type, as the document tells them.
+inline constexpr auto ControlTypes =
+    std::to_array<std::string_view>({"Unused", "Input", "Timer", "Preset", "Inv In"});
+
+/// Index 0 for a clear instant flag, index 1 for a set one.
+inline constexpr auto ControlFades = std::to_array<std::string_view>({"Fade", "Instant"});
+
+/// Seconds of a fade rate index, 0 to 42.
+constexpr int FadeSeconds(int index) {
+  return index < 16 ? 2 * index : 40 + 10 * (index - 16);
+}
+
+/// The text of an action code such as "Goto 50%"; empty outside 0 to 105.
+std::string ControlActionText(int code);
+
+/// When a slot reverts, as the document tells it, such as "After 5 Min"; empty outside 0 to 121.
+std::string RevertWhenText(int code);
+
+/// The same as the editor's list tells it: "Revert After 5 Min", "Never Revert".
+std::string ControlRevertText(int code);
+
+/// The text of a control type in the editor's list, such as "Control - Invert In".
+std::string ControlTypeListText(int type);
+
+/// Foot-candles of a photocell input, 0 to 240; 1800 for any other code.
+Int16 CodeToFootCandles(Int16 code);
+
+/// The percentage that screens show for a level byte on display: level / 2.55, rounded. Not the
+/// rule of the stored percent fields.
+int ShownPercent(int level);
+
+/// Inputs that a control slot can name: 48 hardwired (device 0) or 8 of a Fennlink device.
+constexpr int ControlInputCount(int controlDevice) {
+  return controlDevice > 0 ? 8 : 48;
+}
+
+/// Takes a slot that names an input which `controlDevice` has not got back to the first input.
+/// Timers and presets share the number, so this is for input slots.
+void LimitControlNumber(Int16 dev, Int16 out, Int16 ctl, int controlDevice);
