@@ -109,6 +109,11 @@ inline constexpr auto OffHoursSweepIntervals =
 inline constexpr auto PhotocellFilters =
     std::to_array<std::string_view>({"30 Second Average", "2 Second Average"});
 
+/// "30" of "30 Second Average".
+constexpr std::string_view FirstWord(std::string_view text) {
+  return text.substr(0, text.find(' '));
+}
+
 inline constexpr auto RTCSources =
     std::to_array<std::string_view>({"60 Hz AC Line", "Internal Crystal"});
 

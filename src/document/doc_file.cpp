@@ -1,0 +1,51 @@
+#include "document/doc_file.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QLocale>
+#include <QSaveFile>
+
+#include "config/words_table.h"
+#include "panel/code_page.h"
+#include "panel/panel_record.h"
+#include "panel/program_state.h"
+
+namespace {
+
+[[noreturn]] void Fail(const QString& reason) {
+  throw RunTimeFailure(QStringLiteral("Cannot write the document \"%1\": %2.")
+                           .arg(QDir::toNativeSeparators(DocumentFileName), reason)
+                           .toStdString());
+}
+
+}  // namespace
+
+std::string DocumentTimeStamp(const QDateTime& time) {
+  return QLocale::c().toString(time, QStringLiteral("hh:mm AP MM/dd/yyyy")).toStdString();
+}
+
+std::string RenderDocument(std::string_view timeStamp, const DocumentChoice& chosen) {
+  DocumentText text;
+  text.Title("Orv Tamberloom 3 Configuration Documentation File");
+  text.Cell("Host Software").Cell(FromUnicode(HostSoftwareVersion)).EndRow();
+  text.Cell("Tamberloom 3 File Name").Cell(FromUnicode(CurrentFileName)).EndRow();
+  text.Cell("Document Created").Cell(timeStamp).EndRow();
+  for (std::size_t i = 0; i < DocumentSections.size(); ++i) {
+    const bool offered = i != DMXSection || PanelRecord.AddOnModuleType == AddOnModuleDMX;
+    if (chosen[i] && offered) DocumentSections[i].Write(text);
+  }
+  text.Title("End Of File");
+  return text.Take();
+}
+
+void WriteDocumentFile(std::string_view document) {
+  const QFileInfo target(DocumentFileName);
+  if (target.isDir()) Fail(QStringLiteral("it is a folder"));
+  if (target.exists() && !target.isFile()) Fail(QStringLiteral("it is not a regular file"));
+  const auto size = static_cast<qint64>(document.size());
+  QSaveFile file(DocumentFileName);
+  if (!file.open(QIODevice::WriteOnly) || file.write(document.data(), size) != size ||
+      !file.commit()) {
+    Fail(file.errorString());
+  }
+}

@@ -1,0 +1,60 @@
+#include "config/words_table.h"
+#include "document/doc_sections.h"
+#include "panel/checked_arithmetic.h"
+#include "panel/fennlink_record.h"
+#include "panel/panel_record.h"
+
+namespace {
+
+constexpr int NumberMask = 63;
+
+int SourceOf(int pilot) {
+  return FloorDiv(pilot, NumberMask + 1);
+}
+
+int NumberOf(int pilot) {
+  return (pilot & NumberMask) + 1;
+}
+
+/// The local schedule lines its targets up; the bus schedule puts two blanks behind each.
+std::string LinedUp(std::string_view target) {
+  std::string word(target);
+  word.resize(7, ' ');
+  return word;
+}
+
+}  // namespace
+
+void DocLocalInputPilotSchedule(DocumentText& text) {
+  const auto& panel = PanelRecord;
+  text.Title("Local Input Pilot Schedule");
+  text.Header({"Input Number", "Input Name", "Pilot"});
+  const int ioCount = PanelIOCount();
+  for (int input = 0; input < ioCount; ++input) {
+    const int pilot = panel.LocalPilot(input);
+    const std::string_view source = Word(LocalPilotSources, SourceOf(pilot));
+    if (source.empty()) continue;
+    text.Cell(input + 1, 2).Cell(panel.InputName(input));
+    text.Cell(LinedUp(PilotTarget(source))).Number(NumberOf(pilot), 2).EndRow();
+  }
+}
+
+void DocFennlinkPilotSchedule(DocumentText& text) {
+  text.Title("Fennlink Pilot Schedule");
+  text.Header({"Fennlink Device", "Fennlink Input", "Pilot"});
+  for (int d = 0; d <= DeviceCount; ++d) {
+    const FennlinkRecord& device = FennlinkRecords(d);
+    if (device.DeviceType == DeviceTypePhotocell) continue;
+    const int inputs = FennlinkDevice(device.DeviceType).DocumentInputs;
+    for (int input = 0; input < inputs; ++input) {
+      const int pilot = device.DevicePilot(input);
+      const int source = SourceOf(pilot);
+      text.Cell(d, 2).Cell(d, 2).Text(".").Number(input + 1).Cell();
+      const std::string_view word = Word(FennlinkPilotSources, source);
+      if (!word.empty()) text.Text(PilotTarget(word)).Text("  ");
+      if (source == 0) text.Text((pilot & 1) != 0 ? "On" : "Off");
+      if (source != 0 && !word.empty()) text.Number(NumberOf(pilot), 2);
+      text.EndRow();
+    }
+  }
+}
