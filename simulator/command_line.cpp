@@ -1,0 +1,108 @@
+#include "simulator/command_line.h"
+
+#include <QCommandLineParser>
+#include <QDir>
+#include <QRegularExpression>
+#include <stdexcept>
+
+namespace simulator {
+
+namespace {
+
+constexpr int DefaultPort = 10001;
+
+int Number(const QCommandLineParser& parser, const QString& option, int last) {
+  bool valid = false;
+  const int value = parser.value(option).toInt(&valid);
+  if (!valid || value < 0 || value > last) {
+    throw std::invalid_argument("--" + option.toStdString() + " takes a number from 0 to " +
+                                std::to_string(last));
+  }
+  return value;
+}
+
+/// A bare COMn stands in the host program's data folder.
+QString LinkPath(const QString& text) {
+  static const QRegularExpression bare("^COM([1-9]|1[0-6])$");
+  if (bare.match(text).hasMatch()) return QDir::homePath() + "/Orv Tamberloom 3/Ports/" + text;
+  return text.startsWith("~/") ? QDir::homePath() + text.mid(1) : text;
+}
+
+}  // namespace
+
+CommandLine ParseCommandLine(const QStringList& arguments) {
+  QCommandLineParser parser;
+  parser.setApplicationDescription(
+      "Plays an Orv Tamberloom 3 panel: over TCP unless only a pseudo-terminal is asked for.\n"
+      "Reads typed commands from standard input; \"help\" lists them.");
+  parser.addOptions({
+      {{"h", "help"}, "Show this text."},
+      {{"v", "version"}, "Show the version."},
+      {"tcp", "Serve TCP on this port, 10001 if nothing is said; 0 takes a free one.", "PORT"},
+      {"host", "Serve TCP at this address of the computer.", "ADDRESS", "127.0.0.1"},
+      {"pty", "Serve a pseudo-terminal, like a serial port."},
+      {"link",
+       "Serve a pseudo-terminal and link FILE to it, removed at the end; a bare COM1 to "
+       "COM16 stands in the folder Ports of the host program's data folder.",
+       "FILE"},
+      {"modem", "Serve a pseudo-terminal with a modem in front of the panel."},
+      {"modem-busy", "The same, with every call ending in NO CARRIER."},
+      {"dial-ms", "Time from dialling to the modem's answer.", "MS", "1500"},
+      {"baud", "Pace the pseudo-terminal like a line of N baud; 0: no pacing.", "N", "0"},
+      {"memory", "Keep the panel's memory in FILE, 40,960 bytes.", "FILE"},
+      {"blank", "Start with a memory of zeros in place of a small installation."},
+      {"password", "Start with this password of six digits.", "DIGITS"},
+      {"fault", "Spoil replies: KIND[:AMOUNT[:GAP]][@FIRST][xCOUNT]. May be given more than once.",
+       "SPEC"},
+      {"log", "Append a line for each frame to FILE; - is standard output.", "FILE"},
+  });
+  const bool parsed = parser.parse(arguments);
+  CommandLine result;
+  if (parsed && parser.isSet("help")) {
+    result.Say = parser.helpText().toStdString() + "\nFaults:\n" + FaultHelp() +
+                 "FIRST counts replies, 1 is the next; COUNT is how many, * for all from FIRST "
+                 "on.\n";
+    return result;
+  }
+  if (parsed && parser.isSet("version")) {
+    result.Say = "tamberloom3-panel 1.02\n";
+    return result;
+  }
+  if (!parsed) throw std::invalid_argument(parser.errorText().toStdString());
+  if (!parser.positionalArguments().isEmpty()) {
+    throw std::invalid_argument("unexpected: " + parser.positionalArguments()[0].toStdString());
+  }
+
+  Options& wanted = result.Wanted;
+  wanted.Host = parser.value("host");
+  const bool busy = parser.isSet("modem-busy");
+  const bool modem = busy || parser.isSet("modem");
+  if (parser.isSet("pty") || parser.isSet("link") || modem) {
+    PtyServer::Options pty;
+    if (parser.isSet("link")) pty.Link = LinkPath(parser.value("link"));
+    if (modem) {
+      pty.WithModem =
+          Modem::Options{busy, std::chrono::milliseconds(Number(parser, "dial-ms", 60'000))};
+    }
+    pty.Baud = Number(parser, "baud", 4'000'000);
+    wanted.Pty = pty;
+  } else if (parser.isSet("baud")) {
+    throw std::invalid_argument("--baud paces a pseudo-terminal: add --pty");
+  }
+  if (parser.isSet("tcp")) wanted.TcpPort = static_cast<quint16>(Number(parser, "tcp", 65535));
+  if (!wanted.Pty && !wanted.TcpPort) wanted.TcpPort = DefaultPort;
+  wanted.Blank = parser.isSet("blank");
+  static const QRegularExpression sixDigits("^[0-9]{6}$");
+  if (parser.isSet("password") && !sixDigits.match(parser.value("password")).hasMatch()) {
+    throw std::invalid_argument("--password takes six digits");
+  }
+  wanted.Password = parser.value("password").toStdString();
+  wanted.MemoryFile = parser.value("memory");
+  wanted.LogFile = parser.value("log");
+  for (const QString& text : parser.values("fault")) {
+    wanted.Faults.push_back(ParseFault(text.toStdString()));
+  }
+  return result;
+}
+
+}  // namespace simulator

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QStringList>
+#include <string>
+
+#include "simulator/simulator.h"
+
+namespace simulator {
+
+/// What the command line asks for.
+struct CommandLine {
+  Options Wanted;
+  std::string Say;  // a text to print in place of running, for --help and --version
+};
+
+/// Throws std::invalid_argument with a text for the user. `arguments` begins with the program's
+/// name.
+CommandLine ParseCommandLine(const QStringList& arguments);
+
+}  // namespace simulator

@@ -1,0 +1,87 @@
+#include <fcntl.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <QSocketNotifier>
+#include <array>
+#include <cstdio>
+#include <exception>
+
+#include "simulator/command_line.h"
+#include "simulator/console.h"
+
+namespace {
+
+std::array<int, 2> SignalPipe{-1, -1};
+
+extern "C" void WakeUp(int) {
+  const char byte = 0;
+  [[maybe_unused]] const ssize_t written = write(SignalPipe[1], &byte, 1);
+}
+
+/// SIGINT, SIGTERM and SIGHUP end the event loop, so that the memory is saved and the link removed.
+void QuitOnSignals() {
+  if (pipe2(SignalPipe.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
+  auto* notifier =
+      new QSocketNotifier(SignalPipe[0], QSocketNotifier::Read, QCoreApplication::instance());
+  QObject::connect(notifier, &QSocketNotifier::activated, &QCoreApplication::quit);
+  for (const int number : {SIGINT, SIGTERM, SIGHUP}) signal(number, WakeUp);
+  signal(SIGPIPE, SIG_IGN);
+  // In the background the terminal has no commands for us, and must not stop us either.
+  signal(SIGTTIN, SIG_IGN);
+}
+
+/// Feeds standard input to the console line by line; its end leaves the program running.
+void ReadCommands(simulator::Console& console) {
+  auto* notifier =
+      new QSocketNotifier(STDIN_FILENO, QSocketNotifier::Read, QCoreApplication::instance());
+  QObject::connect(
+      notifier, &QSocketNotifier::activated, notifier,
+      [notifier, &console, pending = QByteArray()]() mutable {
+        constexpr qsizetype longestLine = 4096;
+        std::array<char, 1024> bytes{};
+        const ssize_t count = read(STDIN_FILENO, bytes.data(), bytes.size());
+        if (count <= 0) {
+          notifier->setEnabled(false);
+          return;
+        }
+        pending.append(bytes.data(), count);
+        for (auto end = pending.indexOf('\n'); end >= 0; end = pending.indexOf('\n')) {
+          std::fputs(console.Execute(QString::fromLocal8Bit(pending.left(end))).c_str(), stdout);
+          pending.remove(0, end + 1);
+        }
+        std::fflush(stdout);
+        if (pending.size() > longestLine) pending.clear();
+      });
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QCoreApplication application(argc, argv);
+  try {
+    const simulator::CommandLine line = simulator::ParseCommandLine(QCoreApplication::arguments());
+    if (!line.Say.empty()) {
+      std::fputs(line.Say.c_str(), stdout);
+      return 0;
+    }
+    QuitOnSignals();
+    simulator::Simulator panel(line.Wanted);
+    if (panel.TcpPort() != 0) {
+      std::printf("TCP: %s port %d\n", qPrintable(line.Wanted.Host), panel.TcpPort());
+    }
+    if (line.Wanted.Pty) {
+      const QString& link = line.Wanted.Pty->Link;
+      std::printf("Serial: %s%s%s\n", qPrintable(panel.PtyPath()),
+                  link.isEmpty() ? "" : " linked as ", qPrintable(link));
+    }
+    std::fflush(stdout);
+    simulator::Console console(panel, [] { QCoreApplication::quit(); });
+    ReadCommands(console);
+    return QCoreApplication::exec();
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "tamberloom3-panel: %s\n", failure.what());
+    return 1;
+  }
+}

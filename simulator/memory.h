@@ -1,0 +1,143 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace simulator {
+
+/// Numbers of things a panel has.
+constexpr int Items = 48;  // relays, groups, inputs, timers, presets
+constexpr int Devices = 64;
+constexpr int DeviceInputs = 8;
+constexpr int DimmerOutputs = 48;
+
+/// A table of codes kept as one bit matrix a code bit, plane 0 the lowest bit. A row takes six
+/// bytes, column c is bit c mod 8 of byte c / 8.
+struct PlaneSet {
+  int Address;
+  int Planes;
+  int PlaneSize = 0x120;
+};
+
+/// Where things stand in the panel's memory. Rows are named first.
+namespace map {
+constexpr PlaneSet InputRelayControl{0x0000, 3};   // relay, input
+constexpr PlaneSet InputGroupControl{0x0360, 3};   // group, input
+constexpr PlaneSet GroupRelayInclude{0x07E0, 1};   // relay, group
+constexpr PlaneSet TimerRelayControl{0x0930, 2};   // relay, timer
+constexpr PlaneSet TimerGroupControl{0x0B70, 2};   // group, timer
+constexpr PlaneSet TimerPresetControl{0x0DB0, 1};  // preset, timer
+constexpr PlaneSet PresetRelayControl{0x0ED0, 2};  // relay, preset
+constexpr int InputPreset = 0x06C0;
+constexpr int InputType = 0x0750;
+constexpr int InputTimedOnTime = 0x0780;  // words, minutes
+constexpr int LocalPilot = 0x0900;
+constexpr int NormalOpenTime = 0x1110;
+constexpr int NormalCloseTime = 0x1117;
+constexpr int DateTimes = 0x111E;  // 12 x 31 open times, then as many close times
+constexpr int DateTimesEnd = 0x1406;
+constexpr int RelayName = 0x1420;
+constexpr int GroupName = 0x1600;
+constexpr int InputName = 0x17E0;
+constexpr int TimerName = 0x19C0;
+constexpr int PresetName = 0x1BA0;
+constexpr int NameLength = 10;
+constexpr int TimerTimeType = 0x1E00;
+constexpr int TimerHolidayDate = 0x1EC0;
+constexpr int BlinkAlertMinutes = 0x1F50;
+constexpr int OverrideMinutes = 0x1F51;  // word
+constexpr int AlarmSeconds = 0x1F53;
+constexpr int DSTEnabled = 0x1F61;
+constexpr int Latitude = 0x1F62;
+constexpr int Longitude = 0x1F63;
+constexpr int TimeZone = 0x1F64;
+constexpr int PanelName = 0x1F65;
+constexpr int PanelNameLength = 18;
+constexpr int TimedOnOperation = 0x1F79;
+constexpr int Password = 0x1F7A;
+constexpr int PasswordLength = 6;
+constexpr int DMXOnLevel = 0x1FE0;
+constexpr int DMXOffLevel = 0x1FE1;
+constexpr int IOCount = 0x1FF0;
+constexpr int IONodes = 12;
+constexpr int DSTStartWeek = 0x1FFC;  // then start month, end week, end month
+
+/// Block of a Fennlink device, 1..64.
+constexpr int DeviceBlock(int device) {
+  return 0x2000 + device * 0x40;
+}
+constexpr int DeviceName = 0x01;
+constexpr int DeviceInputType = 0x0B;
+constexpr int DeviceTimedOnTime = 0x13;  // words, minutes
+constexpr PlaneSet DeviceRelayControl(int device) {
+  return {0x3200 + device * 0x140, 3, 0x30};
+}
+constexpr PlaneSet DeviceGroupControl(int device) {
+  return {0x3200 + device * 0x140 + 0x90, 3, 0x30};
+}
+constexpr int DevicePreset(int device) {
+  return 0x3200 + device * 0x140 + 0x120;
+}
+
+/// Block of a dimmer output, device * 4 + output, 0..47.
+constexpr int DimmerBlock(int output) {
+  return 0x8400 + output * 0x80;
+}
+constexpr int PowerOnLevel = 1;
+constexpr int MaxLevel = 4;
+constexpr int PointAOut = 8;
+constexpr int PointBIn = 9;
+constexpr int PointBOut = 10;
+constexpr int PointCIn = 11;
+constexpr int RelayOnLevel = 112;
+constexpr int RelayOffLevel = 113;
+constexpr int RelayInclude = 114;
+}  // namespace map
+
+/// The 40,960 bytes of a panel, with the encodings its memory uses. An address outside throws
+/// std::out_of_range.
+class PanelMemory {
+ public:
+  static constexpr int Size = 0xA000;
+
+  int Byte(int address) const { return Bytes.at(static_cast<std::size_t>(address)); }
+  void SetByte(int address, int value);
+
+  /// Two bytes, high byte first.
+  int Word(int address) const { return Byte(address) * 256 + Byte(address + 1); }
+  void SetWord(int address, int value);
+
+  std::string Text(int address, int length) const;
+  /// Pads with blanks and cuts to `length`.
+  void SetText(int address, int length, std::string_view text);
+
+  /// The code of a cell, all planes together.
+  int Code(const PlaneSet& set, int row, int column) const;
+  void SetCode(const PlaneSet& set, int row, int column, int code);
+
+  /// Sets every byte from first to last, both included, to 0.
+  void Clear(int first, int last);
+
+  /// The 16-bit sum of the bytes from first to last, both included: each byte is added, then the
+  /// sum is rotated left by one bit.
+  int Sum(int first, int last) const;
+
+  /// Counts the changes, so that a keeper of the file knows when to write it.
+  std::uint64_t Revision() const { return Changes; }
+
+  std::string Content() const { return {Bytes.begin(), Bytes.end()}; }
+  /// Throws std::invalid_argument unless the content is exactly 40,960 bytes.
+  void SetContent(std::string_view content);
+
+ private:
+  std::array<std::uint8_t, Size> Bytes{};
+  std::uint64_t Changes = 0;
+};
+
+/// The configuration of a small installation: 16 relays with names, groups, presets, switches and
+/// a few Fennlink devices.
+PanelMemory SmallInstallation();
+
+}  // namespace simulator

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QObject>
+#include <chrono>
+#include <deque>
+#include <functional>
+#include <string>
+#include <string_view>
+
+class QSocketNotifier;
+
+namespace simulator {
+
+using LineTime = std::chrono::steady_clock::time_point;
+
+/// Calls back on the event loop at an absolute time, to within some tens of microseconds: a
+/// QTimer's millisecond is eleven bytes at 115200 baud.
+class PreciseAlarm {
+ public:
+  explicit PreciseAlarm(std::function<void()> callback);
+  ~PreciseAlarm();
+  PreciseAlarm(const PreciseAlarm&) = delete;
+  PreciseAlarm& operator=(const PreciseAlarm&) = delete;
+
+  void Start(LineTime when);
+
+ private:
+  void Ring();
+
+  std::function<void()> Callback;
+  int Descriptor;
+  QSocketNotifier* Notifier;
+};
+
+/// One direction of a line: hands bytes on, in order, no sooner than a real line of its speed
+/// would. Every byte has its own absolute due time, so that errors do not add up.
+class PacedLine {
+ public:
+  /// Gets the bytes and the time at which the last of them was due.
+  using Deliver = std::function<void(std::string_view, LineTime)>;
+
+  /// A byte time of 0 passes everything at once.
+  PacedLine(std::chrono::nanoseconds byteTime, Deliver deliver);
+
+  /// The bytes start on the line at `notBefore` or when it has become free.
+  void Send(std::string_view bytes, LineTime notBefore);
+
+  /// How much later than due the last bytes were handed on; asked for once, then 0. Whoever times
+  /// an answer to those bytes takes it off, so that the computer's own delay slows no transfer.
+  std::chrono::nanoseconds TakeLateness();
+
+  void Clear() { Queue.clear(); }
+
+ private:
+  struct Piece {
+    LineTime Due;
+    std::string Bytes;
+  };
+  void Run();
+
+  std::chrono::nanoseconds ByteTime;
+  Deliver Sink;
+  PreciseAlarm Alarm;
+  std::deque<Piece> Queue;
+  LineTime Free{};
+  std::chrono::nanoseconds Lateness{0};
+  bool Running = false;
+};
+
+/// The time of a byte, ten bits with start and stop; 0 for a baud rate of 0.
+std::chrono::nanoseconds ByteTimeOf(int baud);
+
+}  // namespace simulator

@@ -1,0 +1,72 @@
+#include "simulator/panel_thread.h"
+
+namespace simulator {
+
+Options PanelThread::TcpOptions() {
+  Options options;
+  options.TcpPort = 0;
+  return options;
+}
+
+Options PanelThread::PtyOptions(PtyServer::Options pty) {
+  Options options;
+  options.Pty = std::move(pty);
+  return options;
+}
+
+PanelThread::PanelThread(Options options) : Thread(std::move(options)) {
+  auto started = Thread.Started.get_future();
+  Thread.start();
+  try {
+    TheSimulator = started.get();
+  } catch (...) {
+    Thread.wait();
+    throw;
+  }
+}
+
+PanelThread::~PanelThread() {
+  Thread.quit();
+  Thread.wait();
+}
+
+void PanelThread::Worker::run() {
+  std::unique_ptr<Simulator> simulator;
+  try {
+    simulator = std::make_unique<Simulator>(std::move(Setting));
+  } catch (...) {
+    Started.set_exception(std::current_exception());
+    return;
+  }
+  Started.set_value(simulator.get());
+  exec();
+}
+
+quint16 PanelThread::TcpPort() {
+  return With([](Simulator& simulator) { return simulator.TcpPort(); });
+}
+
+QString PanelThread::PtyPath() {
+  return With([](Simulator& simulator) { return simulator.PtyPath(); });
+}
+
+void PanelThread::AddFault(const std::string& text) {
+  const Fault fault = ParseFault(text);
+  With([&fault](Simulator& simulator) { simulator.Faults().Add(fault); });
+}
+
+void PanelThread::ClearFaults() {
+  With([](Simulator& simulator) { simulator.Faults().Clear(); });
+}
+
+std::vector<std::string> PanelThread::FramesFromHost() {
+  return With([](Simulator& simulator) {
+    std::vector<std::string> frames;
+    for (const FrameLog::Entry& entry : simulator.Log().Entries()) {
+      if (entry.Way == FrameLog::Direction::FromHost) frames.push_back(entry.Text);
+    }
+    return frames;
+  });
+}
+
+}  // namespace simulator

@@ -1,0 +1,41 @@
+#include "simulator/frame.h"
+
+#include <gtest/gtest.h>
+
+namespace simulator {
+namespace {
+
+TEST(SimulatorFrame, ChecksumsAreTheWorkedOnes) {
+  EXPECT_EQ(FrameCommand("05"), "[0005D7]");
+  EXPECT_EQ(FrameCommand("10FF0"), "[0010FF07A]");
+  EXPECT_EQ(FrameReply(""), "[00]");
+  EXPECT_EQ(UnframeCommand("[0005D7]"), "05");
+  EXPECT_EQ(UnframeCommand("[0005D8]"), std::nullopt);
+  EXPECT_EQ(UnframeCommand("[]"), std::nullopt);
+  EXPECT_EQ(UnframeCommand("[" + FrameReply("0105").substr(1)), std::nullopt) << "address 01";
+}
+
+TEST(SimulatorFrame, SplitterFindsFramesInAnyStream) {
+  struct Case {
+    std::string Bytes;
+    std::vector<std::string> Frames;
+  };
+  const Case cases[]{
+      {"[0005D7]", {"[0005D7]"}},
+      {"noise]\xFF\x01[0005D7]more", {"[0005D7]"}},
+      {"[00[0005D7][0001]", {"[0005D7]", "[0001]"}},
+      {"[" + std::string(100'000, 'A') + "][0005D7]", {"[0005D7]"}},
+      {"[" + std::string(3 + 8 + 512 + 1, 'A') + "]", {"[" + std::string(524, 'A') + "]"}},
+      {"[%%%%%ATZ", {"[%%%%%"}},
+      {"[%%%%]", {"[%%%%]"}},
+  };
+  for (const Case& one : cases) {
+    FrameSplitter splitter;
+    std::vector<std::string> frames;
+    for (const LineEvent& event : splitter.Feed(one.Bytes)) frames.push_back(event.Text);
+    EXPECT_EQ(frames, one.Frames) << one.Bytes.substr(0, 30);
+  }
+}
+
+}  // namespace
+}  // namespace simulator

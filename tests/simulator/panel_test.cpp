@@ -1,0 +1,272 @@
+#include "simulator/panel.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "simulator/frame.h"
+
+namespace simulator {
+namespace {
+
+/// A panel with a blank memory whose clock stands until it is moved.
+class SimulatorPanel : public testing::Test {
+ protected:
+  QDateTime Present{QDate(2025, 11, 24), QTime(13, 5, 9)};
+  Panel Blank{PanelMemory(), [this] { return Present; }};
+
+  /// The data of the reply; "none" for no reply.
+  std::string Ask(const std::string& command) {
+    const auto reply = Blank.Answer(FrameCommand(command));
+    if (!reply) return "none";
+    const std::string data = reply->substr(1, reply->size() - 4);
+    EXPECT_EQ(*reply, FrameReply(data));
+    return data;
+  }
+
+  std::string Items48(std::initializer_list<int> ones, char other = '0') {
+    std::string text(48, other);
+    for (const int i : ones) text[static_cast<std::size_t>(i)] = '1';
+    return text;
+  }
+};
+
+TEST_F(SimulatorPanel, RepliesHaveTheLengthsThatTheHostExpects) {
+  const std::pair<const char*, std::size_t> lengths[]{
+      {"0008050B18191", 0}, {"01", 30},
+      {"02", 76},           {"05", 40},
+      {"0700", 82},         {"10FF0", 0},
+      {"10FF1", 0},         {"10050", 0},
+      {"112F1", 0},         {"13000", 0},
+      {"20FF", 48},         {"23FF", 48},
+      {"24FF", 48},         {"25FF", 48},
+      {"3100003F", 128},    {"311F7A05", 12},
+      {"311FF00B", 24},     {"3400009FFF", 4},
+      {"3600009FFF", 0},    {"40000", 0},
+      {"41000", 0},         {"46", 130},
+      {"47", 130},          {"48", 130},
+      {"49", 96},           {"301F7A05010203040506", 0},
+  };
+  for (const auto& [command, length] : lengths) {
+    const auto reply = Blank.Answer(FrameCommand(command));
+    ASSERT_TRUE(reply) << command;
+    EXPECT_EQ(reply->size(), length + 4) << command;
+  }
+}
+
+TEST_F(SimulatorPanel, KeepsSilentAboutWhatItDoesNotUnderstand) {
+  for (const char* command :
+       {"", "0", "06", "10", "10052", "10300", "11300", "13301", "20FE", "050", "319FFF01",
+        "31A00000", "30000001AA", "30000000AABB", "3400019FFFF", "3600100000", "0018000B18191",
+        "00080D0D18191", "10ff0"}) {
+    EXPECT_EQ(Ask(command), "none") << command;
+  }
+  std::mt19937 random(7);
+  FrameSplitter splitter;
+  for (int i = 0; i < 200'000; ++i) {
+    const auto event = splitter.Push("[]%0123456789ABCDEF\x00\xFF"[random() % 21]);
+    if (event) Blank.Answer(event->Text);
+  }
+  EXPECT_EQ(Ask("05").size(), 40U);
+}
+
+TEST_F(SimulatorPanel, StatusTellsClockHardwareAndCard) {
+  Blank.Memory.SetByte(0x1FF0, 2);
+  Blank.Memory.SetByte(0x1FFB, 2);
+  Blank.AddOnType = 7;
+  Blank.AddOnRevision = 3;
+  // 13:05:09 on Monday 11/24/25, 16 points.
+  EXPECT_EQ(Ask("01"),
+            "0D0509"
+            "0B1819"
+            "10"
+            "10"
+            "0"
+            "73"
+            "00000000000");
+  // 20:59 on 02/28/24, a Wednesday; the leap day and the weekday follow.
+  EXPECT_EQ(Ask("00143B021C183"), "");
+  EXPECT_EQ(Ask("01").substr(0, 13), "143B00021C183");
+  Present = Present.addSecs(4 * 3600);
+  EXPECT_EQ(Ask("01").substr(0, 13), "003B00021D184");
+  // A host's wrong weekday stands.
+  EXPECT_EQ(Ask("00000001011A0"), "");
+  EXPECT_EQ(Ask("01").substr(6, 7), "01011A0");
+  Blank.Memory.SetByte(0x1FF1, 255);
+  EXPECT_EQ(Blank.Points(), 48);
+}
+
+TEST_F(SimulatorPanel, MemoryIsWrittenReadSummedAndCleared) {
+  EXPECT_EQ(Ask("3400009FFF"), "0000");
+  EXPECT_EQ(Ask("301F7A05010203040509"), "");
+  EXPECT_EQ(Ask("311F7A05"), "010203040509");
+  // The last byte is only rotated once: 0x81 becomes 0x0102. The one before it twice.
+  EXPECT_EQ(Ask("309FFF0081"), "");
+  EXPECT_EQ(Ask("349FFF9FFF"), "0102");
+  EXPECT_EQ(Ask("309FFE0001"), "");
+  EXPECT_EQ(Ask("349FFE9FFF"), "0106");
+  // A carry comes in below: 0xFF rotated left nine times is 0xFE01.
+  PanelMemory memory;
+  memory.SetByte(0, 0xFF);
+  EXPECT_EQ(memory.Sum(0, 8), 0xFE01);
+  EXPECT_EQ(Ask("361F7A1F7F"), "");
+  EXPECT_EQ(Ask("311F7907"), "0000000000000000");
+  EXPECT_THROW(memory.SetByte(0xA000, 1), std::out_of_range);
+  EXPECT_THROW(memory.SetContent(std::string(40'959, 'x')), std::invalid_argument);
+}
+
+TEST_F(SimulatorPanel, GroupsPresetsAndTimersFollowTheMemoryMap) {
+  // Relay 9 (row 9, six bytes a row) belongs to group 2: bit 2 of 0x07E0 + 54. Relay 10 too.
+  Ask("3008160004");
+  Ask("30081C0004");
+  EXPECT_EQ(Ask("11021"), "");
+  EXPECT_EQ(Ask("23FF"), Items48({9, 10}));
+  EXPECT_EQ(Ask("24FF"), Items48({2}));
+  EXPECT_EQ(Ask("100A0"), "");
+  EXPECT_EQ(Ask("24FF"), Items48({})) << "one of its relays is off";
+
+  // Preset 47 puts relay 0 on (plane 0, byte 5 bit 7) and relay 1 off (plane 1, row 1).
+  Ask("300ED50080");
+  Ask("300FFB0080");
+  Ask("10011");
+  EXPECT_EQ(Ask("25FF"), std::string(47, '2') + "0");
+  EXPECT_EQ(Ask("402F0"), "");
+  EXPECT_EQ(Ask("25FF"), std::string(47, '2') + "1");
+  EXPECT_EQ(Ask("23FF"), Items48({0, 9}));
+
+  // Timer 8 switches relay 0 off, group 2 on, and sets preset 1, which puts relay 20 on.
+  Ask("300A510001");
+  Ask("300B7D0001");
+  Ask("300DB70001");
+  Ask("300F480002");
+  EXPECT_EQ(Ask("13080"), "");
+  EXPECT_EQ(Ask("23FF"), Items48({9, 10, 20}));
+}
+
+TEST_F(SimulatorPanel, CaptureWritesTheInstalledRelaysIntoThePlanes) {
+  Ask("301FF00001");  // four relays
+  Ask("10021");
+  Ask("10041");
+  EXPECT_EQ(Ask("41090"), "");
+  // Preset 9 is byte 1 bit 1 of each relay's row: on in 0x0ED0.., off in 0x0FF0...
+  EXPECT_EQ(Ask("310ED01D"),
+            "000000000000"
+            "000000000000"
+            "000200000000"
+            "000000000000"
+            "000000000000");
+  EXPECT_EQ(Ask("310FF01D"),
+            "000200000000"
+            "000200000000"
+            "000000000000"
+            "000200000000"
+            "000000000000");
+  EXPECT_EQ(Ask("25FF").substr(8, 3), "212");
+}
+
+TEST_F(SimulatorPanel, LocalInputsDoWhatTheirTypesSay) {
+  struct Case {
+    int Type;
+    int Code;  // for relay 5
+    Contact Which;
+    const char* OnAfter;  // relay 5 after close, open, close, open; it is on before for Off
+  };
+  const Case cases[]{
+      {0, 3, Contact::On, "1111"},  {0, 3, Contact::Off, "0000"}, {0, 1, Contact::Off, "1111"},
+      {1, 3, Contact::On, "1100"},  {1, 1, Contact::On, "1111"},  {2, 3, Contact::On, "1010"},
+      {2, 3, Contact::Off, "0000"}, {2, 1, Contact::On, "1111"},  {3, 3, Contact::On, "1010"},
+      {8, 2, Contact::On, "0000"},
+  };
+  for (const Case& one : cases) {
+    Blank.Memory.SetByte(0x0750 + 7, one.Type);
+    Blank.Memory.SetCode({0x0000, 3}, 5, 7, one.Code);
+    Blank.SetRelay(5, one.Which == Contact::Off);
+    std::string after;
+    for (const bool closed : {true, false, true, false}) {
+      Blank.SetContact(7, one.Which, closed);
+      after += Blank.Relay(5) ? '1' : '0';
+      EXPECT_EQ(Ask("20FF")[7], closed ? '0' + static_cast<int>(one.Which) : '0');
+    }
+    EXPECT_EQ(after, one.OnAfter) << "type " << one.Type << " code " << one.Code;
+  }
+  EXPECT_THROW(Blank.SetContact(48, Contact::On, true), std::out_of_range);
+}
+
+TEST_F(SimulatorPanel, TimedOnEndsByTheClockWhateverThePanelsTimeIsSetTo) {
+  Blank.Memory.SetByte(0x0750, 5);
+  Blank.Memory.SetWord(0x0780, 300);
+  Blank.Memory.SetCode({0x0000, 3}, 4, 0, 1);
+  Blank.SetContact(0, Contact::On, true);
+  Present = Present.addDays(1);
+  EXPECT_TRUE(Blank.Relay(4)) << "the time begins when the input opens";
+  Blank.SetContact(0, Contact::On, false);
+  Ask("00000001011A0");
+  Present = Present.addSecs(300 * 60 - 1);
+  EXPECT_EQ(Ask("23FF"), Items48({4}));
+  Present = Present.addSecs(1);
+  EXPECT_EQ(Ask("23FF"), Items48({}));
+}
+
+TEST_F(SimulatorPanel, DevicesAnswerByMemoryUnlessToldOtherwise) {
+  Ask("3030000003");                           // not a device
+  Ask("3030400000");                           // device 0x41 does not exist either
+  Blank.Memory.SetByte(0x2080, 7);             // device 2: 4 Input
+  Blank.Memory.SetByte(0x3000, 9);             // device 64: photocell
+  Blank.Memory.SetByte(0x2080 + 0x0B + 1, 2);  // its second input is maintained
+  // Device 2's relay rows begin at 0x3480: input 1, relay 12 on and off.
+  Ask("3034870010");
+  Ask("3034B70010");
+  Blank.SetDeviceLevel(64, 0xA5);
+  Blank.SetDeviceInput(2, 1, true);
+  EXPECT_EQ(Ask("23FF"), Items48({12}));
+  const auto bytes = [](std::initializer_list<std::pair<std::size_t, const char*>> some) {
+    std::string text(130, '0');
+    for (const auto& [device, value] : some) text.replace(2 * device, 2, value);
+    return text;
+  };
+  EXPECT_EQ(Ask("46"), bytes({{2, "02"}}));
+  EXPECT_EQ(Ask("47"), bytes({{2, "01"}, {64, "01"}}));
+  EXPECT_EQ(Ask("48"), bytes({{64, "A5"}}));
+  Blank.SetPresence(64, Panel::Presence::Dropped);
+  Blank.SetPresence(1, Panel::Presence::Present);
+  EXPECT_EQ(Ask("47"), bytes({{1, "01"}, {2, "01"}}));
+  EXPECT_EQ(Ask("48"), bytes({}));
+  Blank.SetDeviceInput(2, 1, false);
+  EXPECT_EQ(Ask("23FF"), Items48({}));
+}
+
+TEST_F(SimulatorPanel, DimmerLevelsFollowTheirRelays) {
+  // Device 11 output 3 begins at 0x8400 + 47 * 128 = 0x9B80; relay 8 is bit 0 of element 115.
+  Ask("309B8100C8");
+  EXPECT_EQ(Ask("49").substr(94), "C8") << "no relay mapped: power on level";
+  Ask("309BF0010A0B");  // RelayOnLevel 10, RelayOffLevel 11
+  Ask("309BF30001");
+  EXPECT_EQ(Ask("49").substr(94), "0B");
+  Ask("10081");
+  EXPECT_EQ(Ask("49"), std::string(94, '0') + "0A");
+}
+
+TEST_F(SimulatorPanel, FrontShowsTheClockAndItsMenuSwitchesRelays) {
+  Blank.Memory = SmallInstallation();
+  const auto display = [this](const char* keys) { return Ask(std::string("07") + keys); };
+  const std::string home = display("00");
+  EXPECT_EQ(home.substr(0, 20), "SIMULATED PANEL     ");
+  EXPECT_EQ(home.substr(20, 40), "Mon 11/24/25         1:05:09 PM         ");
+  EXPECT_EQ(home.substr(80), "00");
+  display("04");                              // Enter: the relays
+  display("02");                              // Down: the second one
+  EXPECT_EQ(display("04").substr(80), "02");  // Enter: on, LED 1
+  EXPECT_EQ(Ask("23FF"), Items48({1}));
+  EXPECT_EQ(Blank.Display().substr(40, 20),
+            "\x01"
+            "02 HALL NORTH \x02    ");
+  display("20");  // Next: the groups
+  display("04");
+  EXPECT_EQ(Ask("24FF").substr(0, 4), "1000");
+  EXPECT_EQ(display("30").substr(0, 18), "ORV TAMBERLOOM 3  ");
+  EXPECT_EQ(display("08").substr(20, 40), home.substr(20, 40)) << "Exit";
+  EXPECT_EQ(display("00").substr(20, 40), home.substr(20, 40));
+}
+
+}  // namespace
+}  // namespace simulator
