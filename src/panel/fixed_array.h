@@ -35,6 +35,7 @@ class FixedArray {
     if (first < 0 || first >= First || second < 0 || second >= Second) {
       SubscriptOutOfRange(first, second);
     }
-    return static_cast<std::size_t>(second * First + first);
+    const int flat = second * First + first;
+    return static_cast<std::size_t>(flat);
   }
 };

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <algorithm>
 
 #include "panel/program_state.h"
 #include "panel/project_codec.h"
@@ -10,7 +11,7 @@
 namespace {
 
 /// Far above the longest file that a panel with the longest names can have.
-constexpr qint64 LargestFile = 64 * 1024 * 1024;
+constexpr qint64 LargestFile = qint64{64} * 1024 * 1024;
 
 [[noreturn]] void Fail(const char* action, const QString& reason) {
   throw RunTimeFailure(
@@ -19,7 +20,7 @@ constexpr qint64 LargestFile = 64 * 1024 * 1024;
           .toStdString());
 }
 
-/// Reads up to `limit` bytes from `offset` on; a file that is not there has none.
+/// The bytes from `offset` on, up to `limit` of them.
 QByteArray ReadBytes(const char* action, qint64 offset, qint64 limit) {
   const QFileInfo info(CurrentFileName);
   if (info.isDir()) Fail(action, QStringLiteral("it is a folder"));
@@ -28,7 +29,7 @@ QByteArray ReadBytes(const char* action, qint64 offset, qint64 limit) {
   if (!file.open(QIODevice::ReadOnly) || (offset > 0 && !file.seek(offset))) {
     Fail(action, file.errorString());
   }
-  QByteArray bytes = file.read(limit);
+  QByteArray bytes = file.read(std::clamp<qint64>(file.size() - offset, 0, limit));
   if (file.error() != QFileDevice::NoError) Fail(action, file.errorString());
   return bytes;
 }
@@ -52,8 +53,12 @@ void WriteProjectFile() {
   const auto size = static_cast<qint64>(bytes.size());
   QByteArray tail;
   const QFileInfo old(CurrentFileName);
-  if (old.exists()) tail = ReadBytes("save", size, LargestFile);
-  QSaveFile file(CurrentFileName);
+  if (old.exists()) {
+    if (old.size() > LargestFile) Fail("save", QStringLiteral("what is there is no project file"));
+    tail = ReadBytes("save", size, LargestFile);
+  }
+  // Where a link leads to another link, only the file at the end of the chain may be replaced.
+  QSaveFile file(old.exists() ? old.canonicalFilePath() : CurrentFileName);
   if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), size) != size ||
       file.write(tail) != tail.size() || !file.commit()) {
     Fail("save", file.errorString());

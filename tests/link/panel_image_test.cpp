@@ -1,0 +1,168 @@
+#include "link/panel_image.h"
+
+#include <random>
+
+#include "panel/document_fixture.h"
+
+class PanelImageTest : public DocumentTest {
+ protected:
+  PanelImageTest() {
+    PanelImage = {};
+    IncludeNamesInUpload = 0;
+  }
+
+  static std::string TextAt(int address, int length) {
+    std::string text;
+    for (int i = 0; i < length; ++i) text += static_cast<char>(PanelImage(address + i));
+    return text;
+  }
+};
+
+TEST_F(PanelImageTest, FieldsStandAtTheirAddresses) {
+  auto& panel = PanelRecord;
+  auto& device = FennlinkRecords(1);
+  struct Row {
+    Int16* field;
+    Int16 value;
+    std::vector<std::pair<int, int>> image;
+    Int16 back;
+  };
+  const Row rows[] = {
+      {&panel.InputRelayControl(9, 2), 5, {{0x000D, 2}, {0x012D, 0}, {0x024D, 2}}, 5},
+      {&panel.InputGroupControl(47, 47), 15, {{0x047F, 128}, {0x059F, 128}, {0x06BF, 128}}, 7},
+      {&panel.GroupRelayInclude(8, 1), 3, {{0x07E7, 1}}, -1},
+      {&panel.TimerRelayControl(0, 1), 2, {{0x0936, 0}, {0x0A56, 1}}, 2},
+      {&panel.TimerGroupControl(3, 0), 1, {{0x0B70, 8}, {0x0C90, 0}}, 1},
+      {&panel.TimerPresetControl(6, 0), -1, {{0x0DB0, 0x40}}, 1},
+      {&panel.TimerPresetControl(7, 1), 2, {{0x0DB6, 0}}, 0},
+      {&panel.PresetRelayControl(47, 0), 3, {{0x0ED5, 128}, {0x0FF5, 128}}, 3},
+      {&panel.DateOpenTime(11, 30), 96, {{0x1291, 96}}, 96},
+      {&panel.DateCloseTime(0, 0), 1, {{0x1292, 1}}, 1},
+      {&panel.OverrideMinutes, 300, {{0x1F51, 1}, {0x1F52, 44}}, 300},
+      {&panel.OffHoursSweepRelay(15), 5, {{0x1F56, 128}}, -1},
+      {&panel.PhotocellFilter, 7, {{0x1F78, 1}}, -1},
+      {&panel.Longitude, -100, {{0x1F63, -100}}, -100},
+      {&panel.DMXChannel(47), 512, {{0x1FDE, 2}, {0x1FDF, 0}}, 512},
+      {&panel.DMXChannel(0), -1, {{0x1F80, -1}, {0x1F81, -1}}, -257},
+      {&panel.DMXOnLevel, 100, {{0x1FE0, 256}}, 100},
+      {&panel.DMXOffLevel, 99, {{0x1FE1, 253}}, 99},
+      {&panel.ModBusMode, 1, {{0x1FE3, 23}}, 1},
+      {&panel.ModBusBaud, 3, {{0x1FE3, 23}}, 3},
+      {&panel.ModBusParity, 2, {{0x1FE3, 23}}, 2},
+      {&device.DeviceOnLevel(7), 200, {{0x207A, 200}}, 200},
+      {&device.DeviceRelayControl(3, 20), 6, {{0x3354, 0}, {0x3384, 16}, {0x33B4, 16}}, 6},
+      {&device.DeviceGroupControl(7, 47), 1, {{0x33FF, 128}}, 1},
+      {&FennlinkRecords(64).DeviceRelayControl(0, 0), 1, {{0x8200, 1}}, 1},
+      {&DimmerBlock(6155), 1, {{0x9C0B, 1}}, 1}};
+  for (const Row& row : rows) *row.field = row.value;
+  panel.InputTimedOnTime(1) = 65535;
+  BuildPanelImage({1, 2, 3, 4, 5, 9});
+  for (const Row& row : rows) {
+    for (const auto& [address, value] : row.image) {
+      EXPECT_EQ(PanelImage(address), value) << std::hex << address;
+    }
+  }
+  EXPECT_EQ(TextAt(0x0782, 2) + TextAt(0x1F7A, 6), "\xFF\xFF\1\2\3\4\5\x9");
+  ApplyPanelImage();
+  for (const Row& row : rows) EXPECT_EQ(*row.field, row.back) << std::hex << row.image[0].first;
+  EXPECT_EQ(panel.InputTimedOnTime(1), 65535);
+}
+
+// Image to document and back: every byte that the map uses returns to its place, and no other.
+TEST_F(PanelImageTest, EveryMappedByteHasItsOwnField) {
+  std::minstd_rand random(1);
+  for (Int16& element : PanelImage.elements) element = static_cast<Int16>(random() >> 8 & 0x7F);
+  for (const int flag : {0x1F61, 0x1F78, 0x1F79}) PanelImage(flag) = 1;
+  PanelImage(0x1FE0) = 128;
+  PanelImage(0x1FE1) = 26;
+  PanelImage(0x1FE3) &= 31;
+  PanelImageType expected = PanelImage;
+  const auto zero = [&expected](int first, int size) {
+    for (int i = 0; i < size; ++i) expected(first + i) = 0;
+  };
+  zero(0x1406, 0x1A);
+  zero(0x1D80, 0x80);
+  zero(0x1F7A, 6);
+  zero(0x1FE4, 12);
+  zero(0x2000, 0x40);
+  zero(0x3040, 0x300);
+  for (int n = 1; n <= 64; ++n) zero(0x203B + n * 0x40, 5);
+  for (int n = 1; n < 62; ++n) zero(0x3328 + n * 0x140, 24);  // those of 62 to 64 are not cleared
+
+  IncludeNamesInUpload = -1;
+  ApplyPanelImage();
+  BuildPanelImage({});
+  for (int address = 0; address < PanelImageSize; ++address) {
+    ASSERT_EQ(PanelImage(address), expected(address)) << std::hex << address;
+  }
+}
+
+TEST_F(PanelImageTest, OnlyTheLowerPartIsCleared) {
+  PanelImage.elements.fill(0x55);
+  FennlinkRecords(64).DeviceRelayControl(1, 0) = 1;
+  BuildPanelImage({});
+  for (const int cleared : {0x1406, 0x2000, 0x3040, 0x7FFF}) EXPECT_EQ(PanelImage(cleared), 0);
+  for (const int kept : {0x8328, 0x8340, 0x83FF, 0x9C0C, 0x9FFF}) {
+    EXPECT_EQ(PanelImage(kept), 0x55) << std::hex << kept;
+  }
+  PanelImage(0x8206) = 4;
+  BuildPanelImage({});
+  EXPECT_EQ(PanelImage(0x8206), 5) << "bits above the cleared part are added";
+}
+
+TEST_F(PanelImageTest, NamesAreCutPaddedAndTakenOnRequest) {
+  PanelRecord.RelayName(0) = "ABC";
+  PanelRecord.RelayName(47) = "ELEVEN CHAR\xE9";
+  FennlinkRecords(2).DeviceName = "\xE9";
+  PhoneNumber() = "5551234";
+  BuildPanelImage({});
+  EXPECT_EQ(TextAt(0x1F65, 18), "ORV TAMBERLOOM 3  ");
+  EXPECT_EQ(TextAt(0x15F6, 20), "ELEVEN CHAGROUP 01  ");
+  EXPECT_EQ(PanelImage(0x2081), 0xE9);
+  EXPECT_EQ(TextAt(0x1BA0, 10), "PRESET 01 ");
+
+  ApplyPanelImage();
+  EXPECT_EQ(PanelRecord.PanelName, "ORV TAMBERLOOM 3  ");
+  EXPECT_EQ(PanelRecord.RelayName(0), "ABC");
+  EXPECT_EQ(FennlinkRecords(2).DeviceName, "\xE9");
+  IncludeNamesInUpload = -1;
+  ApplyPanelImage();
+  EXPECT_EQ(PanelRecord.RelayName(0), "ABC       ");
+  EXPECT_EQ(PanelRecord.RelayName(47), "ELEVEN CHA");
+  EXPECT_EQ(FennlinkRecords(2).DeviceName, "\xE9         ");
+  EXPECT_EQ(PhoneNumber(), "5551234");
+}
+
+TEST_F(PanelImageTest, OddBytesAndOverflows) {
+  BuildPanelImage({});
+  PanelImage(0x1F61) = 2;
+  PanelImage(0x1F51) = 127;
+  PanelImage(0x1F52) = 255;
+  ApplyPanelImage();
+  EXPECT_EQ(PanelRecord.DSTEnabled, 0);
+  EXPECT_EQ(PanelRecord.OverrideMinutes, 32767);
+
+  const std::string document = Document();
+  PanelImage(0x06C0) = 12;
+  PanelImage(0x1F51) = 128;
+  EXPECT_THROW(ApplyPanelImage(), RunTimeFailure);
+  EXPECT_EQ(Document(), document);
+  PanelRecord.DMXOnLevel = 127;
+  BuildPanelImage({});
+  PanelRecord.DMXOnLevel = 128;
+  EXPECT_THROW(BuildPanelImage({}), RunTimeFailure);
+  PanelRecord.DMXOnLevel = 0;
+  PanelRecord.InputTimedOnTime(0) = std::numeric_limits<Int32>::max();
+  EXPECT_THROW(BuildPanelImage({}), RunTimeFailure);
+}
+
+TEST_F(PanelImageTest, SumRotatesAndCountsWholeElements) {
+  ImageSum sum;
+  const std::pair<Int16, Int32> steps[] = {{0, 0},     {1, 2},     {0, 4},
+                                           {256, 520}, {32248, 1}, {32766, 65534},
+                                           {1, 65535}, {0, 65535}, {1, 0}};
+  for (const auto& [element, value] : steps) {
+    sum.Add(element);
+    EXPECT_EQ(sum.Value(), value) << element;
+  }
+}

@@ -1,0 +1,160 @@
+#include "panel/project_file.h"
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <csignal>
+#include <random>
+
+#include "panel/document_fixture.h"
+
+class ProjectFileTest : public DocumentTest {
+ protected:
+  ProjectFileTest() { CurrentFileName = Path("Hall.T3"); }
+
+  QString Path(const char* name) const { return folder_.filePath(QLatin1String(name)); }
+
+  static std::string OnDisk() {
+    QFile file(CurrentFileName);
+    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "no file";
+  }
+
+  qsizetype FilesInFolder() const {
+    return QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden).size();
+  }
+
+  /// What the failure of `action` says; the document and its mark must not change.
+  static std::string Failure(void (*action)()) {
+    const std::string before = Document();
+    std::string message;
+    try {
+      action();
+    } catch (const RunTimeFailure& failure) {
+      message = failure.what();
+    }
+    EXPECT_EQ(Document(), before);
+    EXPECT_EQ(DataChanged, 0);
+    return message;
+  }
+
+  QTemporaryDir folder_;
+};
+
+TEST_F(ProjectFileTest, SaveAndOpenKeepTheOldTail) {
+  PanelRecord.PanelName = "A rather long name";
+  WriteProjectFile();
+  const std::string longer = OnDisk();
+  PanelRecord.PanelName = "Hall";
+  WriteProjectFile();
+  EXPECT_EQ(OnDisk(), Document() + longer.substr(longer.size() - 14));
+  const std::string saved = Document();
+  PanelRecord = {};
+  FennlinkRecords = {};
+  DimmerBlock = {};
+  ReadProjectFile();
+  EXPECT_EQ(Document(), saved);
+  EXPECT_EQ(FilesInFolder(), 1);
+}
+
+TEST_F(ProjectFileTest, FailuresNameFileAndReasonAndTouchNothing) {
+  EXPECT_NE(Failure(ReadProjectFile).find("Hall.T3\": No such file"), std::string::npos);
+  WriteProjectFile();
+  QFile file(CurrentFileName);
+  ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.seek(36194));
+  file.write("\xFF\xFF");
+  file.close();
+  EXPECT_NE(Failure(ReadProjectFile).find("Hall.T3\": a name in it"), std::string::npos);
+
+  ASSERT_EQ(mkfifo(QFile::encodeName(Path("pipe")).constData(), 0600), 0);
+  const std::pair<QString, const char*> wrong[] = {{folder_.path(), "it is a folder"},
+                                                   {Path("pipe"), "not a regular file"},
+                                                   {Path("Hall.T3/x.T3"), "ot a directory"},
+                                                   {QStringLiteral("/proc/x.T3"), "No such file"}};
+  for (const auto& [path, reason] : wrong) {
+    CurrentFileName = path;
+    for (const auto action : {ReadProjectFile, WriteProjectFile}) {
+      const std::string message = Failure(action);
+      EXPECT_NE(message.find(path.toStdString()), std::string::npos) << message;
+      EXPECT_NE(message.find(reason), std::string::npos) << message;
+    }
+  }
+}
+
+TEST_F(ProjectFileTest, AFullDiskLeavesTheOldFile) {
+  WriteProjectFile();
+  const std::string old = OnDisk();
+  PanelRecord.ComPort = 7;
+  rlimit limit{};
+  getrlimit(RLIMIT_FSIZE, &limit);
+  const auto previous = std::signal(SIGXFSZ, SIG_IGN);
+  for (const rlim_t size : {rlim_t{0}, rlim_t{100'000}, rlim_t{177'009}}) {
+    const rlimit small{size, limit.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    const std::string message = Failure(WriteProjectFile);
+    setrlimit(RLIMIT_FSIZE, &limit);
+    EXPECT_NE(message.find("Cannot save"), std::string::npos) << size;
+    EXPECT_EQ(OnDisk(), old) << size;
+    EXPECT_EQ(FilesInFolder(), 1);
+  }
+  std::signal(SIGXFSZ, previous);
+}
+
+TEST_F(ProjectFileTest, LinksAndPermissionsStay) {
+  WriteProjectFile();
+  const QByteArray target = QFile::encodeName(CurrentFileName);
+  ASSERT_EQ(chmod(target.constData(), 0640), 0);
+  ASSERT_TRUE(QFile::link(QStringLiteral("Hall.T3"), Path("near.T3")));
+  ASSERT_TRUE(QFile::link(QStringLiteral("near.T3"), Path("far.T3")));
+  for (const char* link : {"near.T3", "far.T3"}) {
+    CurrentFileName = Path(link);
+    ++PanelRecord.ComPort;
+    WriteProjectFile();
+    CurrentFileName = Path("Hall.T3");
+    EXPECT_EQ(OnDisk(), Document()) << link;
+  }
+  struct stat status {};
+  ASSERT_EQ(lstat(target.constData(), &status), 0);
+  EXPECT_EQ(status.st_mode, mode_t{S_IFREG | 0640});
+  EXPECT_TRUE(QFileInfo(Path("near.T3")).isSymLink() && QFileInfo(Path("far.T3")).isSymLink());
+}
+
+TEST_F(ProjectFileTest, AKilledSaveLeavesTheOldFileOrTheNewOne) {
+  ProjectDocument documents[2];
+  std::string bytes[2];
+  for (int i = 0; i < 2; ++i) {
+    PanelRecord.InputTimedOnTime.elements.fill(i);
+    DimmerBlock.elements.fill(static_cast<Int16>(i));
+    documents[i] = {PanelRecord, FennlinkRecords, DimmerBlock};
+    bytes[i] = Document();
+  }
+  QElapsedTimer clock;
+  clock.start();
+  WriteProjectFile();
+  const auto longestWait = static_cast<useconds_t>(clock.nsecsElapsed() / 1000 * 2);
+  std::minstd_rand random(std::random_device{}());
+  int started[2];
+  ASSERT_EQ(pipe(started), 0);
+  for (int i = 0; i < 200; ++i) {
+    const pid_t child = fork();
+    for (int turn = i; child == 0; ++turn) {
+      PanelRecord = documents[turn % 2].Panel;
+      DimmerBlock = documents[turn % 2].Dimmers;
+      if (write(started[1], "", 1) == 1) WriteProjectFile();
+    }
+    char signal = 0;
+    ASSERT_EQ(read(started[0], &signal, 1), 1);
+    usleep(static_cast<useconds_t>(random()) % longestWait);
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    const std::string disk = OnDisk();
+    ASSERT_TRUE(disk == bytes[0] || disk == bytes[1]) << "after kill " << i;
+  }
+  close(started[0]);
+  close(started[1]);
+}
