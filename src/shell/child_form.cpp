@@ -1,0 +1,50 @@
+#include "shell/child_form.h"
+
+#include <QMouseEvent>
+
+ChildForm::ChildForm(const QString& name, const QString& caption) : caption_(caption) {
+  setObjectName(name);
+  auto* outer = new QVBoxLayout(this);
+  outer->setContentsMargins(12, 8, 12, 8);
+  body_ = new QVBoxLayout;
+  body_->setSpacing(8);
+  outer->addLayout(body_);
+  outer->addStretch(1);
+}
+
+QHBoxLayout* ChildForm::AddRow() {
+  auto* row = new QHBoxLayout;
+  row->setAlignment(Qt::AlignLeft);
+  body_->addLayout(row);
+  return row;
+}
+
+QGroupBox* ChildForm::AddFrame(const char* name, const QString& title) {
+  auto* frame = new QGroupBox(title);
+  frame->setObjectName(QString::fromLatin1(name));
+  body_->addWidget(frame);
+  return frame;
+}
+
+void ChildForm::AddWidget(QWidget* widget) {
+  body_->addWidget(widget);
+}
+
+void ChildForm::AddHint(const QString& text) {
+  auto* hint = new Label;
+  hint->setObjectName(QStringLiteral("lblHint"));
+  hint->SetLook(Label::Look::Quiet);
+  hint->SetCaption(text);
+  layout()->addWidget(hint);
+}
+
+Label* ChildForm::AddLabel(QBoxLayout* layout, const char* name, const QString& caption) {
+  auto* label = Add<Label>(layout, name);
+  label->SetCaption(caption);
+  label->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+  return label;
+}
+
+void ChildForm::mousePressEvent(QMouseEvent*) {
+  RunHandler([this] { Form_Click(); });
+}

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include "shell/controls.h"
+
+/// A screen of the main window. A derived class carries the screen's own name; it builds its
+/// controls in Form_Load and fills them from the document in Form_Activate. Controls write straight
+/// into the document: there is no OK, no Cancel and no copy.
+class ChildForm : public QWidget {
+  Q_OBJECT
+ public:
+  ChildForm(const QString& name, const QString& caption);
+
+  QString Caption() const { return caption_; }
+
+  /// Runs once, before the screen is first shown.
+  virtual void Form_Load() {}
+  /// Runs whenever the screen comes to the front.
+  virtual void Form_Activate() {}
+  /// A click on the empty background.
+  virtual void Form_Click() {}
+  /// Runs when the screen is closed for good.
+  virtual void Form_Unload() {}
+  /// Runs instead of Form_Unload on a screen that stays loaded when it leaves the front.
+  virtual void Form_Hide() {}
+  virtual bool StaysLoaded() const { return false; }
+
+ protected:
+  /// A row of controls at the present end of the screen; they stand at its left.
+  QHBoxLayout* AddRow();
+  /// A titled frame at the present end of the screen, with the layout for its content.
+  QGroupBox* AddFrame(const char* name, const QString& title);
+  void AddWidget(QWidget* widget);
+  /// What a user cannot guess, in one quiet line at the foot of the screen.
+  void AddHint(const QString& text);
+
+  /// A control with its object name, in `layout` when one is given.
+  template <typename Control, typename... Arguments>
+  Control* Add(QBoxLayout* layout, const char* name, Arguments&&... arguments) {
+    auto* control = new Control(std::forward<Arguments>(arguments)...);
+    control->setObjectName(QString::fromLatin1(name));
+    if (layout) layout->addWidget(control);
+    return control;
+  }
+  Label* AddLabel(QBoxLayout* layout, const char* name, const QString& caption);
+
+  void mousePressEvent(QMouseEvent* event) override;
+
+ private:
+  QVBoxLayout* body_;
+  QString caption_;
+};

@@ -1,0 +1,292 @@
+#include "shell/controls.h"
+
+#include <QAccessibleWidget>
+#include <QPainter>
+#include <QSignalBlocker>
+#include <QStyleOption>
+#include <QWheelEvent>
+
+namespace {
+
+constexpr int CellPadding = 5;
+
+class AccessibleLabel : public QAccessibleWidget {
+ public:
+  explicit AccessibleLabel(Label* label)
+      : QAccessibleWidget(label, label->Click ? QAccessible::Button : QAccessible::StaticText),
+        label_(label) {}
+
+  QString text(QAccessible::Text kind) const override {
+    if (kind != QAccessible::Name) return QAccessibleWidget::text(kind);
+    const QString name = label_->accessibleName();
+    const QString caption = label_->Caption().trimmed();
+    return name.isEmpty() ? caption : name + QStringLiteral(": ") + caption;
+  }
+
+ private:
+  Label* label_;
+};
+
+QAccessibleInterface* AccessibleLabelFactory(const QString& className, QObject* object) {
+  auto* label = className == QLatin1String("Label") ? qobject_cast<Label*>(object) : nullptr;
+  return label ? new AccessibleLabel(label) : nullptr;
+}
+
+/// Black or white, whichever stands out better from the colour.
+QColor TextOn(QRgb color) {
+  return qGray(color) >= 110 ? Qt::black : Qt::white;
+}
+
+QPalette::ColorRole TextRole(Label::Look look) {
+  switch (look) {
+    case Label::Look::Quiet:
+      return QPalette::PlaceholderText;
+    case Label::Look::Link:
+      return QPalette::Link;
+    case Label::Look::Plain:
+      break;
+  }
+  return QPalette::WindowText;
+}
+
+}  // namespace
+
+Label::Label(QWidget* parent) : QWidget(parent) {
+  static const bool installed = [] {
+    QAccessible::installFactory(AccessibleLabelFactory);
+    return true;
+  }();
+  Q_UNUSED(installed)
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  setAttribute(Qt::WA_Hover);
+}
+
+void Label::SetCaption(const QString& caption) {
+  if (caption == caption_) return;
+  const bool sized = widthInChars_ > 0;
+  caption_ = caption;
+  if (!sized) updateGeometry();
+  update();
+}
+
+void Label::SetBackColor(std::optional<QRgb> color) {
+  if (color == backColor_) return;
+  backColor_ = color;
+  update();
+}
+
+void Label::SetWidthInChars(int chars) {
+  widthInChars_ = chars;
+  updateGeometry();
+}
+
+void Label::SetLook(Look look) {
+  look_ = look;
+  QFont changed = font();
+  if (look == Look::Quiet) changed.setPointSizeF(changed.pointSizeF() * 0.92);
+  if (look == Look::Link) {
+    changed.setUnderline(true);
+    setCursor(Qt::PointingHandCursor);
+  }
+  setFont(changed);
+}
+
+void Label::MakeFocusable() {
+  setFocusPolicy(Qt::StrongFocus);
+}
+
+QSize Label::sizeHint() const {
+  const QFontMetrics metrics(font());
+  const int width = widthInChars_ > 0 ? metrics.averageCharWidth() * widthInChars_
+                                      : metrics.horizontalAdvance(caption_);
+  return {width + 2 * CellPadding + 2, metrics.height() + 6};
+}
+
+QSize Label::minimumSizeHint() const {
+  return {widthInChars_ > 0 ? sizeHint().width() : 0, sizeHint().height()};
+}
+
+void Label::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  const bool cell = Click && look_ != Look::Link;
+  const bool hovered = (cell || focusPolicy() != Qt::NoFocus) && underMouse() && isEnabled();
+  QColor text = palette().color(TextRole(look_));
+  if (cell || backColor_) {
+    const QColor fill = backColor_ ? QColor(*backColor_) : palette().color(QPalette::Base);
+    if (backColor_) {
+      text = TextOn(*backColor_);
+    } else {
+      text = palette().color(QPalette::Text);
+    }
+    QColor line = palette().color(QPalette::Mid);
+    if (hovered) line = palette().color(QPalette::Highlight);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(line);
+    painter.setBrush(fill);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
+  }
+  if (hasFocus()) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 2, 2);
+  }
+  if (!isEnabled()) text = palette().color(QPalette::Disabled, QPalette::WindowText);
+  painter.setPen(text);
+  const QRect room = rect().adjusted(CellPadding, 0, -CellPadding, 0);
+  painter.drawText(room, static_cast<int>(alignment_),
+                   QFontMetrics(font()).elidedText(caption_, Qt::ElideRight, room.width()));
+}
+
+void Label::mousePressEvent(QMouseEvent* event) {
+  if (MouseDown && (event->button() == Qt::LeftButton || event->button() == Qt::RightButton)) {
+    const int button = event->button() == Qt::LeftButton ? 1 : 2;
+    int shift = event->modifiers() & Qt::ShiftModifier ? 1 : 0;
+    if (event->modifiers() & Qt::ControlModifier) shift += 2;
+    if (event->modifiers() & Qt::AltModifier) shift += 4;
+    RunHandler([&] { MouseDown(button, shift); });
+  } else if (!Click || event->button() != Qt::LeftButton) {
+    event->ignore();
+  }
+}
+
+void Label::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) {
+    RunHandler(Click);
+  }
+}
+
+void Label::mouseDoubleClickEvent(QMouseEvent* event) {
+  mousePressEvent(event);
+}
+
+void Label::keyPressEvent(QKeyEvent* event) {
+  const bool space = event->key() == Qt::Key_Space;
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (space && MouseDown && event->modifiers() == Qt::ShiftModifier) {
+    RunHandler([this] { MouseDown(2, 1); });
+  } else if ((space || enter) && Click) {
+    RunHandler(Click);
+  } else {
+    event->ignore();
+  }
+}
+
+bool Label::event(QEvent* event) {
+  // A handler may be given after the label was made; it is there by the time the label is polished.
+  if (event->type() == QEvent::Polish && Click) MakeFocusable();
+  if (event->type() == QEvent::FontChange) updateGeometry();
+  return QWidget::event(event);
+}
+
+ComboBox::ComboBox(QWidget* parent) : QComboBox(parent) {
+  setMaxVisibleItems(18);
+  setFocusPolicy(Qt::StrongFocus);
+  connect(this, &QComboBox::activated, this, [this] { RunHandler(Click); });
+}
+
+void ComboBox::SetListIndex(int index) {
+  if (index < 0 || index >= count()) {
+    setCurrentIndex(-1);
+  } else if (index != currentIndex()) {
+    setCurrentIndex(index);
+    if (Click) Click();
+  }
+}
+
+void ComboBox::SetItems(const QStringList& items) {
+  clear();
+  addItems(items);
+  setCurrentIndex(-1);
+}
+
+void ComboBox::wheelEvent(QWheelEvent* event) {
+  hasFocus() ? QComboBox::wheelEvent(event) : event->ignore();
+}
+
+OptionButton::OptionButton(const QString& text, QWidget* parent) : QRadioButton(text, parent) {
+  connect(this, &QRadioButton::clicked, this, [this] { RunHandler(Click); });
+}
+
+void OptionButton::Select() {
+  if (isChecked()) return;
+  setChecked(true);
+  if (Click) Click();
+}
+
+CheckBox::CheckBox(const QString& text, QWidget* parent) : QCheckBox(text, parent) {
+  connect(this, &QCheckBox::clicked, this, [this] { RunHandler(Click); });
+}
+
+void CheckBox::SetValue(int value) {
+  if (isChecked() == (value != 0)) return;
+  setChecked(value != 0);
+  if (Click) Click();
+}
+
+TextBox::TextBox(QWidget* parent) : QLineEdit(parent) {
+  connect(this, &QLineEdit::textEdited, this, [this] { RunHandler(Change); });
+}
+
+void TextBox::SetText(const QString& text) {
+  setText(text);
+  if (Change) Change();
+}
+
+void TextBox::keyPressEvent(QKeyEvent* event) {
+  constexpr char16_t backspace = 8;
+  const QString typed = event->text();
+  const bool character = typed.size() == 1 && (typed[0].isPrint() || typed[0] == backspace) &&
+                         !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+  if (!KeyPress || !character) {
+    QLineEdit::keyPressEvent(event);
+    return;
+  }
+  char16_t code = 0;
+  RunHandler([&] { code = KeyPress(typed[0].unicode()); });
+  if (code == backspace) {
+    QLineEdit::keyPressEvent(event);
+  } else if (code != 0) {
+    insert(QString(QChar(code)));
+    RunHandler(Change);
+  }
+}
+
+void TextBox::mouseReleaseEvent(QMouseEvent* event) {
+  QLineEdit::mouseReleaseEvent(event);
+  if (event->button() == Qt::LeftButton) RunHandler(Click);
+}
+
+ScrollBar::ScrollBar(QWidget* parent) : QScrollBar(Qt::Horizontal, parent) {
+  setFocusPolicy(Qt::StrongFocus);
+  connect(this, &QScrollBar::valueChanged, this, [this] { RunHandler(Change); });
+}
+
+void ScrollBar::SetValue(int value) {
+  const int old = this->value();
+  {
+    const QSignalBlocker silent(this);
+    setValue(value);
+  }
+  if (this->value() != old && Change) Change();
+}
+
+void ScrollBar::wheelEvent(QWheelEvent* event) {
+  hasFocus() ? QScrollBar::wheelEvent(event) : event->ignore();
+}
+
+Button::Button(const QString& text, QWidget* parent) : QPushButton(text, parent) {
+  setAutoDefault(false);
+  connect(this, &QPushButton::clicked, this, [this] { RunHandler(Click); });
+}
+
+Timer::Timer(QObject* parent, const char* name, int intervalMs) : QTimer(parent) {
+  setObjectName(QString::fromLatin1(name));
+  setInterval(intervalMs);
+  connect(this, &QTimer::timeout, this, [this] { RunHandler(Tick); });
+}
+
+void Timer::SetEnabled(bool enabled) {
+  if (enabled == isActive()) return;
+  enabled ? start() : stop();
+}

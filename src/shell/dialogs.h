@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+
+enum class MsgIcon { None, Information, Question, Exclamation, Critical };
+enum class MsgButtons { Ok, YesNo, YesNoCancel };
+enum class MsgAnswer { Ok, Yes, No, Cancel };
+
+struct Message {
+  QString Text;
+  MsgIcon Icon;
+  QString Title;
+  MsgButtons Buttons;
+};
+
+struct FileRequest {
+  enum class Kind { Open, Save } Mode;
+  QString Filter;    ///< Pairs of text and pattern, all joined by "|".
+  QString FileName;  ///< Empty, or a mask whose folder the dialog starts in.
+};
+
+/// Shows a message and waits for the answer.
+MsgAnswer MsgBox(const QString& text, MsgIcon icon, const QString& title,
+                 MsgButtons buttons = MsgButtons::Ok);
+
+/// The chosen path, or an empty string when the user cancels.
+QString FileDialog(const FileRequest& request);
+
+/// Asks the desktop to open an address or a file; what comes of it is ignored.
+void OpenUrl(const QString& address);
+
+/// Tests answer and read the dialogs by putting their own functions here.
+extern std::function<MsgAnswer(const Message&)> MsgBoxSeam;
+extern std::function<QString(const FileRequest&)> FileDialogSeam;
+extern std::function<void(const QString&)> OpenUrlSeam;
+
+/// Runs an event handler. A run-time failure in it is shown as one message and ends the handler,
+/// not the program.
+void RunHandler(const std::function<void()>& handler);
+
+/// How many handlers are running inside each other. Above zero, a screen may be in use by a handler
+/// that waits further down the stack.
+int HandlerDepth();
+
+/// Called when the outermost handler has ended.
+extern std::function<void()> HandlersDoneSeam;

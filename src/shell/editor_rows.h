@@ -1,0 +1,20 @@
+#pragma once
+
+#include "panel/panel_record.h"
+#include "shell/row_grid.h"
+
+// What editors of relays and inputs share.
+
+/// Shows the rows below PanelIOCount with the items' names and hides the others.
+void ShowInstalledRows(RowGrid& grid, const ControlArray<Label>& names, const NameArray& items);
+
+/// The 48 names of a kind of item, without the spare element.
+QStringList ItemNames(const NameArray& items);
+
+/// The right button with Shift alone on the first row's name: its settings go to all rows.
+inline bool IsCopyToAll(int button, int shift, int index) {
+  return button == 2 && shift == 1 && index == 0;
+}
+
+/// The quiet line that tells of the gesture.
+QString CopyToAllHint(const QString& item);

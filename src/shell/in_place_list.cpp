@@ -1,0 +1,78 @@
+#include "shell/in_place_list.h"
+
+InPlaceList::InPlaceList(ChildForm* form, const char* name, const QStringList& items)
+    : QListView(form), form_(form) {
+  setObjectName(QString::fromLatin1(name));
+  setModel(&model_);
+  setUniformItemSizes(true);
+  setEditTriggers(NoEditTriggers);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setMouseTracking(true);
+  model_.setStringList(items);
+  hide();
+  connect(this, &QListView::clicked, this,
+          [this](const QModelIndex& index) { RunHandler([&] { Choose(index.row()); }); });
+}
+
+void InPlaceList::SetItems(const QStringList& items) {
+  model_.setStringList(items);
+}
+
+QString InPlaceList::List(int index) const {
+  return index < 0 ? QString() : model_.index(index).data().toString();
+}
+
+void InPlaceList::Open(const QWidget& cell, int index) {
+  constexpr int mostRowsShown = 12;
+  cell_ = const_cast<QWidget*>(&cell);
+  const int rows = std::clamp(ListCount(), 1, mostRowsShown);
+  const int rowHeight = ListCount() > 0 ? sizeHintForRow(0) : cell.height();
+  // A sample of the items is enough: they differ by digits only where there are many.
+  int width = cell.width();
+  const int step = std::max(1, ListCount() / 24);
+  for (int i = 0; i < ListCount(); i += step) {
+    width = std::max(width, fontMetrics().horizontalAdvance(List(i)) + 40);
+  }
+  const QSize size(std::min(width, form_->width()),
+                   std::min(rows * rowHeight + 2 * frameWidth(), form_->height()));
+  QPoint at = cell.mapTo(form_, QPoint(0, 0));
+  at.setX(std::clamp(at.x(), 0, form_->width() - size.width()));
+  at.setY(std::clamp(at.y(), 0, form_->height() - size.height()));
+  setGeometry(QRect(at, size));
+  setCurrentIndex(index < 0 ? QModelIndex() : model_.index(index));
+  if (currentIndex().isValid())
+    scrollTo(currentIndex(), PositionAtCenter);
+  else
+    clearSelection();
+  show();
+  raise();
+  setFocus(Qt::PopupFocusReason);
+}
+
+void InPlaceList::Close() {
+  if (isHidden()) return;
+  const bool hadFocus = hasFocus();
+  hide();
+  if (hadFocus && cell_) cell_->setFocus(Qt::OtherFocusReason);
+}
+
+void InPlaceList::Choose(int index) {
+  if (index < 0 || index >= ListCount()) return;
+  setCurrentIndex(model_.index(index));
+  if (Click) Click();
+}
+
+void InPlaceList::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_Escape:
+      Close();
+      break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+      if (currentIndex().isValid()) RunHandler([this] { Choose(ListIndex()); });
+      break;
+    default:
+      QListView::keyPressEvent(event);
+  }
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QListView>
+#include <QPointer>
+#include <QStringListModel>
+
+#include "shell/child_form.h"
+
+/// The list that opens over a clicked cell. It stays open until a choice, Escape or a click on the
+/// background closes it. Opening it selects the stored value and runs nothing.
+class InPlaceList : public QListView {
+  Q_OBJECT
+ public:
+  InPlaceList(ChildForm* form, const char* name, const QStringList& items = {});
+
+  void SetItems(const QStringList& items);
+  void Clear() { SetItems({}); }
+  int ListCount() const { return model_.rowCount(); }
+  /// The text of an item, empty outside the list.
+  QString List(int index) const;
+  /// What a value cell shows for a stored value: the item's text and a blank.
+  QString ValueText(int index) const { return List(index) + u' '; }
+
+  /// Opens over the cell with item `index` selected, or with no selection outside the list.
+  void Open(const QWidget& cell, int index);
+  void Close();
+
+  int ListIndex() const { return currentIndex().row(); }
+  /// Chooses an item as a user does; an index that the list does not hold runs nothing.
+  void Choose(int index);
+
+  /// Runs when the user has chosen an item.
+  std::function<void()> Click;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  ChildForm* form_;
+  QStringListModel model_;
+  QPointer<QWidget> cell_;
+};

@@ -1,0 +1,365 @@
+#include "shell/main_window.h"
+
+#include <QCloseEvent>
+#include <QDir>
+#include <QGuiApplication>
+#include <QMenuBar>
+#include <QScreen>
+#include <QScrollArea>
+#include <QStatusBar>
+#include <QStyle>
+
+#include "panel/defaults.h"
+#include "panel/panel_record.h"
+#include "panel/program_state.h"
+#include "shell/menu_table.h"
+#include "shell/shell.h"
+
+namespace {
+
+constexpr QSize WindowSize(737, 543);
+
+frmT3MasterMDI* mainWindow = nullptr;
+
+const ScreenEntry* FindScreen(const std::string& name) {
+  for (const ScreenEntry& entry : ScreenTable()) {
+    if (name == entry.Name) return &entry;
+  }
+  return nullptr;
+}
+
+/// The screen of the add-on module installed; empty for a module without one.
+std::string AddOnModuleScreen() {
+  constexpr std::array screens = {"frmT3AddOnModuleNone",      "frmT3AddOnModuleDMX",
+                                  "frmT3AddOnModuleModBus",    "frmT3AddOnModuleN2",
+                                  "frmT3AddOnModuleVoiceDTMF", "frmT3AddOnModuleBACnet"};
+  const auto type = static_cast<std::size_t>(PanelRecord.AddOnModuleType);
+  return type < screens.size() ? screens[type] : std::string();
+}
+
+QKeySequence Shortcut(const std::string& entry) {
+  if (entry == "mnuNew") return QKeySequence::New;
+  if (entry == "mnuOpen") return QKeySequence::Open;
+  if (entry == "mnuSave") return QKeySequence::Save;
+  if (entry == "mnuSaveAs") return QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S);
+  if (entry == "mnuExit") return QKeySequence(Qt::CTRL | Qt::Key_Q);
+  return {};
+}
+
+}  // namespace
+
+LinkHooks Link;
+
+ChildForm* ShowForm(const char* name) {
+  return mainWindow ? mainWindow->ShowForm(name) : nullptr;
+}
+ChildForm* LoadedForm(const char* name) {
+  return mainWindow ? mainWindow->LoadedForm(name) : nullptr;
+}
+void UnloadAllForms() {
+  if (mainWindow) mainWindow->UnloadAllForms();
+}
+void UpdateStatusBar() {
+  if (mainWindow) mainWindow->UpdateStatusBar();
+}
+void SetLinkStatus(const QString& text) {
+  if (mainWindow) mainWindow->SetLinkStatus(text);
+}
+void DisableMainMenus() {
+  if (mainWindow) mainWindow->SetMainMenusEnabled(false);
+}
+void EnableMainMenus() {
+  if (mainWindow) mainWindow->SetMainMenusEnabled(true);
+}
+bool ProgramEnding() {
+  return mainWindow && mainWindow->Ending();
+}
+
+frmT3MasterMDI::frmT3MasterMDI() {
+  mainWindow = this;
+  setObjectName(QStringLiteral("frmT3MasterMDI"));
+  setWindowTitle(ProgramTitle);
+  BuildMenu();
+  BuildClient();
+  tmrFix_ = new Timer(this, "tmrFix", 1000);
+  tmrFix_->Tick = [this] {
+    tmrFix_->SetEnabled(false);
+    DataChanged = 0;
+  };
+  HandlersDoneSeam = [this] {
+    for (QWidget* page : retired_) page->deleteLater();
+    retired_.clear();
+  };
+}
+
+frmT3MasterMDI::~frmT3MasterMDI() {
+  HandlersDoneSeam = nullptr;
+  mainWindow = nullptr;
+}
+
+void frmT3MasterMDI::BuildMenu() {
+  const auto& table = MenuTable();
+  std::vector<QMenu*> open;  // Submenus from level 1 down to the line before.
+  for (std::size_t i = 0; i < table.size(); ++i) {
+    const MenuEntry& entry = table[i];
+    const QString caption = QString::fromLatin1(entry.Caption);
+    open.resize(static_cast<std::size_t>(entry.Level) - 1);
+    QAction* action = nullptr;
+    if (i + 1 < table.size() && table[i + 1].Level > entry.Level) {
+      auto* menu = new QMenu(caption, this);
+      action = menu->menuAction();
+      (open.empty() ? static_cast<QWidget*>(menuBar()) : open.back())->addAction(action);
+      open.push_back(menu);
+    } else {
+      action = AddLeaf(entry.Name, entry.Form, caption);
+      (open.empty() ? static_cast<QWidget*>(menuBar()) : open.back())->addAction(action);
+    }
+    action->setObjectName(QString::fromLatin1(entry.Name));
+    if (entry.Level == 1) topEntries_.push_back(action);
+  }
+}
+
+QAction* frmT3MasterMDI::AddLeaf(const char* name, const char* form, const QString& caption) {
+  auto* action = new QAction(caption, this);
+  action->setSeparator(caption == QLatin1String("-"));
+  action->setShortcut(Shortcut(name));
+  if (form) {
+    const std::string screen = form;
+    action->setEnabled(FindScreen(screen)->Create && name != std::string("mnuRelayDrive"));
+    connect(action, &QAction::triggered, this, [this, screen] {
+      RunHandler([&] {
+        UnloadAllForms();
+        ShowForm(screen);
+      });
+    });
+    return action;
+  }
+  static const std::map<std::string, void (frmT3MasterMDI::*)()> commands = {
+      {"mnuNew", &frmT3MasterMDI::mnuNew_Click},
+      {"mnuOpen", &frmT3MasterMDI::mnuOpen_Click},
+      {"mnuSave", &frmT3MasterMDI::mnuSave_Click},
+      {"mnuSaveAs", &frmT3MasterMDI::mnuSaveAs_Click},
+      {"mnuExit", &frmT3MasterMDI::mnuExit_Click},
+      {"mnuAddOnModules", &frmT3MasterMDI::mnuAddOnModules_Click},
+  };
+  const auto command = commands.find(name);
+  if (command != commands.end()) {
+    connect(action, &QAction::triggered, this,
+            [this, run = command->second] { RunHandler([&] { (this->*run)(); }); });
+  }
+  return action;
+}
+
+void frmT3MasterMDI::BuildClient() {
+  auto* client = new QWidget;
+  auto* column = new QVBoxLayout(client);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+
+  auto* caption = new QWidget;
+  caption->setAutoFillBackground(true);
+  caption->setBackgroundRole(QPalette::Midlight);
+  auto* line = new QHBoxLayout(caption);
+  line->setContentsMargins(12, 2, 4, 2);
+  lblTitle_ = new QLabel;
+  lblTitle_->setObjectName(QStringLiteral("lblTitle"));
+  QFont bold = font();
+  bold.setBold(true);
+  lblTitle_->setFont(bold);
+  line->addWidget(lblTitle_, 1);
+  cmdClose_ = new QToolButton;
+  cmdClose_->setObjectName(QStringLiteral("cmdClose"));
+  cmdClose_->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+  cmdClose_->setAutoRaise(true);
+  cmdClose_->setToolTip(QStringLiteral("Close this screen (Ctrl+W)"));
+  cmdClose_->setAccessibleName(QStringLiteral("Close this screen"));
+  cmdClose_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_W));
+  connect(cmdClose_, &QToolButton::clicked, this,
+          [this] { RunHandler([this] { CloseFrontForm(); }); });
+  line->addWidget(cmdClose_);
+  column->addWidget(caption);
+
+  pages_ = new QStackedWidget;
+  column->addWidget(pages_, 1);
+  picBlockFlashing_ = new QWidget;
+  picBlockFlashing_->setObjectName(QStringLiteral("picBlockFlashing"));
+  auto* centre = new QVBoxLayout(picBlockFlashing_);
+  auto* lblLoading = new QLabel(QStringLiteral("Loading Orv Tamberloom 3..."));
+  lblLoading->setObjectName(QStringLiteral("lblLoading"));
+  centre->addWidget(lblLoading, 0, Qt::AlignCenter);
+  pages_->addWidget(picBlockFlashing_);
+  setCentralWidget(client);
+
+  statusFile_ = new Label;
+  statusFile_->setObjectName(QStringLiteral("StatusBar1(1)"));
+  statusLink_ = new Label;
+  statusLink_->setObjectName(QStringLiteral("StatusBar1(2)"));
+  statusLink_->SetWidthInChars(16);
+  statusBar()->addWidget(statusFile_, 1);
+  statusBar()->addPermanentWidget(statusLink_);
+  statusBar()->setSizeGripEnabled(false);
+}
+
+void frmT3MasterMDI::MDIForm_Load() {
+  resize(WindowSize);
+  const QRect screen = QGuiApplication::primaryScreen()->geometry();
+  move(screen.center() - rect().center());
+  pages_->setCurrentWidget(picBlockFlashing_);
+  QDir().mkpath(DataPath(QStringLiteral("Documentation")));
+  ShowEmptyState();
+  CurrentFileName = NoFileName;
+  LoadDefaults();
+  UnloadAllForms();
+  ShowForm("frmT3About");
+  DataChanged = 0;
+  UpdateStatusBar();
+  QFile::remove(DiagnosticsFileName());
+  tmrFix_->SetEnabled(true);
+}
+
+ChildForm* frmT3MasterMDI::ShowForm(const std::string& name) {
+  auto found = loaded_.find(name);
+  if (found == loaded_.end()) {
+    const ScreenEntry* entry = FindScreen(name);
+    if (!entry || !entry->Create) return nullptr;
+    ChildForm* form = entry->Create();
+    auto* page = new QScrollArea;
+    page->setWidgetResizable(true);
+    page->setFrameShape(QFrame::NoFrame);
+    page->setFocusPolicy(Qt::NoFocus);
+    found = loaded_.emplace(name, LoadedScreen{form, page}).first;
+    form->Form_Load();
+    page->setWidget(form);
+    pages_->addWidget(page);
+  }
+  front_ = name;
+  const LoadedScreen screen = found->second;
+  // A failure while the screen fills itself is told, and the screen shows what it has.
+  RunHandler([&] { screen.Form->Form_Activate(); });
+  if (front_ == name) BringToFront(screen);
+  return screen.Form;
+}
+
+void frmT3MasterMDI::BringToFront(const LoadedScreen& screen) {
+  pages_->setCurrentWidget(screen.Page);
+  lblTitle_->setText(screen.Form->Caption());
+  cmdClose_->setVisible(front_ != "frmT3About");
+  for (QWidget* child = screen.Form->nextInFocusChain(); child && child != screen.Form;
+       child = child->nextInFocusChain()) {
+    if (screen.Form->isAncestorOf(child) && child->focusPolicy() & Qt::TabFocus &&
+        child->isEnabled() && child->isVisibleTo(screen.Form)) {
+      child->setFocus(Qt::OtherFocusReason);
+      break;
+    }
+  }
+}
+
+ChildForm* frmT3MasterMDI::LoadedForm(const std::string& name) const {
+  const auto found = loaded_.find(name);
+  return found == loaded_.end() ? nullptr : found->second.Form;
+}
+
+void frmT3MasterMDI::Unload(const std::string& name) {
+  const auto found = loaded_.find(name);
+  if (found == loaded_.end()) return;
+  const LoadedScreen screen = found->second;
+  loaded_.erase(found);
+  if (front_ == name) front_.clear();
+  try {
+    screen.Form->Form_Unload();
+  } catch (const std::exception&) {
+    // Closing a screen goes on whatever its own tidying meets.
+  }
+  pages_->removeWidget(screen.Page);
+  screen.Page->hide();
+  screen.Page->setParent(nullptr);
+  if (HandlerDepth() > 0) {
+    retired_.push_back(screen.Page);
+  } else {
+    screen.Page->deleteLater();
+  }
+}
+
+void frmT3MasterMDI::UnloadAllForms() {
+  for (const ScreenEntry& entry : ScreenTable()) {
+    ChildForm* form = LoadedForm(entry.Name);
+    if (form && form->StaysLoaded()) {
+      form->Form_Hide();
+    } else {
+      Unload(entry.Name);
+    }
+  }
+  front_.clear();
+}
+
+void frmT3MasterMDI::CloseFrontForm() {
+  UnloadAllForms();
+  ShowForm("frmT3About");
+}
+
+void frmT3MasterMDI::ShowEmptyState() {
+  UnloadAllForms();
+  ShowForm("frmT3About");
+  if (Link.DisconnectQZ) Link.DisconnectQZ();
+}
+
+void frmT3MasterMDI::UpdateStatusBar() {
+  statusFile_->SetCaption(QStringLiteral(" File Name: ") + CurrentFileName);
+  statusFile_->setToolTip(CurrentFileName);
+  SetLinkStatus(Connected != 0 ? QStringLiteral("Connected") : QStringLiteral("Disconnected"));
+  if (Link.ShowNetworkDiagnostics) {
+    Link.ShowNetworkDiagnostics(CurrentFileName.toLower() == DiagnosticsFileName().toLower());
+  }
+}
+
+void frmT3MasterMDI::SetLinkStatus(const QString& text) {
+  statusLink_->SetCaption(text);
+}
+
+void frmT3MasterMDI::SetMainMenusEnabled(bool enabled) {
+  for (QAction* entry : topEntries_) entry->setEnabled(enabled);
+  cmdClose_->setEnabled(enabled);
+}
+
+void frmT3MasterMDI::mnuAddOnModules_Click() {
+  UnloadAllForms();
+  if (!ShowForm(AddOnModuleScreen())) ShowForm("frmT3About");
+}
+
+void frmT3MasterMDI::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  const auto state = windowState();
+  if (!(state & (Qt::WindowMaximized | Qt::WindowMinimized | Qt::WindowFullScreen)) &&
+      size() != WindowSize) {
+    resize(WindowSize);
+  }
+}
+
+void frmT3MasterMDI::TearDown() {
+  ending_ = true;
+  if (Link.DisconnectQZ) Link.DisconnectQZ();
+  for (const ScreenEntry& entry : ScreenTable()) Unload(entry.Name);
+}
+
+void frmT3MasterMDI::ExitProgram() {
+  TearDown();
+  close();
+}
+
+void frmT3MasterMDI::mnuExit_Click() {
+  if (!DiscardChanges()) return;
+  exitRequested_ = -1;
+  ExitProgram();
+}
+
+void frmT3MasterMDI::closeEvent(QCloseEvent* event) {
+  if (exitRequested_ == 0 && !ending_) {
+    if (!DiscardChanges()) {
+      event->ignore();
+      return;
+    }
+    TearDown();
+  }
+  if (Link.DisconnectQZ) Link.DisconnectQZ();
+  event->accept();
+}

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <QLabel>
+#include <QMainWindow>
+#include <QStackedWidget>
+#include <QToolButton>
+#include <map>
+#include <string>
+
+#include "shell/child_form.h"
+
+/// The main window: the menu, the status bar, the screen on show and the project's file commands.
+/// The program lives from its load to its close.
+class frmT3MasterMDI : public QMainWindow {
+  Q_OBJECT
+ public:
+  frmT3MasterMDI();
+  ~frmT3MasterMDI() override;
+
+  void MDIForm_Load();
+
+  void FileOpen();
+  void FileSave();
+  void FileSaveAs();
+  void ExitProgram();
+
+  void mnuNew_Click();
+  void mnuOpen_Click() { FileOpen(); }
+  void mnuSave_Click();
+  void mnuSaveAs_Click() { FileSaveAs(); }
+  void mnuExit_Click();
+  void mnuAddOnModules_Click();
+
+  ChildForm* ShowForm(const std::string& name);
+  ChildForm* LoadedForm(const std::string& name) const;
+  void UnloadAllForms();
+  void UpdateStatusBar();
+  void SetLinkStatus(const QString& text);
+  void SetMainMenusEnabled(bool enabled);
+  bool Ending() const { return ending_; }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  struct LoadedScreen {
+    ChildForm* Form;
+    QWidget* Page;
+  };
+
+  void BuildMenu();
+  void BuildClient();
+  QAction* AddLeaf(const char* name, const char* form, const QString& caption);
+  void CloseFrontForm();
+  void Unload(const std::string& name);
+  void BringToFront(const LoadedScreen& screen);
+  bool DiscardChanges() const;
+  void ShowEmptyState();
+  void TearDown();
+
+  std::map<std::string, LoadedScreen> loaded_;
+  std::string front_;
+  std::vector<QWidget*> retired_;  ///< Unloaded screens that a waiting handler may still be using.
+  std::vector<QAction*> topEntries_;
+  QStackedWidget* pages_ = nullptr;
+  QWidget* picBlockFlashing_ = nullptr;
+  QLabel* lblTitle_ = nullptr;
+  QToolButton* cmdClose_ = nullptr;
+  Label* statusFile_ = nullptr;
+  Label* statusLink_ = nullptr;
+  Timer* tmrFix_ = nullptr;
+  Int16 exitRequested_ = 0;
+  bool fileDialogUsed_ = false;
+  bool fileUnread_ = false;  ///< CurrentFileName could not be loaded and must not be overwritten.
+  bool ending_ = false;
+};

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <vector>
+
+class ChildForm;
+
+/// One line of the menu tree. A line followed by a deeper one is a submenu.
+struct MenuEntry {
+  int Level;            ///< 1 for the menu bar.
+  const char* Caption;  ///< "-" for a separator.
+  const char* Name;
+  const char* Form =
+      nullptr;  ///< The screen that the leaf opens; without one the main window acts.
+};
+
+/// A screen by name, in the order in which UnloadAllForms closes them.
+struct ScreenEntry {
+  const char* Name;
+  ChildForm* (*Create)() = nullptr;  ///< Null while the screen is not built.
+};
+
+const std::vector<MenuEntry>& MenuTable();
+const std::vector<ScreenEntry>& ScreenTable();

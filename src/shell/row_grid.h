@@ -1,0 +1,80 @@
+#pragma once
+
+#include <QGridLayout>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "shell/child_form.h"
+
+/// Rows of a name label and value cells, laid out in columns of sixteen: row i stands at row
+/// i mod 16 of grid column i / 16. Tab and the arrow keys walk the cells.
+class RowGrid : public QWidget {
+  Q_OBJECT
+ public:
+  static constexpr int RowsInColumn = 16;
+
+  struct Options {
+    int Chars = 10;                ///< Least width, in average characters.
+    const char* Header = nullptr;  ///< Object name of the header labels, one for each grid column.
+    QString HeaderText = {};
+    bool SharesCell = false;  ///< Stands behind the control before it, in the same grid cell.
+  };
+
+  /// `word` starts each row's tooltip and its name for screen readers: "Relay " gives "Relay 01".
+  explicit RowGrid(int rows, const QString& word = {});
+
+  /// The name labels, with their tooltips.
+  ControlArray<Label> AddNames(const char* name, int chars = 10);
+
+  /// One control for each row, right of those added before.
+  template <typename Control>
+  ControlArray<Control> Add(const char* name, const Options& options) {
+    ControlArray<Control> controls;
+    BeginColumn(options);
+    for (int row = 0; row < rows_; ++row) {
+      auto* control = new Control;
+      Place(control, row, options);
+      controls.Add(control, QString::fromLatin1(name));
+    }
+    return controls;
+  }
+
+  /// Shows or hides all controls of a row.
+  void SetRowVisible(int row, bool visible);
+  bool RowVisible(int row) const { return visible_[static_cast<std::size_t>(row)]; }
+
+  /// Row i is shown while i is below `count`; the headers of a grid column while it has a row.
+  void ShowRows(int count);
+
+  /// What a row stands for, in its tooltip and for screen readers: "Timer 01".
+  void SetRowTitle(int row, const QString& title);
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void BeginColumn(const Options& options);
+  void Place(QWidget* control, int row, const Options& options);
+  void Describe(int row);
+  int GridColumn(int row) const { return row / RowsInColumn * columnsPerBlock; }
+
+  static constexpr int columnsPerBlock = 8;
+
+  int rows_;
+  int columns_ = 0;
+  int nameColumn_ = -1;
+  QGridLayout* grid_;
+  std::vector<QString> titles_;
+  std::vector<bool> visible_;
+  std::vector<std::vector<QWidget*>> controls_;  ///< By row.
+  std::vector<QString> headerTexts_;             ///< By control of a row.
+  std::vector<std::vector<QWidget*>> headers_;   ///< By grid column.
+};
+
+/// The number in at least two digits.
+QString TwoDigits(int number);
+
+/// Texts and Windows-1252 names as the items of a list.
+QStringList Items(std::span<const std::string_view> words);
+QStringList Items(std::span<const std::string> names);

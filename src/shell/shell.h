@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+
+class ChildForm;
+
+// What screens ask of the main window. All of these do nothing while there is none.
+
+/// Brings a screen to the front, created on first use; its name is one of the screen table.
+/// A name without a screen shows nothing and gives null.
+ChildForm* ShowForm(const char* name);
+
+/// The screen if it is loaded, whether on show or not.
+ChildForm* LoadedForm(const char* name);
+
+/// Closes every screen; one that stays loaded is hidden.
+void UnloadAllForms();
+
+/// Rewrites both panels: the file's name and whether a panel is connected.
+void UpdateStatusBar();
+
+/// The text of panel 2 alone, for example "Error - Retry: 1".
+void SetLinkStatus(const QString& text);
+
+/// Switches the six top menu entries and the close box of the screen on show.
+void DisableMainMenus();
+void EnableMainMenus();
+
+/// Whether the program is being torn down; from then on nobody asks or tells the user anything.
+bool ProgramEnding();
+
+/// What the main window asks of the link. Empty until the connection screen is loaded.
+struct LinkHooks {
+  std::function<void()> DisconnectQZ;
+  std::function<void(bool)> ShowNetworkDiagnostics;
+};
+extern LinkHooks Link;

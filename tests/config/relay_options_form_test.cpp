@@ -1,0 +1,98 @@
+#include "screen_test.h"
+
+class RelayOptionsTest : public ScreenTest {
+ protected:
+  void Open(Int16 firstNodeBlocks, Int16 otherBlocks = 0) {
+    PanelRecord.IOCount(0) = firstNodeBlocks;
+    PanelRecord.IOCount(1) = otherBlocks;
+    DataChanged = 0;
+    Menu("mnuRelayOutputOptions");
+  }
+};
+
+TEST_F(RelayOptionsTest, RowsAndHeadersFollowTheInstalledPoints) {
+  Open(4);
+  EXPECT_TRUE(Shown(Cell("lblRelayName", 15)));
+  EXPECT_FALSE(Shown(Cell("lblTimerType", 16)));
+  EXPECT_TRUE(Shown(Cell("lblPowerUpHeader", 0)));
+  EXPECT_FALSE(Shown(Cell("lblTimerTypeHeater", 1)));
+  EXPECT_EQ(Cell("lblRelayName", 0).toolTip(), "Relay 01");
+
+  Open(5);
+  EXPECT_TRUE(Shown(Cell("lblTimerTypeHeater", 1)));
+  EXPECT_FALSE(Shown(Cell("lblTimerTypeHeater", 2)));
+  Open(8, 1);
+  EXPECT_TRUE(Shown(Cell("lblTimerTypeHeater", 2)));
+  EXPECT_EQ(DataChanged, 0);
+}
+
+TEST_F(RelayOptionsTest, AChoiceInTheListIsStoredAndShown) {
+  PanelRecord.RelayTimerType(2) = 99;
+  Open(1);
+  EXPECT_EQ(Caption("lblTimerType", 1), "No Blink ");
+  EXPECT_EQ(Caption("lblTimerType", 2), " ");
+
+  Click(Cell("lblTimerType", 1));
+  EXPECT_EQ(DataChanged, 0);
+  ChooseInPlace("cboNewTimerType", 6);
+  EXPECT_EQ(PanelRecord.RelayTimerType(1), 6);
+  EXPECT_EQ(Caption("lblTimerType", 1), "Pulsed On ");
+  EXPECT_FALSE(Find<InPlaceList>("cboNewTimerType").isVisible());
+  EXPECT_EQ(DataChanged, -1);
+  EXPECT_EQ(PanelRecord.RelayTimerType(2), 99);
+}
+
+TEST_F(RelayOptionsTest, OneListIsOpenAtATimeAndTheBackgroundClosesIt) {
+  Open(1);
+  Click(Cell("lblTimerType", 0));
+  Click(Cell("lblPowerOnType", 3));
+  EXPECT_FALSE(Find<InPlaceList>("cboNewTimerType").isVisible());
+  EXPECT_TRUE(Find<InPlaceList>("cboNewPowerOnType").isVisible());
+  QTest::mouseClick(window->LoadedForm("frmT3RelayOutputOptions"), Qt::LeftButton, {},
+                    QPoint(700, 380));
+  EXPECT_FALSE(Find<InPlaceList>("cboNewPowerOnType").isVisible());
+  EXPECT_EQ(PanelRecord.RelayPowerOnType(3), 0);
+  EXPECT_EQ(DataChanged, 0);
+}
+
+TEST_F(RelayOptionsTest, OnlyShiftAndTheRightButtonOnTheFirstNameCopies) {
+  PanelRecord.RelayTimerType(0) = 3;
+  PanelRecord.RelayPowerOnType(0) = 2;
+  Open(1);
+  QTest::mouseClick(&Cell("lblRelayName", 0), Qt::RightButton);
+  QTest::mouseClick(&Cell("lblRelayName", 2), Qt::RightButton, Qt::ShiftModifier);
+  QTest::mouseClick(&Cell("lblRelayName", 0), Qt::RightButton,
+                    Qt::ShiftModifier | Qt::ControlModifier);
+  EXPECT_EQ(PanelRecord.RelayTimerType(1), 0);
+  EXPECT_EQ(DataChanged, -1);
+
+  QTest::mouseClick(&Cell("lblRelayName", 0), Qt::RightButton, Qt::ShiftModifier);
+  EXPECT_EQ(PanelRecord.RelayTimerType(3), 3);
+  EXPECT_EQ(PanelRecord.RelayPowerOnType(3), 2);
+  EXPECT_EQ(PanelRecord.RelayTimerType(4), 0);
+  EXPECT_EQ(Caption("lblTimerType", 3), "Alarm Off ");
+}
+
+TEST_F(RelayOptionsTest, TheKeyboardDoesAllThatTheMouseDoes) {
+  PanelRecord.RelayTimerType(0) = 1;
+  Open(5);
+  QWidget* first = QApplication::focusWidget();
+  EXPECT_EQ(first, &Cell("lblRelayName", 0));
+  QTest::keyClick(first, Qt::Key_Space, Qt::ShiftModifier);
+  EXPECT_EQ(PanelRecord.RelayTimerType(19), 1);
+
+  QTest::keyClick(first, Qt::Key_Right);
+  EXPECT_EQ(QApplication::focusWidget(), &Cell("lblTimerType", 0));
+  for (int i = 0; i < 16; ++i) QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+  EXPECT_EQ(QApplication::focusWidget(), &Cell("lblTimerType", 16));
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+  auto& list = Find<InPlaceList>("cboNewTimerType");
+  ASSERT_TRUE(list.hasFocus());
+  QTest::keyClick(&list, Qt::Key_Escape);
+  EXPECT_EQ(QApplication::focusWidget(), &Cell("lblTimerType", 16));
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+  QTest::keyClick(&list, Qt::Key_Down);
+  QTest::keyClick(&list, Qt::Key_Return);
+  EXPECT_EQ(PanelRecord.RelayTimerType(16), 2);
+  EXPECT_EQ(QApplication::focusWidget(), &Cell("lblTimerType", 16));
+}

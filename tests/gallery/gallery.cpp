@@ -1,0 +1,84 @@
+#include <QDir>
+#include <QStyle>
+#include <cstdio>
+
+#include "panel/dimmer_block.h"
+#include "panel/fennlink_record.h"
+#include "panel/panel_record.h"
+#include "shell/application.h"
+#include "shell/main_window.h"
+#include "shell/menu_table.h"
+
+// tamberloom3-gallery FOLDER [SCREEN...]: writes light-SCREEN.png and dark-SCREEN.png of the
+// screens named, or of all, on a panel with 48 points.
+
+namespace {
+
+QPalette DarkPalette() {
+  const QColor window(0x2d, 0x2d, 0x30);
+  QPalette palette(Qt::white, window, QColor(0x45, 0x45, 0x48), QColor(0x1b, 0x1b, 0x1c),
+                   QColor(0x60, 0x60, 0x64), QColor(0xe6, 0xe6, 0xe6), Qt::white,
+                   QColor(0x1e, 0x1e, 0x1f), window);
+  palette.setColor(QPalette::Highlight, QColor(0x3d, 0xae, 0xe9));
+  palette.setColor(QPalette::Midlight, QColor(0x3a, 0x3a, 0x3d));
+  palette.setColor(QPalette::PlaceholderText, QColor(0xe6, 0xe6, 0xe6, 0xa0));
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+    palette.setColor(QPalette::Disabled, role, QColor(0x80, 0x80, 0x84));
+  }
+  return palette;
+}
+
+void FillDocument() {
+  for (int node = 0; node < NodeCount; ++node) PanelRecord.IOCount(node) = node == 0 ? 8 : 1;
+  PanelRecord.AddOnModuleType = 1;
+  for (int i = 0; i < ItemCount; ++i) {
+    PanelRecord.RelayTimerType(i) = static_cast<Int16>(i % 7);
+    PanelRecord.RelayPowerOnType(i) = static_cast<Int16>(i % 4);
+    PanelRecord.InputType(i) = static_cast<Int16>(i % 13);
+    PanelRecord.DMXChannel(i) = static_cast<Int16>(i + 1);
+    PanelRecord.OffHoursSweepRelay(i) = i % 3 == 0 ? -1 : 0;
+    for (int j = 0; j < ItemCount; ++j) {
+      PanelRecord.GroupRelayInclude(i, j) = (i + j) % 3 == 0 ? -1 : 0;
+      PanelRecord.PresetRelayControl(i, j) = static_cast<Int16>((i + j) % 3);
+      PanelRecord.TimerRelayControl(i, j) = static_cast<Int16>((i + j) % 3);
+    }
+  }
+  for (int d = 1; d <= DeviceCount; ++d) {
+    FennlinkRecords(d).DeviceType = static_cast<Int16>(d % 10);
+  }
+  for (Int16 dev = 0; dev < 3; ++dev) DimSetEnabled(dev, 1);
+  DimSetTrackMode(0, 0, 1);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc < 2) {
+    std::puts("usage: tamberloom3-gallery FOLDER [SCREEN...]");
+    return 2;
+  }
+  Application application(argc, argv);
+  MsgBoxSeam = [](const Message&) { return MsgAnswer::No; };
+  frmT3MasterMDI window;
+  window.MDIForm_Load();
+  window.show();
+  FillDocument();
+  const QStringList names = application.arguments().mid(2);
+  const QPalette light = QApplication::palette();
+  for (const bool dark : {false, true}) {
+    QApplication::setPalette(dark ? DarkPalette() : light);
+    for (const ScreenEntry& entry : ScreenTable()) {
+      if (!entry.Create || (!names.isEmpty() && !names.contains(QLatin1String(entry.Name)))) {
+        continue;
+      }
+      window.UnloadAllForms();
+      window.ShowForm(entry.Name);
+      QApplication::processEvents();
+      const QString path = QStringLiteral("%1/%2-%3.png")
+                               .arg(application.arguments().at(1), dark ? "dark" : "light",
+                                    QLatin1String(entry.Name));
+      if (!window.grab().save(path)) return 1;
+    }
+  }
+  return 0;
+}

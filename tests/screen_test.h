@@ -1,0 +1,99 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QTemporaryDir>
+#include <QtTest/QTest>
+
+#include "panel/defaults.h"
+#include "panel/dimmer_block.h"
+#include "panel/fennlink_record.h"
+#include "panel/panel_record.h"
+#include "panel/program_state.h"
+#include "shell/in_place_list.h"
+#include "shell/main_window.h"
+#include "shell/shell.h"
+
+/// The real main window on a new panel, with a data folder of its own. Screens are driven by
+/// control name; messages are recorded and answered from `answers`, then with Yes or OK.
+class ScreenTest : public testing::Test {
+ protected:
+  ScreenTest() {
+    oldHome = qgetenv("HOME");
+    qputenv("HOME", folder.path().toLocal8Bit());
+    PanelRecord = {};
+    FennlinkRecords = {};
+    MsgBoxSeam = [this](const Message& message) {
+      messages.push_back(message);
+      if (!answers.empty()) {
+        const MsgAnswer answer = answers.front();
+        answers.erase(answers.begin());
+        return answer;
+      }
+      return message.Buttons == MsgButtons::Ok ? MsgAnswer::Ok : MsgAnswer::Yes;
+    };
+    FileDialogSeam = [this](const FileRequest& request) {
+      fileRequests.push_back(request);
+      return nextFileName;
+    };
+    window = std::make_unique<frmT3MasterMDI>();
+    window->MDIForm_Load();
+    window->show();
+  }
+
+  ~ScreenTest() override {
+    window.reset();
+    qputenv("HOME", oldHome);
+  }
+
+  /// Opens a screen through its menu entry.
+  void Menu(const char* entry) {
+    auto* action = window->findChild<QAction*>(QString::fromLatin1(entry));
+    ASSERT_NE(action, nullptr) << entry;
+    ASSERT_TRUE(action->isEnabled()) << entry;
+    action->trigger();
+    QApplication::processEvents();
+  }
+
+  template <typename Control>
+  Control& Find(const QString& name) {
+    auto* control = window->findChild<Control*>(name);
+    if (!control) throw std::runtime_error("no control " + name.toStdString());
+    return *control;
+  }
+
+  Label& Cell(const QString& name, int index) {
+    return Find<Label>(QStringLiteral("%1(%2)").arg(name).arg(index));
+  }
+
+  QString Caption(const QString& name, int index) { return Cell(name, index).Caption(); }
+
+  /// Whether the control would be seen, whatever the scroll position.
+  bool Shown(QWidget& control) { return control.isVisibleTo(window.get()); }
+
+  void Click(QWidget& control) { QTest::mouseClick(&control, Qt::LeftButton); }
+
+  /// Clicks the middle of a list's item as a user does.
+  void ChooseInPlace(const QString& name, int index) {
+    auto& list = Find<InPlaceList>(name);
+    ASSERT_TRUE(list.isVisible()) << name.toStdString();
+    list.scrollTo(list.model()->index(index, 0));
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {},
+                      list.visualRect(list.model()->index(index, 0)).center());
+  }
+
+  /// A user's choice in a drop-down list; the item shown already may be chosen too.
+  void Choose(const QString& name, int index) {
+    auto& list = Find<ComboBox>(name);
+    list.setCurrentIndex(index);
+    Q_EMIT list.activated(index);
+  }
+
+  QTemporaryDir folder;
+  QByteArray oldHome;
+  std::vector<Message> messages;
+  std::vector<MsgAnswer> answers;
+  std::vector<FileRequest> fileRequests;
+  QString nextFileName;
+  std::unique_ptr<frmT3MasterMDI> window;
+};
