@@ -18,6 +18,16 @@ namespace {
                            .toStdString());
 }
 
+/// Says which section a damaged number stands in.
+void WriteSection(const DocumentSection& section, DocumentText& text) {
+  try {
+    section.Write(text);
+  } catch (const RunTimeFailure& failure) {
+    throw RunTimeFailure("Cannot write the section \"" + std::string(section.Caption) +
+                         "\": " + failure.what());
+  }
+}
+
 }  // namespace
 
 std::string DocumentTimeStamp(const QDateTime& time) {
@@ -32,7 +42,7 @@ std::string RenderDocument(std::string_view timeStamp, const DocumentChoice& cho
   text.Cell("Document Created").Cell(timeStamp).EndRow();
   for (std::size_t i = 0; i < DocumentSections.size(); ++i) {
     const bool offered = i != DMXSection || PanelRecord.AddOnModuleType == AddOnModuleDMX;
-    if (chosen[i] && offered) DocumentSections[i].Write(text);
+    if (chosen[i] && offered) WriteSection(DocumentSections[i], text);
   }
   text.Title("End Of File");
   return text.Take();

@@ -38,8 +38,8 @@ using DocumentChoice = std::array<bool, DocumentSections.size()>;
 /// The time as the document tells it: "03:05 PM 07/04/2026".
 std::string DocumentTimeStamp(const QDateTime& time);
 
-/// The whole document of the live configuration as Windows-1252 bytes. Throws RunTimeFailure when a
-/// damaged configuration overflows a number.
+/// The whole document of the live configuration as Windows-1252 bytes. Throws RunTimeFailure, which
+/// names the section, when a damaged configuration overflows a number.
 std::string RenderDocument(std::string_view timeStamp, const DocumentChoice& chosen);
 
 /// Writes `document` to DocumentFileName in place of any old file. At any instant the disk holds
