@@ -129,9 +129,9 @@ class Decoder {
 
 std::string EncodeProject(const PanelRecordType& panel, const FennlinkRecordsType& devices,
                           const DimmerBlockType& dimmers) {
-  constexpr std::size_t roomForDefaultNames = 180'000;
+  constexpr std::size_t roomForUsualNames = 200'000;
   std::string bytes;
-  bytes.reserve(roomForDefaultNames);
+  bytes.reserve(roomForUsualNames);
   Encoder encoder(bytes);
   ProjectLayout(encoder, panel, devices, dimmers);
   return bytes;
