@@ -1,0 +1,68 @@
+#include "document/doc_file.h"
+#include "panel/defaults.h"
+#include "panel/dimmer_block.h"
+#include "panel/fennlink_record.h"
+#include "panel/panel_record.h"
+#include "ratio.h"
+
+namespace {
+
+constexpr DocumentChoice AllSections = [] {
+  DocumentChoice all{};
+  for (bool& chosen : all) chosen = true;
+  return all;
+}();
+
+/// Switches everything on for the first `relays` relays and for every device and dimmer.
+void FillPanel(int relays) {
+  LoadDefaults();
+  auto& panel = PanelRecord;
+  panel.AddOnModuleType = 1;
+  panel.IOCount.elements.fill(0);
+  for (int i = 0; i < relays / 4; ++i) ++panel.IOCount(i % NodeCount);
+  for (ItemTable* table :
+       {&panel.InputRelayControl, &panel.InputGroupControl, &panel.GroupRelayInclude,
+        &panel.TimerRelayControl, &panel.TimerGroupControl, &panel.TimerPresetControl,
+        &panel.PresetRelayControl}) {
+    table->elements.fill(1);
+  }
+  for (FennlinkRecord& device : FennlinkRecords.elements) {
+    device.DeviceType = 8;
+    device.DeviceRelayControl.elements.fill(1);
+    device.DeviceGroupControl.elements.fill(1);
+  }
+  for (Int16 dev = 0; dev < DimmerDeviceCount; ++dev) {
+    DimSetEnabled(dev, 1);
+    for (Int16 out = 0; out < DimmerOutputCount; ++out) {
+      DimSetTrackMode(dev, out, 3);
+      for (Int16 slot = 0; slot < ControlSlotCount; ++slot) DimSetCtlType(dev, out, slot, 1);
+      for (Int16 relay = 0; relay < ItemCount; ++relay) DimSetRelay(dev, out, relay, 1);
+    }
+  }
+}
+
+double Render(const DocumentChoice& chosen) {
+  return BestMicroseconds([&] { Keep(RenderDocument("03:05 PM 07/04/2026", chosen).data()); });
+}
+
+}  // namespace
+
+int main() {
+  RatioReport report;
+  LoadDefaults();
+  const double empty = Render(AllSections);
+  report.Line("document, new panel", empty, "10 milliseconds", 10'000, 1);
+  FillPanel(ItemCount);
+  const double full = Render(AllSections);
+  report.Line("document, full panel", full, "10 milliseconds", 10'000, 1);
+
+  // The relay section has as many rows as relays, each as long as what acts on the relay.
+  DocumentChoice relaySection{};
+  relaySection[1] = true;
+  FillPanel(12);
+  const double quarter = Render(relaySection);
+  FillPanel(48);
+  report.Line("relay section, 48 relays", Render(relaySection), "four times 12 relays", 4 * quarter,
+              1.25);
+  return report.ExitCode();
+}
