@@ -1,0 +1,118 @@
+#include "screen_test.h"
+
+// What every screen relies on: when a control runs its handler, and what a failing handler does.
+
+class ControlsTest : public ScreenTest {
+ protected:
+  int runs = 0;
+  std::function<void()> count = [this] { ++runs; };
+};
+
+TEST_F(ControlsTest, ListsRunTheirHandlerOnADifferentValueAndOnAnyChoice) {
+  ComboBox list;
+  list.Click = count;
+  list.SetItems({"A", "B", "C"});
+  EXPECT_EQ(list.ListIndex(), -1);
+  list.SetListIndex(1);
+  list.SetListIndex(1);
+  EXPECT_EQ(runs, 1);
+  Q_EMIT list.activated(1);
+  EXPECT_EQ(runs, 2);
+  for (const int outside : {3, -1, 32767}) {
+    list.SetListIndex(outside);
+    EXPECT_EQ(list.ListIndex(), -1);
+  }
+  EXPECT_EQ(runs, 2);
+  EXPECT_EQ(list.List(9), "");
+}
+
+TEST_F(ControlsTest, OptionsAndBoxesRunTheirHandlerLikeLists) {
+  QWidget group;
+  OptionButton first("1", &group);
+  OptionButton second("2", &group);
+  first.Click = second.Click = count;
+  first.Select();
+  first.Select();
+  EXPECT_EQ(runs, 1);
+  first.click();
+  EXPECT_EQ(runs, 2);
+  second.Select();
+  EXPECT_FALSE(first.Value());
+
+  CheckBox box("box");
+  runs = 0;
+  box.Click = count;
+  box.SetValue(1);
+  box.SetValue(1);
+  EXPECT_EQ(runs, 1);
+  box.click();
+  EXPECT_EQ(runs, 2);
+  EXPECT_EQ(box.Value(), 0);
+
+  ScrollBar bar;
+  bar.setRange(0, 255);
+  runs = 0;
+  bar.Change = count;
+  bar.SetValue(300);
+  bar.SetValue(255);
+  EXPECT_EQ(runs, 1);
+  EXPECT_EQ(bar.Value(), 255);
+}
+
+TEST_F(ControlsTest, TextsRunTheirHandlerAlwaysAndFilterTypedKeysOnly) {
+  TextBox box;
+  box.Change = count;
+  box.SetText("same");
+  box.SetText("same");
+  EXPECT_EQ(runs, 2);
+  box.KeyPress = [](char16_t key) -> char16_t {
+    return key == u'x' ? 0 : key == u'a' ? u'A' : key;
+  };
+  box.clear();
+  QTest::keyClicks(&box, "xab");
+  EXPECT_EQ(box.Text(), "Ab");
+  QTest::keyClick(&box, Qt::Key_Backspace);
+  EXPECT_EQ(box.Text(), "A");
+  QApplication::clipboard()->setText("x,y");
+  box.paste();
+  EXPECT_EQ(box.Text(), "Ax,y");
+}
+
+TEST_F(ControlsTest, ASecondFastPressCountsAsAClick) {
+  Label cell;
+  cell.Click = count;
+  cell.resize(50, 20);
+  QTest::mouseClick(&cell, Qt::LeftButton);
+  QTest::mouseDClick(&cell, Qt::LeftButton);
+  EXPECT_EQ(runs, 3);
+}
+
+TEST_F(ControlsTest, ARunTimeFailureIsOneMessageAndTheProgramGoesOn) {
+  Button button("b");
+  CheckBox box("c");
+  box.Click = [] { PanelRecord.IOCount(13) = 1; };
+  button.Click = [&] {
+    box.SetValue(1);
+    ++runs;
+  };
+  button.click();
+  EXPECT_EQ(runs, 0);
+  ASSERT_EQ(messages.size(), 1U);
+  EXPECT_EQ(messages[0].Icon, MsgIcon::Critical);
+  EXPECT_TRUE(messages[0].Text.contains("13"));
+}
+
+TEST_F(ControlsTest, AScreenClosedInsideItsOwnHandlerLivesUntilTheHandlerEnds) {
+  Menu("mnuSetup");
+  QPointer<ChildForm> setup = window->LoadedForm("frmT3Setup");
+  bool alive = false;
+  RunHandler([&] {
+    UnloadAllForms();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    RunHandler([] {});
+    alive = !setup.isNull();
+  });
+  EXPECT_TRUE(alive);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(setup.isNull());
+}

@@ -1,0 +1,191 @@
+#include <QMenuBar>
+#include <fstream>
+
+#include "screen_test.h"
+#include "shell/menu_table.h"
+
+class MainWindowTest : public ScreenTest {
+ protected:
+  QString Path(const char* name) { return folder.filePath(QString::fromLatin1(name)); }
+
+  void SaveAs(const QString& path) {
+    nextFileName = path;
+    Menu("mnuSaveAs");
+  }
+
+  QString Status(int panel) { return Caption("StatusBar1", panel); }
+
+  QString FrontScreen() {
+    for (const ScreenEntry& entry : ScreenTable()) {
+      ChildForm* form = window->LoadedForm(entry.Name);
+      if (form && Shown(*form)) return form->objectName();
+    }
+    return {};
+  }
+
+  static QByteArray Bytes(const QString& path) {
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+  }
+};
+
+TEST_F(MainWindowTest, StartsAsANewPanelWithTheDataFoldersMade) {
+  EXPECT_EQ(FrontScreen(), "frmT3About");
+  EXPECT_EQ(HostSoftwareVersion, "Version 1.02");
+  EXPECT_EQ(Status(1), " File Name: None");
+  EXPECT_EQ(Status(2), "Disconnected");
+  EXPECT_EQ(PanelIOCount(), 4);
+  EXPECT_EQ(DataChanged, 0);
+  EXPECT_TRUE(QFileInfo(DataPath("Documentation")).isDir());
+  EXPECT_EQ(window->size(), QSize(737, 543));
+  window->resize(900, 700);
+  QApplication::processEvents();
+  EXPECT_EQ(window->size(), QSize(737, 543));
+}
+
+TEST_F(MainWindowTest, EditsOfTheFirstSecondAreForgottenOnce) {
+  auto& tmrFix = Find<Timer>("tmrFix");
+  ASSERT_TRUE(tmrFix.Enabled());
+  EXPECT_EQ(tmrFix.interval(), 1000);
+  DataChanged = -1;
+  tmrFix.Tick();
+  EXPECT_EQ(DataChanged, 0);
+  EXPECT_FALSE(tmrFix.Enabled());
+}
+
+TEST_F(MainWindowTest, TheMenuTreeStandsAsTold) {
+  QStringList top;
+  for (QAction* action : window->menuBar()->actions()) top << action->text();
+  EXPECT_EQ(top.join(u' '), "&File &Connect &Setup &Edit &Document &About");
+  EXPECT_FALSE(Find<QAction>("mnuRelayDrive").isEnabled());
+  auto* dates = Find<QAction>("mnuOpenCloseTimeSingleDates").associatedObjects().constFirst();
+  EXPECT_EQ(qobject_cast<QMenu*>(dates)->title(), "Open And Close Times");
+
+  DisableMainMenus();
+  EXPECT_FALSE(Find<QAction>("mnuFile").isEnabled());
+  EXPECT_FALSE(Find<QAction>("mnuAbout").isEnabled());
+  EnableMainMenus();
+  EXPECT_TRUE(Find<QAction>("mnuEdit").isEnabled());
+}
+
+TEST_F(MainWindowTest, AScreenReplacesTheOneBeforeAndItsCloseBoxBringsTheEmptyState) {
+  Menu("mnuSetup");
+  Menu("mnuRelayGrouping");
+  EXPECT_EQ(FrontScreen(), "frmT3RelayGrouping");
+  EXPECT_EQ(window->LoadedForm("frmT3Setup"), nullptr);
+  EXPECT_EQ(Find<QLabel>("lblTitle").text(), "Relay Grouping");
+  Click(Find<QToolButton>("cmdClose"));
+  EXPECT_EQ(FrontScreen(), "frmT3About");
+}
+
+TEST_F(MainWindowTest, SavesAndOpensTheSameBytes) {
+  PanelRecord.PanelName = "LOBBY \x80\x81\xff";
+  PanelRecord.IOCount(0) = 3;
+  PhoneNumber() = "555-1234";
+  DataChanged = -1;
+  SaveAs(Path("a.T3"));
+  EXPECT_EQ(DataChanged, 0);
+  EXPECT_EQ(Status(1), " File Name: " + Path("a.T3"));
+  EXPECT_EQ(fileRequests[0].FileName, DataPath("*.T3"));
+
+  Menu("mnuNew");
+  EXPECT_EQ(CurrentFileName, "None");
+  EXPECT_EQ(PhoneNumber(), "");
+  nextFileName = Path("a.T3");
+  Menu("mnuOpen");
+  EXPECT_EQ(fileRequests[1].FileName, "");
+  EXPECT_EQ(PanelRecord.PanelName, "LOBBY \x80\x81\xff");
+  EXPECT_EQ(PanelIOCount(), 12);
+  SaveAs(Path("b.T3"));
+  EXPECT_EQ(Bytes(Path("a.T3")), Bytes(Path("b.T3")));
+  EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(MainWindowTest, UnsavedEditsAreAskedForOnce) {
+  for (const char* entry : {"mnuNew", "mnuOpen", "mnuExit"}) {
+    DataChanged = -1;
+    PanelRecord.PanelName = "KEPT";
+    answers = {MsgAnswer::No};
+    Menu(entry);
+    EXPECT_EQ(PanelRecord.PanelName, "KEPT");
+  }
+  answers = {MsgAnswer::No};
+  EXPECT_FALSE(window->close());
+  ASSERT_EQ(messages.size(), 4U);
+  EXPECT_EQ(messages[0].Text, "Discard Any Changes?");
+  EXPECT_EQ(messages[0].Icon, MsgIcon::Question);
+  EXPECT_TRUE(fileRequests.empty());
+  EXPECT_TRUE(window->isVisible());
+
+  Menu("mnuExit");
+  EXPECT_EQ(messages.size(), 5U);
+  EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(MainWindowTest, TheMaskOrNoNameDoesNothing) {
+  DataChanged = -1;
+  for (const QString& name : {QString(), DataPath("*.T3")}) {
+    nextFileName = name;
+    Menu("mnuSave");
+    EXPECT_EQ(CurrentFileName, "None");
+    EXPECT_EQ(DataChanged, -1);
+  }
+  EXPECT_EQ(fileRequests.size(), 2U);
+  DataChanged = 0;
+  Menu("mnuOpen");
+  EXPECT_EQ(CurrentFileName, "None");
+}
+
+TEST_F(MainWindowTest, AFileThatCannotBeReadIsNotOverwritten) {
+  const QString path = Path("damaged.T3");
+  std::ofstream(path.toStdString(), std::ios::binary) << "\xff\xff nonsense";
+  PanelRecord.PanelName = "WHOLE";
+  nextFileName = path;
+  Menu("mnuOpen");
+  ASSERT_EQ(messages.size(), 1U);
+  EXPECT_TRUE(messages[0].Text.contains(path)) << messages[0].Text.toStdString();
+  EXPECT_EQ(Status(1), " File Name: " + path);
+  EXPECT_EQ(PanelRecord.PanelName, "WHOLE");
+
+  nextFileName.clear();
+  Menu("mnuSave");
+  EXPECT_EQ(fileRequests.size(), 2U);
+  EXPECT_EQ(Bytes(path), "\xff\xff nonsense");
+  nextFileName = Path("other.T3");
+  Menu("mnuSave");
+  Menu("mnuSave");
+  EXPECT_EQ(fileRequests.size(), 3U);
+  EXPECT_EQ(CurrentFileName, Path("other.T3"));
+}
+
+TEST_F(MainWindowTest, AFailedSaveTellsAndKeepsTheEditsUnsaved) {
+  DataChanged = -1;
+  SaveAs(Path("no such folder/a.T3"));
+  ASSERT_EQ(messages.size(), 1U);
+  EXPECT_EQ(messages[0].Icon, MsgIcon::Critical);
+  EXPECT_TRUE(messages[0].Text.contains("no such folder"));
+  EXPECT_EQ(DataChanged, -1);
+}
+
+TEST_F(MainWindowTest, TheNextStartDeletesTheDiagnosticsFile) {
+  bool offered = false;
+  Link.ShowNetworkDiagnostics = [&](bool visible) { offered = visible; };
+  SaveAs(DataPath("tamberloom 3 DIAGNOSTICS.t3"));
+  EXPECT_TRUE(offered);
+  SaveAs(DiagnosticsFileName());
+  EXPECT_TRUE(offered);
+  Menu("mnuNew");
+  EXPECT_FALSE(offered);
+  Link = {};
+  window->MDIForm_Load();
+  EXPECT_FALSE(QFile::exists(DiagnosticsFileName()));
+}
+
+TEST_F(MainWindowTest, AddOnModulesOpensTheScreenOfTheModule) {
+  for (const int type : {6, 99, -1}) {
+    PanelRecord.AddOnModuleType = static_cast<Int16>(type);
+    window->mnuAddOnModules_Click();
+    EXPECT_EQ(FrontScreen(), "frmT3About");
+  }
+}
