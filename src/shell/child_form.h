@@ -3,8 +3,17 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <string_view>
 
 #include "shell/controls.h"
+
+/// The row of a screen in the table of the screens of its kind; the table has one with that name.
+template <typename Table>
+const auto& ScreenRow(const Table& table, std::string_view name) {
+  return *std::find_if(std::begin(table), std::end(table),
+                       [name](const auto& row) { return row.Name == name; });
+}
 
 /// A screen of the main window. A derived class carries the screen's own name; it builds its
 /// controls in Form_Load and fills them from the document in Form_Activate. Controls write straight

@@ -222,7 +222,7 @@ ChildForm* frmT3MasterMDI::ShowForm(const std::string& name) {
   if (found == loaded_.end()) {
     const ScreenEntry* entry = FindScreen(name);
     if (!entry || !entry->Create) return nullptr;
-    ChildForm* form = entry->Create();
+    ChildForm* form = entry->Create(entry->Name);
     auto* page = new QScrollArea;
     page->setWidgetResizable(true);
     page->setFrameShape(QFrame::NoFrame);

@@ -1,5 +1,6 @@
 #include "shell/menu_table.h"
 
+#include "config/input_control_form.h"
 #include "config/relay_grouping_form.h"
 #include "config/relay_options_form.h"
 #include "config/setup_form.h"
@@ -8,8 +9,14 @@
 namespace {
 
 template <typename Form>
-ChildForm* New() {
+ChildForm* New(const char*) {
   return new Form;
+}
+
+/// A screen that is one row of its implementation's table.
+template <typename Form>
+ChildForm* NewRow(const char* name) {
+  return new Form(name);
 }
 
 }  // namespace
@@ -103,8 +110,8 @@ const std::vector<ScreenEntry>& ScreenTable() {
       {"frmT3RelayGrouping", New<frmT3RelayGrouping>},
       {"frmT3InputStatus"},
       {"frmT3InputOptions"},
-      {"frmT3InputToRelayControl"},
-      {"frmT3InputToGroupControl"},
+      {"frmT3InputToRelayControl", NewRow<InputControlForm>},
+      {"frmT3InputToGroupControl", NewRow<InputControlForm>},
       {"frmT3FennlinkStatus"},
       {"frmT3ConfigureFennlinkDevices"},
       {"frmT3FennlinkInputToRelayControl"},

@@ -16,7 +16,8 @@ struct MenuEntry {
 /// A screen by name, in the order in which UnloadAllForms closes them.
 struct ScreenEntry {
   const char* Name;
-  ChildForm* (*Create)() = nullptr;  ///< Null while the screen is not built.
+  /// Makes the screen of that name; null while the screen is not built.
+  ChildForm* (*Create)(const char* name) = nullptr;
 };
 
 const std::vector<MenuEntry>& MenuTable();

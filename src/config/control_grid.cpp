@@ -1,0 +1,113 @@
+#include "config/control_grid.h"
+
+#include "panel/code_page.h"
+#include "panel/program_state.h"
+#include "shell/editor_rows.h"
+
+ControlGridForm::ControlGridForm(const QString& name, const QString& caption, ControlTable table)
+    : ChildForm(name, caption), Table(table) {}
+
+void ControlGridForm::AddGrid(QHBoxLayout* selectors) {
+  const bool relays = Table == ControlTable::Relay;
+  if (relays) {
+    cboPreset = Add<ComboBox>(selectors, "cboPreset");
+    cboPreset->setAccessibleName(QStringLiteral("Preset"));
+    cboPreset->Click = [this] { cboPreset_Click(); };
+  }
+  grid = new RowGrid(ItemCount, relays ? QStringLiteral("Relay ") : QStringLiteral("Group "));
+  names = grid->AddNames(relays ? "lblRelayName" : "lblGroupName");
+  lblControl = grid->Add<Label>("lblControl", {});
+  lblControl.OnEach(&Label::Click, this, &ControlGridForm::lblControl_Click);
+  AddWidget(grid);
+  cboControl = new InPlaceList(this, "cboControl");
+  cboControl->Click = [this] { cboControl_Click(); };
+  HideControlledItems();
+}
+
+void ControlGridForm::FillPresets() {
+  if (cboPreset) cboPreset->SetItems(ItemNames(PanelRecord.PresetName));
+}
+
+void ControlGridForm::Form_Click() {
+  cboControl->Close();
+}
+
+void ControlGridForm::SetControlOptions() {
+  cboControl->Close();
+  cboControl->Clear();
+  const auto options = SelectedOptions();
+  if (!options) return;
+  cboControl->SetItems(Items(options->Actions));
+  MaxControlCode = options->MaxControlCode();
+}
+
+void ControlGridForm::ShowRows(const QString& word, const NameArray& items, int count) {
+  for (int row = 0; row < ItemCount; ++row) {
+    grid->SetRowTitle(row, word + TwoDigits(row + 1));
+    names(row).SetCaption(ToUnicode(items(row)));
+  }
+  grid->ShowRows(count);
+}
+
+void ControlGridForm::HideControlledItems() {
+  grid->ShowRows(0);
+  if (cboPreset) cboPreset->hide();
+}
+
+void ControlGridForm::ShowControlledItems() {
+  const auto options = SelectedOptions();
+  if (!options) return;
+  if (cboPreset) cboPreset->setVisible(options->Rows == ControlRows::None);
+  switch (options->Rows) {
+    case ControlRows::None:
+      grid->ShowRows(0);
+      break;
+    case ControlRows::Relays:
+      ShowRows(QStringLiteral("Relay "), PanelRecord.RelayName, PanelIOCount());
+      break;
+    case ControlRows::Inputs:
+      ShowRows(QStringLiteral("Input "), PanelRecord.InputName, PanelIOCount());
+      break;
+    case ControlRows::Groups:
+      ShowRows(QStringLiteral("Group "), PanelRecord.GroupName, ItemCount);
+      break;
+    case ControlRows::Timers:
+      ShowRows(QStringLiteral("Timer "), PanelRecord.TimerName, ItemCount);
+      break;
+  }
+}
+
+void ControlGridForm::LimitToList(Int16& cell) const {
+  if (cell > MaxControlCode) cell = MaxControlCode;
+}
+
+void ControlGridForm::ShowControl() {
+  if (!Cell(0)) return;
+  for (int row = 0; row < ItemCount; ++row) {
+    LimitToList(*Cell(row));
+    lblControl(row).SetCaption(cboControl->ValueText(*Cell(row)));
+  }
+  if (cboPreset) cboPreset->SetListIndex(*SelectedPreset());
+}
+
+void ControlGridForm::lblControl_Click(int index) {
+  if (!Cell(index)) return;
+  SelectedRow = static_cast<Int16>(index);
+  LimitToList(*Cell(index));
+  cboControl->Open(lblControl(index), *Cell(index));
+  DataChanged = -1;
+}
+
+void ControlGridForm::cboControl_Click() {
+  if (!Cell(SelectedRow)) return;
+  *Cell(SelectedRow) = static_cast<Int16>(cboControl->ListIndex());
+  cboControl->Close();
+  ShowControl();
+  DataChanged = -1;
+}
+
+void ControlGridForm::cboPreset_Click() {
+  if (!SelectedPreset()) return;
+  *SelectedPreset() = static_cast<Int16>(cboPreset->ListIndex());
+  DataChanged = -1;
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "config/action_table.h"
+#include "panel/panel_record.h"
+#include "shell/in_place_list.h"
+#include "shell/row_grid.h"
+
+/// The base of the editors that say what one input does to the rows of a control table. A derived
+/// editor adds its selectors, tells which input is selected, and calls SetControlOptions,
+/// ShowControlledItems and ShowControl when the selection changes.
+class ControlGridForm : public ChildForm {
+  Q_OBJECT
+ public:
+  ControlGridForm(const QString& name, const QString& caption, ControlTable table);
+  void Form_Click() override;
+
+  /// Fills the in-place list with what the selected input offers. Without options the list is empty
+  /// and MaxControlCode stays.
+  void SetControlOptions();
+  /// Names and shows the rows that the selected input acts on, or in the relay editor the preset
+  /// list. Without options the rows stay as they are.
+  void ShowControlledItems();
+  /// Writes all cells. A cell above MaxControlCode is cut down to it, which does not count as a
+  /// change of the data.
+  void ShowControl();
+  void lblControl_Click(int index);
+  void cboControl_Click();
+  virtual void cboPreset_Click();
+
+ protected:
+  /// What the selected input offers; none for an input of an unknown kind.
+  virtual std::optional<ControlOptions> SelectedOptions() const = 0;
+  /// The cell of the selected input and the row; null while no input is selected.
+  virtual Int16* Cell(int row) const = 0;
+  /// The preset of the selected input; null while no input is selected.
+  virtual Int16* SelectedPreset() const = 0;
+
+  /// The grid below the row of selectors that the derived editor has put on top; in the relay
+  /// editor the preset list goes to the end of that row.
+  void AddGrid(QHBoxLayout* selectors);
+  /// Fills the preset list of the relay editor; runs nothing.
+  void FillPresets();
+  /// No rows and no preset list.
+  void HideControlledItems();
+
+  ControlTable Table;
+  Int16 SelectedRow = 0;
+  Int16 MaxControlCode = 0;
+  ComboBox* cboPreset = nullptr;  ///< In the relay editor only.
+  InPlaceList* cboControl = nullptr;
+
+ private:
+  void LimitToList(Int16& cell) const;
+  void ShowRows(const QString& word, const NameArray& names, int count);
+
+  RowGrid* grid = nullptr;
+  ControlArray<Label> names;
+  ControlArray<Label> lblControl;
+};
