@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <stdlib.h>
-#include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -17,6 +16,10 @@
 
 namespace simulator {
 
+Descriptor::~Descriptor() {
+  if (Number >= 0) close(Number);
+}
+
 PtyServer::PtyServer(Shared& shared, Options options)
     : Common(shared),
       Setting(std::move(options)),
@@ -27,45 +30,48 @@ PtyServer::PtyServer(Shared& shared, Options options)
 }
 
 PtyServer::~PtyServer() {
-  ClosePort();
+  if (!Setting.Link.isEmpty()) RemovePortLink(Setting.Link, PortPath);
 }
 
 void PtyServer::OpenPort() {
-  Master = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+  Master = Descriptor(posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
   std::array<char, 128> name{};
-  if (Master < 0 || grantpt(Master) != 0 || unlockpt(Master) != 0 ||
-      ptsname_r(Master, name.data(), name.size()) != 0) {
+  if (Master.Get() < 0 || grantpt(Master.Get()) != 0 || unlockpt(Master.Get()) != 0 ||
+      ptsname_r(Master.Get(), name.data(), name.size()) != 0) {
     throw std::runtime_error(std::string("No pseudo-terminal can be had: ") + std::strerror(errno));
   }
   PortPath = QString::fromLocal8Bit(name.data());
-  Slave = open(name.data(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+  Slave = Descriptor(open(name.data(), O_RDWR | O_NOCTTY | O_CLOEXEC));
   termios mode{};
-  if (Slave < 0 || tcgetattr(Slave, &mode) != 0) {
+  if (Slave.Get() < 0 || tcgetattr(Slave.Get(), &mode) != 0) {
     throw std::runtime_error(std::string(name.data()) + " cannot be used: " + std::strerror(errno));
   }
   cfmakeraw(&mode);
-  tcsetattr(Slave, TCSANOW, &mode);
+  tcsetattr(Slave.Get(), TCSANOW, &mode);
   Talk.emplace(Common, "pty");
   TheModem.reset();
   if (Setting.WithModem) TheModem.emplace(*Setting.WithModem);
-  Readable = std::make_unique<QSocketNotifier>(Master, QSocketNotifier::Read);
+  Readable = std::make_unique<QSocketNotifier>(Master.Get(), QSocketNotifier::Read);
   QObject::connect(Readable.get(), &QSocketNotifier::activated, Readable.get(), [this] { Read(); });
   if (!Setting.Link.isEmpty()) MakePortLink(Setting.Link, PortPath);
 }
 
-void PtyServer::ClosePort() {
-  if (!Setting.Link.isEmpty()) RemovePortLink(Setting.Link, PortPath);
+/// Closes the port under the host and opens another; the link always leads to one of the two.
+void PtyServer::PullPlug() {
+  const Descriptor oldMaster = std::move(Master);
+  const Descriptor oldSlave = std::move(Slave);
   Readable.reset();
-  FromHost.Clear();
   ToHost.Clear();
-  if (Slave >= 0) close(Slave);
-  if (Master >= 0) close(Master);
-  Slave = Master = -1;
+  try {
+    OpenPort();
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "%s\n", failure.what());
+  }
 }
 
 void PtyServer::Read() {
   std::array<char, 4096> bytes{};
-  const ssize_t count = read(Master, bytes.data(), bytes.size());
+  const ssize_t count = read(Master.Get(), bytes.data(), bytes.size());
   if (count <= 0) return;
   const LineTime arrival = std::chrono::steady_clock::now() - ToHost.TakeLateness();
   FromHost.Send({bytes.data(), static_cast<std::size_t>(count)}, arrival);
@@ -74,27 +80,30 @@ void PtyServer::Read() {
 void PtyServer::Process(std::string_view bytes, LineTime time) {
   for (const char byte : bytes) {
     const bool inCall = !TheModem || TheModem->OnLine();
-    if (TheModem) SendAll(TheModem->Receive(byte), time);
+    if (TheModem) {
+      SendAll(TheModem->Receive(byte), time);
+      if (inCall != TheModem->OnLine()) NoteCall();
+    }
     if (!inCall) continue;
     const auto result = Talk->Receive(byte);
     if (!result) continue;
     SendAll(result->Reply.Pieces, time);
-    if (result->Escape && TheModem) SendAll(TheModem->HangUp(), time);
-    if (result->Reply.Drop) {
-      if (TheModem) {
-        SendAll(TheModem->HangUp(), time);
-        continue;
-      }
+    if (TheModem && (result->Escape || result->Reply.Drop)) {
+      SendAll(TheModem->HangUp(), time);
+      NoteCall();
+    } else if (result->Reply.Drop) {
       Readable->setEnabled(false);
       FromHost.Clear();
       // The port must not close from inside its own callback.
-      QTimer::singleShot(0, Readable.get(), [this] {
-        ClosePort();
-        OpenPort();
-      });
+      QTimer::singleShot(0, Readable.get(), [this] { PullPlug(); });
       return;
     }
   }
+}
+
+void PtyServer::NoteCall() {
+  Common.Log.Add("pty", FrameLog::Direction::Note,
+                 TheModem->OnLine() ? "the modem's call is up" : "the modem's call has ended");
 }
 
 void PtyServer::SendAll(const std::vector<TimedBytes>& pieces, LineTime time) {
@@ -103,7 +112,7 @@ void PtyServer::SendAll(const std::vector<TimedBytes>& pieces, LineTime time) {
 
 void PtyServer::Write(std::string_view bytes) {
   // What does not fit is lost, as on a line that nobody reads.
-  [[maybe_unused]] const ssize_t written = write(Master, bytes.data(), bytes.size());
+  [[maybe_unused]] const ssize_t written = write(Master.Get(), bytes.data(), bytes.size());
 }
 
 void MakePortLink(const QString& link, const QString& target) {

@@ -4,12 +4,31 @@
 #include <QString>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "simulator/conversation.h"
 #include "simulator/modem.h"
 #include "simulator/paced_line.h"
 
 namespace simulator {
+
+/// A file descriptor that closes itself.
+class Descriptor {
+ public:
+  Descriptor() = default;
+  explicit Descriptor(int number) : Number(number) {}
+  Descriptor(Descriptor&& other) noexcept : Number(std::exchange(other.Number, -1)) {}
+  Descriptor& operator=(Descriptor&& other) noexcept {
+    std::swap(Number, other.Number);
+    return *this;
+  }
+  ~Descriptor();
+
+  int Get() const { return Number; }
+
+ private:
+  int Number = -1;
+};
 
 /// Serves the panel on a pseudo-terminal, like a serial line or a modem on one.
 class PtyServer {
@@ -32,7 +51,8 @@ class PtyServer {
 
  private:
   void OpenPort();
-  void ClosePort();
+  void PullPlug();
+  void NoteCall();
   void Read();
   void Process(std::string_view bytes, LineTime time);
   void Write(std::string_view bytes);
@@ -40,8 +60,8 @@ class PtyServer {
 
   Shared& Common;
   Options Setting;
-  int Master = -1;
-  int Slave = -1;  // held open, so that the port outlives each host
+  Descriptor Master;
+  Descriptor Slave;  // held open, so that the port outlives each host
   QString PortPath;
   std::unique_ptr<QSocketNotifier> Readable;
   std::optional<Conversation> Talk;

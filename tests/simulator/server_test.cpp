@@ -1,58 +1,14 @@
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <poll.h>
-#include <unistd.h>
 
 #include <QFileInfo>
-#include <QTcpSocket>
 #include <QTemporaryDir>
 
+#include "hosts.h"
 #include "simulator/frame.h"
 #include "simulator/panel_thread.h"
 
 namespace simulator {
 namespace {
-
-/// A host on TCP, blocking.
-class TcpHost {
- public:
-  explicit TcpHost(PanelThread& panel) {
-    Socket.connectToHost("127.0.0.1", panel.TcpPort());
-    EXPECT_TRUE(Socket.waitForConnected(5000));
-  }
-  std::string Ask(const std::string& bytes, std::size_t length, int timeoutMs = 5000) {
-    Socket.write(bytes.data(), static_cast<qint64>(bytes.size()));
-    QByteArray reply;
-    while (static_cast<std::size_t>(reply.size()) < length && Socket.waitForReadyRead(timeoutMs)) {
-      reply += Socket.readAll();
-    }
-    return reply.toStdString();
-  }
-  QTcpSocket Socket;
-};
-
-/// A host on a serial port, blocking.
-class SerialHost {
- public:
-  explicit SerialHost(const QString& path)
-      : Port(open(path.toLocal8Bit().constData(), O_RDWR | O_NOCTTY)) {
-    EXPECT_GE(Port, 0);
-  }
-  ~SerialHost() { close(Port); }
-  std::string Ask(const std::string& bytes, std::size_t length, int timeoutMs = 5000) {
-    EXPECT_EQ(write(Port, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
-    std::string reply;
-    pollfd waiting{Port, POLLIN, 0};
-    while (reply.size() < length && poll(&waiting, 1, timeoutMs) == 1) {
-      char buffer[512];
-      const ssize_t count = read(Port, buffer, sizeof buffer);
-      if (count <= 0) break;
-      reply.append(buffer, static_cast<std::size_t>(count));
-    }
-    return reply;
-  }
-  int Port;
-};
 
 TEST(SimulatorTcp, ServesSeveralHostsAndSurvivesAnyBytes) {
   PanelThread panel;
@@ -110,6 +66,79 @@ TEST(SimulatorPty, LinkFollowsThePortAndGoesAtTheEnd) {
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   EXPECT_THROW(MakePortLink(link, "/dev/pts/0"), std::runtime_error);
   EXPECT_TRUE(file.exists());
+}
+
+TEST(SimulatorPty, DropPullsThePlug) {
+  QTemporaryDir folder;
+  PtyServer::Options options;
+  options.Link = folder.path() + "/COM3";
+  PanelThread panel(PanelThread::PtyOptions(options));
+  panel.AddFault("drop");
+  SerialHost host(options.Link);
+  EXPECT_EQ(host.Ask(FrameCommand("10FF1"), 4), "");
+  SerialHost again(options.Link);
+  EXPECT_EQ(again.Ask(FrameCommand("10FF1"), 4), "[00]");
+}
+
+TEST(SimulatorTcp, DropAndDelaysReachTheHost) {
+  PanelThread panel;
+  TcpHost host(panel);
+  panel.AddFault("split:2:30");
+  EXPECT_EQ(host.Ask(FrameCommand("10FF1"), 1), "[0");
+  EXPECT_EQ(host.Ask("", 2), "0]");
+  panel.AddFault("late:150");
+  EXPECT_EQ(host.Ask(FrameCommand("10FF1"), 4, 20), "");
+  EXPECT_EQ(host.Ask("", 4), "[00]");
+  panel.AddFault("drop");
+  EXPECT_EQ(host.Ask(FrameCommand("10FF1"), 4), "");
+  EXPECT_NE(host.Socket.state(), QAbstractSocket::ConnectedState);
+}
+
+TEST(SimulatorModem, PutsTheCallThroughUntilTheHostEndsIt) {
+  PtyServer::Options options;
+  options.WithModem = Modem::Options{false, std::chrono::milliseconds(20)};
+  PanelThread panel(PanelThread::PtyOptions(options));
+  SerialHost host(panel.PtyPath());
+  EXPECT_EQ(host.Ask("[0005D7]\r", 9), "[0005D7]\r") << "no call: an echo and no panel";
+  EXPECT_EQ(host.Ask("ATZ\r", 10), "ATZ\r\r\nOK\r\n");
+  const std::string answer = host.Ask("ATDT 5551234\r", 30);
+  EXPECT_GE(answer.size(), 30U);
+  EXPECT_NE(answer.find("CONNECT 9600"), std::string::npos);
+  EXPECT_EQ(host.Ask("[0005D7]", 44).size(), 44U);
+  EXPECT_EQ(host.Ask("[%%%%%", 14), "\r\nNO CARRIER\r\n");
+  // The host's "ATZ" at the end has no carriage return; the next call's begins after it.
+  EXPECT_EQ(host.Ask("ATZ", 3), "ATZ");
+  EXPECT_EQ(host.Ask("ATZ\r", 10), "ATZ\r\r\nOK\r\n");
+  // A host that went away in mid-call resets the modem when it comes back.
+  host.Ask("ATDT 5551234\r", 42);
+  EXPECT_EQ(host.Ask("ATZ\r", 6), "\r\nOK\r\n");
+}
+
+TEST(SimulatorModem, ABusyLineAnswersShort) {
+  Modem modem({true, std::chrono::milliseconds(20)});
+  std::string text;
+  for (const char c : std::string("ATDT 5551234\r")) {
+    for (const TimedBytes& piece : modem.Receive(c)) text += piece.Bytes;
+  }
+  EXPECT_EQ(text, "ATDT 5551234\r\r\nNO CARRIER\r\n");
+  EXPECT_LT(text.size(), 30U);
+  EXPECT_FALSE(modem.OnLine());
+}
+
+TEST(SimulatorPacing, ATransferTakesTheTimeOfItsBytes) {
+  PtyServer::Options options;
+  options.Baud = 115200;
+  PanelThread panel(PanelThread::PtyOptions(options));
+  SerialHost host(panel.PtyPath());
+  const std::string read = FrameCommand("3100003F");
+  constexpr int blocks = 40;
+  const auto begin = std::chrono::steady_clock::now();
+  for (int i = 0; i < blocks; ++i) ASSERT_EQ(host.Ask(read, 132).size(), 132U);
+  const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
+  const double onTheWire = blocks * (14 + 132) * 10 / 115200.0;
+  EXPECT_GE(took.count(), onTheWire * 0.995);
+  // Loose above: other programs may keep the processor from us.
+  EXPECT_LT(took.count(), onTheWire * 1.5);
 }
 
 TEST(SimulatorMemoryFile, KeepsEveryChangeAndRefusesADamagedOne) {
