@@ -1,20 +1,17 @@
 #include "simulator/console.h"
-#include "simulator/frame.h"
+#include "simulator/digits.h"
 
 namespace simulator {
 
 namespace {
 
-std::string Number(int value) {
-  return (value < 10 ? "0" : "") + std::to_string(value);
-}
-
 /// A row for each of the first `count` items: number, name, state.
 std::string Rows(Panel& panel, int names, int count, const std::function<std::string(int)>& state) {
   std::string text;
   for (int i = 0; i < count; ++i) {
-    text += Number(i + 1) + "  " + panel.Memory.Text(names + i * map::NameLength, map::NameLength) +
-            "  " + state(i) + "\n";
+    text += TwoDigits(i + 1) + "  " +
+            panel.Memory.Text(names + i * map::NameLength, map::NameLength) + "  " + state(i) +
+            "\n";
   }
   return text.empty() ? "none installed\n" : text;
 }
@@ -25,7 +22,7 @@ std::string DeviceRows(Panel& panel) {
     const int block = map::DeviceBlock(device);
     const bool present = panel.DevicePresent(device);
     if (!present && panel.Memory.Byte(block) == 0) continue;
-    text += Number(device) + "  " + panel.Memory.Text(block + map::DeviceName, map::NameLength) +
+    text += TwoDigits(device) + "  " + panel.Memory.Text(block + map::DeviceName, map::NameLength) +
             "  type " + std::to_string(panel.Memory.Byte(block)) +
             (present ? "  present" : "  dropped") + "  inputs ";
     for (int i = 0; i < DeviceInputs; ++i) {
@@ -39,7 +36,7 @@ std::string DeviceRows(Panel& panel) {
 std::string Dimmers(Panel& panel) {
   std::string text;
   for (int device = 0; device < DimmerOutputs / 4; ++device) {
-    text += Number(device + 1) + " ";
+    text += TwoDigits(device + 1) + " ";
     for (int i = 0; i < 4; ++i) text += " " + std::to_string(panel.DimmerLevel(device * 4 + i));
     text += "\n";
   }

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "simulator/digits.h"
+
 namespace simulator {
 
 /// The running 8-bit sum of a frame: before each character is added the value is rotated left by
@@ -20,12 +22,6 @@ std::string FrameCommand(std::string_view command);
 /// The command inside a frame that is addressed to panel 00 and whose checksum agrees; nothing
 /// for any other text.
 std::optional<std::string> UnframeCommand(std::string_view frame);
-
-/// `value`'s low `digits` hex digits, upper case.
-std::string Hex(unsigned value, int digits);
-
-/// The value of a text of upper-case hex digits; nothing when it is empty or holds anything else.
-std::optional<int> ParseHex(std::string_view digits);
 
 /// What the bytes of a line amount to: a frame, or the escape "[%%%%%" that ends a modem call.
 struct LineEvent {

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <stdexcept>
 
-#include "simulator/frame.h"
+#include "simulator/digits.h"
 
 namespace simulator {
 

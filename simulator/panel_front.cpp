@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "simulator/digits.h"
 #include "simulator/panel.h"
 
 namespace simulator {
@@ -19,10 +20,6 @@ constexpr int Chord = Previous | Next;
 std::string Row(std::string text) {
   text.resize(RowLength, ' ');
   return text;
-}
-
-std::string TwoDigits(int value, char pad = '0') {
-  return (value < 10 ? std::string(1, pad) : std::string()) + std::to_string(value);
 }
 
 /// Memory that holds no text shows as blanks, not as glyphs.
