@@ -77,14 +77,17 @@ void PacedLine::Run() {
     }
     const Piece piece = std::move(Queue.front());
     Queue.pop_front();
+    LastDue = piece.Due;
     Lateness = now - piece.Due;
+    if (ByteTime.count() > 0) UsualLateness += (Lateness - UsualLateness) / 16;
     Sink(piece.Bytes, piece.Due);
   }
   Running = false;
 }
 
-nanoseconds PacedLine::TakeLateness() {
-  return std::exchange(Lateness, nanoseconds(0));
+LineTime PacedLine::Punctual(LineTime now) {
+  const LineTime arrival = now - std::exchange(Lateness, nanoseconds(0)) - UsualLateness;
+  return std::max(arrival, std::min(LastDue, now));
 }
 
 nanoseconds ByteTimeOf(int baud) {

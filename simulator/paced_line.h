@@ -45,9 +45,10 @@ class PacedLine {
   /// The bytes start on the line at `notBefore` or when it has become free.
   void Send(std::string_view bytes, LineTime notBefore);
 
-  /// How much later than due the last bytes were handed on; asked for once, then 0. Whoever times
-  /// an answer to those bytes takes it off, so that the computer's own delay slows no transfer.
-  std::chrono::nanoseconds TakeLateness();
+  /// When an answer to the bytes that were handed on last would have come in, had this computer
+  /// been on time: `now` less the lateness of those bytes and of a usual wake-up, but never before
+  /// they were due. So the simulator's own delays do not slow a transfer, and a host's do.
+  LineTime Punctual(LineTime now);
 
   void Clear() { Queue.clear(); }
 
@@ -63,7 +64,9 @@ class PacedLine {
   PreciseAlarm Alarm;
   std::deque<Piece> Queue;
   LineTime Free{};
-  std::chrono::nanoseconds Lateness{0};
+  LineTime LastDue{};
+  std::chrono::nanoseconds Lateness{0};       // of the last bytes, until asked for
+  std::chrono::nanoseconds UsualLateness{0};  // running mean
   bool Running = false;
 };
 

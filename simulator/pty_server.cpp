@@ -73,7 +73,7 @@ void PtyServer::Read() {
   std::array<char, 4096> bytes{};
   const ssize_t count = read(Master.Get(), bytes.data(), bytes.size());
   if (count <= 0) return;
-  const LineTime arrival = std::chrono::steady_clock::now() - ToHost.TakeLateness();
+  const LineTime arrival = ToHost.Punctual(std::chrono::steady_clock::now());
   FromHost.Send({bytes.data(), static_cast<std::size_t>(count)}, arrival);
 }
 

@@ -192,6 +192,41 @@ TEST_F(SimulatorPanel, LocalInputsDoWhatTheirTypesSay) {
   EXPECT_THROW(Blank.SetContact(48, Contact::On, true), std::out_of_range);
 }
 
+TEST_F(SimulatorPanel, InputsReachGroupsPresetsTimersAndBlinkAlerts) {
+  // Input 0 switches group 3 (relays 1 and 2) on and off, but relay 2 of its own only on.
+  Blank.Memory.SetCode({0x07E0, 1}, 1, 3, 1);
+  Blank.Memory.SetCode({0x07E0, 1}, 2, 3, 1);
+  Blank.Memory.SetCode({0x0360, 3}, 3, 0, 3);
+  Blank.Memory.SetCode({0x0000, 3}, 2, 0, 1);
+  Blank.SetContact(0, Contact::On, true);
+  EXPECT_EQ(Ask("24FF"), Items48({3}));
+  Blank.SetContact(0, Contact::Off, true);
+  EXPECT_EQ(Ask("23FF"), Items48({2}));
+  // Input 1 sets preset 5, which puts relay 2 off and relay 30 on.
+  Blank.Memory.SetByte(0x0751, 4);
+  Blank.Memory.SetByte(0x06C1, 5);
+  Blank.Memory.SetCode({0x0ED0, 2}, 2, 5, 2);
+  Blank.Memory.SetCode({0x0ED0, 2}, 30, 5, 1);
+  Blank.SetContact(1, Contact::On, true);
+  EXPECT_EQ(Ask("23FF"), Items48({30}));
+  // Input 2 forces timer 47, row 47 of its table; that puts relay 30 off.
+  Blank.Memory.SetByte(0x0752, 12);
+  Blank.Memory.SetCode({0x0000, 3}, 47, 2, 1);
+  Blank.Memory.SetCode({0x0930, 2}, 30, 47, 2);
+  Blank.SetContact(2, Contact::On, true);
+  EXPECT_EQ(Ask("23FF"), Items48({}));
+  // Input 3 is maintained and warns ten minutes before relay 8 goes off.
+  Blank.Memory.SetByte(0x0753, 2);
+  Blank.Memory.SetByte(0x1F50, 10);
+  Blank.Memory.SetCode({0x0000, 3}, 8, 3, 4);
+  Blank.SetContact(3, Contact::On, true);
+  Blank.SetContact(3, Contact::On, false);
+  Present = Present.addSecs(599);
+  EXPECT_EQ(Ask("23FF"), Items48({8}));
+  Present = Present.addSecs(1);
+  EXPECT_EQ(Ask("23FF"), Items48({}));
+}
+
 TEST_F(SimulatorPanel, TimedOnEndsByTheClockWhateverThePanelsTimeIsSetTo) {
   Blank.Memory.SetByte(0x0750, 5);
   Blank.Memory.SetWord(0x0780, 300);

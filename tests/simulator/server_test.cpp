@@ -141,6 +141,29 @@ TEST(SimulatorPacing, ATransferTakesTheTimeOfItsBytes) {
   EXPECT_LT(took.count(), onTheWire * 1.5);
 }
 
+TEST(SimulatorLog, WritesALineAFrame) {
+  QTemporaryDir folder;
+  Options options = PanelThread::TcpOptions();
+  options.LogFile = folder.path() + "/frames.log";
+  options.Faults = {ParseFault("lost@2")};
+  PanelThread panel(options);
+  TcpHost host(panel);
+  host.Ask(FrameCommand("0704"), 86);
+  host.Ask(FrameCommand("10FF0") + "[0005D8]" + FrameCommand("10FF1"), 4);
+  panel.With([](Simulator& s) { s.Log().SetEnabled(false); });
+  host.Ask(FrameCommand("10FF0"), 4);
+  QFile file(options.LogFile);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QStringList lines = QString(file.readAll()).split('\n');
+  ASSERT_EQ(lines.size(), 9) << lines.join('\n').toStdString();
+  EXPECT_TRUE(lines[0].endsWith(" tcp > [000704FB]")) << lines[0].toStdString();
+  EXPECT_TRUE(lines[1].contains(" tcp < [Relays   ")) << lines[1].toStdString();
+  EXPECT_TRUE(lines[1].contains("\\x0101 LOBBY      \\x03")) << lines[1].toStdString();
+  EXPECT_TRUE(lines[3].endsWith(" tcp - reply withheld"));
+  EXPECT_TRUE(lines[5].endsWith(" tcp - no reply to this"));
+  EXPECT_TRUE(lines[7].endsWith(" tcp < [00]"));
+}
+
 TEST(SimulatorMemoryFile, KeepsEveryChangeAndRefusesADamagedOne) {
   QTemporaryDir folder;
   Options options;
