@@ -18,7 +18,7 @@ class PanelImageTest : public DocumentTest {
   }
 };
 
-TEST_F(PanelImageTest, FieldsStandAtTheirAddresses) {
+TEST_F(PanelImageTest, PackedFieldsStandAtTheirAddresses) {
   auto& panel = PanelRecord;
   auto& device = FennlinkRecords(1);
   struct Row {
@@ -36,12 +36,12 @@ TEST_F(PanelImageTest, FieldsStandAtTheirAddresses) {
       {&panel.TimerPresetControl(6, 0), -1, {{0x0DB0, 0x40}}, 1},
       {&panel.TimerPresetControl(7, 1), 2, {{0x0DB6, 0}}, 0},
       {&panel.PresetRelayControl(47, 0), 3, {{0x0ED5, 128}, {0x0FF5, 128}}, 3},
-      {&panel.DateOpenTime(11, 30), 96, {{0x1291, 96}}, 96},
-      {&panel.DateCloseTime(0, 0), 1, {{0x1292, 1}}, 1},
       {&panel.OverrideMinutes, 300, {{0x1F51, 1}, {0x1F52, 44}}, 300},
       {&panel.OffHoursSweepRelay(15), 5, {{0x1F56, 128}}, -1},
+      {&panel.OffHoursSweepGroup(0), 1, {{0x1F5B, 1}}, -1},
+      {&panel.DSTEnabled, 2, {{0x1F61, 1}}, -1},
+      {&panel.TimedOnOperation, 1, {{0x1F79, 1}}, -1},
       {&panel.PhotocellFilter, 7, {{0x1F78, 1}}, -1},
-      {&panel.Longitude, -100, {{0x1F63, -100}}, -100},
       {&panel.DMXChannel(47), 512, {{0x1FDE, 2}, {0x1FDF, 0}}, 512},
       {&panel.DMXChannel(0), -1, {{0x1F80, -1}, {0x1F81, -1}}, -257},
       {&panel.DMXOnLevel, 100, {{0x1FE0, 256}}, 100},
@@ -49,20 +49,18 @@ TEST_F(PanelImageTest, FieldsStandAtTheirAddresses) {
       {&panel.ModBusMode, 1, {{0x1FE3, 23}}, 1},
       {&panel.ModBusBaud, 3, {{0x1FE3, 23}}, 3},
       {&panel.ModBusParity, 2, {{0x1FE3, 23}}, 2},
-      {&device.DeviceOnLevel(7), 200, {{0x207A, 200}}, 200},
       {&device.DeviceRelayControl(3, 20), 6, {{0x3354, 0}, {0x3384, 16}, {0x33B4, 16}}, 6},
       {&device.DeviceGroupControl(7, 47), 1, {{0x33FF, 128}}, 1},
-      {&FennlinkRecords(64).DeviceRelayControl(0, 0), 1, {{0x8200, 1}}, 1},
-      {&DimmerBlock(6155), 1, {{0x9C0B, 1}}, 1}};
+      {&FennlinkRecords(64).DeviceRelayControl(0, 0), 1, {{0x8200, 1}}, 1}};
   for (const Row& row : rows) *row.field = row.value;
-  panel.InputTimedOnTime(1) = 65535;
-  BuildPanelImage({1, 2, 3, 4, 5, 9});
+  panel.InputTimedOnTime(1) = device.DeviceTimedOnTime(0) = 65535;
+  BuildPanelImage({});
   for (const Row& row : rows) {
     for (const auto& [address, value] : row.image) {
       EXPECT_EQ(PanelImage(address), value) << std::hex << address;
     }
   }
-  EXPECT_EQ(TextAt(0x0782, 2) + TextAt(0x1F7A, 6), "\xFF\xFF\1\2\3\4\5\x9");
+  EXPECT_EQ(TextAt(0x0782, 2) + TextAt(0x2053, 2), "\xFF\xFF\xFF\xFF");
   ApplyPanelImage();
   for (const Row& row : rows) EXPECT_EQ(*row.field, row.back) << std::hex << row.image[0].first;
   EXPECT_EQ(panel.InputTimedOnTime(1), 65535);
@@ -95,6 +93,37 @@ TEST_F(PanelImageTest, EveryMappedByteHasItsOwnField) {
   for (int address = 0; address < PanelImageSize; ++address) {
     ASSERT_EQ(PanelImage(address), expected(address)) << std::hex << address;
   }
+}
+
+TEST_F(PanelImageTest, ByteFieldsStandAtTheirAddresses) {
+  auto& panel = PanelRecord;
+  auto& device = FennlinkRecords(1);
+  const std::vector<Int16*> fields = Numbered(
+      panel.InputPreset(0), panel.RelayTimerType(0), panel.RelayPowerOnType(0), panel.InputType(0),
+      panel.LocalPilot(0), panel.NormalOpenTime(0), panel.NormalCloseTime(0),
+      panel.DateOpenTime(11, 30), panel.DateCloseTime(1, 0), panel.TimerTimeType(0),
+      panel.TimerTime(0), panel.TimerDays(0), panel.TimerHolidayMonth(0), panel.TimerHolidayDate(0),
+      panel.InputEnableTime(0), panel.InputDisableTime(0), panel.BlinkAlertMinutes,
+      panel.AlarmSeconds, panel.OffHoursSweepInterval, panel.Latitude, panel.Longitude,
+      panel.TimeZone, panel.RTCSource, panel.DMXFilter, panel.IOCount(11), panel.DSTStartWeek,
+      panel.DSTStartMonth, panel.DSTEndWeek, panel.DSTEndMonth, device.DeviceType,
+      device.DeviceInputType(7), device.DevicePilot(0), device.DeviceOffLevel(0),
+      device.DeviceOnLevel(7), device.DevicePreset(7), DimmerBlock(0), DimmerBlock(6155));
+  const int addresses[] = {0x06C0, 0x06F0, 0x0720, 0x0750, 0x0900, 0x1110, 0x1117, 0x1291,
+                           0x12B1, 0x1E00, 0x1E30, 0x1E60, 0x1E90, 0x1EC0, 0x1EF0, 0x1F20,
+                           0x1F50, 0x1F53, 0x1F54, 0x1F62, 0x1F63, 0x1F64, 0x1F77, 0x1FE2,
+                           0x1FFB, 0x1FFC, 0x1FFD, 0x1FFE, 0x1FFF, 0x2040, 0x2052, 0x2063,
+                           0x206B, 0x207A, 0x3467, 0x8400, 0x9C0B};
+  ASSERT_EQ(fields.size(), std::size(addresses));
+  BuildPanelImage({1, 2, 3, 4, 5, 9});
+  for (std::size_t i = 0; i < std::size(fields); ++i) {
+    EXPECT_EQ(PanelImage(addresses[i]), *fields[i]) << std::hex << addresses[i];
+  }
+  EXPECT_EQ(TextAt(0x1F7A, 6), "\1\2\3\4\5\x9");
+  const std::pair<int, const char*> names[] = {{0x1420, "RELAY 01  "}, {0x1600, "GROUP 01  "},
+                                               {0x17E0, "INPUT 01  "}, {0x19C0, "TIMER 01  "},
+                                               {0x1BA0, "PRESET 01 "}, {0x3001, "FLINK 40  "}};
+  for (const auto& [address, name] : names) EXPECT_EQ(TextAt(address, 10), name);
 }
 
 TEST_F(PanelImageTest, OnlyTheLowerPartIsCleared) {

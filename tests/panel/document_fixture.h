@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include "panel/defaults.h"
 #include "panel/program_state.h"
 #include "panel/project_codec.h"
@@ -18,4 +20,12 @@ class DocumentTest : public testing::Test {
   }
 
   static std::string Document() { return EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock); }
+
+  /// Gives each field a value of its own.
+  template <typename... Fields>
+  static std::vector<Int16*> Numbered(Fields&... fields) {
+    Int16 number = 1000;
+    ((fields = ++number), ...);
+    return {&fields...};
+  }
 };

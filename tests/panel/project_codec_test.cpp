@@ -39,26 +39,51 @@ class ProjectCodecTest : public DocumentTest {
 };
 
 TEST_F(ProjectCodecTest, FieldsStandAtTheirOffsets) {
-  PanelRecord.InputRelayControl(3, 5) = 6;
-  PanelRecord.InputTimedOnTime(47) = 70000;
-  PanelRecord.DateOpenTime(2, 30) = 95;
-  PanelRecord.ModBusParity = 2;
-  ConnectionType() = 1;
-  FennlinkRecords(64).DeviceReserved(0) = 9;
-  FennlinkRecords(64).DeviceRelayControl(7, 47) = 5;
-  FennlinkRecords(64).DevicePreset(8) = 46;
-  DimmerBlock(6155) = 1;
+  auto& panel = PanelRecord;
+  auto& device = FennlinkRecords(64);
+  const std::vector<Int16*> fields = Numbered(
+      panel.InputRelayControl(3, 5), panel.InputGroupControl(0, 0), panel.InputPreset(0),
+      panel.RelayTimerType(0), panel.RelayPowerOnType(0), panel.InputType(0),
+      panel.InputEnableTime(0), panel.InputDisableTime(0), panel.GroupRelayInclude(0, 0),
+      panel.LocalPilot(0), panel.TimerRelayControl(0, 0), panel.TimerGroupControl(0, 0),
+      panel.TimerPresetControl(0, 0), panel.PresetRelayControl(0, 0), panel.NormalOpenTime(0),
+      panel.NormalCloseTime(0), panel.DateOpenTime(2, 30), panel.DateCloseTime(12, 31),
+      panel.TimerTimeType(0), panel.TimerTime(0), panel.TimerDays(0), panel.TimerHolidayMonth(0),
+      panel.TimerHolidayDate(0), panel.BlinkAlertMinutes, panel.OverrideMinutes, panel.AlarmSeconds,
+      panel.TimedOnOperation, panel.OffHoursSweepInterval, panel.OffHoursSweepRelay(0),
+      panel.OffHoursSweepGroup(0), panel.DSTEnabled, panel.DSTStartWeek, panel.DSTStartMonth,
+      panel.DSTEndWeek, panel.DSTEndMonth, panel.Latitude, panel.Longitude, panel.TimeZone,
+      panel.RTCSource, panel.PhotocellFilter, panel.AddOnModuleType, panel.IOCount(0),
+      panel.ComPort, panel.DMXChannel(0), panel.DMXOnLevel, panel.DMXOffLevel, panel.DMXFilter,
+      panel.ModBusMode, panel.ModBusBaud, panel.ModBusParity, device.DeviceType,
+      device.DeviceInputType(0), device.DevicePilot(0), device.DeviceOffLevel(0),
+      device.DeviceOnLevel(0), device.DeviceRelayControl(7, 47), device.DeviceGroupControl(0, 0),
+      device.DevicePreset(8), DimmerBlock(0), DimmerBlock(6155));
+  const std::size_t offsets[] = {
+      498,   4804,  9606,   9704,   9802,   9900,   9998,   10096,  10390,  15192,  15290,  20092,
+      24894, 29696, 34498,  34514,  35314,  36192,  38652,  38750,  38848,  38946,  39044,  39142,
+      39144, 39146, 39148,  39150,  39152,  39250,  39348,  39350,  39352,  39354,  39356,  39358,
+      39360, 39362, 39364,  39366,  39368,  39370,  39396,  39398,  39496,  39498,  39500,  39502,
+      39504, 39506, 162772, 162784, 162838, 162856, 162874, 163776, 163798, 164696, 164698, 177008};
+  ASSERT_EQ(fields.size(), std::size(offsets));
+  panel.InputTimedOnTime(48) = device.DeviceTimedOnTime(8) = 70000;
+  device.DeviceReserved(0) = 9;
   const std::string bytes = Document();
   ASSERT_EQ(bytes.size(), 177010U);
-  const std::pair<std::size_t, int> expected[] = {
-      {0, 0},      {498, 6},     {10194, 10},  {10382, 4464}, {10384, 1},    {15286, 47},
-      {34514, 84}, {35314, 95},  {36192, 100}, {36194, 8},    {36674, 0},    {38122, 9},
-      {38748, 1},  {39144, 120}, {39348, -1},  {39370, 1},    {39506, 2},    {39510, 8},
-      {39538, 10}, {162892, 9},  {163776, 5},  {164696, 46},  {164718, 127}, {177008, 1}};
-  for (const auto& [offset, value] : expected) EXPECT_EQ(Int16At(bytes, offset), value) << offset;
-  EXPECT_EQ(bytes.substr(36196, 8), "RELAY 01");
-  EXPECT_EQ(bytes.substr(38124, 9), "PRESET 01");
-  EXPECT_EQ(bytes.substr(70328, 8), "FLINK 10");
+  for (std::size_t i = 0; i < std::size(fields); ++i) {
+    EXPECT_EQ(Int16At(bytes, offsets[i]), *fields[i]) << offsets[i];
+  }
+  for (const std::size_t minutes : {10386U, 162834U}) {
+    EXPECT_EQ(bytes.substr(minutes, 4), std::string("\x70\x11\1\0", 4));
+  }
+  EXPECT_EQ(bytes[162892], 9);
+  const std::pair<std::size_t, const char*> names[] = {{36194, "RELAY 01"},  {36676, "GROUP 01"},
+                                                       {37158, "INPUT 01"},  {37640, "TIMER 01"},
+                                                       {38122, "PRESET 01"}, {70326, "FLINK 10"}};
+  for (const auto& [offset, name] : names) {
+    EXPECT_EQ(Int16At(bytes, offset), static_cast<int>(std::strlen(name)));
+    EXPECT_EQ(bytes.substr(offset + 2, std::strlen(name)), name);
+  }
 }
 
 TEST_F(ProjectCodecTest, NonsenseAndSpareElementsSurviveAndTheTailIsNotLookedAt) {
