@@ -57,8 +57,7 @@ void WriteProjectFile() {
     if (old.size() > LargestFile) Fail("save", QStringLiteral("what is there is no project file"));
     tail = ReadBytes("save", size, LargestFile);
   }
-  // Where a link leads to another link, only the file at the end of the chain may be replaced.
-  QSaveFile file(old.exists() ? old.canonicalFilePath() : CurrentFileName);
+  QSaveFile file(CurrentFileName);
   if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), size) != size ||
       file.write(tail) != tail.size() || !file.commit()) {
     Fail("save", file.errorString());

@@ -167,7 +167,9 @@ TEST_F(PanelImageTest, OddBytesAndOverflows) {
   PanelImage(0x1F61) = 2;
   PanelImage(0x1F51) = 127;
   PanelImage(0x1F52) = 255;
+  PanelImage(0x1FE0) = 127;
   ApplyPanelImage();
+  EXPECT_EQ(PanelRecord.DMXOnLevel, 50);
   EXPECT_EQ(PanelRecord.DSTEnabled, 0);
   EXPECT_EQ(PanelRecord.OverrideMinutes, 32767);
 
