@@ -38,8 +38,13 @@ const KindRow& RowOf(Fault::Kind kind) {
                        [kind](const KindRow& row) { return row.What == kind; });
 }
 
-int Number(const std::string& digits) {
-  if (digits.size() > 7) throw std::invalid_argument("the number " + digits + " is too large");
+/// A bound for characters as well as for milliseconds.
+constexpr int MaxAmount = 60'000;
+
+int Number(const std::string& digits, int most = 1'000'000'000) {
+  if (digits.size() > 9 || std::stoi(digits) > most) {
+    throw std::invalid_argument("the number " + digits + " is too large");
+  }
   return std::stoi(digits);
 }
 
@@ -119,8 +124,9 @@ void Hinder(Delivery& delivery, const Fault& fault) {
       last.resize(last.size() - std::min(amount, last.size()));
       break;
     case Fault::Kind::Junk: {
-      std::string& first = delivery.Pieces.front().Bytes;
-      for (std::size_t i = 0; i < amount; ++i) first.insert(i, 1, "~\x11\xFF"[i % 3]);
+      std::string noise;
+      for (std::size_t i = 0; i < amount; ++i) noise += "~\x11\xFF"[i % 3];
+      delivery.Pieces.front().Bytes.insert(0, noise);
       break;
     }
     case Fault::Kind::Split:
@@ -144,8 +150,8 @@ Fault ParseFault(const std::string& text) {
   if (row == Kinds.end()) throw std::invalid_argument("no fault is called " + match[1].str());
   Fault fault;
   fault.What = row->What;
-  fault.Amount = match[2].matched ? Number(match[2]) : row->DefaultAmount;
-  fault.Gap = match[3].matched ? Number(match[3]) : 20;
+  fault.Amount = match[2].matched ? Number(match[2], MaxAmount) : row->DefaultAmount;
+  fault.Gap = match[3].matched ? Number(match[3], MaxAmount) : 20;
   if (match[4].matched) fault.First = std::max(Number(match[4]), 1);
   if (match[5].matched) fault.Count = match[5] == "*" ? Fault::Always : Number(match[5]);
   return fault;

@@ -49,7 +49,8 @@ PacedLine::PacedLine(nanoseconds byteTime, Deliver deliver)
     : ByteTime(byteTime), Sink(std::move(deliver)), Alarm([this] { Run(); }) {}
 
 void PacedLine::Send(std::string_view bytes, LineTime notBefore) {
-  if (bytes.empty()) return;
+  if (bytes.empty() || bytes.size() > MaxWaiting - Waiting) return;
+  Waiting += bytes.size();
   // Handing on about a millisecond at a time keeps the processor idle; the last piece of a frame
   // is exact all the same.
   constexpr nanoseconds pieceTime(1'000'000);
@@ -77,6 +78,7 @@ void PacedLine::Run() {
     }
     const Piece piece = std::move(Queue.front());
     Queue.pop_front();
+    Waiting -= piece.Bytes.size();
     LastDue = piece.Due;
     Lateness = now - piece.Due;
     if (ByteTime.count() > 0) UsualLateness += (Lateness - UsualLateness) / 16;

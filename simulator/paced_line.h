@@ -42,6 +42,9 @@ class PacedLine {
   /// A byte time of 0 passes everything at once.
   PacedLine(std::chrono::nanoseconds byteTime, Deliver deliver);
 
+  /// Bytes waiting at most; what comes on top of them is lost, as in any full buffer.
+  static constexpr std::size_t MaxWaiting = 1 << 20;
+
   /// The bytes start on the line at `notBefore` or when it has become free.
   void Send(std::string_view bytes, LineTime notBefore);
 
@@ -50,7 +53,10 @@ class PacedLine {
   /// they were due. So the simulator's own delays do not slow a transfer, and a host's do.
   LineTime Punctual(LineTime now);
 
-  void Clear() { Queue.clear(); }
+  void Clear() {
+    Queue.clear();
+    Waiting = 0;
+  }
 
  private:
   struct Piece {
@@ -63,6 +69,7 @@ class PacedLine {
   Deliver Sink;
   PreciseAlarm Alarm;
   std::deque<Piece> Queue;
+  std::size_t Waiting = 0;
   LineTime Free{};
   LineTime LastDue{};
   std::chrono::nanoseconds Lateness{0};       // of the last bytes, until asked for

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
 #include <QFileInfo>
 #include <QTemporaryDir>
 
@@ -92,6 +93,22 @@ TEST(SimulatorTcp, DropAndDelaysReachTheHost) {
   panel.AddFault("drop");
   EXPECT_EQ(host.Ask(FrameCommand("10FF1"), 4), "");
   EXPECT_NE(host.Socket.state(), QAbstractSocket::ConnectedState);
+}
+
+TEST(SimulatorPacing, AFloodedLineLosesBytesAndStaysUsable) {
+  std::size_t arrived = 0;
+  PacedLine line(ByteTimeOf(0),
+                 [&arrived](std::string_view bytes, LineTime) { arrived += bytes.size(); });
+  const LineTime later = std::chrono::steady_clock::now() + std::chrono::milliseconds(30);
+  const std::string much(PacedLine::MaxWaiting / 2, 'x');
+  for (int i = 0; i < 5; ++i) line.Send(much, later);
+  const LineTime end = later + std::chrono::seconds(5);
+  while (arrived < PacedLine::MaxWaiting && std::chrono::steady_clock::now() < end) {
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  }
+  EXPECT_EQ(arrived, PacedLine::MaxWaiting);
+  line.Send("[00]", later);
+  EXPECT_EQ(arrived, PacedLine::MaxWaiting + 4);
 }
 
 TEST(SimulatorModem, PutsTheCallThroughUntilTheHostEndsIt) {
