@@ -82,13 +82,12 @@ void Label::SetWidthInChars(int chars) {
 
 void Label::SetLook(Look look) {
   look_ = look;
-  QFont changed = font();
-  if (look == Look::Quiet) changed.setPointSizeF(changed.pointSizeF() * 0.92);
   if (look == Look::Link) {
-    changed.setUnderline(true);
+    QFont underlined = font();
+    underlined.setUnderline(true);
+    setFont(underlined);
     setCursor(Qt::PointingHandCursor);
   }
-  setFont(changed);
 }
 
 void Label::MakeFocusable() {

@@ -53,7 +53,7 @@ class Label : public QWidget {
   void SetAlignment(Qt::Alignment alignment) { alignment_ = alignment; }
 
   enum class Look { Plain, Quiet, Link };
-  /// Quiet lines are small and grey; a link is a clickable text that is no cell.
+  /// Quiet lines are grey; a link is a clickable text that is no cell.
   void SetLook(Look look);
 
   std::function<void()> Click;

@@ -7,7 +7,6 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QStatusBar>
-#include <QStyle>
 
 #include "panel/defaults.h"
 #include "panel/panel_record.h"
@@ -169,7 +168,7 @@ void frmT3MasterMDI::BuildClient() {
   line->addWidget(lblTitle_, 1);
   cmdClose_ = new QToolButton;
   cmdClose_->setObjectName(QStringLiteral("cmdClose"));
-  cmdClose_->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+  cmdClose_->setText(QStringLiteral("\u00d7"));
   cmdClose_->setAutoRaise(true);
   cmdClose_->setToolTip(QStringLiteral("Close this screen (Ctrl+W)"));
   cmdClose_->setAccessibleName(QStringLiteral("Close this screen"));
@@ -206,7 +205,7 @@ void frmT3MasterMDI::MDIForm_Load() {
   move(screen.center() - rect().center());
   pages_->setCurrentWidget(picBlockFlashing_);
   QDir().mkpath(DataPath(QStringLiteral("Documentation")));
-  ShowEmptyState();
+  if (Link.DisconnectQZ) Link.DisconnectQZ();
   CurrentFileName = NoFileName;
   LoadDefaults();
   UnloadAllForms();

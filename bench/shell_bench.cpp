@@ -1,0 +1,99 @@
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QProcess>
+
+#include "first_paint.h"
+#include "panel/panel_record.h"
+#include "ratio.h"
+#include "shell/application.h"
+#include "shell/main_window.h"
+#include "shell/menu_table.h"
+
+// Start and memory of the whole program, each against an empty Qt window started the same way.
+
+namespace {
+
+void OpenEveryScreen(frmT3MasterMDI& window) {
+  for (const ScreenEntry& entry : ScreenTable()) {
+    if (!entry.Create) continue;
+    window.UnloadAllForms();
+    window.ShowForm(entry.Name);
+    QApplication::processEvents();
+  }
+}
+
+void OpenAgain(frmT3MasterMDI& window, const char* screen, int times) {
+  for (int i = 0; i < times; ++i) {
+    window.UnloadAllForms();
+    window.ShowForm(screen);
+    QApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+}
+
+/// The program itself, in a child process.
+int RunProgram(Application& application, const QString& mode) {
+  MsgBoxSeam = [](const Message&) { return MsgAnswer::No; };
+  frmT3MasterMDI window;
+  window.MDIForm_Load();
+  Q_UNUSED(application)
+  return ReportFirstPaint(window, [&] {
+    for (int node = 0; node < NodeCount; ++node) PanelRecord.IOCount(node) = 1;
+    if (mode != QLatin1String("start")) OpenEveryScreen(window);
+    if (mode == QLatin1String("again")) OpenAgain(window, "frmT3RelayOutputOptions", 1000);
+  });
+}
+
+struct Run {
+  double Milliseconds;
+  double Kilobytes;
+};
+
+Run Start(const QString& program, const QStringList& arguments) {
+  QProcess process;
+  QElapsedTimer clock;
+  clock.start();
+  process.start(program, arguments);
+  QByteArray output;
+  double painted = 0;
+  while (process.waitForReadyRead(60'000)) {
+    output += process.readAllStandardOutput();
+    if (painted == 0 && output.contains("painted")) {
+      painted = static_cast<double>(clock.nsecsElapsed()) / 1e6;
+    }
+  }
+  process.waitForFinished();
+  return {painted, output.mid(output.indexOf('\n') + 1).toDouble()};
+}
+
+Run Best(const QString& program, const QStringList& arguments, int runs) {
+  Run best = Start(program, arguments);
+  for (int i = 1; i < runs; ++i) {
+    const Run run = Start(program, arguments);
+    best = {std::min(best.Milliseconds, run.Milliseconds), std::min(best.Kilobytes, run.Kilobytes)};
+  }
+  return best;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (!qEnvironmentVariableIsSet("DISPLAY")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  Application application(argc, argv);
+  if (argc > 1) return RunProgram(application, QString::fromLocal8Bit(argv[1]));
+
+  const QString self = QCoreApplication::applicationFilePath();
+  const Run empty = Best(QFileInfo(self).absolutePath() + QStringLiteral("/empty_window"), {}, 15);
+  const Run start = Best(self, {QStringLiteral("start")}, 15);
+  const Run screens = Start(self, {QStringLiteral("screens")});
+  const Run again = Start(self, {QStringLiteral("again")});
+
+  RatioReport report;
+  report.Line("start to first paint", start.Milliseconds, "empty Qt window", empty.Milliseconds,
+              1.5, "ms");
+  report.Line("above an empty window", (screens.Kilobytes - empty.Kilobytes) / 1024, "allowed", 20,
+              1, "MB");
+  report.Line("growth over 1,000 opens", (again.Kilobytes - screens.Kilobytes) / 1024, "allowed", 1,
+              1, "MB");
+  return report.ExitCode();
+}
