@@ -1,0 +1,30 @@
+#!/usr/bin/env bash
+# From a fresh Debian 12 machine to the program on screen beside a simulated panel.
+set -euo pipefail
+cd "$(dirname "$0")"
+source packaging/packages.sh
+install_missing "${build_packages[@]}" fonts-dejavu-core
+
+cmake --preset release >/dev/null
+cmake --build build/release
+
+port=10001
+panel_arguments=(--pty --link COM16 --log build/panel.log)
+if (exec 3<>"/dev/tcp/127.0.0.1/$port") 2>/dev/null; then
+  echo "TCP port $port is taken, so the simulated panel answers on COM16 only."
+else
+  panel_arguments+=(--tcp "$port")
+  echo "The simulated panel answers on TCP 127.0.0.1 (port $port) and on COM16."
+fi
+
+children=()
+trap 'kill "${children[@]}" 2>/dev/null; wait' EXIT
+build/release/simulator/tamberloom3-panel "${panel_arguments[@]}" </dev/null >build/panel.out 2>&1 &
+children+=($!)
+
+if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+  build/release/tamberloom3
+else
+  source packaging/picture.sh
+  take_picture build/connected.png
+fi
