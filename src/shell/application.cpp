@@ -1,13 +1,28 @@
 #include "shell/application.h"
 
-#include <QStyleFactory>
+#include <QProxyStyle>
 #include <exception>
 
 #include "panel/dimmer_block.h"
 #include "panel/program_state.h"
 #include "shell/dialogs.h"
 
+namespace {
+
+/// The desktop's style, with drop-down lists that open below their field and scroll: a list of a
+/// thousand items would otherwise cover the screen from top to bottom.
+class ListStyle : public QProxyStyle {
+ public:
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* returned) const override {
+    return hint == SH_ComboBox_Popup ? 0 : QProxyStyle::styleHint(hint, option, widget, returned);
+  }
+};
+
+}  // namespace
+
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
+  setStyle(new ListStyle);
   setApplicationName(ProgramTitle);
   setDesktopFileName(QStringLiteral("tamberloom3"));
   DimmerAddressAlert = [](Int32 addr) {
