@@ -23,16 +23,18 @@ std::string Lower(std::string_view text) {
 }
 
 std::string TimeInWords(TimerTimeValue time) {
+  constexpr std::string_view unknown = "at an unknown time";
   const TimeKind kind = KindOfTime(time.Type);
   if (kind == TimeKind::Normal) {
+    if (time.Type < 0 || time.Time < 0 || time.Time >= 60) return std::string(unknown);
     std::string text = MinuteText(time.Type * 60 + time.Time);
     text.insert(text.size() - 1, " ");
     return text + "M";
   }
-  const int first = kind == TimeKind::Astro ? 0 : AstroEventCount;
-  std::string event = Lower(Word(RelativeEvents, first + EventOfTime(time.Type)));
-  if (kind == TimeKind::OpenClose) event += " time";
   const int offset = OffsetOfTime(time);
+  std::string event = Lower(Word(RelativeEvents, RelativeEventOf(time.Type)));
+  if (event.empty() || offset < 0 || offset > LargestTimerOffset) return std::string(unknown);
+  if (kind == TimeKind::OpenClose) event += " time";
   if (offset == 0) return "at" + event.substr(event.find(' '));
   return NumberText(offset) + " min " + event;
 }
@@ -77,6 +79,10 @@ std::string QuarterHourText(int quarterHours) {
 TimeKind KindOfTime(Int16 type) {
   if (type < FirstRelativeType) return TimeKind::Normal;
   return (type & OpenCloseBit) == 0 ? TimeKind::Astro : TimeKind::OpenClose;
+}
+
+bool KeepsTime(Int16 type, TimeKind kind) {
+  return kind == TimeKind::OpenClose ? (type & OpenCloseBit) != 0 : KindOfTime(type) == kind;
 }
 
 int EventOfTime(Int16 type) {
@@ -130,7 +136,9 @@ std::string TimerInWords(TimerTimeValue time, Int16 days, Int16 month, Int16 dat
   std::string text = TimeInWords(time) + ", ";
   if (month != 0) {
     const std::string_view name = Word(MonthNames, month - 1);
-    if (name.empty()) return text + "on no date of the year";
+    const auto index = static_cast<std::size_t>(month - 1);
+    const bool exists = !name.empty() && date >= 1 && date <= MonthDays[index];
+    if (!exists) return text + "on no date of the year";
     return text.append("on ").append(name).append(" ").append(NumberText(date));
   }
   text += DaysInWords(days);

@@ -46,6 +46,10 @@ std::string QuarterHourText(int quarterHours);
 
 TimeKind KindOfTime(Int16 type);
 
+/// Whether a time stays as it is when the user chooses this kind. By its bit 7 a negative type, of
+/// a damaged file, stays as an open or close time too.
+bool KeepsTime(Int16 type, TimeKind kind);
+
 /// The event's number within its kind, 0 to 3. For relative types.
 int EventOfTime(Int16 type);
 
@@ -70,5 +74,6 @@ int RelativeEventOf(Int16 type);
 std::string DayMaskText(Int16 days);
 
 /// When a timer runs, in words: "45 min before sunset, Mon to Fri, not on holidays".
-/// A month of 1 to 12 is the date form; then `days` does not count.
+/// With a month other than 0 it runs on one date of the year and `days` does not count. Says so of
+/// a time that no timer can have and of a date that no year has.
 std::string TimerInWords(TimerTimeValue time, Int16 days, Int16 month, Int16 date);

@@ -40,7 +40,12 @@ TEST(TimeValues, TellWhenATimerRuns) {
   EXPECT_EQ(words(18, 30, 0), "6:30 PM, every day");
   EXPECT_EQ(words(56, 0, 0xFF), "at sunrise, on no day");
   EXPECT_EQ(words(155, 231, 0x54), "999 min before open time, Sun, Mon, Wed, Fri");
-  EXPECT_EQ(words(0, 0, 0, 2, 31), "12:00 AM, on February 31");
+  EXPECT_EQ(words(0, 0, 0, 2, 31), "12:00 AM, on no date of the year");
+  EXPECT_EQ(words(0, 0, 0, 2, 29), "12:00 AM, on February 29");
+  EXPECT_EQ(words(0, 75, 0), "at an unknown time, every day");
+  EXPECT_EQ(words(-1, 0, 0), "at an unknown time, every day");
+  EXPECT_EQ(words(40, 0, 0), "at an unknown time, every day");
+  EXPECT_EQ(words(27, 255, 0), "at an unknown time, every day");
   EXPECT_EQ(words(0, 0, 0, 13, 1), "12:00 AM, on no date of the year");
   EXPECT_EQ(DayMaskText(0x55), "-M-W-F-H");
 }
