@@ -1,0 +1,102 @@
+#include "schedule/timer_control_form.h"
+
+#include "panel/program_state.h"
+#include "shell/editor_rows.h"
+
+/// One kind of target that a firing timer acts on.
+struct TimerControlScreen {
+  std::string_view Name;
+  QString Caption;
+  QString TargetWord;
+  const char* NameLabel;
+  NameArray PanelRecordType::*Names;
+  ItemTable PanelRecordType::*Control;  ///< (timer, target): index into Codes.
+  std::span<const std::string_view> Codes;
+  bool InstalledOnly;  ///< Rows of points that are not installed are hidden.
+};
+
+namespace {
+
+constexpr auto SwitchCodes = std::to_array<std::string_view>({"None", "Turn On", "Turn Off"});
+constexpr auto PresetCodes = std::to_array<std::string_view>({"None", "Activate"});
+
+const auto TimerControlScreens = std::to_array<TimerControlScreen>({
+    {"frmT3TimerToRelayControl", QStringLiteral("Timer To Relay Control"), QStringLiteral("Relay "),
+     "lblRelayName", &PanelRecordType::RelayName, &PanelRecordType::TimerRelayControl, SwitchCodes,
+     true},
+    {"frmT3TimerToGroupControl", QStringLiteral("Timer To Group Control"), QStringLiteral("Group "),
+     "lblGroupName", &PanelRecordType::GroupName, &PanelRecordType::TimerGroupControl, SwitchCodes,
+     false},
+    {"frmT3TimerToPresetControl", QStringLiteral("Timer To Preset Control"),
+     QStringLiteral("Preset "), "lblPresetName", &PanelRecordType::PresetName,
+     &PanelRecordType::TimerPresetControl, PresetCodes, false},
+});
+
+}  // namespace
+
+TimerControlForm::TimerControlForm(const char* name)
+    : ChildForm(QString::fromLatin1(name), ScreenRow(TimerControlScreens, name).Caption),
+      screen(ScreenRow(TimerControlScreens, name)) {}
+
+void TimerControlForm::Form_Load() {
+  auto* row = AddRow();
+  AddLabel(row, "lblTimer", QStringLiteral("Timer"));
+  cboTimer = Add<ComboBox>(row, "cboTimer");
+  cboTimer->setAccessibleName(QStringLiteral("Timer"));
+  cboTimer->Click = [this] { cboTimer_Click(); };
+
+  grid = new RowGrid(ItemCount, screen.TargetWord);
+  lblName = grid->AddNames(screen.NameLabel);
+  lblControl = grid->Add<Label>("lblControl", {.Chars = 8});
+  lblControl.OnEach(&Label::Click, this, &TimerControlForm::lblControl_Click);
+  AddWidget(grid);
+
+  cboControl = new InPlaceList(this, "cboControl", Items(screen.Codes));
+  cboControl->Click = [this] { cboControl_Click(); };
+}
+
+void TimerControlForm::Form_Activate() {
+  cboTimer->SetItems(ItemNames(PanelRecord.TimerName));
+  cboTimer->SetListIndex(0);
+  const NameArray& names = PanelRecord.*screen.Names;
+  if (screen.InstalledOnly) {
+    ShowInstalledRows(*grid, lblName, names);
+  } else {
+    const QStringList captions = ItemNames(names);
+    for (int i = 0; i < ItemCount; ++i) lblName(i).SetCaption(captions[i]);
+  }
+  cboControl->Close();
+  ShowControl();
+}
+
+void TimerControlForm::Form_Click() {
+  cboControl->Close();
+}
+
+Int16& TimerControlForm::Cell(int target) const {
+  return (PanelRecord.*screen.Control)(cboTimer->ListIndex(), target);
+}
+
+void TimerControlForm::ShowControl() {
+  for (int target = 0; target < ItemCount; ++target) {
+    lblControl(target).SetCaption(cboControl->ValueText(Cell(target)));
+  }
+}
+
+void TimerControlForm::cboTimer_Click() {
+  cboControl->Close();
+  ShowControl();
+}
+
+void TimerControlForm::lblControl_Click(int index) {
+  SelectedRow = static_cast<Int16>(index);
+  cboControl->Open(lblControl(index), Cell(index));
+  DataChanged = -1;
+}
+
+void TimerControlForm::cboControl_Click() {
+  Cell(SelectedRow) = static_cast<Int16>(cboControl->ListIndex());
+  cboControl->Close();
+  ShowControl();
+  DataChanged = -1;
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "panel/panel_record.h"
+#include "shell/in_place_list.h"
+#include "shell/row_grid.h"
+
+struct TimerControlScreen;
+
+/// What one timer at a time does to every relay (frmT3TimerToRelayControl), group
+/// (frmT3TimerToGroupControl) or preset (frmT3TimerToPresetControl).
+class TimerControlForm : public ChildForm {
+  Q_OBJECT
+ public:
+  explicit TimerControlForm(const char* name);
+  void Form_Load() override;
+  void Form_Activate() override;
+  void Form_Click() override;
+
+  void ShowControl();
+  void cboTimer_Click();
+  void lblControl_Click(int index);
+  void cboControl_Click();
+
+ private:
+  Int16& Cell(int target) const;
+
+  const TimerControlScreen& screen;
+  Int16 SelectedRow = 0;
+  ComboBox* cboTimer = nullptr;
+  RowGrid* grid = nullptr;
+  ControlArray<Label> lblName;
+  ControlArray<Label> lblControl;
+  InPlaceList* cboControl = nullptr;
+};
