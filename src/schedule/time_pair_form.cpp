@@ -120,7 +120,7 @@ void TimePairForm::Form_Load() {
   }
   // One column of rows keeps to the left, its cells no wider than they need be.
   if (screen.Rows <= RowGrid::RowsInColumn) {
-    AddRow()->addWidget(grid);
+    AddRow()->addWidget(grid, 0, Qt::AlignLeft);
   } else {
     AddWidget(grid);
   }

@@ -4,6 +4,11 @@
 #include "config/relay_grouping_form.h"
 #include "config/relay_options_form.h"
 #include "config/setup_form.h"
+#include "schedule/astro_clock_form.h"
+#include "schedule/daylight_saving_form.h"
+#include "schedule/time_pair_form.h"
+#include "schedule/timer_control_form.h"
+#include "schedule/timers_configure_form.h"
 #include "shell/about_form.h"
 
 namespace {
@@ -118,21 +123,21 @@ const std::vector<ScreenEntry>& ScreenTable() {
       {"frmT3FennlinkInputToGroupControl"},
       {"frmT3LocalInputPilots"},
       {"frmT3FennlinkPilots"},
-      {"frmT3TimersConfigure"},
-      {"frmT3TimerToRelayControl"},
-      {"frmT3TimerToGroupControl"},
-      {"frmT3TimerToPresetControl"},
+      {"frmT3TimersConfigure", New<frmT3TimersConfigure>},
+      {"frmT3TimerToRelayControl", NewRow<TimerControlForm>},
+      {"frmT3TimerToGroupControl", NewRow<TimerControlForm>},
+      {"frmT3TimerToPresetControl", NewRow<TimerControlForm>},
       {"frmT3BlinkAlertAndAlarmSettings"},
       {"frmT3ConfigureTimedOn"},
       {"frmT3ForceTimers"},
-      {"frmT3DaylightSavingTime"},
-      {"frmT3AstroClockSettings"},
-      {"frmT3OpenAndCloseTimeNormalDays"},
-      {"frmT3OpenAndCloseTimeSingleDates"},
+      {"frmT3DaylightSavingTime", New<frmT3DaylightSavingTime>},
+      {"frmT3AstroClockSettings", New<frmT3AstroClockSettings>},
+      {"frmT3OpenAndCloseTimeNormalDays", NewRow<TimePairForm>},
+      {"frmT3OpenAndCloseTimeSingleDates", NewRow<TimePairForm>},
       {"frmT3OffHoursSweepInterval"},
       {"frmT3OffHoursSweepRelays"},
       {"frmT3OffHoursSweepGroups"},
-      {"frmT3InputActiveTimes"},
+      {"frmT3InputActiveTimes", NewRow<TimePairForm>},
       {"frmT3EditPresets"},
       {"frmT3CapturePresets"},
       {"frmT3AddOnModuleNone"},

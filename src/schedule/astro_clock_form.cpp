@@ -1,0 +1,159 @@
+#include "schedule/astro_clock_form.h"
+
+#include <QCompleter>
+
+#include "config/words_table.h"
+#include "panel/code_page.h"
+#include "panel/panel_record.h"
+#include "panel/program_state.h"
+#include "schedule/city_table.h"
+#include "shell/row_grid.h"
+
+namespace {
+
+constexpr int FirstLatitude = 20;
+constexpr int LastLatitude = 65;
+constexpr int FirstLongitude = 50;
+constexpr int LastLongitude = 150;
+
+QStringList Numbers(int first, int last) {
+  QStringList items;
+  for (int number = first; number <= last; ++number) items << QString::number(number);
+  return items;
+}
+
+QStringList CityItems() {
+  QStringList items;
+  for (const City& city : CityTable) items << ToUnicode(city.CityName);
+  return items;
+}
+
+}  // namespace
+
+frmT3AstroClockSettings::frmT3AstroClockSettings()
+    : ChildForm(QStringLiteral("frmT3AstroClockSettings"), QStringLiteral("Astro Clock Settings")) {
+}
+
+void frmT3AstroClockSettings::Form_Load() {
+  BuildSettings();
+  BuildCityPicker();
+  AddHint(
+      QStringLiteral("Latitude is in degrees north, longitude in degrees west. A city sets both, "
+                     "but not the time zone."));
+}
+
+void frmT3AstroClockSettings::BuildSettings() {
+  fraAstroSettings = AddFrame("fraAstroSettings", Caption());
+  settings = new QGridLayout(fraAstroSettings);
+  settings->setColumnStretch(2, 1);
+  lblLatitude = AddLabel(nullptr, "lblLatitude", QStringLiteral("Latitude"));
+  cboLatitude = Add<ComboBox>(nullptr, "cboLatitude");
+  cboLatitude->SetItems(Numbers(FirstLatitude, LastLatitude));
+  AddSetting(0, lblLatitude, cboLatitude, PanelRecord.Latitude, FirstLatitude);
+  lblLongitude = AddLabel(nullptr, "lblLongitude", QStringLiteral("Longitude"));
+  cboLongitude = Add<ComboBox>(nullptr, "cboLongitude");
+  cboLongitude->SetItems(Numbers(FirstLongitude, LastLongitude));
+  AddSetting(1, lblLongitude, cboLongitude, PanelRecord.Longitude, FirstLongitude);
+  lblTimeZone = AddLabel(nullptr, "lblTimeZone", QStringLiteral("Time Zone"));
+  cboTimeZone = Add<ComboBox>(nullptr, "cboTimeZone");
+  cboTimeZone->SetItems(Items(TimeZones));
+  AddSetting(2, lblTimeZone, cboTimeZone, PanelRecord.TimeZone, 0);
+}
+
+void frmT3AstroClockSettings::AddSetting(int row, Label* label, ComboBox* list, Int16& field,
+                                         int first) {
+  list->Click = [list, &field, first] {
+    field = static_cast<Int16>(list->ListIndex() + first);
+    DataChanged = -1;
+  };
+  settings->addWidget(label, row, 0);
+  settings->addWidget(list, row, 1);
+}
+
+void frmT3AstroClockSettings::BuildCityPicker() {
+  cmdFindLatLon =
+      Add<Button>(AddRow(), "cmdFindLatLon", QStringLiteral("Find Latitude / Longitude By City"));
+  cmdFindLatLon->Click = [this] { cmdFindLatLon_Click(); };
+
+  auto* pick = AddRow();
+  constexpr int cityChars = 32;
+  txtFindCity = Add<TextBox>(pick, "txtFindCity");
+  txtFindCity->setPlaceholderText(QStringLiteral("Any part of the name"));
+  txtFindCity->setAccessibleName(QStringLiteral("Search for a city"));
+  txtFindCity->setFixedWidth(fontMetrics().averageCharWidth() * cityChars);
+  txtFindCity->Change = [this] { txtFindCity_Change(); };
+  cboFindLatLon = Add<ComboBox>(pick, "cboFindLatLon");
+  cboFindLatLon->setAccessibleName(QStringLiteral("City"));
+  cboFindLatLon->SetItems(CityItems());
+  cboFindLatLon->SetListIndex(0);
+  cmdAccept = Add<Button>(pick, "cmdAccept", QStringLiteral("Accept"));
+  cmdAccept->Click = [this] { cmdAccept_Click(); };
+  cmdCancel = Add<Button>(pick, "cmdCancel", QStringLiteral("Cancel"));
+  cmdCancel->setShortcut(Qt::Key_Escape);
+  cmdCancel->Click = [this] { cmdCancel_Click(); };
+  lblNoCity = AddLabel(AddRow(), "lblNoCity", QStringLiteral("No city has this in its name."));
+
+  auto* found = new QCompleter(cboFindLatLon->model(), txtFindCity);
+  found->setFilterMode(Qt::MatchContains);
+  found->setCaseSensitivity(Qt::CaseInsensitive);
+  const auto choose = [this](const QString& city) {
+    cboFindLatLon->SetListIndex(cboFindLatLon->findText(city));
+  };
+  connect(found, qOverload<const QString&>(&QCompleter::highlighted), this, choose);
+  connect(found, qOverload<const QString&>(&QCompleter::activated), this, choose);
+  txtFindCity->setCompleter(found);
+  connect(txtFindCity, &QLineEdit::returnPressed, this, [this] {
+    if (lblNoCity->isHidden()) cmdAccept->click();
+  });
+}
+
+void frmT3AstroClockSettings::Form_Activate() {
+  cboLatitude->SetListIndex(PanelRecord.Latitude - FirstLatitude);
+  cboLongitude->SetListIndex(PanelRecord.Longitude - FirstLongitude);
+  cboTimeZone->SetListIndex(PanelRecord.TimeZone);
+  RestoreControls();
+}
+
+void frmT3AstroClockSettings::SetPicking(bool picking) {
+  const std::array<QWidget*, 8> settingControls = {fraAstroSettings, lblLatitude,  lblLongitude,
+                                                   lblTimeZone,      cboLatitude,  cboLongitude,
+                                                   cboTimeZone,      cmdFindLatLon};
+  for (QWidget* control : settingControls) control->setEnabled(!picking);
+  const std::array<QWidget*, 4> pickingControls = {txtFindCity, cboFindLatLon, cmdAccept,
+                                                   cmdCancel};
+  for (QWidget* control : pickingControls) control->setVisible(picking);
+  txtFindCity->clear();
+  lblNoCity->hide();
+  if (picking) {
+    txtFindCity->setFocus();
+  } else {
+    cmdFindLatLon->setFocus();
+  }
+}
+
+void frmT3AstroClockSettings::cmdFindLatLon_Click() {
+  SetPicking(true);
+}
+
+void frmT3AstroClockSettings::RestoreControls() {
+  SetPicking(false);
+}
+
+void frmT3AstroClockSettings::txtFindCity_Change() {
+  const QString part = txtFindCity->Text();
+  const int first = cboFindLatLon->findText(part, Qt::MatchContains);
+  lblNoCity->setVisible(first < 0);
+  if (first >= 0 && !part.isEmpty()) cboFindLatLon->SetListIndex(first);
+}
+
+void frmT3AstroClockSettings::cmdAccept_Click() {
+  const City& city = CityTable.at(static_cast<std::size_t>(cboFindLatLon->ListIndex()));
+  cboLatitude->SetListIndex(city.CityLatitude - FirstLatitude);
+  cboLongitude->SetListIndex(city.CityLongitude - FirstLongitude);
+  DataChanged = -1;
+  RestoreControls();
+}
+
+void frmT3AstroClockSettings::cmdCancel_Click() {
+  RestoreControls();
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QGridLayout>
+
+#include "panel/fixed_array.h"
+#include "shell/child_form.h"
+
+/// The site's position and time zone, from which the panel works out sunrise and sunset.
+class frmT3AstroClockSettings : public ChildForm {
+  Q_OBJECT
+ public:
+  frmT3AstroClockSettings();
+  void Form_Load() override;
+  void Form_Activate() override;
+
+  void cmdFindLatLon_Click();
+  void cmdAccept_Click();
+  void cmdCancel_Click();
+  void txtFindCity_Change();
+  void RestoreControls();
+
+ private:
+  void BuildSettings();
+  void BuildCityPicker();
+  void AddSetting(int row, Label* label, ComboBox* list, Int16& field, int first);
+  void SetPicking(bool picking);
+
+  QGroupBox* fraAstroSettings = nullptr;
+  QGridLayout* settings = nullptr;
+  Label* lblLatitude = nullptr;
+  Label* lblLongitude = nullptr;
+  Label* lblTimeZone = nullptr;
+  ComboBox* cboLatitude = nullptr;
+  ComboBox* cboLongitude = nullptr;
+  ComboBox* cboTimeZone = nullptr;
+  Button* cmdFindLatLon = nullptr;
+  TextBox* txtFindCity = nullptr;
+  Label* lblNoCity = nullptr;
+  ComboBox* cboFindLatLon = nullptr;
+  Button* cmdAccept = nullptr;
+  Button* cmdCancel = nullptr;
+};
