@@ -134,7 +134,7 @@ void Label::paintEvent(QPaintEvent*) {
   painter.setPen(text);
   const QRect room = rect().adjusted(CellPadding, 0, -CellPadding, 0);
   painter.drawText(room, static_cast<int>(alignment_),
-                   QFontMetrics(font()).elidedText(caption_, Qt::ElideRight, room.width()));
+                   QFontMetrics(font()).elidedText(caption_, elideMode_, room.width()));
 }
 
 void Label::mousePressEvent(QMouseEvent* event) {
