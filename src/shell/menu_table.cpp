@@ -4,6 +4,7 @@
 #include "config/relay_grouping_form.h"
 #include "config/relay_options_form.h"
 #include "config/setup_form.h"
+#include "document/document_form.h"
 #include "schedule/astro_clock_form.h"
 #include "schedule/daylight_saving_form.h"
 #include "schedule/time_pair_form.h"
@@ -156,7 +157,7 @@ const std::vector<ScreenEntry>& ScreenTable() {
       {"frmT3PhotocellFilter"},
       {"frmT3RelayDrive"},
       {"frmT3RTCSource"},
-      {"frmT3Document"},
+      {"frmT3Document", New<frmT3Document>},
       {"frmT3About", New<frmT3About>},
       {"frmT3VirtualKeypad"},
       {"frmT3SystemDiagnostic"},
