@@ -45,6 +45,18 @@ Label* ChildForm::AddLabel(QBoxLayout* layout, const char* name, const QString& 
   return label;
 }
 
+ComboBox* ChildForm::AddList(QBoxLayout* layout, const char* name, const QString& caption,
+                             int captionChars) {
+  auto* label = AddLabel(layout, name, caption);
+  label->setObjectName(
+      QString::fromLatin1(name).replace(QLatin1String("cbo"), QLatin1String("lbl")));
+  label->SetWidthInChars(captionChars);
+  auto* list = Add<ComboBox>(layout, name);
+  list->setAccessibleName(caption);
+  if (captionChars > 0) list->setMinimumWidth(fontMetrics().averageCharWidth() * 20);
+  return list;
+}
+
 void ChildForm::mousePressEvent(QMouseEvent*) {
   RunHandler([this] { Form_Click(); });
 }

@@ -55,6 +55,10 @@ class ChildForm : public QWidget {
     return control;
   }
   Label* AddLabel(QBoxLayout* layout, const char* name, const QString& caption);
+  /// A drop-down list behind its caption. The caption's name is the list's with "lbl" for "cbo";
+  /// lists below each other line up when they are given the same width of the caption.
+  ComboBox* AddList(QBoxLayout* layout, const char* name, const QString& caption,
+                    int captionChars = 0);
 
   void mousePressEvent(QMouseEvent* event) override;
 

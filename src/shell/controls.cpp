@@ -37,23 +37,16 @@ QColor TextOn(QRgb color) {
   return qGray(color) >= 110 ? Qt::black : Qt::white;
 }
 
-/// Many dark desktops leave links the dark blue of light ones.
-QColor ReadableLink(const QPalette& palette) {
-  const QColor link = palette.color(QPalette::Link);
-  const bool dark = qGray(palette.color(QPalette::Window).rgb()) < 110;
-  return dark && qGray(link.rgb()) < 110 ? link.lighter(160) : link;
-}
-
-QColor TextColor(Label::Look look, const QPalette& palette) {
+QPalette::ColorRole TextRole(Label::Look look) {
   switch (look) {
     case Label::Look::Quiet:
-      return palette.color(QPalette::PlaceholderText);
+      return QPalette::PlaceholderText;
     case Label::Look::Link:
-      return ReadableLink(palette);
+      return QPalette::Link;
     case Label::Look::Plain:
       break;
   }
-  return palette.color(QPalette::WindowText);
+  return QPalette::WindowText;
 }
 
 }  // namespace
@@ -116,7 +109,7 @@ void Label::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const bool cell = Click && look_ != Look::Link;
   const bool hovered = (cell || focusPolicy() != Qt::NoFocus) && underMouse() && isEnabled();
-  QColor text = TextColor(look_, palette());
+  QColor text = palette().color(TextRole(look_));
   if (cell || backColor_) {
     const QColor fill = backColor_ ? QColor(*backColor_) : palette().color(QPalette::Base);
     if (backColor_) {
@@ -141,7 +134,7 @@ void Label::paintEvent(QPaintEvent*) {
   painter.setPen(text);
   const QRect room = rect().adjusted(CellPadding, 0, -CellPadding, 0);
   painter.drawText(room, static_cast<int>(alignment_),
-                   QFontMetrics(font()).elidedText(caption_, elideMode_, room.width()));
+                   QFontMetrics(font()).elidedText(caption_, Qt::ElideRight, room.width()));
 }
 
 void Label::mousePressEvent(QMouseEvent* event) {
@@ -232,6 +225,7 @@ void CheckBox::SetValue(int value) {
 
 TextBox::TextBox(QWidget* parent) : QLineEdit(parent) {
   connect(this, &QLineEdit::textEdited, this, [this] { RunHandler(Change); });
+  connect(this, &QLineEdit::returnPressed, this, [this] { RunHandler(Click); });
 }
 
 void TextBox::SetText(const QString& text) {

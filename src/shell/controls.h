@@ -51,8 +51,6 @@ class Label : public QWidget {
   /// Room for this many average characters at the least.
   void SetWidthInChars(int chars);
   void SetAlignment(Qt::Alignment alignment) { alignment_ = alignment; }
-  /// Where a caption that is too long loses its text; at its end unless told otherwise.
-  void SetElideMode(Qt::TextElideMode mode) { elideMode_ = mode; }
 
   enum class Look { Plain, Quiet, Link };
   /// Quiet lines are grey; a link is a clickable text that is no cell.
@@ -81,7 +79,6 @@ class Label : public QWidget {
   QString caption_;
   std::optional<QRgb> backColor_;
   Qt::Alignment alignment_ = Qt::AlignLeft | Qt::AlignVCenter;
-  Qt::TextElideMode elideMode_ = Qt::ElideRight;
   int widthInChars_ = 0;
   Look look_ = Look::Plain;
 };
@@ -134,7 +131,7 @@ class TextBox : public QLineEdit {
   void SetText(const QString& text);
 
   std::function<void()> Change;
-  std::function<void()> Click;
+  std::function<void()> Click;  ///< Enter acts as a click.
   /// Receives the code of a typed character (8 for backspace) and returns the code to use in its
   /// place; 0 refuses the key. A paste does not pass through it.
   std::function<char16_t(char16_t)> KeyPress;

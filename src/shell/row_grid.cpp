@@ -20,6 +20,15 @@ QStringList Items(std::span<const std::string> names) {
   return items;
 }
 
+QStringList NumberItems(int first, int last, const QString& before, const QString& behind) {
+  QStringList items;
+  items.reserve(last - first + 1);
+  for (int number = first; number <= last; ++number) {
+    items << before + QString::number(number) + behind;
+  }
+  return items;
+}
+
 RowGrid::RowGrid(int rows, const QString& word)
     : rows_(rows),
       titles_(static_cast<std::size_t>(rows)),

@@ -78,3 +78,8 @@ QString TwoDigits(int number);
 /// Texts and Windows-1252 names as the items of a list.
 QStringList Items(std::span<const std::string_view> words);
 QStringList Items(std::span<const std::string> names);
+
+/// The numbers `first` to `last` in plain form as the items of a list, each with `before` and
+/// `behind` around it.
+QStringList NumberItems(int first, int last, const QString& before = {},
+                        const QString& behind = {});
