@@ -1,20 +1,10 @@
 #include "config/words_table.h"
 #include "document/doc_sections.h"
-#include "panel/checked_arithmetic.h"
 #include "panel/fennlink_record.h"
 #include "panel/panel_record.h"
+#include "panel/pilot_code.h"
 
 namespace {
-
-constexpr int NumberMask = 63;
-
-int SourceOf(int pilot) {
-  return FloorDiv(pilot, NumberMask + 1);
-}
-
-int NumberOf(int pilot) {
-  return (pilot & NumberMask) + 1;
-}
 
 /// The local schedule lines its targets up; the bus schedule puts two blanks behind each.
 std::string LinedUp(std::string_view target) {
@@ -31,11 +21,11 @@ void DocLocalInputPilotSchedule(DocumentText& text) {
   text.Header({"Input Number", "Input Name", "Pilot"});
   const int ioCount = PanelIOCount();
   for (int input = 0; input < ioCount; ++input) {
-    const int pilot = panel.LocalPilot(input);
-    const std::string_view source = Word(LocalPilotSources, SourceOf(pilot));
+    const Int16 pilot = panel.LocalPilot(input);
+    const std::string_view source = Word(LocalPilotSources, PilotSource(pilot));
     if (source.empty()) continue;
     text.Cell(input + 1, 2).Cell(panel.InputName(input));
-    text.Cell(LinedUp(PilotTarget(source))).Number(NumberOf(pilot), 2).EndRow();
+    text.Cell(LinedUp(PilotTarget(source))).Number(PilotNumber(pilot) + 1, 2).EndRow();
   }
 }
 
@@ -47,13 +37,13 @@ void DocFennlinkPilotSchedule(DocumentText& text) {
     if (device.DeviceType == DeviceTypePhotocell) continue;
     const int inputs = FennlinkDevice(device.DeviceType).DocumentInputs;
     for (int input = 0; input < inputs; ++input) {
-      const int pilot = device.DevicePilot(input);
-      const int source = SourceOf(pilot);
+      const Int16 pilot = device.DevicePilot(input);
+      const int source = PilotSource(pilot);
       text.Cell(d, 2).Cell(d, 2).Text(".").Number(input + 1).Cell();
       const std::string_view word = Word(FennlinkPilotSources, source);
       if (!word.empty()) text.Text(PilotTarget(word)).Text("  ");
       if (source == 0) text.Text((pilot & 1) != 0 ? "On" : "Off");
-      if (source != 0 && !word.empty()) text.Number(NumberOf(pilot), 2);
+      if (source != 0 && !word.empty()) text.Number(PilotNumber(pilot) + 1, 2);
       text.EndRow();
     }
   }
