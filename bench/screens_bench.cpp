@@ -1,0 +1,94 @@
+#include <QTemporaryDir>
+#include <cstring>
+
+#include "panel/dimmer_block.h"
+#include "panel/fennlink_record.h"
+#include "panel/panel_record.h"
+#include "ratio.h"
+#include "shell/application.h"
+#include "shell/main_window.h"
+#include "shell/menu_table.h"
+
+namespace {
+
+/// All points installed, all tables in use, and a bus device of each type.
+void FillPanel() {
+  auto& panel = PanelRecord;
+  for (int node = 0; node < NodeCount; ++node) panel.IOCount(node) = 1;
+  for (ItemTable* table :
+       {&panel.InputRelayControl, &panel.InputGroupControl, &panel.GroupRelayInclude,
+        &panel.TimerRelayControl, &panel.TimerGroupControl, &panel.TimerPresetControl,
+        &panel.PresetRelayControl}) {
+    table->elements.fill(1);
+  }
+  for (int i = 0; i < ItemCount; ++i) {
+    panel.InputType(i) = static_cast<Int16>(i % 13);
+    panel.TimerTimeType(i) = static_cast<Int16>(i % 6);
+    panel.DMXChannel(i) = static_cast<Int16>(i + 1);
+  }
+  for (int d = 1; d <= DeviceCount; ++d) {
+    FennlinkRecords(d).DeviceType = static_cast<Int16>(1 + d % 9);
+  }
+  for (Int16 dev = 0; dev < DimmerDeviceCount; ++dev) DimSetEnabled(dev, 1);
+}
+
+/// From the click on a menu leaf until the screen is painted.
+double OpenMilliseconds(frmT3MasterMDI& window, const char* screen) {
+  constexpr int runs = 7;
+  double best = 1e12;
+  for (int run = 0; run < runs; ++run) {
+    window.UnloadAllForms();
+    window.ShowForm("frmT3About");
+    QApplication::processEvents();
+    best = std::min(best, BestMicroseconds(
+                              [&] {
+                                window.UnloadAllForms();
+                                window.ShowForm(screen);
+                                QApplication::processEvents();
+                                window.repaint();
+                              },
+                              1));
+  }
+  return best / 1000;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QTemporaryDir home;
+  qputenv("HOME", home.path().toLocal8Bit());
+  Application application(argc, argv);
+  MsgBoxSeam = [](const Message&) { return MsgAnswer::No; };
+  frmT3MasterMDI window;
+  window.MDIForm_Load();
+  window.show();
+  FillPanel();
+
+  struct Opening {
+    const char* Screen;
+    double Milliseconds;
+  };
+  std::vector<Opening> openings;
+  for (const ScreenEntry& entry : ScreenTable()) {
+    if (!entry.Create || std::strcmp(entry.Name, "frmT3About") == 0) continue;
+    openings.push_back({entry.Name, OpenMilliseconds(window, entry.Name)});
+  }
+  std::sort(openings.begin(), openings.end(),
+            [](const Opening& a, const Opening& b) { return a.Milliseconds > b.Milliseconds; });
+
+  // A screen of one label costs what every screen costs.
+  constexpr const char* emptyScreen = "frmT3AddOnModuleNone";
+  const double empty = OpenMilliseconds(window, emptyScreen);
+  constexpr std::size_t shown = 10;
+  constexpr double limitMilliseconds = 50;
+  openings.resize(std::min(openings.size(), shown));
+  RatioReport report;
+  for (const auto& [screen, milliseconds] : openings) {
+    report.Line(screen, milliseconds, "50 milliseconds", limitMilliseconds, 1, "ms");
+  }
+  for (const auto& [screen, milliseconds] : openings) {
+    report.Line(screen, milliseconds, "empty screen", empty, 40, "ms");
+  }
+  return report.ExitCode();
+}
