@@ -28,9 +28,7 @@ InputControlForm::InputControlForm(const char* name)
 
 void InputControlForm::Form_Load() {
   auto* selectors = AddRow();
-  AddLabel(selectors, "lblInput", QStringLiteral("Input"));
-  cboInput = Add<ComboBox>(selectors, "cboInput");
-  cboInput->setAccessibleName(QStringLiteral("Input"));
+  cboInput = AddList(selectors, "cboInput", QStringLiteral("Input"));
   cboInput->Click = [this] { cboInput_Click(); };
   lblInputType = AddLabel(selectors, "lblInputType", {});
   AddGrid(selectors);

@@ -117,6 +117,9 @@ constexpr std::string_view FirstWord(std::string_view text) {
 inline constexpr auto RTCSources =
     std::to_array<std::string_view>({"60 Hz AC Line", "Internal Crystal"});
 
+inline constexpr auto RelayDrives = std::to_array<std::string_view>(
+    {"17 mS Sweep", "50 mS Sweep", "17 mS Instant", "50 mS Instant"});
+
 inline constexpr std::string_view TimedOnOperationLead = "Timed-On Timers Begin When Input";
 
 /// Index 0 for a stored 0, index 1 for any other value.

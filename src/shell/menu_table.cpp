@@ -1,10 +1,18 @@
 #include "shell/menu_table.h"
 
+#include "config/add_on_dmx_form.h"
+#include "config/add_on_modbus_form.h"
+#include "config/add_on_module_form.h"
+#include "config/blink_alert_form.h"
+#include "config/cell_grid_form.h"
 #include "config/input_control_form.h"
-#include "config/relay_grouping_form.h"
+#include "config/input_options_form.h"
+#include "config/local_pilots_form.h"
+#include "config/names_form.h"
+#include "config/option_form.h"
+#include "config/panel_name_form.h"
 #include "config/relay_options_form.h"
 #include "config/setup_form.h"
-#include "document/document_form.h"
 #include "schedule/astro_clock_form.h"
 #include "schedule/daylight_saving_form.h"
 #include "schedule/time_pair_form.h"
@@ -113,51 +121,51 @@ const std::vector<ScreenEntry>& ScreenTable() {
       {"frmT3RelayStatus"},
       {"frmT3RelayGroupStatus"},
       {"frmT3RelayOutputOptions", New<frmT3RelayOutputOptions>},
-      {"frmT3RelayGrouping", New<frmT3RelayGrouping>},
+      {"frmT3RelayGrouping", NewRow<CellGridForm>},
       {"frmT3InputStatus"},
-      {"frmT3InputOptions"},
+      {"frmT3InputOptions", New<frmT3InputOptions>},
       {"frmT3InputToRelayControl", NewRow<InputControlForm>},
       {"frmT3InputToGroupControl", NewRow<InputControlForm>},
       {"frmT3FennlinkStatus"},
       {"frmT3ConfigureFennlinkDevices"},
       {"frmT3FennlinkInputToRelayControl"},
       {"frmT3FennlinkInputToGroupControl"},
-      {"frmT3LocalInputPilots"},
+      {"frmT3LocalInputPilots", New<frmT3LocalInputPilots>},
       {"frmT3FennlinkPilots"},
       {"frmT3TimersConfigure", New<frmT3TimersConfigure>},
       {"frmT3TimerToRelayControl", NewRow<TimerControlForm>},
       {"frmT3TimerToGroupControl", NewRow<TimerControlForm>},
       {"frmT3TimerToPresetControl", NewRow<TimerControlForm>},
-      {"frmT3BlinkAlertAndAlarmSettings"},
-      {"frmT3ConfigureTimedOn"},
+      {"frmT3BlinkAlertAndAlarmSettings", New<frmT3BlinkAlertAndAlarmSettings>},
+      {"frmT3ConfigureTimedOn", NewRow<OptionForm>},
       {"frmT3ForceTimers"},
       {"frmT3DaylightSavingTime", New<frmT3DaylightSavingTime>},
       {"frmT3AstroClockSettings", New<frmT3AstroClockSettings>},
       {"frmT3OpenAndCloseTimeNormalDays", NewRow<TimePairForm>},
       {"frmT3OpenAndCloseTimeSingleDates", NewRow<TimePairForm>},
-      {"frmT3OffHoursSweepInterval"},
-      {"frmT3OffHoursSweepRelays"},
-      {"frmT3OffHoursSweepGroups"},
+      {"frmT3OffHoursSweepInterval", NewRow<OptionForm>},
+      {"frmT3OffHoursSweepRelays", NewRow<CellGridForm>},
+      {"frmT3OffHoursSweepGroups", NewRow<CellGridForm>},
       {"frmT3InputActiveTimes", NewRow<TimePairForm>},
-      {"frmT3EditPresets"},
+      {"frmT3EditPresets", NewRow<CellGridForm>},
       {"frmT3CapturePresets"},
-      {"frmT3AddOnModuleNone"},
-      {"frmT3AddOnModuleDMX"},
-      {"frmT3AddOnModuleModBus"},
-      {"frmT3AddOnModuleN2"},
-      {"frmT3AddOnModuleVoiceDTMF"},
-      {"frmT3AddOnModuleBACnet"},
-      {"frmT3EditPanelName"},
-      {"frmT3EditRelayNames"},
-      {"frmT3EditGroupNames"},
-      {"frmT3EditInputNames"},
-      {"frmT3EditTimerNames"},
-      {"frmT3EditPresetNames"},
-      {"frmT3EditFennlinkNames"},
-      {"frmT3PhotocellFilter"},
-      {"frmT3RelayDrive"},
-      {"frmT3RTCSource"},
-      {"frmT3Document", New<frmT3Document>},
+      {"frmT3AddOnModuleNone", NewRow<AddOnModuleForm>},
+      {"frmT3AddOnModuleDMX", New<frmT3AddOnModuleDMX>},
+      {"frmT3AddOnModuleModBus", New<frmT3AddOnModuleModBus>},
+      {"frmT3AddOnModuleN2", NewRow<AddOnModuleForm>},
+      {"frmT3AddOnModuleVoiceDTMF", NewRow<AddOnModuleForm>},
+      {"frmT3AddOnModuleBACnet", NewRow<AddOnModuleForm>},
+      {"frmT3EditPanelName", New<frmT3EditPanelName>},
+      {"frmT3EditRelayNames", NewRow<NamesForm>},
+      {"frmT3EditGroupNames", NewRow<NamesForm>},
+      {"frmT3EditInputNames", NewRow<NamesForm>},
+      {"frmT3EditTimerNames", NewRow<NamesForm>},
+      {"frmT3EditPresetNames", NewRow<NamesForm>},
+      {"frmT3EditFennlinkNames", NewRow<NamesForm>},
+      {"frmT3PhotocellFilter", NewRow<OptionForm>},
+      {"frmT3RelayDrive", NewRow<OptionForm>},
+      {"frmT3RTCSource", NewRow<OptionForm>},
+      {"frmT3Document"},
       {"frmT3About", New<frmT3About>},
       {"frmT3VirtualKeypad"},
       {"frmT3SystemDiagnostic"},

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "panel/fixed_array.h"
+#include "shell/in_place_list.h"
+#include "shell/row_grid.h"
+
+/// The DMX module: the channel of each relay, and the levels sent for on and off.
+class frmT3AddOnModuleDMX : public ChildForm {
+  Q_OBJECT
+ public:
+  frmT3AddOnModuleDMX();
+  void Form_Load() override;
+  void Form_Activate() override;
+  void Form_Click() override;
+
+  void ShowDMXConfiguration();
+  void lblDMXChan_Click(int index);
+  void cboNewDMX_Click();
+  void cboOnLevel_Click();
+  void cboOffLevel_Click();
+  void cboFilter_Click();
+  void cmdAutoMap_Click();
+
+ private:
+  Int16 SelectedRow = 0;
+  ComboBox* cboOnLevel = nullptr;
+  ComboBox* cboOffLevel = nullptr;
+  ComboBox* cboFilter = nullptr;
+  Button* cmdAutoMap = nullptr;
+  RowGrid* grid = nullptr;
+  ControlArray<Label> lblRelayName;
+  ControlArray<Label> lblDMXChan;
+  InPlaceList* cboNewDMX = nullptr;
+};

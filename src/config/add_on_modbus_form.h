@@ -1,0 +1,21 @@
+#pragma once
+
+#include "shell/child_form.h"
+
+/// The serial settings of the Modbus module.
+class frmT3AddOnModuleModBus : public ChildForm {
+  Q_OBJECT
+ public:
+  frmT3AddOnModuleModBus();
+  void Form_Load() override;
+  void Form_Activate() override;
+
+  void cboMode_Click();
+  void cboBaud_Click();
+  void cboParity_Click();
+
+ private:
+  ComboBox* cboMode = nullptr;
+  ComboBox* cboBaud = nullptr;
+  ComboBox* cboParity = nullptr;
+};

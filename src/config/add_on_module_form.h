@@ -1,0 +1,14 @@
+#pragma once
+
+#include "shell/child_form.h"
+
+/// The screens of add-on modules without settings.
+class AddOnModuleForm : public ChildForm {
+  Q_OBJECT
+ public:
+  explicit AddOnModuleForm(const char* name);
+  void Form_Load() override;
+
+ private:
+  QString Text;
+};

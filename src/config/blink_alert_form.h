@@ -1,0 +1,22 @@
+#pragma once
+
+#include "panel/fixed_array.h"
+#include "shell/child_form.h"
+
+/// The three times of all alerts and overrides of the panel.
+class frmT3BlinkAlertAndAlarmSettings : public ChildForm {
+  Q_OBJECT
+ public:
+  frmT3BlinkAlertAndAlarmSettings();
+  void Form_Load() override;
+  void Form_Activate() override;
+
+  void cboBlinkAlert_Click();
+  void cboOverRide_Click();
+  void cboAlarm_Click();
+
+ private:
+  ComboBox* cboBlinkAlert = nullptr;
+  ComboBox* cboOverRide = nullptr;
+  ComboBox* cboAlarm = nullptr;
+};

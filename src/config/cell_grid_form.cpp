@@ -1,0 +1,154 @@
+#include "config/cell_grid_form.h"
+
+#include "config/words_table.h"
+#include "panel/code_page.h"
+#include "panel/program_state.h"
+#include "shell/editor_rows.h"
+
+namespace {
+
+/// What a cell shows for a code.
+struct CellState {
+  std::string_view Text;
+  QRgb Color;
+};
+
+/// The states of a cell by code. Where there are two, any code but 0 means the second, and a click
+/// inverts the code bit by bit; where there are three, a click takes the next.
+using CellStates = std::span<const CellState>;
+
+constexpr auto IncludeStates =
+    std::to_array<CellState>({{"No", Colors::Grey}, {"Yes", Colors::White}});
+constexpr auto SweepStates =
+    std::to_array<CellState>({{"-", Colors::PaleGrey}, {"Off", Colors::LightGrey}});
+constexpr auto PresetStates = std::to_array<CellState>({{PresetRelayCodes[0], Colors::LightGrey},
+                                                        {PresetRelayCodes[1], Colors::White},
+                                                        {PresetRelayCodes[2], Colors::Grey}});
+
+int StateOf(Int16 code, CellStates states) {
+  return states.size() == 2 && code != 0 ? 1 : code;
+}
+
+Int16 NextCode(Int16 code, CellStates states) {
+  return static_cast<Int16>(states.size() == 2 ? ~code : (code + 1) % 3);
+}
+
+Int16& SweepRelay(int, int relay) {
+  return PanelRecord.OffHoursSweepRelay(relay);
+}
+
+Int16& SweepGroup(int, int group) {
+  return PanelRecord.OffHoursSweepGroup(group);
+}
+
+Int16& GroupRelay(int group, int relay) {
+  return PanelRecord.GroupRelayInclude(group, relay);
+}
+
+Int16& PresetRelay(int preset, int relay) {
+  return PanelRecord.PresetRelayControl(preset, relay);
+}
+
+}  // namespace
+
+struct CellGridScreen {
+  std::string_view Name;
+  QString Caption;
+  QString RowWord;
+  const char* NameLabel;
+  NameArray PanelRecordType::*Names;
+  bool InstalledOnly;  ///< Rows beyond PanelIOCount are hidden.
+  const char* CellLabel;
+  CellStates States;
+  Int16& (*Cell)(int selected, int row);
+  const char* Selector = nullptr;  ///< Null: there is nothing to select, and no copy to all.
+  QString SelectorWord = {};
+  NameArray PanelRecordType::*SelectorNames = nullptr;
+};
+
+namespace {
+
+const auto CellGridScreens = std::to_array<CellGridScreen>({
+    {"frmT3RelayGrouping", QStringLiteral("Relay Grouping"), QStringLiteral("Relay "),
+     "lblRelayName", &PanelRecordType::RelayName, true, "lblInclude", IncludeStates, GroupRelay,
+     "cboGroup", QStringLiteral("Group"), &PanelRecordType::GroupName},
+    {"frmT3EditPresets", QStringLiteral("Edit Presets"), QStringLiteral("Relay "), "lblRelayName",
+     &PanelRecordType::RelayName, true, "lblRelayControl", PresetStates, PresetRelay,
+     "cboPresetNumber", QStringLiteral("Preset"), &PanelRecordType::PresetName},
+    {"frmT3OffHoursSweepRelays", QStringLiteral("Off Hours Sweep Relays"), QStringLiteral("Relay "),
+     "lblRelayName", &PanelRecordType::RelayName, true, "lblRelayInclude", SweepStates, SweepRelay},
+    {"frmT3OffHoursSweepGroups", QStringLiteral("Off Hours Sweep Groups"), QStringLiteral("Group "),
+     "lblGroupName", &PanelRecordType::GroupName, false, "lblGroupInclude", SweepStates,
+     SweepGroup},
+});
+
+}  // namespace
+
+CellGridForm::CellGridForm(const char* name)
+    : ChildForm(QString::fromLatin1(name), ScreenRow(CellGridScreens, name).Caption),
+      Screen(ScreenRow(CellGridScreens, name)) {}
+
+void CellGridForm::Form_Load() {
+  if (Screen.Selector) {
+    cboSelector = AddList(AddRow(), Screen.Selector, Screen.SelectorWord);
+    cboSelector->Click = [this] { cboSelector_Click(); };
+  }
+  grid = new RowGrid(ItemCount, Screen.RowWord);
+  lblName = grid->AddNames(Screen.NameLabel);
+  lblCell = grid->Add<Label>(Screen.CellLabel, {.Chars = 8});
+  lblCell.OnEach(&Label::Click, this, &CellGridForm::lblCell_Click);
+  AddWidget(grid);
+  if (!Screen.Selector) return;
+  lblName.OnEach(&Label::MouseDown, this, &CellGridForm::lblName_MouseDown);
+  lblName(0).MakeFocusable();
+  AddHint(CopyToAllHint(QStringLiteral("relay")));
+}
+
+void CellGridForm::Form_Activate() {
+  for (int row = 0; row < ItemCount; ++row) {
+    lblName(row).SetCaption(ToUnicode((PanelRecord.*Screen.Names)(row)));
+  }
+  grid->ShowRows(RowCount());
+  if (!cboSelector) {
+    ShowCells();
+    return;
+  }
+  cboSelector->SetItems(ItemNames(PanelRecord.*Screen.SelectorNames));
+  cboSelector->SetListIndex(0);
+}
+
+int CellGridForm::RowCount() const {
+  return Screen.InstalledOnly ? PanelIOCount() : ItemCount;
+}
+
+Int16& CellGridForm::Cell(int row) const {
+  return Screen.Cell(cboSelector ? cboSelector->ListIndex() : 0, row);
+}
+
+void CellGridForm::ShowCells() {
+  for (int row = 0; row < RowCount(); ++row) {
+    const int state = StateOf(Cell(row), Screen.States);
+    if (state < 0 || state >= static_cast<int>(Screen.States.size())) continue;
+    const CellState& look = Screen.States[static_cast<std::size_t>(state)];
+    lblCell(row).SetCaption(ToUnicode(look.Text));
+    lblCell(row).SetBackColor(look.Color);
+  }
+}
+
+void CellGridForm::cboSelector_Click() {
+  ShowCells();
+}
+
+void CellGridForm::lblCell_Click(int index) {
+  Cell(index) = NextCode(Cell(index), Screen.States);
+  ShowCells();
+  DataChanged = -1;
+}
+
+void CellGridForm::lblName_MouseDown(int index, int button, int shift) {
+  if (IsCopyToAll(button, shift, index)) {
+    for (int row = 0; row < RowCount(); ++row) Cell(row) = Cell(0);
+  }
+  ShowCells();
+  DataChanged = -1;
+}

@@ -1,0 +1,85 @@
+#include "config/input_options_form.h"
+
+#include "config/action_table.h"
+#include "panel/program_state.h"
+#include "shell/editor_rows.h"
+
+namespace {
+
+constexpr int LeastTimedOnMinutes = 5;
+constexpr int MostTimedOnMinutes = 999;
+
+bool IsTimedOn(int input) {
+  return PanelRecord.InputType(input) == static_cast<Int16>(InputKind::TimedOn);
+}
+
+}  // namespace
+
+frmT3InputOptions::frmT3InputOptions()
+    : ChildForm(QStringLiteral("frmT3InputOptions"), QStringLiteral("Input Options")) {}
+
+void frmT3InputOptions::Form_Load() {
+  grid = new RowGrid(ItemCount, QStringLiteral("Input "));
+  lblInputName = grid->AddNames("lblInputName");
+  lblInputType = grid->Add<Label>("lblInputType", {.HeaderText = QStringLiteral("Type")});
+  lblInputTimedOn =
+      grid->Add<Label>("lblInputTimedOn",
+                       {.Chars = 8, .HeaderText = QStringLiteral("Timed On"), .SharesCell = true});
+  lblInputType.OnEach(&Label::Click, this, &frmT3InputOptions::lblInputType_Click);
+  lblInputTimedOn.OnEach(&Label::Click, this, &frmT3InputOptions::lblInputTimedOn_Click);
+  AddWidget(grid);
+
+  cboNewType = new InPlaceList(this, "cboNewType", Items(InputTypes));
+  cboNewType->Click = [this] { cboNewType_Click(); };
+  cboNewTime = new InPlaceList(
+      this, "cboNewTime",
+      NumberItems(LeastTimedOnMinutes, MostTimedOnMinutes, {}, QStringLiteral("Min")));
+  cboNewTime->Click = [this] { cboNewTime_Click(); };
+}
+
+void frmT3InputOptions::Form_Activate() {
+  ShowInstalledRows(*grid, lblInputName, PanelRecord.InputName);
+  ShowInputConfiguration();
+}
+
+void frmT3InputOptions::Form_Click() {
+  cboNewType->Close();
+  cboNewTime->Close();
+}
+
+void frmT3InputOptions::ShowInputConfiguration() {
+  for (int input = 0; input < PanelIOCount(); ++input) {
+    lblInputType(input).SetCaption(cboNewType->ValueText(PanelRecord.InputType(input)));
+    lblInputTimedOn(input).SetCaption(
+        QStringLiteral(" %1 Min").arg(PanelRecord.InputTimedOnTime(input)));
+    lblInputTimedOn(input).setVisible(IsTimedOn(input));
+  }
+}
+
+void frmT3InputOptions::lblInputType_Click(int index) {
+  cboNewTime->Close();
+  SelectedRow = static_cast<Int16>(index);
+  cboNewType->Open(lblInputType(index), PanelRecord.InputType(index));
+}
+
+void frmT3InputOptions::lblInputTimedOn_Click(int index) {
+  cboNewType->Close();
+  SelectedRow = static_cast<Int16>(index);
+  const Int32 minutes = PanelRecord.InputTimedOnTime(index);
+  cboNewTime->Open(lblInputTimedOn(index),
+                   minutes < LeastTimedOnMinutes ? -1 : minutes - LeastTimedOnMinutes);
+}
+
+void frmT3InputOptions::cboNewType_Click() {
+  PanelRecord.InputType(SelectedRow) = static_cast<Int16>(cboNewType->ListIndex());
+  cboNewType->Close();
+  ShowInputConfiguration();
+  DataChanged = -1;
+}
+
+void frmT3InputOptions::cboNewTime_Click() {
+  PanelRecord.InputTimedOnTime(SelectedRow) = cboNewTime->ListIndex() + LeastTimedOnMinutes;
+  cboNewTime->Close();
+  ShowInputConfiguration();
+  DataChanged = -1;
+}

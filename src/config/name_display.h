@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+#include "shell/controls.h"
+
+/// The frame that shows a name as the panel's display will hold it: one cell a character, what is
+/// beyond the last cell is cut. The cells are empty at first.
+class NameDisplay : public QGroupBox {
+  Q_OBJECT
+ public:
+  explicit NameDisplay(int cells);
+
+  /// `name` is Windows-1252 bytes.
+  void ShowName(const std::string& name);
+
+ private:
+  ControlArray<Label> lblPanelChar;
+};
+
+/// A text box for names: typing gives upper case, digits and the signs that names may have. What a
+/// paste or a loaded file brings stays as it is.
+void FilterNameKeys(TextBox& box);

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "panel/panel_record.h"
+#include "shell/child_form.h"
+
+struct OptionScreen;
+
+/// The editors of one setting with a few options: photocell filter, clock source, timed-on
+/// operation, off-hours sweep interval and relay drive.
+class OptionForm : public ChildForm {
+  Q_OBJECT
+ public:
+  explicit OptionForm(const char* name);
+  void Form_Load() override;
+  void Form_Activate() override;
+
+  void optOption_Click(int index);
+
+ private:
+  const OptionScreen& Screen;
+  ControlArray<OptionButton> optOption;
+};

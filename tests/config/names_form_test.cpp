@@ -1,0 +1,115 @@
+#include <QClipboard>
+
+#include "screen_test.h"
+
+class NamesTest : public ScreenTest {
+ protected:
+  TextBox& Box(const QString& name, int index) {
+    return Find<TextBox>(QStringLiteral("%1(%2)").arg(name).arg(index));
+  }
+  QString Display() {
+    QString text;
+    for (int i = 0;; ++i) {
+      auto* cell = window->findChild<Label*>(QStringLiteral("lblPanelChar(%1)").arg(i));
+      if (!cell) return text;
+      text += cell->Caption();
+    }
+  }
+};
+
+TEST_F(NamesTest, TypingPassesTheFilterAndAPasteDoesNot) {
+  Menu("mnuEditRelayNames");
+  EXPECT_EQ(DataChanged, 0);
+  EXPECT_EQ(Display(), "");
+  TextBox& box = Box("txtRelayName", 1);
+  Click(box);
+  EXPECT_EQ(Display(), "RELAY 02");
+  EXPECT_EQ(DataChanged, 0);
+  box.selectAll();
+  QTest::keyClicks(&box, "relay-1,_;[{~'&(a):?.*#@/ 9");
+  EXPECT_EQ(PanelRecord.RelayName(1), "RELAY-1(A):?.*#@/ 9");
+  EXPECT_EQ(Display(), "RELAY-1(A)");
+  EXPECT_EQ(DataChanged, -1);
+  QTest::keyClick(&box, Qt::Key_Backspace);
+  EXPECT_EQ(PanelRecord.RelayName(1), "RELAY-1(A):?.*#@/ ");
+
+  box.selectAll();
+  QApplication::clipboard()->setText(QStringLiteral("Größe, €_"));
+  QTest::keyClick(&box, Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(PanelRecord.RelayName(1),
+            "Gr\xF6\xDF"
+            "e, \x80_");
+  EXPECT_EQ(PanelRecord.RelayName(0), "RELAY 01");
+}
+
+TEST_F(NamesTest, EveryByteOfTheCodePageSurvivesAChange) {
+  std::string all;
+  for (int byte = 0; byte < 256; ++byte) all += static_cast<char>(byte);
+  PanelRecord.TimerName(47) = all;
+  PanelRecord.TimerName(48) = "555-0100";
+  Menu("mnuEditTimerNames");
+  TextBox& box = Box("txtTimerName", 47);
+  QTest::keyClick(&box, Qt::Key_End);
+  QTest::keyClicks(&box, "x");
+  EXPECT_EQ(PanelRecord.TimerName(47), all + 'X');
+  EXPECT_EQ(PanelRecord.TimerName(48), "555-0100");
+  EXPECT_EQ(window->findChild<TextBox*>("txtTimerName(48)"), nullptr);
+}
+
+TEST_F(NamesTest, RelaysAndInputsFollowTheInstalledPointsAndTheOthersAreAllThere) {
+  for (const auto& [entry, item] :
+       std::vector<std::pair<const char*, QString>>{{"mnuEditRelayNames", "Relay"},
+                                                    {"mnuEditInputNames", "Input"},
+                                                    {"mnuEditGroupNames", "Group"},
+                                                    {"mnuEditTimerNames", "Timer"},
+                                                    {"mnuEditPresetNames", "Preset"}}) {
+    Menu(entry);
+    const bool installedOnly = item == "Relay" || item == "Input";
+    EXPECT_EQ(Shown(Box("txt" + item + "Name", 4)), !installedOnly) << entry;
+    EXPECT_EQ(Caption("lbl" + item + "Number", 9), item + " 10");
+    QTest::keyClick(&Box("txt" + item + "Name", 3), Qt::Key_Return);
+    EXPECT_EQ(Display(), item.toUpper() + " 04");
+  }
+  EXPECT_EQ(DataChanged, 0);
+}
+
+TEST_F(NamesTest, DevicesCountInHexadecimalAndShowEightLetters) {
+  FennlinkRecords(64).DeviceName = "LONG DEVICE NAME";
+  Menu("mnuEditFennlinkNames");
+  EXPECT_EQ(Caption("lblFennlinkNumber", 9), "FL Node 0A");
+  EXPECT_EQ(Caption("lblFennlinkNumber", 63), "FL Node 40");
+  TextBox& box = Box("txtFennlinkName", 63);
+  ASSERT_TRUE(Shown(box));
+  Click(box);
+  EXPECT_EQ(Display(), "LONG DEV");
+  QTest::keyClick(&box, Qt::Key_End);
+  QTest::keyClicks(&box, "s");
+  EXPECT_EQ(FennlinkRecords(64).DeviceName, "LONG DEVICE NAMES");
+  QTest::keyClick(&box, Qt::Key_Up);
+  EXPECT_EQ(QApplication::focusWidget(), &Box("txtFennlinkName", 62));
+}
+
+TEST_F(NamesTest, TheDefaultPanelNameHidesTheOwnOne) {
+  Menu("mnuEditPanelName");
+  auto& useDefault = Find<CheckBox>("chkDefaultPanelName");
+  auto& box = Find<TextBox>("txtPanelName");
+  EXPECT_EQ(useDefault.Value(), 1);
+  EXPECT_FALSE(Shown(box));
+  EXPECT_EQ(DataChanged, 0);
+  Click(useDefault);
+  EXPECT_TRUE(Shown(box));
+  EXPECT_EQ(DataChanged, 0);
+  QTest::keyClicks(&box, "warehouse north and south");
+  EXPECT_EQ(PanelRecord.PanelName, "WAREHOUSE NORTH AND SOUTH");
+  EXPECT_EQ(Display(), "WAREHOUSE NORTH AN");
+
+  DataChanged = 0;
+  Menu("mnuEditPanelName");
+  EXPECT_EQ(Find<CheckBox>("chkDefaultPanelName").Value(), 0);
+  EXPECT_EQ(Display(), "WAREHOUSE NORTH AN");
+  EXPECT_EQ(DataChanged, 0);
+  Click(Find<CheckBox>("chkDefaultPanelName"));
+  EXPECT_EQ(PanelRecord.PanelName, "");
+  EXPECT_EQ(DataChanged, -1);
+  EXPECT_FALSE(Shown(Find<TextBox>("txtPanelName")));
+}
