@@ -53,7 +53,7 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
       {"blank", "Start with a memory of zeros in place of a small installation."},
       {"password", "Start with this password of six digits.", "DIGITS"},
       {"fault", "Spoil replies: KIND[:AMOUNT[:GAP]][@FIRST][xCOUNT]. May be given more than once.",
-       "SPEC"},
+       "FAULT"},
       {"log", "Append a line for each frame to FILE; - is standard output.", "FILE"},
   });
   const bool parsed = parser.parse(arguments);

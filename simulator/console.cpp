@@ -29,7 +29,7 @@ const Console::Command Console::Commands[] = {
     {"io", "C...", "blocks of four points on the nodes, up to twelve counts", &Console::IO},
     {"card", "TYPE REVISION", "add-on card, 0..15 each", &Console::Card},
     {"password", "DIGITS", "set the six digits of the password", &Console::Password},
-    {"fault", "SPEC|list|clear|help", "spoil replies, for example late:2500@3x2",
+    {"fault", "FAULT|list|clear|help", "spoil replies, for example late:2500@3x2",
      &Console::SetFault},
     {"save", "[FILE]", "write the memory to its file or another", &Console::Save},
     {"log", "on|off", "go on or pause writing the log", &Console::Log},

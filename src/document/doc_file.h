@@ -30,7 +30,7 @@ inline constexpr auto DocumentSections = std::to_array<DocumentSection>({
 });
 
 /// Written only for a panel with a DMX module, and the one section without a DocumentSectionOff.
-constexpr std::size_t DMXSection = 12;
+constexpr int DMXSection = 12;
 
 /// Which sections to write, by index in DocumentSections.
 using DocumentChoice = std::array<bool, DocumentSections.size()>;

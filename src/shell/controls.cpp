@@ -37,16 +37,23 @@ QColor TextOn(QRgb color) {
   return qGray(color) >= 110 ? Qt::black : Qt::white;
 }
 
-QPalette::ColorRole TextRole(Label::Look look) {
+/// Many dark desktops leave links the dark blue of light ones.
+QColor ReadableLink(const QPalette& palette) {
+  const QColor link = palette.color(QPalette::Link);
+  const bool dark = qGray(palette.color(QPalette::Window).rgb()) < 110;
+  return dark && qGray(link.rgb()) < 110 ? link.lighter(160) : link;
+}
+
+QColor TextColor(Label::Look look, const QPalette& palette) {
   switch (look) {
     case Label::Look::Quiet:
-      return QPalette::PlaceholderText;
+      return palette.color(QPalette::PlaceholderText);
     case Label::Look::Link:
-      return QPalette::Link;
+      return ReadableLink(palette);
     case Label::Look::Plain:
       break;
   }
-  return QPalette::WindowText;
+  return palette.color(QPalette::WindowText);
 }
 
 }  // namespace
@@ -109,7 +116,7 @@ void Label::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const bool cell = Click && look_ != Look::Link;
   const bool hovered = (cell || focusPolicy() != Qt::NoFocus) && underMouse() && isEnabled();
-  QColor text = palette().color(TextRole(look_));
+  QColor text = TextColor(look_, palette());
   if (cell || backColor_) {
     const QColor fill = backColor_ ? QColor(*backColor_) : palette().color(QPalette::Base);
     if (backColor_) {
@@ -134,7 +141,7 @@ void Label::paintEvent(QPaintEvent*) {
   painter.setPen(text);
   const QRect room = rect().adjusted(CellPadding, 0, -CellPadding, 0);
   painter.drawText(room, static_cast<int>(alignment_),
-                   QFontMetrics(font()).elidedText(caption_, Qt::ElideRight, room.width()));
+                   QFontMetrics(font()).elidedText(caption_, elideMode_, room.width()));
 }
 
 void Label::mousePressEvent(QMouseEvent* event) {

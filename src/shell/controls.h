@@ -51,6 +51,8 @@ class Label : public QWidget {
   /// Room for this many average characters at the least.
   void SetWidthInChars(int chars);
   void SetAlignment(Qt::Alignment alignment) { alignment_ = alignment; }
+  /// Where a caption that is too long loses its text; at its end unless told otherwise.
+  void SetElideMode(Qt::TextElideMode mode) { elideMode_ = mode; }
 
   enum class Look { Plain, Quiet, Link };
   /// Quiet lines are grey; a link is a clickable text that is no cell.
@@ -79,6 +81,7 @@ class Label : public QWidget {
   QString caption_;
   std::optional<QRgb> backColor_;
   Qt::Alignment alignment_ = Qt::AlignLeft | Qt::AlignVCenter;
+  Qt::TextElideMode elideMode_ = Qt::ElideRight;
   int widthInChars_ = 0;
   Look look_ = Look::Plain;
 };

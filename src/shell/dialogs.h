@@ -17,7 +17,7 @@ struct Message {
 struct FileRequest {
   enum class Kind { Open, Save } Mode;
   QString Filter;    ///< Pairs of text and pattern, all joined by "|".
-  QString FileName;  ///< Empty, or a mask whose folder the dialog starts in.
+  QString FileName;  ///< Empty, or a path or mask whose folder the dialog starts in.
 };
 
 /// Shows a message and waits for the answer.

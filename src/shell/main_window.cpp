@@ -191,6 +191,7 @@ void frmT3MasterMDI::BuildClient() {
 
   statusFile_ = new Label;
   statusFile_->setObjectName(QStringLiteral("StatusBar1(1)"));
+  statusFile_->SetElideMode(Qt::ElideMiddle);
   statusLink_ = new Label;
   statusLink_->setObjectName(QStringLiteral("StatusBar1(2)"));
   statusLink_->SetWidthInChars(16);

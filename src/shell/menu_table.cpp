@@ -13,6 +13,7 @@
 #include "config/panel_name_form.h"
 #include "config/relay_options_form.h"
 #include "config/setup_form.h"
+#include "document/document_form.h"
 #include "schedule/astro_clock_form.h"
 #include "schedule/daylight_saving_form.h"
 #include "schedule/time_pair_form.h"
@@ -165,7 +166,7 @@ const std::vector<ScreenEntry>& ScreenTable() {
       {"frmT3PhotocellFilter", NewRow<OptionForm>},
       {"frmT3RelayDrive", NewRow<OptionForm>},
       {"frmT3RTCSource", NewRow<OptionForm>},
-      {"frmT3Document"},
+      {"frmT3Document", New<frmT3Document>},
       {"frmT3About", New<frmT3About>},
       {"frmT3VirtualKeypad"},
       {"frmT3SystemDiagnostic"},

@@ -1,0 +1,105 @@
+#include "document/document_form.h"
+
+#include <QGridLayout>
+
+#include "config/words_table.h"
+#include "document/doc_file.h"
+#include "panel/code_page.h"
+#include "panel/panel_record.h"
+#include "panel/program_state.h"
+
+namespace {
+
+constexpr int BoxesOfColumn = 5;
+
+const QString FileFilter =
+    QStringLiteral("Tamberloom 3 Document Files (*.TXT)|*.TXT|All Files (*.*)|*.*");
+
+QString StartMask() {
+  return DataPath(QStringLiteral("Documentation/*.TXT"));
+}
+
+}  // namespace
+
+frmT3Document::frmT3Document()
+    : ChildForm(QStringLiteral("frmT3Document"), QStringLiteral("Document")) {}
+
+void frmT3Document::Form_Load() {
+  auto* fileRow = AddRow();
+  fileRow->setAlignment({});  // a long path uses the whole width
+  AddLabel(fileRow, "lblFileName", QStringLiteral("Output File "));
+  lblDocFileName = Add<Label>(fileRow, "lblDocFileName");
+  lblDocFileName->SetElideMode(Qt::ElideMiddle);
+  lblDocFileName->setAccessibleName(QStringLiteral("Output File"));
+  Add<Button>(fileRow, "cmdBrowse", QStringLiteral("Browse"))->Click = [this] {
+    cmdBrowse_Click();
+  };
+
+  auto* grid = new QGridLayout(AddFrame("fraPrintOptions", QStringLiteral("Sections")));
+  grid->setVerticalSpacing(10);
+  for (const DocumentSection& section : DocumentSections) {
+    auto* box = new CheckBox(ToUnicode(section.Caption));
+    box->setChecked(true);
+    const int i = chkPrintOptions.Count();
+    grid->addWidget(box, i % BoxesOfColumn, i / BoxesOfColumn, Qt::AlignLeft);
+    chkPrintOptions.Add(box, QStringLiteral("chkPrintOptions"));
+  }
+  chkPrintOptions.OnEach(&CheckBox::Click, this, &frmT3Document::chkPrintOptions_Click);
+
+  auto* documentRow = AddRow();
+  Add<Button>(documentRow, "cmdDocument", QStringLiteral("Create Documentation File"))->Click =
+      [this] { cmdDocument_Click(); };
+  lblOpenDocument = AddLabel(documentRow, "lblOpenDocument", QStringLiteral("Open the document"));
+  lblOpenDocument->SetLook(Label::Look::Link);
+  lblOpenDocument->Click = [this] { lblOpenDocument_Click(); };
+  lblOpenDocument->setVisible(false);
+
+  AddHint(
+      QStringLiteral("A text file for reading and for spreadsheets: the columns of its tables are "
+                     "separated by tabs."));
+}
+
+void frmT3Document::Form_Activate() {
+  ShowFileName();
+  for (int i = 0; i < DocumentSectionOff.Size; ++i) {
+    chkPrintOptions(i).SetValue(DocumentSectionOff(i) == 0 ? 1 : 0);
+  }
+  chkPrintOptions(DMXSection).setVisible(PanelRecord.AddOnModuleType == AddOnModuleDMX);
+}
+
+void frmT3Document::ShowFileName() {
+  lblDocFileName->SetCaption(DocumentFileName);
+  lblDocFileName->setToolTip(DocumentFileName);
+}
+
+void frmT3Document::chkPrintOptions_Click(int index) {
+  CheckBox& box = chkPrintOptions(index);
+  // The DMX schedule has no flag and cannot be left out: its box stays ticked and the click fails.
+  if (index == DMXSection) box.setChecked(true);
+  DocumentSectionOff(index) = box.Value() != 0 ? 0 : -1;
+}
+
+void frmT3Document::cmdBrowse_Click() {
+  const QString start = fileDialogUsed_ ? DocumentFileName : StartMask();
+  fileDialogUsed_ = true;
+  const QString name = FileDialog({FileRequest::Kind::Save, FileFilter, start});
+  if (name.isEmpty() || name == StartMask()) return;
+  DocumentFileName = name;
+  ShowFileName();
+  lblOpenDocument->setVisible(false);
+}
+
+void frmT3Document::cmdDocument_Click() {
+  lblOpenDocument->setVisible(false);
+  DocumentChoice chosen{};
+  for (int i = 0; i < chkPrintOptions.Count(); ++i) {
+    chosen[static_cast<std::size_t>(i)] = chkPrintOptions(i).Value() != 0;
+  }
+  WriteDocumentFile(RenderDocument(DocumentTimeStamp(QDateTime::currentDateTime()), chosen));
+  lblOpenDocument->setVisible(true);
+  MsgBox(QStringLiteral("Documentation Complete."), MsgIcon::None, ProgramTitle);
+}
+
+void frmT3Document::lblOpenDocument_Click() {
+  OpenUrl(DocumentFileName);
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "shell/child_form.h"
+
+/// Writes the configuration as a text document: its file and the sections that it holds.
+class frmT3Document : public ChildForm {
+  Q_OBJECT
+ public:
+  frmT3Document();
+  void Form_Load() override;
+  void Form_Activate() override;
+
+  void chkPrintOptions_Click(int index);
+  void cmdBrowse_Click();
+  void cmdDocument_Click();
+  void lblOpenDocument_Click();
+
+ private:
+  void ShowFileName();
+
+  Label* lblDocFileName = nullptr;
+  Label* lblOpenDocument = nullptr;
+  ControlArray<CheckBox> chkPrintOptions;
+  bool fileDialogUsed_ = false;
+};

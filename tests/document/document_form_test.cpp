@@ -1,0 +1,119 @@
+#include "document/doc_file.h"
+#include "screen_test.h"
+
+class DocumentFormTest : public ScreenTest {
+ protected:
+  CheckBox& Box(int index) {
+    return Find<CheckBox>(QStringLiteral("chkPrintOptions(%1)").arg(index));
+  }
+
+  void Press(const char* button) { Click(Find<Button>(QString::fromLatin1(button))); }
+
+  bool OpenOffered() { return Shown(Find<Label>("lblOpenDocument")); }
+
+  static std::string OnDisk() {
+    QFile file(DocumentFileName);
+    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "no file";
+  }
+};
+
+TEST_F(DocumentFormTest, WritesTheTickedSections) {
+  QStringList opened;
+  OpenUrlSeam = [&opened](const QString& address) { opened << address; };
+  PanelRecord.AddOnModuleType = 1;
+  Menu("mnuDocument");
+  EXPECT_EQ(Find<Label>("lblDocFileName").Caption(),
+            folder.filePath("Orv Tamberloom 3/Documentation/Tamberloom 3.txt"));
+  EXPECT_FALSE(OpenOffered());
+  DocumentChoice chosen;
+  chosen.fill(true);
+  for (const int left : {0, 7}) {
+    Click(Box(left));
+    chosen[static_cast<std::size_t>(left)] = false;
+  }
+  Press("cmdDocument");
+  const std::string document = OnDisk();
+  const std::string created = "Document Created\t";
+  const std::size_t stamp = document.find(created);
+  ASSERT_NE(stamp, std::string::npos) << document;
+  EXPECT_EQ(document, RenderDocument(document.substr(stamp + created.size(), 19), chosen));
+  ASSERT_EQ(messages.size(), 1U);
+  EXPECT_EQ(messages[0].Text, "Documentation Complete.");
+  EXPECT_EQ(messages[0].Title, "Orv Tamberloom 3");
+  EXPECT_EQ(DataChanged, 0);
+
+  Click(Find<Label>("lblOpenDocument"));
+  EXPECT_EQ(opened, QStringList(DocumentFileName));
+}
+
+TEST_F(DocumentFormTest, TheChoiceLastsUntilNew) {
+  Menu("mnuDocument");
+  for (const int box : {0, 11}) QTest::keyClick(&Box(box), Qt::Key_Space);
+  EXPECT_EQ(DocumentSectionOff(11), -1);
+  Menu("mnuAbout");
+  Menu("mnuDocument");
+  EXPECT_FALSE(Box(0).isChecked() || Box(11).isChecked());
+  EXPECT_TRUE(Box(1).isChecked() && Box(10).isChecked());
+  Click(Box(0));
+  EXPECT_EQ(DocumentSectionOff(0), 0);
+  Menu("mnuNew");
+  Menu("mnuDocument");
+  EXPECT_TRUE(Box(0).isChecked() && Box(11).isChecked());
+}
+
+TEST_F(DocumentFormTest, TheDMXBoxFailsAndStaysTicked) {
+  PanelRecord.AddOnModuleType = 2;
+  Menu("mnuDocument");
+  EXPECT_FALSE(Shown(Box(12)));
+  PanelRecord.AddOnModuleType = 1;
+  Menu("mnuDocument");
+  ASSERT_TRUE(Shown(Box(12)));
+  for (std::size_t clicks = 1; clicks <= 2; ++clicks) {
+    Click(Box(12));
+    EXPECT_TRUE(Box(12).isChecked());
+    ASSERT_EQ(messages.size(), clicks);
+    EXPECT_TRUE(messages.back().Text.startsWith("Subscript out of range"));
+  }
+}
+
+TEST_F(DocumentFormTest, BrowseChoosesTheTarget) {
+  Menu("mnuDocument");
+  const QString before = DocumentFileName;
+  const QString mask = folder.filePath("Orv Tamberloom 3/Documentation/*.TXT");
+  for (const QString& refused : {QString(), mask}) {
+    nextFileName = refused;
+    Press("cmdBrowse");
+    EXPECT_EQ(DocumentFileName, before);
+  }
+  nextFileName = folder.filePath("Hall #1.TXT");
+  Press("cmdBrowse");
+  EXPECT_EQ(DocumentFileName, nextFileName);
+  EXPECT_EQ(Find<Label>("lblDocFileName").Caption(), nextFileName);
+  EXPECT_EQ(fileRequests[0].Mode, FileRequest::Kind::Save);
+  EXPECT_EQ(fileRequests[0].Filter,
+            "Tamberloom 3 Document Files (*.TXT)|*.TXT|All Files (*.*)|*.*");
+  EXPECT_EQ(fileRequests[0].FileName, mask);
+  EXPECT_EQ(fileRequests[1].FileName, before);
+  Press("cmdDocument");
+  EXPECT_TRUE(OnDisk().ends_with("[End Of File]\r\n"));
+}
+
+TEST_F(DocumentFormTest, AFailureIsToldAndKeepsTheOldFile) {
+  Menu("mnuDocument");
+  Press("cmdDocument");
+  const std::string old = OnDisk();
+  DimSetEnabled(0, 1);
+  DimmerBlock.elements.fill(32767);
+  Press("cmdDocument");
+  EXPECT_TRUE(messages.back().Text.contains("\"Dimmer Outputs\""));
+  EXPECT_FALSE(OpenOffered());
+  EXPECT_EQ(OnDisk(), old);
+
+  Click(Box(11));
+  nextFileName = folder.filePath("none/Hall.TXT");
+  Press("cmdBrowse");
+  Press("cmdDocument");
+  EXPECT_TRUE(messages.back().Text.contains(nextFileName)) << messages.back().Text.toStdString();
+  EXPECT_EQ(messages.size(), 3U);
+  EXPECT_FALSE(OpenOffered());
+}
