@@ -169,10 +169,13 @@ void Label::mouseDoubleClickEvent(QMouseEvent* event) {
 void Label::keyPressEvent(QKeyEvent* event) {
   const bool space = event->key() == Qt::Key_Space;
   const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (space && MouseDown && event->modifiers() == Qt::ShiftModifier) {
+  if ((space || enter) && Click) {
+    RunHandler([&] {
+      if (MouseDown) MouseDown(1, event->modifiers() & Qt::ShiftModifier ? 1 : 0);
+      Click();
+    });
+  } else if (space && MouseDown && event->modifiers() == Qt::ShiftModifier) {
     RunHandler([this] { MouseDown(2, 1); });
-  } else if ((space || enter) && Click) {
-    RunHandler(Click);
   } else {
     event->ignore();
   }
