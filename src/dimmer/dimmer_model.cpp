@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "panel/format.h"
+#include "panel/hex.h"
 
 namespace {
 
@@ -28,6 +29,25 @@ constexpr ScalePiece PhotocellScale[] = {
     {228, 219, 2000, 220}, {233, 229, 5000, 450}, {237, 234, 10000, 700}, {240, 238, 20000, 1200},
 };
 constexpr Int16 FullDaylight = 1800;
+
+/// What operates a slot, with the dash before it where one belongs.
+std::string OperatorText(Int16 dev, Int16 out, Int16 ctl) {
+  const std::string number = NumberText(DimGetCtlNumber(dev, out, ctl) + 1, 2);
+  const Int16 device = DimGetCtlDevice(dev, out, ctl);
+  switch (DimGetCtlType(dev, out, ctl)) {
+    case ControlUnused:
+      return "Unused";
+    case ControlInput:
+    case ControlInvertInput:
+      return (device == 0 ? "HW:" : "D:" + HexByte(device)) + "-I:" + number;
+    case ControlTimer:
+      return "T:" + number;
+    case ControlPreset:
+      return "P:" + number;
+    default:
+      return {};
+  }
+}
 
 }  // namespace
 
@@ -67,6 +87,19 @@ std::string ControlTypeListText(int type) {
   const std::string_view word =
       type == ControlInvertInput ? std::string_view("Invert In") : Word(ControlTypes, type);
   return word.empty() ? std::string() : "Control - " + std::string(word);
+}
+
+std::string ControlSlotSummary(Int16 dev, Int16 out, Int16 ctl) {
+  std::string summary = ' ' + NumberText(ctl + 1, 2) + '-' + OperatorText(dev, out, ctl);
+  if (DimGetCtlType(dev, out, ctl) == ControlUnused) return summary;
+  const std::string parts[] = {
+      ControlActionText(DimGetCtlAction(dev, out, ctl)),
+      std::string(Word(ControlFades, DimGetCtlInstant(dev, out, ctl) != 0)),
+      ControlRevertText(DimGetCtlRevert(dev, out, ctl))};
+  for (const std::string& part : parts) {
+    if (!part.empty()) summary += '-' + part;
+  }
+  return summary;
 }
 
 Int16 CodeToFootCandles(Int16 code) {

@@ -16,6 +16,12 @@ enum TrackMode : Int16 { TrackDisabled, Track2Point, TrackSetpoint, Track3Point 
 inline constexpr auto TrackModes =
     std::to_array<std::string_view>({"Disabled", "2 Point", "Setpoint", "3 Point"});
 
+/// The tracking list has its last two modes the other way round, so this is the list index of a
+/// mode, 0 to 3, and the mode of a list index.
+constexpr Int16 TrackModeAtIndex(int modeOrIndex) {
+  return static_cast<Int16>(modeOrIndex >= TrackSetpoint ? 5 - modeOrIndex : modeOrIndex);
+}
+
 /// What operates a control slot.
 enum ControlType : Int16 {
   ControlUnused,
@@ -48,6 +54,10 @@ std::string ControlRevertText(int code);
 
 /// The text of a control type in the editor's list, such as "Control - Invert In".
 std::string ControlTypeListText(int type);
+
+/// A whole slot in one line, such as " 03-HW:-I:01-Goto 50%-Fade-Never Revert". A code without a
+/// text leaves its part out.
+std::string ControlSlotSummary(Int16 dev, Int16 out, Int16 ctl);
 
 /// Foot-candles of a photocell input, 0 to 240; 1800 for any other code.
 Int16 CodeToFootCandles(Int16 code);

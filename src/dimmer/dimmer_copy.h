@@ -1,0 +1,21 @@
+#pragma once
+
+#include <bitset>
+
+#include "panel/dimmer_block.h"
+
+/// Outputs by device * 4 + output.
+using DimmerOutputSet = std::bitset<DimmerDeviceCount * DimmerOutputCount>;
+using ControlSlotSet = std::bitset<ControlSlotCount>;
+
+// Both enable the devices of their destinations. Levels pass through percent, which may change a
+// stored byte by rounding. When a source value does not fit the 16-bit percent rules they throw
+// RunTimeFailure before anything is changed.
+
+/// Copies levels, fade, tracking and the DMX channel of an output; neither control slots nor the
+/// relay map.
+void CopyDimmerConfiguration(Int16 dev, Int16 out, const DimmerOutputSet& destinations);
+
+/// Copies the given control slots of an output.
+void CopyDimmerControls(Int16 dev, Int16 out, const DimmerOutputSet& destinations,
+                        const ControlSlotSet& slots);

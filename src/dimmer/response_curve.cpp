@@ -1,0 +1,120 @@
+#include "dimmer/response_curve.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+#include "dimmer/dimmer_model.h"
+#include "panel/checked_arithmetic.h"
+#include "panel/format.h"
+
+namespace {
+
+constexpr double UnitsPerCount = 15;
+constexpr double UnitsPerPercent = 28.8;
+constexpr double KeyStep = UnitsPerCount;
+constexpr double GripReach = 90;  ///< The side of the square that takes the pointer.
+
+Int16 InputOf(const ResponseCurve::Grip& grip) {
+  return ToInt16(static_cast<Int32>(std::lround(grip.Left / UnitsPerCount)));
+}
+
+// Multiplied before it is divided, so that a half stays exactly a half.
+Int16 PercentOf(const ResponseCurve::Grip& grip) {
+  const double below = ResponseCurve::MaxTop - grip.Top;
+  return ToInt16(static_cast<Int32>(std::lround(below * 100 / ResponseCurve::MaxTop)));
+}
+
+ResponseCurve::Grip GripAt(Int16 input, Int16 percent) {
+  PercentToLevel(percent);  // What cannot be stored again is not shown.
+  return {input * UnitsPerCount, ResponseCurve::MaxTop - percent * UnitsPerPercent};
+}
+
+}  // namespace
+
+void ResponseCurve::Place(Int16 dev, Int16 out) {
+  const Grip a = GripAt(DimGetAIn(dev, out), DimGetAOut(dev, out));
+  const Grip c = GripAt(DimGetCIn(dev, out), DimGetCOut(dev, out));
+  const Grip b = GripAt(DimGetBIn(dev, out), DimGetBOut(dev, out));
+  shpGrip(GripA) = a;
+  shpGrip(GripC) = c;
+  shpGrip(GripB) = b;
+}
+
+void ResponseCurve::DrawLines(bool twoPoint) {
+  const bool inOrder = shpGrip(GripA).Left <= shpGrip(GripC).Left;
+  const Grip& first = shpGrip(inOrder ? GripA : GripC);
+  const Grip& last = shpGrip(inOrder ? GripC : GripA);
+  const auto join = [](const Grip& from, const Grip& to) {
+    return Line{from.Left + GripCentre, from.Top + GripCentre, to.Left + GripCentre,
+                to.Top + GripCentre};
+  };
+  const Grip& second = twoPoint ? last : shpGrip(GripB);
+  shpGrip(GripB).Visible = !twoPoint;
+  shpLine(0) = {0, first.Top + GripCentre, first.Left + GripCentre, first.Top + GripCentre};
+  shpLine(1) = join(first, second);
+  shpLine(2) = join(second, last);
+  shpLine(2).Visible = !twoPoint;
+  shpLine(3) = {last.Left + GripCentre, last.Top + GripCentre, Width, last.Top + GripCentre};
+}
+
+Int16 ResponseCurve::GripOver(double x, double y) const {
+  Int16 over = NoGrip;
+  for (const Int16 i : {GripA, GripC, GripB}) {
+    const Grip& grip = shpGrip(i);
+    if (x >= grip.Left && x <= grip.Left + GripReach && y >= grip.Top &&
+        y <= grip.Top + GripReach) {
+      over = i;
+    }
+  }
+  return over;
+}
+
+void ResponseCurve::MoveTo(Int16 grip, double x, double y) {
+  shpGrip(grip).Left = std::clamp(std::round(x), 0.0, static_cast<double>(MaxLeft));
+  shpGrip(grip).Top = std::clamp(std::round(y), 0.0, static_cast<double>(MaxTop));
+}
+
+void ResponseCurve::Step(Int16 grip, Direction direction) {
+  Grip& moved = shpGrip(grip);
+  switch (direction) {
+    case Direction::Left:
+      if (moved.Left >= KeyStep) moved.Left -= KeyStep;
+      break;
+    case Direction::Up:
+      if (moved.Top >= KeyStep) moved.Top -= KeyStep;
+      break;
+    case Direction::Right:
+      if (moved.Left < MaxLeft) moved.Left += KeyStep;
+      break;
+    case Direction::Down:
+      if (moved.Top < MaxTop) moved.Top += KeyStep;
+      break;
+  }
+}
+
+void ResponseCurve::KeepBBetween() {
+  const auto [least, most] = std::minmax(shpGrip(GripA).Left, shpGrip(GripC).Left);
+  shpGrip(GripB).Left = std::clamp(shpGrip(GripB).Left, least, most);
+}
+
+ResponseCurve::Readout ResponseCurve::ReadoutOf(Int16 grip) const {
+  const Int16 input = InputOf(shpGrip(grip));
+  const double tenths = static_cast<double>(std::lround(100 - shpGrip(grip).Top * 100 / MaxTop));
+  char volts[32];
+  std::snprintf(volts, sizeof volts, "%.1f V", tenths / 10);
+  return {NumberText(input) + "/255", NumberText(CodeToFootCandles(input)) + " fc", volts};
+}
+
+void ResponseCurve::Store(Int16 dev, Int16 out) const {
+  const bool inOrder = shpGrip(GripA).Left <= shpGrip(GripC).Left;
+  const Grip& a = shpGrip(inOrder ? GripA : GripC);
+  const Grip& c = shpGrip(inOrder ? GripC : GripA);
+  const Grip& b = shpGrip(GripB);
+  DimSetAOut(dev, out, PercentOf(a));
+  DimSetAIn(dev, out, InputOf(a));
+  DimSetCOut(dev, out, PercentOf(c));
+  DimSetCIn(dev, out, InputOf(c));
+  DimSetBOut(dev, out, PercentOf(b));
+  DimSetBIn(dev, out, InputOf(b));
+}

@@ -1,0 +1,147 @@
+#include "dimmer/response_curve.h"
+
+#include "panel/document_fixture.h"
+
+class ResponseCurveTest : public DocumentTest {
+ protected:
+  /// Input and percent of A, B and C.
+  static void StorePoints(std::array<Int16, 6> values) {
+    DimSetAIn(0, 0, values[0]);
+    DimSetAOut(0, 0, values[1]);
+    DimSetBIn(0, 0, values[2]);
+    DimSetBOut(0, 0, values[3]);
+    DimSetCIn(0, 0, values[4]);
+    DimSetCOut(0, 0, values[5]);
+  }
+
+  static std::array<Int16, 6> Points() {
+    return {DimGetAIn(0, 0),  DimGetAOut(0, 0), DimGetBIn(0, 0),
+            DimGetBOut(0, 0), DimGetCIn(0, 0),  DimGetCOut(0, 0)};
+  }
+
+  static std::array<double, 4> Ends(const ResponseCurve::Line& line) {
+    return {line.X1, line.Y1, line.X2, line.Y2};
+  }
+
+  ResponseCurve curve;
+};
+
+TEST_F(ResponseCurveTest, GripsStandByTheStoredPoints) {
+  StorePoints({10, 100, 128, 25, 255, 0});
+  curve.Place(0, 0);
+  EXPECT_EQ(curve.shpGrip(1).Left, 150);
+  EXPECT_EQ(curve.shpGrip(1).Top, 0);
+  EXPECT_EQ(curve.shpGrip(2).Left, 3825);
+  EXPECT_EQ(curve.shpGrip(2).Top, 2880);
+  EXPECT_EQ(curve.shpGrip(3).Left, 1920);
+  EXPECT_DOUBLE_EQ(curve.shpGrip(3).Top, 2160);
+
+  for (Int16 percent = 0; percent <= 100; ++percent) {
+    StorePoints({0, percent, 77, percent, 255, percent});
+    curve.Place(0, 0);
+    curve.Store(0, 0);
+    EXPECT_EQ(Points(), (std::array<Int16, 6>{0, percent, 77, percent, 255, percent}));
+  }
+}
+
+TEST_F(ResponseCurveTest, LinesJoinTheGripsInTheOrderOfTheirInputs) {
+  StorePoints({20, 100, 100, 50, 200, 0});
+  curve.Place(0, 0);
+  curve.DrawLines(true);
+  EXPECT_EQ(Ends(curve.shpLine(0)), (std::array<double, 4>{0, 45, 345, 45}));
+  EXPECT_EQ(Ends(curve.shpLine(1)), (std::array<double, 4>{345, 45, 3045, 2925}));
+  EXPECT_EQ(Ends(curve.shpLine(3)), (std::array<double, 4>{3045, 2925, 3945, 2925}));
+  EXPECT_FALSE(curve.shpLine(2).Visible || curve.shpGrip(3).Visible);
+
+  curve.MoveTo(ResponseCurve::GripA, 3300, 288);
+  curve.DrawLines(false);
+  EXPECT_EQ(Ends(curve.shpLine(0)), (std::array<double, 4>{0, 2925, 3045, 2925}));
+  EXPECT_EQ(Ends(curve.shpLine(1)), (std::array<double, 4>{3045, 2925, 1545, 1485}));
+  EXPECT_EQ(Ends(curve.shpLine(2)), (std::array<double, 4>{1545, 1485, 3345, 333}));
+  EXPECT_EQ(Ends(curve.shpLine(3)), (std::array<double, 4>{3345, 333, 3945, 333}));
+  EXPECT_TRUE(curve.shpLine(2).Visible && curve.shpGrip(3).Visible);
+}
+
+TEST_F(ResponseCurveTest, TheLastOfOverlappingGripsIsTaken) {
+  StorePoints({100, 50, 100, 50, 100, 50});
+  curve.Place(0, 0);
+  EXPECT_EQ(curve.GripOver(1500, 1440), 3);
+  curve.DrawLines(true);
+  EXPECT_EQ(curve.GripOver(1500, 1440), 3) << "a hidden grip is taken too";
+  curve.MoveTo(ResponseCurve::GripB, 0, 0);
+  EXPECT_EQ(curve.GripOver(1590, 1530), 2);
+  EXPECT_EQ(curve.GripOver(1590.5, 1530), 0);
+  EXPECT_EQ(curve.GripOver(1499.5, 1530), 0);
+  EXPECT_EQ(curve.GripOver(1500, 1531), 0);
+  curve.MoveTo(ResponseCurve::GripC, 3825, 0);
+  EXPECT_EQ(curve.GripOver(1500, 1440), 1);
+}
+
+TEST_F(ResponseCurveTest, AMoveIsRoundedAndKeptOnTheGraph) {
+  const auto moved = [this](double x, double y) {
+    curve.MoveTo(ResponseCurve::GripA, x, y);
+    return std::pair(curve.shpGrip(1).Left, curve.shpGrip(1).Top);
+  };
+  EXPECT_EQ(moved(-3, 1e6), std::pair(0.0, 2880.0));
+  EXPECT_EQ(moved(3825.2, -0.4), std::pair(3825.0, 0.0));
+  EXPECT_EQ(moved(100.6, 200.4), std::pair(101.0, 200.0));
+}
+
+TEST_F(ResponseCurveTest, AKeyStepStopsAtTheEdgesOrJustBehindThem) {
+  using enum ResponseCurve::Direction;
+  const auto step = [this](double x, double y, ResponseCurve::Direction direction) {
+    curve.MoveTo(ResponseCurve::GripC, x, y);
+    curve.Step(ResponseCurve::GripC, direction);
+    return std::pair(curve.shpGrip(2).Left, curve.shpGrip(2).Top);
+  };
+  EXPECT_EQ(step(14, 14, Left), std::pair(14.0, 14.0));
+  EXPECT_EQ(step(15, 14, Left), std::pair(0.0, 14.0));
+  EXPECT_EQ(step(14, 14, Up), std::pair(14.0, 14.0));
+  EXPECT_EQ(step(14, 15, Up), std::pair(14.0, 0.0));
+  EXPECT_EQ(step(3825, 0, Right), std::pair(3825.0, 0.0));
+  EXPECT_EQ(step(3824, 0, Right), std::pair(3839.0, 0.0));
+  EXPECT_EQ(step(0, 2880, Down), std::pair(0.0, 2880.0));
+  EXPECT_EQ(step(0, 2879, Down), std::pair(0.0, 2894.0));
+}
+
+TEST_F(ResponseCurveTest, BStaysBetweenAndTheLowerInputIsStoredAsA) {
+  StorePoints({100, 90, 10, 40, 200, 20});
+  curve.Place(0, 0);
+  curve.KeepBBetween();
+  EXPECT_EQ(curve.shpGrip(3).Left, 1500);
+  EXPECT_DOUBLE_EQ(curve.shpGrip(3).Top, 1728);
+
+  curve.MoveTo(ResponseCurve::GripA, 3750, 15);
+  curve.KeepBBetween();
+  EXPECT_EQ(curve.shpGrip(3).Left, 3000);
+  curve.Store(0, 0);
+  EXPECT_EQ(Points(), (std::array<Int16, 6>{200, 20, 200, 40, 250, 99}));
+
+  curve.MoveTo(ResponseCurve::GripA, 3000, 15);
+  curve.Store(0, 0);
+  EXPECT_EQ(Points(), (std::array<Int16, 6>{200, 99, 200, 40, 200, 20}))
+      << "equal inputs keep their letters";
+}
+
+TEST_F(ResponseCurveTest, ReadoutsTellInputAndOutput) {
+  const auto told = [this](double x, double y) {
+    curve.MoveTo(ResponseCurve::GripB, x, y);
+    const auto readout = curve.ReadoutOf(ResponseCurve::GripB);
+    return readout.Percent + ", " + readout.FootCandle + ", " + readout.Voltage;
+  };
+  EXPECT_EQ(told(0, 0), "0/255, 0 fc, 10.0 V");
+  EXPECT_EQ(told(3825, 2880), "255/255, 1800 fc, 0.0 V");
+  EXPECT_EQ(told(2047, 1440), "136/255, 17 fc, 5.0 V");
+  EXPECT_EQ(told(2053, 72), "137/255, 17 fc, 9.8 V");
+}
+
+TEST_F(ResponseCurveTest, ALevelBeyondThePercentRulesLeavesTheGripsAlone) {
+  StorePoints({20, 100, 100, 50, 200, 0});
+  curve.Place(0, 0);
+  for (const Int16 level : {Int16(328), Int16(-328), Int16(32767)}) {
+    DimmerBlock(12) = level;
+    DimSetAIn(0, 0, 7);
+    EXPECT_THROW(curve.Place(0, 0), RunTimeFailure) << level;
+    EXPECT_EQ(curve.shpGrip(1).Left, 300);
+  }
+}
