@@ -14,6 +14,8 @@
 #include "config/relay_options_form.h"
 #include "config/setup_form.h"
 #include "document/document_form.h"
+#include "dimmer/dimmer_output_form.h"
+#include "dimmer/dimmer_relay_control_form.h"
 #include "schedule/astro_clock_form.h"
 #include "schedule/daylight_saving_form.h"
 #include "schedule/time_pair_form.h"
@@ -170,8 +172,8 @@ const std::vector<ScreenEntry>& ScreenTable() {
       {"frmT3About", New<frmT3About>},
       {"frmT3VirtualKeypad"},
       {"frmT3SystemDiagnostic"},
-      {"frmT3DimmerOutput"},
-      {"frmT3DimmerRelayControl"},
+      {"frmT3DimmerOutput", New<frmT3DimmerOutput>},
+      {"frmT3DimmerRelayControl", New<frmT3DimmerRelayControl>},
       {"frmT3DimCopyCnf"},
       {"frmT3DimCopyCnt"},
   };

@@ -48,6 +48,17 @@ void FillDocument() {
   }
   for (Int16 dev = 0; dev < 3; ++dev) DimSetEnabled(dev, 1);
   DimSetTrackMode(0, 0, 1);
+  DimSetAIn(0, 0, 40);
+  DimSetCIn(0, 0, 200);
+  DimSetCOut(0, 0, 20);
+  for (Int16 slot = 0; slot < ControlSlotCount; ++slot) {
+    DimSetCtlType(0, 0, slot, static_cast<Int16>((slot + 1) % 5));
+    DimSetCtlDevice(0, 0, slot, slot % 3 == 0 ? 0x40 : 0);
+    DimSetCtlInstant(0, 0, slot, slot % 2);
+    DimSetCtlAction(0, 0, slot, slot % 2 == 0 ? 0 : 103);
+    DimSetCtlRevert(0, 0, slot, slot == 2 ? 121 : 0);
+  }
+  for (Int16 relay = 0; relay < ItemCount; relay += 3) DimSetRelay(0, 0, relay, -1);
 }
 
 }  // namespace

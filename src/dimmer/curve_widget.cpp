@@ -1,0 +1,175 @@
+#include "dimmer/curve_widget.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+#include <cmath>
+
+#include "shell/dialogs.h"
+
+namespace {
+
+constexpr double LeastGripPixels = 8;
+
+int ShiftState(Qt::KeyboardModifiers modifiers) {
+  return (modifiers & Qt::ShiftModifier ? 1 : 0) + (modifiers & Qt::ControlModifier ? 2 : 0) +
+         (modifiers & Qt::AltModifier ? 4 : 0);
+}
+
+int ButtonNumber(const QMouseEvent& event) {
+  const auto buttons = event.button() == Qt::NoButton ? event.buttons() : event.button();
+  if (buttons & Qt::LeftButton) return 1;
+  return buttons & Qt::RightButton ? 2 : 0;
+}
+
+int KeyCode(int key) {
+  switch (key) {
+    case Qt::Key_Left:
+      return 37;
+    case Qt::Key_Up:
+      return 38;
+    case Qt::Key_Right:
+      return 39;
+    case Qt::Key_Down:
+      return 40;
+    default:
+      return key >= Qt::Key_A && key <= Qt::Key_Z ? key : 0;
+  }
+}
+
+QString Letter(Int16 grip) {
+  switch (grip) {
+    case ResponseCurve::GripA:
+      return QStringLiteral("A");
+    case ResponseCurve::GripB:
+      return QStringLiteral("B");
+    default:
+      return QStringLiteral("C");
+  }
+}
+
+}  // namespace
+
+CurveWidget::CurveWidget(const ResponseCurve& curve, const Int16& selectedGrip)
+    : curve_(curve), selectedGrip_(selectedGrip) {
+  setMouseTracking(true);
+  setFocusPolicy(Qt::StrongFocus);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+}
+
+QPointF CurveWidget::ToPixels(double x, double y) const {
+  return {x * width() / ResponseCurve::Width, y * height() / ResponseCurve::Height};
+}
+
+void CurveWidget::Tell(const PointerEvent& handler, const QMouseEvent& event) const {
+  if (!handler) return;
+  // Whole units: a grip that follows the pointer then stays under it.
+  const double x = std::round(event.position().x() * ResponseCurve::Width / width());
+  const double y = std::round(event.position().y() * ResponseCurve::Height / height());
+  RunHandler([&] { handler(ButtonNumber(event), ShiftState(event.modifiers()), x, y); });
+}
+
+void CurveWidget::mousePressEvent(QMouseEvent* event) {
+  Tell(MouseDown, *event);
+}
+
+void CurveWidget::mouseMoveEvent(QMouseEvent* event) {
+  Tell(MouseMove, *event);
+}
+
+void CurveWidget::mouseReleaseEvent(QMouseEvent* event) {
+  Tell(MouseUp, *event);
+}
+
+void CurveWidget::leaveEvent(QEvent*) {
+  RunHandler(MouseLeave);
+}
+
+void CurveWidget::keyPressEvent(QKeyEvent* event) {
+  const int code = KeyCode(event->key());
+  if (KeyDown) RunHandler([&] { KeyDown(code, ShiftState(event->modifiers())); });
+  if (code == 0) event->ignore();
+}
+
+void CurveWidget::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.fillRect(rect(), palette().color(QPalette::Base));
+  PaintGrid(painter);
+  PaintLines(painter);
+  PaintGrips(painter);
+  painter.setBrush(Qt::NoBrush);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const double pen = hasFocus() ? 2 : 1;
+  painter.setPen(QPen(palette().color(hasFocus() ? QPalette::Highlight : QPalette::Mid), pen));
+  painter.drawRect(QRectF(rect()).adjusted(pen / 2, pen / 2, -pen / 2, -pen / 2));
+}
+
+/// Quarters of the input and of the output, where the middle of a grip stands at those values.
+void CurveWidget::PaintGrid(QPainter& painter) const {
+  QColor grid = palette().color(QPalette::Text);
+  grid.setAlpha(45);
+  QFont small = font();
+  small.setPointSizeF(small.pointSizeF() * 0.85);
+  painter.setFont(small);
+  const QFontMetricsF metrics(small);
+  for (int quarter = 0; quarter <= 4; ++quarter) {
+    const double part = quarter / 4.0;
+    const QPointF at = ToPixels(part * ResponseCurve::MaxLeft + ResponseCurve::GripCentre,
+                                part * ResponseCurve::MaxTop + ResponseCurve::GripCentre);
+    painter.setPen(QPen(grid, 0));
+    painter.drawLine(QLineF(at.x(), 0, at.x(), height()));
+    painter.drawLine(QLineF(0, at.y(), width(), at.y()));
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    const QString percent = QStringLiteral("%1%").arg(100 - 25 * quarter);
+    const double baseline = quarter == 0 ? at.y() + metrics.ascent() + 1 : at.y() - 2;
+    painter.drawText(QPointF(width() - metrics.horizontalAdvance(percent) - 8, baseline), percent);
+  }
+}
+
+void CurveWidget::PaintLines(QPainter& painter) const {
+  QPolygonF path;
+  for (int i = 0; i < 4; ++i) {
+    const auto& line = curve_.shpLine(i);
+    if (!line.Visible) continue;
+    if (path.isEmpty()) path << ToPixels(line.X1, line.Y1);
+    path << ToPixels(line.X2, line.Y2);
+  }
+  QPolygonF area = path;
+  area << ToPixels(ResponseCurve::Width, ResponseCurve::Height)
+       << ToPixels(0, ResponseCurve::Height);
+  painter.setRenderHint(QPainter::Antialiasing);
+  QColor fill = palette().color(QPalette::Highlight);
+  painter.setPen(Qt::NoPen);
+  fill.setAlpha(45);
+  painter.setBrush(fill);
+  painter.drawPolygon(area);
+  painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+  painter.drawPolyline(path);
+}
+
+void CurveWidget::PaintGrips(QPainter& painter) const {
+  QFont bold = font();
+  bold.setBold(true);
+  painter.setFont(bold);
+  const QFontMetricsF metrics(bold);
+  for (const Int16 i : {ResponseCurve::GripA, ResponseCurve::GripC, ResponseCurve::GripB}) {
+    const auto& grip = curve_.shpGrip(i);
+    if (!grip.Visible) continue;
+    const QPointF reach = ToPixels(2 * ResponseCurve::GripCentre, 2 * ResponseCurve::GripCentre);
+    const double side = std::max(std::min(reach.x(), reach.y()), LeastGripPixels);
+    QRectF square(0, 0, side, side);
+    square.moveCenter(
+        ToPixels(grip.Left + ResponseCurve::GripCentre, grip.Top + ResponseCurve::GripCentre));
+    const bool selected = i == selectedGrip_;
+    painter.setPen(QPen(palette().color(QPalette::Text), selected ? 2 : 1.5));
+    painter.setBrush(palette().color(selected ? QPalette::Highlight : QPalette::Base));
+    painter.drawRect(square);
+    const QString letter = Letter(i);
+    const double letterWidth = metrics.horizontalAdvance(letter);
+    const bool atRight = square.right() + 4 + letterWidth > width() - 2;
+    const bool atTop = square.top() - metrics.descent() - metrics.ascent() < 0;
+    painter.setPen(palette().color(QPalette::Text));
+    painter.drawText(QPointF(atRight ? square.left() - 4 - letterWidth : square.right() + 4,
+                             atTop ? square.bottom() + metrics.ascent() : square.top() - 1),
+                     letter);
+  }
+}

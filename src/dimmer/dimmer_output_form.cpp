@@ -1,0 +1,188 @@
+#include "dimmer/dimmer_output_form.h"
+
+#include "dimmer/dimmer_lists.h"
+#include "dimmer/dimmer_model.h"
+#include "panel/fennlink_record.h"
+#include "panel/format.h"
+#include "panel/panel_record.h"
+
+// What the screen is made of. What it does stands in dimmer_output_handlers.cpp.
+
+namespace {
+
+constexpr int PhotocellDevices = 64;
+constexpr int DMXChannels = 512;
+constexpr int Targets = 256;
+
+/// The texts of the codes 0 to `count` - 1.
+template <typename TextOf>
+QStringList CodeItems(int count, TextOf textOf) {
+  QStringList items;
+  for (int code = 0; code < count; ++code) items << QString::fromStdString(textOf(code));
+  return items;
+}
+
+QStringList LevelItems(const QString& title) {
+  return QStringList(title + QStringLiteral(": PhotoCell")) + PercentItems(title);
+}
+
+std::string FadeRateText(int index) {
+  return "Fade Rate: " + NumberText(FadeSeconds(index)) + " Sec";
+}
+
+std::string TargetText(int target) {
+  const Int16 footCandles = CodeToFootCandles(static_cast<Int16>(target));
+  return "Target: " + NumberText(target) + "/255 (" + NumberText(footCandles) + " fc)";
+}
+
+/// The screen must not jump when an output or a slot has less to set.
+template <typename Widget>
+Widget* KeepsRoom(Widget* widget) {
+  QSizePolicy policy = widget->sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  widget->setSizePolicy(policy);
+  return widget;
+}
+
+}  // namespace
+
+frmT3DimmerOutput::frmT3DimmerOutput()
+    : ChildForm(QStringLiteral("frmT3DimmerOutput"), QStringLiteral("Dimmer Outputs")) {}
+
+void frmT3DimmerOutput::Form_Load() {
+  BuildSelectors(AddRow());
+  frmConfig = KeepsRoom(new QWidget);
+  frmConfig->setObjectName(QStringLiteral("frmConfig"));
+  AddWidget(frmConfig);
+  auto* config = new QVBoxLayout(frmConfig);
+  config->setContentsMargins(0, 0, 0, 0);
+  BuildLevels(config);
+  auto* lower = new QHBoxLayout;
+  config->addLayout(lower);
+  auto* slots = new QVBoxLayout;
+  lower->addLayout(slots, 3);
+  BuildSlots(slots);
+  auto* tracking = new QVBoxLayout;
+  lower->addLayout(tracking, 2);
+  cboTarget = AddTitledList(tracking, "cboTarget", "Target", CodeItems(Targets, TargetText));
+  OnChange(cboTarget, &frmT3DimmerOutput::cboTarget_Click);
+  scale = new frmScale;
+  tracking->addWidget(scale, 1);
+  tracking->addStretch(0);
+
+  auto* copies = AddRow();
+  cmdCopyConfig = Add<Button>(copies, "cmdCopyConfig",
+                              QStringLiteral("Copy Configuration To Selected Dimmer Outputs"));
+  cmdCopyConfig->Click = [this] { cmdCopyConfig_Click(); };
+  cmdCopyControl = Add<Button>(copies, "cmdCopyControl",
+                               QStringLiteral("Copy Control Options To Selected Dimmer Outputs"));
+  cmdCopyControl->Click = [this] { cmdCopyControl_Click(); };
+}
+
+void frmT3DimmerOutput::BuildSelectors(QBoxLayout* row) {
+  cboDDev = AddDeviceList(row);
+  cboDDev->Click = [this] { cboDDev_Click(); };
+  cboDOut = AddOutputList(row);
+  OnChange(cboDOut, &frmT3DimmerOutput::cboDOut_Click);
+  chkEnabled = Add<CheckBox>(row, "chkEnabled", QStringLiteral("Device Enabled"));
+  OnChange(chkEnabled, &frmT3DimmerOutput::chkEnabled_Click);
+  row->addStretch(1);
+  for (int out = 0; out < DimmerOutputCount; ++out) {
+    auto* column = new QVBoxLayout;
+    column->setSpacing(0);
+    row->addLayout(column);
+    const QString title = QStringLiteral("Out %1").arg(out + 1);
+    for (auto [labels, name] :
+         {std::pair(&lblHdrLev, "lblHdrLev"), std::pair(&lblShowLevels, "lblShowLevels")}) {
+      auto* label = KeepsRoom(AddLabel(column, name, title));
+      label->setFixedHeight(label->fontMetrics().height() + 1);
+      labels->Add(label, QString::fromLatin1(name));
+    }
+    lblHdrLev(out).SetLook(Label::Look::Quiet);
+    lblShowLevels(out).SetWidthInChars(5);
+    lblShowLevels(out).setAccessibleName(title);
+  }
+  cmdUpdate = Add<Button>(row, "cmdUpdate", QStringLiteral("Update"));
+  tmrStatus = new Timer(this, "tmrStatus", 500);
+}
+
+ComboBox* frmT3DimmerOutput::AddList(QBoxLayout* row, const char* name, const char* title,
+                                     const QStringList& items, Handler handler) {
+  auto* list = AddTitledList(row, name, QString::fromLatin1(title), items);
+  OnChange(list, handler);
+  return list;
+}
+
+void frmT3DimmerOutput::BuildLevels(QBoxLayout* column) {
+  auto* levels = new QHBoxLayout;
+  levels->setAlignment(Qt::AlignLeft);
+  column->addLayout(levels);
+  cboPowerOnLevel =
+      AddList(levels, "cboPowerOnLevel", "Power On Level", PercentItems("Power On Level"),
+              &frmT3DimmerOutput::cboPowerOnLevel_Click);
+  cboMinLevel = AddList(levels, "cboMinLevel", "Min Output", LevelItems("Min Output"),
+                        &frmT3DimmerOutput::cboMinLevel_Click);
+  cboMaxLevel = AddList(levels, "cboMaxLevel", "Max Output", LevelItems("Max Output"),
+                        &frmT3DimmerOutput::cboMaxLevel_Click);
+  cboFadeRate = AddList(levels, "cboFadeRate", "Fade Rate", CodeItems(FadeRateCount, FadeRateText),
+                        &frmT3DimmerOutput::cboFadeRate_Click);
+
+  auto* tracking = new QHBoxLayout;
+  tracking->setAlignment(Qt::AlignLeft);
+  column->addLayout(tracking);
+  cboDMX = AddList(tracking, "cboDMX", "DMX Channel",
+                   QStringList("DMX - Disabled") + NumberItems("DMX Channel: ", 1, DMXChannels),
+                   &frmT3DimmerOutput::cboDMX_Click);
+  cboPCTrack = AddList(tracking, "cboPCTrack", "PC Tracking",
+                       {"PC Tracking: Disabled", "PC Tracking: 2 point"},
+                       &frmT3DimmerOutput::cboPCTrack_Click);
+  lblPCTSource = AddLabel(tracking, "lblPCTSource", QStringLiteral("Tracking Photocell"));
+  cboPCDev = AddList(tracking, "cboPCDev", "Tracking Photocell",
+                     HexItems("Device: ", PhotocellDevices), &frmT3DimmerOutput::cboPCDev_Click);
+}
+
+void frmT3DimmerOutput::BuildSlots(QBoxLayout* column) {
+  QHBoxLayout* rows[2];
+  for (QHBoxLayout*& row : rows) {
+    row = new QHBoxLayout;
+    row->setAlignment(Qt::AlignLeft);
+    column->addLayout(row);
+  }
+  cboCONum =
+      AddList(rows[0], "cboCONum", "Control", NumberItems("Control: ", 1, ControlSlotCount, 2),
+              &frmT3DimmerOutput::cboCONum_Click);
+  const auto types = static_cast<int>(ControlTypes.size());
+  cboCOTyp =
+      AddTitledList(rows[0], "cboCOTyp", "Control Type", CodeItems(types, ControlTypeListText));
+  cboCOTyp->Click = [this] { cboCOTyp_Click(); };
+  cboCODev =
+      AddList(rows[0], "cboCODev", "Device", QStringList("Hardwired") + HexItems("D:", DeviceCount),
+              &frmT3DimmerOutput::cboCODev_Click);
+  cboCONod = AddList(rows[0], "cboCONod", "Node", {}, &frmT3DimmerOutput::cboCONod_Click);
+  cboCONod->hide();
+  cboCOInp = AddList(rows[0], "cboCOInp", "Input", NumberItems("I:", 1, ItemCount, 2),
+                     &frmT3DimmerOutput::cboCOInp_Click);
+  cboCOTmr = AddList(rows[0], "cboCOTmr", "Timer", NumberItems("T:", 1, ItemCount, 2),
+                     &frmT3DimmerOutput::cboCOTmr_Click);
+  cboCOPrs = AddList(rows[0], "cboCOPrs", "Preset", NumberItems("P:", 1, ItemCount, 2),
+                     &frmT3DimmerOutput::cboCOPrs_Click);
+  cboCOAct =
+      AddList(rows[1], "cboCOAct", "Action", CodeItems(ControlActionCount, ControlActionText),
+              &frmT3DimmerOutput::cboCOAct_Click);
+  cboCOFade = AddList(rows[1], "cboCOFade", "Fade", Items(ControlFades),
+                      &frmT3DimmerOutput::cboCOFade_Click);
+  cboCORevert =
+      AddList(rows[1], "cboCORevert", "Revert", CodeItems(ControlRevertCount, ControlRevertText),
+              &frmT3DimmerOutput::cboCORevert_Click);
+  for (ComboBox* list : {cboCOAct, cboCOFade, cboCORevert}) KeepsRoom(list);
+
+  auto* grid = new RowGrid(ControlSlotCount, QStringLiteral("Control "));
+  lblSummary = grid->Add<Label>("lblSummary", {.Chars = 1});
+  lblSummary.OnEach(&Label::Click, this, &frmT3DimmerOutput::lblSummary_Click);
+  grid->layout()->setSpacing(0);
+  for (int slot = 0; slot < ControlSlotCount; ++slot) {
+    lblSummary(slot).setFixedHeight(grid->fontMetrics().height() + 3);
+  }
+  column->addWidget(grid);
+  column->addStretch(1);
+}

@@ -1,0 +1,105 @@
+#include "dimmer/dimmer_copy_form.h"
+
+#include "screen_test.h"
+
+class DimmerCopyTest : public ScreenTest {
+ protected:
+  /// Opens output 2 of device 0B, whose every element is a number of its own, and leaves it to
+  /// `work` to end the dialog that the button opens.
+  void Copy(const char* button, std::function<void()> work) {
+    for (int element = 0; element < 128; ++element) {
+      DimmerBlock(10 * 512 + 128 + element) = static_cast<Int16>(element + 100);
+    }
+    DimmerBlock(10 * 512 + 128) = 13;
+    DimSetEnabled(10, 1);
+    Menu("mnuConfigureDimmers");
+    Choose("cboDDev", 10);
+    Choose("cboDOut", 1);
+    before = DimmerBlock;
+    bool ran = false;
+    QTimer::singleShot(0, window.get(), [&] {
+      ran = true;
+      work();
+      if (auto* left = window->findChild<QDialog*>()) left->reject();
+    });
+    Click(Find<Button>(button));
+    EXPECT_TRUE(ran);
+  }
+
+  /// Which elements of an output differ from before.
+  std::vector<int> Changed(int dev, int out) const {
+    std::vector<int> elements;
+    for (int element = 0; element < 128; ++element) {
+      const int at = dev * 512 + out * 128 + element;
+      if (DimmerBlock(at) != before(at)) elements.push_back(element);
+    }
+    return elements;
+  }
+
+  DimmerBlockType before;
+};
+
+TEST_F(DimmerCopyTest, TheConfigurationGoesToTheOutputsTickedAndEnablesThem) {
+  Copy("cmdCopyConfig", [this] {
+    Click(Find<Button>("cmdAllDev(1)"));
+    Click(Find<CheckBox>("chkDst(8)"));
+    EXPECT_EQ(Find<CheckBox>("chkDst(47)").text(), "D:12.4");
+    EXPECT_EQ(Find<Button>("cmdAllDev(11)").text(), "All Dev0C");
+    Click(Find<Button>("cmsCopy"));
+  });
+  ASSERT_EQ(messages.size(), 1U);
+  EXPECT_EQ(messages[0].Text, "Copy Complete");
+  EXPECT_EQ(messages[0].Title, "Copy Settings");
+  const std::vector<int> fields = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15};
+  for (int out = 0; out < 4; ++out) EXPECT_EQ(Changed(1, out), fields) << out;
+  EXPECT_EQ(Changed(2, 0), fields);
+  EXPECT_EQ(Changed(2, 1), std::vector<int>());
+  EXPECT_EQ(Changed(10, 1), std::vector<int>());
+  EXPECT_EQ(DimGetEnabled(1) + DimGetEnabled(2), 2);
+  EXPECT_EQ(DimGetEnabled(3), 0);
+  for (const int element : {0, 2, 5, 6, 7, 9, 11, 13, 14, 15}) {
+    EXPECT_EQ(DimmerBlock(512 + element), DimmerBlock(10 * 512 + 128 + element)) << element;
+  }
+  EXPECT_EQ(DimmerBlock(512 + 1), 102) << "101 is 40 percent, which is stored as 102";
+}
+
+TEST_F(DimmerCopyTest, TheSlotsTickedGoToTheOutputsTicked) {
+  Copy("cmdCopyControl", [this] {
+    Click(Find<Button>("cmdCntAll"));
+    Click(Find<Button>("cmdCntNone"));
+    Click(Find<CheckBox>("chkCNum(3)"));
+    Click(Find<CheckBox>("chkCNum(15)"));
+    Click(Find<Button>("cmdDstAll"));
+    Click(Find<Button>("cmdDstNone"));
+    Click(Find<Button>("cmdAllOut(2)"));
+    Click(Find<Button>("cmdCopy"));
+  });
+  EXPECT_EQ(messages.size(), 1U);
+  for (int dev = 0; dev < 12; ++dev) {
+    EXPECT_EQ(DimGetEnabled(static_cast<Int16>(dev)), 1);
+    EXPECT_EQ(Changed(dev, 2), (std::vector<int>{19, 31, 51, 63, 67, 79, 83, 95, 99, 111}));
+    EXPECT_EQ(Changed(dev, 3), std::vector<int>());
+  }
+  EXPECT_EQ(DimmerBlock(256 + 63), 163);
+}
+
+TEST_F(DimmerCopyTest, WithNothingTickedOrOnCancelNothingChanges) {
+  Copy("cmdCopyConfig", [this] { Click(Find<Button>("cmsCopy")); });
+  EXPECT_EQ(messages.size(), 1U);
+  EXPECT_EQ(DimmerBlock, before);
+  Copy("cmdCopyControl", [this] {
+    Click(Find<Button>("cmdDstAll"));
+    Click(Find<Button>("cmdCancel"));
+  });
+  EXPECT_EQ(messages.size(), 1U);
+  EXPECT_EQ(DimmerBlock, before);
+}
+
+TEST_F(DimmerCopyTest, UnloadingTheScreenClosesTheDialog) {
+  Copy("cmdCopyConfig", [this] {
+    ShowForm("frmT3About");
+    UnloadAllForms();
+    EXPECT_FALSE(Find<QDialog>("frmT3DimCopyCnf").isVisible());
+  });
+  EXPECT_TRUE(messages.empty());
+}

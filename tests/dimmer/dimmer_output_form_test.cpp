@@ -1,0 +1,242 @@
+#include "dimmer/dimmer_output_form.h"
+
+#include "dimmer/dimmer_model.h"
+#include "screen_test.h"
+
+class DimmerOutputTest : public ScreenTest {
+ protected:
+  void Open() {
+    DimSetEnabled(0, 1);
+    DataChanged = 0;
+    Menu("mnuConfigureDimmers");
+  }
+
+  int Index(const QString& name) { return Find<ComboBox>(name).ListIndex(); }
+  bool Shows(const QString& name) { return Shown(Find<QWidget>(name)); }
+
+  /// The names of `lists` that are shown, joined by blanks.
+  QString ShownOf(const QStringList& lists) {
+    QStringList shown;
+    for (const QString& name : lists) {
+      if (Shows(name)) shown << name;
+    }
+    return shown.join(u' ');
+  }
+
+  /// The graph's pixel at a point of the curve.
+  QPoint At(double x, double y) {
+    auto& graph = Find<QWidget>("picScale");
+    return QPointF(x * graph.width() / ResponseCurve::Width,
+                   y * graph.height() / ResponseCurve::Height)
+        .toPoint();
+  }
+};
+
+TEST_F(DimmerOutputTest, LooksFirstAtTheFirstOutputAndChangesNothing) {
+  const auto before = DimmerBlock;
+  Open();
+  EXPECT_EQ(Find<ComboBox>("cboDDev").currentText(), "Dimmer Output Device: 01");
+  EXPECT_EQ(Find<ComboBox>("cboMaxLevel").currentText(), "Max Output: 100%");
+  EXPECT_EQ(Find<ComboBox>("cboMinLevel").currentText(), "Min Output: 0%");
+  EXPECT_EQ(Caption("lblSummary", 2), " 03-Unused");
+  EXPECT_EQ(ShownOf({"frmConfig", "frmScale", "cboPCDev", "lblPCTSource", "cboTarget"}),
+            "frmConfig");
+  EXPECT_EQ(Find<ComboBox>("cboDDev").List(11), "Dimmer Output Device: 0C");
+  EXPECT_EQ(Find<ComboBox>("cboPCDev").List(63), "Device: 40");
+  EXPECT_EQ(Find<ComboBox>("cboFadeRate").List(42), "Fade Rate: 300 Sec");
+  EXPECT_EQ(Find<ComboBox>("cboDMX").List(512), "DMX Channel: 512");
+  EXPECT_EQ(Find<ComboBox>("cboTarget").List(240), "Target: 240/255 (1600 fc)");
+  EXPECT_EQ(Find<ComboBox>("cboPCTrack").count(), 2);
+
+  Choose("cboDDev", 11);
+  EXPECT_FALSE(Shows("frmConfig"));
+  DimmerBlockType after = DimmerBlock;
+  after(6144) = 0;
+  EXPECT_EQ(after, before);
+  Click(Find<CheckBox>("chkEnabled"));
+  EXPECT_EQ(DimGetEnabled(11), 1);
+  EXPECT_TRUE(Shows("frmConfig"));
+}
+
+TEST_F(DimmerOutputTest, ChoicesAreStoredInTheOutputChosen) {
+  Open();
+  Choose("cboDDev", 0);
+  Choose("cboDOut", 3);
+  Choose("cboPowerOnLevel", 50);
+  Choose("cboFadeRate", 16);
+  Choose("cboDMX", 512);
+  Choose("cboMaxLevel", 0);
+  Choose("cboMinLevel", 0);
+  EXPECT_EQ(DimGetMinPC(0, 3), -1);
+  Choose("cboMinLevel", 31);
+  EXPECT_EQ(DimGetMinPC(0, 3), 0);
+  EXPECT_EQ(DimGetMin(0, 3), 30);
+  EXPECT_EQ(DimGetMaxPC(0, 3), -1);
+  EXPECT_EQ(DimGetMax(0, 3), 100) << "the photocell leaves the level";
+  Choose("cboPCTrack", 1);
+  Choose("cboPCDev", 63);
+  EXPECT_EQ(DimGetTrackMode(0, 3), Track2Point);
+  EXPECT_TRUE(Shows("frmScale"));
+  EXPECT_EQ(DimGetPowerOn(0, 3) * 1000 + DimGetFade(0, 3), 50016);
+  EXPECT_EQ(DimGetDMX(0, 3), 512);
+  EXPECT_EQ(DimGetPCDev(0, 3), 63);
+  EXPECT_EQ(DataChanged, -1);
+
+  Choose("cboDOut", 0);
+  EXPECT_EQ(Index("cboPowerOnLevel"), 100);
+  Choose("cboDOut", 3);
+  EXPECT_EQ(Index("cboPowerOnLevel"), 50);
+  EXPECT_EQ(Index("cboMaxLevel"), 0);
+  EXPECT_EQ(Index("cboMinLevel"), 31);
+}
+
+TEST_F(DimmerOutputTest, TheOtherTrackingModesAreShownButNotOffered) {
+  DimSetTrackMode(0, 0, TrackSetpoint);
+  DimSetTrackMode(0, 1, Track3Point);
+  DimSetTarget(0, 0, 200);
+  Open();
+  EXPECT_EQ(Index("cboPCTrack"), -1);
+  EXPECT_EQ(ShownOf({"frmScale", "cboPCDev", "lblPCTSource", "cboTarget"}),
+            "cboPCDev lblPCTSource cboTarget");
+  EXPECT_EQ(Index("cboTarget"), 200);
+  Choose("cboTarget", 255);
+  EXPECT_EQ(DimGetTarget(0, 0), 255);
+  Choose("cboDOut", 1);
+  EXPECT_EQ(ShownOf({"frmScale", "cboPCDev", "lblPCTSource", "cboTarget"}),
+            "frmScale cboPCDev lblPCTSource");
+  EXPECT_TRUE(Find<frmScale>("frmScale").Curve().shpGrip(3).Visible);
+  EXPECT_EQ(DimGetTrackMode(0, 0), TrackSetpoint);
+  EXPECT_EQ(DimGetTrackMode(0, 1), Track3Point);
+}
+
+TEST_F(DimmerOutputTest, ASlotOffersWhatItsTypeNeeds) {
+  const QStringList lists = {"cboCODev", "cboCOInp",  "cboCOTmr",    "cboCOPrs",
+                             "cboCOAct", "cboCOFade", "cboCORevert", "cboCONod"};
+  Open();
+  EXPECT_EQ(ShownOf(lists), "");
+  Click(Cell("lblSummary", 15));
+  EXPECT_EQ(Index("cboCONum"), 15);
+  Choose("cboCOTyp", ControlInvertInput);
+  EXPECT_EQ(ShownOf(lists), "cboCODev cboCOInp cboCOAct cboCOFade cboCORevert");
+  Choose("cboCOInp", 20);
+  EXPECT_EQ(Caption("lblSummary", 15),
+            " 16-HW:-I:21-Revert To Photocell-Fade-Revert When Input Opens");
+  Choose("cboCODev", 64);
+  EXPECT_EQ(DimGetCtlNumber(0, 0, 15), 0) << "a device has no input 21";
+  EXPECT_EQ(Find<ComboBox>("cboCOInp").List(7), "I:08");
+  EXPECT_EQ(Find<ComboBox>("cboCOInp").count(), 8);
+  Choose("cboCOInp", 7);
+  Choose("cboCOAct", 53);
+  Choose("cboCOFade", 1);
+  Choose("cboCORevert", 1);
+  EXPECT_EQ(Caption("lblSummary", 15), " 16-D:40-I:08-Goto 50%-Instant-Never Revert");
+
+  Choose("cboCOTyp", ControlTimer);
+  EXPECT_EQ(ShownOf(lists), "cboCOTmr cboCOAct cboCOFade cboCORevert");
+  Choose("cboCOTmr", 47);
+  EXPECT_EQ(Caption("lblSummary", 15), " 16-T:48-Goto 50%-Instant-Never Revert");
+  Choose("cboCOTyp", ControlPreset);
+  EXPECT_EQ(ShownOf(lists), "cboCOPrs cboCOAct cboCOFade cboCORevert");
+  EXPECT_EQ(Caption("lblSummary", 15), " 16-P:48-Goto 50%-Instant-Never Revert");
+  Choose("cboCOTyp", ControlInput);
+  EXPECT_EQ(DimGetCtlNumber(0, 0, 15), 0) << "showing a device's input limits the number";
+
+  const auto before = DimmerBlock;
+  Choose("cboCONum", 0);
+  EXPECT_EQ(Index("cboCOTyp"), ControlUnused);
+  Choose("cboCONum", 15);
+  EXPECT_EQ(Index("cboCOTyp"), ControlInput);
+  EXPECT_EQ(DimmerBlock, before);
+}
+
+TEST_F(DimmerOutputTest, TheCurveFollowsThePointerAndTheKeys) {
+  DimSetTrackMode(0, 0, Track3Point);
+  Open();
+  auto& graph = Find<QWidget>("picScale");
+  auto& scale = Find<frmScale>("frmScale");
+  QTest::mouseMove(&graph, At(1000, 2500));
+  EXPECT_EQ(DataChanged, -1) << "moving over the graph stores";
+  EXPECT_FALSE(Shows("lblPercent"));
+
+  QTest::mouseClick(&graph, Qt::LeftButton, {}, At(1000, 2500));
+  EXPECT_EQ(scale.SelectedGrip, 0);
+  QTest::keyClick(&graph, Qt::Key_Right);
+  EXPECT_EQ(DimGetAIn(0, 0), 0) << "no grip is selected";
+
+  QTest::mousePress(&graph, Qt::LeftButton, {}, At(45, 45));
+  EXPECT_EQ(scale.SelectedGrip, 1);
+  EXPECT_TRUE(Shows("lblFootCandle"));
+  QTest::mouseMove(&graph, At(4200, 1440));
+  EXPECT_EQ(scale.Curve().shpGrip(1).Left, 3825);
+  EXPECT_EQ(scale.Curve().shpGrip(3).Left, 3825) << "B is taken along";
+  QTest::mouseMove(&graph, At(3000, 1440));
+  QTest::mouseRelease(&graph, Qt::LeftButton, {}, At(3000, 1440));
+  EXPECT_FALSE(Shows("lblPercent"));
+  EXPECT_EQ(scale.SelectedGrip, 1);
+  const Int16 dragged = DimGetAIn(0, 0);
+  EXPECT_NEAR(dragged, 200, 1);
+  EXPECT_NEAR(DimGetAOut(0, 0), 50, 1);
+
+  QTest::keyClick(&graph, Qt::Key_Right);
+  EXPECT_EQ(DimGetAIn(0, 0), dragged + 1);
+  EXPECT_TRUE(Shows("lblPercent"));
+  EXPECT_EQ(Find<Label>("lblPercent").Caption(), QStringLiteral("%1/255").arg(dragged + 1));
+  QTest::keyClick(&graph, Qt::Key_C);
+  QTest::keyClick(&graph, Qt::Key_Left);
+  EXPECT_EQ(DimGetCIn(0, 0), 254);
+}
+
+TEST_F(DimmerOutputTest, KeysLeaveTheHiddenPointOfATwoPointCurveAlone) {
+  DimSetTrackMode(0, 0, Track2Point);
+  Open();
+  auto& scale = Find<frmScale>("frmScale");
+  scale.picScale_MouseDown(1, 0, 1920, 1440);
+  EXPECT_EQ(scale.SelectedGrip, 3) << "a press where B lies hidden takes it";
+  scale.picScale_MouseMove(1, 0, 1500, 288);
+  scale.picScale_MouseUp(1, 0, 1500, 288);
+  EXPECT_EQ(DimGetBIn(0, 0) * 1000 + DimGetBOut(0, 0), 100090);
+  scale.picScale_KeyDown(37, 0);
+  EXPECT_EQ(DimGetBIn(0, 0), 100);
+  EXPECT_FALSE(Shows("lblPercent"));
+}
+
+TEST_F(DimmerOutputTest, NonsenseIsShownAsNothingAndKept) {
+  for (int element = 0; element < 128; ++element) {
+    DimmerBlock(element) = 200;
+    DimmerBlock(128 + element) = -1;
+  }
+  DimmerBlock(13) = 9;  // DMX channel 2504.
+  DimSetEnabled(0, 1);
+  const auto before = DimmerBlock;
+  Open();
+  EXPECT_EQ(Index("cboDMX") + Index("cboFadeRate") + Index("cboPCDev"), -3);
+  Choose("cboDOut", 1);
+  EXPECT_EQ(Index("cboCOTyp"), -1);
+  EXPECT_EQ(Caption("lblSummary", 0), " 01--Instant");
+  for (int slot = 0; slot < 16; ++slot) Choose("cboCONum", slot);
+  EXPECT_EQ(DimmerBlock, before);
+  EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(DimmerOutputTest, ALevelThatOverflowsIsToldOnceAndLeavesItsListEmpty) {
+  DimSetTrackMode(0, 0, Track2Point);
+  DimmerBlock(1) = 32767;
+  DimmerBlock(8) = 328;
+  DimSetFade(0, 0, 5);
+  DimSetCtlType(0, 0, 0, ControlTimer);
+  Open();
+  ASSERT_EQ(messages.size(), 1U);
+  EXPECT_TRUE(messages[0].Text.startsWith("Overflow"));
+  EXPECT_EQ(Index("cboPowerOnLevel"), -1);
+  EXPECT_EQ(Index("cboFadeRate"), 5);
+  EXPECT_EQ(Index("cboCOTyp"), ControlTimer);
+  EXPECT_FALSE(Shows("frmScale"));
+  EXPECT_EQ(DimmerBlock(8), 328);
+
+  Choose("cboDOut", 1);
+  EXPECT_EQ(messages.size(), 1U);
+  Choose("cboDOut", 0);
+  EXPECT_EQ(messages.size(), 2U);
+  Choose("cboPowerOnLevel", 10);
+  EXPECT_EQ(DimGetPowerOn(0, 0), 10);
+}
