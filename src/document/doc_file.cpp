@@ -53,9 +53,10 @@ void WriteDocumentFile(std::string_view document) {
   if (target.isDir()) Fail(QStringLiteral("it is a folder"));
   if (target.exists() && !target.isFile()) Fail(QStringLiteral("it is not a regular file"));
   const auto size = static_cast<qint64>(document.size());
+  // The flush, because commit says nothing of a failure to write what is still buffered.
   QSaveFile file(DocumentFileName);
   if (!file.open(QIODevice::WriteOnly) || file.write(document.data(), size) != size ||
-      !file.commit()) {
+      !file.flush() || !file.commit()) {
     Fail(file.errorString());
   }
 }

@@ -57,9 +57,10 @@ void WriteProjectFile() {
     if (old.size() > LargestFile) Fail("save", QStringLiteral("what is there is no project file"));
     tail = ReadBytes("save", size, LargestFile);
   }
+  // The flush, because commit says nothing of a failure to write what is still buffered.
   QSaveFile file(CurrentFileName);
   if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), size) != size ||
-      file.write(tail) != tail.size() || !file.commit()) {
+      file.write(tail) != tail.size() || !file.flush() || !file.commit()) {
     Fail("save", file.errorString());
   }
 }

@@ -87,13 +87,14 @@ TEST_F(ProjectFileTest, FailuresNameFileAndReasonAndTouchNothing) {
 }
 
 TEST_F(ProjectFileTest, AFullDiskLeavesTheOldFile) {
+  PanelRecord.PanelName = "Hall";
   WriteProjectFile();
   const std::string old = OnDisk();
-  PanelRecord.ComPort = 7;
+  PanelRecord.PanelName = "";
   rlimit limit{};
   getrlimit(RLIMIT_FSIZE, &limit);
   const auto previous = std::signal(SIGXFSZ, SIG_IGN);
-  for (const rlim_t size : {rlim_t{0}, rlim_t{100'000}, rlim_t{177'009}}) {
+  for (const rlim_t size : {rlim_t{0}, rlim_t{100'000}, rlim_t{177'009}, rlim_t{177'013}}) {
     const rlimit small{size, limit.rlim_max};
     setrlimit(RLIMIT_FSIZE, &small);
     const std::string message = Failure(WriteProjectFile);
