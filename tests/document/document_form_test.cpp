@@ -1,3 +1,7 @@
+#include <sys/resource.h>
+
+#include <csignal>
+
 #include "document/doc_file.h"
 #include "screen_test.h"
 
@@ -101,19 +105,40 @@ TEST_F(DocumentFormTest, BrowseChoosesTheTarget) {
 TEST_F(DocumentFormTest, AFailureIsToldAndKeepsTheOldFile) {
   Menu("mnuDocument");
   Press("cmdDocument");
+  const QString target = DocumentFileName;
   const std::string old = OnDisk();
-  DimSetEnabled(0, 1);
+  const auto fails = [this](const QString& what) {
+    messages.clear();
+    Press("cmdDocument");
+    ASSERT_EQ(messages.size(), 1U);
+    EXPECT_TRUE(messages[0].Text.contains(what)) << messages[0].Text.toStdString();
+    EXPECT_FALSE(OpenOffered());
+  };
   DimmerBlock.elements.fill(32767);
-  Press("cmdDocument");
-  EXPECT_TRUE(messages.back().Text.contains("\"Dimmer Outputs\""));
-  EXPECT_FALSE(OpenOffered());
-  EXPECT_EQ(OnDisk(), old);
-
+  fails("\"Dimmer Outputs\"");
   Click(Box(11));
-  nextFileName = folder.filePath("none/Hall.TXT");
-  Press("cmdBrowse");
+  const QString missing = folder.filePath("none/Hall.TXT");
+  const std::pair<QString, QString> wrong[] = {{folder.path(), "it is a folder"},
+                                               {missing, '"' + missing + "\": No such file"},
+                                               {"/dev/full", "it is not a regular file"}};
+  for (const auto& [path, reason] : wrong) {
+    nextFileName = path;
+    Press("cmdBrowse");
+    fails(reason);
+  }
+  rlimit limit{};
+  getrlimit(RLIMIT_FSIZE, &limit);
+  const rlimit full{100, limit.rlim_max};
+  const auto previous = std::signal(SIGXFSZ, SIG_IGN);
+  DocumentFileName = target;
+  setrlimit(RLIMIT_FSIZE, &full);
+  fails(target);
+  setrlimit(RLIMIT_FSIZE, &limit);
+  std::signal(SIGXFSZ, previous);
+  EXPECT_EQ(OnDisk(), old);
+  EXPECT_EQ(QFileInfo(target).dir().entryList(QDir::Files | QDir::Hidden).size(), 1);
+
+  Click(Box(0));
   Press("cmdDocument");
-  EXPECT_TRUE(messages.back().Text.contains(nextFileName)) << messages.back().Text.toStdString();
-  EXPECT_EQ(messages.size(), 3U);
-  EXPECT_FALSE(OpenOffered());
+  EXPECT_LT(OnDisk().size(), old.size());
 }
