@@ -1,14 +1,7 @@
 #include "shell/stopwatch.h"
 
+#include <QThread>
 #include <chrono>
-
-#include "panel/fixed_array.h"
-
-namespace {
-
-FixedArray<qint64, 2> startedAt;
-
-}  // namespace
 
 std::function<qint64()> MonotonicMsSeam = [] {
   return std::chrono::duration_cast<std::chrono::milliseconds>(
@@ -16,13 +9,12 @@ std::function<qint64()> MonotonicMsSeam = [] {
       .count();
 };
 std::function<QDateTime()> NowSeam = [] { return QDateTime::currentDateTime(); };
+std::function<void(qint64)> PauseSeam = [](qint64 ms) {
+  QThread::msleep(static_cast<unsigned long>(ms));
+};
 
-void TimerRestart(int n) {
-  startedAt(n) = MonotonicMsSeam();
-}
-
-qint64 TimerElapsedMs(int n) {
-  return MonotonicMsSeam() - startedAt(n);
+void Pause(qint64 ms) {
+  PauseSeam(ms);
 }
 
 QDateTime Now() {

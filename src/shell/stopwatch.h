@@ -3,17 +3,23 @@
 #include <QDateTime>
 #include <functional>
 
-// Two numbered stopwatches: 0 belongs to the panel transactions, 1 to opening and closing a link.
+/// The clocks of the program; tests move them by hand.
+extern std::function<qint64()> MonotonicMsSeam;
+extern std::function<QDateTime()> NowSeam;
+extern std::function<void(qint64)> PauseSeam;
 
-/// Restarts stopwatch `n`, 0 or 1.
-void TimerRestart(int n);
+/// Runs from where it is made or restarted.
+class Stopwatch {
+ public:
+  void Restart() { startedAt_ = MonotonicMsSeam(); }
+  qint64 ElapsedMs() const { return MonotonicMsSeam() - startedAt_; }
 
-/// Milliseconds since stopwatch `n` was restarted.
-qint64 TimerElapsedMs(int n);
+ private:
+  qint64 startedAt_ = MonotonicMsSeam();
+};
+
+/// Lets `ms` milliseconds pass without delivering events.
+void Pause(qint64 ms);
 
 /// The PC's date and time.
 QDateTime Now();
-
-/// The clocks behind them; tests move them by hand.
-extern std::function<qint64()> MonotonicMsSeam;
-extern std::function<QDateTime()> NowSeam;

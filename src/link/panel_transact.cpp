@@ -1,0 +1,160 @@
+#include "link/panel_transact.h"
+
+#include <limits>
+#include <utility>
+
+#include "link/transport.h"
+#include "panel/hex.h"
+#include "panel/panel_record.h"
+#include "panel/program_state.h"
+#include "shell/dialogs.h"
+#include "shell/shell.h"
+#include "shell/stopwatch.h"
+
+std::string ReplyText;
+Int16 ReplyLength = 0;
+
+namespace {
+
+constexpr int Attempts = 3;
+constexpr int Drains = 4;
+
+bool endedWhileWaiting = false;
+
+bool OnSocket() {
+  return ConnectionType() >= 2;
+}
+
+std::string Receive() {
+  return OnSocket() ? WinSockQZ().GetData() : comQZ().Input();
+}
+
+void Drain() {
+  for (int i = 0; i < Drains; ++i) Receive();
+}
+
+void Send(const std::string& text) {
+  OnSocket() ? WinSockQZ().SendData(text) : comQZ().Output(text);
+}
+
+/// An 8-bit rotate left with the carry wrapped round, and the character added.
+int FrameChecksum(std::string_view text) {
+  int sum = 0;
+  for (const char character : text) {
+    sum *= 2;
+    if (sum > 255) sum -= 255;
+    sum = (sum + static_cast<unsigned char>(character)) % 256;
+  }
+  return sum;
+}
+
+/// Waits until `count` characters are there, the line is gone or the time is up. Whether they came
+/// before the deadline; what comes with its last instant has not. Each wait has a stopwatch of its
+/// own, so that one inside another does not put the outer deadline off.
+bool Await(SerialControl& line, int count, Int32 deadlineMs) {
+  const Stopwatch stopwatch;
+  for (qint64 left = deadlineMs; left > 0 && line.InBufferCount() < count && line.PortOpen();
+       left = deadlineMs - stopwatch.ElapsedMs()) {
+    line.Wait(count, left);
+  }
+  return stopwatch.ElapsedMs() < deadlineMs && line.InBufferCount() >= count;
+}
+
+bool Await(SocketControl& line, int count, Int32 deadlineMs) {
+  const Stopwatch stopwatch;
+  for (qint64 left = deadlineMs;
+       left > 0 && line.BytesReceived() < count && line.State() == SocketControl::Up;
+       left = deadlineMs - stopwatch.ElapsedMs()) {
+    line.Wait(count, left);
+  }
+  return stopwatch.ElapsedMs() < deadlineMs && line.BytesReceived() >= count;
+}
+
+void ReadReply() {
+  ReplyText = Receive();
+  ReplyLength = static_cast<Int16>(ReplyText.size());
+}
+
+/// Counted from the end of the reply: nothing else of it is tested.
+bool ReplyVerified() {
+  constexpr std::size_t tail = 3;
+  if (ReplyText.size() < tail) return false;
+  const std::string_view reply = ReplyText;
+  const std::size_t end = reply.size() - tail;
+  return ParseHexByte(reply.substr(end, 2)) ==
+         FrameChecksum(reply.substr(0, end).substr(end > 0 ? 1 : 0));
+}
+
+Int32 Milliseconds(Int32 seconds, int factor) {
+  const std::int64_t ms = std::int64_t{seconds} * 1000 * factor;
+  if (ms > std::numeric_limits<Int32>::max() || ms < std::numeric_limits<Int32>::min()) {
+    throw RunTimeFailure("Overflow: a time-out of " + std::to_string(seconds) + " seconds.");
+  }
+  return static_cast<Int32>(ms);
+}
+
+}  // namespace
+
+std::string_view ReplyMid(int position, int length) {
+  const std::string_view reply = ReplyText;
+  const auto from = static_cast<std::size_t>(position) - 1;
+  return from < reply.size() ? reply.substr(from, static_cast<std::size_t>(length))
+                             : std::string_view();
+}
+
+Int32 ReplyByte(int position) {
+  return ParseHexByte(ReplyMid(position, 2));
+}
+
+std::string PanelFrame(std::string_view command) {
+  const std::string body = "00" + std::string(command);
+  return "[" + body + HexByte(FrameChecksum(body)) + "]";
+}
+
+Int16 PanelTransact(const std::string& command, Int16 expectedLength, Int32 timeoutSeconds) {
+  endedWhileWaiting = false;
+  const Int32 deadlineMs = Milliseconds(timeoutSeconds, ConnectionType() == 1 ? 3 : 1);
+  if (Connected == 0) return 0;
+  Drain();
+  const std::string frame = PanelFrame(command);
+  for (int retry = 1;; ++retry) {
+    Drain();
+    Send(frame);
+    const bool answered = OnSocket() ? Await(WinSockQZ(), expectedLength, deadlineMs)
+                                     : Await(comQZ(), expectedLength, deadlineMs);
+    if (Connected == 0) {
+      endedWhileWaiting = true;
+      return 0;
+    }
+    if (answered) {
+      ReadReply();
+      if (ReplyVerified()) {
+        SetLinkStatus(QStringLiteral("Connected"));
+        return -1;
+      }
+    }
+    if (retry == Attempts) return 0;
+    SetLinkStatus(QStringLiteral("Error - Retry: %1").arg(retry));
+  }
+}
+
+bool ModemTransact(const std::string& text, Int16 expectedLength, Int32 timeoutSeconds) {
+  if (Connected == 0) return false;
+  const Int32 deadlineMs = Milliseconds(timeoutSeconds, 1);
+  for (int i = 0; i < Drains; ++i) comQZ().Input();
+  comQZ().Output(text);
+  const bool answered = Await(comQZ(), expectedLength, deadlineMs);
+  ReplyText = comQZ().Input();
+  if (answered) ReplyLength = static_cast<Int16>(ReplyText.size());
+  return answered;
+}
+
+void PanelConnectionLost() {
+  if (std::exchange(endedWhileWaiting, false) || ProgramEnding()) return;
+  if (Link.DisconnectQZ) Link.DisconnectQZ();
+  UnloadAllForms();
+  ShowForm("frmT3Connect");
+  MsgBox(QStringLiteral("Connection To Tamberloom 3 Panel Lost"), MsgIcon::Exclamation,
+         ProgramTitle);
+  UpdateStatusBar();
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "panel/fixed_array.h"
+
+/// The last reply as received, from its first "[" to its last "]" and anything around them.
+extern std::string ReplyText;
+extern Int16 ReplyLength;
+
+/// Up to `length` characters of ReplyText from the 1-based `position` on; data starts at 2. Less or
+/// nothing where the reply ends before that.
+std::string_view ReplyMid(int position, int length);
+
+/// The number in two hexadecimal digits of ReplyText, 0 to 255; what is no digit ends it.
+Int32 ReplyByte(int position);
+
+/// The frame of a command: "05" gives "[0005D7]".
+std::string PanelFrame(std::string_view command);
+
+/// Sends a command, in hexadecimal digits without frame, up to three times until a reply of at
+/// least `expectedLength` characters with a right checksum has come; -1 then, else 0. The time-out
+/// counts for each attempt, threefold on a modem; a line that breaks ends an attempt at once. On
+/// TCP events are delivered meanwhile, so that another command may run inside this one. Throws
+/// RunTimeFailure for a time-out whose milliseconds overflow.
+Int16 PanelTransact(const std::string& command, Int16 expectedLength, Int32 timeoutSeconds);
+
+/// Sends a text as it stands over the serial line; whether `expectedLength` characters came in
+/// time. ReplyText holds what came in both cases.
+bool ModemTransact(const std::string& text, Int16 expectedLength, Int32 timeoutSeconds);
+
+/// What every caller does whose command has failed: ends the session, closes the screens, shows the
+/// connection screen and tells the user. Does nothing when the session has been ended while that
+/// command was waiting, by the user or by another failed command, who has been told by then.
+void PanelConnectionLost();
