@@ -10,6 +10,7 @@
 #include <exception>
 
 #include "panel/program_state.h"
+#include "shell/shell.h"
 
 namespace {
 
@@ -96,6 +97,7 @@ std::function<void(const QString&)> OpenUrlSeam = [](const QString& address) {
 };
 
 MsgAnswer MsgBox(const QString& text, MsgIcon icon, const QString& title, MsgButtons buttons) {
+  if (ProgramEnding()) return buttons == MsgButtons::Ok ? MsgAnswer::Ok : MsgAnswer::No;
   return MsgBoxSeam({text, icon, title, buttons});
 }
 

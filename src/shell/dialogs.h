@@ -20,7 +20,8 @@ struct FileRequest {
   QString FileName;  ///< Empty, or a path or mask whose folder the dialog starts in.
 };
 
-/// Shows a message and waits for the answer.
+/// Shows a message and waits for the answer. While the program ends nothing is shown, and a
+/// question is answered No.
 MsgAnswer MsgBox(const QString& text, MsgIcon icon, const QString& title,
                  MsgButtons buttons = MsgButtons::Ok);
 

@@ -13,9 +13,10 @@
 #include "config/panel_name_form.h"
 #include "config/relay_options_form.h"
 #include "config/setup_form.h"
-#include "document/document_form.h"
 #include "dimmer/dimmer_output_form.h"
 #include "dimmer/dimmer_relay_control_form.h"
+#include "document/document_form.h"
+#include "link/connect_form.h"
 #include "schedule/astro_clock_form.h"
 #include "schedule/daylight_saving_form.h"
 #include "schedule/time_pair_form.h"
@@ -120,7 +121,7 @@ const std::vector<MenuEntry>& MenuTable() {
 const std::vector<ScreenEntry>& ScreenTable() {
   static const std::vector<ScreenEntry> table = {
       {"frmT3Setup", New<frmT3Setup>},
-      {"frmT3Connect"},
+      {"frmT3Connect", New<frmT3Connect>},
       {"frmT3RelayStatus"},
       {"frmT3RelayGroupStatus"},
       {"frmT3RelayOutputOptions", New<frmT3RelayOutputOptions>},

@@ -1,0 +1,136 @@
+#pragma once
+
+#include <QLabel>
+#include <QProgressBar>
+
+#include "link/com_port.h"
+#include "link/panel_image.h"
+#include "shell/child_form.h"
+
+/// The connection screen: brings the link up and down, and reaches everything that needs a live
+/// panel. It stays loaded, with the session, when another screen comes to the front.
+class frmT3Connect : public ChildForm {
+  Q_OBJECT
+ public:
+  frmT3Connect();
+  ~frmT3Connect() override;
+  bool StaysLoaded() const override { return true; }
+
+  void Form_Load() override;
+  void Form_Activate() override;
+  void Form_Hide() override;
+  void Form_Unload() override;
+
+  /// Tries which of the sixteen ports can be opened, unless a link is up.
+  void FindComPorts();
+  /// The menus go off and the cancel button comes while the document is in transit.
+  void MasterMDIMenuDisable();
+  void MasterMDIMenuEnable();
+  void LoadRevLabels();
+  void ShowRevLabels();
+  /// Ends the session, if there is one.
+  void DisconnectQZ();
+  /// Start a session, or end the one that is up.
+  void ConnectSerial();
+  void ConnectTCP();
+  void DownLoadSettings();
+  void UpLoadSettings();
+  void ReadQZStatus();
+
+  void chkConnectionType_MouseUp(int index);
+  void optComPort_Click(int index);
+  void txtPhoneNumber_Change();
+  void txtTCPIP_Change();
+  void cmdConnect_Click();
+  void cmdRefresh_Click();
+  void cmdNetworkDiagnostics_Click();
+  void cmdVirtualKeypad_Click();
+  void cmdSetQZClock_Click();
+  void cmdDownLoadToT2_Click();
+  void cmdUpLoadFromT2_Click();
+  void cmdCancelUpDownLoad_Click();
+  void chkChangePanelPassWord_Click();
+  void cmdPassWordContinue_Click();
+  void cmdPassWordCancel_Click();
+  void Timer1_Timer();
+
+ private:
+  QWidget* BuildSettings();
+  void BuildOnLineFunctions(QGroupBox* frame);
+  void BuildPassWord(QGroupBox* frame);
+  void AddDigits(ControlArray<TextBox>& boxes, const char* name, QHBoxLayout* row);
+  void ShowConnectionType();
+  void SelectComPort();
+  void ShowSettingsEnabled(bool enabled);
+
+  void OpenSerial();
+  void OpenModem();
+  void OpenSocket();
+  void ReadFirmware(const QString& trouble);
+  void ConnectWith(void (frmT3Connect::*open)());
+  void ConnectFailed(const QString& trouble);
+  void HangUp();
+  void CloseTransports();
+  void ShowModemBanner(const QString& text, QRgb color);
+  void ShowTrouble(const QString& text);
+
+  void LeaveOnLine();
+  void ReturnOnLine();
+  void ShowActivity(const QString& text);
+  void ShowProgress(const QString& text, int blocks);
+  bool CancelPressed();
+  PasswordDigits PassWord() const;
+  bool PassWordAccepted();
+  bool ChangePassWord();
+  Int16 SendImage();
+  Int16 FetchImage();
+  Int16 CompareSums(Int32 sum);
+  void UploadAnswered();
+  void ClearHostData();
+  void CheckHardware(Int16 addOnType);
+
+  std::string PanelFirmwareText;
+  Int16 CancelRequested = 0;
+  Int16 ModemHangUpRequired = 0;
+  FixedArray<Int16, ComPortCount + 1> PortPresent;
+  Int16 HardwareChecked = 0;
+
+  ControlArray<CheckBox> chkConnectionType;
+  ControlArray<OptionButton> optComPort;
+  QWidget* comPorts = nullptr;
+  Label* lblPhoneNumber = nullptr;
+  TextBox* txtPhoneNumber = nullptr;
+  Label* lblTCPIP = nullptr;
+  TextBox* txtTCPIP = nullptr;
+  Button* cmdConnect = nullptr;
+  Label* lblModem = nullptr;
+  QLabel* lblTrouble = nullptr;
+  Timer* Timer1 = nullptr;
+
+  QLabel* lblOffLine = nullptr;
+  QGroupBox* fraOnLineFunctions = nullptr;
+  QWidget* display = nullptr;
+  ControlArray<Label> lblT2FirmwareRevision;
+  Label* lblPanelTime = nullptr;
+  Label* lblPanelDate = nullptr;
+  QString weekday;  ///< In front of the panel's date; a weekday that is none leaves it.
+  Label* lblIOInstalled = nullptr;
+  Label* lblAddOnCardTypeRev = nullptr;
+  Button* cmdRefresh = nullptr;
+  Button* cmdNetworkDiagnostics = nullptr;
+  Button* cmdVirtualKeypad = nullptr;
+  Button* cmdSetQZClock = nullptr;
+  Button* cmdDownLoadToT2 = nullptr;
+  Button* cmdUpLoadFromT2 = nullptr;
+  Button* cmdCancelUpDownLoad = nullptr;
+  Label* lblActivityProgress = nullptr;
+  QProgressBar* pbActivityProgress = nullptr;
+
+  QGroupBox* fraPassWord = nullptr;
+  ControlArray<TextBox> txtPassWord;
+  ControlArray<TextBox> txtNewPassWord;
+  Label* lblNewPassWord = nullptr;
+  CheckBox* chkChangePanelPassWord = nullptr;
+  Button* cmdPassWordContinue = nullptr;
+  Button* cmdPassWordCancel = nullptr;
+};

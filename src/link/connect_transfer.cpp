@@ -1,0 +1,294 @@
+#include <QCoreApplication>
+#include <QScopeGuard>
+
+#include "link/connect_form.h"
+#include "link/panel_queue.h"
+#include "link/panel_transact.h"
+#include "panel/code_page.h"
+#include "panel/defaults.h"
+#include "panel/hex.h"
+#include "panel/panel_record.h"
+#include "panel/program_state.h"
+#include "panel/project_file.h"
+#include "shell/shell.h"
+
+namespace {
+
+// What comes of a transfer: these, or the number of an error that the user is told.
+constexpr Int16 Complete = 0;
+constexpr Int16 Cancelled = -1;
+constexpr Int16 BlockNotWritten = 1;
+constexpr Int16 SumDiffers = 2;
+constexpr Int16 NoSum = 3;
+constexpr Int16 BlockNotRead = 19;
+
+const QString PanelHalfNew = QStringLiteral(
+    "\nTamberloom 3 Controller May Not Function\nProperly Until A Download Is Complete.");
+
+std::string WriteCommand(int block) {
+  const int address = block * ImageBlockSize;
+  std::string data;
+  bool empty = true;
+  for (int i = 0; i < ImageBlockSize; ++i) {
+    const Int16 element = PanelImage(address + i);
+    data += HexByte(element);
+    empty = empty && element == 0;
+  }
+  return empty ? "36" + HexWord(address) + HexWord(address + ImageBlockSize - 1)
+               : "30" + HexWord(address) + HexByte(ImageBlockSize - 1) + data;
+}
+
+}  // namespace
+
+void frmT3Connect::MasterMDIMenuDisable() {
+  DisableMainMenus();
+  cmdCancelUpDownLoad->setVisible(true);
+  QCoreApplication::processEvents();
+}
+
+void frmT3Connect::MasterMDIMenuEnable() {
+  EnableMainMenus();
+  cmdCancelUpDownLoad->setVisible(false);
+}
+
+/// The other functions go off while the password or a transfer is under way.
+void frmT3Connect::LeaveOnLine() {
+  Timer1->SetEnabled(false);
+  cmdUpLoadFromT2->setVisible(false);
+  cmdDownLoadToT2->setVisible(false);
+  for (QWidget* control :
+       {static_cast<QWidget*>(cmdConnect), static_cast<QWidget*>(cmdRefresh),
+        static_cast<QWidget*>(cmdSetQZClock), static_cast<QWidget*>(cmdVirtualKeypad),
+        static_cast<QWidget*>(cmdNetworkDiagnostics), static_cast<QWidget*>(lblPanelTime),
+        static_cast<QWidget*>(lblPanelDate)}) {
+    control->setEnabled(false);
+  }
+}
+
+void frmT3Connect::ReturnOnLine() {
+  fraPassWord->setVisible(false);
+  lblActivityProgress->setVisible(false);
+  pbActivityProgress->setVisible(false);
+  cmdUpLoadFromT2->setVisible(true);
+  cmdDownLoadToT2->setVisible(true);
+  for (QWidget* control :
+       {static_cast<QWidget*>(cmdConnect), static_cast<QWidget*>(cmdRefresh),
+        static_cast<QWidget*>(cmdSetQZClock), static_cast<QWidget*>(cmdVirtualKeypad),
+        static_cast<QWidget*>(cmdNetworkDiagnostics), static_cast<QWidget*>(lblPanelTime),
+        static_cast<QWidget*>(lblPanelDate)}) {
+    control->setEnabled(true);
+  }
+  if (Connected != 0) Timer1->SetEnabled(true);
+}
+
+void frmT3Connect::ShowActivity(const QString& text) {
+  lblActivityProgress->SetCaption(text);
+  lblActivityProgress->setVisible(true);
+  pbActivityProgress->setValue(0);
+  pbActivityProgress->setVisible(true);
+}
+
+void frmT3Connect::ShowProgress(const QString& text, int blocks) {
+  lblActivityProgress->SetCaption(text);
+  pbActivityProgress->setValue(blocks);
+  lblActivityProgress->repaint();
+}
+
+void frmT3Connect::cmdCancelUpDownLoad_Click() {
+  CancelRequested = -1;
+}
+
+/// Lets the click on Cancel arrive.
+bool frmT3Connect::CancelPressed() {
+  QCoreApplication::processEvents();
+  return CancelRequested != 0;
+}
+
+void frmT3Connect::cmdDownLoadToT2_Click() {
+  LeaveOnLine();
+  chkChangePanelPassWord->SetValue(0);
+  fraPassWord->setVisible(true);
+  txtPassWord(0).setFocus();
+}
+
+void frmT3Connect::chkChangePanelPassWord_Click() {
+  const bool change = chkChangePanelPassWord->Value() != 0;
+  lblNewPassWord->setVisible(change);
+  for (int i = 0; i < txtNewPassWord.Count(); ++i) txtNewPassWord(i).setVisible(change);
+  if (change) txtNewPassWord(0).setFocus();
+}
+
+void frmT3Connect::cmdPassWordCancel_Click() {
+  ReturnOnLine();
+}
+
+void frmT3Connect::cmdPassWordContinue_Click() {
+  fraPassWord->setVisible(false);
+  ShowActivity(QStringLiteral("Downloading Settings To Tamberloom 3"));
+  AskPanel([this] {
+    const auto end = qScopeGuard([this] { ReturnOnLine(); });
+    if (PassWordAccepted() && ChangePassWord()) DownLoadSettings();
+  });
+}
+
+PasswordDigits frmT3Connect::PassWord() const {
+  PasswordDigits digits{};
+  for (int i = 0; i < txtPassWord.Count(); ++i) {
+    digits[static_cast<std::size_t>(i)] = static_cast<Int16>(txtPassWord(i).Text().toInt());
+  }
+  return digits;
+}
+
+/// Compares here: a panel tells its password to any caller.
+bool frmT3Connect::PassWordAccepted() {
+  if (PanelTransact("311F7A05", 16, 4) == 0) {
+    PanelConnectionLost();
+    return false;
+  }
+  const PasswordDigits typed = PassWord();
+  for (int i = 0; i < txtPassWord.Count(); ++i) {
+    if (ReplyByte(2 + 2 * i) == typed[static_cast<std::size_t>(i)]) continue;
+    MsgBox(QStringLiteral("Password Invalid.\nDownload Denied."), MsgIcon::Critical, ProgramTitle);
+    return false;
+  }
+  return true;
+}
+
+bool frmT3Connect::ChangePassWord() {
+  if (chkChangePanelPassWord->Value() == 0) return true;
+  std::string command = "301F7A05";
+  for (int i = 0; i < txtNewPassWord.Count(); ++i) {
+    command += HexByte(txtNewPassWord(i).Text().toInt());
+  }
+  if (PanelTransact(command, 4, 4) == 0) {
+    PanelConnectionLost();
+    return false;
+  }
+  // The image takes the password from these boxes.
+  for (int i = 0; i < txtPassWord.Count(); ++i) txtPassWord(i).SetText(txtNewPassWord(i).Text());
+  return true;
+}
+
+void frmT3Connect::DownLoadSettings() {
+  const Int16 outcome = SendImage();
+  if (outcome == Complete) {
+    MsgBox(QStringLiteral("Download Complete"), MsgIcon::None, QStringLiteral("Download"));
+  } else if (outcome == Cancelled) {
+    MsgBox(QStringLiteral("Manual Download Cancel.") + PanelHalfNew, MsgIcon::Exclamation,
+           QStringLiteral("Download"));
+  } else {
+    MsgBox(QStringLiteral("Download Error: %1").arg(outcome) + PanelHalfNew, MsgIcon::Critical,
+           QStringLiteral("Error"));
+  }
+}
+
+Int16 frmT3Connect::SendImage() {
+  MasterMDIMenuDisable();
+  const auto menus = qScopeGuard([this] { MasterMDIMenuEnable(); });
+  CancelRequested = 0;
+  BuildPanelImage(PassWord());
+  ImageSum sum;
+  for (int block = 0; block < ImageBlockCount; ++block) {
+    if (CancelPressed()) return Cancelled;
+    for (int i = 0; i < ImageBlockSize; ++i) sum.Add(PanelImage(block * ImageBlockSize + i));
+    ShowProgress(QStringLiteral("Downloading Block %1 Of %2").arg(block + 1).arg(ImageBlockCount),
+                 block + 1);
+    if (PanelTransact(WriteCommand(block), 4, 4) == 0) return BlockNotWritten;
+  }
+  return CompareSums(sum.Value());
+}
+
+Int16 frmT3Connect::CompareSums(Int32 sum) {
+  ShowProgress(QStringLiteral("Verify Checksum"), ImageBlockCount);
+  if (PanelTransact("3400009FFF", 8, 6) == 0) return NoSum;
+  return ParseHexWord(ReplyMid(2, 4)) == sum ? Complete : SumDiffers;
+}
+
+void frmT3Connect::cmdUpLoadFromT2_Click() {
+  LeaveOnLine();
+  ShowActivity(QStringLiteral("Uploading Settings From Tamberloom 3"));
+  AskPanel([this] {
+    const auto end = qScopeGuard([this] { ReturnOnLine(); });
+    UploadAnswered();
+  });
+}
+
+/// Asks what to do with the document in memory and with the names, then uploads.
+void frmT3Connect::UploadAnswered() {
+  const auto cancelled = [] {
+    MsgBox(QStringLiteral("Upload Cancelled"), MsgIcon::None, ProgramTitle);
+  };
+  if (MsgBox(QStringLiteral("Discard All Host Changes?"), MsgIcon::Question, ProgramTitle,
+             MsgButtons::YesNo) != MsgAnswer::Yes) {
+    cancelled();
+    return;
+  }
+  DataChanged = 0;
+  const MsgAnswer names =
+      MsgBox(QStringLiteral(
+                 "Names Stored In The Tamberloom 3 Panel Are Limited To Ten Characters.\n"
+                 "By Uploading The Names From The Tamberloom 3, Any Longer Names Will Be Lost.\n"
+                 "Do You Want To Include Tamberloom 3 Names In This Upload?"),
+             MsgIcon::Question, ProgramTitle, MsgButtons::YesNoCancel);
+  if (names == MsgAnswer::Cancel) {
+    cancelled();
+    return;
+  }
+  IncludeNamesInUpload = names == MsgAnswer::Yes ? -1 : 0;
+  UpLoadSettings();
+  CheckLoadedData();
+}
+
+void frmT3Connect::UpLoadSettings() {
+  const Int16 outcome = FetchImage();
+  if (outcome == Complete) {
+    MsgBox(QStringLiteral("Upload Complete"), MsgIcon::None, QStringLiteral("Upload"));
+    return;
+  }
+  const QString cleared = QStringLiteral("\nAll Host Data Cleared.");
+  if (outcome == Cancelled) {
+    MsgBox(QStringLiteral("Manual Upload Cancel.") + cleared, MsgIcon::Exclamation,
+           QStringLiteral("Upload"));
+  } else {
+    MsgBox(QStringLiteral("Upload Error: %1").arg(outcome) + cleared, MsgIcon::Critical,
+           QStringLiteral("Error"));
+  }
+  ClearHostData();
+}
+
+/// The document is touched only once the sum agrees.
+Int16 frmT3Connect::FetchImage() {
+  MasterMDIMenuDisable();
+  const auto menus = qScopeGuard([this] { MasterMDIMenuEnable(); });
+  CancelRequested = 0;
+  ImageSum sum;
+  for (int block = 0; block < ImageBlockCount; ++block) {
+    if (CancelPressed()) return Cancelled;
+    const int address = block * ImageBlockSize;
+    if (PanelTransact("31" + HexWord(address) + HexByte(ImageBlockSize - 1), 132, 10) == 0) {
+      return BlockNotRead;
+    }
+    for (int j = 0; j < ImageBlockSize; ++j) {
+      const auto value = static_cast<Int16>(ReplyByte(2 + 2 * j));
+      PanelImage(address + j) = value;
+      sum.Add(value);
+    }
+    ShowProgress(QStringLiteral("Uploading Block %1 Of %2").arg(block + 1).arg(ImageBlockCount),
+                 block + 1);
+  }
+  const Int16 outcome = CompareSums(sum.Value());
+  if (outcome == Complete) {
+    ApplyPanelImage();
+    DataChanged = -1;
+  }
+  return outcome;
+}
+
+void frmT3Connect::ClearHostData() {
+  DisconnectQZ();
+  LoadDefaults();
+  SelectComPort();
+  ShowConnectionType();
+  txtPhoneNumber->SetText(ToUnicode(PhoneNumber()));
+  txtTCPIP->SetText(ToUnicode(TcpAddress()));
+}

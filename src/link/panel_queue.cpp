@@ -1,0 +1,32 @@
+#include "link/panel_queue.h"
+
+#include <deque>
+
+#include "shell/dialogs.h"
+
+namespace {
+
+std::deque<std::function<void()>> waiting;
+bool busy = false;
+
+}  // namespace
+
+void AskPanel(std::function<void()> request) {
+  waiting.push_back(std::move(request));
+  if (busy) return;
+  busy = true;
+  while (!waiting.empty()) {
+    const auto next = std::move(waiting.front());
+    waiting.pop_front();
+    RunHandler(next);
+  }
+  busy = false;
+}
+
+bool PanelBusy() {
+  return busy;
+}
+
+void ForgetRequests() {
+  waiting.clear();
+}
