@@ -1,6 +1,7 @@
 #include "shell/application.h"
 
 #include <QProxyStyle>
+#include <QThread>
 #include <exception>
 
 #include "panel/dimmer_block.h"
@@ -31,6 +32,8 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {
+  // Qt's own threads deliver events through here too; handlers are the interface thread's.
+  if (QThread::currentThread() != thread()) return QApplication::notify(receiver, event);
   bool result = true;
   RunHandler([&] { result = QApplication::notify(receiver, event); });
   return result;
