@@ -161,7 +161,7 @@ class ScrollBar : public QScrollBar {
 class Button : public QPushButton {
   Q_OBJECT
  public:
-  explicit Button(const QString& text, QWidget* parent = nullptr);
+  explicit Button(const QString& text = {}, QWidget* parent = nullptr);
   QString Caption() const { return text(); }
   void SetCaption(const QString& caption) { setText(caption); }
 

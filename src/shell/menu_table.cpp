@@ -23,6 +23,7 @@
 #include "schedule/timer_control_form.h"
 #include "schedule/timers_configure_form.h"
 #include "shell/about_form.h"
+#include "status/output_status_form.h"
 
 namespace {
 
@@ -122,8 +123,8 @@ const std::vector<ScreenEntry>& ScreenTable() {
   static const std::vector<ScreenEntry> table = {
       {"frmT3Setup", New<frmT3Setup>},
       {"frmT3Connect", New<frmT3Connect>},
-      {"frmT3RelayStatus"},
-      {"frmT3RelayGroupStatus"},
+      {"frmT3RelayStatus", NewRow<OutputStatusForm>},
+      {"frmT3RelayGroupStatus", NewRow<OutputStatusForm>},
       {"frmT3RelayOutputOptions", New<frmT3RelayOutputOptions>},
       {"frmT3RelayGrouping", NewRow<CellGridForm>},
       {"frmT3InputStatus"},

@@ -1,0 +1,114 @@
+#include "status/output_status_form.h"
+
+#include "link/panel_queue.h"
+#include "link/panel_transact.h"
+#include "panel/code_page.h"
+#include "panel/hex.h"
+#include "panel/panel_record.h"
+
+/// Relays or groups: what is read, what switches one, and the names of the controls.
+struct OutputStatusScreen {
+  std::string_view Name;
+  QString Caption;
+  QString Word;  ///< In front of a row's number.
+  const char* NameLabel;
+  const char* StatusLabel;
+  const char* Read;
+  const char* Switch;
+  NameArray PanelRecordType::*Names;
+  bool InstalledOnly;  ///< As many rows as points are installed, and buttons for all at once.
+};
+
+namespace {
+
+const auto OutputStatusScreens = std::to_array<OutputStatusScreen>({
+    {"frmT3RelayStatus", QStringLiteral("Relay Status"), QStringLiteral("Relay "), "lblRelayName",
+     "lblRelayStatus", "23FF", "10", &PanelRecordType::RelayName, true},
+    {"frmT3RelayGroupStatus", QStringLiteral("Group Status"), QStringLiteral("Group "),
+     "lblGroupName", "lblGroupStatus", "24FF", "11", &PanelRecordType::GroupName, false},
+});
+
+}  // namespace
+
+OutputStatusForm::OutputStatusForm(const char* name)
+    : StatusForm(QString::fromLatin1(name), ScreenRow(OutputStatusScreens, name).Caption),
+      screen(ScreenRow(OutputStatusScreens, name)) {}
+
+int OutputStatusForm::RowCount() const {
+  return screen.InstalledOnly ? PanelIOCount() : ItemCount;
+}
+
+void OutputStatusForm::Form_Load() {
+  QHBoxLayout* update = AddUpdateControls();
+  if (screen.InstalledOnly) {
+    update->addStretch(1);
+    cmdAllOn = Add<Button>(update, "cmdAllRelaysOn", QStringLiteral("All Relays On"));
+    cmdAllOn->Click = [this] { SwitchAll(true); };
+    cmdAllOff = Add<Button>(update, "cmdAllRelaysOff", QStringLiteral("All Relays Off"));
+    cmdAllOff->Click = [this] { SwitchAll(false); };
+  }
+  grid = new RowGrid(ItemCount, screen.Word);
+  lblName = grid->AddNames(screen.NameLabel);
+  lblStatus =
+      grid->Add<Label>(screen.StatusLabel, {.Chars = 4, .HeaderText = QStringLiteral("Status")});
+  const auto addButtons = [&](const char* name, const char* caption,
+                              void (OutputStatusForm::*click)(int)) {
+    const QString text = QString::fromLatin1(caption);
+    auto buttons = grid->Add<Button>(name, {.Chars = 4, .HeaderText = text});
+    for (int i = 0; i < buttons.Count(); ++i) buttons(i).SetCaption(text);
+    buttons.OnEach(&Button::Click, this, click);
+  };
+  addButtons("cmdTurnOn", "On", &OutputStatusForm::cmdTurnOn_Click);
+  addButtons("cmdTurnOff", "Off", &OutputStatusForm::cmdTurnOff_Click);
+  AddWidget(grid);
+}
+
+void OutputStatusForm::ShowConnected(bool connected) {
+  const int count = connected ? RowCount() : 0;
+  grid->ShowRows(count);
+  for (int i = 0; i < count; ++i) lblName(i).SetCaption(ToUnicode((PanelRecord.*screen.Names)(i)));
+}
+
+void OutputStatusForm::ReadStatus() {
+  if (PanelTransact(screen.Read, 52, 5) == 0) {
+    PanelConnectionLost();
+    return;
+  }
+  const int count = RowCount();
+  for (int i = 0; i < count; ++i) {
+    const bool on = ReplyMid(i + 2, 1) != "0";
+    lblStatus(i).SetCaption(on ? QStringLiteral("On") : QStringLiteral("Off"));
+    lblStatus(i).SetBackColor(on ? Colors::White : Colors::Grey);
+  }
+}
+
+void OutputStatusForm::EnableForManual(bool enabled) {
+  StatusForm::EnableForManual(enabled);
+  if (!cmdAllOn) return;
+  cmdAllOn->setEnabled(enabled);
+  cmdAllOff->setEnabled(enabled);
+}
+
+void OutputStatusForm::cmdTurnOn_Click(int index) {
+  Switch(index, true);
+}
+
+void OutputStatusForm::cmdTurnOff_Click(int index) {
+  Switch(index, false);
+}
+
+/// The next update shows the effect.
+void OutputStatusForm::Switch(int index, bool on) {
+  AskPanel([this, index, on] {
+    PanelTransact(screen.Switch + HexByte(index) + (on ? "1" : "0"), 4, 4);
+  });
+}
+
+void OutputStatusForm::SwitchAll(bool on) {
+  cmdAllOn->setEnabled(false);
+  cmdAllOff->setEnabled(false);
+  AskPanel([this, on] {
+    PanelTransact(on ? "10FF1" : "10FF0", 4, 4);
+    EnableForManual(!AutoUpdating());
+  });
+}

@@ -1,0 +1,80 @@
+#include "status/status_form.h"
+
+#include "link/panel_queue.h"
+#include "panel/program_state.h"
+#include "shell/shell.h"
+
+QHBoxLayout* StatusForm::AddUpdateControls() {
+  lblNoConnection =
+      AddLabel(nullptr, "lblNoConnection", QStringLiteral("Not Connected To Tamberloom 3"));
+  AddWidget(lblNoConnection);
+  updateControls_ = new QWidget;
+  AddWidget(updateControls_);
+  auto* row = new QHBoxLayout(updateControls_);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setAlignment(Qt::AlignLeft);
+  cmdUpdateStatus = Add<Button>(row, "cmdUpdateStatus", QStringLiteral("Update Status"));
+  cmdUpdateStatus->Click = [this] { cmdUpdateStatus_Click(); };
+  cmdAutoUpdate = Add<Button>(row, "cmdAutoUpdate", QString());
+  cmdAutoUpdate->Click = [this] { cmdAutoUpdate_Click(); };
+  lblAutoUpdate = Add<Label>(row, "lblAutoUpdate");
+  lblAutoUpdate->SetWidthInChars(18);
+  lblAutoUpdate->SetAlignment(Qt::AlignCenter);
+  Timer1 = new Timer(this, "Timer1", 250);
+  Timer1->Tick = [this] { Timer1_Timer(); };
+  SetAutoUpdating(false);
+  return row;
+}
+
+void StatusForm::Form_Activate() {
+  const bool connected = Connected != 0;
+  lblNoConnection->setVisible(!connected);
+  updateControls_->setVisible(connected);
+  ShowConnected(connected);
+  // Once the screen is there to be seen: the panel may take its time.
+  if (connected) QTimer::singleShot(0, this, [this] { Update(); });
+}
+
+void StatusForm::Form_Unload() {
+  Timer1->SetEnabled(false);
+  ForgetRequests();
+  // A lost connection closes the screen while the menus are locked.
+  if (autoUpdating_) EnableMainMenus();
+  autoUpdating_ = false;
+}
+
+void StatusForm::EnableForManual(bool enabled) {
+  cmdUpdateStatus->setEnabled(enabled);
+}
+
+void StatusForm::Update() {
+  AskPanel([this] { ReadStatus(); });
+}
+
+void StatusForm::cmdUpdateStatus_Click() {
+  Update();
+}
+
+void StatusForm::cmdAutoUpdate_Click() {
+  SetAutoUpdating(!autoUpdating_);
+  autoUpdating_ ? DisableMainMenus() : EnableMainMenus();
+}
+
+void StatusForm::SetAutoUpdating(bool on) {
+  autoUpdating_ = on;
+  cmdAutoUpdate->SetCaption(on ? QStringLiteral("Disable Auto Updates")
+                               : QStringLiteral("Enable Auto Updates"));
+  lblAutoUpdate->SetCaption(on ? QStringLiteral("Updates Enabled")
+                               : QStringLiteral("Updates Disabled"));
+  lblAutoUpdate->SetBackColor(on ? Colors::LightGreen : Colors::Grey);
+  EnableForManual(!on);
+  Timer1->SetEnabled(on);
+}
+
+/// The timer rests while it reads, as a tick may come in the middle of a TCP wait.
+void StatusForm::Timer1_Timer() {
+  if (Connected == 0 || PanelBusy()) return;
+  Timer1->SetEnabled(false);
+  Update();
+  Timer1->SetEnabled(autoUpdating_);
+}

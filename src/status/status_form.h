@@ -1,0 +1,48 @@
+#pragma once
+
+#include <string>
+
+#include "shell/child_form.h"
+
+/// What the polling screens share: one reading on request or four a second, with the menus locked
+/// meanwhile. A derived screen says how it reads and redraws.
+class StatusForm : public ChildForm {
+  Q_OBJECT
+ public:
+  using ChildForm::ChildForm;
+  void Form_Activate() override;
+  void Form_Unload() override;
+
+  void cmdUpdateStatus_Click();
+  void cmdAutoUpdate_Click();
+  void Timer1_Timer();
+
+ protected:
+  /// Adds the buttons and texts of the pattern; more controls may follow in the row given back.
+  QHBoxLayout* AddUpdateControls();
+
+  /// Without a panel to talk to only lblNoConnection shows.
+  virtual void ShowConnected(bool connected) = 0;
+
+  /// Asks the panel once and redraws. A failed reading calls PanelConnectionLost and stops.
+  virtual void ReadStatus() = 0;
+
+  /// Controls that are off while automatic updates run.
+  virtual void EnableForManual(bool enabled);
+
+  /// ReadStatus, after what has been asked of the panel before.
+  void Update();
+
+  bool AutoUpdating() const { return autoUpdating_; }
+
+ private:
+  void SetAutoUpdating(bool on);
+
+  bool autoUpdating_ = false;
+  QWidget* updateControls_ = nullptr;
+  Label* lblNoConnection = nullptr;
+  Button* cmdUpdateStatus = nullptr;
+  Button* cmdAutoUpdate = nullptr;
+  Label* lblAutoUpdate = nullptr;
+  Timer* Timer1 = nullptr;
+};
