@@ -26,8 +26,9 @@ frmT3Document::frmT3Document()
 
 void frmT3Document::Form_Load() {
   auto* fileRow = AddRow();
-  fileRow->setAlignment({});  // a long path uses the whole width
-  AddLabel(fileRow, "lblFileName", QStringLiteral("Output File "));
+  fileRow->setAlignment({});  // a long path uses all the width but the caption's
+  AddLabel(fileRow, "lblFileName", QStringLiteral("Output File "))
+      ->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   lblDocFileName = Add<Label>(fileRow, "lblDocFileName");
   lblDocFileName->SetElideMode(Qt::ElideMiddle);
   lblDocFileName->setAccessibleName(QStringLiteral("Output File"));
