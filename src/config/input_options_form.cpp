@@ -6,9 +6,6 @@
 
 namespace {
 
-constexpr int LeastTimedOnMinutes = 5;
-constexpr int MostTimedOnMinutes = 999;
-
 bool IsTimedOn(int input) {
   return PanelRecord.InputType(input) == static_cast<Int16>(InputKind::TimedOn);
 }
@@ -32,8 +29,7 @@ void frmT3InputOptions::Form_Load() {
   cboNewType = new InPlaceList(this, "cboNewType", Items(InputTypes));
   cboNewType->Click = [this] { cboNewType_Click(); };
   cboNewTime = new InPlaceList(
-      this, "cboNewTime",
-      NumberItems(LeastTimedOnMinutes, MostTimedOnMinutes, {}, QStringLiteral("Min")));
+      this, "cboNewTime", NumberItems(ShortestTimedOn, LongestTimedOn, {}, QStringLiteral("Min")));
   cboNewTime->Click = [this] { cboNewTime_Click(); };
 }
 
@@ -65,9 +61,7 @@ void frmT3InputOptions::lblInputType_Click(int index) {
 void frmT3InputOptions::lblInputTimedOn_Click(int index) {
   cboNewType->Close();
   SelectedRow = static_cast<Int16>(index);
-  const Int32 minutes = PanelRecord.InputTimedOnTime(index);
-  cboNewTime->Open(lblInputTimedOn(index),
-                   minutes < LeastTimedOnMinutes ? -1 : minutes - LeastTimedOnMinutes);
+  cboNewTime->Open(lblInputTimedOn(index), TimedOnIndex(PanelRecord.InputTimedOnTime(index)));
 }
 
 void frmT3InputOptions::cboNewType_Click() {
@@ -78,7 +72,7 @@ void frmT3InputOptions::cboNewType_Click() {
 }
 
 void frmT3InputOptions::cboNewTime_Click() {
-  PanelRecord.InputTimedOnTime(SelectedRow) = cboNewTime->ListIndex() + LeastTimedOnMinutes;
+  PanelRecord.InputTimedOnTime(SelectedRow) = cboNewTime->ListIndex() + ShortestTimedOn;
   cboNewTime->Close();
   ShowInputConfiguration();
   DataChanged = -1;

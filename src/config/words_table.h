@@ -162,3 +162,23 @@ constexpr const FennlinkDeviceType& FennlinkDevice(int deviceType) {
       deviceType >= 0 && static_cast<std::size_t>(deviceType) < FennlinkDeviceTypes.size();
   return FennlinkDeviceTypes[known ? static_cast<std::size_t>(deviceType) : 0];
 }
+
+/// Device types that are configured alike.
+struct FennlinkFamily {
+  std::string_view Suffix;  ///< In the names of its controls: "cboInput16Type".
+  std::string_view Name;    ///< Empty: the list text of its only type.
+  int FirstType;
+  int LastType;  ///< The type with the most inputs.
+};
+
+inline constexpr auto FennlinkFamilies = std::to_array<FennlinkFamily>({
+    {"16", "Push Button", 1, LargestButtonStation},
+    {"7", "", DeviceType4Input, DeviceType4Input},
+    {"8", "", DeviceType8Input, DeviceType8Input},
+    {"F", "", DeviceTypePhotocell, DeviceTypePhotocell},
+});
+constexpr int FennlinkFamilyCount = static_cast<int>(FennlinkFamilies.size());
+
+constexpr std::string_view FennlinkFamilyName(const FennlinkFamily& family) {
+  return family.Name.empty() ? FennlinkDevice(family.FirstType).ListText : family.Name;
+}

@@ -4,10 +4,12 @@
 
 #include "panel/fixed_array.h"
 
-constexpr int ItemCount = 48;   ///< Relays, groups, inputs, timers and presets: 48 of each at most.
-constexpr int SpareItem = 48;   ///< The last element of each item array; no item.
-constexpr int NodeCount = 12;   ///< Nodes that carry four-point I/O blocks.
-constexpr Int16 NoEntry = 100;  ///< A date cell of this value has no open or close time.
+constexpr int ItemCount = 48;  ///< Relays, groups, inputs, timers and presets: 48 of each at most.
+constexpr int SpareItem = 48;  ///< The last element of each item array; no item.
+constexpr int NodeCount = 12;  ///< Nodes that carry four-point I/O blocks.
+constexpr int ShortestTimedOn = 5;   ///< Minutes.
+constexpr int LongestTimedOn = 999;  ///< Minutes.
+constexpr Int16 NoEntry = 100;       ///< A date cell of this value has no open or close time.
 
 using ItemArray = FixedArray<Int16, 49>;
 using ItemTable = FixedArray<Int16, 49, 49>;
@@ -81,6 +83,11 @@ extern PanelRecordType PanelRecord;
 /// Installed I/O points, 0 to 48: the bound of all lists of relays and inputs.
 /// Throws RunTimeFailure when a damaged record overflows the sum.
 Int16 PanelIOCount();
+
+/// The item of a timed-on time in a list of all times; -1 for a time shorter than the first.
+constexpr int TimedOnIndex(Int32 minutes) {
+  return minutes < ShortestTimedOn ? -1 : minutes - ShortestTimedOn;
+}
 
 /// The three spare elements that hold the communications settings.
 inline Int16& ConnectionType() {

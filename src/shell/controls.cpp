@@ -37,6 +37,13 @@ QColor TextOn(QRgb color) {
   return qGray(color) >= 110 ? Qt::black : Qt::white;
 }
 
+void DrawFocusRing(QPainter& painter, const QWidget& control) {
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(control.palette().color(QPalette::Highlight), 2));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRoundedRect(QRectF(control.rect()).adjusted(1, 1, -1, -1), 2, 2);
+}
+
 /// Many dark desktops leave links the dark blue of light ones.
 QColor ReadableLink(const QPalette& palette) {
   const QColor link = palette.color(QPalette::Link);
@@ -131,12 +138,7 @@ void Label::paintEvent(QPaintEvent*) {
     painter.setBrush(fill);
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
   }
-  if (hasFocus()) {
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 2, 2);
-  }
+  if (hasFocus()) DrawFocusRing(painter, *this);
   if (!isEnabled()) text = palette().color(QPalette::Disabled, QPalette::WindowText);
   painter.setPen(text);
   const QRect room = rect().adjusted(CellPadding, 0, -CellPadding, 0);
@@ -209,6 +211,11 @@ void ComboBox::SetItems(const QStringList& items) {
   setCurrentIndex(-1);
 }
 
+void ComboBox::SetWidthInChars(int chars) {
+  setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
+  setMinimumContentsLength(chars);
+}
+
 void ComboBox::wheelEvent(QWheelEvent* event) {
   hasFocus() ? QComboBox::wheelEvent(event) : event->ignore();
 }
@@ -268,6 +275,8 @@ void TextBox::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 ScrollBar::ScrollBar(QWidget* parent) : QScrollBar(Qt::Horizontal, parent) {
+  // Bars that move a page have their keys and the wheel turned round; these hold a value.
+  setInvertedControls(false);
   setFocusPolicy(Qt::StrongFocus);
   connect(this, &QScrollBar::valueChanged, this, [this] { RunHandler(Change); });
 }
@@ -278,7 +287,22 @@ void ScrollBar::SetValue(int value) {
     const QSignalBlocker silent(this);
     setValue(value);
   }
-  if (this->value() != old && Change) Change();
+  if (this->value() == value && value != old && Change) Change();
+}
+
+void ScrollBar::paintEvent(QPaintEvent* event) {
+  QScrollBar::paintEvent(event);
+  // The style draws the slider in the colour of its track, and a bar with the focus like any other.
+  QStyleOptionSlider option;
+  initStyleOption(&option);
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(palette().color(hasFocus() ? QPalette::Highlight : QPalette::Mid));
+  const QRectF slider =
+      style()->subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider, this);
+  painter.drawRoundedRect(slider.adjusted(1, 2, -1, -2), 2, 2);
+  if (hasFocus()) DrawFocusRing(painter, *this);
 }
 
 void ScrollBar::wheelEvent(QWheelEvent* event) {

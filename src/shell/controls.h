@@ -17,8 +17,9 @@
 
 // The controls that screens are made of. They behave alike: setting a different value from code
 // runs the handler just as a user's choice does, and a user who picks the value already shown runs
-// it too. An index that a list does not hold leaves it with no selection and runs nothing. Setting
-// a text always runs its change handler.
+// it too. An index that a list does not hold leaves it with no selection and runs nothing; a value
+// beyond a bar's range moves it to the nearer end and runs nothing. Setting a text always runs its
+// change handler.
 
 /// Colours with a meaning, red in the high byte.
 namespace Colors {
@@ -98,6 +99,8 @@ class ComboBox : public QComboBox {
   QString List(int index) const { return itemText(index); }
   /// Replaces all items and leaves no selection; runs nothing.
   void SetItems(const QStringList& items);
+  /// A fixed width for this many average characters, however long the items are.
+  void SetWidthInChars(int chars);
 
   std::function<void()> Click;
 
@@ -155,6 +158,7 @@ class ScrollBar : public QScrollBar {
   std::function<void()> Change;
 
  protected:
+  void paintEvent(QPaintEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
 };
 

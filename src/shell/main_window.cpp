@@ -78,6 +78,13 @@ bool ProgramEnding() {
   return mainWindow && mainWindow->Ending();
 }
 
+Hourglass::Hourglass() {
+  if (mainWindow) mainWindow->setCursor(Qt::WaitCursor);
+}
+Hourglass::~Hourglass() {
+  if (mainWindow) mainWindow->unsetCursor();
+}
+
 frmT3MasterMDI::frmT3MasterMDI() {
   mainWindow = this;
   setObjectName(QStringLiteral("frmT3MasterMDI"));

@@ -33,6 +33,15 @@ void EnableMainMenus();
 /// Whether the program is being torn down; from then on nobody asks or tells the user anything.
 bool ProgramEnding();
 
+/// The main window's pointer is an hourglass while one of these lives.
+class Hourglass {
+ public:
+  Hourglass();
+  ~Hourglass();
+  Hourglass(const Hourglass&) = delete;
+  Hourglass& operator=(const Hourglass&) = delete;
+};
+
 /// What the main window asks of the link. Empty until the connection screen is loaded.
 struct LinkHooks {
   std::function<void()> DisconnectQZ;

@@ -1,0 +1,19 @@
+#include "config/pilot_table.h"
+
+#include "config/action_table.h"
+#include "panel/checked_arithmetic.h"
+#include "panel/panel_record.h"
+#include "panel/pilot_code.h"
+
+Int16 AutoMappedPilot(const FennlinkRecord& device, int input) {
+  if (FennlinkInputKind(device.DeviceType, device.DeviceInputType(input)) == InputKind::SetPreset) {
+    return ToInt16(device.DevicePreset(input) + WithPilotSource(0, PilotPreset));
+  }
+  for (Int16 relay = 0; relay < ItemCount; ++relay) {
+    if (device.DeviceRelayControl(input, relay) != 0) return WithPilotSource(relay, PilotRelay);
+  }
+  for (Int16 group = 0; group < ItemCount; ++group) {
+    if (device.DeviceGroupControl(input, group) != 0) return WithPilotSource(group, PilotGroup);
+  }
+  return WithPilotSource(0, PilotStatic);
+}
