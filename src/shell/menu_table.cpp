@@ -5,6 +5,7 @@
 #include "config/add_on_module_form.h"
 #include "config/blink_alert_form.h"
 #include "config/cell_grid_form.h"
+#include "config/fennlink_devices_form.h"
 #include "config/input_control_form.h"
 #include "config/input_options_form.h"
 #include "config/local_pilots_form.h"
@@ -132,7 +133,7 @@ const std::vector<ScreenEntry>& ScreenTable() {
       {"frmT3InputToRelayControl", NewRow<InputControlForm>},
       {"frmT3InputToGroupControl", NewRow<InputControlForm>},
       {"frmT3FennlinkStatus"},
-      {"frmT3ConfigureFennlinkDevices"},
+      {"frmT3ConfigureFennlinkDevices", New<frmT3ConfigureFennlinkDevices>},
       {"frmT3FennlinkInputToRelayControl"},
       {"frmT3FennlinkInputToGroupControl"},
       {"frmT3LocalInputPilots", New<frmT3LocalInputPilots>},

@@ -1,7 +1,9 @@
+#include <QAbstractItemView>
 #include <QDir>
 #include <QStyle>
 #include <cstdio>
 
+#include "config/device_list.h"
 #include "panel/dimmer_block.h"
 #include "panel/fennlink_record.h"
 #include "panel/panel_record.h"
@@ -44,7 +46,18 @@ void FillDocument() {
     }
   }
   for (int d = 1; d <= DeviceCount; ++d) {
-    FennlinkRecords(d).DeviceType = static_cast<Int16>(d % 10);
+    FennlinkRecord& device = FennlinkRecords(d);
+    device.DeviceType = static_cast<Int16>(d % 10);
+    for (int input = 0; input < DeviceInputCount; ++input) {
+      device.DeviceInputType(input) = static_cast<Int16>(input);
+      device.DevicePilot(input) = static_cast<Int16>(input % 4 * 64 + input);
+      device.DeviceOffLevel(input) = static_cast<Int16>(255 - input * 30);
+      device.DeviceOnLevel(input) = static_cast<Int16>(input * 30);
+      for (int row = 0; row < ItemCount; ++row) {
+        device.DeviceRelayControl(input, row) = static_cast<Int16>(row % 4);
+        device.DeviceGroupControl(input, row) = static_cast<Int16>(row % 3);
+      }
+    }
   }
   for (Int16 dev = 0; dev < 3; ++dev) DimSetEnabled(dev, 1);
   DimSetTrackMode(0, 0, 1);
@@ -59,6 +72,26 @@ void FillDocument() {
     DimSetCtlRevert(0, 0, slot, slot == 2 ? 121 : 0);
   }
   for (Int16 relay = 0; relay < ItemCount; relay += 3) DimSetRelay(0, 0, relay, -1);
+}
+
+bool Save(frmT3MasterMDI& window, const QString& path) {
+  QApplication::processEvents();
+  return window.grab().save(path + QStringLiteral(".png"));
+}
+
+/// A picture of each family of devices, and of the open list of devices.
+bool SaveDevices(frmT3MasterMDI& window, const QString& path) {
+  auto* devices = window.findChild<DeviceList*>();
+  if (!devices) return true;
+  for (const int d : {3, 6, 7, 8, 9}) {
+    devices->SetListIndex(d);
+    if (!Save(window, QStringLiteral("%1-%2").arg(path).arg(d))) return false;
+  }
+  devices->showPopup();
+  QApplication::processEvents();
+  const bool saved = devices->view()->window()->grab().save(path + QStringLiteral("-list.png"));
+  devices->hidePopup();
+  return saved;
 }
 
 }  // namespace
@@ -84,11 +117,10 @@ int main(int argc, char** argv) {
       }
       window.UnloadAllForms();
       window.ShowForm(entry.Name);
-      QApplication::processEvents();
-      const QString path = QStringLiteral("%1/%2-%3.png")
+      const QString path = QStringLiteral("%1/%2-%3")
                                .arg(application.arguments().at(1), dark ? "dark" : "light",
                                     QLatin1String(entry.Name));
-      if (!window.grab().save(path)) return 1;
+      if (!Save(window, path) || !SaveDevices(window, path)) return 1;
     }
   }
   return 0;

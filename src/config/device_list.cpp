@@ -1,0 +1,65 @@
+#include "config/device_list.h"
+
+#include <QAbstractItemView>
+#include <QPainter>
+#include <QStyledItemDelegate>
+
+#include "config/words_table.h"
+#include "panel/code_page.h"
+#include "panel/fennlink_record.h"
+
+namespace {
+
+constexpr int TypeGap = 16;
+
+/// The type of a device that has one.
+QString ConfiguredType(int d) {
+  const FennlinkDeviceType& type = FennlinkDevice(FennlinkRecords(d).DeviceType);
+  return type.InputCount > 0 ? ToUnicode(type.ListText) : QString();
+}
+
+class DeviceDelegate : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& item,
+             const QModelIndex& index) const override {
+    QStyleOptionViewItem option = item;
+    initStyleOption(&option, index);
+    const QString type = ConfiguredType(index.row());
+    const int typeWidth = option.fontMetrics.horizontalAdvance(type) + TypeGap;
+    option.text = option.fontMetrics.elidedText(option.text, Qt::ElideRight,
+                                                option.rect.width() - typeWidth - TypeGap / 2);
+    option.widget->style()->drawControl(QStyle::CE_ItemViewItem, &option, painter, option.widget);
+    const bool selected = option.state & QStyle::State_Selected;
+    painter->setPen(
+        option.palette.color(selected ? QPalette::HighlightedText : QPalette::PlaceholderText));
+    painter->drawText(option.rect.adjusted(0, 0, -TypeGap / 2, 0),
+                      Qt::AlignRight | Qt::AlignVCenter, type);
+  }
+
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    const QSize name = QStyledItemDelegate::sizeHint(option, index);
+    const int type = option.fontMetrics.horizontalAdvance(ConfiguredType(index.row()));
+    return {name.width() + type + 2 * TypeGap, name.height()};
+  }
+};
+
+}  // namespace
+
+DeviceList::DeviceList(QWidget* parent) : ComboBox(parent) {
+  setAccessibleName(QStringLiteral("Device"));
+  setItemDelegate(new DeviceDelegate(this));
+  SetWidthInChars(16);
+}
+
+void DeviceList::Fill() {
+  QStringList items{QStringLiteral("Select Device")};
+  for (int d = 1; d <= DeviceCount; ++d) items << ToUnicode(FennlinkRecords(d).DeviceName);
+  SetItems(items);
+}
+
+void DeviceList::showPopup() {
+  view()->setMinimumWidth(std::min(view()->sizeHintForColumn(0) + 2 * TypeGap, window()->width()));
+  ComboBox::showPopup();
+}

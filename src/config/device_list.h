@@ -1,0 +1,21 @@
+#pragma once
+
+#include "shell/controls.h"
+
+/// Input 0 to 7 of a device on screen: "FLINK 01.1".
+inline QString DeviceInputText(const QString& deviceName, int input) {
+  return deviceName + u'.' + QString::number(input + 1);
+}
+
+/// The selector of a Fennlink device: item d is the device at bus address d, and item 0 stands for
+/// none. In the open list the type of each configured device stands behind its name.
+class DeviceList : public ComboBox {
+  Q_OBJECT
+ public:
+  explicit DeviceList(QWidget* parent = nullptr);
+
+  /// Replaces the items by the present names and leaves no selection; runs nothing.
+  void Fill();
+
+  void showPopup() override;
+};

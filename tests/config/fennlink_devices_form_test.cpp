@@ -1,0 +1,148 @@
+#include <QAbstractItemView>
+
+#include "screen_test.h"
+
+class FennlinkDevicesTest : public ScreenTest {
+ protected:
+  void Open(int device) {
+    Menu("mnuConfigureFennlinkDevices");
+    Select(device);
+  }
+  void Select(int device) {
+    DataChanged = 0;
+    Find<ComboBox>("cboFLinkDevice").SetListIndex(device);
+  }
+  /// The suffix of the frame on show.
+  QString Frame() {
+    QStringList shown;
+    for (const char* family : {"16", "7", "8", "F"}) {
+      if (Shown(Find<QGroupBox>(QStringLiteral("fraConfigFLinkDevice") + family))) shown << family;
+    }
+    return shown.join(u'+');
+  }
+};
+
+TEST_F(FennlinkDevicesTest, TheTypeChoosesTheFrameItsRowsAndTheInputTypes) {
+  Open(0);
+  EXPECT_EQ(Frame(), "");
+  EXPECT_FALSE(Shown(Find<ComboBox>("cboFLinkType")));
+  Select(5);
+  const struct {
+    int Type, LastRow;
+    QString Frame, Title, LastInputType;
+  } cases[] = {{3, 2, "16", "Push Button", "4 Step"},
+               {6, 7, "16", "Push Button", "4 Step"},
+               {7, 3, "7", "4 Input", "Output Override"},
+               {8, 7, "8", "8 Input", "4 Step"},
+               {9, 7, "F", "Photocell", {}}};
+  for (const auto& [type, lastRow, frame, title, lastInputType] : cases) {
+    Choose("cboFLinkType", type);
+    EXPECT_EQ(FennlinkRecords(5).DeviceType, type);
+    ASSERT_EQ(Frame(), frame);
+    EXPECT_EQ(Find<QGroupBox>("fraConfigFLinkDevice" + frame).title(),
+              "Fennlink Configuration - " + title);
+    EXPECT_TRUE(Shown(Cell("lblInput" + frame + "Number", lastRow))) << type;
+    EXPECT_EQ(type == 3 && Shown(Cell("lblInput16Number", 3)), false);
+    if (frame == "F") continue;
+    const auto& inputTypes = Find<ComboBox>("cboInput" + frame + "Type(1)");
+    EXPECT_EQ(inputTypes.List(inputTypes.count() - 1), lastInputType);
+  }
+  EXPECT_EQ(Find<ComboBox>("cboInput8Type(7)").List(0), "Maintained On/Off");
+  Choose("cboFLinkType", 0);
+  EXPECT_EQ(Frame(), "");
+}
+
+TEST_F(FennlinkDevicesTest, ATimedOnInputShowsItsTimeAndKeepsIt) {
+  FennlinkRecord& device = FennlinkRecords(64);
+  device.DeviceType = 7;
+  device.DeviceInputType(3) = 4;
+  Open(64);
+  DataChanged = 0;
+  EXPECT_FALSE(Shown(Cell("lblInput7TimedOn", 0)));
+  EXPECT_EQ(Caption("lblInput7TimedOn", 3), " 10 Minutes");
+  Click(Cell("lblInput7TimedOn", 3));
+  EXPECT_EQ(DataChanged, 0);
+  EXPECT_EQ(Find<InPlaceList>("cboInput7NewTime").List(994), "999 Minutes");
+  ChooseInPlace("cboInput7NewTime", 40);
+  EXPECT_EQ(device.DeviceTimedOnTime(3), 45);
+  EXPECT_EQ(DataChanged, -1);
+
+  Choose("cboInput7Type(3)", 2);
+  EXPECT_FALSE(Shown(Cell("lblInput7TimedOn", 3)));
+  Choose("cboInput7Type(3)", 4);
+  EXPECT_EQ(Caption("lblInput7TimedOn", 3), " 45 Minutes");
+
+  device.DeviceTimedOnTime(3) = std::numeric_limits<Int32>::min();
+  Click(Cell("lblInput7TimedOn", 3));
+  EXPECT_EQ(Find<InPlaceList>("cboInput7NewTime").ListIndex(), -1);
+  window->ShowForm("frmT3ConfigureFennlinkDevices");
+  EXPECT_FALSE(Find<InPlaceList>("cboInput7NewTime").isVisible());
+  EXPECT_EQ(Find<ComboBox>("cboFLinkDevice").ListIndex(), 64);
+}
+
+TEST_F(FennlinkDevicesTest, LookingStoresNothingNewEvenWhenItMarksTheData) {
+  FennlinkRecords(1).DeviceType = 8;
+  FennlinkRecords(1).DeviceInputType(0) = 3;
+  FennlinkRecords(2).DeviceType = 2;
+  FennlinkRecords(2).DeviceInputType(0) = 8;
+  FennlinkRecords(2).DeviceInputType(1) = -4;
+  FennlinkRecords(3).DeviceType = 9;
+  FennlinkRecords(3).DeviceOffLevel(0) = 200;
+  FennlinkRecords(3).DeviceOffLevel(6) = -300;
+  FennlinkRecords(3).DeviceOnLevel(6) = 32767;
+  FennlinkRecords(4).DeviceType = 10;
+  FennlinkRecords(5).DeviceType = -1;
+  Open(0);
+  constexpr int visits[] = {1, 0, 1, 2, 3, 4, 5};
+  constexpr int marks[] = {-1, 0, 0, -1, -1, 0, 0};
+  const QString frames[] = {"8", "", "8", "16", "F", "", ""};
+  for (int i = 0; i < 7; ++i) {
+    const FennlinkRecord before = FennlinkRecords(visits[i]);
+    Select(visits[i]);
+    const FennlinkRecord& after = FennlinkRecords(visits[i]);
+    EXPECT_EQ(DataChanged, marks[i]) << i;
+    EXPECT_EQ(Frame(), frames[i]);
+    EXPECT_EQ(after.DeviceType, before.DeviceType);
+    EXPECT_EQ(after.DeviceInputType, before.DeviceInputType);
+    EXPECT_EQ(after.DeviceOffLevel, before.DeviceOffLevel);
+    EXPECT_EQ(after.DeviceOnLevel, before.DeviceOnLevel);
+  }
+  EXPECT_EQ(Find<ComboBox>("cboInput16Type(0)").ListIndex(), -1);
+  EXPECT_EQ(Find<ComboBox>("cboInput16Type(1)").ListIndex(), -1);
+  EXPECT_EQ(Find<ScrollBar>("hsInputFOnLevel(6)").Value(), 255);
+  EXPECT_EQ(Caption("lblInputFOffLevel", 6), " Off -300/255 (-118%)");
+}
+
+TEST_F(FennlinkDevicesTest, EveryStepOfABarIsStored) {
+  FennlinkRecords(9).DeviceType = 9;
+  Open(9);
+  auto& bar = Find<ScrollBar>("hsInputFOffLevel(2)");
+  QTest::keyClick(&bar, Qt::Key_Right);
+  EXPECT_EQ(FennlinkRecords(9).DeviceOffLevel(2), 1);
+  EXPECT_EQ(Caption("lblInputFOffLevel", 2), " Off 001/255 (0%)");
+  QTest::keyClick(&bar, Qt::Key_End);
+  EXPECT_EQ(Caption("lblInputFOffLevel", 2), " Off 255/255 (100%)");
+  Find<ScrollBar>("hsInputFOnLevel(2)").SetValue(64);
+  EXPECT_EQ(FennlinkRecords(9).DeviceOnLevel(2), 64);
+  EXPECT_EQ(Caption("lblInputFOnLevel", 2), " On 064/255 (25%)");
+  EXPECT_EQ(DataChanged, -1);
+}
+
+TEST_F(FennlinkDevicesTest, OnlyTheOpenListTellsTheTypes) {
+  FennlinkRecords(2).DeviceType = 7;
+  FennlinkRecords(3).DeviceType = 12;
+  Open(0);
+  auto& devices = Find<ComboBox>("cboFLinkDevice");
+  EXPECT_EQ(devices.count(), 65);
+  EXPECT_EQ(devices.List(2), "FLINK 02");
+  devices.showPopup();
+  QAbstractItemView* list = devices.view();
+  const QImage picture = list->viewport()->grab().toImage();
+  const auto behindName = [&](int d) {
+    const QRect row = list->visualRect(devices.model()->index(d, 0));
+    return picture.copy(row.adjusted(row.width() / 2, 1, -2, -1));
+  };
+  EXPECT_NE(behindName(2), behindName(1));
+  EXPECT_EQ(behindName(3), behindName(1));
+  devices.hidePopup();
+}
