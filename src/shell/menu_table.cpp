@@ -6,6 +6,7 @@
 #include "config/blink_alert_form.h"
 #include "config/cell_grid_form.h"
 #include "config/fennlink_devices_form.h"
+#include "config/fennlink_pilots_form.h"
 #include "config/input_control_form.h"
 #include "config/input_options_form.h"
 #include "config/local_pilots_form.h"
@@ -137,7 +138,7 @@ const std::vector<ScreenEntry>& ScreenTable() {
       {"frmT3FennlinkInputToRelayControl"},
       {"frmT3FennlinkInputToGroupControl"},
       {"frmT3LocalInputPilots", New<frmT3LocalInputPilots>},
-      {"frmT3FennlinkPilots"},
+      {"frmT3FennlinkPilots", New<frmT3FennlinkPilots>},
       {"frmT3TimersConfigure", New<frmT3TimersConfigure>},
       {"frmT3TimerToRelayControl", NewRow<TimerControlForm>},
       {"frmT3TimerToGroupControl", NewRow<TimerControlForm>},

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "config/device_list.h"
+#include "panel/fennlink_record.h"
+#include "shell/in_place_list.h"
+#include "shell/row_grid.h"
+
+/// What the indicator of each input of a Fennlink device follows.
+class frmT3FennlinkPilots : public ChildForm {
+  Q_OBJECT
+ public:
+  frmT3FennlinkPilots();
+  void Form_Load() override;
+  void Form_Activate() override;
+  void Form_Click() override;
+
+  void ShowPilotConfiguration();
+  void cboFennlinkDevice_Click();
+  void cmdAutoMapThisFL_Click();
+  void cmdAutoMapAllFL_Click();
+  /// Maps the pilot of AutoMapInput of AutoMapDevice to what the input controls.
+  void AutoMapAnInput();
+  void lblPilotSource_Click(int index);
+  void lblPilotNumber_Click(int index);
+  void cboNewSource_Click();
+  void cboNewNumber_Click();
+
+ private:
+  void AutoMapInputs(int device);
+  Int16& Pilot(int input) const { return FennlinkRecords(SelectedDevice).DevicePilot(input); }
+
+  int SelectedDevice = 0;  ///< Survives a reactivation.
+  Int16 SelectedRow = 0;
+  Int16 AutoMapDevice = 0;
+  Int16 AutoMapInput = 0;
+  DeviceList* cboFennlinkDevice = nullptr;
+  RowGrid* grid = nullptr;
+  ControlArray<Label> lblInputName;
+  ControlArray<Label> lblPilotSource;
+  ControlArray<Label> lblPilotNumber;
+  Button* cmdAutoMapThisFL = nullptr;
+  Button* cmdAutoMapAllFL = nullptr;
+  InPlaceList* cboNewSource = nullptr;
+  InPlaceList* cboNewNumber = nullptr;
+};
