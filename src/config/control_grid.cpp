@@ -10,6 +10,7 @@ ControlGridForm::ControlGridForm(const QString& name, const QString& caption, Co
 void ControlGridForm::AddGrid(QHBoxLayout* selectors) {
   const bool relays = Table == ControlTable::Relay;
   if (relays) {
+    lblPreset = AddLabel(selectors, "lblPreset", QStringLiteral("Preset"));
     cboPreset = Add<ComboBox>(selectors, "cboPreset");
     cboPreset->setAccessibleName(QStringLiteral("Preset"));
     cboPreset->Click = [this] { cboPreset_Click(); };
@@ -51,13 +52,19 @@ void ControlGridForm::ShowRows(const QString& word, const NameArray& items, int 
 
 void ControlGridForm::HideControlledItems() {
   grid->ShowRows(0);
-  if (cboPreset) cboPreset->hide();
+  SetPresetVisible(false);
+}
+
+void ControlGridForm::SetPresetVisible(bool visible) {
+  if (!cboPreset) return;
+  lblPreset->setVisible(visible);
+  cboPreset->setVisible(visible);
 }
 
 void ControlGridForm::ShowControlledItems() {
   const auto options = SelectedOptions();
   if (!options) return;
-  if (cboPreset) cboPreset->setVisible(options->Rows == ControlRows::None);
+  SetPresetVisible(options->Rows == ControlRows::None);
   switch (options->Rows) {
     case ControlRows::None:
       grid->ShowRows(0);

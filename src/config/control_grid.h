@@ -51,8 +51,10 @@ class ControlGridForm : public ChildForm {
 
  private:
   void LimitToList(Int16& cell) const;
+  void SetPresetVisible(bool visible);
   void ShowRows(const QString& word, const NameArray& names, int count);
 
+  Label* lblPreset = nullptr;
   RowGrid* grid = nullptr;
   ControlArray<Label> names;
   ControlArray<Label> lblControl;

@@ -5,6 +5,7 @@
 #include "config/add_on_module_form.h"
 #include "config/blink_alert_form.h"
 #include "config/cell_grid_form.h"
+#include "config/fennlink_control_form.h"
 #include "config/fennlink_devices_form.h"
 #include "config/fennlink_pilots_form.h"
 #include "config/input_control_form.h"
@@ -135,8 +136,8 @@ const std::vector<ScreenEntry>& ScreenTable() {
       {"frmT3InputToGroupControl", NewRow<InputControlForm>},
       {"frmT3FennlinkStatus"},
       {"frmT3ConfigureFennlinkDevices", New<frmT3ConfigureFennlinkDevices>},
-      {"frmT3FennlinkInputToRelayControl"},
-      {"frmT3FennlinkInputToGroupControl"},
+      {"frmT3FennlinkInputToRelayControl", NewRow<FennlinkControlForm>},
+      {"frmT3FennlinkInputToGroupControl", NewRow<FennlinkControlForm>},
       {"frmT3LocalInputPilots", New<frmT3LocalInputPilots>},
       {"frmT3FennlinkPilots", New<frmT3FennlinkPilots>},
       {"frmT3TimersConfigure", New<frmT3TimersConfigure>},
