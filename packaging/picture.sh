@@ -12,9 +12,11 @@ take_picture() {
   wait_until "the virtual display" xdotool getdisplaygeometry
   openbox >/dev/null 2>&1 &
   children+=($!)
+  wait_until "the window manager" xdotool get_desktop
   build/release/tamberloom3 >/dev/null 2>&1 &
   children+=($!)
-  wait_until "the program's window" xdotool search --onlyvisible --name "^Orv Tamberloom 3$"
+  wait_until "the program's window" xdotool search --onlyvisible --name "^Orv Tamberloom 3$" \
+    windowactivate
 
   local keys=(xdotool key --delay 100)
   sleep 0.5

@@ -1,5 +1,6 @@
 #include "shell/child_form.h"
 
+#include <QLabel>
 #include <QMouseEvent>
 
 ChildForm::ChildForm(const QString& name, const QString& caption) : caption_(caption) {
@@ -31,10 +32,11 @@ void ChildForm::AddWidget(QWidget* widget) {
 }
 
 void ChildForm::AddHint(const QString& text) {
-  auto* hint = new Label;
+  auto* hint = new QLabel(text);
   hint->setObjectName(QStringLiteral("lblHint"));
-  hint->SetLook(Label::Look::Quiet);
-  hint->SetCaption(text);
+  hint->setTextFormat(Qt::PlainText);
+  hint->setWordWrap(true);
+  hint->setForegroundRole(QPalette::PlaceholderText);
   layout()->addWidget(hint);
 }
 
