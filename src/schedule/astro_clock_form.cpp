@@ -16,12 +16,6 @@ constexpr int LastLatitude = 65;
 constexpr int FirstLongitude = 50;
 constexpr int LastLongitude = 150;
 
-QStringList Numbers(int first, int last) {
-  QStringList items;
-  for (int number = first; number <= last; ++number) items << QString::number(number);
-  return items;
-}
-
 QStringList CityItems() {
   QStringList items;
   for (const City& city : CityTable) items << ToUnicode(city.CityName);
@@ -44,30 +38,29 @@ void frmT3AstroClockSettings::Form_Load() {
 
 void frmT3AstroClockSettings::BuildSettings() {
   fraAstroSettings = AddFrame("fraAstroSettings", Caption());
-  settings = new QGridLayout(fraAstroSettings);
-  settings->setColumnStretch(2, 1);
-  lblLatitude = AddLabel(nullptr, "lblLatitude", QStringLiteral("Latitude"));
-  cboLatitude = Add<ComboBox>(nullptr, "cboLatitude");
-  cboLatitude->SetItems(Numbers(FirstLatitude, LastLatitude));
-  AddSetting(0, lblLatitude, cboLatitude, PanelRecord.Latitude, FirstLatitude);
-  lblLongitude = AddLabel(nullptr, "lblLongitude", QStringLiteral("Longitude"));
-  cboLongitude = Add<ComboBox>(nullptr, "cboLongitude");
-  cboLongitude->SetItems(Numbers(FirstLongitude, LastLongitude));
-  AddSetting(1, lblLongitude, cboLongitude, PanelRecord.Longitude, FirstLongitude);
-  lblTimeZone = AddLabel(nullptr, "lblTimeZone", QStringLiteral("Time Zone"));
-  cboTimeZone = Add<ComboBox>(nullptr, "cboTimeZone");
-  cboTimeZone->SetItems(Items(TimeZones));
-  AddSetting(2, lblTimeZone, cboTimeZone, PanelRecord.TimeZone, 0);
+  new QVBoxLayout(fraAstroSettings);
+  auto& panel = PanelRecord;
+  cboLatitude = AddSetting("cboLatitude", QStringLiteral("Latitude"), panel.Latitude, FirstLatitude,
+                           NumberItems(FirstLatitude, LastLatitude));
+  cboLongitude = AddSetting("cboLongitude", QStringLiteral("Longitude"), panel.Longitude,
+                            FirstLongitude, NumberItems(FirstLongitude, LastLongitude));
+  cboTimeZone =
+      AddSetting("cboTimeZone", QStringLiteral("Time Zone"), panel.TimeZone, 0, Items(TimeZones));
 }
 
-void frmT3AstroClockSettings::AddSetting(int row, Label* label, ComboBox* list, Int16& field,
-                                         int first) {
+ComboBox* frmT3AstroClockSettings::AddSetting(const char* name, const QString& caption,
+                                              Int16& field, int first, const QStringList& items) {
+  constexpr int captionChars = 12;
+  auto* row = new QHBoxLayout;
+  row->setAlignment(Qt::AlignLeft);
+  static_cast<QVBoxLayout*>(fraAstroSettings->layout())->addLayout(row);
+  auto* list = AddList(row, name, caption, captionChars);
+  list->SetItems(items);
   list->Click = [list, &field, first] {
     field = static_cast<Int16>(list->ListIndex() + first);
     DataChanged = -1;
   };
-  settings->addWidget(label, row, 0);
-  settings->addWidget(list, row, 1);
+  return list;
 }
 
 void frmT3AstroClockSettings::BuildCityPicker() {
@@ -115,10 +108,8 @@ void frmT3AstroClockSettings::Form_Activate() {
 }
 
 void frmT3AstroClockSettings::SetPicking(bool picking) {
-  const std::array<QWidget*, 8> settingControls = {fraAstroSettings, lblLatitude,  lblLongitude,
-                                                   lblTimeZone,      cboLatitude,  cboLongitude,
-                                                   cboTimeZone,      cmdFindLatLon};
-  for (QWidget* control : settingControls) control->setEnabled(!picking);
+  fraAstroSettings->setEnabled(!picking);
+  cmdFindLatLon->setEnabled(!picking);
   const std::array<QWidget*, 4> pickingControls = {txtFindCity, cboFindLatLon, cmdAccept,
                                                    cmdCancel};
   for (QWidget* control : pickingControls) control->setVisible(picking);

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QGridLayout>
-
 #include "panel/fixed_array.h"
 #include "shell/child_form.h"
 
@@ -22,14 +20,11 @@ class frmT3AstroClockSettings : public ChildForm {
  private:
   void BuildSettings();
   void BuildCityPicker();
-  void AddSetting(int row, Label* label, ComboBox* list, Int16& field, int first);
+  ComboBox* AddSetting(const char* name, const QString& caption, Int16& field, int first,
+                       const QStringList& items);
   void SetPicking(bool picking);
 
   QGroupBox* fraAstroSettings = nullptr;
-  QGridLayout* settings = nullptr;
-  Label* lblLatitude = nullptr;
-  Label* lblLongitude = nullptr;
-  Label* lblTimeZone = nullptr;
   ComboBox* cboLatitude = nullptr;
   ComboBox* cboLongitude = nullptr;
   ComboBox* cboTimeZone = nullptr;

@@ -63,6 +63,7 @@ ComboBox* frmT3DaylightSavingTime::AddList(int row, int column, const char* name
     field = static_cast<Int16>(list->ListIndex() + 1);
     DataChanged = -1;
   };
+  list->setAccessibleName(row == 0 ? lblDSTStarts->Caption() : lblDSTEnds->Caption());
   rule->addWidget(list, row, column);
   return list;
 }

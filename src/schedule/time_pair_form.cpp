@@ -13,6 +13,7 @@ struct TimePairScreen {
   int Rows;
   QString RowWord;  ///< Starts the tooltips; empty where a row's name says it all.
   const char* NameLabel;
+  int NameChars;  ///< Least width of the names, in average characters.
   std::array<const char*, 2> TimeLabels;
   std::array<QString, 2> Headers;
   QString Hint;
@@ -59,6 +60,7 @@ const auto TimePairScreens = std::to_array<TimePairScreen>({
      static_cast<int>(WeekdayNames.size()),
      {},
      "lblDay",
+     16,
      {"lblOpenTime", "lblCloseTime"},
      {QStringLiteral("Open"), QStringLiteral("Close")},
      QStringLiteral(
@@ -73,6 +75,7 @@ const auto TimePairScreens = std::to_array<TimePairScreen>({
      LongestMonth,
      {},
      "lblDate",
+     10,
      {"lblOpenTime", "lblCloseTime"},
      {QStringLiteral("Open"), QStringLiteral("Close")},
      QStringLiteral(
@@ -87,6 +90,7 @@ const auto TimePairScreens = std::to_array<TimePairScreen>({
      ItemCount,
      QStringLiteral("Input "),
      "lblInputName",
+     10,
      {"lblInputEnableTime", "lblInputDisableTime"},
      {QStringLiteral("Enable"), QStringLiteral("Disable")},
      QStringLiteral("An input whose two times are equal is always active."),
@@ -106,7 +110,7 @@ TimePairForm::TimePairForm(const char* name)
 void TimePairForm::Form_Load() {
   if (screen.ByMonth) AddMonths();
   grid = new RowGrid(screen.Rows, screen.RowWord);
-  lblName = grid->AddNames(screen.NameLabel);
+  lblName = grid->AddNames(screen.NameLabel, screen.NameChars);
   for (std::size_t column = 0; column < lblTime.size(); ++column) {
     const std::string header = screen.TimeLabels[column] + std::string("Header");
     lblTime[column] = grid->Add<Label>(

@@ -39,10 +39,7 @@ TimerControlForm::TimerControlForm(const char* name)
       screen(ScreenRow(TimerControlScreens, name)) {}
 
 void TimerControlForm::Form_Load() {
-  auto* row = AddRow();
-  AddLabel(row, "lblTimer", QStringLiteral("Timer"));
-  cboTimer = Add<ComboBox>(row, "cboTimer");
-  cboTimer->setAccessibleName(QStringLiteral("Timer"));
+  cboTimer = AddList(AddRow(), "cboTimer", QStringLiteral("Timer"));
   cboTimer->Click = [this] { cboTimer_Click(); };
 
   grid = new RowGrid(ItemCount, screen.TargetWord);

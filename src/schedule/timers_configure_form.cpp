@@ -26,17 +26,7 @@ QStringList MinuteItems() {
 }
 
 QStringList OffsetItems() {
-  QStringList items;
-  for (int offset = 0; offset <= LargestTimerOffset; ++offset) {
-    items << QStringLiteral("%1 Min").arg(offset);
-  }
-  return items;
-}
-
-QStringList DateItems() {
-  QStringList items;
-  for (int date = 1; date <= 31; ++date) items << QString::number(date);
-  return items;
+  return NumberItems(0, LargestTimerOffset, {}, QStringLiteral(" Min"));
 }
 
 /// A page of `pages` whose controls stand in a row at its left.
@@ -74,7 +64,8 @@ void frmT3TimersConfigure::Form_Load() {
   Loading = -1;
   auto* row = AddRow();
   AddLabel(row, "lblTimer", QStringLiteral("Timer"));
-  cboTimerNumber = AddList(row, "cboTimerNumber", {}, &frmT3TimersConfigure::cboTimerNumber_Click);
+  cboTimerNumber = AddTimerList(row, "cboTimerNumber", QStringLiteral("Timer"), {},
+                                &frmT3TimersConfigure::cboTimerNumber_Click);
   BuildTimeFrame();
   BuildDayFrame();
   lblTimerInWords = new Label;
@@ -95,25 +86,28 @@ void frmT3TimersConfigure::BuildTimeFrame() {
 
   auto* page = AddPage(timeLists);
   using Form = frmT3TimersConfigure;
-  cboNormalTimeHour =
-      AddList(page, "cboNormalTimeHour", HourItems(), &Form::cboNormalTimeHour_Click);
-  cboNormalTimeMinute =
-      AddList(page, "cboNormalTimeMinute", MinuteItems(), &Form::cboNormalTimeMinute_Click);
+  cboNormalTimeHour = AddTimerList(page, "cboNormalTimeHour", QStringLiteral("Hour"), HourItems(),
+                                   &Form::cboNormalTimeHour_Click);
+  cboNormalTimeMinute = AddTimerList(page, "cboNormalTimeMinute", QStringLiteral("Minute"),
+                                     MinuteItems(), &Form::cboNormalTimeMinute_Click);
   cboNormalTimeAmPm =
-      AddList(page, "cboNormalTimeAmPm", {QStringLiteral("AM"), QStringLiteral("PM")},
-              &Form::cboNormalTimeHour_Click);
+      AddTimerList(page, "cboNormalTimeAmPm", QStringLiteral("AM or PM"),
+                   {QStringLiteral("AM"), QStringLiteral("PM")}, &Form::cboNormalTimeAmPm_Click);
 
   const std::span events = RelativeEvents;
   page = AddPage(timeLists);
-  cboAstroType = AddList(page, "cboAstroType", Items(events.first(AstroEventCount)),
-                         &Form::cboAstroType_Click);
+  cboAstroType = AddTimerList(page, "cboAstroType", QStringLiteral("Event"),
+                              Items(events.first(AstroEventCount)), &Form::cboAstroType_Click);
   cboMinuteFromAstro =
-      AddList(page, "cboMinuteFromAstro", OffsetItems(), &Form::cboMinuteFromAstro_Click);
+      AddTimerList(page, "cboMinuteFromAstro", QStringLiteral("Minutes from the event"),
+                   OffsetItems(), &Form::cboMinuteFromAstro_Click);
   page = AddPage(timeLists);
-  cboOpenCloseType = AddList(page, "cboOpenCloseType", Items(events.subspan(AstroEventCount)),
-                             &Form::cboOpenCloseType_Click);
+  cboOpenCloseType =
+      AddTimerList(page, "cboOpenCloseType", QStringLiteral("Event"),
+                   Items(events.subspan(AstroEventCount)), &Form::cboOpenCloseType_Click);
   cboMinuteFromOpenClose =
-      AddList(page, "cboMinuteFromOpenClose", OffsetItems(), &Form::cboMinuteFromOpenClose_Click);
+      AddTimerList(page, "cboMinuteFromOpenClose", QStringLiteral("Minutes from the event"),
+                   OffsetItems(), &Form::cboMinuteFromOpenClose_Click);
 }
 
 void frmT3TimersConfigure::BuildDayFrame() {
@@ -137,16 +131,23 @@ void frmT3TimersConfigure::BuildDayFrame() {
   chkDays.OnEach(&CheckBox::Click, this, &frmT3TimersConfigure::chkDays_Click);
 
   auto* page = AddPage(dayLists);
-  cboHolidayMonth = AddList(page, "cboHolidayMonth", Items(MonthNames),
-                            &frmT3TimersConfigure::cboHolidayMonth_Click);
-  cboHolidayDate =
-      AddList(page, "cboHolidayDate", DateItems(), &frmT3TimersConfigure::cboHolidayDate_Click);
+  cboHolidayMonth = AddTimerList(page, "cboHolidayMonth", QStringLiteral("Month"),
+                                 Items(MonthNames), &frmT3TimersConfigure::cboHolidayMonth_Click);
+  cboHolidayDate = AddTimerList(page, "cboHolidayDate", QStringLiteral("Date"), NumberItems(1, 31),
+                                &frmT3TimersConfigure::cboHolidayDate_Click);
 }
 
-ComboBox* frmT3TimersConfigure::AddList(QBoxLayout* row, const char* name, const QStringList& items,
-                                        Handler click) {
+ComboBox* frmT3TimersConfigure::AddTimerList(QBoxLayout* row, const char* name,
+                                             const QString& title, const QStringList& items,
+                                             Handler click) {
   auto* list = Add<ComboBox>(row, name);
+  list->setAccessibleName(title);
   list->SetItems(items);
+  if (items.size() > LargestTimerOffset) {
+    // Measuring a thousand items delays the first time that the list is shown.
+    list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    list->setMinimumContentsLength(static_cast<int>(items.back().size()));
+  }
   list->Click = [this, click] {
     if (Loading == 0) (this->*click)();
   };

@@ -19,6 +19,7 @@ class frmT3TimersConfigure : public ChildForm {
   void optDaysType_Click(int index);
   void chkDays_Click(int index);
   void cboNormalTimeHour_Click();
+  void cboNormalTimeAmPm_Click() { cboNormalTimeHour_Click(); }
   void cboNormalTimeMinute_Click();
   void cboAstroType_Click() { StoreEvent(*cboAstroType); }
   void cboMinuteFromAstro_Click() { StoreOffset(*cboMinuteFromAstro); }
@@ -32,7 +33,8 @@ class frmT3TimersConfigure : public ChildForm {
 
   void BuildTimeFrame();
   void BuildDayFrame();
-  ComboBox* AddList(QBoxLayout* row, const char* name, const QStringList& items, Handler click);
+  ComboBox* AddTimerList(QBoxLayout* row, const char* name, const QString& title,
+                         const QStringList& items, Handler click);
   int SelectedTimer() const { return cboTimerNumber->ListIndex(); }
   void ShowRelativeTime(ComboBox& type, ComboBox& minutes);
   void StoreEvent(const ComboBox& list);
