@@ -14,7 +14,6 @@ class TimePairTest : public ScreenTest {
 TEST_F(TimePairTest, WeekdaysHaveAnOpenAndACloseTime) {
   PanelRecord.NormalCloseTime(2) = 100;
   Menu("mnuOpenCloseTimeNormalDays");
-  EXPECT_EQ(Caption("lblCloseTime", 6), "9:00P");
   EXPECT_EQ(Caption("lblCloseTime", 2), "1:00A");
   EXPECT_EQ(DataChanged, 0);
   Click(Cell("lblCloseTime", 2));
@@ -31,7 +30,6 @@ TEST_F(TimePairTest, ADateHasBothTimesOrNone) {
   PanelRecord.DateOpenTime(0, 4) = 98;
   PanelRecord.DateCloseTime(0, 4) = 101;
   Menu("mnuOpenCloseTimeSingleDates");
-  EXPECT_EQ(Caption("lblOpenTime", 0), "--:--");
   EXPECT_EQ(Caption("lblOpenTime", 4), "12:30A");
   EXPECT_EQ(Caption("lblCloseTime", 4), "--:--");
 
@@ -76,7 +74,6 @@ TEST_F(TimePairTest, InputsShowTheInstalledPoints) {
   EXPECT_EQ(Caption("lblInputEnableTime", 3), "12:15A");
   Set("lblInputDisableTime", 7, 48);
   EXPECT_EQ(PanelRecord.InputDisableTime(7), 48);
-  EXPECT_EQ(Caption("lblInputDisableTime", 7), "12:00P");
   PanelRecord.IOCount(0) = -1;
   Menu("mnuInputActiveTimes");
   EXPECT_FALSE(Shown(Cell("lblInputName", 0)));
