@@ -68,8 +68,8 @@ void NamesForm::Form_Load() {
   txtName.OnEach(&TextBox::Click, this, &NamesForm::txtName_Click);
   AddWidget(grid);
   AddHint(
-      QStringLiteral("Click a name, or press Enter in it, to see how much of it the panel shows. "
-                     "A longer name is kept whole."));
+      QStringLiteral("Names take A-Z, 0-9, blanks and . - / * # @ ( ) : ? A click or Enter shows a "
+                     "name as the panel does."));
 }
 
 void NamesForm::Form_Activate() {

@@ -26,6 +26,7 @@ void frmT3EditPanelName::Form_Load() {
   txtPanelName->Change = [this] { txtPanelName_Change(); };
   frmAsDisplayed = new NameDisplay(DisplayCells);
   AddWidget(frmAsDisplayed);
+  AddHint(QStringLiteral("Choosing the default name erases the panel's own name."));
 }
 
 void frmT3EditPanelName::Form_Activate() {

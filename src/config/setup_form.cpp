@@ -61,9 +61,9 @@ void frmT3Setup::Form_Load() {
 
   cboIOCount = new InPlaceList(this, "cboIOCount");
   cboIOCount->Click = [this] { cboIOCount_Click(); };
-  AddHint(
-      QStringLiteral("The panel has at most 48 I/O points; relays and inputs beyond those "
-                     "installed are hidden everywhere and keep their settings."));
+  AddHint(QStringLiteral(
+      "The panel has at most 48 I/O points. Relays and inputs that are not installed "
+      "are hidden and keep their settings."));
 }
 
 void frmT3Setup::Form_Activate() {
