@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr double LeastGripPixels = 8;
+constexpr double LeastGripPixels = 10;
 
 int ShiftState(Qt::KeyboardModifiers modifiers) {
   return (modifiers & Qt::ShiftModifier ? 1 : 0) + (modifiers & Qt::ControlModifier ? 2 : 0) +
@@ -60,24 +60,49 @@ QPointF CurveWidget::ToPixels(double x, double y) const {
   return {x * width() / ResponseCurve::Width, y * height() / ResponseCurve::Height};
 }
 
-void CurveWidget::Tell(const PointerEvent& handler, const QMouseEvent& event) const {
+QRectF CurveWidget::GripSquare(const ResponseCurve::Grip& grip) const {
+  const QPointF reach = ToPixels(ResponseCurve::GripReach, ResponseCurve::GripReach);
+  const double side = std::max(std::min(reach.x(), reach.y()), LeastGripPixels);
+  QRectF square(0, 0, side, side);
+  square.moveCenter(
+      ToPixels(grip.Left + ResponseCurve::GripCentre, grip.Top + ResponseCurve::GripCentre));
+  return square;
+}
+
+/// On a small graph a grip is drawn larger than it reaches: a point on its edge is taken to the
+/// nearest one that hits it.
+QPointF CurveWidget::Aimed(QPointF pixel, QPointF units) const {
+  if (curve_.GripOver(units.x(), units.y()) != ResponseCurve::NoGrip) return units;
+  for (const Int16 i : {ResponseCurve::GripB, ResponseCurve::GripC, ResponseCurve::GripA}) {
+    const auto& grip = curve_.shpGrip(i);
+    if (!grip.Visible || !GripSquare(grip).contains(pixel)) continue;
+    return {std::clamp(units.x(), grip.Left, grip.Left + ResponseCurve::GripReach),
+            std::clamp(units.y(), grip.Top, grip.Top + ResponseCurve::GripReach)};
+  }
+  return units;
+}
+
+void CurveWidget::Tell(const PointerEvent& handler, const QMouseEvent& event, bool aims) const {
   if (!handler) return;
+  const QPointF pixel = event.position();
   // Whole units: a grip that follows the pointer then stays under it.
-  const double x = std::round(event.position().x() * ResponseCurve::Width / width());
-  const double y = std::round(event.position().y() * ResponseCurve::Height / height());
-  RunHandler([&] { handler(ButtonNumber(event), ShiftState(event.modifiers()), x, y); });
+  QPointF units(std::round(pixel.x() * ResponseCurve::Width / width()),
+                std::round(pixel.y() * ResponseCurve::Height / height()));
+  if (aims) units = Aimed(pixel, units);
+  RunHandler(
+      [&] { handler(ButtonNumber(event), ShiftState(event.modifiers()), units.x(), units.y()); });
 }
 
 void CurveWidget::mousePressEvent(QMouseEvent* event) {
-  Tell(MouseDown, *event);
+  Tell(MouseDown, *event, true);
 }
 
 void CurveWidget::mouseMoveEvent(QMouseEvent* event) {
-  Tell(MouseMove, *event);
+  Tell(MouseMove, *event, event->buttons() == Qt::NoButton);
 }
 
 void CurveWidget::mouseReleaseEvent(QMouseEvent* event) {
-  Tell(MouseUp, *event);
+  Tell(MouseUp, *event, false);
 }
 
 void CurveWidget::leaveEvent(QEvent*) {
@@ -154,11 +179,7 @@ void CurveWidget::PaintGrips(QPainter& painter) const {
   for (const Int16 i : {ResponseCurve::GripA, ResponseCurve::GripC, ResponseCurve::GripB}) {
     const auto& grip = curve_.shpGrip(i);
     if (!grip.Visible) continue;
-    const QPointF reach = ToPixels(2 * ResponseCurve::GripCentre, 2 * ResponseCurve::GripCentre);
-    const double side = std::max(std::min(reach.x(), reach.y()), LeastGripPixels);
-    QRectF square(0, 0, side, side);
-    square.moveCenter(
-        ToPixels(grip.Left + ResponseCurve::GripCentre, grip.Top + ResponseCurve::GripCentre));
+    const QRectF square = GripSquare(grip);
     const bool selected = i == selectedGrip_;
     painter.setPen(QPen(palette().color(QPalette::Text), selected ? 2 : 1.5));
     painter.setBrush(palette().color(selected ? QPalette::Highlight : QPalette::Base));

@@ -36,7 +36,9 @@ class CurveWidget : public QWidget {
 
  private:
   QPointF ToPixels(double x, double y) const;
-  void Tell(const PointerEvent& handler, const QMouseEvent& event) const;
+  QRectF GripSquare(const ResponseCurve::Grip& grip) const;
+  QPointF Aimed(QPointF pixel, QPointF units) const;
+  void Tell(const PointerEvent& handler, const QMouseEvent& event, bool aims) const;
   void PaintGrid(QPainter& painter) const;
   void PaintLines(QPainter& painter) const;
   void PaintGrips(QPainter& painter) const;

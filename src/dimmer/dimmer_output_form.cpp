@@ -35,7 +35,7 @@ std::string TargetText(int target) {
   return "Target: " + NumberText(target) + "/255 (" + NumberText(footCandles) + " fc)";
 }
 
-/// The screen must not jump when an output or a slot has less to set.
+/// The screen must not jump when a slot has less to set.
 template <typename Widget>
 Widget* KeepsRoom(Widget* widget) {
   QSizePolicy policy = widget->sizePolicy();
@@ -51,7 +51,7 @@ frmT3DimmerOutput::frmT3DimmerOutput()
 
 void frmT3DimmerOutput::Form_Load() {
   BuildSelectors(AddRow());
-  frmConfig = KeepsRoom(new QWidget);
+  frmConfig = new QWidget;
   frmConfig->setObjectName(QStringLiteral("frmConfig"));
   AddWidget(frmConfig);
   auto* config = new QVBoxLayout(frmConfig);
@@ -70,7 +70,12 @@ void frmT3DimmerOutput::Form_Load() {
   tracking->addWidget(scale, 1);
   tracking->addStretch(0);
 
-  auto* copies = AddRow();
+  // At the foot, where they stay when the device is not enabled.
+  auto* foot = new QWidget;
+  layout()->addWidget(foot);
+  auto* copies = new QHBoxLayout(foot);
+  copies->setContentsMargins(0, 0, 0, 0);
+  copies->setAlignment(Qt::AlignLeft);
   cmdCopyConfig = Add<Button>(copies, "cmdCopyConfig",
                               QStringLiteral("Copy Configuration To Selected Dimmer Outputs"));
   cmdCopyConfig->Click = [this] { cmdCopyConfig_Click(); };

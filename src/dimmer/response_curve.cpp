@@ -13,7 +13,6 @@ namespace {
 constexpr double UnitsPerCount = 15;
 constexpr double UnitsPerPercent = 28.8;
 constexpr double KeyStep = UnitsPerCount;
-constexpr double GripReach = 90;  ///< The side of the square that takes the pointer.
 
 Int16 InputOf(const ResponseCurve::Grip& grip) {
   return ToInt16(static_cast<Int32>(std::lround(grip.Left / UnitsPerCount)));

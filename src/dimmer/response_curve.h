@@ -15,6 +15,7 @@ class ResponseCurve {
   static constexpr int GripSize = 120;
   static constexpr int MaxLeft = Width - GripSize;
   static constexpr int MaxTop = Height - GripSize;
+  static constexpr double GripReach = 90;   ///< The side of the square that takes the pointer.
   static constexpr double GripCentre = 45;  ///< Where the lines meet, from Left and Top.
 
   /// The grips' numbers. They are not in the order of the letters.
