@@ -99,16 +99,19 @@ void frmT3DimmerOutput::BuildSelectors(QBoxLayout* row) {
     const QString title = QStringLiteral("Out %1").arg(out + 1);
     for (auto [labels, name] :
          {std::pair(&lblHdrLev, "lblHdrLev"), std::pair(&lblShowLevels, "lblShowLevels")}) {
-      auto* label = KeepsRoom(AddLabel(column, name, title));
+      auto* label = KeepsRoom(AddLabel(column, name, {}));
       label->setFixedHeight(label->fontMetrics().height() + 1);
       labels->Add(label, QString::fromLatin1(name));
     }
     lblHdrLev(out).SetLook(Label::Look::Quiet);
+    lblHdrLev(out).SetCaption(title);
     lblShowLevels(out).SetWidthInChars(5);
     lblShowLevels(out).setAccessibleName(title);
   }
   cmdUpdate = Add<Button>(row, "cmdUpdate", QStringLiteral("Update"));
+  cmdUpdate->Click = [this] { cmdUpdate_Click(); };
   tmrStatus = new Timer(this, "tmrStatus", 500);
+  tmrStatus->Tick = [this] { tmrStatus_Timer(); };
 }
 
 ComboBox* frmT3DimmerOutput::AddList(QBoxLayout* row, const char* name, const char* title,

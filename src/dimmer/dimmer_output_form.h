@@ -22,6 +22,9 @@ class frmT3DimmerOutput : public ChildForm {
   /// the rest is shown.
   void ShowControl();
 
+  /// Reads the live levels of the device's outputs from the panel.
+  void DimStsUpdate();
+
   void cboDDev_Click();
   void cboDOut_Click();
   void chkEnabled_Click();
@@ -44,6 +47,8 @@ class frmT3DimmerOutput : public ChildForm {
   void cboCOFade_Click();
   void cboCORevert_Click();
   void lblSummary_Click(int index);
+  void cmdUpdate_Click();
+  void tmrStatus_Timer();
   void cmdCopyConfig_Click();
   void cmdCopyControl_Click();
 

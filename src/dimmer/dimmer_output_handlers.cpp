@@ -3,6 +3,8 @@
 #include "dimmer/dimmer_lists.h"
 #include "dimmer/dimmer_model.h"
 #include "dimmer/dimmer_output_form.h"
+#include "link/panel_queue.h"
+#include "link/panel_transact.h"
 #include "panel/panel_record.h"
 #include "panel/program_state.h"
 
@@ -27,6 +29,7 @@ void frmT3DimmerOutput::Form_Activate() {
 
 void frmT3DimmerOutput::Form_Unload() {
   tmrStatus->SetEnabled(false);
+  ForgetRequests();
   if (copyDialog) copyDialog->reject();
 }
 
@@ -100,7 +103,7 @@ void frmT3DimmerOutput::ShowSummaries() {
 
 void frmT3DimmerOutput::ShowLiveLevels() {
   const bool live = chkEnabled->Value() != 0 && Connected != 0;
-  const bool automatic = live && PanelRecord.TimerTimeType(ItemCount) == ConnectionTCP;
+  const bool automatic = live && ConnectionType() == ConnectionTCP;
   for (int out = 0; out < DimmerOutputCount; ++out) {
     lblHdrLev(out).setVisible(live);
     lblShowLevels(out).setVisible(live);
@@ -109,8 +112,31 @@ void frmT3DimmerOutput::ShowLiveLevels() {
   tmrStatus->SetEnabled(automatic);
 }
 
+void frmT3DimmerOutput::DimStsUpdate() {
+  if (chkEnabled->Value() == 0 || Connected == 0) return;
+  if (PanelTransact("49", 100, 4) == 0) {
+    PanelConnectionLost();
+    return;
+  }
+  for (int out = 0; out < DimmerOutputCount; ++out) {
+    const int level = ReplyByte((Dev * DimmerOutputCount + out) * 2 + 2);
+    lblShowLevels(out).SetCaption(QStringLiteral("%1%").arg(ShownPercent(level)));
+  }
+}
+
+void frmT3DimmerOutput::cmdUpdate_Click() {
+  AskPanel([this] { DimStsUpdate(); });
+}
+
+/// A tick may come in the middle of a TCP wait, and passes over then.
+void frmT3DimmerOutput::tmrStatus_Timer() {
+  if (!PanelBusy()) AskPanel([this] { DimStsUpdate(); });
+}
+
 void frmT3DimmerOutput::cboDDev_Click() {
   Dev = Index(*cboDDev);
+  // The levels on show are another device's.
+  for (int out = 0; out < DimmerOutputCount; ++out) lblShowLevels(out).SetCaption({});
   ShowControl();
 }
 

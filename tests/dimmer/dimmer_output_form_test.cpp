@@ -181,7 +181,7 @@ TEST_F(DimmerOutputTest, TheCurveFollowsThePointerAndTheKeys) {
   EXPECT_EQ(DimGetAIn(0, 0), dragged + 1);
   EXPECT_TRUE(Shows("lblPercent"));
   EXPECT_EQ(Find<Label>("lblPercent").Caption(), QStringLiteral("%1/255").arg(dragged + 1));
-  QTest::mouseClick(&graph, Qt::LeftButton, {}, {graph.width() - 1, graph.height() - 1});
+  QTest::mouseClick(&graph, Qt::LeftButton, {}, {graph.width() - 1, graph.height() - 6});
   EXPECT_EQ(scale.SelectedGrip, 2) << "C is hit on the edge of its square";
   EXPECT_EQ(DimGetCIn(0, 0), 255);
   QTest::keyClick(&graph, Qt::Key_A);

@@ -1,0 +1,91 @@
+#include <QMouseEvent>
+#include <QTemporaryDir>
+
+#include "dimmer/dimmer_output_form.h"
+#include "panel/program_state.h"
+#include "ratio.h"
+#include "shell/application.h"
+#include "shell/main_window.h"
+
+// What a user waits for on the dimmer outputs' screen, painting included.
+
+namespace {
+
+void FillDimmers() {
+  for (Int16 dev = 0; dev < DimmerDeviceCount; ++dev) {
+    DimSetEnabled(dev, 1);
+    for (Int16 out = 0; out < DimmerOutputCount; ++out) {
+      DimSetTrackMode(dev, out, static_cast<Int16>(out % 2 == 0 ? 1 : 3));
+      DimSetPowerOn(dev, out, static_cast<Int16>(out * 20));
+      DimSetMin(dev, out, static_cast<Int16>(dev));
+      DimSetDMX(dev, out, static_cast<Int16>(dev * 40 + out));
+      for (Int16 slot = 0; slot < ControlSlotCount; ++slot) {
+        DimSetCtlType(dev, out, slot, static_cast<Int16>((slot + out + 1) % 5));
+        DimSetCtlDevice(dev, out, slot, static_cast<Int16>(slot % 2 * 7));
+        DimSetCtlAction(dev, out, slot, static_cast<Int16>((slot + dev) * 4));
+        DimSetCtlRevert(dev, out, slot, static_cast<Int16>(slot + out));
+      }
+    }
+  }
+}
+
+/// The longest of many choices, until the screen has been laid out and painted.
+double LongestChoice(QWidget& window, const std::function<void(int)>& choose) {
+  double longest = 0;
+  for (int i = 1; i <= 200; ++i) {
+    const double spent = BestMicroseconds(
+        [&] {
+          choose(i);
+          QApplication::processEvents();
+          window.repaint();
+        },
+        1);
+    if (i > 8) longest = std::max(longest, spent);
+  }
+  return longest / 1000;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QTemporaryDir home;
+  qputenv("HOME", home.path().toLocal8Bit());
+  Application application(argc, argv);
+  MsgBoxSeam = [](const Message&) { return MsgAnswer::No; };
+  frmT3MasterMDI window;
+  window.MDIForm_Load();
+  window.show();
+  FillDimmers();
+  window.UnloadAllForms();
+  window.ShowForm("frmT3DimmerOutput");
+  QApplication::processEvents();
+  const auto list = [&window](const char* name) {
+    return window.findChild<ComboBox*>(QString::fromLatin1(name));
+  };
+  ComboBox* output = list("cboDOut");
+  ComboBox* slot = list("cboCONum");
+  auto* graph = window.findChild<QWidget*>(QStringLiteral("picScale"));
+
+  RatioReport report;
+  constexpr double limitMilliseconds = 10;
+  const double outputs = LongestChoice(window, [output](int i) { output->SetListIndex(i % 4); });
+  report.Line("another output", outputs, "10 milliseconds", limitMilliseconds, 1, "ms");
+  const double slots = LongestChoice(window, [slot](int i) { slot->SetListIndex(i % 16); });
+  report.Line("another slot", slots, "10 milliseconds", limitMilliseconds, 1, "ms");
+
+  const auto mouse = [graph](QEvent::Type type, double x, Qt::MouseButtons buttons) {
+    const QPointF at(x, 40);
+    QMouseEvent event(type, at, graph->mapToGlobal(at), Qt::LeftButton, buttons, {});
+    QApplication::sendEvent(graph, &event);
+  };
+  output->SetListIndex(0);
+  auto* scale = window.findChild<frmScale*>();
+  scale->picScale_MouseDown(1, 0, 0, 0);
+  constexpr double movesEachSecond = 120;
+  const double moves = LongestChoice(
+      window, [&](int i) { mouse(QEvent::MouseMove, i % graph->width(), Qt::LeftButton); });
+  report.Line("a move of the curve", moves, "a 120th of a second", 1000 / movesEachSecond, 1, "ms");
+  if (DataChanged == 0) return 1;
+  return report.ExitCode();
+}
