@@ -127,12 +127,14 @@ void frmT3Connect::OpenSocket() {
   WinSockQZ().SetRemoteHost(host);
   WinSockQZ().SetRemotePort(PanelTcpPort);
   WinSockQZ().Connect();
+  const auto underWay = [] {
+    const int state = WinSockQZ().State();
+    return state == SocketControl::Resolving || state == SocketControl::Connecting;
+  };
   qint64 left = openTimeoutMs;
-  do {
+  for (; left > 0 && underWay(); left = openTimeoutMs - stopwatch.ElapsedMs()) {
     WinSockQZ().Wait(1, left);
-    left = openTimeoutMs - stopwatch.ElapsedMs();
-  } while (left > 0 && (WinSockQZ().State() == SocketControl::Resolving ||
-                        WinSockQZ().State() == SocketControl::Connecting));
+  }
   if (left <= 0 || WinSockQZ().State() != SocketControl::Up) {
     throw TransportFailure(
         host.isEmpty()

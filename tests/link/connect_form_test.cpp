@@ -1,26 +1,279 @@
 #include "link/panel_host.h"
+#include "link/scripted_transport.h"
 #include "panel/panel_record.h"
+#include "simulator/frame.h"
 
-using simulator::Panel;
-using simulator::PanelThread;
+using simulator::FrameReply;
 
-class ConnectTest : public PanelHostTest {};
+namespace {
 
-TEST_F(ConnectTest, ConnectsDownloadsUploadsAndDisconnectsOverTcp) {
-  const QString address = OwnAddress();
-  PanelThread panel(TcpPanel(address));
-  ConnectTo(address);
-  EXPECT_EQ(Connected, -1);
-  EXPECT_EQ(LinkStatus(), "Connected");
-  Download();
-  EXPECT_EQ(LastMessage(), "Download Complete");
-  const std::string content = panel.With([](Panel& p) { return p.Memory.Content(); });
-  for (int i = 0; i < PanelImageSize; ++i) {
-    ASSERT_EQ(static_cast<unsigned char>(content[static_cast<std::size_t>(i)]), PanelImage(i) & 255)
-        << i;
+using Steps = std::vector<std::string>;
+
+/// The connection screen over scripted lines.
+class ConnectTest : public PanelHostTest {
+ protected:
+  ~ConnectTest() override { Connected = 0; }
+
+  /// What happened on the line apart from reads and waits.
+  static Steps Told(const ScriptedLine& line) {
+    Steps steps;
+    for (const std::string& step : line.Steps) {
+      if (step != "read" && !step.starts_with("wait")) steps.push_back(step);
+    }
+    return steps;
   }
-  Press("cmdUpLoadFromT2");
-  EXPECT_EQ(LastMessage(), "Upload Complete");
+
+  ScriptedTransports lines;
+};
+
+const std::string Firmware = FrameReply("TAMBERLOOM 3 V2.10  DEMO PANEL          ");
+// 13:05:09, 24 November 26, Tuesday, 16 points, add-on card 2 of revision 7.
+const std::string Status = FrameReply(
+    "0D05090B181A"
+    "2"
+    "0"
+    "10"
+    "0"
+    "27"
+    "00000000000");
+
+}  // namespace
+
+TEST_F(ConnectTest, SettingsAreShownAndStored) {
+  PhoneNumber() = "555";
+  OpenConnect(1);
+  EXPECT_TRUE(Find<OptionButton>("optComPort(6)").Value());
+  EXPECT_EQ(Find<TextBox>("txtPhoneNumber").Text(), "555");
+  EXPECT_TRUE(Shown(Find<TextBox>("txtPhoneNumber")));
+  EXPECT_EQ(DataChanged, -1) << "filling the boxes counts as a change";
+
+  DataChanged = 0;
+  auto& tcp = Find<CheckBox>("chkConnectionType(2)");
+  for (int i = 0; i < 2; ++i) {
+    Click(tcp);
+    EXPECT_TRUE(tcp.isChecked());
+    EXPECT_FALSE(Find<CheckBox>("chkConnectionType(1)").isChecked());
+    EXPECT_EQ(ConnectionType(), 2);
+  }
+  EXPECT_EQ(DataChanged, 0);
+  EXPECT_FALSE(Shown(Find<TextBox>("txtPhoneNumber")));
+  EXPECT_FALSE(Shown(Find<OptionButton>("optComPort(0)")));
+  QTest::keyClicks(&Find<TextBox>("txtTCPIP"), "1a0-.0");
+  EXPECT_TRUE(QString::fromStdString(TcpAddress()).endsWith("10.0"));
+  EXPECT_EQ(DataChanged, -1);
+
+  Click(Find<CheckBox>("chkConnectionType(1)"));
+  QTest::keyClicks(&Find<TextBox>("txtPhoneNumber"), "1-2, 3x.");
+  EXPECT_EQ(PhoneNumber(), "5551-2, 3");
+  Find<OptionButton>("optComPort(2)").click();
+  EXPECT_EQ(PanelRecord.ComPort, 3);
+
+  for (const Int16 nonsense : {Int16{0}, Int16{99}}) {
+    OpenConnect(nonsense);
+    PanelRecord.ComPort = nonsense;
+    Menu("mnuConnect");
+    for (int i = 0; i < 16; ++i) {
+      EXPECT_FALSE(Find<OptionButton>(QStringLiteral("optComPort(%1)").arg(i)).Value());
+    }
+    EXPECT_EQ(PanelRecord.ComPort, nonsense);
+  }
+  EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(ConnectTest, ASerialSessionOpensPollsAndClosesAsTold) {
+  OpenConnect(0);
+  lines.Serial.Steps.clear();
+  lines.Serial.Replies = {{Firmware}};
   Press("cmdConnect");
+  EXPECT_EQ(Told(lines.Serial), (Steps{"port 7", "settings 115200,n,8,1", "open", "RTS on",
+                                       "DTR on", "send [0005D7]"}));
+  EXPECT_TRUE(messages.empty());
+  EXPECT_TRUE(Find<Button>("cmdRefresh").isHidden());
+  EXPECT_FALSE(Find<OptionButton>("optComPort(6)").isEnabled());
+  EXPECT_TRUE(Find<OptionButton>("optComPort(6)").Value());
+  EXPECT_EQ(Text("lblT2FirmwareRevision(11)"), "3");
+  EXPECT_EQ(Text("lblT2FirmwareRevision(39)"), " ");
+  ExpectUsable();
+
+  // The first tick also compares the hardware; the answer No is kept for the session.
+  auto& timer = Find<Timer>("Timer1");
+  ASSERT_TRUE(timer.Enabled());
+  const std::string counts = FrameReply("040000000000000000000000");
+  lines.Serial.Replies = {{Status}, {counts}, {Status}};
+  answers = {MsgAnswer::No};
+  timer.Tick();
+  timer.Tick();
+  EXPECT_EQ(Text("lblPanelTime"), "01:05:09 PM");
+  EXPECT_EQ(Text("lblPanelDate"), "Tue 11/24/26");
+  EXPECT_EQ(Text("lblIOInstalled"), "16 Inputs/Relays");
+  EXPECT_EQ(Text("lblAddOnCardTypeRev"), "MODBUS  Rev 7");
+  ASSERT_EQ(messages.size(), 1U);
+  EXPECT_EQ(messages[0].Text,
+            "Host I/O Configuration Does Not Match Panel Hardware.\n"
+            "Change Host Configuration To Match Panel?");
+  EXPECT_NE(PanelRecord.IOCount(0), 4);
+
+  lines.Serial.Steps.clear();
+  Press("cmdConnect");
+  EXPECT_EQ(Told(lines.Serial), (Steps{"RTS off", "close"}));
   EXPECT_EQ(Connected, 0);
+  EXPECT_FALSE(timer.Enabled());
+  EXPECT_EQ(LinkStatus(), "Disconnected");
+  ExpectUsable();
+}
+
+TEST_F(ConnectTest, ThePanelsHardwareIsAdoptedOnYes) {
+  PanelRecord.AddOnModuleType = 1;
+  OpenConnect(2);
+  lines.Socket.Replies = {{Firmware}, {Status}, {FrameReply("040000000000000000000001")}};
+  DataChanged = 0;
+  Press("cmdConnect");
+  EXPECT_EQ(PanelRecord.IOCount(0), 4);
+  EXPECT_EQ(PanelRecord.IOCount(11), 1);
+  EXPECT_EQ(PanelRecord.AddOnModuleType, 2);
+  EXPECT_EQ(DataChanged, -1);
+  EXPECT_FALSE(Find<Button>("cmdRefresh").isHidden());
+  EXPECT_FALSE(Find<Timer>("Timer1").Enabled());
+
+  // Midnight, no weekday: the last one stays; a card beyond the table.
+  lines.Socket.Replies = {
+      {FrameReply("0005090101009"
+                  "0"
+                  "00"
+                  "0"
+                  "92"
+                  "00000000000")}};
+  Press("cmdRefresh");
+  EXPECT_EQ(Text("lblPanelTime"), "12:05:09 AM");
+  EXPECT_EQ(Text("lblPanelDate"), "Tue 01/01/00");
+  EXPECT_EQ(Text("lblAddOnCardTypeRev"), "Unknown Type");
+  EXPECT_EQ(messages.size(), 1U);
+}
+
+TEST_F(ConnectTest, TheClockIsSetFromThePc) {
+  OpenConnect(2);
+  lines.Socket.Replies = {{Firmware}, {Status}, {FrameReply("000000000000000000000000")}};
+  Press("cmdConnect");
+  lines.Socket.Steps.clear();
+  const auto realNow = std::exchange(NowSeam, [] {
+    return QDateTime(QDate(2026, 11, 22), QTime(23, 7, 45));  // a Sunday
+  });
+  lines.Socket.Replies = {{"[00]"}};
+  Press("cmdSetQZClock");
+  NowSeam = realNow;
+  EXPECT_EQ(Told(lines.Socket)[0], "send " + simulator::FrameCommand("0017070B161A0"));
+}
+
+TEST_F(ConnectTest, AModemCallTakesItsFixedTimes) {
+  PhoneNumber() = "555123";
+  OpenConnect(1);
+  Press("cmdConnect");
+  ASSERT_EQ(messages.size(), 1U);
+  EXPECT_EQ(messages[0].Text, "A Valid Phone Number Must Entered");
+  EXPECT_EQ(messages[0].Icon, MsgIcon::Information);
+  EXPECT_EQ(Connected, 0);
+
+  QTest::keyClicks(&Find<TextBox>("txtPhoneNumber"), "4");
+  messages.clear();
+  lines.Serial.Steps.clear();
+  lines.Serial.Replies = {
+      {"ATZ\r\r\nOK\r\n"}, {"ATDT 5551234\r\r\nCONNECT 9600/ARQ\r\n"}, {Firmware}};
+  qint64 start = lines.Clock.NowMs;
+  Press("cmdConnect");
+  ASSERT_EQ(messages.size(), 1U);
+  EXPECT_EQ(messages[0].Text, "Modem Connected");
+  EXPECT_EQ(lines.Clock.NowMs - start, 1000 + 5000 + 10 + 3000 + 10);
+  EXPECT_EQ(Told(lines.Serial),
+            (Steps{"port 7", "settings 9600,n,8,1", "open", "RTS on", "DTR off", "DTR on",
+                   "send ATZ\r", "send ATDT 5551234\r", "send [0005D7]"}));
+  EXPECT_TRUE(Find<Label>("lblModem").isHidden());
+
+  // The hang-up runs even when the type has changed since.
+  ConnectionType() = 0;
+  lines.Serial.Steps.clear();
+  start = lines.Clock.NowMs;
+  Press("cmdConnect");
+  EXPECT_EQ(lines.Clock.NowMs - start, 3000 + 3000 + 1000);
+  EXPECT_EQ(Told(lines.Serial),
+            (Steps{"send [%%%%%", "send ATZ", "DTR off", "DTR on", "RTS off", "close"}));
+  start = lines.Clock.NowMs;
+  Link.DisconnectQZ();
+  EXPECT_EQ(lines.Clock.NowMs, start) << "a closed link has nothing to hang up";
+}
+
+TEST_F(ConnectTest, AFailedConnectionSaysWhatToDo) {
+  struct Case {
+    Int16 Type;
+    const char* Refusal;
+    bool Answers;
+    const char* Advice;
+  };
+  PhoneNumber() = "5551234";
+  TcpAddress() = "10.0.0.9";
+  for (const Case& c :
+       {Case{0, "COM7 is not there", true, "COM7 is not there"},
+        Case{0, "", false, "No panel answers at COM7"}, Case{1, "", false, "reached nobody"},
+        Case{2, "refused", true, "Nobody answers at 10.0.0.9, port 10001"},
+        Case{2, "", false, "does not answer like a panel"}}) {
+    lines.Serial.Refusal = lines.Socket.Refusal = {};
+    OpenConnect(c.Type);
+    lines.Serial.Refusal = lines.Socket.Refusal = c.Refusal;
+    messages.clear();
+    Press("cmdConnect");
+    ASSERT_EQ(messages.size(), 1U);
+    EXPECT_EQ(messages[0].Text, "Connection Failed.");
+    EXPECT_EQ(messages[0].Icon, MsgIcon::Exclamation);
+    EXPECT_EQ(Connected, 0);
+    EXPECT_TRUE(Find<QLabel>("lblTrouble").text().contains(QLatin1String(c.Advice)))
+        << qPrintable(Find<QLabel>("lblTrouble").text());
+    EXPECT_TRUE(Find<Label>("lblModem").isHidden());
+    EXPECT_EQ(LinkStatus(), "Disconnected");
+    ExpectUsable();
+  }
+}
+
+TEST_F(ConnectTest, ALostLinkBringsTheScreenBackFromWhereverTheUserIs) {
+  OpenConnect(0);
+  lines.Serial.Replies = {{Firmware}};
+  Press("cmdConnect");
+  Menu("mnuSetup");
+  EXPECT_FALSE(Find<Timer>("Timer1").Enabled());
+  EXPECT_EQ(Connected, -1) << "another screen does not end the session";
+  Menu("mnuConnect");
+  Find<Timer>("Timer1").Tick();
+  ASSERT_EQ(messages.size(), 1U);
+  EXPECT_EQ(messages[0].Text, "Connection To Tamberloom 3 Panel Lost");
+  EXPECT_EQ(Connected, 0);
+  EXPECT_TRUE(Shown(Find<Button>("cmdConnect")));
+  ExpectUsable();
+}
+
+TEST_F(ConnectTest, PassWordBoxesHoldOneDigitEach) {
+  OpenConnect(0);
+  lines.Serial.Replies = {{Firmware}};
+  Press("cmdConnect");
+  Press("cmdDownLoadToT2");
+  EXPECT_FALSE(Find<Timer>("Timer1").Enabled());
+  EXPECT_FALSE(Find<Button>("cmdConnect").isEnabled());
+  EXPECT_TRUE(Find<TextBox>("txtPassWord(0)").hasFocus());
+  const auto type = [](const char* keys) {
+    for (; *keys; ++keys) QTest::keyClick(QApplication::focusWidget(), *keys);
+  };
+  type("7x");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backspace);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Delete);
+  type("81234");
+  EXPECT_EQ(Find<TextBox>("txtPassWord(0)").Text(), "7");
+  EXPECT_EQ(Find<TextBox>("txtPassWord(1)").Text(), "8");
+  EXPECT_TRUE(Find<TextBox>("txtPassWord(0)").hasFocus()) << "the sixth digit wraps round";
+  Press("cmdPassWordCancel");
+  EXPECT_TRUE(Find<Timer>("Timer1").Enabled());
+  ExpectUsable();
+
+  // Leaving the password for a new project must leave nothing locked.
+  Press("cmdDownLoadToT2");
+  Menu("mnuNew");
+  Menu("mnuConnect");
+  ExpectUsable();
+  EXPECT_EQ(Find<TextBox>("txtPassWord(1)").Text(), "0");
 }

@@ -4,8 +4,65 @@
 
 #include "link/panel_image.h"
 #include "link/panel_transact.h"
+#include "link/transport.h"
 #include "screen_test.h"
+#include "shell/stopwatch.h"
 #include "simulator/panel_thread.h"
+
+/// A clock that runs faster than the real one, with the real transports waiting accordingly less.
+class FastClock {
+ public:
+  explicit FastClock(int factor)
+      : factor_(factor), realClock_(MonotonicMsSeam), realPause_(PauseSeam) {
+    MonotonicMsSeam = [this] { return realClock_() * factor_; };
+    PauseSeam = [this](qint64 ms) { realPause_(ms / factor_); };
+    ReplaceTransports(std::make_unique<Serial>(factor), std::make_unique<Socket>(factor));
+  }
+  ~FastClock() {
+    MonotonicMsSeam = realClock_;
+    PauseSeam = realPause_;
+    ReplaceTransports(nullptr, nullptr);
+  }
+  FastClock(const FastClock&) = delete;
+  FastClock& operator=(const FastClock&) = delete;
+
+ private:
+  struct Serial : SerialControl {
+    explicit Serial(int factor) : Factor(factor), Real(NewSerialControl()) {}
+    void SetCommPort(int port) override { Real->SetCommPort(port); }
+    void SetSettings(const std::string& settings) override { Real->SetSettings(settings); }
+    void SetPortOpen(bool open) override { Real->SetPortOpen(open); }
+    bool PortOpen() const override { return Real->PortOpen(); }
+    void SetRTSEnable(bool on) override { Real->SetRTSEnable(on); }
+    void SetDTREnable(bool on) override { Real->SetDTREnable(on); }
+    void Output(const std::string& text) override { Real->Output(text); }
+    std::string Input() override { return Real->Input(); }
+    int InBufferCount() override { return Real->InBufferCount(); }
+    void Wait(int count, qint64 ms) override { Real->Wait(count, ms / Factor + 1); }
+    int Factor;
+    std::unique_ptr<SerialControl> Real;
+  };
+
+  struct Socket : SocketControl {
+    explicit Socket(int factor) : Factor(factor), Real(NewSocketControl()) {}
+    void SetLocalPort(quint16 port) override { Real->SetLocalPort(port); }
+    void SetRemoteHost(const QString& host) override { Real->SetRemoteHost(host); }
+    void SetRemotePort(quint16 port) override { Real->SetRemotePort(port); }
+    void Connect() override { Real->Connect(); }
+    int State() const override { return Real->State(); }
+    void Close() override { Real->Close(); }
+    void SendData(const std::string& text) override { Real->SendData(text); }
+    std::string GetData() override { return Real->GetData(); }
+    int BytesReceived() override { return Real->BytesReceived(); }
+    void Wait(int count, qint64 ms) override { Real->Wait(count, ms / Factor + 1); }
+    int Factor;
+    std::unique_ptr<SocketControl> Real;
+  };
+
+  int factor_;
+  std::function<qint64()> realClock_;
+  std::function<void(qint64)> realPause_;
+};
 
 /// The main window with the connection screen, and simulated panels for it to reach.
 class PanelHostTest : public ScreenTest {
@@ -31,8 +88,17 @@ class PanelHostTest : public ScreenTest {
     return options;
   }
 
+  /// A panel on a pseudo-terminal that is COM7.
+  simulator::Options PtyPanel(std::optional<simulator::Modem::Options> modem = {}) const {
+    simulator::PtyServer::Options pty;
+    pty.Link = DataPath(QStringLiteral("Ports/COM7"));
+    pty.WithModem = modem;
+    return simulator::PanelThread::PtyOptions(pty);
+  }
+
   void OpenConnect(Int16 type) {
     ConnectionType() = type;
+    PanelRecord.ComPort = 7;
     Menu("mnuConnect");
   }
 
@@ -41,6 +107,8 @@ class PanelHostTest : public ScreenTest {
     TcpAddress() = address.toStdString();
     OpenConnect(2);
     Press("cmdConnect");
+    ASSERT_EQ(Connected, -1);
+    messages.clear();
   }
 
   void Press(const char* button) { Click(Find<Button>(QString::fromLatin1(button))); }
@@ -60,6 +128,20 @@ class PanelHostTest : public ScreenTest {
 
   QString LastMessage() const { return messages.empty() ? QString() : messages.back().Text; }
   QString LinkStatus() { return Find<Label>("StatusBar1(2)").Caption(); }
-  bool MenusOn() { return Find<QAction>("mnuEdit").isEnabled(); }
   QString Text(const char* label) { return Find<Label>(QString::fromLatin1(label)).Caption(); }
+
+  /// That nothing is left locked by a transfer: menus, buttons, progress.
+  void ExpectUsable() {
+    EXPECT_TRUE(Find<QAction>("mnuEdit").isEnabled());
+    EXPECT_TRUE(Find<Button>("cmdConnect").isEnabled());
+    EXPECT_TRUE(Find<Button>("cmdSetQZClock").isEnabled());
+    EXPECT_FALSE(Find<Button>("cmdDownLoadToT2").isHidden());
+    EXPECT_FALSE(Find<Button>("cmdUpLoadFromT2").isHidden());
+    EXPECT_TRUE(Find<Button>("cmdCancelUpDownLoad").isHidden());
+    EXPECT_TRUE(Find<QGroupBox>("fraPassWord").isHidden());
+    EXPECT_TRUE(Find<Label>("lblActivityProgress").isHidden());
+    EXPECT_EQ(Find<Button>("cmdConnect").Caption(),
+              Connected != 0 ? "Disconnect From Tamberloom 3" : "Connect To Tamberloom 3");
+    EXPECT_EQ(Find<QGroupBox>("fraOnLineFunctions").isHidden(), Connected == 0);
+  }
 };
