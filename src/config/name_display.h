@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QGroupBox>
 #include <string>
 
 #include "shell/controls.h"
