@@ -45,9 +45,11 @@ DimmerCopyDialog::DimmerCopyDialog(const DimmerCopyKind& kind, Int16 dev, Int16 
   buttons->addStretch(1);
   auto* copy =
       AddButton(kind.CopyButton, QStringLiteral("Copy Settings"), [this] { Copy_Click(); });
-  copy->setDefault(true);
   buttons->addWidget(copy);
   buttons->addWidget(AddButton("cmdCancel", QStringLiteral("Cancel"), [this] { reject(); }));
+  // Enter presses the button that has the focus, elsewhere the one that copies.
+  for (Button* button : findChildren<Button*>()) button->setAutoDefault(true);
+  copy->setDefault(true);
 }
 
 Button* DimmerCopyDialog::AddButton(const char* name, const QString& caption,

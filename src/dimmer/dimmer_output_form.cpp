@@ -105,7 +105,7 @@ void frmT3DimmerOutput::BuildSelectors(QBoxLayout* row) {
     }
     lblHdrLev(out).SetLook(Label::Look::Quiet);
     lblHdrLev(out).SetCaption(title);
-    lblShowLevels(out).SetWidthInChars(5);
+    lblShowLevels(out).SetWidthInChars(7);
     lblShowLevels(out).setAccessibleName(title);
   }
   cmdUpdate = Add<Button>(row, "cmdUpdate", QStringLiteral("Update"));

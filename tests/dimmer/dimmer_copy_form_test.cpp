@@ -41,7 +41,7 @@ class DimmerCopyTest : public ScreenTest {
 
 TEST_F(DimmerCopyTest, TheConfigurationGoesToTheOutputsTickedAndEnablesThem) {
   Copy("cmdCopyConfig", [this] {
-    Click(Find<Button>("cmdAllDev(1)"));
+    QTest::keyClick(&Find<Button>("cmdAllDev(1)"), Qt::Key_Return);
     Click(Find<CheckBox>("chkDst(8)"));
     EXPECT_EQ(Find<CheckBox>("chkDst(47)").text(), "D:12.4");
     Click(Find<Button>("cmsCopy"));
