@@ -92,10 +92,13 @@ void frmT3DimmerOutput::BuildSelectors(QBoxLayout* row) {
   chkEnabled = Add<CheckBox>(row, "chkEnabled", QStringLiteral("Device Enabled"));
   OnChange(chkEnabled, &frmT3DimmerOutput::chkEnabled_Click);
   row->addStretch(1);
+  auto* levels = new QHBoxLayout;
+  levels->setSpacing(0);
+  row->addLayout(levels);
   for (int out = 0; out < DimmerOutputCount; ++out) {
     auto* column = new QVBoxLayout;
     column->setSpacing(0);
-    row->addLayout(column);
+    levels->addLayout(column);
     const QString title = QStringLiteral("Out %1").arg(out + 1);
     for (auto [labels, name] :
          {std::pair(&lblHdrLev, "lblHdrLev"), std::pair(&lblShowLevels, "lblShowLevels")}) {
@@ -105,7 +108,7 @@ void frmT3DimmerOutput::BuildSelectors(QBoxLayout* row) {
     }
     lblHdrLev(out).SetLook(Label::Look::Quiet);
     lblHdrLev(out).SetCaption(title);
-    lblShowLevels(out).SetWidthInChars(7);
+    lblShowLevels(out).SetWidthInChars(6);
     lblShowLevels(out).setAccessibleName(title);
   }
   cmdUpdate = Add<Button>(row, "cmdUpdate", QStringLiteral("Update"));
