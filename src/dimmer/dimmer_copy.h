@@ -5,7 +5,7 @@
 #include "panel/dimmer_block.h"
 
 /// Outputs by device * 4 + output.
-using DimmerOutputSet = std::bitset<DimmerDeviceCount * DimmerOutputCount>;
+using DimmerOutputSet = std::bitset<std::size_t{DimmerDeviceCount} * DimmerOutputCount>;
 using ControlSlotSet = std::bitset<ControlSlotCount>;
 
 // Both enable the devices of their destinations. Levels pass through percent, which may change a
