@@ -13,22 +13,21 @@
 
 namespace {
 
+void Open(frmT3MasterMDI& window, const char* screen) {
+  window.UnloadAllForms();
+  window.ShowForm(screen);
+  QApplication::processEvents();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
 void OpenEveryScreen(frmT3MasterMDI& window) {
   for (const ScreenEntry& entry : ScreenTable()) {
-    if (!entry.Create) continue;
-    window.UnloadAllForms();
-    window.ShowForm(entry.Name);
-    QApplication::processEvents();
+    if (entry.Create) Open(window, entry.Name);
   }
 }
 
 void OpenAgain(frmT3MasterMDI& window, const char* screen, int times) {
-  for (int i = 0; i < times; ++i) {
-    window.UnloadAllForms();
-    window.ShowForm(screen);
-    QApplication::processEvents();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-  }
+  for (int i = 0; i < times; ++i) Open(window, screen);
 }
 
 /// The program itself, in a child process.

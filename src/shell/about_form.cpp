@@ -29,10 +29,11 @@ void frmT3About::Form_Load() {
   lblWebPageInfo->Click = [this] { lblWebPageInfo_Click(); };
   column->addWidget(lblWebPageInfo, 0, Qt::AlignHCenter);
   addLine("lblPhone", QStringLiteral(TAMBERLOOM_PHONE));
+  column->addSpacing(40);
+  addLine("lblStart", QStringLiteral("Open a project, say in Setup what the panel has, or connect "
+                                     "to a panel."))
+      ->SetLook(Label::Look::Quiet);
   AddWidget(page);
-  AddHint(QStringLiteral(
-      "Open a project from the File menu, say in Setup what the panel has, or connect to a panel "
-      "and upload its settings."));
 }
 
 void frmT3About::Form_Activate() {

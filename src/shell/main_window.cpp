@@ -166,10 +166,11 @@ void frmT3MasterMDI::BuildClient() {
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
 
-  auto* caption = new QWidget;
-  caption->setAutoFillBackground(true);
-  caption->setBackgroundRole(QPalette::Midlight);
-  auto* line = new QHBoxLayout(caption);
+  captionLine_ = new QWidget;
+  captionLine_->setAutoFillBackground(true);
+  captionLine_->setBackgroundRole(QPalette::Midlight);
+  captionLine_->hide();
+  auto* line = new QHBoxLayout(captionLine_);
   line->setContentsMargins(12, 2, 4, 2);
   lblTitle_ = new QLabel;
   lblTitle_->setObjectName(QStringLiteral("lblTitle"));
@@ -187,7 +188,7 @@ void frmT3MasterMDI::BuildClient() {
   connect(cmdClose_, &QToolButton::clicked, this,
           [this] { RunHandler([this] { CloseFrontForm(); }); });
   line->addWidget(cmdClose_);
-  column->addWidget(caption);
+  column->addWidget(captionLine_);
 
   pages_ = new QStackedWidget;
   column->addWidget(pages_, 1);
@@ -254,7 +255,7 @@ ChildForm* frmT3MasterMDI::ShowForm(const std::string& name) {
 void frmT3MasterMDI::BringToFront(const LoadedScreen& screen) {
   pages_->setCurrentWidget(screen.Page);
   lblTitle_->setText(screen.Form->Caption());
-  cmdClose_->setVisible(front_ != "frmT3About");
+  captionLine_->setVisible(front_ != "frmT3About");
   for (QWidget* child = screen.Form->nextInFocusChain(); child && child != screen.Form;
        child = child->nextInFocusChain()) {
     if (screen.Form->isAncestorOf(child) && child->focusPolicy() & Qt::TabFocus &&

@@ -65,6 +65,7 @@ class frmT3MasterMDI : public QMainWindow {
   std::vector<QAction*> topEntries_;
   QStackedWidget* pages_ = nullptr;
   QWidget* picBlockFlashing_ = nullptr;
+  QWidget* captionLine_ = nullptr;  ///< Title and close box of the screen on show.
   QLabel* lblTitle_ = nullptr;
   QToolButton* cmdClose_ = nullptr;
   Label* statusFile_ = nullptr;
