@@ -1,6 +1,7 @@
 #include "dimmer/dimmer_relay_control_form.h"
 
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <algorithm>
 
 #include "dimmer/dimmer_lists.h"
@@ -78,6 +79,7 @@ void frmT3DimmerRelayControl::Form_Activate() {
 }
 
 void frmT3DimmerRelayControl::ShowControl() {
+  const QScopedValueRollback showing(Showing, true);
   const bool enabled = DimGetEnabled(Dev) != 0;
   frmConfig->setVisible(enabled);
   cboOnLevel->setVisible(enabled);
@@ -119,9 +121,9 @@ void frmT3DimmerRelayControl::cboDOut_Click() {
 }
 
 void frmT3DimmerRelayControl::cboOnLevel_Click() {
-  DimSetOnLevel(Dev, Out, static_cast<Int16>(cboOnLevel->ListIndex()));
+  if (!Showing) DimSetOnLevel(Dev, Out, static_cast<Int16>(cboOnLevel->ListIndex()));
 }
 
 void frmT3DimmerRelayControl::cboOffLevel_Click() {
-  DimSetOffLevel(Dev, Out, static_cast<Int16>(cboOffLevel->ListIndex()));
+  if (!Showing) DimSetOffLevel(Dev, Out, static_cast<Int16>(cboOffLevel->ListIndex()));
 }
