@@ -71,6 +71,7 @@ void frmT3ConfigureFennlinkDevices::Form_Load() {
     } else {
       AddInputRows(family);
     }
+    grid->TabByRows();
   }
 }
 

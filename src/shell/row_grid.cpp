@@ -117,6 +117,19 @@ void RowGrid::SetRowTitle(int row, const QString& title) {
   Describe(row);
 }
 
+void RowGrid::TabByRows() {
+  QWidget* before = nullptr;
+  for (const auto& row : controls_) {
+    for (QWidget* control : row) {
+      // A label learns whether it takes the focus when it is polished.
+      control->ensurePolished();
+      if (!(control->focusPolicy() & Qt::TabFocus)) continue;
+      if (before) setTabOrder(before, control);
+      before = control;
+    }
+  }
+}
+
 void RowGrid::SetRowVisible(int row, bool visible) {
   visible_[static_cast<std::size_t>(row)] = visible;
   for (QWidget* control : controls_[static_cast<std::size_t>(row)]) control->setVisible(visible);

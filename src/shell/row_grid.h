@@ -40,6 +40,10 @@ class RowGrid : public QWidget {
     return controls;
   }
 
+  /// Lets Tab walk row by row, for rows whose controls keep the arrow keys for themselves. Called
+  /// when all columns are there.
+  void TabByRows();
+
   /// Shows or hides all controls of a row.
   void SetRowVisible(int row, bool visible);
   bool RowVisible(int row) const { return visible_[static_cast<std::size_t>(row)]; }

@@ -2,96 +2,82 @@
 
 class FennlinkControlTest : public ScreenTest {
  protected:
-  FennlinkRecord& Device() { return FennlinkRecords(7); }
-  void Open(const char* entry, Int16 type, std::initializer_list<Int16> inputTypes = {}) {
-    Device().DeviceType = type;
-    int input = 0;
-    for (const Int16 inputType : inputTypes) Device().DeviceInputType(input++) = inputType;
-    Menu(entry);
+  void Open(const char* table, Int16 type, Int16 firstInputType = 0) {
+    device.DeviceType = type;
+    device.DeviceInputType(0) = firstInputType;
+    Menu((QByteArray("mnuFennlinkInputTo") + table + "Control").constData());
     EXPECT_TRUE(messages.empty());
     Find<ComboBox>("cboFennlinkDevice").SetListIndex(7);
     DataChanged = 0;
   }
-  QString Actions() {
+  /// The type of the input, and the list of its actions.
+  QString Offer() {
     const auto& list = Find<InPlaceList>("cboControl");
-    QStringList items;
-    for (int i = 0; i < list.ListCount(); ++i) items << list.List(i);
-    return items.join(u'/');
+    QString offer = Find<Label>("lblInputType").Caption() + u':';
+    for (int i = 0; i < list.ListCount(); ++i) offer += list.List(i);
+    return offer;
   }
   int Rows() {
-    int shown = 0;
-    for (int row = 0; row < ItemCount; ++row) shown += Shown(Cell("lblControl", row)) ? 1 : 0;
-    return shown;
+    int rows = 0;
+    while (rows < ItemCount && Shown(Cell("lblControl", rows))) ++rows;
+    return rows;
   }
-  QString Text(const char* label) { return Find<Label>(QString::fromLatin1(label)).Caption(); }
+
+  FennlinkRecord& device = FennlinkRecords(7);
 };
 
-TEST_F(FennlinkControlTest, TheDeviceTypeDecidesTheInputsAndTheirWords) {
-  Device().DeviceName = "A%1%2";
-  Open("mnuFennlinkInputToRelayControl", 6, {8});
-  auto& inputs = Find<ComboBox>("cboInput");
-  EXPECT_EQ(Text("lblDeviceType"), " 6/7/8 Button");
-  EXPECT_EQ(inputs.count(), 8);
-  EXPECT_EQ(inputs.List(7), "A%1%2.8");
-  EXPECT_EQ(Text("lblInputType"), " 2 Step");
-  EXPECT_EQ(Actions(), "");
-  EXPECT_EQ(Rows(), 0);
-  EXPECT_TRUE(Shown(Find<Label>("lblNoActions")));
-
-  Choose("cboInput", 5);
-  EXPECT_EQ(Rows(), 4);
-  Find<ComboBox>("cboFennlinkDevice").SetListIndex(0);
-  EXPECT_EQ(Text("lblDeviceType"), " None");
-  EXPECT_FALSE(Shown(inputs));
-  EXPECT_FALSE(Shown(Find<Label>("lblNoActions")));
-  Find<ComboBox>("cboFennlinkDevice").SetListIndex(7);
-  EXPECT_EQ(inputs.ListIndex(), 0);
-
-  Open("mnuFennlinkInputToGroupControl", 8, {0});
-  EXPECT_EQ(Text("lblInputType"), " Maint. On/Off");
-  EXPECT_EQ(Actions(), "No Action/On Only/Off Only/On And Off");
-  EXPECT_EQ(Rows(), 48);
-  Open("mnuFennlinkInputToGroupControl", 9, {-1});
-  EXPECT_EQ(Text("lblInputType"), " Maintained On/Off");
-  EXPECT_EQ(Actions(), "No Action/On Only/Off Only/On And Off/Blink Alert");
+TEST_F(FennlinkControlTest, TheTypesOfDeviceAndInputDecideWhatThereIsToChoose) {
+  device.DeviceName = "A%1%2";
+  device.DeviceRelayControl(0, 40) = 9;
+  device.DeviceGroupControl(0, 40) = 9;
+  const struct {
+    const char* Table;
+    Int16 Type, InputType;
+    QString Offer;
+    int Rows, LastCell;
+  } cases[] = {
+      {"Relay", 9, -1, " Maintained On/Off:No ActionOn OnlyOff OnlyOn And OffBlink Alert", 4, 4},
+      {"Group", 9, 10, " Maintained On/Off:No ActionOn OnlyOff OnlyOn And OffBlink Alert", 48, 4},
+      {"Group", 8, 0, " Maint. On/Off:No ActionOn OnlyOff OnlyOn And Off", 48, 3},
+      {"Relay", 7, 8, " Timer Disable:No ActionDisable", 48, 1},
+      {"Group", 7, 8, " Timer Disable:.", 0, 0},
+      {"Relay", 6, 8, " 2 Step:", 0, 0},
+  };
+  for (const auto& [table, type, inputType, offer, rows, lastCell] : cases) {
+    Open(table, type, inputType);
+    EXPECT_EQ(Offer(), offer);
+    EXPECT_EQ(Rows(), rows) << offer.toStdString();
+    const bool relays = table == std::string("Relay");
+    EXPECT_EQ((relays ? device.DeviceRelayControl : device.DeviceGroupControl)(0, 40), lastCell);
+    EXPECT_EQ(Shown(Find<Label>("lblNoActions")), type == 6);
+    EXPECT_EQ(DataChanged, 0);
+  }
+  EXPECT_EQ(Find<ComboBox>("cboInput").List(7), "A%1%2.8");
   for (const Int16 type : std::initializer_list<Int16>{10, -5, 32767}) {
-    Open("mnuFennlinkInputToRelayControl", type);
-    EXPECT_EQ(Text("lblDeviceType"), " None");
+    Open("Relay", type);
+    EXPECT_EQ(Find<Label>("lblDeviceType").Caption(), " None");
+    EXPECT_FALSE(Shown(Find<ComboBox>("cboInput")));
     EXPECT_EQ(Rows(), 0);
   }
 }
 
-TEST_F(FennlinkControlTest, ATimerDisableInputHasTimersForRelaysAndNothingForGroups) {
-  Device().DeviceRelayControl(0, 40) = 9;
-  Device().DeviceGroupControl(0, 40) = 9;
-  Open("mnuFennlinkInputToRelayControl", 7, {8});
-  EXPECT_EQ(Actions(), "No Action/Disable");
-  EXPECT_EQ(Rows(), 48);
-  EXPECT_EQ(Caption("lblRelayName", 40), "TIMER 41");
-  EXPECT_EQ(Device().DeviceRelayControl(0, 40), 1);
-  Open("mnuFennlinkInputToGroupControl", 7);
-  EXPECT_EQ(Actions(), ".");
-  EXPECT_EQ(Rows(), 0);
-  EXPECT_EQ(Device().DeviceGroupControl(0, 40), 0);
-  EXPECT_EQ(DataChanged, 0);
-}
-
 TEST_F(FennlinkControlTest, ChoicesGoToTheInputThatIsSelected) {
-  Device().DevicePreset(1) = 12;
-  Open("mnuFennlinkInputToRelayControl", 2, {2, 1});
+  device.DeviceInputType(1) = 1;
+  device.DevicePreset(1) = 12;
+  device.DeviceRelayControl(1, 5) = 4;
+  Open("Relay", 2, 2);
   Click(Cell("lblControl", 3));
-  EXPECT_EQ(DataChanged, -1);
   ChooseInPlace("cboControl", 1);
-  EXPECT_EQ(Device().DeviceRelayControl(0, 3), 1);
+  EXPECT_EQ(device.DeviceRelayControl(0, 3), 1);
   EXPECT_EQ(Caption("lblControl", 3), "Timed On ");
 
-  Device().DeviceRelayControl(1, 5) = 4;
   Choose("cboInput", 1);
   EXPECT_EQ(Rows(), 0);
-  EXPECT_EQ(Device().DeviceRelayControl(1, 5), 0);
-  EXPECT_TRUE(Shown(Find<ComboBox>("cboPreset")));
+  EXPECT_EQ(device.DeviceRelayControl(1, 5), 0);
   EXPECT_EQ(Find<ComboBox>("cboPreset").ListIndex(), 12);
   Choose("cboPreset", 47);
-  EXPECT_EQ(Device().DevicePreset(1), 47);
-  EXPECT_EQ(Device().DevicePreset(0), 0);
+  EXPECT_EQ(device.DevicePreset(1), 47);
+  Find<ComboBox>("cboFennlinkDevice").SetListIndex(0);
+  Find<ComboBox>("cboFennlinkDevice").SetListIndex(7);
+  EXPECT_EQ(Find<ComboBox>("cboInput").ListIndex(), 0);
 }
