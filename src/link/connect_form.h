@@ -6,6 +6,7 @@
 #include "link/com_port.h"
 #include "link/panel_image.h"
 #include "shell/child_form.h"
+#include "shell/stopwatch.h"
 
 /// The connection screen: brings the link up and down, and reaches everything that needs a live
 /// panel. It stays loaded, with the session, when another screen comes to the front.
@@ -77,7 +78,7 @@ class frmT3Connect : public ChildForm {
   void LeaveOnLine();
   void ReturnOnLine();
   void ShowActivity(const QString& text);
-  void ShowProgress(const QString& text, int blocks);
+  void ShowProgress(const char* action, int block);
   bool CancelPressed();
   PasswordDigits PassWord() const;
   bool PassWordAccepted();
@@ -91,6 +92,8 @@ class frmT3Connect : public ChildForm {
 
   std::string PanelFirmwareText;
   Int16 CancelRequested = 0;
+  Stopwatch progressShown;
+  bool pictureDue = false;
   Int16 ModemHangUpRequired = 0;
   FixedArray<Int16, ComPortCount + 1> PortPresent;
   Int16 HardwareChecked = 0;

@@ -1,5 +1,6 @@
 #include <QCoreApplication>
 #include <QScopeGuard>
+#include <algorithm>
 
 #include "link/connect_form.h"
 #include "link/panel_queue.h"
@@ -25,17 +26,16 @@ constexpr Int16 BlockNotRead = 19;
 const QString PanelHalfNew = QStringLiteral(
     "\nTamberloom 3 Controller May Not Function\nProperly Until A Download Is Complete.");
 
+/// A block of zeros costs ten characters in place of 128.
 std::string WriteCommand(int block) {
   const int address = block * ImageBlockSize;
-  std::string data;
-  bool empty = true;
-  for (int i = 0; i < ImageBlockSize; ++i) {
-    const Int16 element = PanelImage(address + i);
-    data += HexByte(element);
-    empty = empty && element == 0;
+  const auto* first = &PanelImage(address);
+  if (std::all_of(first, first + ImageBlockSize, [](Int16 element) { return element == 0; })) {
+    return "36" + HexWord(address) + HexWord(address + ImageBlockSize - 1);
   }
-  return empty ? "36" + HexWord(address) + HexWord(address + ImageBlockSize - 1)
-               : "30" + HexWord(address) + HexByte(ImageBlockSize - 1) + data;
+  std::string command = "30" + HexWord(address) + HexByte(ImageBlockSize - 1);
+  for (int i = 0; i < ImageBlockSize; ++i) command += HexByte(PanelImage(address + i));
+  return command;
 }
 
 }  // namespace
@@ -88,9 +88,15 @@ void frmT3Connect::ShowActivity(const QString& text) {
   pbActivityProgress->setVisible(true);
 }
 
-void frmT3Connect::ShowProgress(const QString& text, int blocks) {
-  lblActivityProgress->SetCaption(text);
-  pbActivityProgress->setValue(blocks);
+void frmT3Connect::ShowProgress(const char* action, int block) {
+  const bool end = block == 1 || block == ImageBlockCount;
+  if (!pictureDue && !end) return;
+  progressShown.Restart();
+  lblActivityProgress->SetCaption(QStringLiteral("%1 Block %2 Of %3")
+                                      .arg(QLatin1String(action))
+                                      .arg(block)
+                                      .arg(ImageBlockCount));
+  pbActivityProgress->setValue(block);
   lblActivityProgress->repaint();
 }
 
@@ -98,9 +104,12 @@ void frmT3Connect::cmdCancelUpDownLoad_Click() {
   CancelRequested = -1;
 }
 
-/// Lets the click on Cancel arrive.
+/// Lets the click on Cancel arrive. Events and pictures come as often as an eye can follow: at
+/// every block they would take as long as a network takes to carry it.
 bool frmT3Connect::CancelPressed() {
-  QCoreApplication::processEvents();
+  constexpr qint64 pictureMs = 10;
+  pictureDue = progressShown.ElapsedMs() >= pictureMs;
+  if (pictureDue) QCoreApplication::processEvents();
   return CancelRequested != 0;
 }
 
@@ -191,15 +200,15 @@ Int16 frmT3Connect::SendImage() {
   for (int block = 0; block < ImageBlockCount; ++block) {
     if (CancelPressed()) return Cancelled;
     for (int i = 0; i < ImageBlockSize; ++i) sum.Add(PanelImage(block * ImageBlockSize + i));
-    ShowProgress(QStringLiteral("Downloading Block %1 Of %2").arg(block + 1).arg(ImageBlockCount),
-                 block + 1);
+    ShowProgress("Downloading", block + 1);
     if (PanelTransact(WriteCommand(block), 4, 4) == 0) return BlockNotWritten;
   }
   return CompareSums(sum.Value());
 }
 
 Int16 frmT3Connect::CompareSums(Int32 sum) {
-  ShowProgress(QStringLiteral("Verify Checksum"), ImageBlockCount);
+  lblActivityProgress->SetCaption(QStringLiteral("Verify Checksum"));
+  lblActivityProgress->repaint();
   if (PanelTransact("3400009FFF", 8, 6) == 0) return NoSum;
   return ParseHexWord(ReplyMid(2, 4)) == sum ? Complete : SumDiffers;
 }
@@ -273,8 +282,7 @@ Int16 frmT3Connect::FetchImage() {
       PanelImage(address + j) = value;
       sum.Add(value);
     }
-    ShowProgress(QStringLiteral("Uploading Block %1 Of %2").arg(block + 1).arg(ImageBlockCount),
-                 block + 1);
+    ShowProgress("Uploading", block + 1);
   }
   const Int16 outcome = CompareSums(sum.Value());
   if (outcome == Complete) {

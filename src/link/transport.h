@@ -67,7 +67,7 @@ class SocketControl {
   virtual int BytesReceived() = 0;
 
   /// Delivers events until `count` bytes are waiting, `ms` milliseconds have passed or the state
-  /// has changed. Waits may stand inside each other.
+  /// has changed; what comes at once comes without. Waits may stand inside each other.
   virtual void Wait(int count, qint64 ms) = 0;
 };
 

@@ -61,6 +61,7 @@ void OutputStatusForm::Form_Load() {
   addButtons("cmdTurnOn", "On", &OutputStatusForm::cmdTurnOn_Click);
   addButtons("cmdTurnOff", "Off", &OutputStatusForm::cmdTurnOff_Click);
   AddWidget(grid);
+  AddHint(QStringLiteral("What On and Off have done shows at the next update."));
 }
 
 void OutputStatusForm::ShowConnected(bool connected) {
