@@ -1,10 +1,19 @@
 #pragma once
 
+#include "config/words_table.h"
 #include "shell/controls.h"
 
 /// Input 0 to 7 of a device on screen: "FLINK 01.1".
 inline QString DeviceInputText(const QString& deviceName, int input) {
   return deviceName + u'.' + QString::number(input + 1);
+}
+
+/// The name of a family's control: FamilyControlName("cboInput", family, "Type") is
+/// "cboInput16Type" for the first one.
+inline QByteArray FamilyControlName(const char* before, const FennlinkFamily& family,
+                                    const char* behind = "") {
+  const auto& suffix = family.Suffix;
+  return before + QByteArray(suffix.data(), static_cast<qsizetype>(suffix.size())) + behind;
 }
 
 /// The selector of a Fennlink device: item d is the device at bus address d, and item 0 stands for

@@ -15,10 +15,8 @@ const FennlinkFamily& Family(int family) {
   return FennlinkFamilies[static_cast<std::size_t>(family)];
 }
 
-/// The name of a family's control: ControlName("cboInput", family, "Type") is "cboInput16Type".
 QByteArray ControlName(const char* before, int family, const char* behind = "") {
-  const auto& suffix = Family(family).Suffix;
-  return before + QByteArray(suffix.data(), static_cast<qsizetype>(suffix.size())) + behind;
+  return FamilyControlName(before, Family(family), behind);
 }
 
 QStringList DeviceTypeItems() {

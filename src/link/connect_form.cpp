@@ -60,7 +60,7 @@ void frmT3Connect::Form_Load() {
   Timer1->Tick = [this] { Timer1_Timer(); };
   Link.DisconnectQZ = [this] { DisconnectQZ(); };
   Link.ShowNetworkDiagnostics = [this](bool show) {
-    cmdNetworkDiagnostics->setVisible(show && HasScreen("frmT3SystemDiagnostic"));
+    cmdNetworkDiagnostics->setVisible(show);
   };
   UpdateStatusBar();
 }
@@ -153,7 +153,6 @@ void frmT3Connect::BuildOnLineFunctions(QGroupBox* frame) {
                             &frmT3Connect::cmdSetQZClock_Click);
   cmdVirtualKeypad =
       addButton(small, "cmdVirtualKeypad", "Virtual Keypad", &frmT3Connect::cmdVirtualKeypad_Click);
-  cmdVirtualKeypad->setVisible(HasScreen("frmT3VirtualKeypad"));
   lines->addLayout(small);
   auto* diagnostics = new QHBoxLayout;
   cmdNetworkDiagnostics = addButton(diagnostics, "cmdNetworkDiagnostics", "Network Diagnostics",

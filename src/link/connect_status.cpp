@@ -1,7 +1,6 @@
-#include <QFontDatabase>
-
 #include "config/words_table.h"
 #include "link/connect_form.h"
+#include "link/panel_display.h"
 #include "link/panel_queue.h"
 #include "link/panel_transact.h"
 #include "panel/code_page.h"
@@ -14,11 +13,6 @@
 #include "shell/stopwatch.h"
 
 namespace {
-
-constexpr int DisplayRows = 2;
-constexpr int DisplayColumns = 20;
-constexpr QRgb DisplayColor = 0xC4D8A0;
-constexpr QRgb DisplayEdge = 0x3A4A30;
 
 /// By the card type that the panel reports.
 constexpr std::array AddOnCards = {"None",       "DMX",    "MODBUS", "N2",
@@ -46,24 +40,8 @@ Int32 ReplyDigit(int position) {
 }  // namespace
 
 void frmT3Connect::LoadRevLabels() {
-  auto* grid = new QGridLayout(display);
-  grid->setContentsMargins(6, 6, 6, 6);
-  grid->setSpacing(1);
-  QPalette edge;
-  edge.setColor(QPalette::Window, QColor(DisplayEdge));
-  display->setPalette(edge);
-  display->setAutoFillBackground(true);
-  QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-  fixed.setPointSizeF(font().pointSizeF() * 1.1);
-  for (int i = 0; i < DisplayRows * DisplayColumns; ++i) {
-    auto* cell = new Label;
-    cell->setFont(fixed);
-    cell->SetAlignment(Qt::AlignCenter);
-    cell->SetBackColor(DisplayColor);
-    cell->SetCaption(QStringLiteral(" "));
-    grid->addWidget(cell, i / DisplayColumns, i % DisplayColumns);
-    lblT2FirmwareRevision.Add(cell, QStringLiteral("lblT2FirmwareRevision"));
-  }
+  constexpr int rows = 2;
+  lblT2FirmwareRevision = AddDisplayCells(display, rows, "lblT2FirmwareRevision", 1.1);
 }
 
 void frmT3Connect::ShowRevLabels() {

@@ -106,6 +106,11 @@ Int32 ReplyByte(int position) {
   return ParseHexByte(ReplyMid(position, 2));
 }
 
+Int16 ReplyCode(int position) {
+  const std::string_view character = ReplyMid(position, 1);
+  return character.empty() ? Int16{-1} : static_cast<unsigned char>(character.front());
+}
+
 std::string PanelFrame(std::string_view command) {
   const std::string body = "00" + std::string(command);
   return "[" + body + HexByte(FrameChecksum(body)) + "]";

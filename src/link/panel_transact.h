@@ -16,6 +16,9 @@ std::string_view ReplyMid(int position, int length);
 /// The number in two hexadecimal digits of ReplyText, 0 to 255; what is no digit ends it.
 Int32 ReplyByte(int position);
 
+/// The code of the character at the 1-based `position` of ReplyText, 0 to 255; -1 behind its end.
+Int16 ReplyCode(int position);
+
 /// The frame of a command: "05" gives "[0005D7]".
 std::string PanelFrame(std::string_view command);
 

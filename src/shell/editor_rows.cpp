@@ -2,10 +2,14 @@
 
 #include "panel/code_page.h"
 
+void ShowNamedRows(RowGrid& grid, const ControlArray<Label>& names, const NameArray& items,
+                   int count) {
+  for (int i = 0; i < count; ++i) names(i).SetCaption(ToUnicode(items(i)));
+  grid.ShowRows(count);
+}
+
 void ShowInstalledRows(RowGrid& grid, const ControlArray<Label>& names, const NameArray& items) {
-  const int installed = PanelIOCount();
-  for (int i = 0; i < installed; ++i) names(i).SetCaption(ToUnicode(items(i)));
-  grid.ShowRows(installed);
+  ShowNamedRows(grid, names, items, PanelIOCount());
 }
 
 QStringList ItemNames(const NameArray& items) {

@@ -3,7 +3,11 @@
 #include "panel/panel_record.h"
 #include "shell/row_grid.h"
 
-// What editors of relays and inputs share.
+// What screens with rows of items share.
+
+/// Shows the first `count` rows with the items' names and hides the others.
+void ShowNamedRows(RowGrid& grid, const ControlArray<Label>& names, const NameArray& items,
+                   int count);
 
 /// Shows the rows below PanelIOCount with the items' names and hides the others.
 void ShowInstalledRows(RowGrid& grid, const ControlArray<Label>& names, const NameArray& items);

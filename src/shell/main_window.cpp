@@ -52,10 +52,6 @@ LinkHooks Link;
 ChildForm* ShowForm(const char* name) {
   return mainWindow ? mainWindow->ShowForm(name) : nullptr;
 }
-bool HasScreen(const char* name) {
-  const ScreenEntry* entry = FindScreen(name);
-  return entry && entry->Create;
-}
 ChildForm* LoadedForm(const char* name) {
   return mainWindow ? mainWindow->LoadedForm(name) : nullptr;
 }

@@ -26,7 +26,13 @@
 #include "schedule/timer_control_form.h"
 #include "schedule/timers_configure_form.h"
 #include "shell/about_form.h"
+#include "status/capture_presets_form.h"
+#include "status/fennlink_status_form.h"
+#include "status/force_timers_form.h"
+#include "status/input_status_form.h"
 #include "status/output_status_form.h"
+#include "status/system_diagnostic_form.h"
+#include "status/virtual_keypad_form.h"
 
 namespace {
 
@@ -130,11 +136,11 @@ const std::vector<ScreenEntry>& ScreenTable() {
       {"frmT3RelayGroupStatus", NewRow<OutputStatusForm>},
       {"frmT3RelayOutputOptions", New<frmT3RelayOutputOptions>},
       {"frmT3RelayGrouping", NewRow<CellGridForm>},
-      {"frmT3InputStatus"},
+      {"frmT3InputStatus", New<frmT3InputStatus>},
       {"frmT3InputOptions", New<frmT3InputOptions>},
       {"frmT3InputToRelayControl", NewRow<InputControlForm>},
       {"frmT3InputToGroupControl", NewRow<InputControlForm>},
-      {"frmT3FennlinkStatus"},
+      {"frmT3FennlinkStatus", New<frmT3FennlinkStatus>},
       {"frmT3ConfigureFennlinkDevices", New<frmT3ConfigureFennlinkDevices>},
       {"frmT3FennlinkInputToRelayControl", NewRow<FennlinkControlForm>},
       {"frmT3FennlinkInputToGroupControl", NewRow<FennlinkControlForm>},
@@ -146,7 +152,7 @@ const std::vector<ScreenEntry>& ScreenTable() {
       {"frmT3TimerToPresetControl", NewRow<TimerControlForm>},
       {"frmT3BlinkAlertAndAlarmSettings", New<frmT3BlinkAlertAndAlarmSettings>},
       {"frmT3ConfigureTimedOn", NewRow<OptionForm>},
-      {"frmT3ForceTimers"},
+      {"frmT3ForceTimers", New<frmT3ForceTimers>},
       {"frmT3DaylightSavingTime", New<frmT3DaylightSavingTime>},
       {"frmT3AstroClockSettings", New<frmT3AstroClockSettings>},
       {"frmT3OpenAndCloseTimeNormalDays", NewRow<TimePairForm>},
@@ -156,7 +162,7 @@ const std::vector<ScreenEntry>& ScreenTable() {
       {"frmT3OffHoursSweepGroups", NewRow<CellGridForm>},
       {"frmT3InputActiveTimes", NewRow<TimePairForm>},
       {"frmT3EditPresets", NewRow<CellGridForm>},
-      {"frmT3CapturePresets"},
+      {"frmT3CapturePresets", New<frmT3CapturePresets>},
       {"frmT3AddOnModuleNone", NewRow<AddOnModuleForm>},
       {"frmT3AddOnModuleDMX", New<frmT3AddOnModuleDMX>},
       {"frmT3AddOnModuleModBus", New<frmT3AddOnModuleModBus>},
@@ -175,8 +181,8 @@ const std::vector<ScreenEntry>& ScreenTable() {
       {"frmT3RTCSource", NewRow<OptionForm>},
       {"frmT3Document", New<frmT3Document>},
       {"frmT3About", New<frmT3About>},
-      {"frmT3VirtualKeypad"},
-      {"frmT3SystemDiagnostic"},
+      {"frmT3VirtualKeypad", New<frmT3VirtualKeypad>},
+      {"frmT3SystemDiagnostic", New<frmT3SystemDiagnostic>},
       {"frmT3DimmerOutput", New<frmT3DimmerOutput>},
       {"frmT3DimmerRelayControl", New<frmT3DimmerRelayControl>},
       {"frmT3DimCopyCnf"},

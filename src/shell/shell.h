@@ -11,9 +11,6 @@ class ChildForm;
 /// A name without a screen shows nothing and gives null.
 ChildForm* ShowForm(const char* name);
 
-/// Whether ShowForm can show a screen of this name.
-bool HasScreen(const char* name);
-
 /// The screen if it is loaded, whether on show or not.
 ChildForm* LoadedForm(const char* name);
 

@@ -2,9 +2,9 @@
 
 #include "link/panel_queue.h"
 #include "link/panel_transact.h"
-#include "panel/code_page.h"
 #include "panel/hex.h"
 #include "panel/panel_record.h"
+#include "shell/editor_rows.h"
 
 /// Relays or groups: what is read, what switches one, and the names of the controls.
 struct OutputStatusScreen {
@@ -34,10 +34,6 @@ OutputStatusForm::OutputStatusForm(const char* name)
     : StatusForm(QString::fromLatin1(name), ScreenRow(OutputStatusScreens, name).Caption),
       screen(ScreenRow(OutputStatusScreens, name)) {}
 
-int OutputStatusForm::RowCount() const {
-  return screen.InstalledOnly ? PanelIOCount() : ItemCount;
-}
-
 void OutputStatusForm::Form_Load() {
   QHBoxLayout* update = AddUpdateControls();
   if (screen.InstalledOnly) {
@@ -51,23 +47,17 @@ void OutputStatusForm::Form_Load() {
   lblName = grid->AddNames(screen.NameLabel);
   lblStatus =
       grid->Add<Label>(screen.StatusLabel, {.Chars = 4, .HeaderText = QStringLiteral("Status")});
-  const auto addButtons = [&](const char* name, const char* caption,
-                              void (OutputStatusForm::*click)(int)) {
-    const QString text = QString::fromLatin1(caption);
-    auto buttons = grid->Add<Button>(name, {.Chars = 4, .HeaderText = text});
-    for (int i = 0; i < buttons.Count(); ++i) buttons(i).SetCaption(text);
-    buttons.OnEach(&Button::Click, this, click);
-  };
-  addButtons("cmdTurnOn", "On", &OutputStatusForm::cmdTurnOn_Click);
-  addButtons("cmdTurnOff", "Off", &OutputStatusForm::cmdTurnOff_Click);
+  AddButtons(*grid, "cmdTurnOn", QStringLiteral("On"), 4)
+      .OnEach(&Button::Click, this, &OutputStatusForm::cmdTurnOn_Click);
+  AddButtons(*grid, "cmdTurnOff", QStringLiteral("Off"), 4)
+      .OnEach(&Button::Click, this, &OutputStatusForm::cmdTurnOff_Click);
   AddWidget(grid);
   AddHint(QStringLiteral("What On and Off have done shows at the next update."));
 }
 
 void OutputStatusForm::ShowConnected(bool connected) {
-  const int count = connected ? RowCount() : 0;
-  grid->ShowRows(count);
-  for (int i = 0; i < count; ++i) lblName(i).SetCaption(ToUnicode((PanelRecord.*screen.Names)(i)));
+  shownRows = !connected ? 0 : screen.InstalledOnly ? PanelIOCount() : ItemCount;
+  ShowNamedRows(*grid, lblName, PanelRecord.*screen.Names, shownRows);
 }
 
 void OutputStatusForm::ReadStatus() {
@@ -75,12 +65,7 @@ void OutputStatusForm::ReadStatus() {
     PanelConnectionLost();
     return;
   }
-  const int count = RowCount();
-  for (int i = 0; i < count; ++i) {
-    const bool on = ReplyMid(i + 2, 1) != "0";
-    lblStatus(i).SetCaption(on ? QStringLiteral("On") : QStringLiteral("Off"));
-    lblStatus(i).SetBackColor(on ? Colors::White : Colors::Grey);
-  }
+  for (int i = 0; i < shownRows; ++i) ShowOnOff(lblStatus(i), ReplyMid(i + 2, 1) != "0");
 }
 
 void OutputStatusForm::EnableForManual(bool enabled) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "shell/row_grid.h"
 #include "status/status_form.h"
 
 struct OutputStatusScreen;
@@ -23,10 +22,10 @@ class OutputStatusForm : public StatusForm {
   void EnableForManual(bool enabled) override;
 
  private:
-  int RowCount() const;
   void Switch(int index, bool on);
 
   const OutputStatusScreen& screen;
+  int shownRows = 0;
   RowGrid* grid = nullptr;
   ControlArray<Label> lblName;
   ControlArray<Label> lblStatus;

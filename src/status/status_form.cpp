@@ -4,10 +4,31 @@
 #include "panel/program_state.h"
 #include "shell/shell.h"
 
-QHBoxLayout* StatusForm::AddUpdateControls() {
+void LiveForm::AddNoConnection() {
   lblNoConnection =
       AddLabel(nullptr, "lblNoConnection", QStringLiteral("Not Connected To Tamberloom 3"));
   AddWidget(lblNoConnection);
+}
+
+void LiveForm::Form_Activate() {
+  lblNoConnection->setVisible(Connected == 0);
+  ShowConnected(Connected != 0);
+}
+
+void ShowOnOff(Label& label, bool on) {
+  label.SetCaption(on ? QStringLiteral("On") : QStringLiteral("Off"));
+  label.SetBackColor(on ? Colors::White : Colors::Grey);
+}
+
+ControlArray<Button> AddButtons(RowGrid& grid, const char* name, const QString& caption,
+                                int chars) {
+  const auto buttons = grid.Add<Button>(name, {.Chars = chars, .HeaderText = caption});
+  for (int i = 0; i < buttons.Count(); ++i) buttons(i).SetCaption(caption);
+  return buttons;
+}
+
+QHBoxLayout* StatusForm::AddUpdateControls() {
+  AddNoConnection();
   updateControls_ = new QWidget;
   AddWidget(updateControls_);
   auto* row = new QHBoxLayout(updateControls_);
@@ -19,6 +40,7 @@ QHBoxLayout* StatusForm::AddUpdateControls() {
   cmdAutoUpdate->Click = [this] { cmdAutoUpdate_Click(); };
   lblAutoUpdate = Add<Label>(row, "lblAutoUpdate");
   lblAutoUpdate->SetWidthInChars(18);
+  lblAutoUpdate->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   lblAutoUpdate->SetAlignment(Qt::AlignCenter);
   Timer1 = new Timer(this, "Timer1", 250);
   Timer1->Tick = [this] { Timer1_Timer(); };
@@ -28,9 +50,8 @@ QHBoxLayout* StatusForm::AddUpdateControls() {
 
 void StatusForm::Form_Activate() {
   const bool connected = Connected != 0;
-  lblNoConnection->setVisible(!connected);
   updateControls_->setVisible(connected);
-  ShowConnected(connected);
+  LiveForm::Form_Activate();
   // Once the screen is there to be seen: the panel may take its time.
   if (connected) QTimer::singleShot(0, this, [this] { Update(); });
 }

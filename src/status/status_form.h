@@ -1,15 +1,36 @@
 #pragma once
 
-#include <string>
+#include "shell/row_grid.h"
 
-#include "shell/child_form.h"
-
-/// What the polling screens share: one reading on request or four a second, with the menus locked
-/// meanwhile. A derived screen says how it reads and redraws.
-class StatusForm : public ChildForm {
+/// A screen that needs a panel; without one only lblNoConnection shows.
+class LiveForm : public ChildForm {
   Q_OBJECT
  public:
   using ChildForm::ChildForm;
+  void Form_Activate() override;
+
+ protected:
+  void AddNoConnection();
+
+  /// Shows the screen's own controls, or hides them all.
+  virtual void ShowConnected(bool connected) = 0;
+
+ private:
+  Label* lblNoConnection = nullptr;
+};
+
+/// "On" on white or "Off" on grey.
+void ShowOnOff(Label& label, bool on);
+
+/// A column of buttons with one caption, at least `chars` average characters wide.
+ControlArray<Button> AddButtons(RowGrid& grid, const char* name, const QString& caption, int chars);
+
+/// What the polling screens share: one reading on request or four a second, with the menus locked
+/// meanwhile. A derived screen says how it reads and redraws.
+class StatusForm : public LiveForm {
+  Q_OBJECT
+ public:
+  using LiveForm::LiveForm;
   void Form_Activate() override;
   void Form_Unload() override;
 
@@ -20,9 +41,6 @@ class StatusForm : public ChildForm {
  protected:
   /// Adds the buttons and texts of the pattern; more controls may follow in the row given back.
   QHBoxLayout* AddUpdateControls();
-
-  /// Without a panel to talk to only lblNoConnection shows.
-  virtual void ShowConnected(bool connected) = 0;
 
   /// Asks the panel once and redraws. A failed reading calls PanelConnectionLost and stops.
   virtual void ReadStatus() = 0;
@@ -40,7 +58,6 @@ class StatusForm : public ChildForm {
 
   bool autoUpdating_ = false;
   QWidget* updateControls_ = nullptr;
-  Label* lblNoConnection = nullptr;
   Button* cmdUpdateStatus = nullptr;
   Button* cmdAutoUpdate = nullptr;
   Label* lblAutoUpdate = nullptr;

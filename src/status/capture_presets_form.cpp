@@ -1,0 +1,65 @@
+#include "status/capture_presets_form.h"
+
+#include "link/panel_queue.h"
+#include "link/panel_transact.h"
+#include "panel/hex.h"
+#include "panel/panel_record.h"
+#include "panel/program_state.h"
+#include "shell/editor_rows.h"
+
+frmT3CapturePresets::frmT3CapturePresets()
+    : StatusForm(QStringLiteral("frmT3CapturePresets"), QStringLiteral("Capture Presets")) {}
+
+void frmT3CapturePresets::Form_Load() {
+  AddUpdateControls();
+  grid = new RowGrid(ItemCount, QStringLiteral("Preset "));
+  lblPresetName = grid->AddNames("lblPresetName", 13);
+  lblPresetStatus =
+      grid->Add<Label>("lblPresetStatus", {.Chars = 3, .HeaderText = QStringLiteral("Status")});
+  cmdSet = AddButtons(*grid, "cmdSet", QStringLiteral("Set"), 3);
+  cmdSet.OnEach(&Button::Click, this, &frmT3CapturePresets::cmdSet_Click);
+  AddButtons(*grid, "cmdCapture", QStringLiteral("Capture"), 8)
+      .OnEach(&Button::Click, this, &frmT3CapturePresets::cmdCapture_Click);
+  AddWidget(grid);
+}
+
+void frmT3CapturePresets::ShowConnected(bool connected) {
+  ShowNamedRows(*grid, lblPresetName, PanelRecord.PresetName, connected ? ItemCount : 0);
+}
+
+void frmT3CapturePresets::ShowPresetStatus() {
+  if (PanelTransact("25FF", 52, 5) == 0) {
+    PanelConnectionLost();
+    return;
+  }
+  for (int i = 0; i < ItemCount; ++i) {
+    const std::string_view state = ReplyMid(i + 2, 1);
+    const bool empty = state == "2";  // The preset has no relays.
+    const bool off = empty || state == "0";
+    cmdSet(i).setVisible(!empty);
+    lblPresetStatus(i).SetCaption(empty ? QStringLiteral("---")
+                                  : off ? QStringLiteral("Off")
+                                        : QStringLiteral("Set"));
+    lblPresetStatus(i).SetBackColor(off ? Colors::Grey : Colors::White);
+  }
+}
+
+void frmT3CapturePresets::cmdSet_Click(int index) {
+  AskPanel([index] { PanelTransact("40" + HexByte(index) + "0", 4, 4); });
+}
+
+void frmT3CapturePresets::cmdCapture_Click(int index) {
+  AskPanel([index] {
+    PanelTransact("41" + HexByte(index) + "0", 4, 4);
+    if (PanelTransact("23FF", 52, 5) == 0) {
+      PanelConnectionLost();
+      return;
+    }
+    constexpr Int16 on = 1;
+    constexpr Int16 off = 2;
+    for (int relay = 0; relay < PanelIOCount(); ++relay) {
+      PanelRecord.PresetRelayControl(index, relay) = ReplyMid(relay + 2, 1) == "0" ? off : on;
+    }
+    DataChanged = -1;
+  });
+}

@@ -1,0 +1,145 @@
+#include "status/fennlink_status_form.h"
+
+#include "dimmer/dimmer_model.h"
+#include "link/panel_transact.h"
+#include "panel/code_page.h"
+#include "panel/fennlink_record.h"
+
+namespace {
+
+const FennlinkFamily* FamilyOf(int deviceType) {
+  const auto* found = std::find_if(
+      FennlinkFamilies.begin(), FennlinkFamilies.end(), [deviceType](const auto& family) {
+        return deviceType >= family.FirstType && deviceType <= family.LastType;
+      });
+  return found == FennlinkFamilies.end() ? nullptr : found;
+}
+
+/// "3 Push Button", "8 Input", "PhotoCell", "None".
+QString TypeText(int deviceType) {
+  const FennlinkDeviceType& type = FennlinkDevice(deviceType);
+  const FennlinkFamily* family = FamilyOf(deviceType);
+  if (family && !family->Name.empty()) {
+    return ToUnicode(FirstWord(type.ListText)) + u' ' + ToUnicode(family->Name);
+  }
+  return ToUnicode(type.DocumentText.empty() ? type.ListText : type.DocumentText);
+}
+
+}  // namespace
+
+frmT3FennlinkStatus::frmT3FennlinkStatus()
+    : StatusForm(QStringLiteral("frmT3FennlinkStatus"), QStringLiteral("Fennlink Status")) {}
+
+void frmT3FennlinkStatus::Form_Load() {
+  AddUpdateControls();
+  selector = new QWidget;
+  AddWidget(selector);
+  auto* row = new QHBoxLayout(selector);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setAlignment(Qt::AlignLeft);
+  AddLabel(row, "lblFLinkDevice", QStringLiteral("Device"));
+  cboFLinkDevice = Add<DeviceList>(row, "cboFLinkDevice");
+  cboFLinkDevice->Click = [this] { cboFLinkDevice_Click(); };
+  row->addSpacing(16);
+  lblFLinkDeviceType = Add<Label>(row, "lblFLinkDeviceType");
+  for (int family = 0; family < FennlinkFamilyCount; ++family) AddFamilyFrame(family);
+}
+
+void frmT3FennlinkStatus::AddFamilyFrame(int index) {
+  const FennlinkFamily& family = FennlinkFamilies[static_cast<std::size_t>(index)];
+  StatusFrame& frame = frames[static_cast<std::size_t>(index)];
+  frame.Frame =
+      AddFrame(FamilyControlName("fraStatus", family).constData(),
+               QStringLiteral("Fennlink Status - ") + ToUnicode(FennlinkFamilyName(family)));
+  auto* lines = new QVBoxLayout(frame.Frame);
+  auto* first = new QHBoxLayout;
+  first->setAlignment(Qt::AlignLeft);
+  lines->addLayout(first);
+  constexpr int textChars = 20;
+  frame.Present = Add<Label>(first, FamilyControlName("lblPresent", family).constData());
+  frame.Present->SetWidthInChars(textChars);
+  frame.Present->SetAlignment(Qt::AlignCenter);
+  if (family.FirstType == DeviceTypePhotocell) {
+    lblLightLevel = Add<Label>(first, "lblLightLevel");
+    lblLightLevel->SetWidthInChars(textChars);
+    lblLightLevel->setAccessibleName(QStringLiteral("Light Level"));
+  }
+  first->addStretch(1);
+
+  const int rows = FennlinkDevice(family.LastType).InputCount;
+  frame.Grid = new RowGrid(rows);
+  const auto numbers =
+      frame.Grid->AddNames(FamilyControlName("lblInput", family, "Number").constData());
+  for (int input = 0; input < rows; ++input) {
+    const QString number = QStringLiteral("Input %1").arg(input + 1);
+    frame.Grid->SetRowTitle(input, number);
+    numbers(input).SetCaption(number);
+  }
+  frame.InputStatus =
+      frame.Grid->Add<Label>(FamilyControlName("lblInput", family, "Status").constData(),
+                             {.Chars = 6, .HeaderText = QStringLiteral("Status")});
+  lines->addWidget(frame.Grid, 0, Qt::AlignLeft);
+}
+
+void frmT3FennlinkStatus::ShowConnected(bool connected) {
+  selector->setVisible(connected);
+  HideFrames();
+  cboFLinkDevice->Fill();
+  // No choice of the user: the first reading shows it.
+  cboFLinkDevice->setCurrentIndex(0);
+}
+
+void frmT3FennlinkStatus::HideFrames() {
+  for (const StatusFrame& frame : frames) frame.Frame->setVisible(false);
+  lblFLinkDeviceType->SetCaption({});
+}
+
+void frmT3FennlinkStatus::cboFLinkDevice_Click() {
+  HideFrames();
+  Update();
+}
+
+void frmT3FennlinkStatus::ReadStatus() {
+  const int device = cboFLinkDevice->ListIndex();
+  if (!GetDeviceStatus(device)) {
+    PanelConnectionLost();
+  } else if (device == cboFLinkDevice->ListIndex()) {
+    ShowStatus(device);
+  }
+}
+
+bool frmT3FennlinkStatus::GetDeviceStatus(int device) {
+  const int position = 2 + 2 * device;
+  if (PanelTransact("46", 134, 4) == 0) return false;
+  const Int32 bits = ReplyByte(position);
+  for (int i = 0; i < DeviceInputCount; ++i) InputFlags(i) = (bits >> i & 1) != 0 ? -1 : 0;
+  if (PanelTransact("47", 134, 4) == 0) return false;
+  DevicePresent = ReplyByte(position) != 0 ? -1 : 0;
+  if (PanelTransact("48", 134, 4) == 0) return false;
+  AnalogLevel = static_cast<Int16>(ReplyByte(position));
+  return true;
+}
+
+void frmT3FennlinkStatus::ShowStatus(int device) {
+  const int type = FennlinkRecords(device).DeviceType;
+  const FennlinkFamily* own = FamilyOf(type);
+  const bool present = DevicePresent != 0;
+  lblFLinkDeviceType->SetCaption(device == 0 ? QString() : TypeText(type));
+  for (std::size_t family = 0; family < frames.size(); ++family) {
+    const StatusFrame& frame = frames[family];
+    frame.Frame->setVisible(own == &FennlinkFamilies[family]);
+    if (own != &FennlinkFamilies[family]) continue;
+    frame.Present->SetCaption(present ? QStringLiteral("Connected")
+                                      : QStringLiteral("No Response"));
+    frame.Present->SetBackColor(present ? Colors::LightGreen : Colors::LightRed);
+    const int inputs = present ? FennlinkDevice(type).InputCount : 0;
+    frame.Grid->ShowRows(inputs);
+    for (int i = 0; i < frame.InputStatus.Count(); ++i) {
+      i < inputs ? ShowOnOff(frame.InputStatus(i), InputFlags(i) != 0)
+                 : frame.InputStatus(i).SetCaption({});
+    }
+  }
+  lblLightLevel->SetCaption(
+      present ? QStringLiteral("%1/255 (%2%)").arg(AnalogLevel).arg(ShownPercent(AnalogLevel))
+              : QString());
+}

@@ -1,0 +1,49 @@
+#include "status/force_timers_form.h"
+
+#include "link/panel_queue.h"
+#include "link/panel_transact.h"
+#include "panel/hex.h"
+#include "panel/panel_record.h"
+#include "shell/editor_rows.h"
+
+frmT3ForceTimers::frmT3ForceTimers()
+    : LiveForm(QStringLiteral("frmT3ForceTimers"), QStringLiteral("Force Timers")) {}
+
+void frmT3ForceTimers::Form_Load() {
+  AddNoConnection();
+  lblPleaseWait = AddLabel(nullptr, "lblPleaseWait", QStringLiteral("Please Wait"));
+  lblPleaseWait->SetBackColor(Colors::Yellow);
+  lblPleaseWait->SetAlignment(Qt::AlignCenter);
+  AddWidget(lblPleaseWait);
+  // A serial wait delivers no events, so that nothing would move to make room for the label.
+  QSizePolicy policy = lblPleaseWait->sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  lblPleaseWait->setSizePolicy(policy);
+
+  grid = new RowGrid(ItemCount, QStringLiteral("Timer "));
+  lblTimerName = grid->AddNames("lblTimerName", 13);
+  AddButtons(*grid, "cmdForce", QStringLiteral("Force"), 8)
+      .OnEach(&Button::Click, this, &frmT3ForceTimers::cmdForce_Click);
+  AddWidget(grid);
+}
+
+void frmT3ForceTimers::Form_Unload() {
+  ForgetRequests();
+}
+
+void frmT3ForceTimers::ShowConnected(bool connected) {
+  ShowNamedRows(*grid, lblTimerName, PanelRecord.TimerName, connected ? ItemCount : 0);
+  lblPleaseWait->setVisible(false);
+}
+
+void frmT3ForceTimers::cmdForce_Click(int index) {
+  AskPanel([this, index] {
+    lblPleaseWait->setVisible(true);
+    lblPleaseWait->repaint();
+    PanelTransact("13" + HexByte(index) + "0", 4, 4);
+    // Answered once the panel has done what the timer does.
+    const bool done = PanelTransact("02", 80, 6) != 0;
+    lblPleaseWait->setVisible(false);
+    if (!done) PanelConnectionLost();
+  });
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "status/status_form.h"
+
+/// Fires a timer at once.
+class frmT3ForceTimers : public LiveForm {
+  Q_OBJECT
+ public:
+  frmT3ForceTimers();
+  void Form_Load() override;
+  void Form_Unload() override;
+
+  void cmdForce_Click(int index);
+
+ protected:
+  void ShowConnected(bool connected) override;
+
+ private:
+  RowGrid* grid = nullptr;
+  ControlArray<Label> lblTimerName;
+  Label* lblPleaseWait = nullptr;
+};

@@ -1,0 +1,53 @@
+#include "status/input_status_form.h"
+
+#include "link/panel_transact.h"
+#include "panel/panel_record.h"
+#include "shell/editor_rows.h"
+
+namespace {
+
+void ShowLamp(Label& lamp, bool lit) {
+  lamp.SetBackColor(lit ? Colors::White : Colors::Grey);
+}
+
+}  // namespace
+
+frmT3InputStatus::frmT3InputStatus()
+    : StatusForm(QStringLiteral("frmT3InputStatus"), QStringLiteral("Input Status")) {}
+
+void frmT3InputStatus::Form_Load() {
+  AddUpdateControls();
+  grid = new RowGrid(ItemCount, QStringLiteral("Input "));
+  lblInputName = grid->AddNames("lblInputName", 13);
+  const auto addLamps = [this](const char* name, const QString& contact) {
+    const auto lamps = grid->Add<Label>(name, {.Chars = 6, .HeaderText = contact});
+    for (int i = 0; i < lamps.Count(); ++i) {
+      lamps(i).SetCaption(contact);
+      lamps(i).SetAlignment(Qt::AlignCenter);
+      ShowLamp(lamps(i), false);
+    }
+    return lamps;
+  };
+  lblInputOnStatus = addLamps("lblInputOnStatus", QStringLiteral("On"));
+  lblInputOffStatus = addLamps("lblInputOffStatus", QStringLiteral("Off"));
+  AddWidget(grid);
+}
+
+void frmT3InputStatus::ShowConnected(bool connected) {
+  shownRows = connected ? PanelIOCount() : 0;
+  ShowNamedRows(*grid, lblInputName, PanelRecord.InputName, shownRows);
+}
+
+void frmT3InputStatus::ShowInputStatus() {
+  if (PanelTransact("20FF", 52, 4) == 0) {
+    PanelConnectionLost();
+    return;
+  }
+  for (int i = 0; i < shownRows; ++i) {
+    const int state = ReplyCode(i + 2) - '0';
+    constexpr int bothContacts = 3;
+    if (state < 0 || state > bothContacts) continue;
+    ShowLamp(lblInputOnStatus(i), (state & 1) != 0);
+    ShowLamp(lblInputOffStatus(i), (state & 2) != 0);
+  }
+}

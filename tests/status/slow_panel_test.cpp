@@ -1,0 +1,51 @@
+#include <map>
+
+#include "link/panel_host.h"
+
+using simulator::Panel;
+using simulator::PanelThread;
+
+class SlowPanelTest : public PanelHostTest {};
+
+TEST_F(SlowPanelTest, PollsNeverStackWhenThePanelIsSlowerThanTheTimer) {
+  const QString address = OwnAddress();
+  PanelThread panel(TcpPanel(address));
+  ConnectTo(address);
+  std::map<std::string, int> before;
+  for (const std::string& frame : panel.FramesFromHost()) ++before[frame];
+  panel.AddFault("late:40x*");
+  Menu("mnuRelayStatus");
+  auto* form = window->LoadedForm("frmT3RelayStatus");
+  form->findChild<Timer*>("Timer1")->setInterval(5);
+  Press("cmdAutoUpdate");
+
+  int deepest = 0;
+  QTimer sampler;
+  QObject::connect(&sampler, &QTimer::timeout,
+                   [&] { deepest = std::max(deepest, HandlerDepth()); });
+  sampler.start(1);
+  for (int relay = 0; relay < 8; ++relay) {
+    Press(qPrintable(QStringLiteral("cmdTurnOn(%1)").arg(relay)));
+    QTest::qWait(30);
+  }
+  QTest::qWait(200);
+  Press("cmdAutoUpdate");
+  QTest::qWait(100);
+
+  // The sampler, the tick and its request; a poll inside a poll would add as many again.
+  EXPECT_LE(deepest, 6);
+  EXPECT_EQ(Connected, -1);
+  EXPECT_TRUE(messages.size() <= 1 && LinkStatus() == "Connected");
+  for (int relay = 0; relay < 16; ++relay) {
+    EXPECT_EQ(Caption("lblRelayStatus", relay), relay < 8 ? "On" : "Off") << relay;
+    EXPECT_EQ(panel.With([relay](Panel& p) { return p.Relay(relay); }), relay < 8);
+  }
+  std::map<std::string, int> sent;
+  for (const std::string& frame : panel.FramesFromHost()) ++sent[frame];
+  for (const auto& [frame, count] : sent) {
+    if (frame.substr(3, 2) == "10") {
+      EXPECT_EQ(count, 1) << frame;
+    }
+  }
+  EXPECT_TRUE(Find<QAction>("mnuEdit").isEnabled());
+}

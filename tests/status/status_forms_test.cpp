@@ -1,0 +1,215 @@
+#include "panel/hex.h"
+#include "status/live_panel.h"
+
+using Commands = std::vector<std::string>;
+
+class StatusFormsTest : public LivePanelTest {
+ protected:
+  static constexpr std::array pollingScreens = {"frmT3RelayStatus",    "frmT3RelayGroupStatus",
+                                                "frmT3InputStatus",    "frmT3FennlinkStatus",
+                                                "frmT3CapturePresets", "frmT3VirtualKeypad"};
+
+  /// A device block of the panel with one device's value.
+  static std::string Block(int device, int value) {
+    std::string data(130, '0');
+    return data.replace(static_cast<std::size_t>(2 * device), 2, HexByte(value));
+  }
+};
+
+TEST_F(StatusFormsTest, WithoutAPanelOnlyTheTextSaysSo) {
+  Connected = 0;
+  for (const char* screen : pollingScreens) {
+    ChildForm* form = Open(screen);
+    for (QWidget* control : form->findChildren<QWidget*>()) {
+      if (Shown(*control) && !control->objectName().isEmpty()) {
+        EXPECT_TRUE(control->objectName() == "lblNoConnection" ||
+                    control->objectName() == "lblHint")
+            << screen << " " << control->objectName().toStdString();
+      }
+    }
+  }
+  EXPECT_TRUE(commands.empty());
+}
+
+TEST_F(StatusFormsTest, AutomaticUpdatesLockTheMenusAndALostLinkUnlocksThem) {
+  for (const char* screen : pollingScreens) {
+    Connected = -1;
+    ChildForm* form = Open(screen);
+    Press("cmdAutoUpdate");
+    EXPECT_FALSE(MenusOn() || Find<Button>("cmdUpdateStatus").isEnabled()) << screen;
+    Press("cmdAutoUpdate");
+    EXPECT_TRUE(MenusOn() && Find<Button>("cmdUpdateStatus").isEnabled()) << screen;
+
+    Press("cmdAutoUpdate");
+    const auto panelAnswers = std::exchange(answer, [](const auto&) { return std::nullopt; });
+    Tick(form);
+    EXPECT_EQ(messages.back().Text, "Connection To Tamberloom 3 Panel Lost") << screen;
+    EXPECT_EQ(Connected, 0);
+    EXPECT_TRUE(MenusOn()) << screen;
+    EXPECT_EQ(window->LoadedForm(screen), nullptr);
+    EXPECT_TRUE(window->LoadedForm("frmT3Connect")->isVisible());
+    answer = panelAnswers;
+  }
+}
+
+TEST_F(StatusFormsTest, ATickInsideAWaitAsksNothing) {
+  for (const char* screen : pollingScreens) {
+    ChildForm* form = Open(screen);
+    Press("cmdUpdateStatus");
+    const Commands once = std::exchange(commands, {});
+    whileWaiting = [&] { Tick(form); };
+    Press("cmdUpdateStatus");
+    EXPECT_EQ(commands, once) << screen;
+  }
+}
+
+TEST_F(StatusFormsTest, AnyBytesInARightReplyAreShownAndNeverFail) {
+  for (const char* screen : pollingScreens) {
+    const bool keypad = screen == std::string("frmT3VirtualKeypad");
+    const bool fennlink = screen == std::string("frmT3FennlinkStatus");
+    FennlinkRecords(64).DeviceType = 9;
+    AnswerWith(std::string(130, '0'));
+    Open(screen);
+    if (fennlink) Choose("cboFLinkDevice", 64);
+    for (int byte = 0; byte < 256; ++byte) {
+      AnswerWith(std::string(keypad ? 82 : fennlink ? 130 : 48, static_cast<char>(byte)));
+      Press("cmdUpdateStatus");
+      ASSERT_TRUE(messages.empty()) << screen << " " << byte;
+      if (screen == std::string("frmT3RelayStatus")) {
+        EXPECT_EQ(Caption("lblRelayStatus", 15), byte == '0' ? "Off" : "On");
+      }
+      if (fennlink && byte == 'f') {
+        EXPECT_EQ(Text("lblLightLevel"), "255/255 (100%)");
+      }
+      if (fennlink && byte == 'g') {
+        EXPECT_EQ(Text("lblPresentF"), "No Response");
+      }
+    }
+  }
+}
+
+TEST_F(StatusFormsTest, ADigitPaintsTheTwoLampsOfAnInput) {
+  Open("frmT3InputStatus");
+  EXPECT_TRUE(Shown(Cell("lblInputOnStatus", 15)));
+  EXPECT_FALSE(Shown(Cell("lblInputOffStatus", 16)));
+  std::string digits(48, '0');
+  digits.replace(0, 5, "12303");
+  AnswerWith(digits);
+  Press("cmdUpdateStatus");
+  digits.replace(1, 4, "4\xFF x");
+  AnswerWith(digits);
+  Press("cmdUpdateStatus");
+  const auto lamps = [&](int i) {
+    return std::pair(Cell("lblInputOnStatus", i).BackColor() == Colors::White,
+                     Cell("lblInputOffStatus", i).BackColor() == Colors::White);
+  };
+  EXPECT_EQ(lamps(0), std::pair(true, false));
+  EXPECT_EQ(lamps(1), std::pair(false, true));
+  EXPECT_EQ(lamps(2), std::pair(true, true));
+  EXPECT_EQ(lamps(3), std::pair(false, false));
+  EXPECT_EQ(lamps(4), std::pair(true, true));
+  EXPECT_EQ(Cell("lblInputOnStatus", 3).BackColor(), Colors::Grey);
+}
+
+TEST_F(StatusFormsTest, AFennlinkDeviceShowsInTheFrameOfItsFamily) {
+  struct Device {
+    Int16 Type;
+    const char* Family;
+    const char* TypeText;
+    int Inputs;
+  };
+  Open("frmT3FennlinkStatus");
+  EXPECT_FALSE(Shown(Find<QGroupBox>("fraStatus16")));
+  for (const Device& device :
+       {Device{1, "16", "1 Push Button", 1}, Device{6, "16", "6/7/8 Push Button", 8},
+        Device{7, "7", "4 Input", 4}, Device{8, "8", "8 Input", 8}, Device{9, "F", "PhotoCell", 8},
+        Device{0, "", "None", 0}, Device{999, "", "None", 0}, Device{-1, "", "None", 0}}) {
+    FennlinkRecords(40).DeviceType = device.Type;
+    answer = [](const std::string& frame) {
+      const std::string command = frame.substr(3, 2);
+      return simulator::FrameReply(Block(40, command == "46" ? 0x81 : command == "47" ? 1 : 128));
+    };
+    commands.clear();
+    Choose("cboFLinkDevice", 40);
+    EXPECT_EQ(commands, (Commands{"46", "47", "48"}));
+    EXPECT_EQ(Text("lblFLinkDeviceType"), device.TypeText);
+    const QString family = device.Family;
+    for (const char* frame : {"16", "7", "8", "F"}) {
+      EXPECT_EQ(Shown(Find<QGroupBox>(QStringLiteral("fraStatus%1").arg(frame))), family == frame);
+    }
+    if (device.Inputs == 0) continue;
+    const QString status = QStringLiteral("lblInput%1Status").arg(family);
+    auto& present = Find<Label>("lblPresent" + family);
+    EXPECT_EQ(present.Caption(), "Connected");
+    EXPECT_EQ(Caption(status, 0), "On");
+    EXPECT_EQ(Cell(status, 0).BackColor(), Colors::White);
+    EXPECT_EQ(Caption(status, device.Inputs - 1), device.Inputs == 8  ? "On"
+                                                  : device.Inputs > 1 ? "Off"
+                                                                      : "On");
+    if (device.Inputs == 1) {
+      EXPECT_FALSE(Shown(Cell(status, 1)));
+    }
+    if (device.Type == 9) {
+      EXPECT_EQ(Text("lblLightLevel"), "128/255 (50%)");
+    }
+
+    AnswerWith(std::string(130, '0'));
+    Press("cmdUpdateStatus");
+    EXPECT_EQ(present.Caption(), "No Response");
+    EXPECT_TRUE(!Shown(Cell(status, 0)) && Caption(status, 0).isEmpty());
+    if (device.Type == 9) {
+      EXPECT_TRUE(Text("lblLightLevel").isEmpty());
+    }
+  }
+}
+
+TEST_F(StatusFormsTest, PresetsShowTheirStateAndCaptureTheInstalledRelays) {
+  Open("frmT3CapturePresets");
+  AnswerWith("210x" + std::string(44, '0'));
+  Press("cmdUpdateStatus");
+  EXPECT_EQ(Caption("lblPresetStatus", 0), "---");
+  EXPECT_FALSE(Shown(Find<Button>("cmdSet(0)")));
+  EXPECT_EQ(Caption("lblPresetStatus", 1), "Set");
+  EXPECT_EQ(Cell("lblPresetStatus", 3).BackColor(), Colors::White);
+  EXPECT_EQ(Caption("lblPresetStatus", 2), "Off");
+  EXPECT_TRUE(Shown(Find<Button>("cmdSet(2)")));
+
+  answer = [this](const std::string& frame) { return panel.Answer(frame); };
+  panel.SetRelay(5, true);
+  PanelRecord.PresetRelayControl(7, 16) = 1;
+  DataChanged = 0;
+  commands.clear();
+  Press("cmdCapture(7)");
+  Press("cmdSet(7)");
+  EXPECT_EQ(commands, (Commands{"41070", "23FF", "40070"}));
+  EXPECT_EQ(PanelRecord.PresetRelayControl(7, 5), 1);
+  EXPECT_EQ(PanelRecord.PresetRelayControl(7, 15), 2);
+  EXPECT_EQ(PanelRecord.PresetRelayControl(7, 16), 1);
+  EXPECT_EQ(DataChanged, -1);
+}
+
+TEST_F(StatusFormsTest, AForcedTimerIsWaitedForAndATimerThatIsNotAnsweredLosesTheLink) {
+  PanelRecord.TimerName(47) = "Caf\xE9";
+  Open("frmT3ForceTimers");
+  EXPECT_EQ(Caption("lblTimerName", 47), QString::fromUtf8("Café"));
+  auto& wait = Find<Label>("lblPleaseWait");
+  EXPECT_FALSE(Shown(wait));
+  bool seen = false;
+  whileWaiting = [&] { seen = Shown(wait); };
+  Press("cmdForce(47)");
+  EXPECT_EQ(commands, (Commands{"132F0", "02"}));
+  EXPECT_TRUE(seen && !Shown(wait) && messages.empty());
+
+  // The command itself may go unanswered; the wait for its end may not.
+  answer = [](const std::string& frame) {
+    return frame.substr(3, 2) == "13" ? std::string() : simulator::FrameReply(std::string(76, 'x'));
+  };
+  Press("cmdForce(0)");
+  EXPECT_TRUE(messages.empty());
+  answer = [](const auto&) { return std::nullopt; };
+  Press("cmdForce(0)");
+  EXPECT_EQ(messages.back().Text, "Connection To Tamberloom 3 Panel Lost");
+
+  Open("frmT3ForceTimers");
+  EXPECT_TRUE(Shown(Find<Label>("lblNoConnection")) && !Shown(Cell("lblTimerName", 0)));
+}
