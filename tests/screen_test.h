@@ -62,9 +62,12 @@ class ScreenTest : public testing::Test {
     return *control;
   }
 
-  Label& Cell(const QString& name, int index) {
-    return Find<Label>(QStringLiteral("%1(%2)").arg(name).arg(index));
+  template <typename Control>
+  Control& Find(const QString& name, int index) {
+    return Find<Control>(QStringLiteral("%1(%2)").arg(name).arg(index));
   }
+
+  Label& Cell(const QString& name, int index) { return Find<Label>(name, index); }
 
   QString Caption(const QString& name, int index) { return Cell(name, index).Caption(); }
 
@@ -72,6 +75,7 @@ class ScreenTest : public testing::Test {
   bool Shown(QWidget& control) { return control.isVisibleTo(window.get()); }
 
   void Click(QWidget& control) { QTest::mouseClick(&control, Qt::LeftButton); }
+  void Press(const char* button) { Click(Find<Button>(QString::fromLatin1(button))); }
 
   /// Clicks the middle of a list's item as a user does.
   void ChooseInPlace(const QString& name, int index) {

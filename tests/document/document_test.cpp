@@ -1,6 +1,4 @@
-#include <QFile>
 #include <algorithm>
-#include <random>
 
 #include "document/doc_file.h"
 #include "document/sample_panel.h"
@@ -23,9 +21,8 @@ bool HasLines(const std::string& document, const std::string& lines) {
 }
 
 void ExpectGolden(const char* name) {
-  QFile file(QStringLiteral(TEST_DATA_DIR "/document/golden/%1.txt").arg(name));
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << name;
-  const std::string golden = file.readAll().toStdString();
+  const std::string golden =
+      FileText(QStringLiteral(TEST_DATA_DIR "/document/golden/%1.txt").arg(name));
   const std::string document = RenderAll();
   const auto differs =
       std::mismatch(golden.begin(), golden.end(), document.begin(), document.end());
@@ -49,23 +46,19 @@ TEST_F(TextDocument, OfEveryCode) {
 }
 
 TEST_F(TextDocument, PanelSettingsLeaveOutWhatHasNoWord) {
-  const auto expectWords = [](Int16& field, Int16 first, const std::string& label,
-                              std::initializer_list<const char*> words) {
-    field = static_cast<Int16>(first - 1);
-    EXPECT_EQ(Render({0}).find(label), std::string::npos) << field;
-    for (const char* word : words) {
-      ++field;
-      EXPECT_TRUE(HasLines(Render({0}), label + '\t' + word)) << word;
-    }
-    ++field;
-    EXPECT_EQ(Render({0}).find(label), std::string::npos) << field;
-  };
   auto& panel = PanelRecord;
-  expectWords(panel.AddOnModuleType, 0, "AddOn Module Type",
-              {"None", "DMX", "MODBus", "N2", "Voice DTMF", "BACnet"});
-  expectWords(panel.TimeZone, 0, "Time Zone",
-              {"Eastern", "Central", "Mountain", "Pacific", "Alaska"});
-  expectWords(panel.DSTStartWeek, 1, "DST Start Week", {"1st", "2nd", "3rd", "4th", "Last"});
+  panel.AddOnModuleType = panel.TimeZone = panel.DSTStartWeek = 5;
+  const std::string last = Render({0});
+  EXPECT_TRUE(HasLines(last, "AddOn Module Type\tBACnet"));
+  EXPECT_EQ(last.find("Time Zone\t"), std::string::npos);
+  EXPECT_TRUE(HasLines(last, "DST Start Week\tLast"));
+  for (const Int16 none : {Int16{-1}, Int16{6}}) {
+    panel.AddOnModuleType = panel.TimeZone = none;
+    panel.DSTStartWeek = none < 0 ? 0 : none;
+    for (const char* label : {"AddOn Module Type", "Time Zone", "DST Start Week"}) {
+      EXPECT_EQ(Render({0}).find(label), std::string::npos) << label << none;
+    }
+  }
 }
 
 TEST_F(TextDocument, PanelSettingsOfTheOtherChoices) {
@@ -89,8 +82,10 @@ TEST_F(TextDocument, PanelSettingsOfTheOtherChoices) {
   }
 }
 
-TEST_F(TextDocument, HoldsTheChosenSections) {
+TEST_F(TextDocument, HoldsTheChosenSectionsWithNamesAsTheyStand) {
+  PanelRecord.RelayName(0) = std::string("A\tB\r\n\0\x80\xFF", 8);
   const std::string two = Render({9, 1});
+  EXPECT_NE(two.find("01\t" + PanelRecord.RelayName(0) + "\t\t\tOff"), std::string::npos);
   EXPECT_LT(two.find("[Relay Schedule]"), two.find("[Off Hours Sweeps Relay Schedule]"));
   EXPECT_EQ(two.find("[Group Schedule]"), std::string::npos);
   EXPECT_EQ(Render({DMXSection}), Render({})) << "no DMX module";
@@ -98,36 +93,20 @@ TEST_F(TextDocument, HoldsTheChosenSections) {
   EXPECT_TRUE(HasLines(Render({DMXSection}), "[DMX Schedule]"));
 }
 
-TEST_F(TextDocument, WritesNamesAsTheyStand) {
-  PanelRecord.RelayName(0) = std::string("A\tB\r\n\0\x80\xFF", 8);
-  EXPECT_NE(Render({1}).find("01\t" + PanelRecord.RelayName(0) + "\t\t\tOff"), std::string::npos);
-}
-
 TEST_F(TextDocument, SurvivesNonsense) {
-  std::mt19937 random(3);
-  const auto fill = [&random](auto& table) {
-    for (auto& element : table.elements) element = static_cast<Int16>(random());
-  };
-  auto& panel = PanelRecord;
-  panel.AddOnModuleType = 1;
-  for (int round = 0; round < 20; ++round) {
-    for (ItemArray* array :
-         {&panel.InputPreset, &panel.RelayTimerType, &panel.RelayPowerOnType, &panel.InputType,
-          &panel.InputEnableTime, &panel.LocalPilot, &panel.TimerTimeType, &panel.TimerTime,
-          &panel.TimerDays, &panel.TimerHolidayMonth, &panel.DMXChannel}) {
-      fill(*array);
-    }
-    fill(panel.InputTimedOnTime);
-    fill(panel.NormalOpenTime);
-    fill(panel.DateOpenTime);
-    fill(panel.DateCloseTime);
+  const std::string newPanel = Document();
+  ProjectDocument document{PanelRecord, FennlinkRecords, DimmerBlock};
+  for (unsigned seed = 1; seed <= 20; ++seed) {
+    DecodeProject(Nonsense(newPanel, seed), document);
+    PanelRecord = document.Panel;
+    FennlinkRecords = document.Devices;
+    DimmerBlock = document.Dimmers;
     for (FennlinkRecord& device : FennlinkRecords.elements) {
-      device.DeviceType = static_cast<Int16>(random() % 12 - 1);
-      fill(device.DeviceInputType);
-      fill(device.DevicePilot);
+      device.DeviceType = static_cast<Int16>(device.DeviceType % 12);
     }
-    for (auto& element : DimmerBlock.elements) element = static_cast<Int16>(random() % 128);
-    panel.IOCount.elements.fill(static_cast<Int16>(random() % 9));
+    for (Int16& element : DimmerBlock.elements) element = static_cast<Int16>(element & 127);
+    PanelRecord.AddOnModuleType = 1;
+    PanelRecord.IOCount.elements.fill(static_cast<Int16>(seed % 9));
     EXPECT_TRUE(RenderAll().ends_with("[End Of File]\r\n"));
   }
 }

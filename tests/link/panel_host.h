@@ -4,45 +4,21 @@
 
 #include "link/panel_image.h"
 #include "link/panel_transact.h"
-#include "link/transport.h"
+#include "link/scripted_transport.h"
 #include "screen_test.h"
-#include "shell/stopwatch.h"
 #include "simulator/panel_thread.h"
 
-/// A clock that runs faster than the real one, with the real transports waiting accordingly less.
-class FastClock {
+/// A clock that runs faster than the real one, with the real socket waiting accordingly less.
+class FastClock : ClockSeams {
  public:
-  explicit FastClock(int factor)
-      : factor_(factor), realClock_(MonotonicMsSeam), realPause_(PauseSeam) {
-    MonotonicMsSeam = [this] { return realClock_() * factor_; };
-    PauseSeam = [this](qint64 ms) { realPause_(ms / factor_); };
-    ReplaceTransports(std::make_unique<Serial>(factor), std::make_unique<Socket>(factor));
+  explicit FastClock(int factor) {
+    MonotonicMsSeam = [this, factor] { return RealClock() * factor; };
+    PauseSeam = [this, factor](qint64 ms) { RealPause(ms / factor); };
+    ReplaceTransports(nullptr, std::make_unique<Socket>(factor));
   }
-  ~FastClock() {
-    MonotonicMsSeam = realClock_;
-    PauseSeam = realPause_;
-    ReplaceTransports(nullptr, nullptr);
-  }
-  FastClock(const FastClock&) = delete;
-  FastClock& operator=(const FastClock&) = delete;
+  ~FastClock() { ReplaceTransports(nullptr, nullptr); }
 
  private:
-  struct Serial : SerialControl {
-    explicit Serial(int factor) : Factor(factor), Real(NewSerialControl()) {}
-    void SetCommPort(int port) override { Real->SetCommPort(port); }
-    void SetSettings(const std::string& settings) override { Real->SetSettings(settings); }
-    void SetPortOpen(bool open) override { Real->SetPortOpen(open); }
-    bool PortOpen() const override { return Real->PortOpen(); }
-    void SetRTSEnable(bool on) override { Real->SetRTSEnable(on); }
-    void SetDTREnable(bool on) override { Real->SetDTREnable(on); }
-    void Output(const std::string& text) override { Real->Output(text); }
-    std::string Input() override { return Real->Input(); }
-    int InBufferCount() override { return Real->InBufferCount(); }
-    void Wait(int count, qint64 ms) override { Real->Wait(count, ms / Factor + 1); }
-    int Factor;
-    std::unique_ptr<SerialControl> Real;
-  };
-
   struct Socket : SocketControl {
     explicit Socket(int factor) : Factor(factor), Real(NewSocketControl()) {}
     void SetLocalPort(quint16 port) override { Real->SetLocalPort(port); }
@@ -58,10 +34,6 @@ class FastClock {
     int Factor;
     std::unique_ptr<SocketControl> Real;
   };
-
-  int factor_;
-  std::function<qint64()> realClock_;
-  std::function<void(qint64)> realPause_;
 };
 
 /// The main window with the connection screen, and simulated panels for it to reach.
@@ -89,10 +61,9 @@ class PanelHostTest : public ScreenTest {
   }
 
   /// A panel on a pseudo-terminal that is COM7.
-  simulator::Options PtyPanel(std::optional<simulator::Modem::Options> modem = {}) const {
+  simulator::Options PtyPanel() const {
     simulator::PtyServer::Options pty;
     pty.Link = DataPath(QStringLiteral("Ports/COM7"));
-    pty.WithModem = modem;
     return simulator::PanelThread::PtyOptions(pty);
   }
 
@@ -111,13 +82,8 @@ class PanelHostTest : public ScreenTest {
     messages.clear();
   }
 
-  void Press(const char* button) { Click(Find<Button>(QString::fromLatin1(button))); }
-
   void TypePassWord(const char* name, const char* digits) {
-    for (int i = 0; i < 6; ++i) {
-      QTest::keyClick(&Find<TextBox>(QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(i)),
-                      digits[i]);
-    }
+    for (int i = 0; i < 6; ++i) QTest::keyClick(&Find<TextBox>(name, i), digits[i]);
   }
 
   void Download(const char* password = "000000") {
@@ -133,13 +99,13 @@ class PanelHostTest : public ScreenTest {
   /// That nothing is left locked by a transfer: menus, buttons, progress.
   void ExpectUsable() {
     EXPECT_TRUE(Find<QAction>("mnuEdit").isEnabled());
-    EXPECT_TRUE(Find<Button>("cmdConnect").isEnabled());
-    EXPECT_TRUE(Find<Button>("cmdSetQZClock").isEnabled());
-    EXPECT_FALSE(Find<Button>("cmdDownLoadToT2").isHidden());
-    EXPECT_FALSE(Find<Button>("cmdUpLoadFromT2").isHidden());
-    EXPECT_TRUE(Find<Button>("cmdCancelUpDownLoad").isHidden());
-    EXPECT_TRUE(Find<QGroupBox>("fraPassWord").isHidden());
-    EXPECT_TRUE(Find<Label>("lblActivityProgress").isHidden());
+    for (const char* button :
+         {"cmdConnect", "cmdSetQZClock", "cmdDownLoadToT2", "cmdUpLoadFromT2"}) {
+      EXPECT_TRUE(Find<Button>(button).isEnabled() && !Find<Button>(button).isHidden()) << button;
+    }
+    for (const char* hidden : {"cmdCancelUpDownLoad", "fraPassWord", "lblActivityProgress"}) {
+      EXPECT_TRUE(Find<QWidget>(hidden).isHidden()) << hidden;
+    }
     EXPECT_EQ(Find<Button>("cmdConnect").Caption(),
               Connected != 0 ? "Disconnect From Tamberloom 3" : "Connect To Tamberloom 3");
     EXPECT_EQ(Find<QGroupBox>("fraOnLineFunctions").isHidden(), Connected == 0);

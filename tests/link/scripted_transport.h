@@ -11,27 +11,23 @@
 #include "panel/program_state.h"
 #include "shell/stopwatch.h"
 
+/// Puts the real clock back when it goes.
+struct ClockSeams {
+  ~ClockSeams() {
+    MonotonicMsSeam = RealClock;
+    PauseSeam = RealPause;
+  }
+  std::function<qint64()> RealClock = MonotonicMsSeam;
+  std::function<void(qint64)> RealPause = PauseSeam;
+};
+
 /// A clock that only moves when it is told to.
-class HandClock {
- public:
+struct HandClock : ClockSeams {
   HandClock() {
-    oldClock_ = MonotonicMsSeam;
-    oldPause_ = PauseSeam;
     MonotonicMsSeam = [this] { return NowMs; };
     PauseSeam = [this](qint64 ms) { NowMs += ms; };
   }
-  ~HandClock() {
-    MonotonicMsSeam = oldClock_;
-    PauseSeam = oldPause_;
-  }
-  HandClock(const HandClock&) = delete;
-  HandClock& operator=(const HandClock&) = delete;
-
   qint64 NowMs = 1000;
-
- private:
-  std::function<qint64()> oldClock_;
-  std::function<void(qint64)> oldPause_;
 };
 
 /// The far end of a conversation: what it answers to each text sent, in order, and how late. All
@@ -149,8 +145,6 @@ class ScriptedTransports {
     ReplaceTransports(nullptr, nullptr);
     Connected = 0;
   }
-  ScriptedTransports(const ScriptedTransports&) = delete;
-  ScriptedTransports& operator=(const ScriptedTransports&) = delete;
 
   HandClock Clock;
   ScriptedLine Serial{Clock};

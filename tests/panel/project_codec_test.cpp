@@ -1,26 +1,11 @@
 #include <cstring>
-#include <random>
 
 #include "panel/document_fixture.h"
 
 namespace {
 
 int Int16At(const std::string& bytes, std::size_t offset) {
-  Int16 value = 0;
-  std::memcpy(&value, bytes.data() + offset, sizeof value);
-  return value;
-}
-
-/// Every number of the file becomes nonsense; lengths and texts of names stay as they are.
-std::string Nonsense(std::string bytes) {
-  const std::string names = bytes.substr(36194, 2458);
-  std::minstd_rand random(1);
-  for (std::size_t i = 2; i < bytes.size(); ++i) {
-    const bool inDevice = i >= 39508 && i < 164698;
-    if (inDevice && (i - 39508) % 1926 >= 2 && (i - 39508) % 1926 < 12) continue;
-    bytes[i] = static_cast<char>(random() >> 8);
-  }
-  return bytes.replace(36194, names.size(), names);
+  return static_cast<Int16>(static_cast<unsigned char>(bytes[offset]) | bytes[offset + 1] << 8);
 }
 
 }  // namespace

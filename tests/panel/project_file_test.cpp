@@ -7,10 +7,8 @@
 
 #include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QTemporaryDir>
 #include <csignal>
-#include <random>
 
 #include "panel/document_fixture.h"
 
@@ -20,10 +18,7 @@ class ProjectFileTest : public DocumentTest {
 
   QString Path(const char* name) const { return folder_.filePath(QLatin1String(name)); }
 
-  static std::string OnDisk() {
-    QFile file(CurrentFileName);
-    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "no file";
-  }
+  static std::string OnDisk() { return FileText(CurrentFileName); }
 
   qsizetype FilesInFolder() const {
     return QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden).size();
@@ -48,15 +43,14 @@ class ProjectFileTest : public DocumentTest {
 
 TEST_F(ProjectFileTest, SaveAndOpenKeepTheOldTail) {
   PanelRecord.PanelName = "A rather long name";
+  PanelRecord.RelayTimerType(3) = FennlinkRecords(64).DeviceType = DimmerBlock(6155) = 1;
   WriteProjectFile();
   const std::string longer = OnDisk();
   PanelRecord.PanelName = "Hall";
   WriteProjectFile();
   EXPECT_EQ(OnDisk(), Document() + longer.substr(longer.size() - 14));
   const std::string saved = Document();
-  PanelRecord = {};
-  FennlinkRecords = {};
-  DimmerBlock = {};
+  LoadDefaults();
   ReadProjectFile();
   EXPECT_EQ(Document(), saved);
   EXPECT_EQ(FilesInFolder(), 1);
@@ -94,7 +88,7 @@ TEST_F(ProjectFileTest, AFullDiskLeavesTheOldFile) {
   rlimit limit{};
   getrlimit(RLIMIT_FSIZE, &limit);
   const auto previous = std::signal(SIGXFSZ, SIG_IGN);
-  for (const rlim_t size : {rlim_t{0}, rlim_t{100'000}, rlim_t{177'009}, rlim_t{177'013}}) {
+  for (const rlim_t size : {rlim_t{0}, rlim_t{100'000}, rlim_t{177'013}}) {
     const rlimit small{size, limit.rlim_max};
     setrlimit(RLIMIT_FSIZE, &small);
     const std::string message = Failure(WriteProjectFile);
@@ -112,13 +106,10 @@ TEST_F(ProjectFileTest, LinksAndPermissionsStay) {
   ASSERT_EQ(chmod(target.constData(), 0640), 0);
   ASSERT_TRUE(QFile::link(QStringLiteral("Hall.T3"), Path("near.T3")));
   ASSERT_TRUE(QFile::link(QStringLiteral("near.T3"), Path("far.T3")));
-  for (const char* link : {"near.T3", "far.T3"}) {
-    CurrentFileName = Path(link);
-    ++PanelRecord.ComPort;
-    WriteProjectFile();
-    CurrentFileName = Path("Hall.T3");
-    EXPECT_EQ(OnDisk(), Document()) << link;
-  }
+  CurrentFileName = Path("far.T3");
+  ++PanelRecord.ComPort;
+  WriteProjectFile();
+  EXPECT_EQ(FileText(Path("Hall.T3")), Document());
   struct stat status {};
   ASSERT_EQ(lstat(target.constData(), &status), 0);
   EXPECT_EQ(status.st_mode, mode_t{S_IFREG | 0640});
@@ -126,14 +117,12 @@ TEST_F(ProjectFileTest, LinksAndPermissionsStay) {
 }
 
 TEST_F(ProjectFileTest, AKilledSaveLeavesTheOldFileOrTheNewOne) {
-  ProjectDocument documents[2];
-  std::string bytes[2];
-  for (int i = 0; i < 2; ++i) {
-    PanelRecord.InputTimedOnTime.elements.fill(i);
-    DimmerBlock.elements.fill(static_cast<Int16>(i));
-    documents[i] = {PanelRecord, FennlinkRecords, DimmerBlock};
-    bytes[i] = Document();
-  }
+  const auto fill = [](int value) {
+    PanelRecord.InputTimedOnTime.elements.fill(value);
+    DimmerBlock.elements.fill(static_cast<Int16>(value));
+    return Document();
+  };
+  const std::string bytes[] = {fill(0), fill(1)};
   QElapsedTimer clock;
   clock.start();
   WriteProjectFile();
@@ -144,8 +133,7 @@ TEST_F(ProjectFileTest, AKilledSaveLeavesTheOldFileOrTheNewOne) {
   for (int i = 0; i < 200; ++i) {
     const pid_t child = fork();
     for (int turn = i; child == 0; ++turn) {
-      PanelRecord = documents[turn % 2].Panel;
-      DimmerBlock = documents[turn % 2].Dimmers;
+      fill(turn % 2);
       if (write(started[1], "", 1) == 1) WriteProjectFile();
     }
     char signal = 0;
