@@ -77,7 +77,7 @@ Label::Label(QWidget* parent) : QWidget(parent) {
 
 void Label::SetCaption(const QString& caption) {
   if (caption == caption_) return;
-  const bool sized = widthInChars_ > 0;
+  const bool sized = widthInChars_ > 0 && !growsWithCaption_;
   caption_ = caption;
   if (!sized) updateGeometry();
   update();
@@ -110,13 +110,17 @@ void Label::MakeFocusable() {
 
 QSize Label::sizeHint() const {
   const QFontMetrics metrics(font());
-  const int width = widthInChars_ > 0 ? metrics.averageCharWidth() * widthInChars_
-                                      : metrics.horizontalAdvance(caption_);
+  int width = metrics.averageCharWidth() * widthInChars_;
+  if (widthInChars_ == 0 || growsWithCaption_) {
+    width = std::max(width, metrics.horizontalAdvance(caption_));
+  }
   return {width + 2 * CellPadding + 2, metrics.height() + 6};
 }
 
 QSize Label::minimumSizeHint() const {
-  return {widthInChars_ > 0 ? sizeHint().width() : 0, sizeHint().height()};
+  const QFontMetrics metrics(font());
+  const int width = metrics.averageCharWidth() * widthInChars_ + 2 * CellPadding + 2;
+  return {widthInChars_ > 0 ? width : 0, metrics.height() + 6};
 }
 
 void Label::paintEvent(QPaintEvent*) {

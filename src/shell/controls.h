@@ -51,6 +51,8 @@ class Label : public QWidget {
 
   /// Room for this many average characters at the least.
   void SetWidthInChars(int chars);
+  /// Wishes for the width of its caption where there is more room than the least.
+  void SetGrowsWithCaption() { growsWithCaption_ = true; }
   void SetAlignment(Qt::Alignment alignment) { alignment_ = alignment; }
   /// Where a caption that is too long loses its text; at its end unless told otherwise.
   void SetElideMode(Qt::TextElideMode mode) { elideMode_ = mode; }
@@ -84,6 +86,7 @@ class Label : public QWidget {
   Qt::Alignment alignment_ = Qt::AlignLeft | Qt::AlignVCenter;
   Qt::TextElideMode elideMode_ = Qt::ElideRight;
   int widthInChars_ = 0;
+  bool growsWithCaption_ = false;
   Look look_ = Look::Plain;
 };
 

@@ -50,17 +50,20 @@ RowGrid::RowGrid(int rows, const QString& word)
 ControlArray<Label> RowGrid::AddNames(const char* name, int chars) {
   nameColumn_ = columns_;
   auto names = Add<Label>(name, {.Chars = chars});
-  for (int row = 0; row < rows_; ++row) Describe(row);
+  for (int row = 0; row < rows_; ++row) {
+    names(row).SetGrowsWithCaption();
+    Describe(row);
+  }
   return names;
 }
 
 void RowGrid::BeginColumn(const Options& options) {
   headerTexts_.push_back(options.HeaderText);
   if (!options.SharesCell) ++columns_;
+  // Names take the room that they need, values the rest.
   const bool names = nameColumn_ == static_cast<int>(headerTexts_.size()) - 1;
-  for (std::size_t block = 0; block < headers_.size(); ++block) {
-    grid_->setColumnStretch(static_cast<int>(block) * columnsPerBlock + columns_ - 1,
-                            names ? 3 : 4);
+  for (int block = 0; block < static_cast<int>(headers_.size()); ++block) {
+    grid_->setColumnStretch(block * columnsPerBlock + columns_ - 1, names ? 0 : 1);
   }
   if (!options.Header) return;
   for (std::size_t block = 0; block < headers_.size(); ++block) {
