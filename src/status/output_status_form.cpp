@@ -37,7 +37,6 @@ OutputStatusForm::OutputStatusForm(const char* name)
 void OutputStatusForm::Form_Load() {
   QHBoxLayout* update = AddUpdateControls();
   if (screen.InstalledOnly) {
-    update->addStretch(1);
     cmdAllOn = Add<Button>(update, "cmdAllRelaysOn", QStringLiteral("All Relays On"));
     cmdAllOn->Click = [this] { SwitchAll(true); };
     cmdAllOff = Add<Button>(update, "cmdAllRelaysOff", QStringLiteral("All Relays Off"));
@@ -47,6 +46,7 @@ void OutputStatusForm::Form_Load() {
   lblName = grid->AddNames(screen.NameLabel);
   lblStatus =
       grid->Add<Label>(screen.StatusLabel, {.Chars = 4, .HeaderText = QStringLiteral("Status")});
+  for (int i = 0; i < lblStatus.Count(); ++i) lblStatus(i).SetAlignment(Qt::AlignCenter);
   AddButtons(*grid, "cmdTurnOn", QStringLiteral("On"), 4)
       .OnEach(&Button::Click, this, &OutputStatusForm::cmdTurnOn_Click);
   AddButtons(*grid, "cmdTurnOff", QStringLiteral("Off"), 4)

@@ -33,7 +33,6 @@ QHBoxLayout* StatusForm::AddUpdateControls() {
   AddWidget(updateControls_);
   auto* row = new QHBoxLayout(updateControls_);
   row->setContentsMargins(0, 0, 0, 0);
-  row->setAlignment(Qt::AlignLeft);
   cmdUpdateStatus = Add<Button>(row, "cmdUpdateStatus", QStringLiteral("Update Status"));
   cmdUpdateStatus->Click = [this] { cmdUpdateStatus_Click(); };
   cmdAutoUpdate = Add<Button>(row, "cmdAutoUpdate", QString());
@@ -42,8 +41,14 @@ QHBoxLayout* StatusForm::AddUpdateControls() {
   lblAutoUpdate->SetWidthInChars(18);
   lblAutoUpdate->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   lblAutoUpdate->SetAlignment(Qt::AlignCenter);
+  row->addStretch(1);
   Timer1 = new Timer(this, "Timer1", 250);
   Timer1->Tick = [this] { Timer1_Timer(); };
+  tmrFirstReading = new Timer(this, "tmrFirstReading", 0);
+  tmrFirstReading->Tick = [this] {
+    tmrFirstReading->SetEnabled(false);
+    Update();
+  };
   SetAutoUpdating(false);
   return row;
 }
@@ -52,12 +57,12 @@ void StatusForm::Form_Activate() {
   const bool connected = Connected != 0;
   updateControls_->setVisible(connected);
   LiveForm::Form_Activate();
-  // Once the screen is there to be seen: the panel may take its time.
-  if (connected) QTimer::singleShot(0, this, [this] { Update(); });
+  tmrFirstReading->SetEnabled(connected);
 }
 
 void StatusForm::Form_Unload() {
   Timer1->SetEnabled(false);
+  tmrFirstReading->SetEnabled(false);
   ForgetRequests();
   // A lost connection closes the screen while the menus are locked.
   if (autoUpdating_) EnableMainMenus();

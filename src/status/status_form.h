@@ -62,4 +62,5 @@ class StatusForm : public LiveForm {
   Button* cmdAutoUpdate = nullptr;
   Label* lblAutoUpdate = nullptr;
   Timer* Timer1 = nullptr;
+  Timer* tmrFirstReading = nullptr;  ///< Reads once the screen is there to be seen.
 };
