@@ -59,9 +59,7 @@ void frmT3Connect::Form_Load() {
   Timer1 = new Timer(this, "Timer1", 250);
   Timer1->Tick = [this] { Timer1_Timer(); };
   Link.DisconnectQZ = [this] { DisconnectQZ(); };
-  Link.ShowNetworkDiagnostics = [this](bool show) {
-    cmdNetworkDiagnostics->setVisible(show);
-  };
+  Link.ShowNetworkDiagnostics = [this](bool show) { cmdNetworkDiagnostics->setVisible(show); };
   UpdateStatusBar();
 }
 
@@ -109,6 +107,7 @@ QWidget* frmT3Connect::BuildSettings() {
   cmdConnect = Add<Button>(column, "cmdConnect", QStringLiteral("Connect To Tamberloom 3"));
   cmdConnect->Click = [this] { cmdConnect_Click(); };
   lblModem = AddLabel(column, "lblModem", {});
+  lblModem->SetAlignment(Qt::AlignCenter);
   lblModem->setVisible(false);
   lblTrouble = WrappedLine("lblTrouble");
   column->addWidget(lblTrouble, 1);

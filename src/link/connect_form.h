@@ -87,7 +87,7 @@ class frmT3Connect : public ChildForm {
   Int16 FetchImage();
   Int16 CompareSums(Int32 sum);
   void UploadAnswered();
-  void ClearHostData();
+  void ClearHostData(bool showPorts);
   void CheckHardware(Int16 addOnType);
 
   std::string PanelFirmwareText;

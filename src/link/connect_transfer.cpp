@@ -262,7 +262,7 @@ void frmT3Connect::UpLoadSettings() {
     MsgBox(QStringLiteral("Upload Error: %1").arg(outcome) + cleared, MsgIcon::Critical,
            QStringLiteral("Error"));
   }
-  ClearHostData();
+  ClearHostData(outcome == Cancelled);
 }
 
 /// The document is touched only once the sum agrees.
@@ -292,11 +292,13 @@ Int16 frmT3Connect::FetchImage() {
   return outcome;
 }
 
-void frmT3Connect::ClearHostData() {
+/// New-panel defaults, and the connection's settings shown as they are then.
+void frmT3Connect::ClearHostData(bool showPorts) {
   DisconnectQZ();
   LoadDefaults();
   SelectComPort();
-  ShowConnectionType();
+  for (int i = 0; i < chkConnectionType.Count(); ++i) chkConnectionType(i).setChecked(i == 0);
+  if (showPorts) comPorts->setVisible(true);
   txtPhoneNumber->SetText(ToUnicode(PhoneNumber()));
   txtTCPIP->SetText(ToUnicode(TcpAddress()));
 }

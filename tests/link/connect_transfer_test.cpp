@@ -159,6 +159,7 @@ TEST_F(TransferTest, EveryFaultOfAnUploadIsToldAndClearsTheDocument) {
     });
     EXPECT_EQ(PanelRecord.RelayTimerType(7), 0) << fault;
     EXPECT_EQ(ConnectionType(), told == complete ? 2 : 0) << "the defaults are a direct line";
+    EXPECT_FALSE(Shown(Find<OptionButton>("optComPort(0)"))) << "only a cancel shows the ports";
   }
 }
 
