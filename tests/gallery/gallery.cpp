@@ -7,12 +7,16 @@
 #include "panel/dimmer_block.h"
 #include "panel/fennlink_record.h"
 #include "panel/panel_record.h"
+#include "panel/program_state.h"
 #include "shell/application.h"
 #include "shell/main_window.h"
 #include "shell/menu_table.h"
+#include "shell/shell.h"
+#include "simulator/panel_thread.h"
 
 // tamberloom3-gallery FOLDER [SCREEN...]: writes light-SCREEN.png and dark-SCREEN.png of the
-// screens named, or of all, on a panel with 48 points.
+// screens named, or of all, on a panel with 48 points, and SCREEN-connected.png of those that show
+// a panel.
 
 namespace {
 
@@ -94,6 +98,51 @@ bool SaveDevices(frmT3MasterMDI& window, const QString& path) {
   return saved;
 }
 
+bool SaveScreen(frmT3MasterMDI& window, const char* screen, const QString& path) {
+  window.UnloadAllForms();
+  window.ShowForm(screen);
+  return Save(window, path) && SaveDevices(window, path);
+}
+
+/// A panel on which something of everything is on.
+void FillPanel(simulator::Panel& panel) {
+  for (int i = 0; i < simulator::Items; i += 3) panel.SetRelay(i, true);
+  for (int i = 0; i < simulator::Items; ++i) {
+    panel.SetContact(i, simulator::Contact::On, i % 4 == 1 || i % 4 == 3);
+    panel.SetContact(i, simulator::Contact::Off, i % 4 > 1);
+  }
+  for (int d = 1; d <= simulator::Devices; ++d) {
+    if (d != 7) panel.SetPresence(d, simulator::Panel::Presence::Present);
+    panel.SetDeviceInput(d, d % simulator::DeviceInputs, true);
+    panel.SetDeviceLevel(d, d * 3);
+  }
+}
+
+/// The screens that show a panel, while one is connected.
+bool SaveConnected(frmT3MasterMDI& window, const QStringList& names, const QString& before) {
+  simulator::Options options;
+  options.Host = QStringLiteral("127.9.9.9");
+  options.TcpPort = 10001;
+  simulator::PanelThread panel(options);
+  panel.With(FillPanel);
+  ConnectionType() = 2;
+  TcpAddress() = options.Host.toStdString();
+  window.UnloadAllForms();
+  window.ShowForm("frmT3Connect")->findChild<Button*>(QStringLiteral("cmdConnect"))->click();
+  bool saved = Connected != 0;
+  for (const char* screen :
+       {"frmT3Connect", "frmT3RelayStatus", "frmT3RelayGroupStatus", "frmT3InputStatus",
+        "frmT3FennlinkStatus", "frmT3CapturePresets", "frmT3ForceTimers", "frmT3VirtualKeypad",
+        "frmT3SystemDiagnostic", "frmT3DimmerOutput"}) {
+    const QString name = QString::fromLatin1(screen);
+    if (!names.isEmpty() && !names.contains(name)) continue;
+    saved = saved && SaveScreen(window, screen, before + name + QStringLiteral("-connected"));
+  }
+  window.UnloadAllForms();
+  Link.DisconnectQZ();
+  return saved;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -111,17 +160,14 @@ int main(int argc, char** argv) {
   const QPalette light = QApplication::palette();
   for (const bool dark : {false, true}) {
     QApplication::setPalette(dark ? DarkPalette() : light);
+    const QString before = application.arguments().at(1) + (dark ? "/dark-" : "/light-");
     for (const ScreenEntry& entry : ScreenTable()) {
       if (!entry.Create || (!names.isEmpty() && !names.contains(QLatin1String(entry.Name)))) {
         continue;
       }
-      window.UnloadAllForms();
-      window.ShowForm(entry.Name);
-      const QString path = QStringLiteral("%1/%2-%3")
-                               .arg(application.arguments().at(1), dark ? "dark" : "light",
-                                    QLatin1String(entry.Name));
-      if (!Save(window, path) || !SaveDevices(window, path)) return 1;
+      if (!SaveScreen(window, entry.Name, before + QLatin1String(entry.Name))) return 1;
     }
+    if (!SaveConnected(window, names, before)) return 1;
   }
   return 0;
 }
