@@ -20,7 +20,7 @@ void frmT3InputStatus::Form_Load() {
   grid = new RowGrid(ItemCount, QStringLiteral("Input "));
   lblInputName = grid->AddNames("lblInputName", 13);
   const auto addLamps = [this](const char* name, const QString& contact) {
-    const auto lamps = grid->Add<Label>(name, {.Chars = 6, .HeaderText = contact});
+    auto lamps = grid->Add<Label>(name, {.Chars = 6, .HeaderText = contact});
     for (int i = 0; i < lamps.Count(); ++i) {
       lamps(i).SetCaption(contact);
       lamps(i).SetAlignment(Qt::AlignCenter);

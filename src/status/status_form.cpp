@@ -22,7 +22,7 @@ void ShowOnOff(Label& label, bool on) {
 
 ControlArray<Button> AddButtons(RowGrid& grid, const char* name, const QString& caption,
                                 int chars) {
-  const auto buttons = grid.Add<Button>(name, {.Chars = chars, .HeaderText = caption});
+  auto buttons = grid.Add<Button>(name, {.Chars = chars, .HeaderText = caption});
   for (int i = 0; i < buttons.Count(); ++i) buttons(i).SetCaption(caption);
   return buttons;
 }
