@@ -241,6 +241,21 @@ TEST_F(TransferTest, APseudoTerminalLinkedAsAPortCarriesATransfer) {
   ExpectUsable();
 }
 
+TEST_F(TransferTest, AModemCallCarriesATransferAndIsHungUp) {
+  panel.emplace(PtyPanel(simulator::Modem::Options{false, std::chrono::milliseconds(20)}));
+  const FastClock clock(20);
+  PhoneNumber() = "555-1234";
+  OpenConnect(1);
+  Press("cmdConnect");
+  ASSERT_EQ(LastMessage(), "Modem Connected");
+  Download();
+  EXPECT_EQ(LastMessage(), "Download Complete");
+  ExpectMemoryIsImage();
+  Press("cmdConnect");
+  EXPECT_EQ(panel->FramesFromHost().back(), "[%%%%%");
+  ExpectUsable();
+}
+
 TEST_F(TransferTest, APortInUseOrMissingIsNamed) {
   panel.emplace(PtyPanel());
   const auto other = NewSerialControl();

@@ -8,17 +8,33 @@
 #include "screen_test.h"
 #include "simulator/panel_thread.h"
 
-/// A clock that runs faster than the real one, with the real socket waiting accordingly less.
+/// A clock that runs faster than the real one, with the real transports waiting accordingly less.
 class FastClock : ClockSeams {
  public:
   explicit FastClock(int factor) {
     MonotonicMsSeam = [this, factor] { return RealClock() * factor; };
     PauseSeam = [this, factor](qint64 ms) { RealPause(ms / factor); };
-    ReplaceTransports(nullptr, std::make_unique<Socket>(factor));
+    ReplaceTransports(std::make_unique<Serial>(factor), std::make_unique<Socket>(factor));
   }
   ~FastClock() { ReplaceTransports(nullptr, nullptr); }
 
  private:
+  struct Serial : SerialControl {
+    explicit Serial(int factor) : Factor(factor), Real(NewSerialControl()) {}
+    void SetCommPort(int port) override { Real->SetCommPort(port); }
+    void SetSettings(const std::string& settings) override { Real->SetSettings(settings); }
+    void SetPortOpen(bool open) override { Real->SetPortOpen(open); }
+    bool PortOpen() const override { return Real->PortOpen(); }
+    void SetRTSEnable(bool on) override { Real->SetRTSEnable(on); }
+    void SetDTREnable(bool on) override { Real->SetDTREnable(on); }
+    void Output(const std::string& text) override { Real->Output(text); }
+    std::string Input() override { return Real->Input(); }
+    int InBufferCount() override { return Real->InBufferCount(); }
+    void Wait(int count, qint64 ms) override { Real->Wait(count, ms / Factor + 1); }
+    int Factor;
+    std::unique_ptr<SerialControl> Real;
+  };
+
   struct Socket : SocketControl {
     explicit Socket(int factor) : Factor(factor), Real(NewSocketControl()) {}
     void SetLocalPort(quint16 port) override { Real->SetLocalPort(port); }
@@ -61,9 +77,10 @@ class PanelHostTest : public ScreenTest {
   }
 
   /// A panel on a pseudo-terminal that is COM7.
-  simulator::Options PtyPanel() const {
+  simulator::Options PtyPanel(std::optional<simulator::Modem::Options> modem = {}) const {
     simulator::PtyServer::Options pty;
     pty.Link = DataPath(QStringLiteral("Ports/COM7"));
+    pty.WithModem = modem;
     return simulator::PanelThread::PtyOptions(pty);
   }
 
