@@ -1,4 +1,5 @@
 #include "nonsense_panel.h"
+
 #include "panel/project_codec.h"
 #include "screen_test.h"
 
