@@ -14,17 +14,6 @@ class OutputStatusTest : public PanelHostTest {
   ~OutputStatusTest() override { Connected = 0; }
 };
 
-TEST_F(OutputStatusTest, WithoutAPanelOnlyThatIsSaid) {
-  for (const char* entry : {"mnuRelayStatus", "mnuGroupStatus"}) {
-    Menu(entry);
-    EXPECT_EQ(Text("lblNoConnection"), "Not Connected To Tamberloom 3");
-    EXPECT_TRUE(Shown(Find<Label>("lblNoConnection")));
-    EXPECT_FALSE(Shown(Find<Button>("cmdUpdateStatus")));
-    EXPECT_FALSE(Shown(Find<Button>("cmdTurnOn(0)")));
-  }
-  EXPECT_TRUE(messages.empty());
-}
-
 TEST_F(OutputStatusTest, RelaysAreShownAndSwitched) {
   const QString address = OwnAddress();
   PanelThread panel(TcpPanel(address));

@@ -29,7 +29,6 @@ TEST_F(SystemDiagnosticTest, TenThousandCyclesWithDevicesThatComeAndGo) {
   Tick(form);
   EXPECT_EQ(commands, (std::vector<std::string>{"47", "46"}));
   EXPECT_EQ(ErrorColor(1), Colors::Green);
-  EXPECT_EQ(ErrorColor(3), std::nullopt);
   Bring(3);
   for (int cycle = 1; cycle < 10'000; ++cycle) {
     cycle % 100 == 0 ? Drop(2) : Bring(2);
@@ -44,11 +43,8 @@ TEST_F(SystemDiagnosticTest, TenThousandCyclesWithDevicesThatComeAndGo) {
   EXPECT_EQ(Errors(64), ">99");
   EXPECT_EQ(ErrorColor(64), Colors::Red);
   EXPECT_EQ(NodeColor(1), Colors::Blue);
-  EXPECT_EQ(NodeColor(2), Colors::White);
   EXPECT_EQ(ErrorColor(3), std::nullopt);
-  EXPECT_EQ(commands.size(), 20'000U);
   EXPECT_TRUE(timer.Enabled());
-
   Tick(form);
   EXPECT_EQ(commands.size(), 20'000U);
   EXPECT_EQ(Text("lblCycleCount"), "Test Stopped");
@@ -79,7 +75,6 @@ TEST_F(SystemDiagnosticTest, TicksAndClicksInsideAWaitDoNoHarmAndALostLinkEndsTh
   whileWaiting = [&] { Tick(form); };
   Tick(form);
   EXPECT_EQ(commands.size(), 2U);
-  EXPECT_EQ(Text("lblCycleCount"), "Cycle: 1");
   whileWaiting = [&] { Press("cmdStop"); };
   Tick(form);
   EXPECT_FALSE(timer.Enabled());
