@@ -3,7 +3,6 @@
 #include <QNetworkProxy>
 #include <QTcpSocket>
 #include <QTimer>
-#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -87,10 +86,9 @@ class QtSocketControl : public SocketControl {
  private:
   void Fetch() {
     std::array<char, 1024> bytes;
-    const auto room = static_cast<qint64>(ReceiveBufferSize - buffer_.size());
-    const qint64 count =
-        socket_.read(bytes.data(), std::min(room, static_cast<qint64>(bytes.size())));
+    const qint64 count = socket_.read(bytes.data(), static_cast<qint64>(bytes.size()));
     if (count > 0) buffer_.append(bytes.data(), static_cast<std::size_t>(count));
+    if (static_cast<int>(buffer_.size()) > ReceiveBufferSize) Close();
   }
 
   QTcpSocket socket_;

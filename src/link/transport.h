@@ -12,7 +12,8 @@ class TransportFailure : public RunTimeFailure {
   explicit TransportFailure(const QString& text) : RunTimeFailure(text.toStdString()) {}
 };
 
-/// Replies are at most some hundred characters; a line that floods us is held back at this many.
+/// Replies are at most some hundred characters. A serial line with more than this many waiting is
+/// held back, a TCP connection is closed.
 constexpr int ReceiveBufferSize = 0x7FFF;
 
 /// A serial line.
