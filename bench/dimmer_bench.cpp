@@ -1,11 +1,9 @@
 #include <QMouseEvent>
-#include <QTemporaryDir>
 
+#include "bench_program.h"
 #include "dimmer/dimmer_output_form.h"
 #include "panel/program_state.h"
 #include "ratio.h"
-#include "shell/application.h"
-#include "shell/main_window.h"
 
 // What a user waits for on the dimmer outputs' screen, layout and painting included.
 
@@ -51,14 +49,8 @@ double LongestChoice(int count, const std::function<void(int)>& choose) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  const QTemporaryDir home;
-  qputenv("HOME", home.path().toLocal8Bit());
-  Application application(argc, argv);
-  MsgBoxSeam = [](const Message&) { return MsgAnswer::No; };
-  frmT3MasterMDI window;
-  window.MDIForm_Load();
-  window.show();
+  BenchProgram program(argc, argv, MsgAnswer::No);
+  frmT3MasterMDI& window = program.Window;
   FillDimmers();
   window.UnloadAllForms();
   window.ShowForm("frmT3DimmerOutput");

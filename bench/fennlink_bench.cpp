@@ -1,11 +1,8 @@
-#include <QTemporaryDir>
-
+#include "bench_program.h"
 #include "config/device_list.h"
 #include "panel/fennlink_record.h"
 #include "panel/panel_record.h"
 #include "ratio.h"
-#include "shell/application.h"
-#include "shell/main_window.h"
 
 namespace {
 
@@ -68,14 +65,8 @@ double AutoMapMilliseconds(frmT3MasterMDI& window) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  const QTemporaryDir home;
-  qputenv("HOME", home.path().toLocal8Bit());
-  Application application(argc, argv);
-  MsgBoxSeam = [](const Message&) { return MsgAnswer::Yes; };
-  frmT3MasterMDI window;
-  window.MDIForm_Load();
-  window.show();
+  BenchProgram program(argc, argv, MsgAnswer::Yes);
+  frmT3MasterMDI& window = program.Window;
   FillPanel();
 
   RatioReport report;

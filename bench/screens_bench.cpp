@@ -1,12 +1,10 @@
-#include <QTemporaryDir>
 #include <cstring>
 
+#include "bench_program.h"
 #include "panel/dimmer_block.h"
 #include "panel/fennlink_record.h"
 #include "panel/panel_record.h"
 #include "ratio.h"
-#include "shell/application.h"
-#include "shell/main_window.h"
 #include "shell/menu_table.h"
 
 namespace {
@@ -65,14 +63,8 @@ const char* ShortName(const Opening& opening) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  const QTemporaryDir home;
-  qputenv("HOME", home.path().toLocal8Bit());
-  Application application(argc, argv);
-  MsgBoxSeam = [](const Message&) { return MsgAnswer::No; };
-  frmT3MasterMDI window;
-  window.MDIForm_Load();
-  window.show();
+  BenchProgram program(argc, argv, MsgAnswer::No);
+  frmT3MasterMDI& window = program.Window;
   FillPanel();
 
   // A screen of one label costs what every screen costs.
