@@ -13,7 +13,6 @@ class BenchProgram {
       : home_(OwnHome()), application_(argc, argv) {
     MsgBoxSeam = [answer](const Message&) { return answer; };
     Window.MDIForm_Load();
-    Window.show();
   }
 
  private:

@@ -8,5 +8,6 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QMainWindow window;
   window.resize(737, 543);
-  return ReportFirstPaint(window, [] {});
+  return ReportFirstPaint(
+      window, [&] { window.show(); }, [] {});
 }

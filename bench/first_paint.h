@@ -20,9 +20,10 @@ inline long ResidentKilobytes() {
   return kilobytes;
 }
 
-/// Shows the window, prints "painted" once it has been painted, runs `work` and prints the memory
-/// then in use. Returns what main is to return.
-inline int ReportFirstPaint(QWidget& window, const std::function<void()>& work) {
+/// Runs `start`, which shows the window, prints "painted" once it has been painted, runs `work` and
+/// prints the memory then in use. Returns what main is to return.
+inline int ReportFirstPaint(QWidget& window, const std::function<void()>& start,
+                            const std::function<void()>& work) {
   class PaintWatch : public QObject {
    public:
     bool eventFilter(QObject*, QEvent* event) override {
@@ -31,7 +32,7 @@ inline int ReportFirstPaint(QWidget& window, const std::function<void()>& work) 
     }
   } watch;
   window.installEventFilter(&watch);
-  window.show();
+  start();
   QApplication::exec();
   std::puts("painted");
   std::fflush(stdout);

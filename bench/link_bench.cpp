@@ -96,7 +96,6 @@ class Host {
     ConnectionType() = type;
     TcpAddress() = Address;
     PanelRecord.ComPort = 7;
-    window_.show();
     window_.UnloadAllForms();
     form_ = dynamic_cast<frmT3Connect*>(window_.ShowForm("frmT3Connect"));
     form_->cmdConnect_Click();

@@ -50,7 +50,6 @@ int main(int argc, char** argv) {
   frmT3MasterMDI window;
   window.MDIForm_Load();
   FillTimers();
-  window.show();
 
   double best = SlowestStep(window);
   for (int walk = 0; walk < 9; ++walk) best = std::min(best, SlowestStep(window));

@@ -72,7 +72,6 @@ int main(int argc, char** argv) {
   MsgBoxSeam = [](const Message&) { return MsgAnswer::No; };
   frmT3MasterMDI window;
   window.MDIForm_Load();
-  window.show();
   PanelRecord.IOCount.elements.fill(1);
   FennlinkRecords(1).DeviceType = 8;
 

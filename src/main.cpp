@@ -5,6 +5,5 @@ int main(int argc, char** argv) {
   Application application(argc, argv);
   frmT3MasterMDI window;
   window.MDIForm_Load();
-  window.show();
   return Application::exec();
 }

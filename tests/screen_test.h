@@ -38,7 +38,7 @@ class ScreenTest : public testing::Test {
     };
     window = std::make_unique<frmT3MasterMDI>();
     window->MDIForm_Load();
-    window->show();
+    QApplication::processEvents();
   }
 
   ~ScreenTest() override {

@@ -85,8 +85,6 @@ frmT3MasterMDI::frmT3MasterMDI() {
   mainWindow = this;
   setObjectName(QStringLiteral("frmT3MasterMDI"));
   setWindowTitle(ProgramTitle);
-  BuildMenu();
-  BuildClient();
   tmrFix_ = new Timer(this, "tmrFix", 1000);
   tmrFix_->Tick = [this] {
     tmrFix_->SetEnabled(false);
@@ -212,7 +210,10 @@ void frmT3MasterMDI::MDIForm_Load() {
   resize(WindowSize);
   const QRect screen = QGuiApplication::primaryScreen()->geometry();
   move(screen.center() - rect().center());
-  pages_->setCurrentWidget(picBlockFlashing_);
+  // The window manager puts the window up while the program fills it.
+  show();
+  BuildMenu();
+  BuildClient();
   QDir().mkpath(DataPath(QStringLiteral("Documentation")));
   if (Link.DisconnectQZ) Link.DisconnectQZ();
   CurrentFileName = NoFileName;

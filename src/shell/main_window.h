@@ -17,6 +17,7 @@ class frmT3MasterMDI : public QMainWindow {
   frmT3MasterMDI();
   ~frmT3MasterMDI() override;
 
+  /// Shows the window and starts the program in it; called once.
   void MDIForm_Load();
 
   void FileOpen();

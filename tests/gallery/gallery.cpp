@@ -154,7 +154,6 @@ int main(int argc, char** argv) {
   MsgBoxSeam = [](const Message&) { return MsgAnswer::No; };
   frmT3MasterMDI window;
   window.MDIForm_Load();
-  window.show();
   FillDocument();
   const QStringList names = application.arguments().mid(2);
   const QPalette light = QApplication::palette();

@@ -178,6 +178,8 @@ TEST_F(MainWindowTest, TheNextStartDeletesTheDiagnosticsFile) {
   Menu("mnuNew");
   EXPECT_FALSE(offered);
   Link = {};
+  window = nullptr;
+  window = std::make_unique<frmT3MasterMDI>();
   window->MDIForm_Load();
   EXPECT_FALSE(QFile::exists(DiagnosticsFileName()));
 }
