@@ -190,7 +190,7 @@ void frmT3Connect::HangUp() {
 void frmT3Connect::CloseTransports() {
   comQZ().SetRTSEnable(false);
   if (comQZ().PortOpen()) comQZ().SetPortOpen(false);
-  if (WinSockQZ().State() != SocketControl::Closed) WinSockQZ().Close();
+  CloseSocket();
 }
 
 void frmT3Connect::ShowModemBanner(const QString& text, QRgb color) {

@@ -101,6 +101,6 @@ class QtSocketControl : public SocketControl {
 
 }  // namespace
 
-std::unique_ptr<SocketControl> NewSocketControl() {
-  return std::make_unique<QtSocketControl>();
+extern "C" Q_DECL_EXPORT SocketControl* MakeSocketControl() {
+  return new QtSocketControl;
 }

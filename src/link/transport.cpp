@@ -1,6 +1,7 @@
 #include "link/transport.h"
 
 #include <QCoreApplication>
+#include <QLibrary>
 
 namespace {
 
@@ -31,6 +32,21 @@ SocketControl& WinSockQZ() {
     socketControl = NewSocketControl();
   }
   return *socketControl;
+}
+
+std::unique_ptr<SocketControl> NewSocketControl() {
+  QLibrary module(QStringLiteral("tamberloom3_tcp"));
+  const auto make = reinterpret_cast<SocketControl* (*)()>(module.resolve("MakeSocketControl"));
+  if (!make) {
+    throw TransportFailure(QStringLiteral("The program's part for TCP connections cannot be "
+                                          "loaded. Install the program again.\n%1")
+                               .arg(module.errorString()));
+  }
+  return std::unique_ptr<SocketControl>(make());
+}
+
+void CloseSocket() {
+  if (socketControl && socketControl->State() != SocketControl::Closed) socketControl->Close();
 }
 
 void ReplaceTransports(std::unique_ptr<SerialControl> serial,

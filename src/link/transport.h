@@ -76,9 +76,13 @@ class SocketControl {
 SerialControl& comQZ();
 SocketControl& WinSockQZ();
 
+/// Closes the TCP connection if there is one; makes no object for it.
+void CloseSocket();
+
 /// Tests put objects of their own in their place; null stands for the real one.
 void ReplaceTransports(std::unique_ptr<SerialControl> serial,
                        std::unique_ptr<SocketControl> socket);
 
 std::unique_ptr<SerialControl> NewSerialControl();
+/// Loads the module that holds it. Throws TransportFailure.
 std::unique_ptr<SocketControl> NewSocketControl();
