@@ -1,5 +1,3 @@
-#include <QTimer>
-
 #include "link/panel_host.h"
 #include "link/scripted_transport.h"
 #include "panel/panel_record.h"
@@ -46,56 +44,6 @@ TEST_F(OutputStatusTest, RelaysAreShownAndSwitched) {
   Press("cmdTurnOff(0)");
   EXPECT_FALSE(panel.With([](Panel& p) { return p.Relay(0); }));
   EXPECT_EQ(panel.FramesFromHost().back(), simulator::FrameCommand("11000"));
-}
-
-TEST_F(OutputStatusTest, AutomaticUpdatesLockTheMenusUntilTheyEnd) {
-  const QString address = OwnAddress();
-  PanelThread panel(TcpPanel(address));
-  ConnectTo(address);
-  Menu("mnuRelayStatus");
-  auto& timer = Find<ChildForm>("frmT3RelayStatus").findChildren<Timer*>("Timer1").first()[0];
-  Press("cmdAutoUpdate");
-  EXPECT_EQ(Find<Button>("cmdAutoUpdate").Caption(), "Disable Auto Updates");
-  EXPECT_EQ(Text("lblAutoUpdate"), "Updates Enabled");
-  EXPECT_EQ(Find<Label>("lblAutoUpdate").BackColor(), Colors::LightGreen);
-  EXPECT_FALSE(Find<QAction>("mnuFile").isEnabled());
-  EXPECT_FALSE(Find<Button>("cmdUpdateStatus").isEnabled());
-  EXPECT_FALSE(Find<Button>("cmdAllRelaysOff").isEnabled());
-  EXPECT_TRUE(timer.Enabled());
-
-  // A tick and two clicks while a slow poll waits: one after the other, none lost, none inside.
-  panel.AddFault("late:50x*");
-  const std::size_t before = panel.FramesFromHost().size();
-  QTimer::singleShot(10, window.get(), [&] {
-    EXPECT_FALSE(timer.Enabled()) << "the timer rests while it polls";
-    timer.Tick();
-    Press("cmdTurnOn(4)");
-    Press("cmdTurnOn(5)");
-  });
-  timer.Tick();
-  const auto frames = panel.FramesFromHost();
-  ASSERT_EQ(frames.size(), before + 3);
-  EXPECT_EQ(frames.back(), simulator::FrameCommand("10051"));
-  EXPECT_TRUE(timer.Enabled());
-  panel.ClearFaults();
-  timer.Tick();
-  EXPECT_EQ(Caption("lblRelayStatus", 5), "On");
-
-  Press("cmdAutoUpdate");
-  EXPECT_EQ(Text("lblAutoUpdate"), "Updates Disabled");
-  EXPECT_TRUE(Find<QAction>("mnuFile").isEnabled());
-  EXPECT_TRUE(Find<Button>("cmdAllRelaysOff").isEnabled());
-  EXPECT_FALSE(timer.Enabled());
-
-  // A connection lost while the menus are locked must not leave them so.
-  Press("cmdAutoUpdate");
-  panel.AddFault("drop");
-  timer.Tick();
-  ASSERT_EQ(messages.size(), 1U);
-  EXPECT_EQ(LastMessage(), "Connection To Tamberloom 3 Panel Lost");
-  EXPECT_EQ(window->LoadedForm("frmT3RelayStatus"), nullptr);
-  EXPECT_TRUE(Find<QAction>("mnuFile").isEnabled());
-  EXPECT_TRUE(Shown(Find<Button>("cmdConnect")));
 }
 
 TEST_F(OutputStatusTest, AnyCharacterButZeroIsOnAndAFailedSwitchIsIgnored) {

@@ -36,8 +36,12 @@ TEST_F(StatusFormsTest, AutomaticUpdatesLockTheMenusAndALostLinkUnlocksThem) {
     Connected = -1;
     ChildForm* form = Open(screen);
     Press("cmdAutoUpdate");
+    EXPECT_EQ(Find<Button>("cmdAutoUpdate").Caption(), "Disable Auto Updates");
+    EXPECT_EQ(Text("lblAutoUpdate"), "Updates Enabled");
+    EXPECT_EQ(Find<Label>("lblAutoUpdate").BackColor(), Colors::LightGreen);
     EXPECT_FALSE(MenusOn() || Find<Button>("cmdUpdateStatus").isEnabled()) << screen;
     Press("cmdAutoUpdate");
+    EXPECT_EQ(Text("lblAutoUpdate"), "Updates Disabled");
     EXPECT_TRUE(MenusOn() && Find<Button>("cmdUpdateStatus").isEnabled()) << screen;
 
     Press("cmdAutoUpdate");
