@@ -27,31 +27,12 @@ inline void FillWithNonsense(Int16 code, Int16 blocks) {
            p.DateCloseTime, p.IOCount, DimmerBlock);
   FillEach(name, p.RelayName, p.GroupName, p.InputName, p.TimerName, p.PresetName);
   FillEach(minutes, p.InputTimedOnTime);
-  for (Int16* setting : {&p.BlinkAlertMinutes,
-                         &p.OverrideMinutes,
-                         &p.AlarmSeconds,
-                         &p.TimedOnOperation,
-                         &p.OffHoursSweepInterval,
-                         &p.RTCSource,
-                         &p.PhotocellFilter,
-                         &p.DMXOnLevel,
-                         &p.DMXOffLevel,
-                         &p.DMXFilter,
-                         &p.ModBusMode,
-                         &p.ModBusBaud,
-                         &p.ModBusParity,
-                         &p.DSTEnabled,
-                         &p.DSTStartWeek,
-                         &p.DSTStartMonth,
-                         &p.DSTEndWeek,
-                         &p.DSTEndMonth,
-                         &p.Latitude,
-                         &p.Longitude,
-                         &p.TimeZone,
-                         &p.AddOnModuleType,
-                         &p.ComPort}) {
-    *setting = code;
-  }
+  const auto set = [code](auto&... settings) { ((settings = code), ...); };
+  set(p.BlinkAlertMinutes, p.OverrideMinutes, p.AlarmSeconds, p.TimedOnOperation,
+      p.OffHoursSweepInterval, p.RTCSource, p.PhotocellFilter, p.DMXOnLevel, p.DMXOffLevel,
+      p.DMXFilter, p.ModBusMode, p.ModBusBaud, p.ModBusParity, p.DSTEnabled, p.DSTStartWeek,
+      p.DSTStartMonth, p.DSTEndWeek, p.DSTEndMonth, p.Latitude, p.Longitude, p.TimeZone,
+      p.AddOnModuleType, p.ComPort);
   p.PanelName = std::string(30'000, '\x9D');
   for (int node = 0; node < NodeCount; ++node) p.IOCount(node) = node == 0 ? blocks : Int16{0};
   for (FennlinkRecord& d : FennlinkRecords.elements) {

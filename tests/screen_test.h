@@ -69,6 +69,8 @@ class ScreenTest : public testing::Test {
 
   Label& Cell(const QString& name, int index) { return Find<Label>(name, index); }
 
+  QString Text(const char* label) { return Find<Label>(QString::fromLatin1(label)).Caption(); }
+  QString LinkStatus() { return Text("StatusBar1(2)"); }
   QString Caption(const QString& name, int index) { return Cell(name, index).Caption(); }
 
   /// Whether the control would be seen, whatever the scroll position.

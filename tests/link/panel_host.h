@@ -110,8 +110,6 @@ class PanelHostTest : public ScreenTest {
   }
 
   QString LastMessage() const { return messages.empty() ? QString() : messages.back().Text; }
-  QString LinkStatus() { return Find<Label>("StatusBar1(2)").Caption(); }
-  QString Text(const char* label) { return Find<Label>(QString::fromLatin1(label)).Caption(); }
 
   /// That nothing is left locked by a transfer: menus, buttons, progress.
   void ExpectUsable() {

@@ -12,7 +12,6 @@ class TransactTest : public ScreenTest {
     ConnectionType() = type;
     Connected = -1;
   }
-  QString LinkStatus() { return Find<Label>("StatusBar1(2)").Caption(); }
 
   ScriptedTransports lines;
 };

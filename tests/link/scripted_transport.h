@@ -4,6 +4,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -40,7 +41,9 @@ struct ScriptedLine {
     qint64 AfterMs = 10;
     bool Breaks = false;  ///< The line is gone after this one.
   };
-  std::deque<Reply> Replies;           ///< Nothing more: silence.
+  std::deque<Reply> Replies;  ///< Nothing more: silence.
+  /// Where there is one, it answers in their place; none is silence.
+  std::function<std::optional<std::string>(const std::string&)> Answer;
   std::function<void()> WhileWaiting;  ///< What the user does meanwhile, once.
 
   HandClock& Clock;
@@ -52,6 +55,9 @@ struct ScriptedLine {
 
   void Send(const std::string& text) {
     Steps.push_back("send " + text);
+    if (Answer) {
+      if (const auto reply = Answer(text)) Replies.push_back({*reply});
+    }
     if (Replies.empty()) return;
     OnTheWay.emplace_back(Clock.NowMs + Replies.front().AfterMs, Replies.front());
     Replies.pop_front();

@@ -33,6 +33,7 @@ TEST_F(StatusFormsTest, WithoutAPanelOnlyTheTextSaysSo) {
 
 TEST_F(StatusFormsTest, AutomaticUpdatesLockTheMenusAndALostLinkUnlocksThem) {
   for (const char* screen : pollingScreens) {
+    WinSockQZ().Connect();
     Connected = -1;
     ChildForm* form = Open(screen);
     Press("cmdAutoUpdate");
