@@ -3,12 +3,12 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLocale>
-#include <QSaveFile>
 
 #include "config/words_table.h"
 #include "panel/code_page.h"
 #include "panel/panel_record.h"
 #include "panel/program_state.h"
+#include "panel/replace_file.h"
 
 namespace {
 
@@ -52,11 +52,6 @@ void WriteDocumentFile(std::string_view document) {
   const QFileInfo target(DocumentFileName);
   if (target.isDir()) Fail(QStringLiteral("it is a folder"));
   if (target.exists() && !target.isFile()) Fail(QStringLiteral("it is not a regular file"));
-  const auto size = static_cast<qint64>(document.size());
-  // The flush, because commit says nothing of a failure to write what is still buffered.
-  QSaveFile file(DocumentFileName);
-  if (!file.open(QIODevice::WriteOnly) || file.write(document.data(), size) != size ||
-      !file.flush() || !file.commit()) {
-    Fail(file.errorString());
-  }
+  const QString failure = ReplaceFile(DocumentFileName, document);
+  if (!failure.isEmpty()) Fail(failure);
 }

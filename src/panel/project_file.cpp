@@ -2,11 +2,11 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <algorithm>
 
 #include "panel/program_state.h"
 #include "panel/project_codec.h"
+#include "panel/replace_file.h"
 
 namespace {
 
@@ -49,20 +49,14 @@ void ReadProjectFile() {
 }
 
 void WriteProjectFile() {
-  const std::string bytes = EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock);
-  const auto size = static_cast<qint64>(bytes.size());
-  QByteArray tail;
+  std::string bytes = EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock);
   const QFileInfo old(CurrentFileName);
   if (old.exists()) {
     if (old.size() > LargestFile) Fail("save", QStringLiteral("what is there is no project file"));
-    tail = ReadBytes("save", size, LargestFile);
+    bytes += ReadBytes("save", static_cast<qint64>(bytes.size()), LargestFile).toStdString();
   }
-  // The flush, because commit says nothing of a failure to write what is still buffered.
-  QSaveFile file(CurrentFileName);
-  if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), size) != size ||
-      file.write(tail) != tail.size() || !file.flush() || !file.commit()) {
-    Fail("save", file.errorString());
-  }
+  const QString failure = ReplaceFile(CurrentFileName, bytes);
+  if (!failure.isEmpty()) Fail("save", failure);
 }
 
 void CheckLoadedData() {}

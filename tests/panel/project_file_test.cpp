@@ -93,7 +93,7 @@ TEST_F(ProjectFileTest, AFullDiskLeavesTheOldFile) {
     setrlimit(RLIMIT_FSIZE, &small);
     const std::string message = Failure(WriteProjectFile);
     setrlimit(RLIMIT_FSIZE, &limit);
-    EXPECT_NE(message.find("Cannot save"), std::string::npos) << size;
+    EXPECT_NE(message.find("Hall.T3\": File too large"), std::string::npos) << message;
     EXPECT_EQ(OnDisk(), old) << size;
     EXPECT_EQ(FilesInFolder(), 1);
   }

@@ -1,0 +1,8 @@
+#pragma once
+
+#include <QString>
+#include <string_view>
+
+/// Puts a file of these bytes at `path`. At any instant the disk holds the old file or the new one.
+/// Gives the reason of a failure, which leaves the old file untouched; empty when all went well.
+QString ReplaceFile(const QString& path, std::string_view bytes);
