@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "panel/defaults.h"
 #include "panel/program_state.h"
 #include "panel/project_file.h"
@@ -59,9 +61,14 @@ void frmT3MasterMDI::FileSaveAs() {
   fileDialogUsed_ = true;
   const QString name = FileDialog({FileRequest::Kind::Save, FileFilter, StartMask()});
   if (!Chosen(name)) return;
-  CurrentFileName = name;
+  const QString before = std::exchange(CurrentFileName, name);
+  try {
+    WriteProjectFile();
+  } catch (const RunTimeFailure&) {
+    CurrentFileName = before;
+    throw;
+  }
   fileUnread_ = false;
-  WriteProjectFile();
   UpdateStatusBar();
   DataChanged = 0;
 }

@@ -166,6 +166,7 @@ TEST_F(MainWindowTest, AFailedSaveTellsAndKeepsTheEditsUnsaved) {
   EXPECT_EQ(messages[0].Icon, MsgIcon::Critical);
   EXPECT_TRUE(messages[0].Text.contains("no such folder"));
   EXPECT_EQ(DataChanged, -1);
+  EXPECT_EQ(CurrentFileName, "None");
 }
 
 TEST_F(MainWindowTest, TheNextStartDeletesTheDiagnosticsFile) {
