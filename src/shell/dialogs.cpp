@@ -32,9 +32,15 @@ QMessageBox::Icon BoxIcon(MsgIcon icon) {
   return QMessageBox::NoIcon;
 }
 
+/// From one dialog to the next no window has the focus yet.
+QWidget* FrontWindow() {
+  QWidget* active = QApplication::activeWindow();
+  return active ? active : MainWindow();
+}
+
 MsgAnswer ShowMessage(const Message& message) {
   QMessageBox box(BoxIcon(message.Icon), message.Title, message.Text, QMessageBox::NoButton,
-                  QApplication::activeWindow());
+                  FrontWindow());
   box.setTextFormat(Qt::PlainText);
   switch (message.Buttons) {
     case MsgButtons::Ok:
@@ -75,13 +81,14 @@ QStringList NameFilters(const QString& filter) {
 }
 
 QString ChooseFile(const FileRequest& request) {
-  QFileDialog dialog(QApplication::activeWindow());
+  QFileDialog dialog(FrontWindow());
   dialog.setNameFilters(NameFilters(request.Filter));
   const bool open = request.Mode == FileRequest::Kind::Open;
   dialog.setAcceptMode(open ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
   dialog.setFileMode(open ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+  const QString current = CurrentFileName == NoFileName ? DataPath({}) : CurrentFileName;
   const QString folder =
-      QFileInfo(request.FileName.isEmpty() ? CurrentFileName : request.FileName).absolutePath();
+      QFileInfo(request.FileName.isEmpty() ? current : request.FileName).absolutePath();
   dialog.setDirectory(QDir(folder).exists() ? folder : QDir::homePath());
   if (dialog.exec() != QDialog::Accepted) return {};
   return QDir::toNativeSeparators(dialog.selectedFiles().constFirst());

@@ -16,8 +16,9 @@ struct Message {
 
 struct FileRequest {
   enum class Kind { Open, Save } Mode;
-  QString Filter;    ///< Pairs of text and pattern, all joined by "|".
-  QString FileName;  ///< Empty, or a path or mask whose folder the dialog starts in.
+  QString Filter;  ///< Pairs of text and pattern, all joined by "|".
+  /// A path or mask whose folder the dialog starts in; empty for the folder of the open project.
+  QString FileName;
 };
 
 /// Shows a message and waits for the answer. While the program ends nothing is shown, and a

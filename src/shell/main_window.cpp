@@ -49,6 +49,9 @@ QKeySequence Shortcut(const std::string& entry) {
 
 LinkHooks Link;
 
+QWidget* MainWindow() {
+  return mainWindow;
+}
 ChildForm* ShowForm(const char* name) {
   return mainWindow ? mainWindow->ShowForm(name) : nullptr;
 }

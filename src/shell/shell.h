@@ -4,8 +4,12 @@
 #include <functional>
 
 class ChildForm;
+class QWidget;
 
 // What screens ask of the main window. All of these do nothing while there is none.
+
+/// The main window itself, for dialogs to stand over; null while there is none.
+QWidget* MainWindow();
 
 /// Brings a screen to the front, created on first use; its name is one of the screen table.
 /// A name without a screen shows nothing and gives null.
