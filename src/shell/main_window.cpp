@@ -225,7 +225,12 @@ void frmT3MasterMDI::MDIForm_Load() {
   ShowForm("frmT3About");
   DataChanged = 0;
   UpdateStatusBar();
-  QFile::remove(DiagnosticsFileName());
+  // The file counts in any letter case.
+  const QFileInfo diagnostics(DiagnosticsFileName());
+  QDir folder = diagnostics.dir();
+  for (const QString& name : folder.entryList({diagnostics.fileName()}, QDir::Files)) {
+    folder.remove(name);
+  }
   tmrFix_->SetEnabled(true);
 }
 

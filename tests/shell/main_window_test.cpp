@@ -182,7 +182,7 @@ TEST_F(MainWindowTest, TheNextStartDeletesTheDiagnosticsFile) {
   window = nullptr;
   window = std::make_unique<frmT3MasterMDI>();
   window->MDIForm_Load();
-  EXPECT_FALSE(QFile::exists(DiagnosticsFileName()));
+  EXPECT_EQ(QDir(DataFolder()).entryList(QDir::Files), QStringList());
 }
 
 TEST_F(MainWindowTest, AddOnModulesOpensTheScreenOfTheModule) {
