@@ -151,8 +151,8 @@ void Label::paintEvent(QPaintEvent*) {
 }
 
 void Label::mousePressEvent(QMouseEvent* event) {
-  if (MouseDown && (event->button() == Qt::LeftButton || event->button() == Qt::RightButton)) {
-    const int button = event->button() == Qt::LeftButton ? 1 : 2;
+  const int button = static_cast<int>(event->button());
+  if (MouseDown && button <= static_cast<int>(Qt::MiddleButton)) {
     int shift = event->modifiers() & Qt::ShiftModifier ? 1 : 0;
     if (event->modifiers() & Qt::ControlModifier) shift += 2;
     if (event->modifiers() & Qt::AltModifier) shift += 4;

@@ -62,8 +62,9 @@ class Label : public QWidget {
   void SetLook(Look look);
 
   std::function<void()> Click;
-  /// Button 1 left, 2 right; Shift 1 when Shift alone is held. A key that clicks tells of its Shift
-  /// as the left button; without a click handler Shift+Space stands for Shift and the right button.
+  /// Button 1 left, 2 right, 4 middle; Shift 1 when Shift alone is held. A key that clicks tells of
+  /// its Shift as the left button; without a click handler Shift+Space stands for Shift and the
+  /// right button.
   std::function<void(int button, int shift)> MouseDown;
 
   /// Makes the label reachable by Tab although it has no click handler.

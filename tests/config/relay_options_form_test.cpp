@@ -38,12 +38,13 @@ TEST_F(RelayOptionsTest, OnlyShiftAndTheRightButtonOnTheFirstNameCopies) {
   PanelRecord.RelayTimerType(0) = 3;
   PanelRecord.RelayPowerOnType(0) = 2;
   Open(1);
+  QTest::mouseClick(&Cell("lblRelayName", 0), Qt::MiddleButton, Qt::ShiftModifier);
+  EXPECT_EQ(DataChanged, -1);
   QTest::mouseClick(&Cell("lblRelayName", 0), Qt::RightButton);
   QTest::mouseClick(&Cell("lblRelayName", 2), Qt::RightButton, Qt::ShiftModifier);
   QTest::mouseClick(&Cell("lblRelayName", 0), Qt::RightButton,
                     Qt::ShiftModifier | Qt::ControlModifier);
   EXPECT_EQ(PanelRecord.RelayTimerType(1), 0);
-  EXPECT_EQ(DataChanged, -1);
 
   QTest::mouseClick(&Cell("lblRelayName", 0), Qt::RightButton, Qt::ShiftModifier);
   EXPECT_EQ(PanelRecord.RelayTimerType(3), 3);
