@@ -4,11 +4,12 @@
 
 #include "panel/fixed_array.h"
 
-/// The value as an Int16; throws RunTimeFailure ("Overflow") when it does not fit. Rules that are
-/// told in 16-bit arithmetic pass each intermediate result through this.
-inline Int16 ToInt16(Int32 value) {
+/// The value as an Int16; throws RunTimeFailure ("Overflow: <what><value> ...") when it does not
+/// fit. Rules that are told in 16-bit arithmetic pass each intermediate result through this.
+inline Int16 ToInt16(Int32 value, const char* what = "") {
   if (value < std::numeric_limits<Int16>::min() || value > std::numeric_limits<Int16>::max()) {
-    throw RunTimeFailure("Overflow: " + std::to_string(value) + " does not fit in 16 bits.");
+    throw RunTimeFailure(std::string("Overflow: ") + what + std::to_string(value) +
+                         " does not fit in 16 bits.");
   }
   return static_cast<Int16>(value);
 }

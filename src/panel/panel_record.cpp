@@ -12,9 +12,10 @@ void SubscriptOutOfRange(int first, int second) {
 }
 
 Int16 PanelIOCount() {
+  constexpr auto what = "the I/O count ";
   Int16 sum = 0;
   for (int node = 0; node < NodeCount; ++node) {
-    sum = ToInt16(sum + ToInt16(PanelRecord.IOCount(node) * 4));
+    sum = ToInt16(sum + ToInt16(PanelRecord.IOCount(node) * 4, what), what);
   }
   return std::min<Int16>(sum, ItemCount);
 }

@@ -251,6 +251,8 @@ ChildForm* frmT3MasterMDI::ShowForm(const std::string& name) {
   }
   front_ = name;
   const LoadedScreen screen = found->second;
+  lblTitle_->setText(screen.Form->Caption());
+  captionLine_->setVisible(name != "frmT3About");
   // A failure while the screen fills itself is told, and the screen shows what it has.
   RunHandler([&] { screen.Form->Form_Activate(); });
   if (front_ == name) BringToFront(screen);
@@ -259,8 +261,6 @@ ChildForm* frmT3MasterMDI::ShowForm(const std::string& name) {
 
 void frmT3MasterMDI::BringToFront(const LoadedScreen& screen) {
   pages_->setCurrentWidget(screen.Page);
-  lblTitle_->setText(screen.Form->Caption());
-  captionLine_->setVisible(front_ != "frmT3About");
   for (QWidget* child = screen.Form->nextInFocusChain(); child && child != screen.Form;
        child = child->nextInFocusChain()) {
     if (screen.Form->isAncestorOf(child) && child->focusPolicy() & Qt::TabFocus &&
