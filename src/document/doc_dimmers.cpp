@@ -8,12 +8,15 @@ namespace {
 constexpr int SlotColumns = 10;
 constexpr int PointColumns = 6;
 
-/// A level of the output, unless its photocell gives it.
-void LevelCell(DocumentText& text, Int16 fromPhotocell, Int16 percent) {
-  if (fromPhotocell != 0) {
+using OutputGetter = Int16 (*)(Int16 dev, Int16 out);
+
+/// A level of the output, which is not read when its photocell gives it.
+void LevelCell(DocumentText& text, Int16 dev, Int16 out, OutputGetter fromPhotocell,
+               OutputGetter percent) {
+  if (fromPhotocell(dev, out) != 0) {
     text.Cell("Photocell");
   } else {
-    text.Cell(percent);
+    text.Cell(percent(dev, out));
   }
 }
 
@@ -48,8 +51,8 @@ void OutputLine(DocumentText& text, Int16 dev, Int16 out) {
   const Int16 fade = DimGetFade(dev, out);
   text.Cell();
   if (fade >= 0 && fade < FadeRateCount) text.Number(FadeSeconds(fade));
-  LevelCell(text, DimGetMinPC(dev, out), DimGetMin(dev, out));
-  LevelCell(text, DimGetMaxPC(dev, out), DimGetMax(dev, out));
+  LevelCell(text, dev, out, DimGetMinPC, DimGetMin);
+  LevelCell(text, dev, out, DimGetMaxPC, DimGetMax);
   const Int16 channel = DimGetDMX(dev, out);
   if (channel == 0) {
     text.Cell("Disabled");

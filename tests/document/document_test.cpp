@@ -45,6 +45,13 @@ TEST_F(TextDocument, OfEveryCode) {
   ExpectGolden("every_code");
 }
 
+TEST_F(TextDocument, ALevelThatThePhotocellGivesIsNotRead) {
+  DimSetEnabled(0, 1);
+  DimSetMinPC(0, 0, -1);
+  DimmerBlock(3) = 32767;
+  EXPECT_NE(Render({11}).find("\tPhotocell\t100\t"), std::string::npos);
+}
+
 TEST_F(TextDocument, PanelSettingsLeaveOutWhatHasNoWord) {
   auto& panel = PanelRecord;
   panel.AddOnModuleType = panel.TimeZone = panel.DSTStartWeek = 5;
