@@ -76,7 +76,10 @@ void frmT3Document::ShowFileName() {
 void frmT3Document::chkPrintOptions_Click(int index) {
   CheckBox& box = chkPrintOptions(index);
   // The DMX schedule has no flag and cannot be left out: its box stays ticked and the click fails.
-  if (index == DMXSection) box.setChecked(true);
+  if (index == DMXSection) {
+    box.setChecked(true);
+    throw RunTimeFailure("Subscript out of range: the DMX Schedule cannot be left out.");
+  }
   DocumentSectionOff(index) = box.Value() != 0 ? 0 : -1;
 }
 
