@@ -9,6 +9,7 @@
 namespace {
 
 constexpr double LeastGripPixels = 10;
+constexpr double GripAndLetterPixels = 28;  ///< At the right edge, where C stands at first.
 
 int ShiftState(Qt::KeyboardModifiers modifiers) {
   return (modifiers & Qt::ShiftModifier ? 1 : 0) + (modifiers & Qt::ControlModifier ? 2 : 0) +
@@ -66,6 +67,10 @@ QRectF CurveWidget::GripSquare(const ResponseCurve::Grip& grip) const {
   QRectF square(0, 0, side, side);
   square.moveCenter(
       ToPixels(grip.Left + ResponseCurve::GripCentre, grip.Top + ResponseCurve::GripCentre));
+  // At the ends of the scales it would be cut off.
+  constexpr double border = 1;
+  square.moveLeft(std::max(border, std::min(square.left(), width() - border - side)));
+  square.moveTop(std::max(border, std::min(square.top(), height() - border - side)));
   return square;
 }
 
@@ -146,7 +151,8 @@ void CurveWidget::PaintGrid(QPainter& painter) const {
     painter.setPen(palette().color(QPalette::PlaceholderText));
     const QString percent = QStringLiteral("%1%").arg(100 - 25 * quarter);
     const double baseline = quarter == 0 ? at.y() + metrics.ascent() + 1 : at.y() - 2;
-    painter.drawText(QPointF(width() - metrics.horizontalAdvance(percent) - 8, baseline), percent);
+    const double left = width() - metrics.horizontalAdvance(percent) - GripAndLetterPixels;
+    painter.drawText(QPointF(left, baseline), percent);
   }
 }
 
