@@ -82,13 +82,10 @@ QWidget* DimmerCopyDialog::BuildDestinations() {
   }
   cmdAllDev.OnEach(&Button::Click, this, &DimmerCopyDialog::cmdAllDev_Click);
   cmdAllOut.OnEach(&Button::Click, this, &DimmerCopyDialog::cmdAllOut_Click);
-  auto* everything = new QHBoxLayout;
-  everything->addWidget(
-      AddButton("cmdDstAll", QStringLiteral("All"), [this] { cmdDstAll_Click(); }));
-  everything->addWidget(
-      AddButton("cmdDstNone", QStringLiteral("None"), [this] { cmdDstNone_Click(); }));
-  everything->addStretch(1);
-  grid->addLayout(everything, DimmerDeviceCount + 1, 0, 1, DimmerOutputCount + 1);
+  grid->addWidget(AddButton("cmdDstAll", QStringLiteral("All"), [this] { cmdDstAll_Click(); }),
+                  DimmerDeviceCount + 1, 0);
+  grid->addWidget(AddButton("cmdDstNone", QStringLiteral("None"), [this] { cmdDstNone_Click(); }),
+                  DimmerDeviceCount + 1, 1);
   return frame;
 }
 
