@@ -168,7 +168,8 @@ void frmT3SystemDiagnostic::cmdClearFLChanges_Click() {
 }
 
 void frmT3SystemDiagnostic::lblFLNode_Click(int index) {
-  if (Timer1->Enabled()) return;
+  // Over TCP a click can come in the middle of a cycle, while the timer rests.
+  if (Timer1->Enabled() || PanelBusy()) return;
   Watched(index) = !Watched(index);
   ShowWatched(index);
 }

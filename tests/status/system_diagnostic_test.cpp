@@ -72,9 +72,13 @@ TEST_F(SystemDiagnosticTest, TicksAndClicksInsideAWaitDoNoHarmAndALostLinkEndsTh
   ChildForm* form = Open("frmT3SystemDiagnostic");
   Timer& timer = *form->findChild<Timer*>("Timer1");
   timer.setInterval(1'000'000);
-  whileWaiting = [&] { Tick(form); };
+  whileWaiting = [&] {
+    Tick(form);
+    Click(Cell("lblFLNode", 8));
+  };
   Tick(form);
   EXPECT_EQ(commands.size(), 2U);
+  EXPECT_NE(NodeColor(9), Colors::LightGrey);
   whileWaiting = [&] { Press("cmdStop"); };
   Tick(form);
   EXPECT_FALSE(timer.Enabled());
