@@ -12,6 +12,7 @@ void LiveForm::AddNoConnection() {
 
 void LiveForm::Form_Activate() {
   lblNoConnection->setVisible(Connected == 0);
+  if (auto* hint = findChild<QWidget*>(QStringLiteral("lblHint"))) hint->setVisible(Connected != 0);
   ShowConnected(Connected != 0);
 }
 
