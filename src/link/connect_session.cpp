@@ -1,3 +1,5 @@
+#include <QEventLoop>
+#include <QTimer>
 #include <exception>
 
 #include "link/connect_form.h"
@@ -15,6 +17,15 @@ namespace {
 constexpr quint16 PanelTcpPort = 10001;
 constexpr int ModemResetMs = 1000;
 constexpr int FirmwareLength = 40;
+
+/// The modem's waits deliver no events. Before them an answered box must go and what it has covered
+/// show again, which takes the window system some moments.
+void LetWindowsSettle() {
+  constexpr std::chrono::milliseconds moments(100);
+  QEventLoop loop;
+  QTimer::singleShot(moments, &loop, &QEventLoop::quit);
+  loop.exec(QEventLoop::ExcludeUserInputEvents);
+}
 
 }  // namespace
 
@@ -113,6 +124,7 @@ void frmT3Connect::OpenModem() {
   lblModem->setVisible(false);
   MsgBox(QStringLiteral("Modem Connected"), MsgIcon::None, ProgramTitle);
   ModemHangUpRequired = -1;
+  LetWindowsSettle();
   constexpr int callSettlesMs = 3000;
   Pause(callSettlesMs);
   lblModem->setVisible(false);
@@ -197,8 +209,7 @@ void frmT3Connect::ShowModemBanner(const QString& text, QRgb color) {
   lblModem->SetCaption(text);
   lblModem->SetBackColor(color);
   lblModem->setVisible(true);
-  // The waits that follow deliver no events.
-  repaint();
+  LetWindowsSettle();
 }
 
 void frmT3Connect::ShowTrouble(const QString& text) {
