@@ -160,12 +160,12 @@ Int16& TimePairForm::Time(int column, int row) const {
 
 void TimePairForm::ShowNames() {
   const QStringList names = screen.Names(Month);
-  MonthLength = static_cast<int>(names.size());
-  for (int row = 0; row < MonthLength; ++row) {
+  const int count = static_cast<int>(names.size());
+  for (int row = 0; row < count; ++row) {
     lblName(row).SetCaption(names[row]);
     if (screen.RowWord.isEmpty()) grid->SetRowTitle(row, names[row]);
   }
-  grid->ShowRows(MonthLength);
+  grid->ShowRows(count);
 }
 
 void TimePairForm::ShowTimes() {
@@ -182,8 +182,6 @@ void TimePairForm::ShowTimes() {
 void TimePairForm::optMonth_Click(int index) {
   Month = index;
   ShowNames();
-  // A choice would go to a date that nobody sees.
-  if (SelectedRow >= MonthLength) cboNewTime->Close();
   ShowTimes();
 }
 

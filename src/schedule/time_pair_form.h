@@ -28,8 +28,7 @@ class TimePairForm : public ChildForm {
   Int16& Time(int column, int row) const;
 
   const TimePairScreen& screen;
-  int Month = 0;        ///< 0 to 11.
-  int MonthLength = 0;  ///< Rows shown.
+  int Month = 0;  ///< 0 to 11.
   Int16 SelectedRow = 0;
   int SelectedColumn = 0;
   ControlArray<OptionButton> optMonth;

@@ -24,7 +24,9 @@ QString InPlaceList::List(int index) const {
 
 void InPlaceList::Open(const QWidget& cell, int index) {
   constexpr int mostRowsShown = 12;
+  if (cell_) cell_->removeEventFilter(this);
   cell_ = const_cast<QWidget*>(&cell);
+  cell_->installEventFilter(this);
   const int rows = std::clamp(ListCount(), 1, mostRowsShown);
   const int rowHeight = ListCount() > 0 ? sizeHintForRow(0) : cell.height();
   // A sample of the items is enough: they differ by digits only where there are many.
@@ -75,4 +77,10 @@ void InPlaceList::keyPressEvent(QKeyEvent* event) {
     default:
       QListView::keyPressEvent(event);
   }
+}
+
+bool InPlaceList::eventFilter(QObject* watched, QEvent* event) {
+  // A choice would go to a value that nobody sees.
+  if (watched == cell_ && event->type() == QEvent::Hide && !cell_->isVisibleTo(form_)) Close();
+  return QListView::eventFilter(watched, event);
 }

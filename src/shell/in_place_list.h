@@ -7,7 +7,8 @@
 #include "shell/child_form.h"
 
 /// The list that opens over a clicked cell. It stays open until a choice, Escape or a click on the
-/// background closes it. Opening it selects the stored value and runs nothing.
+/// background closes it, or its cell leaves the screen. Opening it selects the stored value and runs
+/// nothing.
 class InPlaceList : public QListView {
   Q_OBJECT
  public:
@@ -34,6 +35,7 @@ class InPlaceList : public QListView {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   ChildForm* form_;

@@ -55,6 +55,8 @@ TEST_F(FennlinkDevicesTest, ATimedOnInputShowsItsTimeAndKeepsIt) {
   device.DeviceTimedOnTime(3) = std::numeric_limits<Int32>::min();
   Click(Cell("lblInput7TimedOn", 3));
   EXPECT_EQ(Find<InPlaceList>("cboInput7NewTime").ListIndex(), -1);
+  Select(0);
+  EXPECT_FALSE(Find<InPlaceList>("cboInput7NewTime").isVisible());
 }
 
 TEST_F(FennlinkDevicesTest, LookingStoresNothingNewEvenWhenItMarksTheData) {
