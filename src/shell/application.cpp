@@ -29,10 +29,25 @@ class ListStyle : public QProxyStyle {
   }
 };
 
+/// Some dark desktops leave quiet text the black of light ones.
+void MendQuietText() {
+  constexpr int quiet = 160;
+  QPalette palette = QApplication::palette();
+  const auto dark = [&palette](QPalette::ColorRole role) {
+    return qGray(palette.color(role).rgb()) < 110;
+  };
+  if (dark(QPalette::PlaceholderText) != dark(QPalette::Window)) return;
+  QColor text = palette.color(QPalette::WindowText);
+  text.setAlpha(quiet);
+  palette.setColor(QPalette::PlaceholderText, text);
+  QApplication::setPalette(palette);
+}
+
 }  // namespace
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
   setStyle(new ListStyle);
+  MendQuietText();
   setApplicationName(ProgramTitle);
   setDesktopFileName(QStringLiteral("tamberloom3"));
   DimmerAddressAlert = [](Int32 addr) {
@@ -46,4 +61,9 @@ bool Application::notify(QObject* receiver, QEvent* event) {
   bool result = true;
   RunHandler([&] { result = QApplication::notify(receiver, event); });
   return result;
+}
+
+bool Application::event(QEvent* event) {
+  if (event->type() == QEvent::ApplicationPaletteChange) MendQuietText();
+  return QApplication::event(event);
 }
