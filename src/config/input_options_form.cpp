@@ -21,7 +21,7 @@ void frmT3InputOptions::Form_Load() {
   lblInputType = grid->Add<Label>("lblInputType", {.HeaderText = QStringLiteral("Type")});
   lblInputTimedOn =
       grid->Add<Label>("lblInputTimedOn",
-                       {.Chars = 8, .HeaderText = QStringLiteral("Timed On"), .SharesCell = true});
+                       {.Chars = 9, .HeaderText = QStringLiteral("Timed On"), .SharesCell = true});
   lblInputType.OnEach(&Label::Click, this, &frmT3InputOptions::lblInputType_Click);
   lblInputTimedOn.OnEach(&Label::Click, this, &frmT3InputOptions::lblInputTimedOn_Click);
   AddWidget(grid);
