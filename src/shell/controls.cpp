@@ -257,7 +257,8 @@ void TextBox::SetText(const QString& text) {
 void TextBox::keyPressEvent(QKeyEvent* event) {
   constexpr char16_t backspace = 8;
   const QString typed = event->text();
-  const bool character = typed.size() == 1 && (typed[0].isPrint() || typed[0] == backspace) &&
+  const bool character = !typed.isEmpty() &&
+                         (typed[0].isPrint() || typed[0].isSurrogate() || typed[0] == backspace) &&
                          !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
   if (!KeyPress || !character) {
     QLineEdit::keyPressEvent(event);
@@ -269,7 +270,6 @@ void TextBox::keyPressEvent(QKeyEvent* event) {
     QLineEdit::keyPressEvent(event);
   } else if (code != 0) {
     insert(QString(QChar(code)));
-    RunHandler(Change);
   }
 }
 

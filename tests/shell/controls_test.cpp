@@ -73,6 +73,7 @@ TEST_F(ControlsTest, TextsRunTheirHandlerAlwaysAndFilterTypedKeysOnly) {
   box.clear();
   QTest::keyClicks(&box, "xab");
   EXPECT_EQ(box.Text(), "Ab");
+  EXPECT_EQ(runs, 4);
   QTest::keyClick(&box, Qt::Key_Backspace);
   EXPECT_EQ(box.Text(), "A");
   QApplication::clipboard()->setText("x,y");
