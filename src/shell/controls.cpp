@@ -4,6 +4,8 @@
 #include <QPainter>
 #include <QSignalBlocker>
 #include <QStyleOption>
+#include <QTextDocument>
+#include <QToolTip>
 #include <QWheelEvent>
 
 namespace {
@@ -123,6 +125,12 @@ QSize Label::minimumSizeHint() const {
   return {widthInChars_ > 0 ? width : 0, metrics.height() + 6};
 }
 
+QRect Label::TextRoom() const {
+  // A caption without a frame may run up to its end.
+  const bool toEnd = !Click && !backColor_ && alignment_.testFlag(Qt::AlignLeft);
+  return rect().adjusted(CellPadding, 0, toEnd ? 0 : -CellPadding, 0);
+}
+
 void Label::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const bool cell = Click && look_ != Look::Link;
@@ -145,7 +153,7 @@ void Label::paintEvent(QPaintEvent*) {
   if (hasFocus()) DrawFocusRing(painter, *this);
   if (!isEnabled()) text = palette().color(QPalette::Disabled, QPalette::WindowText);
   painter.setPen(text);
-  const QRect room = rect().adjusted(CellPadding, 0, -CellPadding, 0);
+  const QRect room = TextRoom();
   painter.drawText(room, static_cast<int>(alignment_),
                    QFontMetrics(font()).elidedText(caption_, elideMode_, room.width()));
 }
@@ -191,6 +199,13 @@ bool Label::event(QEvent* event) {
   // A handler may be given after the label was made; it is there by the time the label is polished.
   if (event->type() == QEvent::Polish && Click) MakeFocusable();
   if (event->type() == QEvent::FontChange) updateGeometry();
+  if (event->type() == QEvent::ToolTip &&
+      QFontMetrics(font()).horizontalAdvance(caption_) > TextRoom().width()) {
+    const QString before = toolTip().isEmpty() ? QString() : toolTip() + QStringLiteral(": ");
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                       Qt::convertFromPlainText(before + caption_.trimmed()), this);
+    return true;
+  }
   return QWidget::event(event);
 }
 

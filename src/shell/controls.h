@@ -36,6 +36,7 @@ constexpr QRgb Blue = 0x0000FF;
 }  // namespace Colors
 
 /// A caption, or with a click handler a value cell: hover, focus ring, Space and Enter click it.
+/// The tooltip tells a caption in full that is too long.
 class Label : public QWidget {
   Q_OBJECT
  public:
@@ -82,6 +83,8 @@ class Label : public QWidget {
   bool event(QEvent* event) override;
 
  private:
+  QRect TextRoom() const;
+
   QString caption_;
   std::optional<QRgb> backColor_;
   Qt::Alignment alignment_ = Qt::AlignLeft | Qt::AlignVCenter;
