@@ -7,8 +7,8 @@
 #include "shell/child_form.h"
 
 /// The list that opens over a clicked cell. It stays open until a choice, Escape or a click on the
-/// background closes it, or its cell leaves the screen. Opening it selects the stored value and runs
-/// nothing.
+/// background closes it, or its cell leaves the screen. Opening it selects the stored value and
+/// runs nothing.
 class InPlaceList : public QListView {
   Q_OBJECT
  public:
