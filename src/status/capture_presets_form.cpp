@@ -21,6 +21,7 @@ void frmT3CapturePresets::Form_Load() {
   AddButtons(*grid, "cmdCapture", QStringLiteral("Capture"), 8)
       .OnEach(&Button::Click, this, &frmT3CapturePresets::cmdCapture_Click);
   AddWidget(grid);
+  AddHint(QStringLiteral("What Set and Capture have done shows at the next update."));
 }
 
 void frmT3CapturePresets::ShowConnected(bool connected) {
