@@ -73,6 +73,10 @@ void frmT3VirtualKeypad::BuildDisplay(QBoxLayout* layout) {
     lblLCD(i).SetWidthInChars(1);  // Another character needs no new layout.
     auto* glyph = new DisplayGlyph;
     glyph->setFixedSize(lblLCD(i).sizeHint());
+    // Or the grid would drop its spacing there, and the display would grow as symbols come.
+    QSizePolicy policy = glyph->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    glyph->setSizePolicy(policy);
     cells->addWidget(glyph, i / DisplayColumns, i % DisplayColumns);
     glyph->setVisible(false);
     imgCustomChar.Add(glyph, QStringLiteral("imgCustomChar"));
