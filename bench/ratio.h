@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <vector>
 
 /// The best time of one call in microseconds; a busy machine only ever makes a run slower.
 template <typename Work>
@@ -16,6 +17,14 @@ double BestMicroseconds(Work work, int runs = 300) {
     best = std::min(best, spent.count());
   }
   return best;
+}
+
+/// The middle one of several times, for work whose speed depends on how the system places several
+/// threads or processes: the best run would be a lucky one.
+inline double Median(std::vector<double> values) {
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::nth_element(values.begin(), middle, values.end());
+  return *middle;
 }
 
 /// Keeps the compiler from dropping work whose result nobody reads.

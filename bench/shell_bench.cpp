@@ -66,12 +66,6 @@ Run Start(const QString& program, const QStringList& arguments) {
   return {painted, output.mid(output.indexOf('\n') + 1).toDouble()};
 }
 
-double Median(std::vector<double> values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::nth_element(values.begin(), middle, values.end());
-  return *middle;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
