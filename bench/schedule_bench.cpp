@@ -1,10 +1,9 @@
 #include <QElapsedTimer>
 #include <QKeyEvent>
 
+#include "bench_program.h"
 #include "panel/panel_record.h"
 #include "ratio.h"
-#include "shell/application.h"
-#include "shell/main_window.h"
 
 // The walk through the timers of the timer editor by arrow key: each step shows its timer, painted,
 // before the next key of a held-down arrow comes.
@@ -45,10 +44,8 @@ double SlowestStep(frmT3MasterMDI& window) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (!qEnvironmentVariableIsSet("DISPLAY")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  Application application(argc, argv);
-  frmT3MasterMDI window;
-  window.MDIForm_Load();
+  BenchProgram program(argc, argv, MsgAnswer::No);
+  frmT3MasterMDI& window = program.Window;
   FillTimers();
 
   double best = SlowestStep(window);

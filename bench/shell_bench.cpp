@@ -1,6 +1,7 @@
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QProcess>
+#include <QTemporaryDir>
 
 #include "first_paint.h"
 #include "panel/panel_record.h"
@@ -74,6 +75,8 @@ int main(int argc, char** argv) {
   Application application(argc, argv);
   if (argc > 1) return RunProgram(application, QString::fromLocal8Bit(argv[1]));
 
+  const QTemporaryDir home;
+  qputenv("HOME", home.path().toLocal8Bit());
   const QString self = QCoreApplication::applicationFilePath();
   const QString bare = QFileInfo(self).absolutePath() + QStringLiteral("/empty_window");
   // In turn, so that both meet the same state of the machine.

@@ -1,12 +1,11 @@
 #include <QEventLoop>
 #include <ctime>
 
+#include "bench_program.h"
 #include "panel/fennlink_record.h"
 #include "panel/panel_record.h"
 #include "panel/program_state.h"
 #include "ratio.h"
-#include "shell/application.h"
-#include "shell/main_window.h"
 #include "simulator/panel_thread.h"
 
 // What automatic updates cost over loopback, while everything on the panel changes from poll to
@@ -67,11 +66,8 @@ double PollCost(frmT3MasterMDI& window, simulator::PanelThread& panel, const cha
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (!qEnvironmentVariableIsSet("DISPLAY")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  Application application(argc, argv);
-  MsgBoxSeam = [](const Message&) { return MsgAnswer::No; };
-  frmT3MasterMDI window;
-  window.MDIForm_Load();
+  BenchProgram program(argc, argv, MsgAnswer::No);
+  frmT3MasterMDI& window = program.Window;
   PanelRecord.IOCount.elements.fill(1);
   FennlinkRecords(1).DeviceType = 8;
 

@@ -1,6 +1,7 @@
 #include <QAbstractItemView>
 #include <QDir>
 #include <QStyle>
+#include <QTemporaryDir>
 #include <cstdio>
 
 #include "config/device_list.h"
@@ -150,6 +151,8 @@ int main(int argc, char** argv) {
     std::puts("usage: tamberloom3-gallery FOLDER [SCREEN...]");
     return 2;
   }
+  const QTemporaryDir home;
+  qputenv("HOME", home.path().toLocal8Bit());
   Application application(argc, argv);
   MsgBoxSeam = [](const Message&) { return MsgAnswer::No; };
   frmT3MasterMDI window;
