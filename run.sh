@@ -11,16 +11,22 @@ cmake --build build/release
 port=10001
 panel_arguments=(--pty --link COM16 --log build/panel.log)
 if (exec 3<>"/dev/tcp/127.0.0.1/$port") 2>/dev/null; then
-  echo "TCP port $port is taken, so the simulated panel answers on COM16 only."
+  answers="on COM16 only, as TCP port $port is taken"
 else
   panel_arguments+=(--tcp "$port")
-  echo "The simulated panel answers on TCP 127.0.0.1 (port $port) and on COM16."
+  answers="on TCP 127.0.0.1 (port $port) and on COM16"
 fi
 
 children=()
 trap 'kill "${children[@]}" 2>/dev/null; wait' EXIT
 build/release/simulator/tamberloom3-panel "${panel_arguments[@]}" </dev/null >build/panel.out 2>&1 &
 children+=($!)
+sleep 0.5
+kill -0 "${children[0]}" 2>/dev/null || {
+  cat build/panel.out >&2
+  exit 1
+}
+echo "The simulated panel answers $answers."
 
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
   build/release/tamberloom3

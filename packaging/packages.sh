@@ -1,4 +1,4 @@
-# Sourced by run.sh and test.sh.
+# Sourced by the scripts that need packages.
 
 # Installs those of the named Debian packages that are missing.
 install_missing() {
@@ -20,5 +20,11 @@ install_missing() {
   "${root[@]}" apt-get update -qq
   "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -qq -y "${missing[@]}" >/dev/null
 }
+
+# Without a home to write in, the compiler cache and the panel's COM16 have no place.
+if [ ! -w "${HOME:-/nowhere}" ]; then
+  export HOME="$PWD/build/home"
+  mkdir -p "$HOME"
+fi
 
 build_packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-serialport-dev)
