@@ -155,7 +155,7 @@ void frmT3ConfigureFennlinkDevices::ShowConfiguration() {
   const FamilyFrame* shown = nullptr;
   for (int family = 0; family < FennlinkFamilyCount; ++family) {
     const FamilyFrame& frame = frames[static_cast<std::size_t>(family)];
-    const bool own = type >= Family(family).FirstType && type <= Family(family).LastType;
+    const bool own = FennlinkFamilyOf(type) == &Family(family);
     frame.Frame->setVisible(own);
     if (own) shown = &frame;
   }

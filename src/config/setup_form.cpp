@@ -35,10 +35,7 @@ void frmT3Setup::Form_Load() {
   auto* fraIOCount = Add<QGroupBox>(row, "fraIOCount", QStringLiteral("I/O Count"));
   auto* grid = new RowGrid(NodeCount);
   for (int node = 0; node < NodeCount; ++node) {
-    grid->SetRowTitle(node, QStringLiteral("Node %1")
-                                .arg(node + 1, 0, 16)
-                                .toUpper()
-                                .replace(QStringLiteral("NODE"), QStringLiteral("Node")));
+    grid->SetRowTitle(node, QStringLiteral("Node ") + QString::number(node + 1, 16).toUpper());
   }
   lblNode = grid->AddNames("lblNode");
   lblIOCount = grid->Add<Label>(

@@ -125,11 +125,6 @@ inline constexpr std::string_view TimedOnOperationLead = "Timed-On Timers Begin 
 /// Index 0 for a stored 0, index 1 for any other value.
 inline constexpr auto TimedOnOperations = std::to_array<std::string_view>({"Opens", "Closes"});
 
-/// The option text of the editor: the lead and the word.
-inline std::string TimedOnOperationText(std::string_view operation) {
-  return std::string(TimedOnOperationLead) + ' ' + std::string(operation);
-}
-
 struct FennlinkDeviceType {
   std::string_view ListText;      ///< The caption is a blank and this text.
   int InputCount;                 ///< Inputs in use.
@@ -178,6 +173,14 @@ inline constexpr auto FennlinkFamilies = std::to_array<FennlinkFamily>({
     {"F", "", DeviceTypePhotocell, DeviceTypePhotocell},
 });
 constexpr int FennlinkFamilyCount = static_cast<int>(FennlinkFamilies.size());
+
+/// The family of a device type; null for "None" and a code outside the table.
+constexpr const FennlinkFamily* FennlinkFamilyOf(int deviceType) {
+  for (const FennlinkFamily& family : FennlinkFamilies) {
+    if (deviceType >= family.FirstType && deviceType <= family.LastType) return &family;
+  }
+  return nullptr;
+}
 
 constexpr std::string_view FennlinkFamilyName(const FennlinkFamily& family) {
   return family.Name.empty() ? FennlinkDevice(family.FirstType).ListText : family.Name;

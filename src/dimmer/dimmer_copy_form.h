@@ -5,8 +5,6 @@
 #include "dimmer/dimmer_copy.h"
 #include "shell/controls.h"
 
-class QGridLayout;
-
 /// What the two copy dialogs do not share.
 struct DimmerCopyKind {
   const char* Name;

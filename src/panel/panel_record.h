@@ -80,7 +80,8 @@ struct PanelRecordType {
 
 extern PanelRecordType PanelRecord;
 
-/// Installed I/O points, 0 to 48: the bound of all lists of relays and inputs.
+/// Installed I/O points, the bound of all lists of relays and inputs: at most 48, negative for some
+/// damaged records.
 /// Throws RunTimeFailure when a damaged record overflows the sum.
 Int16 PanelIOCount();
 

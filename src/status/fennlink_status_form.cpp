@@ -7,18 +7,10 @@
 
 namespace {
 
-const FennlinkFamily* FamilyOf(int deviceType) {
-  const auto* found = std::find_if(
-      FennlinkFamilies.begin(), FennlinkFamilies.end(), [deviceType](const auto& family) {
-        return deviceType >= family.FirstType && deviceType <= family.LastType;
-      });
-  return found == FennlinkFamilies.end() ? nullptr : found;
-}
-
 /// "3 Push Button", "8 Input", "PhotoCell", "None".
 QString TypeText(int deviceType) {
   const FennlinkDeviceType& type = FennlinkDevice(deviceType);
-  const FennlinkFamily* family = FamilyOf(deviceType);
+  const FennlinkFamily* family = FennlinkFamilyOf(deviceType);
   if (family && !family->Name.empty()) {
     return ToUnicode(FirstWord(type.ListText)) + u' ' + ToUnicode(family->Name);
   }
@@ -122,7 +114,7 @@ bool frmT3FennlinkStatus::GetDeviceStatus(int device) {
 
 void frmT3FennlinkStatus::ShowStatus(int device) {
   const int type = FennlinkRecords(device).DeviceType;
-  const FennlinkFamily* own = FamilyOf(type);
+  const FennlinkFamily* own = FennlinkFamilyOf(type);
   const bool present = DevicePresent != 0;
   lblFLinkDeviceType->SetCaption(device == 0 ? QString() : TypeText(type));
   for (std::size_t family = 0; family < frames.size(); ++family) {

@@ -26,7 +26,6 @@ class frmT3VirtualKeypad : public StatusForm {
   void BuildLeds(QBoxLayout* layout);
   void BuildKeys(QBoxLayout* layout);
   void ShowCell(int cell, Int16 code);
-  void ShowPendingKey();
 
   Int16 PendingKey = 0;
   FixedArray<Int16, CellCount + 1> ScreenCache;  ///< -1: nothing shown yet.
