@@ -30,17 +30,6 @@ TEST_F(OptionTest, AnIndexIsStoredAndOneBeyondTheOptionsMarksNone) {
   EXPECT_EQ(PanelRecord.OffHoursSweepInterval, 2);
 }
 
-TEST_F(OptionTest, TheRelayDriveForgetsTheChoice) {
-  for (int time = 0; time < 2; ++time) {
-    window->UnloadAllForms();
-    window->ShowForm("frmT3RelayDrive");
-    for (int i = 0; i < 4; ++i) EXPECT_FALSE(Find<OptionButton>("optRelayDrive", i).Value());
-    DataChanged = 0;
-    Click(Find<OptionButton>("optRelayDrive", 3));
-    EXPECT_EQ(DataChanged, -1);
-  }
-}
-
 TEST_F(OptionTest, EachAddOnModuleHasItsScreen) {
   const QStringList screens = {"None", "DMX", "ModBus", "N2", "VoiceDTMF", "BACnet"};
   for (Int16 type = 0; type < screens.size(); ++type) {

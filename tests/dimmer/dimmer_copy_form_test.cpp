@@ -76,12 +76,6 @@ TEST_F(DimmerCopyTest, TheSlotsTickedGoToTheOutputsTicked) {
   }
 }
 
-TEST_F(DimmerCopyTest, WithNothingTickedNothingChangesButTheMessageAppears) {
-  Copy("cmdCopyConfig", [this] { Click(Find<Button>("cmsCopy")); });
-  EXPECT_EQ(messages.size(), 1U);
-  EXPECT_EQ(DimmerBlock, before);
-}
-
 TEST_F(DimmerCopyTest, UnloadingTheScreenClosesTheDialog) {
   Copy("cmdCopyConfig", [this] {
     ShowForm("frmT3About");

@@ -30,15 +30,4 @@ TEST(DimmerModel, TurnsPhotocellCodesIntoFootCandles) {
   EXPECT_EQ(ShownPercent(255), 100);
 }
 
-TEST(DimmerModel, KeepsAFennlinkSlotToEightInputs) {
-  DimSetCtlNumber(3, 2, 15, 20);
-  LimitControlNumber(3, 2, 15, 0);
-  EXPECT_EQ(DimGetCtlNumber(3, 2, 15), 20);
-  LimitControlNumber(3, 2, 15, 1);
-  EXPECT_EQ(DimGetCtlNumber(3, 2, 15), 0);
-  DimSetCtlNumber(3, 2, 15, 7);
-  LimitControlNumber(3, 2, 15, 64);
-  EXPECT_EQ(DimGetCtlNumber(3, 2, 15), 7);
-}
-
 }  // namespace

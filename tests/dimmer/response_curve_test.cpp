@@ -126,14 +126,3 @@ TEST_F(ResponseCurveTest, ReadoutsTellInputAndOutput) {
   EXPECT_EQ(told(2047, 1440), "136/255, 17 fc, 5.0 V");
   EXPECT_EQ(told(2053, 72), "137/255, 17 fc, 9.8 V");
 }
-
-TEST_F(ResponseCurveTest, ALevelBeyondThePercentRulesLeavesTheGripsAlone) {
-  StorePoints({20, 100, 100, 50, 200, 0});
-  curve.Place(0, 0);
-  for (const Int16 level : {Int16(328), Int16(-328), Int16(32767)}) {
-    DimmerBlock(12) = level;
-    DimSetAIn(0, 0, 7);
-    EXPECT_THROW(curve.Place(0, 0), RunTimeFailure) << level;
-    EXPECT_EQ(curve.shpGrip(1).Left, 300);
-  }
-}

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "schedule/city_table.h"
-
 namespace {
 
 TEST(TimeValues, ReadAsTwelveHourTimes) {
@@ -48,17 +46,6 @@ TEST(TimeValues, TellWhenATimerRuns) {
   EXPECT_EQ(words(27, 255, 0), "at an unknown time, every day");
   EXPECT_EQ(words(0, 0, 0, 13, 1), "12:00 AM, on no date of the year");
   EXPECT_EQ(DayMaskText(0x55), "-M-W-F-H");
-}
-
-TEST(CityTable, IsInsideTheRangesOfTheSettings) {
-  for (const City& city : CityTable) {
-    EXPECT_TRUE(city.CityLatitude >= 20 && city.CityLatitude <= 65) << city.CityName;
-    EXPECT_TRUE(city.CityLongitude >= 50 && city.CityLongitude <= 150) << city.CityName;
-    EXPECT_EQ(city.CityName.find(", "), std::string_view::npos) << city.CityName;
-  }
-  EXPECT_EQ(CityTable.front().CityName, "Alabama,Birmingham");
-  EXPECT_EQ(CityTable.back().CityName, "Wyoming,Sheridan");
-  EXPECT_EQ(CityTable.back().CityLongitude, 107);
 }
 
 }  // namespace
