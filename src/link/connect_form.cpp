@@ -250,8 +250,9 @@ void frmT3Connect::Form_Activate() {
 }
 
 void frmT3Connect::Form_Hide() {
+  // A transfer among them would have put the on-line functions back at its end.
+  if (ForgetRequests()) ReturnOnLine();
   Timer1->SetEnabled(false);
-  ForgetRequests();
 }
 
 void frmT3Connect::Form_Unload() {

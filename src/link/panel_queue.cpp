@@ -1,6 +1,7 @@
 #include "link/panel_queue.h"
 
 #include <deque>
+#include <utility>
 
 #include "shell/dialogs.h"
 
@@ -27,6 +28,6 @@ bool PanelBusy() {
   return busy;
 }
 
-void ForgetRequests() {
-  waiting.clear();
+bool ForgetRequests() {
+  return !std::exchange(waiting, {}).empty();
 }

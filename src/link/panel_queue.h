@@ -12,5 +12,6 @@ void AskPanel(std::function<void()> request);
 /// Whether a request is under way; a timer's tick passes over then.
 bool PanelBusy();
 
-/// Forgets the requests that have not begun. A screen that leaves calls this.
-void ForgetRequests();
+/// Forgets the requests that have not begun; whether there were any. A screen that leaves calls
+/// this.
+bool ForgetRequests();

@@ -204,6 +204,15 @@ TEST_F(TransferTest, WhatTheUserDoesDuringAWaitIsDoneInOrderAndTheWindowMayClose
   EXPECT_EQ(panel->FramesFromHost().size(), before + 5);
   EXPECT_EQ(LinkStatus(), "Connected");
 
+  // Leaving forgets a transfer that has not begun, and locks nothing.
+  QTimer::singleShot(10, window.get(), [this] {
+    Press("cmdUpLoadFromT2");
+    Menu("mnuSetup");
+  });
+  Press("cmdRefresh");
+  Menu("mnuConnect");
+  ExpectUsable();
+
   // Disconnecting does not wait, and is no lost connection.
   QTimer::singleShot(10, window.get(), [this] { Press("cmdConnect"); });
   Press("cmdRefresh");
