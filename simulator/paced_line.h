@@ -56,6 +56,7 @@ class PacedLine {
   void Clear() {
     Queue.clear();
     Waiting = 0;
+    Free = {};
   }
 
  private:

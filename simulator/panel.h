@@ -24,7 +24,6 @@ enum class Contact { On = 1, Off = 2 };
 /// from 0 to 7; one outside throws std::out_of_range. Belongs to one thread.
 class Panel {
  public:
-  static constexpr int DisplaySize = 80;   // four rows of twenty
   static constexpr int FirmwareSize = 40;  // two rows of twenty
 
   explicit Panel(const PanelMemory& memory = SmallInstallation(), Clock clock = {});

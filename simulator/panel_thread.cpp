@@ -55,10 +55,6 @@ void PanelThread::AddFault(const std::string& text) {
   With([&fault](Simulator& simulator) { simulator.Faults().Add(fault); });
 }
 
-void PanelThread::ClearFaults() {
-  With([](Simulator& simulator) { simulator.Faults().Clear(); });
-}
-
 std::vector<std::string> PanelThread::FramesFromHost() {
   return With([](Simulator& simulator) {
     std::vector<std::string> frames;

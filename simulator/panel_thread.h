@@ -45,7 +45,6 @@ class PanelThread {
 
   /// Sets a fault by its text, for example "lost x2" without the blank: "lostx2".
   void AddFault(const std::string& text);
-  void ClearFaults();
 
   /// The frames that the host has sent since the start, oldest first (the latest 10,000 log
   /// entries).

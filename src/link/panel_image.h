@@ -20,8 +20,9 @@ extern Int16 IncludeNamesInUpload;
 
 /// Packs the document and the password into PanelImage. What an earlier transfer left from 0x8000
 /// on is not cleared: the unused bytes there go back to the panel as they came, and the action
-/// bits of devices 62 (its groups) to 64 are added to those that are there. Throws RunTimeFailure
-/// when a damaged document overflows a word or a level; the image is then half built.
+/// bits there (device 62's from the end of its last relay plane, all of 63 and 64) are added to
+/// those that stand. Throws RunTimeFailure when a damaged document overflows a word or a level; the
+/// image is then half built.
 void BuildPanelImage(const PasswordDigits& password);
 
 /// Unpacks PanelImage over the document. Spare elements, the connection settings and, unless

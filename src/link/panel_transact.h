@@ -5,7 +5,7 @@
 
 #include "panel/fixed_array.h"
 
-/// The last reply as received, from its first "[" to its last "]" and anything around them.
+/// All that came in reply to the last command, whatever stands around its brackets included.
 extern std::string ReplyText;
 extern Int16 ReplyLength;
 
@@ -25,8 +25,8 @@ std::string PanelFrame(std::string_view command);
 /// Sends a command, in hexadecimal digits without frame, up to three times until a reply of at
 /// least `expectedLength` characters with a right checksum has come; -1 then, else 0. The time-out
 /// counts for each attempt, threefold on a modem; a line that breaks ends an attempt at once. On
-/// TCP events are delivered meanwhile, so that another command may run inside this one. Throws
-/// RunTimeFailure for a time-out whose milliseconds overflow.
+/// TCP events are delivered meanwhile: handlers call this from a request of AskPanel, so that no
+/// other command runs inside it. Throws RunTimeFailure for a time-out whose milliseconds overflow.
 Int16 PanelTransact(const std::string& command, Int16 expectedLength, Int32 timeoutSeconds);
 
 /// Sends a text as it stands over the serial line; whether `expectedLength` characters came in

@@ -5,7 +5,7 @@
 #include "panel/fixed_array.h"
 
 /// The value as an Int16; throws RunTimeFailure ("Overflow: <what><value> ...") when it does not
-/// fit. Rules that are told in 16-bit arithmetic pass each intermediate result through this.
+/// fit. Rules whose arithmetic is 16-bit pass each intermediate result through this.
 inline Int16 ToInt16(Int32 value, const char* what = "") {
   if (value < std::numeric_limits<Int16>::min() || value > std::numeric_limits<Int16>::max()) {
     throw RunTimeFailure(std::string("Overflow: ") + what + std::to_string(value) +

@@ -15,7 +15,7 @@ using DimmerBlockType = FixedArray<Int16, 6156>;
 /// project file and the panel image.
 extern DimmerBlockType DimmerBlock;
 
-/// Told the address before an access outside the block fails.
+/// Told the address before a read outside the block fails.
 extern std::function<void(Int32)> DimmerAddressAlert;
 
 /// The element at `addr`. Outside 0 to 6155: DimmerAddressAlert, then RunTimeFailure.

@@ -40,7 +40,7 @@ class ChildForm : public QWidget {
  protected:
   /// A row of controls at the present end of the screen; they stand at its left.
   QHBoxLayout* AddRow();
-  /// A titled frame at the present end of the screen, with the layout for its content.
+  /// A titled frame at the present end of the screen; the caller gives it a layout.
   QGroupBox* AddFrame(const char* name, const QString& title);
   void AddWidget(QWidget* widget);
   /// What a user cannot guess, in one quiet line at the foot of the screen.

@@ -55,9 +55,6 @@ QWidget* MainWindow() {
 ChildForm* ShowForm(const char* name) {
   return mainWindow ? mainWindow->ShowForm(name) : nullptr;
 }
-ChildForm* LoadedForm(const char* name) {
-  return mainWindow ? mainWindow->LoadedForm(name) : nullptr;
-}
 void UnloadAllForms() {
   if (mainWindow) mainWindow->UnloadAllForms();
 }

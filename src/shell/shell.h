@@ -15,9 +15,6 @@ QWidget* MainWindow();
 /// A name without a screen shows nothing and gives null.
 ChildForm* ShowForm(const char* name);
 
-/// The screen if it is loaded, whether on show or not.
-ChildForm* LoadedForm(const char* name);
-
 /// Closes every screen; one that stays loaded is hidden.
 void UnloadAllForms();
 

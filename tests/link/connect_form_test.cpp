@@ -66,7 +66,7 @@ TEST_F(ConnectTest, SettingsAreShownAndStored) {
   EXPECT_TRUE(messages.empty());
 }
 
-TEST_F(ConnectTest, ASerialSessionOpensPollsAndClosesAsTold) {
+TEST_F(ConnectTest, ASerialSessionOpensPollsAndCloses) {
   OpenConnect(0);
   lines.Serial.Steps.clear();
   lines.Serial.Replies = {{Firmware}};

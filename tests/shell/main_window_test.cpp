@@ -54,7 +54,7 @@ TEST_F(MainWindowTest, EditsOfTheFirstSecondAreForgottenOnce) {
   EXPECT_FALSE(tmrFix.Enabled());
 }
 
-TEST_F(MainWindowTest, TheMenuTreeStandsAsTold) {
+TEST_F(MainWindowTest, TheMenuTreeHasItsEntriesAndSwitches) {
   QStringList top;
   for (QAction* action : window->menuBar()->actions()) top << action->text();
   EXPECT_EQ(top.join(u' '), "&File &Connect &Setup &Edit &Document &About");
