@@ -10,6 +10,7 @@ ComboBox* AddTitledList(QBoxLayout* layout, const char* name, const QString& tit
   auto* list = new ComboBox;
   list->setObjectName(QString::fromLatin1(name));
   list->setAccessibleName(title);
+  list->setToolTip(title);
   list->SetItems(items);
   list->setPlaceholderText(title);
   if (layout) layout->addWidget(list);

@@ -1,5 +1,7 @@
 #include "dimmer/dimmer_output_form.h"
 
+#include <QLabel>
+
 #include "dimmer/dimmer_lists.h"
 #include "dimmer/dimmer_model.h"
 #include "panel/fennlink_record.h"
@@ -54,21 +56,17 @@ void frmT3DimmerOutput::Form_Load() {
   frmConfig = new QWidget;
   frmConfig->setObjectName(QStringLiteral("frmConfig"));
   AddWidget(frmConfig);
-  auto* config = new QVBoxLayout(frmConfig);
+  auto* config = new QHBoxLayout(frmConfig);
   config->setContentsMargins(0, 0, 0, 0);
-  BuildLevels(config);
-  auto* lower = new QHBoxLayout;
-  config->addLayout(lower);
+  auto* output = new QVBoxLayout;
+  output->setSpacing(4);
+  config->addLayout(output, 2);
+  BuildLevels(output);
+  BuildTracking(output);
   auto* slots = new QVBoxLayout;
-  lower->addLayout(slots, 3);
+  slots->setSpacing(4);
+  config->addLayout(slots, 3);
   BuildSlots(slots);
-  auto* tracking = new QVBoxLayout;
-  lower->addLayout(tracking, 2);
-  cboTarget = AddTitledList(tracking, "cboTarget", "Target", CodeItems(Targets, TargetText));
-  OnChange(cboTarget, &frmT3DimmerOutput::cboTarget_Click);
-  scale = new frmScale;
-  tracking->addWidget(scale, 1);
-  tracking->addStretch(0);
 
   // At the foot, where they stay when the device is not enabled.
   auto* foot = new QWidget;
@@ -125,68 +123,39 @@ ComboBox* frmT3DimmerOutput::AddList(QBoxLayout* row, const char* name, const ch
 }
 
 void frmT3DimmerOutput::BuildLevels(QBoxLayout* column) {
-  auto* levels = new QHBoxLayout;
-  levels->setAlignment(Qt::AlignLeft);
-  column->addLayout(levels);
   cboPowerOnLevel =
-      AddList(levels, "cboPowerOnLevel", "Power On Level", PercentItems("Power On Level"),
+      AddList(column, "cboPowerOnLevel", "Power On Level", PercentItems("Power On Level"),
               &frmT3DimmerOutput::cboPowerOnLevel_Click);
-  cboMinLevel = AddList(levels, "cboMinLevel", "Min Output", LevelItems("Min Output"),
+  cboMinLevel = AddList(column, "cboMinLevel", "Min Output", LevelItems("Min Output"),
                         &frmT3DimmerOutput::cboMinLevel_Click);
-  cboMaxLevel = AddList(levels, "cboMaxLevel", "Max Output", LevelItems("Max Output"),
+  cboMaxLevel = AddList(column, "cboMaxLevel", "Max Output", LevelItems("Max Output"),
                         &frmT3DimmerOutput::cboMaxLevel_Click);
-  cboFadeRate = AddList(levels, "cboFadeRate", "Fade Rate", CodeItems(FadeRateCount, FadeRateText),
+  auto* row = new QHBoxLayout;
+  column->addLayout(row);
+  cboFadeRate = AddList(row, "cboFadeRate", "Fade Rate", CodeItems(FadeRateCount, FadeRateText),
                         &frmT3DimmerOutput::cboFadeRate_Click);
-
-  auto* tracking = new QHBoxLayout;
-  tracking->setAlignment(Qt::AlignLeft);
-  column->addLayout(tracking);
-  cboDMX = AddList(tracking, "cboDMX", "DMX Channel",
+  cboDMX = AddList(row, "cboDMX", "DMX Channel",
                    QStringList("DMX - Disabled") + NumberItems("DMX Channel: ", 1, DMXChannels),
                    &frmT3DimmerOutput::cboDMX_Click);
-  cboPCTrack = AddList(tracking, "cboPCTrack", "PC Tracking",
+}
+
+void frmT3DimmerOutput::BuildTracking(QBoxLayout* column) {
+  cboPCTrack = AddList(column, "cboPCTrack", "PC Tracking",
                        {"PC Tracking: Disabled", "PC Tracking: 2 point"},
                        &frmT3DimmerOutput::cboPCTrack_Click);
-  lblPCTSource = AddLabel(tracking, "lblPCTSource", QStringLiteral("Tracking Photocell"));
-  cboPCDev = AddList(tracking, "cboPCDev", "Tracking Photocell",
+  auto* source = new QHBoxLayout;
+  column->addLayout(source);
+  lblPCTSource = AddLabel(source, "lblPCTSource", QStringLiteral("Tracking Photocell"));
+  cboPCDev = AddList(source, "cboPCDev", "Tracking Photocell",
                      HexItems("Device: ", PhotocellDevices), &frmT3DimmerOutput::cboPCDev_Click);
+  cboTarget = AddList(column, "cboTarget", "Target", CodeItems(Targets, TargetText),
+                      &frmT3DimmerOutput::cboTarget_Click);
+  scale = new frmScale;
+  column->addWidget(scale, 1);
+  column->addStretch(0);
 }
 
 void frmT3DimmerOutput::BuildSlots(QBoxLayout* column) {
-  QHBoxLayout* rows[2];
-  for (QHBoxLayout*& row : rows) {
-    row = new QHBoxLayout;
-    row->setAlignment(Qt::AlignLeft);
-    column->addLayout(row);
-  }
-  cboCONum =
-      AddList(rows[0], "cboCONum", "Control", NumberItems("Control: ", 1, ControlSlotCount, 2),
-              &frmT3DimmerOutput::cboCONum_Click);
-  const auto types = static_cast<int>(ControlTypes.size());
-  cboCOTyp =
-      AddTitledList(rows[0], "cboCOTyp", "Control Type", CodeItems(types, ControlTypeListText));
-  cboCOTyp->Click = [this] { cboCOTyp_Click(); };
-  cboCODev =
-      AddList(rows[0], "cboCODev", "Device", QStringList("Hardwired") + HexItems("D:", DeviceCount),
-              &frmT3DimmerOutput::cboCODev_Click);
-  cboCONod = AddList(rows[0], "cboCONod", "Node", {}, &frmT3DimmerOutput::cboCONod_Click);
-  cboCONod->hide();
-  cboCOInp = AddList(rows[0], "cboCOInp", "Input", NumberItems("I:", 1, ItemCount, 2),
-                     &frmT3DimmerOutput::cboCOInp_Click);
-  cboCOTmr = AddList(rows[0], "cboCOTmr", "Timer", NumberItems("T:", 1, ItemCount, 2),
-                     &frmT3DimmerOutput::cboCOTmr_Click);
-  cboCOPrs = AddList(rows[0], "cboCOPrs", "Preset", NumberItems("P:", 1, ItemCount, 2),
-                     &frmT3DimmerOutput::cboCOPrs_Click);
-  cboCOAct =
-      AddList(rows[1], "cboCOAct", "Action", CodeItems(ControlActionCount, ControlActionText),
-              &frmT3DimmerOutput::cboCOAct_Click);
-  cboCOFade = AddList(rows[1], "cboCOFade", "Fade", Items(ControlFades),
-                      &frmT3DimmerOutput::cboCOFade_Click);
-  cboCORevert =
-      AddList(rows[1], "cboCORevert", "Revert", CodeItems(ControlRevertCount, ControlRevertText),
-              &frmT3DimmerOutput::cboCORevert_Click);
-  for (ComboBox* list : {cboCOAct, cboCOFade, cboCORevert}) KeepsRoom(list);
-
   auto* grid = new RowGrid(ControlSlotCount, QStringLiteral("Control "));
   lblSummary = grid->Add<Label>("lblSummary", {.Chars = 1});
   lblSummary.OnEach(&Label::Click, this, &frmT3DimmerOutput::lblSummary_Click);
@@ -195,5 +164,48 @@ void frmT3DimmerOutput::BuildSlots(QBoxLayout* column) {
     lblSummary(slot).setFixedHeight(grid->fontMetrics().height() + 3);
   }
   column->addWidget(grid);
+
+  auto* settings = new QGridLayout;
+  settings->setHorizontalSpacing(6);
+  settings->setVerticalSpacing(4);
+  settings->setColumnStretch(1, 1);
+  column->addLayout(settings);
+  const auto addRow = [&](const QString& caption) {
+    const int row = settings->rowCount();
+    auto* label = new QLabel(caption);
+    label->setForegroundRole(QPalette::PlaceholderText);
+    settings->addWidget(label, row, 0);
+    auto* lists = new QHBoxLayout;
+    lists->setAlignment(Qt::AlignLeft);
+    settings->addLayout(lists, row, 1);
+    return lists;
+  };
+  QHBoxLayout* row = addRow(QStringLiteral("Slot"));
+  cboCONum = AddList(row, "cboCONum", "Control", NumberItems("Control: ", 1, ControlSlotCount, 2),
+                     &frmT3DimmerOutput::cboCONum_Click);
+  const auto types = static_cast<int>(ControlTypes.size());
+  cboCOTyp = AddTitledList(row, "cboCOTyp", "Control Type", CodeItems(types, ControlTypeListText));
+  cboCOTyp->Click = [this] { cboCOTyp_Click(); };
+  row = addRow(QStringLiteral("Source"));
+  cboCODev =
+      AddList(row, "cboCODev", "Device", QStringList("Hardwired") + HexItems("D:", DeviceCount),
+              &frmT3DimmerOutput::cboCODev_Click);
+  cboCONod = AddList(row, "cboCONod", "Node", {}, &frmT3DimmerOutput::cboCONod_Click);
+  cboCONod->hide();
+  cboCOInp = AddList(row, "cboCOInp", "Input", NumberItems("I:", 1, ItemCount, 2),
+                     &frmT3DimmerOutput::cboCOInp_Click);
+  cboCOTmr = AddList(row, "cboCOTmr", "Timer", NumberItems("T:", 1, ItemCount, 2),
+                     &frmT3DimmerOutput::cboCOTmr_Click);
+  cboCOPrs = AddList(row, "cboCOPrs", "Preset", NumberItems("P:", 1, ItemCount, 2),
+                     &frmT3DimmerOutput::cboCOPrs_Click);
+  cboCOFade =
+      AddList(row, "cboCOFade", "Fade", Items(ControlFades), &frmT3DimmerOutput::cboCOFade_Click);
+  row = addRow(QStringLiteral("Action"));
+  cboCOAct = AddList(row, "cboCOAct", "Action", CodeItems(ControlActionCount, ControlActionText),
+                     &frmT3DimmerOutput::cboCOAct_Click);
+  cboCORevert =
+      AddList(row, "cboCORevert", "Revert", CodeItems(ControlRevertCount, ControlRevertText),
+              &frmT3DimmerOutput::cboCORevert_Click);
+  for (ComboBox* list : {cboCOAct, cboCOFade, cboCORevert}) KeepsRoom(list);
   column->addStretch(1);
 }

@@ -57,6 +57,7 @@ class frmT3DimmerOutput : public ChildForm {
 
   void BuildSelectors(QBoxLayout* row);
   void BuildLevels(QBoxLayout* column);
+  void BuildTracking(QBoxLayout* column);
   void BuildSlots(QBoxLayout* column);
   ComboBox* AddList(QBoxLayout* row, const char* name, const char* title, const QStringList& items,
                     Handler handler);

@@ -30,9 +30,8 @@ frmScale::frmScale() : QGroupBox(QStringLiteral("PhotoCell Input To Dimmer Outpu
 
   line_ = new QStackedWidget;
   line_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-  line_->addWidget(NewLabel("lblCurveHint",
-                            QStringLiteral("A, B or C picks a point, arrow keys move it."),
-                            Label::Look::Quiet));
+  lblCurveHint = NewLabel("lblCurveHint", {}, Label::Look::Quiet);
+  line_->addWidget(lblCurveHint);
   readouts_ = new QWidget;
   auto* readoutRow = NewRow();
   readouts_->setLayout(readoutRow);
@@ -89,6 +88,9 @@ void frmScale::Show(Int16 dev, Int16 out, bool twoPoint) {
   dev_ = dev;
   out_ = out;
   twoPoint_ = twoPoint;
+  lblCurveHint->SetCaption(twoPoint
+                               ? QStringLiteral("A or C picks a point, arrow keys move it.")
+                               : QStringLiteral("A, B or C picks a point, arrow keys move it."));
   DrawLines();
 }
 

@@ -42,6 +42,7 @@ class frmScale : public QGroupBox {
   bool twoPoint_ = false;
   ResponseCurve curve_;
   QStackedWidget* line_;  ///< The hint, or the readouts in its place.
+  Label* lblCurveHint;
   QWidget* readouts_;
   Label* lblPercent;
   Label* lblFootCandle;
