@@ -45,7 +45,8 @@ void frmT3AddOnModuleDMX::Form_Load() {
 
   grid = new RowGrid(ItemCount, QStringLiteral("Relay "));
   lblRelayName = grid->AddNames("lblRelayName");
-  lblDMXChan = grid->Add<Label>("lblDMXChan", {.HeaderText = QStringLiteral("Channel")});
+  lblDMXChan = grid->Add<Label>(
+      "lblDMXChan", {.HeaderText = QStringLiteral("Channel"), .Act = CellAct::OpensList});
   lblDMXChan.OnEach(&Label::Click, this, &frmT3AddOnModuleDMX::lblDMXChan_Click);
   AddWidget(grid);
   cboNewDMX = new InPlaceList(

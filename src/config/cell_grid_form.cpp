@@ -95,12 +95,14 @@ void CellGridForm::Form_Load() {
   }
   grid = new RowGrid(ItemCount, Screen.RowWord);
   lblName = grid->AddNames(Screen.NameLabel);
-  lblCell = grid->Add<Label>(Screen.CellLabel, {.Chars = 8});
+  lblCell = grid->Add<Label>(
+      Screen.CellLabel,
+      {.Chars = 8, .Act = Screen.States.size() == 2 ? CellAct::Toggles : CellAct::Cycles});
   lblCell.OnEach(&Label::Click, this, &CellGridForm::lblCell_Click);
   AddWidget(grid);
   if (!Screen.Selector) return;
   lblName.OnEach(&Label::MouseDown, this, &CellGridForm::lblName_MouseDown);
-  lblName(0).MakeFocusable();
+  lblName(0).MakeFocusable(CopyToAllAction);
   AddHint(CopyToAllHint(QStringLiteral("relay")));
 }
 
@@ -132,6 +134,7 @@ void CellGridForm::ShowCells() {
     const CellState& look = Screen.States[static_cast<std::size_t>(state)];
     lblCell(row).SetCaption(ToUnicode(look.Text));
     lblCell(row).SetBackColor(look.Color);
+    lblCell(row).SetChecked(state != 0);
   }
 }
 

@@ -17,7 +17,7 @@ void ControlGridForm::AddGrid(QHBoxLayout* selectors) {
   }
   grid = new RowGrid(ItemCount, relays ? QStringLiteral("Relay ") : QStringLiteral("Group "));
   names = grid->AddNames(relays ? "lblRelayName" : "lblGroupName");
-  lblControl = grid->Add<Label>("lblControl", {});
+  lblControl = grid->Add<Label>("lblControl", {.Act = CellAct::OpensList});
   lblControl.OnEach(&Label::Click, this, &ControlGridForm::lblControl_Click);
   AddWidget(grid);
   cboControl = new InPlaceList(this, "cboControl");

@@ -94,8 +94,9 @@ void frmT3ConfigureFennlinkDevices::AddInputRows(int family) {
   FamilyFrame& frame = frames[static_cast<std::size_t>(family)];
   frame.InputType = frame.Grid->Add<ComboBox>(ControlName("cboInput", family, "Type").constData(),
                                               {.Chars = 22, .HeaderText = QStringLiteral("Type")});
-  frame.TimedOn = frame.Grid->Add<Label>(ControlName("lblInput", family, "TimedOn").constData(),
-                                         {.Chars = 14, .HeaderText = QStringLiteral("Timed On")});
+  frame.TimedOn = frame.Grid->Add<Label>(
+      ControlName("lblInput", family, "TimedOn").constData(),
+      {.Chars = 14, .HeaderText = QStringLiteral("Timed On"), .Act = CellAct::OpensList});
   const QStringList types = InputTypeItems(Family(family).LastType);
   for (int input = 0; input < frame.InputType.Count(); ++input) {
     ComboBox& list = frame.InputType(input);

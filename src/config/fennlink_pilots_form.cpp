@@ -19,10 +19,12 @@ void frmT3FennlinkPilots::Form_Load() {
 
   grid = new RowGrid(DeviceInputCount, QStringLiteral("Input "));
   lblInputName = grid->AddNames("lblInputName", 14);
-  lblPilotSource =
-      grid->Add<Label>("lblPilotSource", {.Chars = 16, .HeaderText = QStringLiteral("Source")});
-  lblPilotNumber =
-      grid->Add<Label>("lblPilotNumber", {.Chars = 8, .HeaderText = QStringLiteral("Number")});
+  lblPilotSource = grid->Add<Label>(
+      "lblPilotSource",
+      {.Chars = 16, .HeaderText = QStringLiteral("Source"), .Act = CellAct::OpensList});
+  lblPilotNumber = grid->Add<Label>(
+      "lblPilotNumber",
+      {.Chars = 8, .HeaderText = QStringLiteral("Number"), .Act = CellAct::OpensList});
   lblPilotSource.OnEach(&Label::Click, this, &frmT3FennlinkPilots::lblPilotSource_Click);
   lblPilotNumber.OnEach(&Label::Click, this, &frmT3FennlinkPilots::lblPilotNumber_Click);
   AddWidget(grid);

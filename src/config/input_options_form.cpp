@@ -18,10 +18,12 @@ frmT3InputOptions::frmT3InputOptions()
 void frmT3InputOptions::Form_Load() {
   grid = new RowGrid(ItemCount, QStringLiteral("Input "));
   lblInputName = grid->AddNames("lblInputName");
-  lblInputType = grid->Add<Label>("lblInputType", {.HeaderText = QStringLiteral("Type")});
-  lblInputTimedOn =
-      grid->Add<Label>("lblInputTimedOn",
-                       {.Chars = 9, .HeaderText = QStringLiteral("Timed On"), .SharesCell = true});
+  lblInputType = grid->Add<Label>(
+      "lblInputType", {.HeaderText = QStringLiteral("Type"), .Act = CellAct::OpensList});
+  lblInputTimedOn = grid->Add<Label>("lblInputTimedOn", {.Chars = 9,
+                                                         .HeaderText = QStringLiteral("Timed On"),
+                                                         .SharesCell = true,
+                                                         .Act = CellAct::OpensList});
   lblInputType.OnEach(&Label::Click, this, &frmT3InputOptions::lblInputType_Click);
   lblInputTimedOn.OnEach(&Label::Click, this, &frmT3InputOptions::lblInputTimedOn_Click);
   AddWidget(grid);

@@ -11,10 +11,12 @@ frmT3LocalInputPilots::frmT3LocalInputPilots()
 void frmT3LocalInputPilots::Form_Load() {
   grid = new RowGrid(ItemCount, QStringLiteral("Input "));
   lblInputName = grid->AddNames("lblInputName");
-  lblPilotSource =
-      grid->Add<Label>("lblPilotSource", {.Chars = 12, .HeaderText = QStringLiteral("Source")});
-  lblPilotNumber =
-      grid->Add<Label>("lblPilotNumber", {.Chars = 3, .HeaderText = QStringLiteral("Number")});
+  lblPilotSource = grid->Add<Label>(
+      "lblPilotSource",
+      {.Chars = 12, .HeaderText = QStringLiteral("Source"), .Act = CellAct::OpensList});
+  lblPilotNumber = grid->Add<Label>(
+      "lblPilotNumber",
+      {.Chars = 3, .HeaderText = QStringLiteral("Number"), .Act = CellAct::OpensList});
   lblPilotSource.OnEach(&Label::Click, this, &frmT3LocalInputPilots::lblPilotSource_Click);
   lblPilotNumber.OnEach(&Label::Click, this, &frmT3LocalInputPilots::lblPilotNumber_Click);
   AddWidget(grid);

@@ -12,14 +12,16 @@ frmT3RelayOutputOptions::frmT3RelayOutputOptions()
 void frmT3RelayOutputOptions::Form_Load() {
   grid = new RowGrid(ItemCount, QStringLiteral("Relay "));
   lblRelayName = grid->AddNames("lblRelayName");
-  lblTimerType = grid->Add<Label>(
-      "lblTimerType", {.Header = "lblTimerTypeHeater", .HeaderText = QStringLiteral("Timers")});
-  lblPowerOnType = grid->Add<Label>(
-      "lblPowerOnType", {.Header = "lblPowerUpHeader", .HeaderText = QStringLiteral("PowerOn")});
+  lblTimerType = grid->Add<Label>("lblTimerType", {.Header = "lblTimerTypeHeater",
+                                                   .HeaderText = QStringLiteral("Timers"),
+                                                   .Act = CellAct::OpensList});
+  lblPowerOnType = grid->Add<Label>("lblPowerOnType", {.Header = "lblPowerUpHeader",
+                                                       .HeaderText = QStringLiteral("PowerOn"),
+                                                       .Act = CellAct::OpensList});
   lblTimerType.OnEach(&Label::Click, this, &frmT3RelayOutputOptions::lblTimerType_Click);
   lblPowerOnType.OnEach(&Label::Click, this, &frmT3RelayOutputOptions::lblPowerOnType_Click);
   lblRelayName.OnEach(&Label::MouseDown, this, &frmT3RelayOutputOptions::lblRelayName_MouseDown);
-  lblRelayName(0).MakeFocusable();
+  lblRelayName(0).MakeFocusable(CopyToAllAction);
   AddWidget(grid);
 
   cboNewTimerType = new InPlaceList(this, "cboNewTimerType", Items(RelayTimerTypes));

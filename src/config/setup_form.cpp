@@ -38,8 +38,9 @@ void frmT3Setup::Form_Load() {
     grid->SetRowTitle(node, QStringLiteral("Node ") + QString::number(node + 1, 16).toUpper());
   }
   lblNode = grid->AddNames("lblNode");
-  lblIOCount = grid->Add<Label>(
-      "lblIOCount", {.Header = "lblIOCountHeader", .HeaderText = QStringLiteral("Installed")});
+  lblIOCount = grid->Add<Label>("lblIOCount", {.Header = "lblIOCountHeader",
+                                               .HeaderText = QStringLiteral("Installed"),
+                                               .Act = CellAct::OpensList});
   lblIOAdd = grid->Add<Label>(
       "lblIOAdd", {.Header = "lblIOAddHeader", .HeaderText = QStringLiteral("Numbers")});
   for (int node = 0; node < NodeCount; ++node) lblNode(node).SetCaption(lblNode(node).toolTip());

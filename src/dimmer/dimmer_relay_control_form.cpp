@@ -10,7 +10,7 @@
 #include "shell/editor_rows.h"
 
 void IncludePicture::SetLit(bool lit) {
-  lit_ = lit;
+  SetChecked(lit);
   SetCaption(lit ? QStringLiteral("Included") : QStringLiteral("Not included"));
   update();
 }
@@ -27,7 +27,7 @@ void IncludePicture::paintEvent(QPaintEvent*) {
   QRectF lamp(0, 0, size, size);
   lamp.moveCenter(QRectF(rect()).center());
   painter.setPen(QPen(palette().color(marked ? QPalette::Highlight : QPalette::Text), 1.5));
-  painter.setBrush(lit_ ? QColor(Colors::Green) : QColor(Qt::transparent));
+  painter.setBrush(Lit() ? QColor(Colors::Green) : QColor(Qt::transparent));
   painter.drawEllipse(lamp);
 }
 
@@ -48,7 +48,7 @@ void frmT3DimmerRelayControl::Form_Load() {
 
   frmConfig = new RowGrid(ItemCount, QStringLiteral("Relay "));
   frmConfig->setObjectName(QStringLiteral("frmConfig"));
-  imgInclude = frmConfig->Add<IncludePicture>("imgInclude", {.Chars = 2});
+  imgInclude = frmConfig->Add<IncludePicture>("imgInclude", {.Chars = 1, .Act = CellAct::Toggles});
   lblRelayName = frmConfig->AddNames("lblRelayName", 16);
   imgInclude.OnEach(&Label::Click, this, &frmT3DimmerRelayControl::imgInclude_Click);
   imgInclude.OnEach(&Label::MouseDown, this, &frmT3DimmerRelayControl::Row_MouseDown);

@@ -8,13 +8,10 @@ class IncludePicture : public Label {
   Q_OBJECT
  public:
   void SetLit(bool lit);
-  bool Lit() const { return lit_; }
+  bool Lit() const { return Checked(); }
 
  protected:
   void paintEvent(QPaintEvent* event) override;
-
- private:
-  bool lit_ = false;
 };
 
 /// Which relays drive a dimmer output, and the levels that it takes for on and off.

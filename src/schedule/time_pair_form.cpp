@@ -113,9 +113,11 @@ void TimePairForm::Form_Load() {
   lblName = grid->AddNames(screen.NameLabel, screen.NameChars);
   for (std::size_t column = 0; column < lblTime.size(); ++column) {
     const std::string header = screen.TimeLabels[column] + std::string("Header");
-    lblTime[column] = grid->Add<Label>(
-        screen.TimeLabels[column],
-        {.Chars = 8, .Header = header.c_str(), .HeaderText = screen.Headers[column]});
+    lblTime[column] =
+        grid->Add<Label>(screen.TimeLabels[column], {.Chars = 8,
+                                                     .Header = header.c_str(),
+                                                     .HeaderText = screen.Headers[column],
+                                                     .Act = CellAct::OpensList});
     for (int row = 0; row < screen.Rows; ++row) {
       lblTime[column](row).Click = [this, column, row] {
         lblTime_Click(static_cast<int>(column), row);

@@ -14,85 +14,13 @@
 
 #include "panel/fixed_array.h"
 #include "shell/dialogs.h"
+#include "shell/label.h"
 
 // The controls that screens are made of. They behave alike: setting a different value from code
 // runs the handler just as a user's choice does, and a user who picks the value already shown runs
 // it too. An index that a list does not hold leaves it with no selection and runs nothing; a value
 // beyond a bar's range moves it to the nearer end and runs nothing. Setting a text always runs its
 // change handler.
-
-/// Colours with a meaning, red in the high byte.
-namespace Colors {
-constexpr QRgb White = 0xFFFFFF;
-constexpr QRgb Grey = 0x808080;
-constexpr QRgb LightGrey = 0xC0C0C0;
-constexpr QRgb PaleGrey = 0xE0E0E0;
-constexpr QRgb LightRed = 0xFF8080;
-constexpr QRgb LightGreen = 0x80FF80;
-constexpr QRgb Green = 0x00FF00;
-constexpr QRgb Red = 0xFF0000;
-constexpr QRgb Yellow = 0xFFFF00;
-constexpr QRgb Blue = 0x0000FF;
-}  // namespace Colors
-
-/// A caption, or with a click handler a value cell: hover, focus ring, Space and Enter click it.
-/// The tooltip tells a caption in full that is too long.
-class Label : public QWidget {
-  Q_OBJECT
- public:
-  explicit Label(QWidget* parent = nullptr);
-
-  QString Caption() const { return caption_; }
-  void SetCaption(const QString& caption);
-
-  /// Fills the label with the colour and writes in black or white, whichever reads better;
-  /// without a value the label is plain again.
-  void SetBackColor(std::optional<QRgb> color);
-  std::optional<QRgb> BackColor() const { return backColor_; }
-
-  /// Room for this many average characters at the least.
-  void SetWidthInChars(int chars);
-  /// Wishes for the width of its caption where there is more room than the least.
-  void SetGrowsWithCaption() { growsWithCaption_ = true; }
-  void SetAlignment(Qt::Alignment alignment) { alignment_ = alignment; }
-  /// Where a caption that is too long loses its text; at its end unless told otherwise.
-  void SetElideMode(Qt::TextElideMode mode) { elideMode_ = mode; }
-
-  enum class Look { Plain, Quiet, Link };
-  /// Quiet lines are grey; a link is a clickable text that is no cell.
-  void SetLook(Look look);
-
-  std::function<void()> Click;
-  /// Button 1 left, 2 right, 4 middle; Shift 1 when Shift alone is held. A key that clicks tells of
-  /// its Shift as the left button; without a click handler Shift+Space stands for Shift and the
-  /// right button.
-  std::function<void(int button, int shift)> MouseDown;
-
-  /// Makes the label reachable by Tab although it has no click handler.
-  void MakeFocusable();
-
-  QSize sizeHint() const override;
-  QSize minimumSizeHint() const override;
-
- protected:
-  void paintEvent(QPaintEvent* event) override;
-  void mousePressEvent(QMouseEvent* event) override;
-  void mouseReleaseEvent(QMouseEvent* event) override;
-  void mouseDoubleClickEvent(QMouseEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
-  bool event(QEvent* event) override;
-
- private:
-  QRect TextRoom() const;
-
-  QString caption_;
-  std::optional<QRgb> backColor_;
-  Qt::Alignment alignment_ = Qt::AlignLeft | Qt::AlignVCenter;
-  Qt::TextElideMode elideMode_ = Qt::ElideRight;
-  int widthInChars_ = 0;
-  bool growsWithCaption_ = false;
-  Look look_ = Look::Plain;
-};
 
 /// A drop-down list.
 class ComboBox : public QComboBox {

@@ -16,6 +16,8 @@ QStringList ItemNames(const NameArray& items) {
   return Items(std::span(items.elements).first(ItemCount));
 }
 
+const QString CopyToAllAction = QStringLiteral("Copy to all");
+
 QString CopyToAllHint(const QString& item) {
   return QStringLiteral(
              "To give every %1 the settings of the first, right-click the first name with Shift "

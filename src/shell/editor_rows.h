@@ -20,5 +20,8 @@ inline bool IsCopyToAll(int button, int shift, int index) {
   return button == 2 && shift == 1 && index == 0;
 }
 
+/// What a screen reader offers in its place.
+extern const QString CopyToAllAction;
+
 /// The quiet line that tells of the gesture.
 QString CopyToAllHint(const QString& item);

@@ -49,12 +49,14 @@ void InPlaceList::Open(const QWidget& cell, int index) {
   show();
   raise();
   setFocus(Qt::PopupFocusReason);
+  if (auto* label = qobject_cast<Label*>(cell_)) label->SetExpanded(true);
 }
 
 void InPlaceList::Close() {
   if (isHidden()) return;
   const bool hadFocus = hasFocus();
   hide();
+  if (auto* label = qobject_cast<Label*>(cell_)) label->SetExpanded(false);
   if (hadFocus && cell_) cell_->setFocus(Qt::OtherFocusReason);
 }
 

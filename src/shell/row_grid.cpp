@@ -52,6 +52,7 @@ ControlArray<Label> RowGrid::AddNames(const char* name, int chars) {
   auto names = Add<Label>(name, {.Chars = chars});
   for (int row = 0; row < rows_; ++row) {
     names(row).SetGrowsWithCaption();
+    connect(&names(row), &Label::CaptionChanged, this, [this, row] { Describe(row); });
     Describe(row);
   }
   return names;
@@ -80,6 +81,7 @@ void RowGrid::Place(QWidget* control, int row, const Options& options) {
   auto& controls = controls_[static_cast<std::size_t>(row)];
   if (auto* label = qobject_cast<Label*>(control)) {
     label->SetWidthInChars(options.Chars);
+    label->SetAct(options.Act);
   } else {
     control->setMinimumWidth(control->fontMetrics().averageCharWidth() * options.Chars + 8);
   }
@@ -101,17 +103,29 @@ void RowGrid::Place(QWidget* control, int row, const Options& options) {
     grid_->addWidget(control, gridRow, gridColumn);
   }
   controls.push_back(control);
+  control->installEventFilter(this);
   Describe(row);
 }
 
+/// "FOYER, Relay 03, Timers": the user's own name first, as that is what tells rows apart.
 void RowGrid::Describe(int row) {
   const auto index = static_cast<std::size_t>(row);
   const QString& title = titles_[index];
-  for (std::size_t i = 0; i < controls_[index].size(); ++i) {
-    QWidget* control = controls_[index][i];
+  const auto& controls = controls_[index];
+  QString item = title;
+  if (nameColumn_ >= 0 && nameColumn_ < static_cast<int>(controls.size())) {
+    const QString name =
+        static_cast<Label*>(controls[static_cast<std::size_t>(nameColumn_)])->Caption().trimmed();
+    if (!name.isEmpty() && name != title) item = name + QStringLiteral(", ") + title;
+  }
+  for (std::size_t i = 0; i < controls.size(); ++i) {
+    QWidget* control = controls[i];
     const QString& header = headerTexts_[i];
-    control->setAccessibleName(header.isEmpty() ? title : title + QStringLiteral(", ") + header);
-    if (static_cast<int>(i) == nameColumn_) control->setToolTip(title);
+    const bool isName = static_cast<int>(i) == nameColumn_;
+    if (isName) control->setToolTip(title);
+    control->setAccessibleName(isName             ? title
+                               : header.isEmpty() ? item
+                                                  : item + QStringLiteral(", ") + header);
   }
 }
 
@@ -121,6 +135,7 @@ void RowGrid::SetRowTitle(int row, const QString& title) {
 }
 
 void RowGrid::TabByRows() {
+  tabsByRows_ = true;
   QWidget* before = nullptr;
   for (const auto& row : controls_) {
     for (QWidget* control : row) {
@@ -147,47 +162,130 @@ void RowGrid::ShowRows(int count) {
   }
 }
 
+bool RowGrid::Walkable(Cell cell) const {
+  const auto row = static_cast<std::size_t>(cell.Row);
+  if (cell.Row < 0 || cell.Row >= rows_ || cell.Column < 0 ||
+      cell.Column >= static_cast<int>(controls_[row].size())) {
+    return false;
+  }
+  const QWidget* control = At(cell);
+  return control->isVisibleTo(this) && control->isEnabled() &&
+         control->focusPolicy() & Qt::TabFocus;
+}
+
+QWidget* RowGrid::At(Cell cell) const {
+  return controls_[static_cast<std::size_t>(cell.Row)][static_cast<std::size_t>(cell.Column)];
+}
+
+std::optional<RowGrid::Cell> RowGrid::CellOf(const QObject* control) const {
+  for (int row = 0; row < rows_; ++row) {
+    const auto& controls = controls_[static_cast<std::size_t>(row)];
+    const auto found = std::find(controls.begin(), controls.end(), control);
+    if (found != controls.end()) return Cell{row, static_cast<int>(found - controls.begin())};
+  }
+  return std::nullopt;
+}
+
+/// Goes on by a step until a cell takes the focus; past the last control of a row the walk goes on
+/// in the same row of the next grid column.
+void RowGrid::Walk(Cell from, int rowStep, int columnStep) {
+  const int columns = static_cast<int>(controls_[static_cast<std::size_t>(from.Row)].size());
+  for (int step = 0; step < rows_ * columns; ++step) {
+    from.Row += rowStep;
+    from.Column += columnStep;
+    if (from.Column < 0 || from.Column >= columns) {
+      from.Row += columnStep * RowsInColumn;
+      from.Column = from.Column < 0 ? columns - 1 : 0;
+    }
+    if (from.Row < 0 || from.Row >= rows_) return;
+    if (Walkable(from)) {
+      At(from)->setFocus(Qt::OtherFocusReason);
+      return;
+    }
+  }
+}
+
+/// The cell nearest to `from` towards `to` in its column of controls.
+void RowGrid::WalkTo(Cell from, int to) {
+  const int step = to < from.Row ? 1 : -1;
+  for (Cell cell{to, from.Column}; cell.Row != from.Row; cell.Row += step) {
+    if (Walkable(cell)) {
+      At(cell)->setFocus(Qt::OtherFocusReason);
+      return;
+    }
+  }
+}
+
 void RowGrid::keyPressEvent(QKeyEvent* event) {
-  int rowStep = 0;
-  int controlStep = 0;
+  const auto cell = CellOf(QApplication::focusWidget());
+  if (!cell) {
+    QWidget::keyPressEvent(event);
+    return;
+  }
+  const bool whole = event->modifiers() & Qt::ControlModifier;
+  const int blockStart = cell->Row / RowsInColumn * RowsInColumn;
+  const int blockEnd = std::min(blockStart + RowsInColumn, rows_) - 1;
   switch (event->key()) {
     case Qt::Key_Up:
-      rowStep = -1;
+      Walk(*cell, -1, 0);
       break;
     case Qt::Key_Down:
-      rowStep = 1;
+      Walk(*cell, 1, 0);
       break;
     case Qt::Key_Left:
-      controlStep = -1;
+      Walk(*cell, 0, -1);
       break;
     case Qt::Key_Right:
-      controlStep = 1;
+      Walk(*cell, 0, 1);
+      break;
+    case Qt::Key_Home:
+      WalkTo(*cell, whole ? 0 : blockStart);
+      break;
+    case Qt::Key_End:
+      WalkTo(*cell, whole ? rows_ - 1 : blockEnd);
+      break;
+    case Qt::Key_PageUp:
+      WalkTo(*cell, std::max(cell->Row - RowsInColumn, 0));
+      break;
+    case Qt::Key_PageDown:
+      WalkTo(*cell, std::min(cell->Row + RowsInColumn, rows_ - 1));
       break;
     default:
       QWidget::keyPressEvent(event);
-      return;
   }
-  const QWidget* focus = QApplication::focusWidget();
-  for (int row = 0; row < rows_; ++row) {
-    const auto& controls = controls_[static_cast<std::size_t>(row)];
-    const auto found = std::find(controls.begin(), controls.end(), focus);
-    if (found == controls.end()) continue;
-    int at = static_cast<int>(found - controls.begin());
-    // Past the last control of a row the walk goes on in the same row of the next grid column.
-    for (int step = 0; step < rows_ * static_cast<int>(controls.size()); ++step) {
-      row += rowStep;
-      at += controlStep;
-      if (at < 0 || at >= static_cast<int>(controls.size())) {
-        row += controlStep * RowsInColumn;
-        at = at < 0 ? static_cast<int>(controls.size()) - 1 : 0;
-      }
-      if (row < 0 || row >= rows_) return;
-      QWidget* next = controls_[static_cast<std::size_t>(row)][static_cast<std::size_t>(at)];
-      if (next->isVisible() && next->isEnabled() && next->focusPolicy() & Qt::TabFocus) {
-        next->setFocus(Qt::OtherFocusReason);
-        return;
-      }
+}
+
+/// Tab leaves the grid from any of its cells.
+bool RowGrid::focusNextPrevChild(bool next) {
+  QWidget* focus = QApplication::focusWidget();
+  if (tabsByRows_ || !focus || !CellOf(focus)) return QWidget::focusNextPrevChild(next);
+  const auto step = [next](QWidget* widget) {
+    return next ? widget->nextInFocusChain() : widget->previousInFocusChain();
+  };
+  for (QWidget* widget = step(focus); widget != focus; widget = step(widget)) {
+    if (isAncestorOf(widget)) continue;
+    if (widget->focusPolicy() & Qt::TabFocus && widget->isVisible() && widget->isEnabled() &&
+        widget->window() == window()) {
+      widget->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+      return true;
     }
-    return;
   }
+  return QWidget::focusNextPrevChild(next);
+}
+
+/// Tab comes back to the cell that it left.
+bool RowGrid::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::FocusIn || tabsByRows_) return QWidget::eventFilter(watched, event);
+  const auto reason = static_cast<QFocusEvent*>(event)->reason();
+  const auto cell = CellOf(watched);
+  if (!cell) return QWidget::eventFilter(watched, event);
+  const bool tabbed = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
+  if (tabbed && current_ && Walkable(*current_) && At(*current_) != watched) {
+    QWidget* wanted = At(*current_);
+    QMetaObject::invokeMethod(
+        wanted, [wanted] { wanted->setFocus(Qt::OtherFocusReason); }, Qt::QueuedConnection);
+  } else {
+    current_ = cell;
+  }
+  return QWidget::eventFilter(watched, event);
 }

@@ -8,7 +8,8 @@
 #include "shell/child_form.h"
 
 /// Rows of a name label and value cells, laid out in columns of sixteen: row i stands at row
-/// i mod 16 of grid column i / 16. Tab and the arrow keys walk the cells.
+/// i mod 16 of grid column i / 16. The grid is one stop of Tab; the arrow keys, Home, End and Page
+/// walk its cells.
 class RowGrid : public QWidget {
   Q_OBJECT
  public:
@@ -18,7 +19,8 @@ class RowGrid : public QWidget {
     int Chars = 10;                ///< Least width, in average characters.
     const char* Header = nullptr;  ///< Object name of the header labels, one for each grid column.
     QString HeaderText = {};
-    bool SharesCell = false;  ///< Stands behind the control before it, in the same grid cell.
+    bool SharesCell = false;       ///< Stands behind the control before it, in the same grid cell.
+    CellAct Act = CellAct::Press;  ///< What a click does on labels that take clicks.
   };
 
   /// `word` starts each row's tooltip and its name for screen readers: "Relay " gives "Relay 01".
@@ -56,8 +58,21 @@ class RowGrid : public QWidget {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  /// A control by its row and its place in the row.
+  struct Cell {
+    int Row;
+    int Column;
+  };
+  bool Walkable(Cell cell) const;
+  QWidget* At(Cell cell) const;
+  std::optional<Cell> CellOf(const QObject* control) const;
+  void Walk(Cell from, int rowStep, int columnStep);
+  void WalkTo(Cell from, int to);
+
   void BeginColumn(const Options& options);
   void Place(QWidget* control, int row, const Options& options);
   void Describe(int row);
@@ -68,6 +83,8 @@ class RowGrid : public QWidget {
   int rows_;
   int columns_ = 0;
   int nameColumn_ = -1;
+  bool tabsByRows_ = false;
+  std::optional<Cell> current_;  ///< The cell that had the focus last.
   QGridLayout* grid_;
   std::vector<QString> titles_;
   std::vector<bool> visible_;
