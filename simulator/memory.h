@@ -13,6 +13,12 @@ constexpr int Devices = 64;
 constexpr int DeviceInputs = 8;
 constexpr int DimmerOutputs = 48;
 
+/// What a momentary or maintained switch does to a relay or group.
+constexpr int OnOnly = 1;
+constexpr int OffOnly = 2;
+constexpr int OnAndOff = 3;
+constexpr int BlinkAlert = 4;
+
 /// A table of codes kept as one bit matrix a code bit, plane 0 the lowest bit. A row takes six
 /// bytes, column c is bit c mod 8 of byte c / 8.
 struct PlaneSet {

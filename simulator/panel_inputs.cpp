@@ -7,10 +7,6 @@ namespace simulator {
 
 namespace {
 
-constexpr int OnOnly = 1;
-constexpr int OffOnly = 2;
-constexpr int OnAndOff = 3;
-constexpr int BlinkAlert = 4;
 constexpr std::int64_t MinuteMs = 60'000;
 
 bool TurnsOn(int code) {

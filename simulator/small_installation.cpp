@@ -4,7 +4,6 @@ namespace simulator {
 
 namespace {
 
-constexpr int OnAndOff = 3;
 constexpr int On = 1;
 constexpr int Off = 2;
 constexpr int MomentaryPB = 1;

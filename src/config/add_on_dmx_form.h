@@ -6,7 +6,6 @@
 
 /// The DMX module: the channel of each relay, and the levels sent for on and off.
 class frmT3AddOnModuleDMX : public ChildForm {
-  Q_OBJECT
  public:
   frmT3AddOnModuleDMX();
   void Form_Load() override;

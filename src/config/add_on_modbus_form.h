@@ -4,7 +4,6 @@
 
 /// The serial settings of the Modbus module.
 class frmT3AddOnModuleModBus : public ChildForm {
-  Q_OBJECT
  public:
   frmT3AddOnModuleModBus();
   void Form_Load() override;

@@ -4,7 +4,6 @@
 
 /// The screens of add-on modules without settings.
 class AddOnModuleForm : public ChildForm {
-  Q_OBJECT
  public:
   explicit AddOnModuleForm(const char* name);
   void Form_Load() override;

@@ -5,7 +5,6 @@
 
 /// The three times of all alerts and overrides of the panel.
 class frmT3BlinkAlertAndAlarmSettings : public ChildForm {
-  Q_OBJECT
  public:
   frmT3BlinkAlertAndAlarmSettings();
   void Form_Load() override;

@@ -5,8 +5,6 @@
 #include "panel/program_state.h"
 #include "shell/editor_rows.h"
 
-namespace {
-
 /// What a cell shows for a code.
 struct CellState {
   std::string_view Text;
@@ -16,6 +14,8 @@ struct CellState {
 /// The states of a cell by code. Where there are two, any code but 0 means the second, and a click
 /// inverts the code bit by bit; where there are three, a click takes the next.
 using CellStates = std::span<const CellState>;
+
+namespace {
 
 constexpr auto IncludeStates =
     std::to_array<CellState>({{"No", Colors::Grey}, {"Yes", Colors::White}});

@@ -8,7 +8,6 @@ struct CellGridScreen;
 /// The editors whose cells change at once on a click, without a list: relay grouping, presets, and
 /// the relays and groups of the off-hours sweep. The first two edit one group or preset at a time.
 class CellGridForm : public ChildForm {
-  Q_OBJECT
  public:
   explicit CellGridForm(const char* name);
   void Form_Load() override;

@@ -9,7 +9,6 @@
 /// editor adds its selectors, tells which input is selected, and calls SetControlOptions,
 /// ShowControlledItems and ShowControl when the selection changes.
 class ControlGridForm : public ChildForm {
-  Q_OBJECT
  public:
   ControlGridForm(const QString& name, const QString& caption, ControlTable table);
   void Form_Click() override;

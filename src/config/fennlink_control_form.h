@@ -8,7 +8,6 @@
 /// group (frmT3FennlinkInputToGroupControl). The actions depend on the types of the device and of
 /// the input.
 class FennlinkControlForm : public ControlGridForm {
-  Q_OBJECT
  public:
   explicit FennlinkControlForm(const char* name);
   void Form_Load() override;

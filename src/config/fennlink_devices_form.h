@@ -9,7 +9,6 @@
 /// The type of each Fennlink device, and by its family the types of its inputs or the levels of its
 /// photocell. A `family` is an index in FennlinkFamilies.
 class frmT3ConfigureFennlinkDevices : public ChildForm {
-  Q_OBJECT
  public:
   frmT3ConfigureFennlinkDevices();
   void Form_Load() override;

@@ -7,7 +7,6 @@
 
 /// What the indicator of each input of a Fennlink device follows.
 class frmT3FennlinkPilots : public ChildForm {
-  Q_OBJECT
  public:
   frmT3FennlinkPilots();
   void Form_Load() override;

@@ -6,7 +6,6 @@
 /// (frmT3InputToGroupControl). The kind of the input decides which actions there are and, in the
 /// relay editor, what the rows stand for.
 class InputControlForm : public ControlGridForm {
-  Q_OBJECT
  public:
   explicit InputControlForm(const char* name);
   void Form_Load() override;

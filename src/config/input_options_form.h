@@ -6,7 +6,6 @@
 
 /// The type of each local input, and the time of a Timed On input.
 class frmT3InputOptions : public ChildForm {
-  Q_OBJECT
  public:
   frmT3InputOptions();
   void Form_Load() override;

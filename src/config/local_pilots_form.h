@@ -6,7 +6,6 @@
 
 /// Which relay, group or preset the pilot light of each local input follows.
 class frmT3LocalInputPilots : public ChildForm {
-  Q_OBJECT
  public:
   frmT3LocalInputPilots();
   void Form_Load() override;

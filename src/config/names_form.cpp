@@ -33,7 +33,7 @@ const auto NamesScreens = std::to_array<NamesScreen>({
 });
 
 constexpr int NumberChars = 12;
-constexpr int DisplayCells = 10;
+constexpr int NameDisplayCells = 10;
 constexpr int DeviceDisplayCells = 8;
 
 }  // namespace
@@ -51,7 +51,7 @@ std::string& NamesForm::Name(int row) const {
 }
 
 void NamesForm::Form_Load() {
-  display = new NameDisplay(Screen.Names ? DisplayCells : DeviceDisplayCells);
+  display = new NameDisplay(Screen.Names ? NameDisplayCells : DeviceDisplayCells);
   AddWidget(display);
   grid = new RowGrid(RowCount(), Screen.Word);
   const auto lblNumber = grid->AddNames(Screen.NumberLabel, NumberChars);

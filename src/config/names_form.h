@@ -8,7 +8,6 @@ struct NamesScreen;
 
 /// The editors of the names of relays, groups, inputs, timers, presets and bus devices.
 class NamesForm : public ChildForm {
-  Q_OBJECT
  public:
   explicit NamesForm(const char* name);
   void Form_Load() override;

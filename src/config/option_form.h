@@ -8,7 +8,6 @@ struct OptionScreen;
 /// The editors of one setting with a few options: photocell filter, clock source, timed-on
 /// operation, off-hours sweep interval and relay drive.
 class OptionForm : public ChildForm {
-  Q_OBJECT
  public:
   explicit OptionForm(const char* name);
   void Form_Load() override;

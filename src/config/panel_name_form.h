@@ -6,7 +6,6 @@
 
 /// The name of the panel; an empty one stands for the panel's own default.
 class frmT3EditPanelName : public ChildForm {
-  Q_OBJECT
  public:
   frmT3EditPanelName();
   void Form_Load() override;

@@ -5,7 +5,6 @@
 
 /// Timing and power-on behaviour of each relay.
 class frmT3RelayOutputOptions : public ChildForm {
-  Q_OBJECT
  public:
   frmT3RelayOutputOptions();
   void Form_Load() override;

@@ -5,7 +5,6 @@
 
 /// The hardware of the panel: I/O blocks of each node, and the add-on module.
 class frmT3Setup : public ChildForm {
-  Q_OBJECT
  public:
   frmT3Setup();
   void Form_Load() override;

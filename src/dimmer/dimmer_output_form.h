@@ -10,7 +10,6 @@
 /// One dimmer output at a time: levels, fade, photocell tracking, DMX channel and control slots,
 /// and the live levels of its device.
 class frmT3DimmerOutput : public ChildForm {
-  Q_OBJECT
  public:
   frmT3DimmerOutput();
   void Form_Load() override;

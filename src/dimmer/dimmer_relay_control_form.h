@@ -16,7 +16,6 @@ class IncludePicture : public Label {
 
 /// Which relays drive a dimmer output, and the levels that it takes for on and off.
 class frmT3DimmerRelayControl : public ChildForm {
-  Q_OBJECT
  public:
   frmT3DimmerRelayControl();
   void Form_Load() override;

@@ -4,7 +4,6 @@
 
 /// Writes the configuration as a text document: its file and the sections that it holds.
 class frmT3Document : public ChildForm {
-  Q_OBJECT
  public:
   frmT3Document();
   void Form_Load() override;

@@ -11,7 +11,6 @@
 /// The connection screen: brings the link up and down, and reaches everything that needs a live
 /// panel. It stays loaded, with the session, when another screen comes to the front.
 class frmT3Connect : public ChildForm {
-  Q_OBJECT
  public:
   frmT3Connect();
   ~frmT3Connect() override;

@@ -5,7 +5,6 @@
 
 /// The site's position and time zone, from which the panel works out sunrise and sunset.
 class frmT3AstroClockSettings : public ChildForm {
-  Q_OBJECT
  public:
   frmT3AstroClockSettings();
   void Form_Load() override;

@@ -7,7 +7,6 @@
 
 /// The two Sundays on which the panel changes its own clock.
 class frmT3DaylightSavingTime : public ChildForm {
-  Q_OBJECT
  public:
   frmT3DaylightSavingTime();
   void Form_Load() override;

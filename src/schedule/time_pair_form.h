@@ -10,7 +10,6 @@ struct TimePairScreen;
 /// (frmT3OpenAndCloseTimeNormalDays) or by date (frmT3OpenAndCloseTimeSingleDates), and from when
 /// to when each input is active (frmT3InputActiveTimes).
 class TimePairForm : public ChildForm {
-  Q_OBJECT
  public:
   explicit TimePairForm(const char* name);
   void Form_Load() override;

@@ -9,7 +9,6 @@ struct TimerControlScreen;
 /// What one timer at a time does to every relay (frmT3TimerToRelayControl), group
 /// (frmT3TimerToGroupControl) or preset (frmT3TimerToPresetControl).
 class TimerControlForm : public ChildForm {
-  Q_OBJECT
  public:
   explicit TimerControlForm(const char* name);
   void Form_Load() override;

@@ -7,7 +7,6 @@
 
 /// When each timer runs: its kind of time, the time, and its weekdays or its one date of the year.
 class frmT3TimersConfigure : public ChildForm {
-  Q_OBJECT
  public:
   frmT3TimersConfigure();
   void Form_Load() override;

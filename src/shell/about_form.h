@@ -4,7 +4,6 @@
 
 /// The empty state of the main window, on show whenever no other screen is.
 class frmT3About : public ChildForm {
-  Q_OBJECT
  public:
   frmT3About();
   void Form_Load() override;

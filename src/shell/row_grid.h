@@ -16,7 +16,7 @@ class RowGrid : public QWidget {
   static constexpr int RowsInColumn = 16;
 
   struct Options {
-    int Chars = 10;                ///< Least width, in average characters.
+    int Chars = 8;                 ///< Least width, in average characters.
     const char* Header = nullptr;  ///< Object name of the header labels, one for each grid column.
     QString HeaderText = {};
     bool SharesCell = false;       ///< Stands behind the control before it, in the same grid cell.

@@ -5,7 +5,6 @@
 /// The live state of each preset, with buttons to set it and to capture the panel's present relay
 /// states into it.
 class frmT3CapturePresets : public StatusForm {
-  Q_OBJECT
  public:
   frmT3CapturePresets();
   void Form_Load() override;

@@ -5,7 +5,6 @@
 
 /// The live state of one Fennlink device at a time, in the frame of its family.
 class frmT3FennlinkStatus : public StatusForm {
-  Q_OBJECT
  public:
   frmT3FennlinkStatus();
   void Form_Load() override;

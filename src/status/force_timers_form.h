@@ -4,7 +4,6 @@
 
 /// Fires a timer at once.
 class frmT3ForceTimers : public LiveForm {
-  Q_OBJECT
  public:
   frmT3ForceTimers();
   void Form_Load() override;

@@ -4,7 +4,6 @@
 
 /// The live state of the two contacts of each local input.
 class frmT3InputStatus : public StatusForm {
-  Q_OBJECT
  public:
   frmT3InputStatus();
   void Form_Load() override;

@@ -6,7 +6,6 @@ struct OutputStatusScreen;
 
 /// The live state of all relays or of all groups, with a switch for each.
 class OutputStatusForm : public StatusForm {
-  Q_OBJECT
  public:
   /// `name`: frmT3RelayStatus or frmT3RelayGroupStatus.
   explicit OutputStatusForm(const char* name);

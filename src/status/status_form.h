@@ -4,7 +4,6 @@
 
 /// A screen that needs a panel; without one only lblNoConnection shows.
 class LiveForm : public ChildForm {
-  Q_OBJECT
  public:
   using ChildForm::ChildForm;
   void Form_Activate() override;
@@ -28,7 +27,6 @@ ControlArray<Button> AddButtons(RowGrid& grid, const char* name, const QString& 
 /// What the polling screens share: one reading on request or four a second, with the menus locked
 /// meanwhile. A derived screen says how it reads and redraws.
 class StatusForm : public LiveForm {
-  Q_OBJECT
  public:
   using LiveForm::LiveForm;
   void Form_Activate() override;

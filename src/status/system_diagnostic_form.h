@@ -6,7 +6,6 @@
 /// A soak test of the Fennlink bus: polls all devices over and over and counts, for each, how often
 /// it failed to answer and whether its inputs have changed. Device n stands in cell n - 1.
 class frmT3SystemDiagnostic : public ChildForm {
-  Q_OBJECT
  public:
   frmT3SystemDiagnostic();
   void Form_Load() override;

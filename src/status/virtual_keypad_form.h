@@ -6,7 +6,6 @@
 /// The panel's front: its display of four lines of twenty, its six LEDs and its keys. Each poll
 /// carries the key pressed since the last one and brings the front back.
 class frmT3VirtualKeypad : public StatusForm {
-  Q_OBJECT
  public:
   static constexpr int CellCount = 80;
   static constexpr int LedCount = 6;

@@ -6,43 +6,43 @@
 
 namespace {
 
-PanelRecordType& Panel = PanelRecord;
+PanelRecordType& Sample = PanelRecord;
 
 Int16 Code(int value) {
   return static_cast<Int16>(value);
 }
 
 void SetTimer(int timer, int type, int time, int days) {
-  Panel.TimerTimeType(timer) = Code(type);
-  Panel.TimerTime(timer) = Code(time);
-  Panel.TimerDays(timer) = Code(days);
+  Sample.TimerTimeType(timer) = Code(type);
+  Sample.TimerTime(timer) = Code(time);
+  Sample.TimerDays(timer) = Code(days);
 }
 
 void EveryRelayAndInput() {
-  Panel.IOCount(0) = 8;
-  Panel.IOCount(1) = 2;
-  Panel.IOCount(11) = 3;
+  Sample.IOCount(0) = 8;
+  Sample.IOCount(1) = 2;
+  Sample.IOCount(11) = 3;
   for (Int16 i = 0; i < ItemCount; ++i) {
     const Int16 mirror = 47 - i;
-    Panel.RelayTimerType(i) = Code((i + 7) % 8);    // 7 has no word
-    Panel.RelayPowerOnType(i) = Code((i + 1) % 5);  // nor has 4
-    Panel.InputType(i) = i % 14;                    // nor has 13
-    Panel.InputTimedOnTime(i) = i == 5 ? 999 : i;
-    Panel.InputEnableTime(i) = 2 * i;
-    Panel.InputDisableTime(i) = 60 + i;
-    Panel.InputPreset(i) = mirror;
-    Panel.InputRelayControl(i, i) = 1;
-    Panel.InputRelayControl(i, 47) = 2;
-    Panel.InputGroupControl(i, mirror) = 4;
-    Panel.InputGroupControl(i, 0) = 1;
-    Panel.GroupRelayInclude(i, mirror) = -1;
-    Panel.GroupRelayInclude(0, i) = 1;
-    Panel.PresetRelayControl(i, i) = 1 + i % 3;  // 3 touches the relay, neither off nor on
-    Panel.PresetRelayControl(i, 0) = 2;
-    Panel.LocalPilot(i) = Code(i % 4 * 64 + i);
-    Panel.OffHoursSweepRelay(i) = i % 2 == 0 ? -1 : 0;
-    Panel.OffHoursSweepGroup(i) = i % 3 == 0 ? 1 : 0;
-    Panel.DMXChannel(i) = i * 11;
+    Sample.RelayTimerType(i) = Code((i + 7) % 8);    // 7 has no word
+    Sample.RelayPowerOnType(i) = Code((i + 1) % 5);  // nor has 4
+    Sample.InputType(i) = i % 14;                    // nor has 13
+    Sample.InputTimedOnTime(i) = i == 5 ? 999 : i;
+    Sample.InputEnableTime(i) = 2 * i;
+    Sample.InputDisableTime(i) = 60 + i;
+    Sample.InputPreset(i) = mirror;
+    Sample.InputRelayControl(i, i) = 1;
+    Sample.InputRelayControl(i, 47) = 2;
+    Sample.InputGroupControl(i, mirror) = 4;
+    Sample.InputGroupControl(i, 0) = 1;
+    Sample.GroupRelayInclude(i, mirror) = -1;
+    Sample.GroupRelayInclude(0, i) = 1;
+    Sample.PresetRelayControl(i, i) = 1 + i % 3;  // 3 touches the relay, neither off nor on
+    Sample.PresetRelayControl(i, 0) = 2;
+    Sample.LocalPilot(i) = Code(i % 4 * 64 + i);
+    Sample.OffHoursSweepRelay(i) = i % 2 == 0 ? -1 : 0;
+    Sample.OffHoursSweepGroup(i) = i % 3 == 0 ? 1 : 0;
+    Sample.DMXChannel(i) = i * 11;
   }
 }
 
@@ -50,12 +50,12 @@ void EveryTimer() {
   const Int16 offsets[] = {0, 1, 45, 255, 256, 700, 998, 999};
   for (Int16 t = 0; t < ItemCount; ++t) {
     SetTimer(t, t, t, 0);
-    Panel.TimerRelayControl(t, t) = 1;
-    Panel.TimerRelayControl(t, 47 - t) = 2;
-    Panel.TimerGroupControl(t, t) = 2;
-    Panel.TimerGroupControl(t, 0) = 1;
-    Panel.TimerPresetControl(t, t) = 1;
-    Panel.TimerPresetControl(t, 2) = -1;
+    Sample.TimerRelayControl(t, t) = 1;
+    Sample.TimerRelayControl(t, 47 - t) = 2;
+    Sample.TimerGroupControl(t, t) = 2;
+    Sample.TimerGroupControl(t, 0) = 1;
+    Sample.TimerPresetControl(t, t) = 1;
+    Sample.TimerPresetControl(t, 2) = -1;
   }
   for (Int16 event = 0; event < 8; ++event) {
     SetTimer(24 + event, 24 + 32 * event + offsets[event] / 256, offsets[event] % 256, 1 << event);
@@ -65,8 +65,8 @@ void EveryTimer() {
   SetTimer(34, -1, 0, 0x80);
   SetTimer(35, 252, 0, 0x55);
   SetTimer(36, 23, 61, 0);
-  Panel.TimerHolidayMonth(36) = 2;
-  Panel.TimerHolidayDate(36) = 31;
+  Sample.TimerHolidayMonth(36) = 2;
+  Sample.TimerHolidayDate(36) = 31;
 }
 
 void EveryDevice() {
@@ -130,15 +130,15 @@ void EveryDimmerSlot() {
 }  // namespace
 
 void LoadEveryCode() {
-  Panel.AddOnModuleType = 1;
+  Sample.AddOnModuleType = 1;
   EveryRelayAndInput();
   EveryTimer();
   EveryDevice();
   EveryDimmerSlot();
   for (Int16 day = 0; day < 7; ++day) {
-    Panel.NormalOpenTime(day) = 16 * day;  // Saturday: 96, a whole day
-    Panel.NormalCloseTime(day) = 95 - day;
+    Sample.NormalOpenTime(day) = 16 * day;  // Saturday: 96, a whole day
+    Sample.NormalCloseTime(day) = 95 - day;
   }
-  for (Int16 open = 0; open < 5; ++open) Panel.DateOpenTime(1, 28 - open) = 95 + open;
-  Panel.DateCloseTime(1, 28) = 48;
+  for (Int16 open = 0; open < 5; ++open) Sample.DateOpenTime(1, 28 - open) = 95 + open;
+  Sample.DateCloseTime(1, 28) = 48;
 }

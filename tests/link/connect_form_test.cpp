@@ -29,8 +29,6 @@ const std::string Firmware = FrameReply("TAMBERLOOM 3 V2.10  DEMO PANEL         
 // 13:05:09, 24 November 26, Tuesday, 16 points, add-on card 2 of revision 7.
 const std::string Status = FrameReply("0D05090B181A201002700000000000");
 
-}  // namespace
-
 TEST_F(ConnectTest, SettingsAreShownAndStored) {
   PhoneNumber() = "555";
   OpenConnect(1);
@@ -232,3 +230,5 @@ TEST_F(ConnectTest, PassWordBoxesHoldOneDigitEach) {
   ExpectUsable();
   EXPECT_EQ(Find<TextBox>("txtPassWord(1)").Text(), "0");
 }
+
+}  // namespace

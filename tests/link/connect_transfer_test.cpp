@@ -63,8 +63,6 @@ class TransferTest : public PanelHostTest {
   std::optional<PanelThread> panel;
 };
 
-}  // namespace
-
 TEST_F(TransferTest, DownloadedSettingsComeBackAsTheyWere) {
   ConnectToPanel("123456");
   PanelRecord.RelayName(3) = "FOYER";
@@ -280,3 +278,5 @@ TEST_F(TransferTest, APortInUseOrMissingIsNamed) {
   EXPECT_TRUE(Find<QLabel>("lblTrouble").text().startsWith("COM12 is /dev/ttyUSB7, which is not"));
   ExpectUsable();
 }
+
+}  // namespace

@@ -24,8 +24,6 @@ Steps Reads(int count, const Steps& then) {
   return steps;
 }
 
-}  // namespace
-
 TEST_F(TransactTest, ARefusedCommandLeavesTheLineAndTheLastReplyAlone) {
   ReplyText = "[old]";
   EXPECT_EQ(PanelTransact("05", 44, 3), 0);
@@ -136,3 +134,5 @@ TEST_F(TransactTest, ASessionThatEndsWhileACommandWaitsIsToldOnce) {
   EXPECT_EQ(disconnects, 1);
   Link = {};
 }
+
+}  // namespace

@@ -8,8 +8,6 @@ int Int16At(const std::string& bytes, std::size_t offset) {
   return static_cast<Int16>(static_cast<unsigned char>(bytes[offset]) | bytes[offset + 1] << 8);
 }
 
-}  // namespace
-
 class ProjectCodecTest : public DocumentTest {
  protected:
   /// The document that results from laying `bytes` over a new panel.
@@ -115,3 +113,5 @@ TEST_F(ProjectCodecTest, AStringPastTheEndIsCutAndANegativeLengthFails) {
   bytes[36195] = '\x80';
   EXPECT_THROW(Laid(bytes), RunTimeFailure);
 }
+
+}  // namespace

@@ -18,8 +18,6 @@ const std::map<std::string, Reads> ReadsOf = {
     {"frmT3EditRelayNames", Reads::Points},      {"frmT3EditInputNames", Reads::Points},
 };
 
-}  // namespace
-
 class EveryScreenTest : public PanelHostTest {
  protected:
   static constexpr Int16 overflowing = 32767;
@@ -87,3 +85,5 @@ TEST_F(EveryScreenTest, OpensConnectedToAPanel) {
   OpenAllOnEveryPanel();
   EXPECT_EQ(Connected, -1);
 }
+
+}  // namespace
