@@ -23,6 +23,7 @@ class ScreenTest : public testing::Test {
     qputenv("HOME", folder.path().toLocal8Bit());
     PanelRecord = {};
     FennlinkRecords = {};
+    shownMsgBox = MsgBoxSeam;
     MsgBoxSeam = [this](const Message& message) {
       messages.push_back(message);
       if (!answers.empty()) {
@@ -43,6 +44,7 @@ class ScreenTest : public testing::Test {
 
   ~ScreenTest() override {
     window.reset();
+    MsgBoxSeam = shownMsgBox;
     qputenv("HOME", oldHome);
   }
 
@@ -97,6 +99,7 @@ class ScreenTest : public testing::Test {
 
   QTemporaryDir folder;
   QByteArray oldHome;
+  std::function<MsgAnswer(const Message&)> shownMsgBox;  ///< The one that users see.
   std::vector<Message> messages;
   std::vector<MsgAnswer> answers;
   std::vector<FileRequest> fileRequests;

@@ -40,7 +40,7 @@ void frmT3Document::Form_Load() {
   grid->setVerticalSpacing(10);
   for (const DocumentSection& section : DocumentSections) {
     auto* box = new CheckBox(ToUnicode(section.Caption));
-    box->setChecked(true);
+    box->ShowValue(true);
     const int i = chkPrintOptions.Count();
     grid->addWidget(box, i % BoxesOfColumn, i / BoxesOfColumn, Qt::AlignLeft);
     chkPrintOptions.Add(box, QStringLiteral("chkPrintOptions"));
@@ -77,7 +77,7 @@ void frmT3Document::chkPrintOptions_Click(int index) {
   CheckBox& box = chkPrintOptions(index);
   // The DMX schedule has no flag and cannot be left out: its box stays ticked and the click fails.
   if (index == DMXSection) {
-    box.setChecked(true);
+    box.ShowValue(true);
     throw RunTimeFailure("Subscript out of range: the DMX Schedule cannot be left out.");
   }
   DocumentSectionOff(index) = box.Value() != 0 ? 0 : -1;

@@ -75,8 +75,7 @@ QWidget* frmT3Connect::BuildSettings() {
     auto* box = new CheckBox(QString::fromLatin1(caption));
     types->addWidget(box);
     const int index = chkConnectionType.Count();
-    connect(box, &QCheckBox::clicked, this,
-            [this, index] { RunHandler([&] { chkConnectionType_MouseUp(index); }); });
+    box->Click = [this, index] { chkConnectionType_MouseUp(index); };
     chkConnectionType.Add(box, QStringLiteral("chkConnectionType"));
   }
   lines->addLayout(types);
@@ -282,7 +281,7 @@ void frmT3Connect::SelectComPort() {
   const int index = PanelRecord.ComPort - 1;
   for (int i = 0; i < ComPortCount; ++i) {
     optComPort(i).setAutoExclusive(false);
-    if (i != index) optComPort(i).setChecked(false);
+    if (i != index) optComPort(i).ShowValue(false);
   }
   if (index >= 0 && index < ComPortCount) optComPort(index).Select();
   for (int i = 0; i < ComPortCount; ++i) optComPort(i).setAutoExclusive(true);
@@ -290,7 +289,7 @@ void frmT3Connect::SelectComPort() {
 
 void frmT3Connect::ShowConnectionType() {
   const int type = ConnectionType();
-  for (int i = 0; i < chkConnectionType.Count(); ++i) chkConnectionType(i).setChecked(i == type);
+  for (int i = 0; i < chkConnectionType.Count(); ++i) chkConnectionType(i).ShowValue(i == type);
   lblPhoneNumber->setVisible(type == 1);
   txtPhoneNumber->setVisible(type == 1);
   lblTCPIP->setVisible(type == 2);

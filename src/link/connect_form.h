@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QPointer>
 #include <QProgressBar>
 
 #include "link/com_port.h"
@@ -73,6 +74,7 @@ class frmT3Connect : public ChildForm {
   void CloseTransports();
   void ShowModemBanner(const QString& text, QRgb color);
   void ShowTrouble(const QString& text);
+  void FocusOnLine();
 
   void LeaveOnLine();
   void ReturnOnLine();
@@ -93,6 +95,7 @@ class frmT3Connect : public ChildForm {
   Int16 CancelRequested = 0;
   Stopwatch progressShown;
   bool pictureDue = false;
+  QPointer<QWidget> leftFrom;  ///< The function that the password or a transfer belongs to.
   Int16 ModemHangUpRequired = 0;
   FixedArray<Int16, ComPortCount + 1> PortPresent;
   Int16 HardwareChecked = 0;

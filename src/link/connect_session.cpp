@@ -78,6 +78,16 @@ void frmT3Connect::ConnectWith(void (frmT3Connect::*open)()) {
   }
   UpdateStatusBar();
   cmdConnect->setEnabled(true);
+  Connected != 0 ? FocusOnLine() : cmdConnect->setFocus();
+}
+
+/// On to where the work goes on: the first of the functions that a panel offers.
+void frmT3Connect::FocusOnLine() {
+  for (Button* button : {cmdRefresh, cmdSetQZClock}) {
+    if (button->isHidden()) continue;
+    button->setFocus();
+    return;
+  }
 }
 
 void frmT3Connect::ConnectFailed(const QString& trouble) {
@@ -88,6 +98,7 @@ void frmT3Connect::ConnectFailed(const QString& trouble) {
   Connected = 0;
   cmdConnect->setEnabled(true);
   lblModem->setVisible(false);
+  cmdConnect->setFocus();
 }
 
 void frmT3Connect::OpenSerial() {

@@ -54,6 +54,7 @@ void frmT3Connect::MasterMDIMenuEnable() {
 /// The other functions go off while the password or a transfer is under way.
 void frmT3Connect::LeaveOnLine() {
   Timer1->SetEnabled(false);
+  leftFrom = focusWidget();
   cmdUpLoadFromT2->setVisible(false);
   cmdDownLoadToT2->setVisible(false);
   for (QWidget* control :
@@ -79,6 +80,8 @@ void frmT3Connect::ReturnOnLine() {
     control->setEnabled(true);
   }
   if (Connected != 0) Timer1->SetEnabled(true);
+  if (leftFrom && Connected != 0) leftFrom->setFocus();
+  leftFrom = nullptr;
 }
 
 void frmT3Connect::ShowActivity(const QString& text) {
@@ -297,7 +300,7 @@ void frmT3Connect::ClearHostData(bool showPorts) {
   DisconnectQZ();
   LoadDefaults();
   SelectComPort();
-  for (int i = 0; i < chkConnectionType.Count(); ++i) chkConnectionType(i).setChecked(i == 0);
+  for (int i = 0; i < chkConnectionType.Count(); ++i) chkConnectionType(i).ShowValue(i == 0);
   if (showPorts) comPorts->setVisible(true);
   txtPhoneNumber->SetText(ToUnicode(PhoneNumber()));
   txtTCPIP->SetText(ToUnicode(TcpAddress()));

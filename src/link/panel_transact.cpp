@@ -7,7 +7,7 @@
 #include "panel/hex.h"
 #include "panel/panel_record.h"
 #include "panel/program_state.h"
-#include "shell/dialogs.h"
+#include "shell/child_form.h"
 #include "shell/shell.h"
 #include "shell/stopwatch.h"
 
@@ -158,7 +158,10 @@ void PanelConnectionLost() {
   if (std::exchange(endedWhileWaiting, false) || ProgramEnding()) return;
   if (Link.DisconnectQZ) Link.DisconnectQZ();
   UnloadAllForms();
-  ShowForm("frmT3Connect");
+  if (ChildForm* form = ShowForm("frmT3Connect")) {
+    if (auto* connect = form->findChild<QWidget*>(QStringLiteral("cmdConnect")))
+      connect->setFocus();
+  }
   MsgBox(QStringLiteral("Connection To Tamberloom 3 Panel Lost"), MsgIcon::Exclamation,
          ProgramTitle);
   UpdateStatusBar();

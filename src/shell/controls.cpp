@@ -1,14 +1,68 @@
 #include "shell/controls.h"
 
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QInputMethodEvent>
 #include <QPainter>
 #include <QSignalBlocker>
 #include <QStyleOption>
 #include <QWheelEvent>
+#include <memory>
+#include <utility>
 
 ComboBox::ComboBox(QWidget* parent) : QComboBox(parent) {
   setMaxVisibleItems(18);
   setFocusPolicy(Qt::StrongFocus);
   connect(this, &QComboBox::activated, this, [this] { RunHandler(Click); });
+}
+
+bool LetterSearch::Takes(const QKeyEvent& key) {
+  const QString text = key.text();
+  if (text.isEmpty() || !text[0].isPrint() ||
+      key.modifiers() & (Qt::ControlModifier | Qt::AltModifier)) {
+    return false;
+  }
+  const bool running =
+      sinceLetter_.isValid() && sinceLetter_.elapsed() < QApplication::keyboardInputInterval();
+  if (text == u' ' && !running) return false;
+  sinceLetter_.start();
+  return true;
+}
+
+void ComboBox::keyPressEvent(QKeyEvent* event) {
+  const bool searched = search_.Takes(*event);
+  if (!searched || event->key() != Qt::Key_Space) {
+    QComboBox::keyPressEvent(event);
+    return;
+  }
+  view()->setCurrentIndex(model()->index(currentIndex(), modelColumn(), rootModelIndex()));
+  view()->keyboardSearch(event->text());
+  const int found = view()->currentIndex().row();
+  if (found < 0 || found == currentIndex()) return;
+  setCurrentIndex(found);
+  Q_EMIT activated(found);
+}
+
+void ComboBox::showPopup() {
+  view()->removeEventFilter(this);
+  view()->installEventFilter(this);
+  QComboBox::showPopup();
+}
+
+bool ComboBox::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress) return QComboBox::eventFilter(watched, event);
+  auto* key = static_cast<QKeyEvent*>(event);
+  const bool searched = search_.Takes(*key);
+  if (key->key() != Qt::Key_Space) return QComboBox::eventFilter(watched, event);
+  if (searched) {
+    view()->keyboardSearch(key->text());
+  } else if (view()->currentIndex().isValid()) {
+    const int chosen = view()->currentIndex().row();
+    hidePopup();
+    setCurrentIndex(chosen);
+    Q_EMIT activated(chosen);
+  }
+  return true;
 }
 
 void ComboBox::SetListIndex(int index) {
@@ -35,24 +89,55 @@ void ComboBox::wheelEvent(QWheelEvent* event) {
   hasFocus() ? QComboBox::wheelEvent(event) : event->ignore();
 }
 
+namespace {
+
+/// Runs the handler once for whatever a user does, with a click that changes nothing too, and once
+/// for a change through a screen reader, which is no click. Where an option is selected another
+/// gives up its mark, which is nothing that a user did to it.
+template <typename Control>
+void RunOnUse(Control* control, bool marksOnly) {
+  const auto changed = std::make_shared<bool>(false);
+  QObject::connect(control, &Control::pressed, control, [changed] { *changed = false; });
+  QObject::connect(control, &Control::toggled, control, [=](bool on) {
+    if (marksOnly && !on) return;
+    *changed = true;
+    RunHandler(control->Click);
+  });
+  QObject::connect(control, &Control::clicked, control, [=] {
+    if (!std::exchange(*changed, false)) RunHandler(control->Click);
+  });
+}
+
+}  // namespace
+
 OptionButton::OptionButton(const QString& text, QWidget* parent) : QRadioButton(text, parent) {
-  connect(this, &QRadioButton::clicked, this, [this] { RunHandler(Click); });
+  RunOnUse(this, true);
 }
 
 void OptionButton::Select() {
   if (isChecked()) return;
-  setChecked(true);
+  ShowValue(true);
   if (Click) Click();
 }
 
+void OptionButton::ShowValue(bool value) {
+  const QSignalBlocker silent(this);
+  setChecked(value);
+}
+
 CheckBox::CheckBox(const QString& text, QWidget* parent) : QCheckBox(text, parent) {
-  connect(this, &QCheckBox::clicked, this, [this] { RunHandler(Click); });
+  RunOnUse(this, false);
 }
 
 void CheckBox::SetValue(int value) {
   if (isChecked() == (value != 0)) return;
-  setChecked(value != 0);
+  ShowValue(value != 0);
   if (Click) Click();
+}
+
+void CheckBox::ShowValue(bool value) {
+  const QSignalBlocker silent(this);
+  setChecked(value);
 }
 
 TextBox::TextBox(QWidget* parent) : QLineEdit(parent) {
@@ -65,22 +150,44 @@ void TextBox::SetText(const QString& text) {
   if (Change) Change();
 }
 
+/// What a key types goes through the filter whatever is held with it; commands of the toolkit, such
+/// as a paste or Delete, type nothing.
 void TextBox::keyPressEvent(QKeyEvent* event) {
   constexpr char16_t backspace = 8;
   const QString typed = event->text();
-  const bool character = !typed.isEmpty() &&
-                         (typed[0].isPrint() || typed[0].isSurrogate() || typed[0] == backspace) &&
-                         !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
-  if (!KeyPress || !character) {
+  const bool control = (event->modifiers() & ~Qt::ShiftModifier) == Qt::ControlModifier;
+  const bool command = control || typed.isEmpty() || typed[0] == u'\x7f' ||
+                       (typed[0] < u' ' && typed[0] != backspace) ||
+                       (typed[0] == backspace && event->modifiers() != Qt::NoModifier);
+  if (!KeyPress || command) {
     QLineEdit::keyPressEvent(event);
     return;
   }
+  if (typed[0] != backspace) {
+    Type(typed);
+    return;
+  }
   char16_t code = 0;
-  RunHandler([&] { code = KeyPress(typed[0].unicode()); });
-  if (code == backspace) {
-    QLineEdit::keyPressEvent(event);
-  } else if (code != 0) {
-    insert(QString(QChar(code)));
+  RunHandler([&] { code = KeyPress(backspace); });
+  if (code == backspace) QLineEdit::keyPressEvent(event);
+}
+
+void TextBox::inputMethodEvent(QInputMethodEvent* event) {
+  if (!KeyPress || event->commitString().isEmpty()) {
+    QLineEdit::inputMethodEvent(event);
+    return;
+  }
+  QInputMethodEvent preedit(event->preeditString(), event->attributes());
+  QLineEdit::inputMethodEvent(&preedit);
+  Type(event->commitString());
+  event->accept();
+}
+
+void TextBox::Type(const QString& text) {
+  for (const QChar character : text) {
+    char16_t code = 0;
+    RunHandler([&] { code = KeyPress(character.unicode()); });
+    if (code >= u' ') insert(QString(QChar(code)));
   }
 }
 

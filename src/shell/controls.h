@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
@@ -22,6 +23,16 @@
 // beyond a bar's range moves it to the nearer end and runs nothing. Setting a text always runs its
 // change handler.
 
+/// A search in a list by the letters typed. While it runs a blank belongs to it.
+class LetterSearch {
+ public:
+  /// Whether the key is a letter of a search; one of these begins or goes on with it.
+  bool Takes(const QKeyEvent& key);
+
+ private:
+  QElapsedTimer sinceLetter_;
+};
+
 /// A drop-down list.
 class ComboBox : public QComboBox {
   Q_OBJECT
@@ -39,8 +50,15 @@ class ComboBox : public QComboBox {
 
   std::function<void()> Click;
 
+  void showPopup() override;
+
  protected:
+  void keyPressEvent(QKeyEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  LetterSearch search_;
 };
 
 class OptionButton : public QRadioButton {
@@ -50,6 +68,8 @@ class OptionButton : public QRadioButton {
   bool Value() const { return isChecked(); }
   /// Selects this option of its group.
   void Select();
+  /// Shows a value without running the handler.
+  void ShowValue(bool value);
 
   std::function<void()> Click;
 };
@@ -60,6 +80,8 @@ class CheckBox : public QCheckBox {
   explicit CheckBox(const QString& text, QWidget* parent = nullptr);
   int Value() const { return isChecked() ? 1 : 0; }
   void SetValue(int value);
+  /// Shows a value without running the handler.
+  void ShowValue(bool value);
 
   std::function<void()> Click;
 };
@@ -74,12 +96,16 @@ class TextBox : public QLineEdit {
   std::function<void()> Change;
   std::function<void()> Click;  ///< Enter acts as a click.
   /// Receives the code of a typed character (8 for backspace) and returns the code to use in its
-  /// place; 0 refuses the key. A paste does not pass through it.
+  /// place; 0 refuses the key. A paste does not pass through it. Input methods type too.
   std::function<char16_t(char16_t)> KeyPress;
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void inputMethodEvent(QInputMethodEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
+
+ private:
+  void Type(const QString& text);
 };
 
 /// A horizontal bar; `Change` runs at every step of a drag.

@@ -49,9 +49,11 @@ MsgAnswer ShowMessage(const Message& message) {
     case MsgButtons::YesNo:
       box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
       box.setEscapeButton(QMessageBox::No);
+      box.setDefaultButton(QMessageBox::No);
       break;
     case MsgButtons::YesNoCancel:
       box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+      box.setDefaultButton(QMessageBox::No);
       break;
   }
   switch (box.exec()) {

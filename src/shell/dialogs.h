@@ -21,8 +21,9 @@ struct FileRequest {
   QString FileName;
 };
 
-/// Shows a message and waits for the answer. While the program ends nothing is shown, and a
-/// question is answered No.
+/// Shows a message and waits for the answer. A question has the focus on No: it is asked before
+/// work is lost, so Yes never is the answer of a key pressed too often. While the program ends
+/// nothing is shown, and a question is answered No.
 MsgAnswer MsgBox(const QString& text, MsgIcon icon, const QString& title,
                  MsgButtons buttons = MsgButtons::Ok);
 

@@ -1,5 +1,10 @@
 #include "shell/in_place_list.h"
 
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QStyleHints>
+#include <utility>
+
 InPlaceList::InPlaceList(ChildForm* form, const char* name, const QStringList& items)
     : QListView(form), form_(form) {
   setObjectName(QString::fromLatin1(name));
@@ -48,6 +53,8 @@ void InPlaceList::Open(const QWidget& cell, int index) {
     clearSelection();
   show();
   raise();
+  openedBy_ = Label::LastPress();
+  ignoring_ = false;
   setFocus(Qt::PopupFocusReason);
   if (auto* label = qobject_cast<Label*>(cell_)) label->SetExpanded(true);
 }
@@ -67,18 +74,52 @@ void InPlaceList::Choose(int index) {
 }
 
 void InPlaceList::keyPressEvent(QKeyEvent* event) {
+  const bool searched = search_.Takes(*event);
+  if (event->key() == Qt::Key_Space) {
+    if (searched) {
+      keyboardSearch(event->text());
+    } else if (currentIndex().isValid()) {
+      RunHandler([this] { Choose(ListIndex()); });
+    }
+    return;
+  }
   switch (event->key()) {
     case Qt::Key_Escape:
       Close();
       break;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-    case Qt::Key_Space:
       if (currentIndex().isValid()) RunHandler([this] { Choose(ListIndex()); });
       break;
     default:
       QListView::keyPressEvent(event);
   }
+}
+
+/// The second click of a fast pair was meant for the cell below the list.
+bool InPlaceList::IsSecondOfPair(const QMouseEvent& press) {
+  const auto opened = std::exchange(openedBy_, std::nullopt);
+  const QStyleHints& hints = *QGuiApplication::styleHints();
+  return opened && press.timestamp() >= opened->Timestamp &&
+         press.timestamp() - opened->Timestamp <
+             static_cast<quint64>(hints.mouseDoubleClickInterval()) &&
+         (press.globalPosition().toPoint() - opened->At).manhattanLength() <=
+             hints.mouseDoubleClickDistance();
+}
+
+void InPlaceList::mousePressEvent(QMouseEvent* event) {
+  ignoring_ = IsSecondOfPair(*event);
+  if (!ignoring_) QListView::mousePressEvent(event);
+}
+
+/// A third fast click is a double click of the list's, and chooses like any other.
+void InPlaceList::mouseDoubleClickEvent(QMouseEvent* event) {
+  mousePressEvent(event);
+}
+
+void InPlaceList::mouseReleaseEvent(QMouseEvent* event) {
+  if (!ignoring_) QListView::mouseReleaseEvent(event);
+  ignoring_ = false;
 }
 
 bool InPlaceList::eventFilter(QObject* watched, QEvent* event) {

@@ -35,10 +35,18 @@ class InPlaceList : public QListView {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  bool IsSecondOfPair(const QMouseEvent& press);
+
   ChildForm* form_;
+  LetterSearch search_;
+  std::optional<PointerPress> openedBy_;  ///< Until the second click of its pair or another.
+  bool ignoring_ = false;                 ///< The second click of the pair is under way.
   QStringListModel model_;
   QPointer<QWidget> cell_;
 };

@@ -261,6 +261,7 @@ void Label::PaintGlyph(QPainter& painter, const QColor& color) const {
 }
 
 void Label::mousePressEvent(QMouseEvent* event) {
+  lastPress_ = {event->timestamp(), event->globalPosition().toPoint()};
   const int button = static_cast<int>(event->button());
   if (MouseDown && button <= static_cast<int>(Qt::MiddleButton)) {
     int shift = event->modifiers() & Qt::ShiftModifier ? 1 : 0;

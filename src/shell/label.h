@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPoint>
 #include <QRgb>
 #include <QWidget>
 #include <functional>
@@ -21,6 +22,12 @@ constexpr QRgb Blue = 0x0000FF;
 
 /// What a click on a value cell does. It is seen in the cell and told to screen readers.
 enum class CellAct { Press, OpensList, Toggles, Cycles };
+
+/// A press of the pointer, by which the second click of a pair is known.
+struct PointerPress {
+  quint64 Timestamp = 0;  ///< Milliseconds of the window system's clock.
+  QPoint At;              ///< On the screen.
+};
 
 /// A caption, or with a click handler a value cell: hover, focus ring, Space and Enter click it.
 /// A caption that is too long is squeezed a little before it is cut; the tooltip tells a cut one in
@@ -70,6 +77,9 @@ class Label : public QWidget {
   /// right button.
   std::function<void(int button, int shift)> MouseDown;
 
+  /// The last press on any label.
+  static const PointerPress& LastPress() { return lastPress_; }
+
   /// Makes the label reachable by keys although it has no click handler. `action` names what
   /// Shift+Space does on it, for screen readers.
   void MakeFocusable(const QString& action = {});
@@ -96,6 +106,8 @@ class Label : public QWidget {
   void PaintText(QPainter& painter) const;
   void PaintGlyph(QPainter& painter, const QColor& color) const;
   void TellChange(const QString& before);
+
+  static inline PointerPress lastPress_;
 
   QString caption_;
   QString state_;

@@ -86,10 +86,7 @@ frmT3MasterMDI::frmT3MasterMDI() {
   setObjectName(QStringLiteral("frmT3MasterMDI"));
   setWindowTitle(ProgramTitle);
   tmrFix_ = new Timer(this, "tmrFix", 1000);
-  tmrFix_->Tick = [this] {
-    tmrFix_->SetEnabled(false);
-    DataChanged = 0;
-  };
+  tmrFix_->Tick = [this] { tmrFix_Timer(); };
   HandlersDoneSeam = [this] {
     for (QWidget* page : retired_) page->deleteLater();
     retired_.clear();
@@ -340,8 +337,17 @@ void frmT3MasterMDI::mnuAddOnModules_Click() {
   if (!ShowForm(AddOnModuleScreen())) ShowForm("frmT3About");
 }
 
+void frmT3MasterMDI::tmrFix_Timer() {
+  tmrFix_->SetEnabled(false);
+  DataChanged = 0;
+}
+
 void frmT3MasterMDI::resizeEvent(QResizeEvent* event) {
   QMainWindow::resizeEvent(event);
+  MDIForm_Resize();
+}
+
+void frmT3MasterMDI::MDIForm_Resize() {
   const auto state = windowState();
   if (!(state & (Qt::WindowMaximized | Qt::WindowMinimized | Qt::WindowFullScreen)) &&
       size() != WindowSize) {
@@ -366,14 +372,19 @@ void frmT3MasterMDI::mnuExit_Click() {
   ExitProgram();
 }
 
-void frmT3MasterMDI::closeEvent(QCloseEvent* event) {
-  if (exitRequested_ == 0 && !ending_) {
-    if (!DiscardChanges()) {
-      event->ignore();
-      return;
-    }
-    TearDown();
-  }
+bool frmT3MasterMDI::MDIForm_QueryUnload() {
+  if (exitRequested_ != 0 || ending_) return true;
+  if (!DiscardChanges()) return false;
+  TearDown();
+  return true;
+}
+
+void frmT3MasterMDI::MDIForm_Unload() {
   if (Link.DisconnectQZ) Link.DisconnectQZ();
-  event->accept();
+}
+
+void frmT3MasterMDI::closeEvent(QCloseEvent* event) {
+  const bool unload = MDIForm_QueryUnload();
+  event->setAccepted(unload);
+  if (unload) MDIForm_Unload();
 }

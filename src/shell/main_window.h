@@ -25,6 +25,12 @@ class frmT3MasterMDI : public QMainWindow {
   void FileSaveAs();
   void ExitProgram();
 
+  /// Whether the window may close; asks about unsaved changes.
+  bool MDIForm_QueryUnload();
+  void MDIForm_Unload();
+  void MDIForm_Resize();
+  void tmrFix_Timer();
+
   void mnuNew_Click();
   void mnuOpen_Click() { FileOpen(); }
   void mnuSave_Click();

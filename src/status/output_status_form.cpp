@@ -91,10 +91,12 @@ void OutputStatusForm::Switch(int index, bool on) {
 }
 
 void OutputStatusForm::SwitchAll(bool on) {
+  QWidget* pressed = focusWidget();
   cmdAllOn->setEnabled(false);
   cmdAllOff->setEnabled(false);
-  AskPanel([this, on] {
+  AskPanel([this, on, pressed] {
     PanelTransact(on ? "10FF1" : "10FF0", 4, 4);
     EnableForManual(!AutoUpdating());
+    if (pressed) pressed->setFocus();
   });
 }
