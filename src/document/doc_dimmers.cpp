@@ -118,9 +118,14 @@ void DocDimmers(DocumentText& text) {
   for (Int16 dev = 0; dev < DimmerDeviceCount; ++dev) {
     if (DimGetEnabled(dev) == 0) continue;
     for (Int16 out = 0; out < DimmerOutputCount; ++out) {
-      OutputLine(text, dev, out);
-      ControlLines(text, dev, out);
-      RelayLines(text, dev, out);
+      try {
+        OutputLine(text, dev, out);
+        ControlLines(text, dev, out);
+        RelayLines(text, dev, out);
+      } catch (const RunTimeFailure& failure) {
+        throw RunTimeFailure("dimmer device " + HexByte(dev + 1) + ", output " +
+                             std::to_string(out + 1) + ": " + failure.what());
+      }
     }
   }
 }

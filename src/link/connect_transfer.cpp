@@ -1,6 +1,7 @@
 #include <QCoreApplication>
 #include <QScopeGuard>
 #include <algorithm>
+#include <utility>
 
 #include "link/connect_form.h"
 #include "link/panel_queue.h"
@@ -235,7 +236,7 @@ void frmT3Connect::UploadAnswered() {
     cancelled();
     return;
   }
-  DataChanged = 0;
+  const Int16 changed = std::exchange(DataChanged, Int16{0});
   const MsgAnswer names =
       MsgBox(QStringLiteral(
                  "Names Stored In The Tamberloom 3 Panel Are Limited To Ten Characters.\n"
@@ -247,7 +248,14 @@ void frmT3Connect::UploadAnswered() {
     return;
   }
   IncludeNamesInUpload = names == MsgAnswer::Yes ? -1 : 0;
-  UpLoadSettings();
+  try {
+    UpLoadSettings();
+  } catch (const RunTimeFailure& failure) {
+    DataChanged = changed;
+    throw RunTimeFailure(std::string("The upload could not be taken over; the host's settings are "
+                                     "as they were.\n") +
+                         failure.what());
+  }
   CheckLoadedData();
 }
 
@@ -299,9 +307,14 @@ Int16 frmT3Connect::FetchImage() {
 void frmT3Connect::ClearHostData(bool showPorts) {
   DisconnectQZ();
   LoadDefaults();
+  FileNotInMemory = true;
   SelectComPort();
   for (int i = 0; i < chkConnectionType.Count(); ++i) chkConnectionType(i).ShowValue(i == 0);
-  if (showPorts) comPorts->setVisible(true);
+  if (showPorts) {
+    comPorts->setVisible(true);
+  } else {
+    ShowTrouble(QStringLiteral("Choose the connection again before you connect."));
+  }
   txtPhoneNumber->SetText(ToUnicode(PhoneNumber()));
   txtTCPIP->SetText(ToUnicode(TcpAddress()));
 }

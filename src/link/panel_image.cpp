@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "panel/checked_arithmetic.h"
+#include "panel/hex.h"
 #include "panel/project_document.h"
 
 PanelImageType PanelImage;
@@ -32,7 +33,7 @@ class Packer {
  public:
   static void Byte(int address, Int16 field) { PanelImage(address) = field; }
 
-  static void Word(int address, Int32 field) {
+  static void Word(int address, Int32 field, const std::string& = {}) {
     PanelImage(address) = ToInt16(FloorDiv(field, 256));
     PanelImage(address + 1) = static_cast<Int16>(field % 256);
   }
@@ -84,11 +85,12 @@ class Unpacker {
  public:
   static void Byte(int address, Int16& field) { field = PanelImage(address); }
 
-  static void Word(int address, Int16& field) {
-    field = ToInt16(ToInt16(PanelImage(address) * 256) + PanelImage(address + 1));
+  /// `setting` says in a failure what the word is.
+  static void Word(int address, Int16& field, const std::string& setting) {
+    field = ToInt16(PanelImage(address) * 256 + PanelImage(address + 1), setting.c_str());
   }
 
-  static void Word(int address, Int32& field) {
+  static void Word(int address, Int32& field, const std::string& = {}) {
     field = PanelImage(address) * 256 + PanelImage(address + 1);
   }
 
@@ -135,8 +137,10 @@ void Bytes(Map map, int address, Fields& fields, int count = ItemCount) {
 }
 
 template <typename Map, typename Fields>
-void Words(Map map, int address, Fields& fields, int count = ItemCount) {
-  for (int i = 0; i < count; ++i) map.Word(address + i * 2, fields(i));
+void Words(Map map, int address, Fields& fields, const char* setting, int count = ItemCount) {
+  for (int i = 0; i < count; ++i) {
+    map.Word(address + i * 2, fields(i), setting + std::to_string(i + 1) + ", ");
+  }
 }
 
 template <typename Map, typename Fields>
@@ -185,7 +189,7 @@ void MapPanel(Map map, Panel& panel) {
   Bytes(map, 0x06F0, panel.RelayTimerType);
   Bytes(map, 0x0720, panel.RelayPowerOnType);
   Bytes(map, 0x0750, panel.InputType);
-  Words(map, 0x0780, panel.InputTimedOnTime);
+  Words(map, 0x0780, panel.InputTimedOnTime, "the timed-on time of input ");
   for (int relay = 0; relay < ItemCount; ++relay) {
     for (int group = 0; group < ItemCount; ++group) {
       map.Member({0x07E0, relay, group}, panel.GroupRelayInclude(group, relay));
@@ -213,7 +217,7 @@ void MapPanel(Map map, Panel& panel) {
   Bytes(map, 0x1EF0, panel.InputEnableTime);
   Bytes(map, 0x1F20, panel.InputDisableTime);
   map.Byte(0x1F50, panel.BlinkAlertMinutes);
-  map.Word(0x1F51, panel.OverrideMinutes);
+  map.Word(0x1F51, panel.OverrideMinutes, "the override time, ");
   map.Byte(0x1F53, panel.AlarmSeconds);
   map.Byte(0x1F54, panel.OffHoursSweepInterval);
   Members(map, 0x1F55, panel.OffHoursSweepRelay);
@@ -226,7 +230,7 @@ void MapPanel(Map map, Panel& panel) {
   map.Byte(0x1F77, panel.RTCSource);
   map.Flag(0x1F78, panel.PhotocellFilter);
   map.Flag(0x1F79, panel.TimedOnOperation);
-  Words(map, 0x1F80, panel.DMXChannel);
+  Words(map, 0x1F80, panel.DMXChannel, "the DMX channel of relay ");
   map.Percent(0x1FE0, panel.DMXOnLevel);
   map.Percent(0x1FE1, panel.DMXOffLevel);
   map.Byte(0x1FE2, panel.DMXFilter);
@@ -243,7 +247,8 @@ void MapDevice(Map map, int address, int controlAddress, Device& device) {
   map.Byte(address, device.DeviceType);
   map.Name(address + 0x01, device.DeviceName);
   Bytes(map, address + 0x0B, device.DeviceInputType, DeviceInputCount);
-  Words(map, address + 0x13, device.DeviceTimedOnTime, DeviceInputCount);
+  Words(map, address + 0x13, device.DeviceTimedOnTime, "the timed-on time of input ",
+        DeviceInputCount);
   Bytes(map, address + 0x23, device.DevicePilot, DeviceInputCount);
   Bytes(map, address + 0x2B, device.DeviceOffLevel, DeviceInputCount);
   Bytes(map, address + 0x33, device.DeviceOnLevel, DeviceInputCount);
@@ -257,7 +262,11 @@ template <typename Map, typename Panel, typename Devices, typename Dimmers>
 void MapDocument(Map map, Panel& panel, Devices& devices, Dimmers& dimmers) {
   MapPanel(map, panel);
   for (int n = 1; n <= DeviceCount; ++n) {
-    MapDevice(map, 0x2000 + n * 0x40, 0x3200 + n * 0x140, devices(n));
+    try {
+      MapDevice(map, 0x2000 + n * 0x40, 0x3200 + n * 0x140, devices(n));
+    } catch (const RunTimeFailure& failure) {
+      throw RunTimeFailure("Bus device " + HexByte(n) + ": " + failure.what());
+    }
   }
   Bytes(map, 0x8400, dimmers, DimmerBlockType::Size);
 }

@@ -4,6 +4,7 @@
 
 Int16 Connected = 0;
 QString CurrentFileName = NoFileName;
+bool FileNotInMemory = false;
 Int16 DataChanged = 0;
 QString DocumentFileName;
 FixedArray<Int16, 12> DocumentSectionOff;

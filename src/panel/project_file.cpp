@@ -1,5 +1,6 @@
 #include "panel/project_file.h"
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
 #include <algorithm>
@@ -10,8 +11,11 @@
 
 namespace {
 
-/// Far above the longest file that a panel with the longest names can have.
-constexpr qint64 LargestFile = qint64{64} * 1024 * 1024;
+QByteArray knownContent;
+
+QByteArray Fingerprint(QByteArrayView bytes) {
+  return QCryptographicHash::hash(bytes.toByteArray(), QCryptographicHash::Sha1).toHex();
+}
 
 [[noreturn]] void Fail(const char* action, const QString& reason) {
   throw RunTimeFailure(
@@ -37,7 +41,8 @@ QByteArray ReadBytes(const char* action, qint64 offset, qint64 limit) {
 }  // namespace
 
 void ReadProjectFile() {
-  const QByteArray bytes = ReadBytes("open", 0, LargestFile);
+  const QByteArray bytes = ReadBytes("open", 0, LargestProjectFile);
+  const QByteArray known = Fingerprint(bytes);
   try {
     ChangeDocument([&bytes](ProjectDocument& document) {
       DecodeProject({bytes.constData(), static_cast<std::size_t>(bytes.size())}, document);
@@ -45,6 +50,7 @@ void ReadProjectFile() {
   } catch (const RunTimeFailure& failure) {
     Fail("open", QString::fromUtf8(failure.what()));
   }
+  knownContent = known;
   CheckLoadedData();
 }
 
@@ -52,11 +58,28 @@ void WriteProjectFile() {
   std::string bytes = EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock);
   const QFileInfo old(CurrentFileName);
   if (old.exists()) {
-    if (old.size() > LargestFile) Fail("save", QStringLiteral("what is there is no project file"));
-    bytes += ReadBytes("save", static_cast<qint64>(bytes.size()), LargestFile).toStdString();
+    if (old.size() > LargestProjectFile)
+      Fail("save", QStringLiteral("what is there is no project file"));
+    bytes += ReadBytes("save", static_cast<qint64>(bytes.size()), LargestProjectFile).toStdString();
   }
   const QString failure = ReplaceFile(CurrentFileName, bytes);
   if (!failure.isEmpty()) Fail("save", failure);
+  knownContent = Fingerprint({bytes.data(), static_cast<qsizetype>(bytes.size())});
+}
+
+QByteArray KnownContent() {
+  return knownContent;
+}
+
+void SetKnownContent(const QByteArray& known) {
+  knownContent = known;
+}
+
+bool ChangedByOthers() {
+  QFile file(CurrentFileName);
+  return !knownContent.isEmpty() && QFileInfo(CurrentFileName).isFile() &&
+         file.open(QIODevice::ReadOnly) &&
+         Fingerprint(file.read(LargestProjectFile)) != knownContent;
 }
 
 void CheckLoadedData() {}

@@ -1,5 +1,10 @@
 #pragma once
 
+#include <QByteArray>
+
+/// Far above the longest file that a panel with the longest names can have, in bytes.
+constexpr qint64 LargestProjectFile = qint64{64} * 1024 * 1024;
+
 /// Loads CurrentFileName into PanelRecord, FennlinkRecords and DimmerBlock, then calls
 /// CheckLoadedData. Throws RunTimeFailure, which names the file and the reason, with the document
 /// in memory untouched.
@@ -9,6 +14,14 @@ void ReadProjectFile();
 /// one; where the old file was longer its tail stays behind the new end. Throws RunTimeFailure,
 /// which names the file and the reason, with the file on disk untouched.
 void WriteProjectFile();
+
+/// Whether the file is there and somebody else has changed it since it was opened or saved here.
+bool ChangedByOthers();
+
+/// What the file held when it was opened or saved here, to be kept and told again; empty when that
+/// is unknown.
+QByteArray KnownContent();
+void SetKnownContent(const QByteArray& known);
 
 /// Called at the end of a load and after an upload. Loaded values are taken as they are, so there
 /// is nothing to do.

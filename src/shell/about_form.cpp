@@ -1,6 +1,9 @@
 #include "shell/about_form.h"
 
+#include <QFileInfo>
+
 #include "panel/program_state.h"
+#include "shell/shell.h"
 
 frmT3About::frmT3About() : ChildForm(QStringLiteral("frmT3About"), QStringLiteral("About")) {}
 
@@ -33,11 +36,48 @@ void frmT3About::Form_Load() {
   addLine("lblStart", QStringLiteral("Open a project, say in Setup what the panel has, or connect "
                                      "to a panel."))
       ->SetLook(Label::Look::Quiet);
+  kept_ = new QWidget;
+  auto* kept = new QHBoxLayout(kept_);
+  kept->addStretch(1);
+  lblKeptWork = AddLabel(kept, "lblKeptWork", {});
+  lblKeptWork->SetLook(Label::Look::Quiet);
+  const auto addLink = [&](const char* name, const char* caption, void (frmT3About::*click)()) {
+    Label* link = AddLabel(kept, name, QString::fromLatin1(caption));
+    link->SetLook(Label::Look::Link);
+    link->Click = [this, click] { (this->*click)(); };
+  };
+  addLink("lblTakeUp", "Take Them Up", &frmT3About::lblTakeUp_Click);
+  addLink("lblDelete", "Delete Them", &frmT3About::lblDelete_Click);
+  kept->addStretch(1);
+  column->addWidget(kept_);
   AddWidget(page);
 }
 
 void frmT3About::Form_Activate() {
   HostSoftwareVersion = lblRevInfo->Caption();
+  ShowKeptWork();
+}
+
+/// The newest of what programs that ended could not save.
+void frmT3About::ShowKeptWork() {
+  const std::vector<KeptWork> found = FindKeptWork();
+  kept_->setVisible(!found.empty());
+  if (found.empty()) return;
+  work_ = found.front();
+  const QString name = work_.ProjectName == NoFileName ? QStringLiteral("a new project")
+                                                       : QFileInfo(work_.ProjectName).fileName();
+  lblKeptWork->SetCaption(QStringLiteral("Unsaved changes of %1 from %2 were kept.")
+                              .arg(name, work_.Time.toString(TimeFormat)));
+  lblKeptWork->setToolTip(work_.ProjectName);
+}
+
+void frmT3About::lblTakeUp_Click() {
+  OpenKeptWork(work_);
+}
+
+void frmT3About::lblDelete_Click() {
+  DeleteKeptWork(work_);
+  ShowKeptWork();
 }
 
 void frmT3About::lblWebPageInfo_Click() {

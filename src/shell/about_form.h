@@ -1,5 +1,6 @@
 #pragma once
 
+#include "panel/recovery_copy.h"
 #include "shell/child_form.h"
 
 /// The empty state of the main window, on show whenever no other screen is.
@@ -10,8 +11,15 @@ class frmT3About : public ChildForm {
   void Form_Activate() override;
 
   void lblWebPageInfo_Click();
+  void lblTakeUp_Click();
+  void lblDelete_Click();
 
  private:
+  void ShowKeptWork();
+
+  QWidget* kept_ = nullptr;
+  KeptWork work_;
+  Label* lblKeptWork = nullptr;
   Label* lblRevInfo = nullptr;
   Label* lblWebPageInfo = nullptr;
 };

@@ -70,6 +70,9 @@ void DisableMainMenus() {
 void EnableMainMenus() {
   if (mainWindow) mainWindow->SetMainMenusEnabled(true);
 }
+void OpenKeptWork(const KeptWork& work) {
+  if (mainWindow) mainWindow->OpenKeptWork(work);
+}
 bool ProgramEnding() {
   return mainWindow && mainWindow->Ending();
 }
@@ -87,6 +90,9 @@ frmT3MasterMDI::frmT3MasterMDI() {
   setWindowTitle(ProgramTitle);
   tmrFix_ = new Timer(this, "tmrFix", 1000);
   tmrFix_->Tick = [this] { tmrFix_Timer(); };
+  constexpr int recoveryMs = 3000;
+  tmrRecovery_ = new Timer(this, "tmrRecovery", recoveryMs);
+  tmrRecovery_->Tick = [this] { recovery_.Update(); };
   HandlersDoneSeam = [this] {
     for (QWidget* page : retired_) page->deleteLater();
     retired_.clear();
@@ -226,6 +232,8 @@ void frmT3MasterMDI::MDIForm_Load() {
     folder.remove(name);
   }
   tmrFix_->SetEnabled(true);
+  recovery_.Settle();
+  tmrRecovery_->SetEnabled(true);
 }
 
 ChildForm* frmT3MasterMDI::ShowForm(const std::string& name) {
@@ -355,8 +363,17 @@ void frmT3MasterMDI::MDIForm_Resize() {
   }
 }
 
+void frmT3MasterMDI::EndKeepingWork() {
+  recovery_.Update();
+  keepsWork_ = true;
+  ExitProgram();
+  QCoreApplication::quit();
+}
+
 void frmT3MasterMDI::TearDown() {
   ending_ = true;
+  tmrRecovery_->SetEnabled(false);
+  if (!keepsWork_) recovery_.Remove();
   if (Link.DisconnectQZ) Link.DisconnectQZ();
   for (const ScreenEntry& entry : ScreenTable()) Unload(entry.Name);
 }

@@ -7,6 +7,7 @@
 #include <map>
 #include <string>
 
+#include "panel/recovery_copy.h"
 #include "shell/child_form.h"
 
 /// The main window: the menu, the status bar, the screen on show and the project's file commands.
@@ -24,6 +25,10 @@ class frmT3MasterMDI : public QMainWindow {
   void FileSave();
   void FileSaveAs();
   void ExitProgram();
+  /// Ends the program without a question, with unsaved work kept.
+  void EndKeepingWork();
+  /// Takes up what another program could not save, under the rules of Open.
+  void OpenKeptWork(const KeptWork& work);
 
   /// Whether the window may close; asks about unsaved changes.
   bool MDIForm_QueryUnload();
@@ -80,6 +85,8 @@ class frmT3MasterMDI : public QMainWindow {
   Timer* tmrFix_ = nullptr;
   Int16 exitRequested_ = 0;
   bool fileDialogUsed_ = false;
-  bool fileUnread_ = false;  ///< CurrentFileName could not be loaded and must not be overwritten.
   bool ending_ = false;
+  bool keepsWork_ = false;
+  RecoveryCopy recovery_;
+  Timer* tmrRecovery_ = nullptr;
 };

@@ -1,3 +1,4 @@
+#include <QFileInfo>
 #include <utility>
 
 #include "panel/defaults.h"
@@ -29,12 +30,14 @@ void frmT3MasterMDI::mnuNew_Click() {
   if (!DiscardChanges()) return;
   ShowEmptyState();
   CurrentFileName = NoFileName;
-  fileUnread_ = false;
+  FileNotInMemory = false;
+  SetKnownContent({});
   LoadDefaults();
   UnloadAllForms();
   ShowForm("frmT3About");
   DataChanged = 0;
   UpdateStatusBar();
+  recovery_.Settle();
 }
 
 void frmT3MasterMDI::FileOpen() {
@@ -46,15 +49,25 @@ void frmT3MasterMDI::FileOpen() {
   CurrentFileName = name;
   ShowEmptyState();
   UpdateStatusBar();
-  fileUnread_ = true;
+  FileNotInMemory = true;
   ReadProjectFile();
-  fileUnread_ = false;
+  FileNotInMemory = false;
   DataChanged = 0;
+  recovery_.Settle();
 }
 
 void frmT3MasterMDI::FileSave() {
+  if (ChangedByOthers() &&
+      MsgBox(
+          QStringLiteral("\"%1\" was changed by somebody else at %2, after it was opened or "
+                         "saved here.\nSave Over It?")
+              .arg(CurrentFileName, QFileInfo(CurrentFileName).lastModified().toString(TimeFormat)),
+          MsgIcon::Question, ProgramTitle, MsgButtons::YesNo) != MsgAnswer::Yes) {
+    return;
+  }
   WriteProjectFile();
   DataChanged = 0;
+  recovery_.Settle();
 }
 
 void frmT3MasterMDI::FileSaveAs() {
@@ -68,15 +81,27 @@ void frmT3MasterMDI::FileSaveAs() {
     CurrentFileName = before;
     throw;
   }
-  fileUnread_ = false;
+  FileNotInMemory = false;
   UpdateStatusBar();
   DataChanged = 0;
+  recovery_.Settle();
 }
 
 void frmT3MasterMDI::mnuSave_Click() {
-  if (CurrentFileName == NoFileName || fileUnread_) {
+  if (CurrentFileName == NoFileName || FileNotInMemory) {
     FileSaveAs();
   } else {
     FileSave();
   }
+}
+
+void frmT3MasterMDI::OpenKeptWork(const KeptWork& work) {
+  if (!DiscardChanges()) return;
+  ShowEmptyState();
+  TakeUpKeptWork(work);
+  recovery_.Unsettle();
+  recovery_.Update();
+  DeleteKeptWork(work);
+  UpdateStatusBar();
+  ShowForm("frmT3About");
 }

@@ -4,6 +4,7 @@
 #include <functional>
 
 class ChildForm;
+struct KeptWork;
 class QWidget;
 
 // What screens ask of the main window. All of these do nothing while there is none.
@@ -27,6 +28,9 @@ void SetLinkStatus(const QString& text);
 /// Switches the six top menu entries and the close box of the screen on show.
 void DisableMainMenus();
 void EnableMainMenus();
+
+/// Takes up the unsaved work of a program that has ended, under the rules of Open.
+void OpenKeptWork(const KeptWork& work);
 
 /// Whether the program is being torn down; from then on nobody asks or tells the user anything.
 bool ProgramEnding();

@@ -1,0 +1,120 @@
+#include "panel/recovery_copy.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QUuid>
+#include <algorithm>
+
+#include "panel/program_state.h"
+#include "panel/project_codec.h"
+#include "panel/project_document.h"
+#include "panel/project_file.h"
+#include "panel/replace_file.h"
+
+namespace {
+
+const QString CopySuffix = QStringLiteral(".recovery");
+const QString LockSuffix = QStringLiteral(".lock");
+
+QString CopyFolder() {
+  return DataPath(QStringLiteral("Recovery"));
+}
+
+std::string LiveProject() {
+  return EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock);
+}
+
+/// A lock that another program may hold; one whose program has ended counts as free.
+std::unique_ptr<QLockFile> LockOf(const QString& copy) {
+  auto lock = std::make_unique<QLockFile>(copy + LockSuffix);
+  lock->setStaleLockTime(0);
+  return lock;
+}
+
+/// Two lines, the file's name and what is known of its content, and the project behind them.
+struct Copy {
+  QString ProjectName;
+  QByteArray Known;
+  QByteArray Project;
+};
+
+Copy Split(const QByteArray& bytes) {
+  const qsizetype name = bytes.indexOf('\n');
+  const qsizetype known = bytes.indexOf('\n', name + 1);
+  if (name < 0 || known < 0) throw RunTimeFailure("The kept copy is damaged.");
+  return {QString::fromUtf8(bytes.left(name)), bytes.mid(name + 1, known - name - 1),
+          bytes.mid(known + 1)};
+}
+
+QByteArray ReadCopy(const QString& path, qint64 most) {
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly)) throw RunTimeFailure(file.errorString().toStdString());
+  return file.read(most);
+}
+
+}  // namespace
+
+void RecoveryCopy::Settle() {
+  settled_ = LiveProject();
+  Remove();
+}
+
+void RecoveryCopy::Update() {
+  const std::string project = LiveProject();
+  if (project == settled_) {
+    Remove();
+    return;
+  }
+  const std::string content =
+      ((FileNotInMemory ? NoFileName : CurrentFileName).toUtf8() + '\n' + KnownContent() + '\n')
+          .toStdString() +
+      project;
+  if (content == kept_) return;
+  if (!alive_) {
+    QDir().mkpath(CopyFolder());
+    path_ = CopyFolder() + u'/' + QUuid::createUuid().toString(QUuid::Id128) + CopySuffix;
+    alive_ = LockOf(path_);
+    alive_->tryLock();
+  }
+  if (ReplaceFile(path_, content).isEmpty()) kept_ = content;
+}
+
+void RecoveryCopy::Remove() {
+  if (!alive_) return;
+  QFile::remove(path_);
+  alive_.reset();
+  kept_.clear();
+}
+
+std::vector<KeptWork> FindKeptWork() {
+  std::vector<KeptWork> found;
+  const QDir folder(CopyFolder());
+  constexpr qint64 longestName = 64 * 1024;
+  for (const QFileInfo& copy : folder.entryInfoList({u'*' + CopySuffix}, QDir::Files, QDir::Time)) {
+    const auto lock = LockOf(copy.filePath());
+    if (!lock->tryLock()) continue;
+    try {
+      found.push_back({copy.filePath(), Split(ReadCopy(copy.filePath(), longestName)).ProjectName,
+                       copy.lastModified()});
+    } catch (const RunTimeFailure&) {
+      // Nobody could take it up.
+    }
+  }
+  return found;
+}
+
+void TakeUpKeptWork(const KeptWork& work) {
+  const Copy copy = Split(ReadCopy(work.Path, LargestProjectFile));
+  ChangeDocument([&copy](ProjectDocument& document) {
+    DecodeProject({copy.Project.constData(), static_cast<std::size_t>(copy.Project.size())},
+                  document);
+  });
+  CurrentFileName = copy.ProjectName;
+  SetKnownContent(copy.Known);
+  FileNotInMemory = false;
+  DataChanged = -1;
+}
+
+void DeleteKeptWork(const KeptWork& work) {
+  QFile::remove(work.Path);
+}
