@@ -308,6 +308,7 @@ void frmT3Connect::ClearHostData(bool showPorts) {
   DisconnectQZ();
   LoadDefaults();
   FileNotInMemory = true;
+  ForgetUnsavedWork();
   SelectComPort();
   for (int i = 0; i < chkConnectionType.Count(); ++i) chkConnectionType(i).ShowValue(i == 0);
   if (showPorts) {

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "shell/dialogs.h"
+#include "shell/shell.h"
 
 namespace {
 
@@ -19,6 +20,7 @@ void AskPanel(std::function<void()> request) {
   while (!waiting.empty()) {
     const auto next = std::move(waiting.front());
     waiting.pop_front();
+    KeepUnsavedWork();
     RunHandler(next);
   }
   busy = false;

@@ -24,11 +24,16 @@ std::string LiveProject() {
   return EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock);
 }
 
-/// A lock that another program may hold; one whose program has ended counts as free.
 std::unique_ptr<QLockFile> LockOf(const QString& copy) {
   auto lock = std::make_unique<QLockFile>(copy + LockSuffix);
   lock->setStaleLockTime(0);
   return lock;
+}
+
+/// A lock names its owner by a number that another process may have by now, in a sandbox always
+/// has. Whether somebody holds it is told by the attempt to remove it.
+bool OwnerIsDead(QLockFile& lock) {
+  return lock.tryLock() || (lock.removeStaleLockFile() && lock.tryLock());
 }
 
 /// Two lines, the file's name and what is known of its content, and the project behind them.
@@ -60,7 +65,12 @@ void RecoveryCopy::Settle() {
 }
 
 void RecoveryCopy::Update() {
-  const std::string project = LiveProject();
+  std::string project;
+  try {
+    project = LiveProject();
+  } catch (const RunTimeFailure&) {
+    return;  // What no file can hold no copy can.
+  }
   if (project == settled_) {
     Remove();
     return;
@@ -92,7 +102,7 @@ std::vector<KeptWork> FindKeptWork() {
   constexpr qint64 longestName = 64 * 1024;
   for (const QFileInfo& copy : folder.entryInfoList({u'*' + CopySuffix}, QDir::Files, QDir::Time)) {
     const auto lock = LockOf(copy.filePath());
-    if (!lock->tryLock()) continue;
+    if (!OwnerIsDead(*lock)) continue;
     try {
       found.push_back({copy.filePath(), Split(ReadCopy(copy.filePath(), longestName)).ProjectName,
                        copy.lastModified()});

@@ -21,6 +21,7 @@ class RecoveryCopy {
   /// none. A disk that does not take it is tried again.
   void Update();
   void Remove();
+  bool HoldsWork() const { return !kept_.empty(); }
 
  private:
   std::string settled_;  ///< The project's bytes when nothing of it was unsaved.

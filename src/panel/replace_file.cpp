@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QTemporaryFile>
+#include <algorithm>
 #include <cstdio>
 
 #ifdef Q_OS_UNIX
@@ -35,11 +36,26 @@ QString TargetOf(const QString& path) {
   return target;
 }
 
+/// Earlier versions of the program saved under the file's name, a dot and six letters drawn by
+/// chance. Small letters and capitals mix there as in no ending that people give, such as "backup",
+/// "Backup" or "BACKUP".
+bool SavedByEarlierVersion(QStringView ending) {
+  const auto capital = [](QChar c) { return c >= u'A' && c <= u'Z'; };
+  const auto small = [](QChar c) { return c >= u'a' && c <= u'z'; };
+  const auto capitals = std::count_if(ending.begin(), ending.end(), capital);
+  return ending.size() == 6 && capitals > 0 && !(capitals == 1 && capital(ending[0])) &&
+         std::count_if(ending.begin(), ending.end(), small) == 6 - capitals && capitals < 6;
+}
+
 void RemoveDeadSaves(const QString& target) {
   const QFileInfo info(target);
   QDir folder = info.dir();
   for (const QString& name : folder.entryList(QDir::Files | QDir::Hidden)) {
-    if (!name.startsWith(info.fileName() + SavingMark)) continue;
+    if (!name.startsWith(info.fileName() + SavingMark) &&
+        !(name.startsWith(info.fileName() + u'.') &&
+          SavedByEarlierVersion(QStringView(name).mid(info.fileName().size() + 1)))) {
+      continue;
+    }
     QFile left(folder.filePath(name));
     if (left.open(QIODevice::ReadWrite) && LockSave(left.handle())) left.remove();
   }

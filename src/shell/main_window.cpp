@@ -70,6 +70,12 @@ void DisableMainMenus() {
 void EnableMainMenus() {
   if (mainWindow) mainWindow->SetMainMenusEnabled(true);
 }
+void KeepUnsavedWork() {
+  if (mainWindow && !mainWindow->Ending()) mainWindow->KeepUnsavedWork();
+}
+void ForgetUnsavedWork() {
+  if (mainWindow && !mainWindow->Ending()) mainWindow->ForgetUnsavedWork();
+}
 void OpenKeptWork(const KeptWork& work) {
   if (mainWindow) mainWindow->OpenKeptWork(work);
 }

@@ -27,6 +27,8 @@ class frmT3MasterMDI : public QMainWindow {
   void ExitProgram();
   /// Ends the program without a question, with unsaved work kept.
   void EndKeepingWork();
+  void KeepUnsavedWork() { recovery_.Update(); }
+  void ForgetUnsavedWork() { recovery_.Settle(); }
   /// Takes up what another program could not save, under the rules of Open.
   void OpenKeptWork(const KeptWork& work);
 

@@ -101,7 +101,8 @@ void frmT3MasterMDI::OpenKeptWork(const KeptWork& work) {
   TakeUpKeptWork(work);
   recovery_.Unsettle();
   recovery_.Update();
-  DeleteKeptWork(work);
+  // On a full disk the old copy is the only one.
+  if (recovery_.HoldsWork()) DeleteKeptWork(work);
   UpdateStatusBar();
   ShowForm("frmT3About");
 }

@@ -29,6 +29,12 @@ void SetLinkStatus(const QString& text);
 void DisableMainMenus();
 void EnableMainMenus();
 
+/// Brings the recovery copy up to date before a wait that delivers no events.
+void KeepUnsavedWork();
+
+/// The project in memory is the user's to lose: its recovery copy goes.
+void ForgetUnsavedWork();
+
 /// Takes up the unsaved work of a program that has ended, under the rules of Open.
 void OpenKeptWork(const KeptWork& work);
 

@@ -102,7 +102,7 @@ TEST_F(DocumentFormTest, AFailureIsToldAndKeepsTheOldFile) {
     EXPECT_FALSE(OpenOffered());
   };
   DimmerBlock.elements.fill(32767);
-  fails("\"Dimmer Outputs\"");
+  fails("\"Dimmer Outputs\": dimmer device 01, output 1: Overflow");
   Click(Box(11));
   const QString missing = folder.filePath("none/Hall.TXT");
   const std::pair<QString, QString> wrong[] = {{folder.path(), "it is a folder"},

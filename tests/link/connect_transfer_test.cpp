@@ -158,6 +158,32 @@ TEST_F(TransferTest, EveryFaultOfAnUploadIsToldAndClearsTheDocument) {
     EXPECT_EQ(PanelRecord.RelayTimerType(7), 0) << fault;
     EXPECT_EQ(ConnectionType(), told == complete ? 2 : 0) << "the defaults are a direct line";
     EXPECT_FALSE(Shown(Find<OptionButton>("optComPort(0)"))) << "only a cancel shows the ports";
+    if (told == complete) continue;
+    EXPECT_TRUE(Find<QLabel>("lblTrouble").text().contains("again"));
+    CurrentFileName = folder.filePath(QStringLiteral("Hall.T3"));
+    fileRequests.clear();
+    Menu("mnuSave");
+    EXPECT_EQ(fileRequests.size(), 1U) << "defaults do not go over the file that was open";
+  }
+}
+
+TEST_F(TransferTest, AnUploadThatFitsNoDocumentNamesTheSettingAndLeavesTheOneInMemory) {
+  ConnectToPanel();
+  const std::pair<int, const char*> words[] = {{0x1F51, "override time"},
+                                               {0x1F84, "DMX channel of relay 3,"}};
+  for (const auto& [address, setting] : words) {
+    panel->With([a = address](Panel& p) { p.Memory.SetByte(a, 0xF0); });
+    DataChanged = static_cast<Int16>(address == 0x1F51 ? -1 : 0);
+    const Int16 changed = DataChanged;
+    PanelRecord.RelayTimerType(7) = 4;
+    Press("cmdUpLoadFromT2");
+    EXPECT_TRUE(LastMessage().startsWith("The upload could not be taken over") &&
+                LastMessage().contains(setting))
+        << LastMessage().toStdString();
+    EXPECT_EQ(DataChanged, changed);
+    EXPECT_EQ(PanelRecord.RelayTimerType(7), 4);
+    ExpectUsable();
+    panel->With([a = address](Panel& p) { p.Memory.SetByte(a, 0); });
   }
 }
 

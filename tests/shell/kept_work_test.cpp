@@ -50,8 +50,12 @@ TEST_F(KeptWorkTest, TheCopyFollowsTheContentNotTheMark) {
   Tick();
   ASSERT_EQ(Copies().size(), 1) << "work without a mark is kept";
   EXPECT_TRUE(FindKeptWork().empty()) << "its owner lives";
-  PanelRecord.TimerDays(0) = 0;
+  PanelRecord.PanelName.assign(40'000, 'X');
   Tick();
+  EXPECT_TRUE(messages.empty()) << "nobody is told every few seconds";
+  PanelRecord.PanelName.clear();
+  PanelRecord.TimerDays(0) = 0;
+  KeepUnsavedWork();
   EXPECT_TRUE(Copies().isEmpty()) << "back at what was opened";
 
   PanelRecord.TimerDays(0) = 5;
@@ -106,7 +110,17 @@ TEST_F(KeptWorkTest, WhatADeadProgramLeftIsOfferedTakenUpAndDeleted) {
   Menu("mnuAbout");
   EXPECT_FALSE(Shown(Find<Label>("lblKeptWork")));
 
-  QDir().mkpath(DataPath("Recovery"));
+  PanelRecord.TimerDays(0) = 4;
+  Tick();
+  const QString own = DataPath("Recovery/" + Copies().value(0));
+  ASSERT_TRUE(QFile::copy(own, DataPath("Recovery/old.recovery")) &&
+              QFile::copy(own + ".lock", DataPath("Recovery/old.recovery.lock")));
+  ASSERT_EQ(FindKeptWork().size(), 1U) << "of a dead program that had the number of this one";
+  EXPECT_EQ(QFileInfo(FindKeptWork()[0].Path).fileName(), "old.recovery");
+  DeleteKeptWork(FindKeptWork()[0]);
+  ForgetUnsavedWork();
+  EXPECT_TRUE(Copies().isEmpty());
+
   QFile damaged(DataPath("Recovery/x.recovery"));
   ASSERT_TRUE(damaged.open(QIODevice::WriteOnly) && damaged.write("junk") > 0);
   damaged.close();
@@ -145,14 +159,18 @@ TEST_F(KeptWorkTest, ASaveRemovesWhatDeadSavesLeftAndNothingElse) {
     return file;
   };
   make("Hall.T3.saving-abCDef");
+  make("Hall.T3.abCDef");
+  make("Hall.T3.Backup");
+  make("Hall.T3.aBcDeFg");
   make("Hall.T3.backup");
   make("Hall2.T3.saving-abCDef");
   const auto living = make("Hall.T3.saving-Living");
   ASSERT_EQ(flock(living->handle(), LOCK_EX), 0);
   Menu("mnuSave");
   const QDir dir(folder.path());
-  EXPECT_FALSE(dir.exists("Hall.T3.saving-abCDef"));
-  for (const char* stays : {"Hall.T3.backup", "Hall2.T3.saving-abCDef", "Hall.T3.saving-Living"}) {
+  EXPECT_FALSE(dir.exists("Hall.T3.saving-abCDef") || dir.exists("Hall.T3.abCDef"));
+  for (const char* stays : {"Hall.T3.backup", "Hall.T3.Backup", "Hall.T3.aBcDeFg",
+                            "Hall2.T3.saving-abCDef", "Hall.T3.saving-Living"}) {
     EXPECT_TRUE(dir.exists(stays)) << stays;
   }
 }
