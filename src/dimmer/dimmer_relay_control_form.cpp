@@ -1,7 +1,6 @@
 #include "dimmer/dimmer_relay_control_form.h"
 
 #include <QPainter>
-#include <QScopedValueRollback>
 #include <algorithm>
 
 #include "dimmer/dimmer_lists.h"
@@ -79,7 +78,6 @@ void frmT3DimmerRelayControl::Form_Activate() {
 }
 
 void frmT3DimmerRelayControl::ShowControl() {
-  const QScopedValueRollback showing(Showing, true);
   const bool enabled = DimGetEnabled(Dev) != 0;
   frmConfig->setVisible(enabled);
   cboOnLevel->setVisible(enabled);
@@ -121,9 +119,9 @@ void frmT3DimmerRelayControl::cboDOut_Click() {
 }
 
 void frmT3DimmerRelayControl::cboOnLevel_Click() {
-  if (!Showing) DimSetOnLevel(Dev, Out, static_cast<Int16>(cboOnLevel->ListIndex()));
+  DimSetOnLevel(Dev, Out, static_cast<Int16>(cboOnLevel->ListIndex()));
 }
 
 void frmT3DimmerRelayControl::cboOffLevel_Click() {
-  if (!Showing) DimSetOffLevel(Dev, Out, static_cast<Int16>(cboOffLevel->ListIndex()));
+  DimSetOffLevel(Dev, Out, static_cast<Int16>(cboOffLevel->ListIndex()));
 }

@@ -39,7 +39,6 @@ class frmT3DimmerRelayControl : public ChildForm {
   Int16 LastRelay = 0;
   Int16 ShiftDown = 0;
   Int16 LastValue = 0;
-  bool Showing = false;  ///< A level shown is not stored: the percentage may round the byte.
   ComboBox* cboDDev = nullptr;
   ComboBox* cboDOut = nullptr;
   ComboBox* cboOnLevel = nullptr;

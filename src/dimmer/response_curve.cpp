@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
+#include <QString>
 
 #include "dimmer/dimmer_model.h"
 #include "panel/checked_arithmetic.h"
@@ -99,10 +99,9 @@ void ResponseCurve::KeepBBetween() {
 
 ResponseCurve::Readout ResponseCurve::ReadoutOf(Int16 grip) const {
   const Int16 input = InputOf(shpGrip(grip));
-  const double tenths = static_cast<double>(std::lround(100 - shpGrip(grip).Top * 100 / MaxTop));
-  char volts[32];
-  std::snprintf(volts, sizeof volts, "%.1f V", tenths / 10);
-  return {NumberText(input) + "/255", NumberText(CodeToFootCandles(input)) + " fc", volts};
+  const long tenths = std::lround(100 - shpGrip(grip).Top * 100 / MaxTop);
+  return {NumberText(input) + "/255", NumberText(CodeToFootCandles(input)) + " fc",
+          QString::number(static_cast<double>(tenths) / 10, 'f', 1).toStdString() + " V"};
 }
 
 void ResponseCurve::Store(Int16 dev, Int16 out) const {

@@ -51,7 +51,7 @@ void frmT3Document::Form_Load() {
   Add<Button>(documentRow, "cmdDocument", QStringLiteral("Create Documentation File"))->Click =
       [this] { cmdDocument_Click(); };
   lblOpenDocument = AddLabel(documentRow, "lblOpenDocument", QStringLiteral("Open the document"));
-  lblOpenDocument->SetLook(Label::Look::Link);
+  lblOpenDocument->SetLook(Label::Look::WebLink);
   lblOpenDocument->Click = [this] { lblOpenDocument_Click(); };
   lblOpenDocument->setVisible(false);
 

@@ -147,6 +147,9 @@ void frmT3Connect::BuildOnLineFunctions(QGroupBox* frame) {
   };
   auto* small = new QHBoxLayout;
   cmdRefresh = addButton(small, "cmdRefresh", "Refresh", &frmT3Connect::cmdRefresh_Click);
+  lblReadAt = AddLabel(small, "lblReadAt", {});
+  lblReadAt->SetLook(Label::Look::Quiet);
+  lblReadAt->setToolTip(QStringLiteral("The panel's time and date stand as they were read then."));
   cmdSetQZClock = addButton(small, "cmdSetQZClock", "Set Tamberloom 3 Clock",
                             &frmT3Connect::cmdSetQZClock_Click);
   cmdVirtualKeypad =

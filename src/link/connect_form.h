@@ -80,6 +80,7 @@ class frmT3Connect : public ChildForm {
   void ReturnOnLine();
   void ShowActivity(const QString& text);
   void ShowProgress(const char* action, int block);
+  void ShowBlock(const char* action, int block);
   bool CancelPressed();
   PasswordDigits PassWord() const;
   bool PassWordAccepted();
@@ -122,6 +123,7 @@ class frmT3Connect : public ChildForm {
   Label* lblIOInstalled = nullptr;
   Label* lblAddOnCardTypeRev = nullptr;
   Button* cmdRefresh = nullptr;
+  Label* lblReadAt = nullptr;
   Button* cmdNetworkDiagnostics = nullptr;
   Button* cmdVirtualKeypad = nullptr;
   Button* cmdSetQZClock = nullptr;

@@ -39,6 +39,7 @@ void frmT3Connect::cmdConnect_Click() {
 
 void frmT3Connect::ConnectSerial() {
   cmdRefresh->setVisible(false);
+  lblReadAt->setVisible(false);
   constexpr std::size_t shortestNumber = 7;
   if (Connected == 0 && ConnectionType() == 1 && PhoneNumber().size() < shortestNumber) {
     MsgBox(QStringLiteral("A Valid Phone Number Must Entered"), MsgIcon::Information, ProgramTitle);
@@ -49,6 +50,7 @@ void frmT3Connect::ConnectSerial() {
 
 void frmT3Connect::ConnectTCP() {
   cmdRefresh->setVisible(true);
+  lblReadAt->setVisible(true);
   ConnectWith(&frmT3Connect::OpenSocket);
 }
 

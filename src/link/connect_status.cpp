@@ -66,6 +66,7 @@ void frmT3Connect::ReadQZStatus() {
     PanelConnectionLost();
     return;
   }
+  lblReadAt->SetCaption(Now().toString(QStringLiteral("'Read at' hh:mm:ss")));
   lblPanelTime->SetCaption(ClockText(ReplyByte(2), ReplyByte(4), ReplyByte(6)));
   const std::string_view day = Word(WeekdayNames, ReplyDigit(14));
   if (!day.empty()) weekday = ToUnicode(ShortName(day)) + u' ';

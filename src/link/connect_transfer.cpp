@@ -6,6 +6,7 @@
 #include "link/connect_form.h"
 #include "link/panel_queue.h"
 #include "link/panel_transact.h"
+#include "link/transport.h"
 #include "panel/code_page.h"
 #include "panel/defaults.h"
 #include "panel/hex.h"
@@ -92,16 +93,23 @@ void frmT3Connect::ShowActivity(const QString& text) {
   pbActivityProgress->setVisible(true);
 }
 
+/// What stands there is right whenever a block has to wait for its reply; of those that pass at
+/// once as many as an eye can follow.
 void frmT3Connect::ShowProgress(const char* action, int block) {
+  BeforeLongWait = [this, action, block] { ShowBlock(action, block); };
   const bool end = block == 1 || block == ImageBlockCount;
   if (!pictureDue && !end) return;
   progressShown.Restart();
+  ShowBlock(action, block);
+  lblActivityProgress->repaint();
+}
+
+void frmT3Connect::ShowBlock(const char* action, int block) {
   lblActivityProgress->SetCaption(QStringLiteral("%1 Block %2 Of %3")
                                       .arg(QLatin1String(action))
                                       .arg(block)
                                       .arg(ImageBlockCount));
   pbActivityProgress->setValue(block);
-  lblActivityProgress->repaint();
 }
 
 void frmT3Connect::cmdCancelUpDownLoad_Click() {
@@ -197,7 +205,10 @@ void frmT3Connect::DownLoadSettings() {
 
 Int16 frmT3Connect::SendImage() {
   MasterMDIMenuDisable();
-  const auto menus = qScopeGuard([this] { MasterMDIMenuEnable(); });
+  const auto menus = qScopeGuard([this] {
+    BeforeLongWait = nullptr;
+    MasterMDIMenuEnable();
+  });
   CancelRequested = 0;
   BuildPanelImage(PassWord());
   ImageSum sum;
@@ -211,6 +222,7 @@ Int16 frmT3Connect::SendImage() {
 }
 
 Int16 frmT3Connect::CompareSums(Int32 sum) {
+  BeforeLongWait = nullptr;
   lblActivityProgress->SetCaption(QStringLiteral("Verify Checksum"));
   lblActivityProgress->repaint();
   if (PanelTransact("3400009FFF", 8, 6) == 0) return NoSum;
@@ -279,7 +291,10 @@ void frmT3Connect::UpLoadSettings() {
 /// The document is touched only once the sum agrees.
 Int16 frmT3Connect::FetchImage() {
   MasterMDIMenuDisable();
-  const auto menus = qScopeGuard([this] { MasterMDIMenuEnable(); });
+  const auto menus = qScopeGuard([this] {
+    BeforeLongWait = nullptr;
+    MasterMDIMenuEnable();
+  });
   CancelRequested = 0;
   ImageSum sum;
   for (int block = 0; block < ImageBlockCount; ++block) {

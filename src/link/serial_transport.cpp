@@ -1,5 +1,6 @@
 #include <QDeadlineTimer>
 #include <QSerialPort>
+#include <algorithm>
 
 #include "link/com_port.h"
 #include "link/transport.h"
@@ -72,12 +73,18 @@ class QtSerialControl : public SerialControl {
 
   void Wait(int count, qint64 ms) override {
     const QDeadlineTimer deadline(ms);
+    FetchUntil(count, QDeadlineTimer(std::min<qint64>(ms, PromptMs)));
+    if (LongWait && port_.bytesAvailable() < count && !deadline.hasExpired()) LongWait();
+    FetchUntil(count, deadline);
+  }
+
+ private:
+  void FetchUntil(int count, const QDeadlineTimer& deadline) {
     while (port_.isOpen() && port_.bytesAvailable() < count && !deadline.hasExpired()) {
       Fetch(static_cast<int>(deadline.remainingTime()));
     }
   }
 
- private:
   /// Takes in what the device has, or what comes first within `ms` milliseconds.
   void Fetch(int ms) {
     if (!port_.isOpen()) return;

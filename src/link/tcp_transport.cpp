@@ -1,8 +1,10 @@
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QNetworkProxy>
 #include <QTcpSocket>
 #include <QTimer>
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -69,17 +71,22 @@ class QtSocketControl : public SocketControl {
 
   void Wait(int count, qint64 ms) override {
     const auto over = [&] { return BytesReceived() >= count || State() == Closed; };
-    // The reply of a panel close by comes before an event loop has begun.
-    constexpr int promptMs = 10;
-    while (State() == Up && !over() && socket_.waitForReadyRead(promptMs)) {
+    // The reply of a panel close by comes before an event loop has begun. A peer that lets bytes
+    // drip must not hold up the window for longer than that.
+    const QDeadlineTimer deadline(ms);
+    const QDeadlineTimer prompt(std::min<qint64>(ms, PromptMs));
+    while (State() == Up && !over() && !prompt.hasExpired() &&
+           socket_.waitForReadyRead(static_cast<int>(prompt.remainingTime()))) {
     }
-    if (over()) return;
+    if (over() || deadline.hasExpired()) return;
+    if (LongWait) LongWait();
     QEventLoop loop;
     QObject::connect(&socket_, &QIODevice::readyRead, &loop, [&] {
       if (over()) loop.quit();
     });
     QObject::connect(&socket_, &QAbstractSocket::stateChanged, &loop, &QEventLoop::quit);
-    QTimer::singleShot(std::chrono::milliseconds(ms), Qt::PreciseTimer, &loop, &QEventLoop::quit);
+    QTimer::singleShot(std::chrono::milliseconds(deadline.remainingTime()), Qt::PreciseTimer, &loop,
+                       &QEventLoop::quit);
     loop.exec();
   }
 

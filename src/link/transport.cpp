@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QLibrary>
 
+#include "shell/shell.h"
+
 namespace {
 
 std::unique_ptr<SerialControl> serialControl;
@@ -16,12 +18,21 @@ void DropAtExit() {
   }();
 }
 
+/// Paints what is told to show while a wait runs.
+void ShowBeforeLongWait() {
+  if (BeforeLongWait) BeforeLongWait();
+  PaintNow();
+}
+
 }  // namespace
+
+std::function<void()> BeforeLongWait;
 
 SerialControl& comQZ() {
   if (!serialControl) {
     DropAtExit();
     serialControl = NewSerialControl();
+    serialControl->LongWait = ShowBeforeLongWait;
   }
   return *serialControl;
 }
@@ -30,6 +41,7 @@ SocketControl& WinSockQZ() {
   if (!socketControl) {
     DropAtExit();
     socketControl = NewSocketControl();
+    socketControl->LongWait = ShowBeforeLongWait;
   }
   return *socketControl;
 }
@@ -53,4 +65,6 @@ void ReplaceTransports(std::unique_ptr<SerialControl> serial,
                        std::unique_ptr<SocketControl> socket) {
   serialControl = std::move(serial);
   socketControl = std::move(socket);
+  if (serialControl) serialControl->LongWait = ShowBeforeLongWait;
+  if (socketControl) socketControl->LongWait = ShowBeforeLongWait;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -20,6 +21,9 @@ constexpr int ReceiveBufferSize = 0x7FFF;
 class SerialControl {
  public:
   virtual ~SerialControl() = default;
+
+  /// Runs once in each wait that is not over at once, before it goes on.
+  std::function<void()> LongWait;
 
   virtual void SetCommPort(int port) = 0;  ///< 1 to 16, for the next opening.
   /// Baud rate, parity, data and stop bits, such as "115200,n,8,1", for the next opening.
@@ -52,6 +56,9 @@ class SocketControl {
 
   virtual ~SocketControl() = default;
 
+  /// Runs once in each wait that is not over at once, before it goes on.
+  std::function<void()> LongWait;
+
   virtual void SetLocalPort(quint16 port) = 0;  ///< 0: the system chooses one.
   virtual void SetRemoteHost(const QString& host) = 0;
   virtual void SetRemotePort(quint16 port) = 0;
@@ -71,6 +78,13 @@ class SocketControl {
   /// has changed; what comes at once comes without. Waits may stand inside each other.
   virtual void Wait(int count, qint64 ms) = 0;
 };
+
+/// A reply that comes within this time comes at once: nobody could read what shows meanwhile.
+constexpr int PromptMs = 10;
+
+/// What a long transaction has to show while it waits; PaintNow follows it. Prompt replies cost no
+/// picture.
+extern std::function<void()> BeforeLongWait;
 
 /// The program's two communication objects, made once, on first use.
 SerialControl& comQZ();

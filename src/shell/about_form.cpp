@@ -27,7 +27,7 @@ void frmT3About::Form_Load() {
   column->addSpacing(24);
   lblWebPageInfo = AddLabel(nullptr, "lblWebPageInfo", QStringLiteral(TAMBERLOOM_WEB_ADDRESS));
   lblWebPageInfo->SetAlignment(Qt::AlignCenter);
-  lblWebPageInfo->SetLook(Label::Look::Link);
+  lblWebPageInfo->SetLook(Label::Look::WebLink);
   lblWebPageInfo->setToolTip(QStringLiteral("Open in the web browser"));
   lblWebPageInfo->Click = [this] { lblWebPageInfo_Click(); };
   column->addWidget(lblWebPageInfo, 0, Qt::AlignHCenter);
@@ -43,7 +43,7 @@ void frmT3About::Form_Load() {
   lblKeptWork->SetLook(Label::Look::Quiet);
   const auto addLink = [&](const char* name, const char* caption, void (frmT3About::*click)()) {
     Label* link = AddLabel(kept, name, QString::fromLatin1(caption));
-    link->SetLook(Label::Look::Link);
+    link->SetLook(Label::Look::WebLink);
     link->Click = [this, click] { (this->*click)(); };
   };
   addLink("lblTakeUp", "Take Them Up", &frmT3About::lblTakeUp_Click);

@@ -44,7 +44,7 @@ QColor TextColor(Label::Look look, const QPalette& palette) {
   switch (look) {
     case Label::Look::Quiet:
       return palette.color(QPalette::PlaceholderText);
-    case Label::Look::Link:
+    case Label::Look::WebLink:
       return ReadableLink(palette);
     case Label::Look::Plain:
       break;
@@ -140,7 +140,7 @@ void Label::SetWidthInChars(int chars) {
 
 void Label::SetLook(Look look) {
   look_ = look;
-  if (look == Look::Link) {
+  if (look == Look::WebLink) {
     QFont underlined = font();
     underlined.setUnderline(true);
     setFont(underlined);

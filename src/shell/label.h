@@ -67,7 +67,7 @@ class Label : public QWidget {
   /// Where a caption that is too long loses its text; at its end unless told otherwise.
   void SetElideMode(Qt::TextElideMode mode) { elideMode_ = mode; }
 
-  enum class Look { Plain, Quiet, Link };
+  enum class Look { Plain, Quiet, WebLink };
   /// Quiet lines are grey; a link is a clickable text that is no cell.
   void SetLook(Look look);
 
@@ -100,7 +100,7 @@ class Label : public QWidget {
   bool event(QEvent* event) override;
 
  private:
-  bool IsCell() const { return Click && look_ != Look::Link; }
+  bool IsCell() const { return Click && look_ != Look::WebLink; }
   int GlyphRoom() const;
   QRect TextRoom() const;
   void PaintText(QPainter& painter) const;

@@ -64,6 +64,12 @@ void UpdateStatusBar() {
 void SetLinkStatus(const QString& text) {
   if (mainWindow) mainWindow->SetLinkStatus(text);
 }
+void PaintNow() {
+  if (!mainWindow || !mainWindow->isVisible()) return;
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+  QEvent update(QEvent::UpdateRequest);
+  QCoreApplication::sendEvent(mainWindow, &update);
+}
 void DisableMainMenus() {
   if (mainWindow) mainWindow->SetMainMenusEnabled(false);
 }

@@ -25,6 +25,9 @@ void UpdateStatusBar();
 /// The text of panel 2 alone, for example "Error - Retry: 1".
 void SetLinkStatus(const QString& text);
 
+/// Paints what has changed in the main window before a wait that delivers no events.
+void PaintNow();
+
 /// Switches the six top menu entries and the close box of the screen on show.
 void DisableMainMenus();
 void EnableMainMenus();

@@ -74,15 +74,15 @@ TEST_F(DimmerRelayControlTest, EachOutputHasItsOwnLevelsAndRelays) {
   }
 }
 
-TEST_F(DimmerRelayControlTest, LookingChangesNothingAndAnOverflowIsToldOnce) {
+TEST_F(DimmerRelayControlTest, ShowingStoresWhatIsShownAndAnOverflowIsToldOnce) {
   DimmerBlock(112) = -32768;
-  DimmerBlock(113) = 1;
+  DimmerBlock(113) = 3;
   DimSetRelay(0, 0, 3, -1);
   Open();
   EXPECT_EQ(messages.size(), 1U);
   EXPECT_EQ(Find<ComboBox>("cboOnLevel").ListIndex(), -1);
-  EXPECT_EQ(Find<ComboBox>("cboOffLevel").ListIndex(), 0);
+  EXPECT_EQ(Find<ComboBox>("cboOffLevel").ListIndex(), 1);
   EXPECT_EQ(Relays(), Numbers{4});
   EXPECT_EQ(DimmerBlock(112), -32768);
-  EXPECT_EQ(DimmerBlock(113), 1);
+  EXPECT_EQ(DimmerBlock(113), 2) << "the byte of 1 %";
 }

@@ -187,6 +187,55 @@ TEST_F(TransferTest, AnUploadThatFitsNoDocumentNamesTheSettingAndLeavesTheOneInM
   }
 }
 
+TEST_F(TransferTest, WhileABlockWaitsTheScreenShowsWhereItIs) {
+  struct Case {
+    bool Down;
+    int Reply;  ///< That comes late, counted from the start of the transfer.
+    const char* Text;
+    int Bar;
+  };
+  // A download shows a block before it is sent, an upload after it has been read.
+  for (const Case& c : {Case{true, 300, "Downloading Block 299 Of 640", 299},
+                        Case{false, 300, "Uploading Block 299 Of 640", 299}}) {
+    ConnectToPanel();
+    panel->AddFault("late:120@" + std::to_string(c.Reply));
+    bool seen = false;
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, window.get(), [&] {
+      seen = seen || (Text("lblActivityProgress") == c.Text &&
+                      Find<QProgressBar>("pbActivityProgress").value() == c.Bar);
+    });
+    watch.start(5);
+    c.Down ? Download() : Press("cmdUpLoadFromT2");
+    EXPECT_TRUE(seen) << c.Text;
+    Link.DisconnectQZ();
+  }
+}
+
+TEST_F(TransferTest, TheFocusIsWhereTheWorkGoesOn) {
+  ConnectToPanel();
+  const auto focus = [this] {
+    QWidget* control = Find<QWidget>("frmT3Connect").focusWidget();
+    return control ? control->objectName() : QString();
+  };
+  EXPECT_EQ(focus(), "cmdRefresh");
+  for (const char* transfer : {"cmdDownLoadToT2", "cmdUpLoadFromT2"}) {
+    Find<Button>(transfer).setFocus();
+    transfer == std::string("cmdDownLoadToT2") ? Download("999999") : Press(transfer);
+    EXPECT_EQ(focus(), transfer);
+  }
+  Find<Button>("cmdDownLoadToT2").setFocus();
+  Press("cmdDownLoadToT2");
+  Press("cmdPassWordCancel");
+  EXPECT_EQ(focus(), "cmdDownLoadToT2");
+  Menu("mnuRelayStatus");
+  const FastClock clock(50);
+  panel->AddFault("lost@1x*");
+  Press("cmdUpdateStatus");
+  EXPECT_EQ(LastMessage(), "Connection To Tamberloom 3 Panel Lost");
+  EXPECT_EQ(focus(), "cmdConnect");
+}
+
 TEST_F(TransferTest, CancelEndsATransferBetweenTwoBlocks) {
   ConnectToPanel();
   AtBlock(5, [this] { Press("cmdCancelUpDownLoad"); });

@@ -30,7 +30,10 @@ class FastClock : ClockSeams {
     void Output(const std::string& text) override { Real->Output(text); }
     std::string Input() override { return Real->Input(); }
     int InBufferCount() override { return Real->InBufferCount(); }
-    void Wait(int count, qint64 ms) override { Real->Wait(count, ms / Factor + 1); }
+    void Wait(int count, qint64 ms) override {
+      Real->LongWait = LongWait;
+      Real->Wait(count, ms / Factor + 1);
+    }
     int Factor;
     std::unique_ptr<SerialControl> Real;
   };
@@ -46,7 +49,10 @@ class FastClock : ClockSeams {
     void SendData(const std::string& text) override { Real->SendData(text); }
     std::string GetData() override { return Real->GetData(); }
     int BytesReceived() override { return Real->BytesReceived(); }
-    void Wait(int count, qint64 ms) override { Real->Wait(count, ms / Factor + 1); }
+    void Wait(int count, qint64 ms) override {
+      Real->LongWait = LongWait;
+      Real->Wait(count, ms / Factor + 1);
+    }
     int Factor;
     std::unique_ptr<SocketControl> Real;
   };
