@@ -152,8 +152,13 @@ Fault ParseFault(const std::string& text) {
   fault.What = row->What;
   fault.Amount = match[2].matched ? Number(match[2], MaxAmount) : row->DefaultAmount;
   fault.Gap = match[3].matched ? Number(match[3], MaxAmount) : 20;
-  if (match[4].matched) fault.First = std::max(Number(match[4]), 1);
-  if (match[5].matched) fault.Count = match[5] == "*" ? Fault::Always : Number(match[5]);
+  const auto counted = [](const std::string& digits, const char* what) {
+    const int number = Number(digits);
+    if (number == 0) throw std::invalid_argument(std::string(what) + " counts from 1");
+    return number;
+  };
+  if (match[4].matched) fault.First = counted(match[4], "FIRST");
+  if (match[5].matched) fault.Count = match[5] == "*" ? Fault::Always : counted(match[5], "COUNT");
   return fault;
 }
 

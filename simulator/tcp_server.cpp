@@ -19,13 +19,27 @@ class Client : public QObject {
         Talk(shared, "tcp"),
         Output(std::chrono::nanoseconds(0),
                [this](std::string_view bytes, LineTime) { Write(bytes); }) {
+    constexpr qint64 readBuffer = 16 * 1024;
+    Socket->setReadBufferSize(readBuffer);
     connect(Socket, &QTcpSocket::readyRead, this, [this] { Read(); });
+    connect(Socket, &QTcpSocket::bytesWritten, this, [this] {
+      if (Socket->bytesAvailable() > 0) Read();
+    });
     connect(Socket, &QTcpSocket::disconnected, Socket, &QObject::deleteLater);
   }
 
  private:
+  /// A host that sends more than any host would must not hold up the others: it is read a little
+  /// at a time, and not at all while it does not take its replies.
   void Read() {
-    const QByteArray bytes = Socket->readAll();
+    constexpr qint64 mostAtOnce = 2048;
+    constexpr qint64 mostUntaken = 64 * 1024;
+    if (Socket->bytesToWrite() > mostUntaken) return;
+    const QByteArray bytes = Socket->read(mostAtOnce);
+    if (Socket->bytesAvailable() > 0) {
+      QMetaObject::invokeMethod(
+          this, [this] { Read(); }, Qt::QueuedConnection);
+    }
     for (const char byte : bytes) {
       const auto result = Talk.Receive(byte);
       if (!result) continue;
@@ -49,6 +63,8 @@ class Client : public QObject {
       return;
     }
     Socket->write(bytes.data(), static_cast<qint64>(bytes.size()));
+    // At once: a host may end its half of the connection behind its command.
+    Socket->flush();
   }
 
   QTcpSocket* Socket;

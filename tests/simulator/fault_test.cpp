@@ -59,8 +59,8 @@ TEST(SimulatorFault, ActsOnTheRepliesItWasMeantFor) {
   const std::string sum = FrameCommand("3400009FFF");
   EXPECT_EQ(Arrives(faults.Deliver(sum, FrameReply("12AB"))), "5:" + FrameReply("12A0"));
   EXPECT_EQ(Arrives(faults.Deliver(sum, FrameReply("12AB"))), "5:" + FrameReply("12AB"));
-  for (const char* bad :
-       {"", "slow", "lost:", "late:-1", "lost@", "lost x3", "late:60001", "lost@9999999999"}) {
+  for (const char* bad : {"", "slow", "lost:", "late:-1", "lost@", "lost x3", "late:60001",
+                          "lost@9999999999", "lost@0", "lostx0"}) {
     EXPECT_THROW(ParseFault(bad), std::invalid_argument) << bad;
   }
 }

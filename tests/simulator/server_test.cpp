@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
 
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <csignal>
 
 #include "hosts.h"
 #include "simulator/frame.h"
@@ -93,6 +96,48 @@ TEST(SimulatorTcp, DropAndDelaysReachTheHost) {
   panel.AddFault("drop");
   EXPECT_EQ(host.Ask(FrameCommand("10FF1"), 4), "");
   EXPECT_NE(host.Socket.state(), QAbstractSocket::ConnectedState);
+}
+
+TEST(SimulatorTcp, AHostThatFloodsAndNeverReadsHoldsNobodyUp) {
+  PanelThread panel;
+  TcpHost flood(panel);
+  std::string much;
+  for (int i = 0; i < 20'000; ++i) much += "~junk[0005D7]";
+  for (int i = 0; i < 8; ++i) flood.Socket.write(much.data(), static_cast<qint64>(much.size()));
+  TcpHost other(panel);
+  for (int i = 0; i < 5; ++i) {
+    flood.Socket.waitForBytesWritten(1);
+    EXPECT_EQ(other.Ask(FrameCommand("05"), 44, 1000).size(), 44U);
+  }
+}
+
+TEST(SimulatorTcp, AHostThatEndsItsHalfStillGetsItsReply) {
+  PanelThread panel;
+  TcpHost host(panel);
+  const std::string command = FrameCommand("05");
+  ASSERT_EQ(write(static_cast<int>(host.Socket.socketDescriptor()), command.data(), command.size()),
+            static_cast<ssize_t>(command.size()));
+  shutdown(static_cast<int>(host.Socket.socketDescriptor()), SHUT_WR);
+  EXPECT_EQ(host.Ask("", 44).size(), 44U);
+}
+
+TEST(SimulatorMemory, AFileThatFitsOnlyInPartIsToldWithItsReason) {
+  QTemporaryDir folder;
+  Simulator simulator({});
+  rlimit limit{};
+  getrlimit(RLIMIT_FSIZE, &limit);
+  const auto previous = std::signal(SIGXFSZ, SIG_IGN);
+  const rlimit small{10'000, limit.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &small);
+  std::string told;
+  try {
+    simulator.SaveMemory(folder.filePath("memory"));
+  } catch (const std::exception& failure) {
+    told = failure.what();
+  }
+  setrlimit(RLIMIT_FSIZE, &limit);
+  std::signal(SIGXFSZ, previous);
+  EXPECT_NE(told.find("File too large"), std::string::npos) << told;
 }
 
 TEST(SimulatorPacing, AFloodedLineLosesBytesAndStaysUsable) {
