@@ -110,6 +110,12 @@ std::vector<KeptWork> FindKeptWork() {
       // Nobody could take it up.
     }
   }
+  // What a program left that died between its lock and its copy; a lock goes as it is let go.
+  for (const QString& name :
+       folder.entryList({u'*' + CopySuffix + QStringLiteral(".*")}, QDir::Files)) {
+    const auto lock = LockOf(folder.filePath(name.section(CopySuffix, 0, 0) + CopySuffix));
+    if (OwnerIsDead(*lock) && !name.endsWith(LockSuffix)) QFile::remove(folder.filePath(name));
+  }
   return found;
 }
 

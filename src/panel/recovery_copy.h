@@ -37,7 +37,7 @@ struct KeptWork {
   QDateTime Time;
 };
 
-/// Newest first.
+/// Newest first. Tidies away what else dead programs left there.
 std::vector<KeptWork> FindKeptWork();
 
 /// Puts the kept project in the place of the one in memory, as changed, with the name of its file.

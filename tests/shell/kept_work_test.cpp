@@ -118,6 +118,12 @@ TEST_F(KeptWorkTest, WhatADeadProgramLeftIsOfferedTakenUpAndDeleted) {
   ASSERT_EQ(FindKeptWork().size(), 1U) << "of a dead program that had the number of this one";
   EXPECT_EQ(QFileInfo(FindKeptWork()[0].Path).fileName(), "old.recovery");
   DeleteKeptWork(FindKeptWork()[0]);
+  for (const char* half : {"half.recovery.lock", "half.recovery.saving-abCDef"}) {
+    ASSERT_TRUE(QFile::copy(own + ".lock",
+                            DataPath(QStringLiteral("Recovery/%1").arg(QLatin1String(half)))));
+  }
+  EXPECT_TRUE(FindKeptWork().empty());
+  EXPECT_EQ(QDir(DataPath("Recovery")).entryList(QDir::Files).size(), 2) << "its own two";
   ForgetUnsavedWork();
   EXPECT_TRUE(Copies().isEmpty());
 
