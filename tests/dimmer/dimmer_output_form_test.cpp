@@ -108,11 +108,15 @@ TEST_F(DimmerOutputTest, ASlotOffersWhatItsTypeNeeds) {
   EXPECT_EQ(Index("cboCONum"), 15);
   Choose("cboCOTyp", ControlInvertInput);
   EXPECT_EQ(ShownOf(lists), "cboCODev cboCOInp cboCOAct cboCOFade cboCORevert");
-  Choose("cboCOInp", 20);
-  EXPECT_EQ(Caption("lblSummary", 15),
-            " 16-HW:-I:21-Revert To Photocell-Fade-Revert When Input Opens");
-  Choose("cboCODev", 64);
-  EXPECT_EQ(DimGetCtlNumber(0, 0, 15), 0) << "a device has no input 21";
+  for (const int beyond : {20, 8}) {
+    Choose("cboCODev", 0);
+    Choose("cboCOInp", beyond);
+    EXPECT_EQ(Caption("lblSummary", 15),
+              QStringLiteral(" 16-HW:-I:%1-Revert To Photocell-Fade-Revert When Input Opens")
+                  .arg(beyond + 1, 2, 10, QLatin1Char('0')));
+    Choose("cboCODev", 64);
+    EXPECT_EQ(DimGetCtlNumber(0, 0, 15), 0) << "a device has no such input";
+  }
   EXPECT_EQ(Find<ComboBox>("cboCOInp").count(), 8);
   Choose("cboCOInp", 7);
   Choose("cboCOAct", 53);

@@ -22,6 +22,11 @@ class ConnectTest : public PanelHostTest {
     return steps;
   }
 
+  bool Waited(const char* step) const {
+    const Steps& steps = lines.Serial.Steps;
+    return std::find(steps.begin(), steps.end(), step) != steps.end();
+  }
+
   ScriptedTransports lines;
 };
 
@@ -71,6 +76,7 @@ TEST_F(ConnectTest, ASerialSessionOpensPollsAndCloses) {
   Press("cmdConnect");
   EXPECT_EQ(Told(lines.Serial), (Steps{"port 7", "settings 115200,n,8,1", "open", "RTS on",
                                        "DTR on", "send [0005D7]"}));
+  EXPECT_TRUE(Waited("wait 44 3000"));
   EXPECT_TRUE(Find<Button>("cmdRefresh").isHidden());
   EXPECT_EQ(Text("lblT2FirmwareRevision(11)"), "3");
   ExpectUsable();
@@ -93,6 +99,11 @@ TEST_F(ConnectTest, ASerialSessionOpensPollsAndCloses) {
             "Change Host Configuration To Match Panel?");
   EXPECT_NE(PanelRecord.IOCount(0), 4);
 
+  Press("cmdUpLoadFromT2");
+  EXPECT_TRUE(Waited("wait 132 10000")) << "a block of an upload has ten seconds";
+  Press("cmdConnect");
+  lines.Serial.Replies = {{Firmware}};
+  Press("cmdConnect");
   lines.Serial.Steps.clear();
   Press("cmdConnect");
   EXPECT_EQ(Told(lines.Serial), (Steps{"RTS off", "close"}));

@@ -1,11 +1,17 @@
 #include "link/transport.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <stdlib.h>
+#include <unistd.h>
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QTemporaryDir>
 
+#include "panel/program_state.h"
 #include "shell/stopwatch.h"
 
 TEST(TransportTest, APeerThatFloodsIsClosed) {
@@ -28,4 +34,30 @@ TEST(TransportTest, APeerThatFloodsIsClosed) {
   EXPECT_EQ(socket->State(), SocketControl::Closed);
   EXPECT_EQ(socket->GetData(), "");
   socket->SendData("[0005D7]");
+}
+
+TEST(TransportTest, ASerialFloodIsHeldBack) {
+  const QTemporaryDir home;
+  const QByteArray oldHome = qgetenv("HOME");
+  qputenv("HOME", home.path().toLocal8Bit());
+  const int device = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
+  ASSERT_TRUE(device >= 0 && grantpt(device) == 0 && unlockpt(device) == 0);
+  QDir().mkpath(DataPath(QStringLiteral("Ports")));
+  ASSERT_TRUE(
+      QFile::link(QString::fromLocal8Bit(ptsname(device)), DataPath(QStringLiteral("Ports/COM7"))));
+  const auto port = NewSerialControl();
+  port->SetCommPort(7);
+  port->SetSettings("115200,n,8,1");
+  port->SetPortOpen(true);
+  const std::string much(4096, '[');
+  int most = 0;
+  for (int i = 0; i < 200; ++i) {
+    [[maybe_unused]] const ssize_t taken = write(device, much.data(), much.size());
+    port->Wait(1 << 20, 1);
+    most = std::max(most, port->InBufferCount());
+  }
+  EXPECT_GT(most, 0);
+  EXPECT_LE(most, ReceiveBufferSize);
+  close(device);
+  qputenv("HOME", oldHome);
 }
