@@ -3,6 +3,7 @@
 #include <QTemporaryDir>
 #include <memory>
 
+#include "screen_table.h"
 #include "shell/application.h"
 #include "shell/main_window.h"
 
@@ -27,5 +28,5 @@ class BenchProgram {
   Application application_;
 
  public:
-  frmT3MasterMDI Window;
+  frmT3MasterMDI Window(AllScreens());
 };

@@ -1,4 +1,4 @@
-#include "document/doc_file.h"
+#include "document/rules/doc_file.h"
 #include "panel/defaults.h"
 #include "panel/dimmer_block.h"
 #include "panel/fennlink_record.h"

@@ -1,8 +1,8 @@
 #include "bench_program.h"
-#include "config/device_list.h"
 #include "panel/fennlink_record.h"
 #include "panel/panel_record.h"
 #include "ratio.h"
+#include "shell/device_list.h"
 
 namespace {
 

@@ -14,6 +14,7 @@
 #include "panel/panel_record.h"
 #include "panel/program_state.h"
 #include "ratio.h"
+#include "screen_table.h"
 #include "shell/application.h"
 #include "shell/main_window.h"
 #include "shell/shell.h"
@@ -109,7 +110,7 @@ class Host {
   frmT3MasterMDI& Window() { return window_; }
 
  private:
-  frmT3MasterMDI window_;
+  frmT3MasterMDI window_(AllScreens());
   frmT3Connect* form_ = nullptr;
 };
 

@@ -2,7 +2,7 @@
 #include <cstring>
 #include <new>
 
-#include "link/panel_image.h"
+#include "link/rules/panel_image.h"
 #include "panel/defaults.h"
 #include "panel/project_codec.h"
 #include "ratio.h"

@@ -5,7 +5,7 @@
 #include "panel/fennlink_record.h"
 #include "panel/panel_record.h"
 #include "ratio.h"
-#include "shell/menu_table.h"
+#include "screen_table.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include "first_paint.h"
 #include "panel/panel_record.h"
 #include "ratio.h"
+#include "screen_table.h"
 #include "shell/application.h"
 #include "shell/main_window.h"
-#include "shell/menu_table.h"
 
 // Start and memory of the whole program, each against an empty Qt window started the same way.
 
@@ -34,7 +34,7 @@ void OpenAgain(frmT3MasterMDI& window, const char* screen, int times) {
 /// The program itself, in a child process.
 int RunProgram(Application& application, const QString& mode) {
   MsgBoxSeam = [](const Message&) { return MsgAnswer::No; };
-  frmT3MasterMDI window;
+  frmT3MasterMDI window(AllScreens());
   Q_UNUSED(application)
   return ReportFirstPaint(
       window, [&] { window.MDIForm_Load(); },

@@ -10,6 +10,7 @@
 #include "panel/fennlink_record.h"
 #include "panel/panel_record.h"
 #include "panel/program_state.h"
+#include "screen_table.h"
 #include "shell/in_place_list.h"
 #include "shell/main_window.h"
 #include "shell/shell.h"
@@ -37,7 +38,7 @@ class ScreenTest : public testing::Test {
       fileRequests.push_back(request);
       return nextFileName;
     };
-    window = std::make_unique<frmT3MasterMDI>();
+    window = std::make_unique<frmT3MasterMDI>(AllScreens());
     window->MDIForm_Load();
     QApplication::processEvents();
   }

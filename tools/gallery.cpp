@@ -4,14 +4,14 @@
 #include <QTemporaryDir>
 #include <cstdio>
 
-#include "config/device_list.h"
 #include "panel/dimmer_block.h"
 #include "panel/fennlink_record.h"
 #include "panel/panel_record.h"
 #include "panel/program_state.h"
+#include "screen_table.h"
 #include "shell/application.h"
+#include "shell/device_list.h"
 #include "shell/main_window.h"
-#include "shell/menu_table.h"
 #include "shell/shell.h"
 #include "simulator/panel_thread.h"
 
@@ -155,7 +155,7 @@ int main(int argc, char** argv) {
   qputenv("HOME", home.path().toLocal8Bit());
   Application application(argc, argv);
   MsgBoxSeam = [](const Message&) { return MsgAnswer::No; };
-  frmT3MasterMDI window;
+  frmT3MasterMDI window(AllScreens());
   window.MDIForm_Load();
   FillDocument();
   const QStringList names = application.arguments().mid(2);

@@ -1,8 +1,8 @@
 #include "config/add_on_dmx_form.h"
 
-#include "config/words_table.h"
 #include "panel/code_page.h"
 #include "panel/program_state.h"
+#include "panel/words.h"
 #include "shell/editor_rows.h"
 
 namespace {

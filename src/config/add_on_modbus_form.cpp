@@ -1,9 +1,9 @@
 #include "config/add_on_modbus_form.h"
 
-#include "config/words_table.h"
 #include "panel/code_page.h"
 #include "panel/panel_record.h"
 #include "panel/program_state.h"
+#include "panel/words.h"
 #include "shell/row_grid.h"
 
 frmT3AddOnModuleModBus::frmT3AddOnModuleModBus()

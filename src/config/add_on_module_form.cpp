@@ -1,24 +1,13 @@
 #include "config/add_on_module_form.h"
 
-#include "config/words_table.h"
 #include "panel/code_page.h"
+#include "panel/words.h"
 
 namespace {
 
-struct AddOnModuleScreen {
-  std::string_view Name;
-  int Type;  ///< AddOnModuleType.
-};
-
-constexpr auto AddOnModuleScreens = std::to_array<AddOnModuleScreen>({
-    {"frmT3AddOnModuleNone", 0},
-    {"frmT3AddOnModuleN2", 3},
-    {"frmT3AddOnModuleVoiceDTMF", 4},
-    {"frmT3AddOnModuleBACnet", 5},
-});
-
-AddOnModule ModuleOf(const char* name) {
-  return AddOnModuleOf(ScreenRow(AddOnModuleScreens, name).Type);
+const AddOnModule& ModuleOf(std::string_view screen) {
+  return *std::find_if(AddOnModules.begin(), AddOnModules.end(),
+                       [screen](const AddOnModule& module) { return module.Screen == screen; });
 }
 
 }  // namespace

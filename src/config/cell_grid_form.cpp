@@ -1,8 +1,8 @@
 #include "config/cell_grid_form.h"
 
-#include "config/words_table.h"
 #include "panel/code_page.h"
 #include "panel/program_state.h"
+#include "panel/words.h"
 #include "shell/editor_rows.h"
 
 /// What a cell shows for a code.

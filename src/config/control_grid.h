@@ -1,6 +1,6 @@
 #pragma once
 
-#include "config/action_table.h"
+#include "panel/input_actions.h"
 #include "panel/panel_record.h"
 #include "shell/in_place_list.h"
 #include "shell/row_grid.h"

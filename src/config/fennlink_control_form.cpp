@@ -1,6 +1,7 @@
 #include "config/fennlink_control_form.h"
 
 #include "panel/code_page.h"
+#include "panel/fennlink_types.h"
 #include "panel/program_state.h"
 
 namespace {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "config/control_grid.h"
-#include "config/device_list.h"
 #include "panel/fennlink_record.h"
+#include "shell/device_list.h"
 
 /// What an input of a Fennlink device does to each relay (frmT3FennlinkInputToRelayControl) or each
 /// group (frmT3FennlinkInputToGroupControl). The actions depend on the types of the device and of

@@ -1,11 +1,13 @@
 #include "config/fennlink_devices_form.h"
 
-#include "config/action_table.h"
-#include "dimmer/dimmer_model.h"
+#include "dimmer/rules/dimmer_model.h"
 #include "panel/code_page.h"
+#include "panel/fennlink_types.h"
 #include "panel/format.h"
+#include "panel/input_actions.h"
 #include "panel/panel_record.h"
 #include "panel/program_state.h"
+#include "panel/shown_percent.h"
 
 namespace {
 

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "config/device_list.h"
-#include "config/words_table.h"
 #include "panel/fennlink_record.h"
+#include "panel/fennlink_types.h"
+#include "panel/words.h"
+#include "shell/device_list.h"
 #include "shell/in_place_list.h"
 #include "shell/row_grid.h"
 

@@ -1,10 +1,11 @@
 #include "config/fennlink_pilots_form.h"
 
-#include "config/action_table.h"
-#include "config/pilot_table.h"
 #include "panel/code_page.h"
+#include "panel/fennlink_types.h"
+#include "panel/input_actions.h"
 #include "panel/panel_record.h"
 #include "panel/pilot_code.h"
+#include "panel/pilot_source.h"
 #include "panel/program_state.h"
 #include "shell/shell.h"
 

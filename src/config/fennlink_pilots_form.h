@@ -1,7 +1,7 @@
 #pragma once
 
-#include "config/device_list.h"
 #include "panel/fennlink_record.h"
+#include "shell/device_list.h"
 #include "shell/in_place_list.h"
 #include "shell/row_grid.h"
 

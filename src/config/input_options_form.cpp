@@ -1,6 +1,6 @@
 #include "config/input_options_form.h"
 
-#include "config/action_table.h"
+#include "panel/input_actions.h"
 #include "panel/program_state.h"
 #include "shell/editor_rows.h"
 

@@ -1,8 +1,8 @@
 #include "config/local_pilots_form.h"
 
-#include "config/words_table.h"
 #include "panel/pilot_code.h"
 #include "panel/program_state.h"
+#include "panel/words.h"
 #include "shell/editor_rows.h"
 
 frmT3LocalInputPilots::frmT3LocalInputPilots()

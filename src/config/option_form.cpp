@@ -1,8 +1,8 @@
 #include "config/option_form.h"
 
-#include "config/words_table.h"
 #include "panel/code_page.h"
 #include "panel/program_state.h"
+#include "panel/words.h"
 
 struct OptionScreen {
   std::string_view Name;

@@ -1,8 +1,8 @@
 #include "config/relay_options_form.h"
 
-#include "config/words_table.h"
 #include "panel/panel_record.h"
 #include "panel/program_state.h"
+#include "panel/words.h"
 #include "shell/editor_rows.h"
 
 frmT3RelayOutputOptions::frmT3RelayOutputOptions()

@@ -3,7 +3,7 @@
 #include <QWidget>
 #include <functional>
 
-#include "dimmer/response_curve.h"
+#include "dimmer/rules/response_curve.h"
 
 /// The graph of a response curve. It paints the curve and tells of the pointer and the keys in the
 /// curve's units; what they do is its owner's.

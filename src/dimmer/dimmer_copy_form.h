@@ -2,7 +2,7 @@
 
 #include <QDialog>
 
-#include "dimmer/dimmer_copy.h"
+#include "dimmer/rules/dimmer_copy.h"
 #include "shell/controls.h"
 
 /// What the two copy dialogs do not share.

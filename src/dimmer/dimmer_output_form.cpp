@@ -3,7 +3,7 @@
 #include <QLabel>
 
 #include "dimmer/dimmer_lists.h"
-#include "dimmer/dimmer_model.h"
+#include "dimmer/rules/dimmer_model.h"
 #include "panel/fennlink_record.h"
 #include "panel/format.h"
 #include "panel/panel_record.h"

@@ -1,12 +1,13 @@
 #include <QScopedValueRollback>
 
 #include "dimmer/dimmer_lists.h"
-#include "dimmer/dimmer_model.h"
 #include "dimmer/dimmer_output_form.h"
+#include "dimmer/rules/dimmer_model.h"
 #include "link/panel_queue.h"
 #include "link/panel_transact.h"
 #include "panel/panel_record.h"
 #include "panel/program_state.h"
+#include "panel/shown_percent.h"
 
 // What the controls of the screen show and do.
 

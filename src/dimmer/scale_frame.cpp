@@ -2,7 +2,7 @@
 
 #include <QGridLayout>
 
-#include "dimmer/dimmer_model.h"
+#include "dimmer/rules/dimmer_model.h"
 
 namespace {
 

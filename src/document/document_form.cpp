@@ -2,11 +2,11 @@
 
 #include <QGridLayout>
 
-#include "config/words_table.h"
-#include "document/doc_file.h"
+#include "document/rules/doc_file.h"
 #include "panel/code_page.h"
 #include "panel/panel_record.h"
 #include "panel/program_state.h"
+#include "panel/words.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <QProgressBar>
 
 #include "link/com_port.h"
-#include "link/panel_image.h"
+#include "link/rules/panel_image.h"
 #include "shell/child_form.h"
 #include "shell/stopwatch.h"
 

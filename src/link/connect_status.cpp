@@ -1,4 +1,3 @@
-#include "config/words_table.h"
 #include "link/connect_form.h"
 #include "link/panel_display.h"
 #include "link/panel_queue.h"
@@ -8,6 +7,7 @@
 #include "panel/hex.h"
 #include "panel/panel_record.h"
 #include "panel/program_state.h"
+#include "panel/words.h"
 #include "shell/row_grid.h"
 #include "shell/shell.h"
 #include "shell/stopwatch.h"

@@ -2,11 +2,11 @@
 
 #include <QCompleter>
 
-#include "config/words_table.h"
 #include "panel/code_page.h"
 #include "panel/panel_record.h"
 #include "panel/program_state.h"
-#include "schedule/city_table.h"
+#include "panel/words.h"
+#include "schedule/rules/city_table.h"
 #include "shell/row_grid.h"
 
 namespace {

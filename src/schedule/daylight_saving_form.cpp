@@ -1,9 +1,9 @@
 #include "schedule/daylight_saving_form.h"
 
-#include "config/words_table.h"
 #include "panel/code_page.h"
 #include "panel/panel_record.h"
 #include "panel/program_state.h"
+#include "panel/words.h"
 
 namespace {
 

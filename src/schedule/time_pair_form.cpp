@@ -1,10 +1,10 @@
 #include "schedule/time_pair_form.h"
 
-#include "config/words_table.h"
 #include "panel/code_page.h"
 #include "panel/panel_record.h"
 #include "panel/program_state.h"
-#include "schedule/time_values.h"
+#include "panel/words.h"
+#include "schedule/rules/time_values.h"
 #include "shell/editor_rows.h"
 
 struct TimePairScreen {

@@ -1,8 +1,8 @@
 #include "schedule/timers_configure_form.h"
 
-#include "config/words_table.h"
 #include "panel/panel_record.h"
 #include "panel/program_state.h"
+#include "panel/words.h"
 #include "shell/editor_rows.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include "panel/program_state.h"
 #include "shell/shell.h"
 
-frmT3About::frmT3About() : ChildForm(QStringLiteral("frmT3About"), QStringLiteral("About")) {}
+frmT3About::frmT3About() : ChildForm(QString::fromLatin1(ScreenName), QStringLiteral("About")) {}
 
 void frmT3About::Form_Load() {
   auto* page = new QWidget;

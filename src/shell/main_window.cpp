@@ -11,7 +11,8 @@
 #include "panel/defaults.h"
 #include "panel/panel_record.h"
 #include "panel/program_state.h"
-#include "shell/menu_table.h"
+#include "panel/words.h"
+#include "shell/about_form.h"
 #include "shell/shell.h"
 
 namespace {
@@ -19,22 +20,6 @@ namespace {
 constexpr QSize WindowSize(737, 543);
 
 frmT3MasterMDI* mainWindow = nullptr;
-
-const ScreenEntry* FindScreen(const std::string& name) {
-  for (const ScreenEntry& entry : ScreenTable()) {
-    if (name == entry.Name) return &entry;
-  }
-  return nullptr;
-}
-
-/// The screen of the add-on module installed; empty for a module without one.
-std::string AddOnModuleScreen() {
-  constexpr std::array screens = {"frmT3AddOnModuleNone",      "frmT3AddOnModuleDMX",
-                                  "frmT3AddOnModuleModBus",    "frmT3AddOnModuleN2",
-                                  "frmT3AddOnModuleVoiceDTMF", "frmT3AddOnModuleBACnet"};
-  const auto type = static_cast<std::size_t>(PanelRecord.AddOnModuleType);
-  return type < screens.size() ? screens[type] : std::string();
-}
 
 QKeySequence Shortcut(const std::string& entry) {
   if (entry == "mnuNew") return QKeySequence::New;
@@ -96,7 +81,7 @@ Hourglass::~Hourglass() {
   if (mainWindow) mainWindow->unsetCursor();
 }
 
-frmT3MasterMDI::frmT3MasterMDI() {
+frmT3MasterMDI::frmT3MasterMDI(const ProgramScreens& program) : program_(program) {
   mainWindow = this;
   setObjectName(QStringLiteral("frmT3MasterMDI"));
   setWindowTitle(ProgramTitle);
@@ -116,8 +101,15 @@ frmT3MasterMDI::~frmT3MasterMDI() {
   mainWindow = nullptr;
 }
 
+const ScreenEntry* frmT3MasterMDI::FindScreen(const std::string& name) const {
+  for (const ScreenEntry& entry : program_.Screens) {
+    if (name == entry.Name) return &entry;
+  }
+  return nullptr;
+}
+
 void frmT3MasterMDI::BuildMenu() {
-  const auto& table = MenuTable();
+  const auto& table = program_.Menu;
   std::vector<QMenu*> open;  // Submenus from level 1 down to the line before.
   for (std::size_t i = 0; i < table.size(); ++i) {
     const MenuEntry& entry = table[i];
@@ -234,7 +226,7 @@ void frmT3MasterMDI::MDIForm_Load() {
   CurrentFileName = NoFileName;
   LoadDefaults();
   UnloadAllForms();
-  ShowForm("frmT3About");
+  ShowForm(frmT3About::ScreenName);
   DataChanged = 0;
   UpdateStatusBar();
   // The file counts in any letter case.
@@ -266,7 +258,7 @@ ChildForm* frmT3MasterMDI::ShowForm(const std::string& name) {
   front_ = name;
   const LoadedScreen screen = found->second;
   lblTitle_->setText(screen.Form->Caption());
-  captionLine_->setVisible(name != "frmT3About");
+  captionLine_->setVisible(name != frmT3About::ScreenName);
   // A failure while the screen fills itself is told, and the screen shows what it has.
   RunHandler([&] { screen.Form->Form_Activate(); });
   if (front_ == name) BringToFront(screen);
@@ -312,7 +304,7 @@ void frmT3MasterMDI::Unload(const std::string& name) {
 }
 
 void frmT3MasterMDI::UnloadAllForms() {
-  for (const ScreenEntry& entry : ScreenTable()) {
+  for (const ScreenEntry& entry : program_.Screens) {
     ChildForm* form = LoadedForm(entry.Name);
     if (form && form->StaysLoaded()) {
       form->Form_Hide();
@@ -325,12 +317,12 @@ void frmT3MasterMDI::UnloadAllForms() {
 
 void frmT3MasterMDI::CloseFrontForm() {
   UnloadAllForms();
-  ShowForm("frmT3About");
+  ShowForm(frmT3About::ScreenName);
 }
 
 void frmT3MasterMDI::ShowEmptyState() {
   UnloadAllForms();
-  ShowForm("frmT3About");
+  ShowForm(frmT3About::ScreenName);
   if (Link.DisconnectQZ) Link.DisconnectQZ();
 }
 
@@ -354,7 +346,8 @@ void frmT3MasterMDI::SetMainMenusEnabled(bool enabled) {
 
 void frmT3MasterMDI::mnuAddOnModules_Click() {
   UnloadAllForms();
-  if (!ShowForm(AddOnModuleScreen())) ShowForm("frmT3About");
+  const std::string_view screen = AddOnModuleOf(PanelRecord.AddOnModuleType).Screen;
+  if (!ShowForm(std::string(screen))) ShowForm(frmT3About::ScreenName);
 }
 
 void frmT3MasterMDI::tmrFix_Timer() {
@@ -387,7 +380,7 @@ void frmT3MasterMDI::TearDown() {
   tmrRecovery_->SetEnabled(false);
   if (!keepsWork_) recovery_.Remove();
   if (Link.DisconnectQZ) Link.DisconnectQZ();
-  for (const ScreenEntry& entry : ScreenTable()) Unload(entry.Name);
+  for (const ScreenEntry& entry : program_.Screens) Unload(entry.Name);
 }
 
 void frmT3MasterMDI::ExitProgram() {

@@ -9,13 +9,15 @@
 
 #include "panel/recovery_copy.h"
 #include "shell/child_form.h"
+#include "shell/screen_entry.h"
 
 /// The main window: the menu, the status bar, the screen on show and the project's file commands.
 /// The program lives from its load to its close.
 class frmT3MasterMDI : public QMainWindow {
   Q_OBJECT
  public:
-  frmT3MasterMDI();
+  /// The tables must outlive the window.
+  explicit frmT3MasterMDI(const ProgramScreens& program);
   ~frmT3MasterMDI() override;
 
   /// Shows the window and starts the program in it; called once.
@@ -73,6 +75,9 @@ class frmT3MasterMDI : public QMainWindow {
   void ShowEmptyState();
   void TearDown();
 
+  const ScreenEntry* FindScreen(const std::string& name) const;
+
+  ProgramScreens program_;
   std::map<std::string, LoadedScreen> loaded_;
   std::string front_;
   std::vector<QWidget*> retired_;  ///< Unloaded screens that a waiting handler may still be using.

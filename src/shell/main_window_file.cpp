@@ -4,6 +4,7 @@
 #include "panel/defaults.h"
 #include "panel/program_state.h"
 #include "panel/project_file.h"
+#include "shell/about_form.h"
 #include "shell/main_window.h"
 
 namespace {
@@ -34,7 +35,7 @@ void frmT3MasterMDI::mnuNew_Click() {
   SetKnownContent({});
   LoadDefaults();
   UnloadAllForms();
-  ShowForm("frmT3About");
+  ShowForm(frmT3About::ScreenName);
   DataChanged = 0;
   UpdateStatusBar();
   recovery_.Settle();
@@ -104,5 +105,5 @@ void frmT3MasterMDI::OpenKeptWork(const KeptWork& work) {
   // On a full disk the old copy is the only one.
   if (recovery_.HoldsWork()) DeleteKeptWork(work);
   UpdateStatusBar();
-  ShowForm("frmT3About");
+  ShowForm(frmT3About::ScreenName);
 }

@@ -1,9 +1,11 @@
 #include "status/fennlink_status_form.h"
 
-#include "dimmer/dimmer_model.h"
+#include "dimmer/rules/dimmer_model.h"
 #include "link/panel_transact.h"
 #include "panel/code_page.h"
 #include "panel/fennlink_record.h"
+#include "panel/fennlink_types.h"
+#include "panel/shown_percent.h"
 
 namespace {
 

@@ -1,6 +1,8 @@
-#include "dimmer/dimmer_model.h"
+#include "dimmer/rules/dimmer_model.h"
 
 #include <gtest/gtest.h>
+
+#include "panel/shown_percent.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "dimmer/dimmer_output_form.h"
 
-#include "dimmer/dimmer_model.h"
+#include "dimmer/rules/dimmer_model.h"
 #include "screen_test.h"
 
 class DimmerOutputTest : public ScreenTest {

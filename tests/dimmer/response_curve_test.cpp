@@ -1,4 +1,4 @@
-#include "dimmer/response_curve.h"
+#include "dimmer/rules/response_curve.h"
 
 #include "panel/document_fixture.h"
 

@@ -2,7 +2,7 @@
 
 #include <csignal>
 
-#include "document/doc_file.h"
+#include "document/rules/doc_file.h"
 #include "panel/document_fixture.h"
 #include "screen_test.h"
 

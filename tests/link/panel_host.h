@@ -2,8 +2,8 @@
 
 #include <unistd.h>
 
-#include "link/panel_image.h"
 #include "link/panel_transact.h"
+#include "link/rules/panel_image.h"
 #include "link/scripted_transport.h"
 #include "screen_test.h"
 #include "simulator/panel_thread.h"

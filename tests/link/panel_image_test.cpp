@@ -1,4 +1,4 @@
-#include "link/panel_image.h"
+#include "link/rules/panel_image.h"
 
 #include <random>
 

@@ -1,4 +1,4 @@
-#include "schedule/time_values.h"
+#include "schedule/rules/time_values.h"
 
 #include <gtest/gtest.h>
 

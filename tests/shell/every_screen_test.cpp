@@ -1,6 +1,6 @@
 #include "link/panel_host.h"
 #include "nonsense_panel.h"
-#include "shell/menu_table.h"
+#include "screen_table.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include <QMenuBar>
 #include <fstream>
 
+#include "screen_table.h"
 #include "screen_test.h"
-#include "shell/menu_table.h"
 
 class MainWindowTest : public ScreenTest {
  protected:
@@ -180,7 +180,7 @@ TEST_F(MainWindowTest, TheNextStartDeletesTheDiagnosticsFile) {
   EXPECT_FALSE(offered);
   Link = {};
   window = nullptr;
-  window = std::make_unique<frmT3MasterMDI>();
+  window = std::make_unique<frmT3MasterMDI>(AllScreens());
   window->MDIForm_Load();
   EXPECT_EQ(QDir(DataFolder()).entryList(QDir::Files), QStringList());
 }

@@ -1,7 +1,7 @@
-#include "config/words_table.h"
-#include "document/doc_sections.h"
+#include "document/rules/doc_sections.h"
 #include "panel/panel_record.h"
-#include "schedule/time_values.h"
+#include "panel/words.h"
+#include "schedule/rules/time_values.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "dimmer/dimmer_model.h"
+#include "dimmer/rules/dimmer_model.h"
 
 #include <algorithm>
 #include <cmath>
@@ -108,10 +108,6 @@ Int16 CodeToFootCandles(Int16 code) {
                                    [code](const ScalePiece& p) { return code <= p.Last; });
   if (piece == std::end(PhotocellScale)) return FullDaylight;
   return static_cast<Int16>((code - piece->From) * piece->SlopeHundredths / 100 + piece->Base);
-}
-
-int ShownPercent(int level) {
-  return static_cast<int>(std::lround(level / 2.55));
 }
 
 void LimitControlNumber(Int16 dev, Int16 out, Int16 ctl, int controlDevice) {

@@ -1,14 +1,14 @@
-#include "document/doc_file.h"
+#include "document/rules/doc_file.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QLocale>
 
-#include "config/words_table.h"
 #include "panel/code_page.h"
 #include "panel/panel_record.h"
 #include "panel/program_state.h"
 #include "panel/replace_file.h"
+#include "panel/words.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "config/action_table.h"
+#include "panel/input_actions.h"
 
 #include <gtest/gtest.h>
 

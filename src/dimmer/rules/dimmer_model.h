@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "config/words_table.h"
 #include "panel/dimmer_block.h"
+#include "panel/words.h"
 
 constexpr int FadeRateCount = 43;        ///< Indices of the fade list.
 constexpr int ControlActionCount = 106;  ///< Action codes of a control slot.
@@ -61,10 +61,6 @@ std::string ControlSlotSummary(Int16 dev, Int16 out, Int16 ctl);
 
 /// Foot-candles of a photocell input, 0 to 240; 1800 for any other code.
 Int16 CodeToFootCandles(Int16 code);
-
-/// The percentage that screens show for a level byte on display: level / 2.55, rounded. Not the
-/// rule of the stored percent fields.
-int ShownPercent(int level);
 
 /// Inputs that a control slot can name: 48 hardwired (device 0) or 8 of a Fennlink device.
 constexpr int ControlInputCount(int controlDevice) {

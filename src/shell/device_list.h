@@ -1,6 +1,7 @@
 #pragma once
 
-#include "config/words_table.h"
+#include "panel/fennlink_types.h"
+#include "panel/words.h"
 #include "shell/controls.h"
 
 /// Input 0 to 7 of a device on screen: "FLINK 01.1".

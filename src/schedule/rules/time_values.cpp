@@ -1,11 +1,11 @@
-#include "schedule/time_values.h"
+#include "schedule/rules/time_values.h"
 
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
 
-#include "config/words_table.h"
 #include "panel/format.h"
+#include "panel/words.h"
 
 namespace {
 

@@ -1,12 +1,13 @@
-#include "config/device_list.h"
+#include "shell/device_list.h"
 
 #include <QAbstractItemView>
 #include <QPainter>
 #include <QStyledItemDelegate>
 
-#include "config/words_table.h"
 #include "panel/code_page.h"
 #include "panel/fennlink_record.h"
+#include "panel/fennlink_types.h"
+#include "panel/words.h"
 
 namespace {
 

@@ -1,6 +1,8 @@
-#include "config/action_table.h"
+#include "panel/input_actions.h"
 
 #include <algorithm>
+
+#include "panel/fennlink_types.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
-#include "dimmer/response_curve.h"
+#include "dimmer/rules/response_curve.h"
 
+#include <QString>
 #include <algorithm>
 #include <cmath>
-#include <QString>
 
-#include "dimmer/dimmer_model.h"
+#include "dimmer/rules/dimmer_model.h"
 #include "panel/checked_arithmetic.h"
 #include "panel/format.h"
 

@@ -1,7 +1,7 @@
-#include "config/words_table.h"
-#include "document/doc_sections.h"
+#include "document/rules/doc_sections.h"
 #include "panel/hex.h"
 #include "panel/panel_record.h"
+#include "panel/words.h"
 
 namespace {
 

@@ -20,5 +20,8 @@ struct ScreenEntry {
   ChildForm* (*Create)(const char* name) = nullptr;
 };
 
-const std::vector<MenuEntry>& MenuTable();
-const std::vector<ScreenEntry>& ScreenTable();
+/// What the main window is made of.
+struct ProgramScreens {
+  const std::vector<MenuEntry>& Menu;
+  const std::vector<ScreenEntry>& Screens;
+};

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "document/doc_text.h"
+#include "document/rules/doc_text.h"
 
 // The sections of the text document, each from its title to its last row, written from the live
 // document. A damaged document whose numbers overflow makes them throw RunTimeFailure.

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "document/doc_sections.h"
+#include "document/rules/doc_sections.h"
 
 struct DocumentSection {
   std::string_view Caption;

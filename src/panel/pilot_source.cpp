@@ -1,7 +1,7 @@
-#include "config/pilot_table.h"
+#include "panel/pilot_source.h"
 
-#include "config/action_table.h"
 #include "panel/checked_arithmetic.h"
+#include "panel/input_actions.h"
 #include "panel/panel_record.h"
 #include "panel/pilot_code.h"
 

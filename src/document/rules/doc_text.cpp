@@ -1,4 +1,4 @@
-#include "document/doc_text.h"
+#include "document/rules/doc_text.h"
 
 #include "panel/format.h"
 #include "panel/hex.h"

@@ -1,4 +1,4 @@
-#include "dimmer/dimmer_copy.h"
+#include "dimmer/rules/dimmer_copy.h"
 
 #include <array>
 

@@ -1,4 +1,4 @@
-#include "schedule/city_table.h"
+#include "schedule/rules/city_table.h"
 
 constexpr std::array<City, 260> CityTable = {{
     {"Alabama,Birmingham", 33, 87},

@@ -4,8 +4,8 @@
 #include <span>
 #include <string_view>
 
-#include "config/words_table.h"
 #include "panel/fixed_array.h"
+#include "panel/words.h"
 
 // What the cells of the four input control tables (local and Fennlink, relay and group) mean. A
 // cell holds an index into the list of actions that the input's kind offers.

@@ -1,8 +1,9 @@
-#include "config/words_table.h"
-#include "document/doc_sections.h"
+#include "document/rules/doc_sections.h"
 #include "panel/fennlink_record.h"
+#include "panel/fennlink_types.h"
 #include "panel/panel_record.h"
 #include "panel/pilot_code.h"
+#include "panel/words.h"
 
 namespace {
 

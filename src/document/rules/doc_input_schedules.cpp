@@ -1,10 +1,11 @@
 #include <optional>
 
-#include "config/action_table.h"
-#include "document/doc_sections.h"
+#include "document/rules/doc_sections.h"
 #include "panel/fennlink_record.h"
+#include "panel/fennlink_types.h"
+#include "panel/input_actions.h"
 #include "panel/panel_record.h"
-#include "schedule/time_values.h"
+#include "schedule/rules/time_values.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "shell/menu_table.h"
+#include "screen_table.h"
 
 #include "config/add_on_dmx_form.h"
 #include "config/add_on_modbus_form.h"

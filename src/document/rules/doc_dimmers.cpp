@@ -1,5 +1,5 @@
-#include "dimmer/dimmer_model.h"
-#include "document/doc_sections.h"
+#include "dimmer/rules/dimmer_model.h"
+#include "document/rules/doc_sections.h"
 #include "panel/hex.h"
 #include "panel/panel_record.h"
 

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "shell/screen_entry.h"
+
+// The only place that knows every screen.
+
+const std::vector<MenuEntry>& MenuTable();
+const std::vector<ScreenEntry>& ScreenTable();
+
+/// Both, for the main window.
+inline ProgramScreens AllScreens() {
+  return {MenuTable(), ScreenTable()};
+}
