@@ -1,6 +1,5 @@
 #include "config/fennlink_devices_form.h"
 
-#include "dimmer/rules/dimmer_model.h"
 #include "panel/code_page.h"
 #include "panel/fennlink_types.h"
 #include "panel/format.h"
@@ -108,9 +107,7 @@ void frmT3ConfigureFennlinkDevices::AddInputRows(int family) {
     frame.TimedOn(input).Click = [this, family, input] { lblInputTimedOn_Click(family, input); };
   }
   // The first row is in every frame and keeps the room of the times while all are hidden.
-  QSizePolicy policy = frame.TimedOn(0).sizePolicy();
-  policy.setRetainSizeWhenHidden(true);
-  frame.TimedOn(0).setSizePolicy(policy);
+  KeepRoomWhileHidden(frame.TimedOn(0));
 
   static const QStringList times = NumberItems(ShortestTimedOn, LongestTimedOn, {}, Minutes);
   frame.NewTime =

@@ -93,7 +93,7 @@ QWidget* DimmerCopyDialog::BuildSlots() {
   constexpr int rows = ControlSlotCount / 2;
   auto* frame = new QGroupBox(QStringLiteral("Controls"));
   auto* grid = new QGridLayout(frame);
-  for (const QString& text : NumberItems(QStringLiteral("Control: "), 1, ControlSlotCount, 2)) {
+  for (const QString& text : CountedItems(QStringLiteral("Control: "), 1, ControlSlotCount, 2)) {
     const int slot = chkCNum.Count();
     auto* box = new CheckBox(text);
     chkCNum.Add(box, QStringLiteral("chkCNum"));

@@ -17,7 +17,7 @@ ComboBox* AddTitledList(QBoxLayout* layout, const char* name, const QString& tit
   return list;
 }
 
-QStringList NumberItems(const QString& lead, int first, int count, int digits) {
+QStringList CountedItems(const QString& lead, int first, int count, int digits) {
   QStringList items;
   for (int i = first; i < first + count; ++i) {
     items << lead + QStringLiteral("%1").arg(i, digits, 10, QLatin1Char('0'));
@@ -46,7 +46,7 @@ ComboBox* AddDeviceList(QBoxLayout* layout) {
 
 ComboBox* AddOutputList(QBoxLayout* layout) {
   const QString title = QStringLiteral("Output");
-  return AddTitledList(layout, "cboDOut", title, NumberItems(title + ": ", 1, DimmerOutputCount));
+  return AddTitledList(layout, "cboDOut", title, CountedItems(title + ": ", 1, DimmerOutputCount));
 }
 
 void ShownValues::Index(ComboBox& list, const std::function<int()>& value) {

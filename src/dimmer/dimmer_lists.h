@@ -13,7 +13,7 @@ ComboBox* AddTitledList(QBoxLayout* layout, const char* name, const QString& tit
                         const QStringList& items);
 
 /// `count` numbers from `first` on in at least `digits` digits, each behind `lead`.
-QStringList NumberItems(const QString& lead, int first, int count, int digits = 1);
+QStringList CountedItems(const QString& lead, int first, int count, int digits = 1);
 
 /// The numbers 1 to `count` in hexadecimal, each behind `lead`.
 QStringList HexItems(const QString& lead, int count);

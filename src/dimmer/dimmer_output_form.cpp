@@ -37,15 +37,6 @@ std::string TargetText(int target) {
   return "Target: " + NumberText(target) + "/255 (" + NumberText(footCandles) + " fc)";
 }
 
-/// The screen must not jump when a slot has less to set.
-template <typename Widget>
-Widget* KeepsRoom(Widget* widget) {
-  QSizePolicy policy = widget->sizePolicy();
-  policy.setRetainSizeWhenHidden(true);
-  widget->setSizePolicy(policy);
-  return widget;
-}
-
 }  // namespace
 
 frmT3DimmerOutput::frmT3DimmerOutput()
@@ -100,7 +91,8 @@ void frmT3DimmerOutput::BuildSelectors(QBoxLayout* row) {
     const QString title = QStringLiteral("Out %1").arg(out + 1);
     for (auto [labels, name] :
          {std::pair(&lblHdrLev, "lblHdrLev"), std::pair(&lblShowLevels, "lblShowLevels")}) {
-      auto* label = KeepsRoom(AddLabel(column, name, {}));
+      auto* label = AddLabel(column, name, {});
+      KeepRoomWhileHidden(*label);
       label->setFixedHeight(label->fontMetrics().height() + 1);
       labels->Add(label, QString::fromLatin1(name));
     }
@@ -135,7 +127,7 @@ void frmT3DimmerOutput::BuildLevels(QBoxLayout* column) {
   cboFadeRate = AddList(row, "cboFadeRate", "Fade Rate", CodeItems(FadeRateCount, FadeRateText),
                         &frmT3DimmerOutput::cboFadeRate_Click);
   cboDMX = AddList(row, "cboDMX", "DMX Channel",
-                   QStringList("DMX - Disabled") + NumberItems("DMX Channel: ", 1, DMXChannels),
+                   QStringList("DMX - Disabled") + CountedItems("DMX Channel: ", 1, DMXChannels),
                    &frmT3DimmerOutput::cboDMX_Click);
 }
 
@@ -181,7 +173,7 @@ void frmT3DimmerOutput::BuildSlots(QBoxLayout* column) {
     return lists;
   };
   QHBoxLayout* row = addRow(QStringLiteral("Slot"));
-  cboCONum = AddList(row, "cboCONum", "Control", NumberItems("Control: ", 1, ControlSlotCount, 2),
+  cboCONum = AddList(row, "cboCONum", "Control", CountedItems("Control: ", 1, ControlSlotCount, 2),
                      &frmT3DimmerOutput::cboCONum_Click);
   const auto types = static_cast<int>(ControlTypes.size());
   cboCOTyp = AddTitledList(row, "cboCOTyp", "Control Type", CodeItems(types, ControlTypeListText));
@@ -192,11 +184,11 @@ void frmT3DimmerOutput::BuildSlots(QBoxLayout* column) {
               &frmT3DimmerOutput::cboCODev_Click);
   cboCONod = AddList(row, "cboCONod", "Node", {}, &frmT3DimmerOutput::cboCONod_Click);
   cboCONod->hide();
-  cboCOInp = AddList(row, "cboCOInp", "Input", NumberItems("I:", 1, ItemCount, 2),
+  cboCOInp = AddList(row, "cboCOInp", "Input", CountedItems("I:", 1, ItemCount, 2),
                      &frmT3DimmerOutput::cboCOInp_Click);
-  cboCOTmr = AddList(row, "cboCOTmr", "Timer", NumberItems("T:", 1, ItemCount, 2),
+  cboCOTmr = AddList(row, "cboCOTmr", "Timer", CountedItems("T:", 1, ItemCount, 2),
                      &frmT3DimmerOutput::cboCOTmr_Click);
-  cboCOPrs = AddList(row, "cboCOPrs", "Preset", NumberItems("P:", 1, ItemCount, 2),
+  cboCOPrs = AddList(row, "cboCOPrs", "Preset", CountedItems("P:", 1, ItemCount, 2),
                      &frmT3DimmerOutput::cboCOPrs_Click);
   cboCOFade =
       AddList(row, "cboCOFade", "Fade", Items(ControlFades), &frmT3DimmerOutput::cboCOFade_Click);
@@ -206,6 +198,7 @@ void frmT3DimmerOutput::BuildSlots(QBoxLayout* column) {
   cboCORevert =
       AddList(row, "cboCORevert", "Revert", CodeItems(ControlRevertCount, ControlRevertText),
               &frmT3DimmerOutput::cboCORevert_Click);
-  for (ComboBox* list : {cboCOAct, cboCOFade, cboCORevert}) KeepsRoom(list);
+  // The screen must not jump when a slot has less to set.
+  for (ComboBox* list : {cboCOAct, cboCOFade, cboCORevert}) KeepRoomWhileHidden(*list);
   column->addStretch(1);
 }

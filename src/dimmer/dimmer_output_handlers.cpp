@@ -13,8 +13,6 @@
 
 namespace {
 
-constexpr int ConnectionTCP = 2;
-
 Int16 Index(const ComboBox& list) {
   return static_cast<Int16>(list.ListIndex());
 }
@@ -74,7 +72,7 @@ void frmT3DimmerOutput::ShowTracking() {
 
 void frmT3DimmerOutput::ShowSlot() {
   cboCOInp->SetItems(
-      NumberItems(QStringLiteral("I:"), 1, ControlInputCount(DimGetCtlDevice(Dev, Out, Ctl)), 2));
+      CountedItems(QStringLiteral("I:"), 1, ControlInputCount(DimGetCtlDevice(Dev, Out, Ctl)), 2));
   const Int16 type = DimGetCtlType(Dev, Out, Ctl);
   cboCOTyp->SetListIndex(type);
   const bool input = type == ControlInput || type == ControlInvertInput;

@@ -293,11 +293,11 @@ void frmT3Connect::SelectComPort() {
 void frmT3Connect::ShowConnectionType() {
   const int type = ConnectionType();
   for (int i = 0; i < chkConnectionType.Count(); ++i) chkConnectionType(i).ShowValue(i == type);
-  lblPhoneNumber->setVisible(type == 1);
-  txtPhoneNumber->setVisible(type == 1);
-  lblTCPIP->setVisible(type == 2);
-  txtTCPIP->setVisible(type == 2);
-  comPorts->setVisible(type != 2);
+  lblPhoneNumber->setVisible(type == ConnectionModem);
+  txtPhoneNumber->setVisible(type == ConnectionModem);
+  lblTCPIP->setVisible(type == ConnectionTCP);
+  txtTCPIP->setVisible(type == ConnectionTCP);
+  comPorts->setVisible(type != ConnectionTCP);
 }
 
 void frmT3Connect::ShowSettingsEnabled(bool enabled) {

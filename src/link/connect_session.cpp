@@ -31,7 +31,7 @@ void LetWindowsSettle() {
 
 void frmT3Connect::cmdConnect_Click() {
   const auto connectOrDisconnect = [this] {
-    ConnectionType() >= 2 ? ConnectTCP() : ConnectSerial();
+    ConnectionType() >= ConnectionTCP ? ConnectTCP() : ConnectSerial();
   };
   // To end a session does not wait for a request that is under way.
   Connected != 0 ? connectOrDisconnect() : AskPanel(connectOrDisconnect);
@@ -41,11 +41,13 @@ void frmT3Connect::ConnectSerial() {
   cmdRefresh->setVisible(false);
   lblReadAt->setVisible(false);
   constexpr std::size_t shortestNumber = 7;
-  if (Connected == 0 && ConnectionType() == 1 && PhoneNumber().size() < shortestNumber) {
+  if (Connected == 0 && ConnectionType() == ConnectionModem &&
+      PhoneNumber().size() < shortestNumber) {
     MsgBox(QStringLiteral("A Valid Phone Number Must Entered"), MsgIcon::Information, ProgramTitle);
     return;
   }
-  ConnectWith(ConnectionType() == 0 ? &frmT3Connect::OpenSerial : &frmT3Connect::OpenModem);
+  ConnectWith(ConnectionType() == ConnectionUSB ? &frmT3Connect::OpenSerial
+                                                : &frmT3Connect::OpenModem);
 }
 
 void frmT3Connect::ConnectTCP() {
@@ -70,7 +72,7 @@ void frmT3Connect::ConnectWith(void (frmT3Connect::*open)()) {
       return;
     }
     if (Connected != 0) {
-      if (ConnectionType() < 2) Timer1->SetEnabled(true);
+      if (ConnectionType() < ConnectionTCP) Timer1->SetEnabled(true);
       cmdConnect->SetCaption(QStringLiteral("Disconnect From Tamberloom 3"));
       ShowSettingsEnabled(false);
       SelectComPort();
@@ -183,7 +185,7 @@ void frmT3Connect::DisconnectQZ() {
   Timer1->SetEnabled(false);
   HardwareChecked = 0;
   ForgetRequests();
-  if (ConnectionType() == 1 || ModemHangUpRequired == -1) HangUp();
+  if (ConnectionType() == ConnectionModem || ModemHangUpRequired == -1) HangUp();
   CloseTransports();
   Connected = 0;
   cmdConnect->SetCaption(QStringLiteral("Connect To Tamberloom 3"));

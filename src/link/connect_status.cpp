@@ -53,7 +53,7 @@ void frmT3Connect::ShowRevLabels() {
 }
 
 void frmT3Connect::Timer1_Timer() {
-  if (ConnectionType() < 2 && !PanelBusy()) AskPanel([this] { ReadQZStatus(); });
+  if (ConnectionType() < ConnectionTCP && !PanelBusy()) AskPanel([this] { ReadQZStatus(); });
 }
 
 void frmT3Connect::cmdRefresh_Click() {

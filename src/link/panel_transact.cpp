@@ -22,7 +22,7 @@ constexpr int Drains = 4;
 bool endedWhileWaiting = false;
 
 bool OnSocket() {
-  return ConnectionType() >= 2;
+  return ConnectionType() >= ConnectionTCP;
 }
 
 std::string Receive() {
@@ -118,7 +118,8 @@ std::string PanelFrame(std::string_view command) {
 
 Int16 PanelTransact(const std::string& command, Int16 expectedLength, Int32 timeoutSeconds) {
   endedWhileWaiting = false;
-  const Int32 deadlineMs = Milliseconds(timeoutSeconds, ConnectionType() == 1 ? 3 : 1);
+  const Int32 deadlineMs =
+      Milliseconds(timeoutSeconds, ConnectionType() == ConnectionModem ? 3 : 1);
   if (Connected == 0) return 0;
   Drain();
   const std::string frame = PanelFrame(command);

@@ -1,5 +1,4 @@
 #include <QDeadlineTimer>
-#include <QElapsedTimer>
 #include <QEventLoop>
 #include <QNetworkProxy>
 #include <QTcpSocket>
@@ -12,8 +11,7 @@
 
 namespace {
 
-/// The socket hands its bytes straight on, without a buffer and the bookkeeping of its own: a reply
-/// from close by is there within some twenty microseconds.
+/// The socket hands its bytes straight on, without a buffer and the bookkeeping of its own.
 class QtSocketControl : public SocketControl {
  public:
   QtSocketControl() {
@@ -58,12 +56,7 @@ class QtSocketControl : public SocketControl {
   }
 
   std::string GetData() override {
-    // A look costs a call into the system, and to drain is to read four times in a row.
-    constexpr qint64 lookAgainNs = 20'000;
-    if (State() == Up && (!looked_.isValid() || looked_.nsecsElapsed() > lookAgainNs)) {
-      if (socket_.bytesAvailable() > 0) Fetch();
-      looked_.start();
-    }
+    if (State() == Up && socket_.bytesAvailable() > 0) Fetch();
     return std::exchange(buffer_, {});
   }
 
@@ -100,7 +93,6 @@ class QtSocketControl : public SocketControl {
 
   QTcpSocket socket_;
   std::string buffer_;
-  QElapsedTimer looked_;
   QString remoteHost_;
   quint16 remotePort_ = 0;
   quint16 localPort_ = 0;

@@ -114,7 +114,7 @@ void LoadDefaults() {
   DocumentSectionOff = {};
   DocumentFileName = DataPath(QStringLiteral("Documentation/Tamberloom 3.txt"));
 
-  ConnectionType() = 0;
+  ConnectionType() = ConnectionUSB;
   PhoneNumber().clear();
   TcpAddress().clear();
   PanelRecord.PanelName.clear();

@@ -91,6 +91,11 @@ constexpr int TimedOnIndex(Int32 minutes) {
 }
 
 /// The three spare elements that hold the communications settings.
+/// What ConnectionType holds; a damaged code beyond these means TCP.
+constexpr Int16 ConnectionUSB = 0;
+constexpr Int16 ConnectionModem = 1;
+constexpr Int16 ConnectionTCP = 2;
+
 inline Int16& ConnectionType() {
   return PanelRecord.TimerTimeType(SpareItem);
 }

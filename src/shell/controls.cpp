@@ -16,6 +16,12 @@ ComboBox::ComboBox(QWidget* parent) : QComboBox(parent) {
   connect(this, &QComboBox::activated, this, [this] { RunHandler(Click); });
 }
 
+void KeepRoomWhileHidden(QWidget& control) {
+  QSizePolicy policy = control.sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  control.setSizePolicy(policy);
+}
+
 bool LetterSearch::Takes(const QKeyEvent& key) {
   const QString text = key.text();
   if (text.isEmpty() || !text[0].isPrint() ||

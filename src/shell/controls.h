@@ -23,6 +23,9 @@
 // beyond a bar's range moves it to the nearer end and runs nothing. Setting a text always runs its
 // change handler.
 
+/// Leaves a control's place empty while it is hidden, so that nothing moves.
+void KeepRoomWhileHidden(QWidget& control);
+
 /// A search in a list by the letters typed. While it runs a blank belongs to it.
 class LetterSearch {
  public:

@@ -21,15 +21,6 @@ constexpr QSize WindowSize(737, 543);
 
 frmT3MasterMDI* mainWindow = nullptr;
 
-QKeySequence Shortcut(const std::string& entry) {
-  if (entry == "mnuNew") return QKeySequence::New;
-  if (entry == "mnuOpen") return QKeySequence::Open;
-  if (entry == "mnuSave") return QKeySequence::Save;
-  if (entry == "mnuSaveAs") return QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S);
-  if (entry == "mnuExit") return QKeySequence(Qt::CTRL | Qt::Key_Q);
-  return {};
-}
-
 }  // namespace
 
 LinkHooks Link;
@@ -99,118 +90,6 @@ frmT3MasterMDI::frmT3MasterMDI(const ProgramScreens& program) : program_(program
 frmT3MasterMDI::~frmT3MasterMDI() {
   HandlersDoneSeam = nullptr;
   mainWindow = nullptr;
-}
-
-const ScreenEntry* frmT3MasterMDI::FindScreen(const std::string& name) const {
-  for (const ScreenEntry& entry : program_.Screens) {
-    if (name == entry.Name) return &entry;
-  }
-  return nullptr;
-}
-
-void frmT3MasterMDI::BuildMenu() {
-  const auto& table = program_.Menu;
-  std::vector<QMenu*> open;  // Submenus from level 1 down to the line before.
-  for (std::size_t i = 0; i < table.size(); ++i) {
-    const MenuEntry& entry = table[i];
-    const QString caption = QString::fromLatin1(entry.Caption);
-    open.resize(static_cast<std::size_t>(entry.Level) - 1);
-    QAction* action = nullptr;
-    if (i + 1 < table.size() && table[i + 1].Level > entry.Level) {
-      auto* menu = new QMenu(caption, this);
-      action = menu->menuAction();
-      (open.empty() ? static_cast<QWidget*>(menuBar()) : open.back())->addAction(action);
-      open.push_back(menu);
-    } else {
-      action = AddLeaf(entry.Name, entry.Form, caption);
-      (open.empty() ? static_cast<QWidget*>(menuBar()) : open.back())->addAction(action);
-    }
-    action->setObjectName(QString::fromLatin1(entry.Name));
-    if (entry.Level == 1) topEntries_.push_back(action);
-  }
-}
-
-QAction* frmT3MasterMDI::AddLeaf(const char* name, const char* form, const QString& caption) {
-  auto* action = new QAction(caption, this);
-  action->setSeparator(caption == QLatin1String("-"));
-  action->setShortcut(Shortcut(name));
-  if (form) {
-    const std::string screen = form;
-    action->setEnabled(FindScreen(screen)->Create && name != std::string("mnuRelayDrive"));
-    connect(action, &QAction::triggered, this, [this, screen] {
-      RunHandler([&] {
-        UnloadAllForms();
-        ShowForm(screen);
-      });
-    });
-    return action;
-  }
-  static const std::map<std::string, void (frmT3MasterMDI::*)()> commands = {
-      {"mnuNew", &frmT3MasterMDI::mnuNew_Click},
-      {"mnuOpen", &frmT3MasterMDI::mnuOpen_Click},
-      {"mnuSave", &frmT3MasterMDI::mnuSave_Click},
-      {"mnuSaveAs", &frmT3MasterMDI::mnuSaveAs_Click},
-      {"mnuExit", &frmT3MasterMDI::mnuExit_Click},
-      {"mnuAddOnModules", &frmT3MasterMDI::mnuAddOnModules_Click},
-  };
-  const auto command = commands.find(name);
-  if (command != commands.end()) {
-    connect(action, &QAction::triggered, this,
-            [this, run = command->second] { RunHandler([&] { (this->*run)(); }); });
-  }
-  return action;
-}
-
-void frmT3MasterMDI::BuildClient() {
-  auto* client = new QWidget;
-  auto* column = new QVBoxLayout(client);
-  column->setContentsMargins(0, 0, 0, 0);
-  column->setSpacing(0);
-
-  captionLine_ = new QWidget;
-  captionLine_->setAutoFillBackground(true);
-  captionLine_->setBackgroundRole(QPalette::Midlight);
-  captionLine_->hide();
-  auto* line = new QHBoxLayout(captionLine_);
-  line->setContentsMargins(12, 2, 4, 2);
-  lblTitle_ = new QLabel;
-  lblTitle_->setObjectName(QStringLiteral("lblTitle"));
-  QFont bold = font();
-  bold.setBold(true);
-  lblTitle_->setFont(bold);
-  line->addWidget(lblTitle_, 1);
-  cmdClose_ = new QToolButton;
-  cmdClose_->setObjectName(QStringLiteral("cmdClose"));
-  cmdClose_->setText(QStringLiteral("\u00d7"));
-  cmdClose_->setAutoRaise(true);
-  cmdClose_->setToolTip(QStringLiteral("Close this screen (Ctrl+W)"));
-  cmdClose_->setAccessibleName(QStringLiteral("Close this screen"));
-  cmdClose_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_W));
-  connect(cmdClose_, &QToolButton::clicked, this,
-          [this] { RunHandler([this] { CloseFrontForm(); }); });
-  line->addWidget(cmdClose_);
-  column->addWidget(captionLine_);
-
-  pages_ = new QStackedWidget;
-  column->addWidget(pages_, 1);
-  picBlockFlashing_ = new QWidget;
-  picBlockFlashing_->setObjectName(QStringLiteral("picBlockFlashing"));
-  auto* centre = new QVBoxLayout(picBlockFlashing_);
-  auto* lblLoading = new QLabel(QStringLiteral("Loading Orv Tamberloom 3..."));
-  lblLoading->setObjectName(QStringLiteral("lblLoading"));
-  centre->addWidget(lblLoading, 0, Qt::AlignCenter);
-  pages_->addWidget(picBlockFlashing_);
-  setCentralWidget(client);
-
-  statusFile_ = new Label;
-  statusFile_->setObjectName(QStringLiteral("StatusBar1(1)"));
-  statusFile_->SetElideMode(Qt::ElideMiddle);
-  statusLink_ = new Label;
-  statusLink_->setObjectName(QStringLiteral("StatusBar1(2)"));
-  statusLink_->SetWidthInChars(16);
-  statusBar()->addWidget(statusFile_, 1);
-  statusBar()->addPermanentWidget(statusLink_);
-  statusBar()->setSizeGripEnabled(false);
 }
 
 void frmT3MasterMDI::MDIForm_Load() {

@@ -32,7 +32,6 @@ QStringList NumberItems(int first, int last, const QString& before, const QStrin
 RowGrid::RowGrid(int rows, const QString& word)
     : rows_(rows),
       titles_(static_cast<std::size_t>(rows)),
-      visible_(static_cast<std::size_t>(rows), true),
       controls_(static_cast<std::size_t>(rows)),
       headers_(static_cast<std::size_t>((rows + RowsInColumn - 1) / RowsInColumn)) {
   for (int row = 0; row < rows; ++row)
@@ -149,7 +148,6 @@ void RowGrid::TabByRows() {
 }
 
 void RowGrid::SetRowVisible(int row, bool visible) {
-  visible_[static_cast<std::size_t>(row)] = visible;
   for (QWidget* control : controls_[static_cast<std::size_t>(row)]) control->setVisible(visible);
 }
 

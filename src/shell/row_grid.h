@@ -48,7 +48,6 @@ class RowGrid : public QWidget {
 
   /// Shows or hides all controls of a row.
   void SetRowVisible(int row, bool visible);
-  bool RowVisible(int row) const { return visible_[static_cast<std::size_t>(row)]; }
 
   /// Row i is shown while i is below `count`; the headers of a grid column while it has a row.
   void ShowRows(int count);
@@ -87,7 +86,6 @@ class RowGrid : public QWidget {
   std::optional<Cell> current_;  ///< The cell that had the focus last.
   QGridLayout* grid_;
   std::vector<QString> titles_;
-  std::vector<bool> visible_;
   std::vector<std::vector<QWidget*>> controls_;  ///< By row.
   std::vector<QString> headerTexts_;             ///< By control of a row.
   std::vector<std::vector<QWidget*>> headers_;   ///< By grid column.

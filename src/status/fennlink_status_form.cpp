@@ -1,6 +1,5 @@
 #include "status/fennlink_status_form.h"
 
-#include "dimmer/rules/dimmer_model.h"
 #include "link/panel_transact.h"
 #include "panel/code_page.h"
 #include "panel/fennlink_record.h"

@@ -16,9 +16,7 @@ void frmT3ForceTimers::Form_Load() {
   lblPleaseWait->SetAlignment(Qt::AlignCenter);
   AddWidget(lblPleaseWait);
   // A serial wait delivers no events, so that nothing would move to make room for the label.
-  QSizePolicy policy = lblPleaseWait->sizePolicy();
-  policy.setRetainSizeWhenHidden(true);
-  lblPleaseWait->setSizePolicy(policy);
+  KeepRoomWhileHidden(*lblPleaseWait);
 
   grid = new RowGrid(ItemCount, QStringLiteral("Timer "));
   lblTimerName = grid->AddNames("lblTimerName", 13);

@@ -74,9 +74,7 @@ void frmT3VirtualKeypad::BuildDisplay(QBoxLayout* layout) {
     auto* glyph = new DisplayGlyph;
     glyph->setFixedSize(lblLCD(i).sizeHint());
     // Or the grid would drop its spacing there, and the display would grow as symbols come.
-    QSizePolicy policy = glyph->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    glyph->setSizePolicy(policy);
+    KeepRoomWhileHidden(*glyph);
     cells->addWidget(glyph, i / DisplayColumns, i % DisplayColumns);
     glyph->setVisible(false);
     imgCustomChar.Add(glyph, QStringLiteral("imgCustomChar"));
