@@ -51,7 +51,7 @@ QString Letter(Int16 grip) {
 }  // namespace
 
 CurveWidget::CurveWidget(const ResponseCurve& curve, const Int16& selectedGrip)
-    : curve_(curve), selectedGrip_(selectedGrip) {
+    : DescribedWidget(QAccessible::Chart), curve_(curve), selectedGrip_(selectedGrip) {
   setMouseTracking(true);
   setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);

@@ -4,10 +4,11 @@
 #include <functional>
 
 #include "dimmer/rules/response_curve.h"
+#include "shell/accessible_controls.h"
 
 /// The graph of a response curve. It paints the curve and tells of the pointer and the keys in the
 /// curve's units; what they do is its owner's.
-class CurveWidget : public QWidget {
+class CurveWidget : public DescribedWidget {
   Q_OBJECT
  public:
   /// `curve` and `selectedGrip` must outlive the widget, which is to be updated when they change.

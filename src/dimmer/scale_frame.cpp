@@ -65,6 +65,16 @@ frmScale::frmScale() : QGroupBox(QStringLiteral("PhotoCell Input To Dimmer Outpu
   picScale->setAccessibleName(title());
   grid->addWidget(picScale, 1, 1);
   grid->setRowStretch(1, 1);
+  picScale->Description = [this] {
+    QStringList points{PointInWords(ResponseCurve::GripA)};
+    if (!twoPoint_) points << PointInWords(ResponseCurve::GripB);
+    points << PointInWords(ResponseCurve::GripC);
+    return points.join(QStringLiteral("; "));
+  };
+  picScale->Value = [this] {
+    return SelectedGrip == ResponseCurve::NoGrip ? QStringLiteral("No point in hand")
+                                                 : PointInWords(SelectedGrip);
+  };
   picScale->MouseDown = [this](int button, int shift, double x, double y) {
     picScale_MouseDown(button, shift, x, y);
   };
@@ -92,6 +102,17 @@ void frmScale::Show(Int16 dev, Int16 out, bool twoPoint) {
                                ? QStringLiteral("A or C picks a point, arrow keys move it.")
                                : QStringLiteral("A, B or C picks a point, arrow keys move it."));
   DrawLines();
+}
+
+QString frmScale::PointInWords(Int16 grip) const {
+  const QChar letter = grip == ResponseCurve::GripA   ? u'A'
+                       : grip == ResponseCurve::GripB ? u'B'
+                                                      : u'C';
+  const ResponseCurve::Readout readout = curve_.ReadoutOf(grip);
+  return QStringLiteral("%1: %2, %3, %4")
+      .arg(letter)
+      .arg(QString::fromStdString(readout.Percent), QString::fromStdString(readout.FootCandle),
+           QString::fromStdString(readout.Voltage));
 }
 
 void frmScale::KeepBBetween() {
@@ -139,6 +160,7 @@ void frmScale::picScale_MouseMove(int, int, double x, double y) {
 }
 
 void frmScale::picScale_MouseUp(int, int, double, double) {
+  if (DragGrip != ResponseCurve::NoGrip) picScale->TellChange();
   DragGrip = ResponseCurve::NoGrip;
   HideReadouts();
 }
@@ -162,4 +184,5 @@ void frmScale::picScale_KeyDown(int keyCode, int) {
   DrawLines();
   ShowReadouts(SelectedGrip);
   curve_.Store(dev_, out_);
+  picScale->TellChange();
 }

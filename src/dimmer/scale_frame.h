@@ -39,6 +39,8 @@ class frmScale : public QGroupBox {
 
   Int16 dev_ = 0;
   Int16 out_ = 0;
+  QString PointInWords(Int16 grip) const;
+
   bool twoPoint_ = false;
   ResponseCurve curve_;
   QStackedWidget* line_;  ///< The hint, or the readouts in its place.

@@ -115,7 +115,7 @@ QWidget* frmT3Connect::BuildSettings() {
 
 void frmT3Connect::BuildOnLineFunctions(QGroupBox* frame) {
   auto* lines = new QVBoxLayout(frame);
-  display = new QWidget;
+  display = new DescribedWidget(QAccessible::StaticText);
   lines->addWidget(display, 0, Qt::AlignHCenter);
   LoadRevLabels();
 
@@ -177,6 +177,8 @@ void frmT3Connect::BuildOnLineFunctions(QGroupBox* frame) {
   fraPassWord->setVisible(false);
 
   lblActivityProgress = AddLabel(lines, "lblActivityProgress", QStringLiteral("Activity Progress"));
+  constexpr int announceMs = 2000;
+  lblActivityProgress->SetAnnounceMs(announceMs);
   pbActivityProgress = Add<QProgressBar>(lines, "pbActivityProgress");
   pbActivityProgress->setRange(0, ImageBlockCount);
   pbActivityProgress->setTextVisible(false);
@@ -193,22 +195,23 @@ void frmT3Connect::BuildOnLineFunctions(QGroupBox* frame) {
 void frmT3Connect::BuildPassWord(QGroupBox* frame) {
   auto* grid = new QGridLayout(frame);
   const auto addRow = [&](int at, const char* name, const QString& caption,
-                          ControlArray<TextBox>& boxes, const char* box) {
+                          ControlArray<TextBox>& boxes, const char* box, const QString& which) {
     auto* label = Add<Label>(nullptr, name);
     label->SetCaption(caption);
     grid->addWidget(label, at, 0);
     auto* digits = new QHBoxLayout;
-    AddDigits(boxes, box, digits);
+    AddDigits(boxes, box, which, digits);
     grid->addLayout(digits, at, 1);
     return label;
   };
-  addRow(0, "lblPassWord", QStringLiteral("Enter Current Password"), txtPassWord, "txtPassWord");
+  addRow(0, "lblPassWord", QStringLiteral("Enter Current Password"), txtPassWord, "txtPassWord",
+         QStringLiteral("Current password"));
   chkChangePanelPassWord =
       Add<CheckBox>(nullptr, "chkChangePanelPassWord", QStringLiteral("Change Panel Password"));
   chkChangePanelPassWord->Click = [this] { chkChangePanelPassWord_Click(); };
   grid->addWidget(chkChangePanelPassWord, 1, 0);
   lblNewPassWord = addRow(2, "lblNewPassWord", QStringLiteral("Enter New Password"), txtNewPassWord,
-                          "txtNewPassWord");
+                          "txtNewPassWord", QStringLiteral("New password"));
   auto* buttons = new QHBoxLayout;
   buttons->setAlignment(Qt::AlignRight);
   cmdPassWordContinue = Add<Button>(buttons, "cmdPassWordContinue", QStringLiteral("Continue"));
@@ -219,7 +222,8 @@ void frmT3Connect::BuildPassWord(QGroupBox* frame) {
   chkChangePanelPassWord_Click();
 }
 
-void frmT3Connect::AddDigits(ControlArray<TextBox>& boxes, const char* name, QHBoxLayout* row) {
+void frmT3Connect::AddDigits(ControlArray<TextBox>& boxes, const char* name, const QString& which,
+                             QHBoxLayout* row) {
   row->setAlignment(Qt::AlignLeft);
   constexpr int digits = 6;
   for (int i = 0; i < digits; ++i) {
@@ -229,7 +233,7 @@ void frmT3Connect::AddDigits(ControlArray<TextBox>& boxes, const char* name, QHB
     box->setReadOnly(true);
     box->setAlignment(Qt::AlignCenter);
     box->setFixedWidth(box->fontMetrics().averageCharWidth() * 4);
-    box->setAccessibleName(QStringLiteral("Digit %1").arg(i + 1));
+    box->setAccessibleName(QStringLiteral("%1, digit %2").arg(which).arg(i + 1));
     box->KeyPress = [&boxes, i](char16_t key) {
       if (key >= u'0' && key <= u'9') {
         boxes(i).SetText(QString(QChar(key)));

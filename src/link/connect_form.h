@@ -6,6 +6,7 @@
 
 #include "link/com_port.h"
 #include "link/rules/panel_image.h"
+#include "shell/accessible_controls.h"
 #include "shell/child_form.h"
 #include "shell/stopwatch.h"
 
@@ -59,7 +60,8 @@ class frmT3Connect : public ChildForm {
   QWidget* BuildSettings();
   void BuildOnLineFunctions(QGroupBox* frame);
   void BuildPassWord(QGroupBox* frame);
-  void AddDigits(ControlArray<TextBox>& boxes, const char* name, QHBoxLayout* row);
+  void AddDigits(ControlArray<TextBox>& boxes, const char* name, const QString& which,
+                 QHBoxLayout* row);
   void ShowConnectionType();
   void SelectComPort();
   void ShowSettingsEnabled(bool enabled);
@@ -115,7 +117,7 @@ class frmT3Connect : public ChildForm {
 
   QLabel* lblOffLine = nullptr;
   QGroupBox* fraOnLineFunctions = nullptr;
-  QWidget* display = nullptr;
+  DescribedWidget* display = nullptr;
   ControlArray<Label> lblT2FirmwareRevision;
   Label* lblPanelTime = nullptr;
   Label* lblPanelDate = nullptr;

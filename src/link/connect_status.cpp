@@ -50,6 +50,7 @@ void frmT3Connect::ShowRevLabels() {
     lblT2FirmwareRevision(i).SetCaption(
         ToUnicode(at < PanelFirmwareText.size() ? PanelFirmwareText.substr(at, 1) : " "));
   }
+  display->TellChange();
 }
 
 void frmT3Connect::Timer1_Timer() {

@@ -3,7 +3,8 @@
 #include <QFontDatabase>
 #include <QGridLayout>
 
-ControlArray<Label> AddDisplayCells(QWidget* display, int rows, const char* name, double scale) {
+ControlArray<Label> AddDisplayCells(DescribedWidget* display, int rows, const char* name,
+                                    double scale) {
   auto* grid = new QGridLayout(display);
   grid->setContentsMargins(6, 6, 6, 6);
   grid->setSpacing(1);
@@ -23,5 +24,14 @@ ControlArray<Label> AddDisplayCells(QWidget* display, int rows, const char* name
     grid->addWidget(cell, i / DisplayColumns, i % DisplayColumns);
     cells.Add(cell, QString::fromLatin1(name));
   }
+  display->Description = [cells] {
+    QString text;
+    for (int i = 0; i < cells.Count(); ++i) {
+      if (i > 0 && i % DisplayColumns == 0) text += u'\n';
+      // A symbol of the panel's own stands in its place.
+      text += cells(i).isHidden() ? QStringLiteral("*") : cells(i).Caption().leftJustified(1);
+    }
+    return text;
+  };
   return cells;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shell/accessible_controls.h"
 #include "shell/controls.h"
 
 constexpr int DisplayColumns = 20;
@@ -10,4 +11,5 @@ constexpr QRgb DisplayEdge = 0x3A4A30;
 
 /// Fills `display` with a grid of one-character cells that looks like the panel's display; its
 /// letters are `scale` times the usual size.
-ControlArray<Label> AddDisplayCells(QWidget* display, int rows, const char* name, double scale);
+ControlArray<Label> AddDisplayCells(DescribedWidget* display, int rows, const char* name,
+                                    double scale);

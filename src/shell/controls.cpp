@@ -10,7 +10,10 @@
 #include <memory>
 #include <utility>
 
+#include "shell/accessible_controls.h"
+
 ComboBox::ComboBox(QWidget* parent) : QComboBox(parent) {
+  InstallAccessibleControls();
   setMaxVisibleItems(18);
   setFocusPolicy(Qt::StrongFocus);
   connect(this, &QComboBox::activated, this, [this] { RunHandler(Click); });

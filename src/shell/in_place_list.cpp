@@ -13,6 +13,9 @@ InPlaceList::InPlaceList(ChildForm* form, const char* name, const QStringList& i
   setEditTriggers(NoEditTriggers);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setMouseTracking(true);
+  setFrameShape(QFrame::Box);
+  setFrameShadow(QFrame::Plain);
+  setLineWidth(1);
   model_.setStringList(items);
   hide();
   connect(this, &QListView::clicked, this,
@@ -61,10 +64,10 @@ void InPlaceList::Open(const QWidget& cell, int index) {
 
 void InPlaceList::Close() {
   if (isHidden()) return;
-  const bool hadFocus = hasFocus();
+  // Before the list goes, or the focus would pass over whatever stands first on the screen.
+  if (hasFocus() && cell_) cell_->setFocus(Qt::OtherFocusReason);
   hide();
   if (auto* label = qobject_cast<Label*>(cell_)) label->SetExpanded(false);
-  if (hadFocus && cell_) cell_->setFocus(Qt::OtherFocusReason);
 }
 
 void InPlaceList::Choose(int index) {

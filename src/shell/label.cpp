@@ -7,7 +7,7 @@
 #include <QTextDocument>
 #include <QToolTip>
 
-#include "shell/accessible_label.h"
+#include "shell/accessible_controls.h"
 #include "shell/dialogs.h"
 
 namespace {
@@ -62,11 +62,7 @@ void DrawFocusRing(QPainter& painter, const QWidget& control) {
 }
 
 Label::Label(QWidget* parent) : QWidget(parent) {
-  static const bool installed = [] {
-    QAccessible::installFactory(AccessibleLabelFactory);
-    return true;
-  }();
-  Q_UNUSED(installed)
+  InstallAccessibleControls();
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   setAttribute(Qt::WA_Hover);
 }
@@ -94,7 +90,7 @@ void Label::SetChecked(bool checked) {
   QAccessible::State changed;
   changed.checked = true;
   QAccessibleStateChangeEvent event(this, changed);
-  QAccessible::updateAccessibility(&event);
+  TellReadersSeam(event);
 }
 
 void Label::SetExpanded(bool expanded) {
@@ -103,7 +99,7 @@ void Label::SetExpanded(bool expanded) {
   QAccessible::State changed;
   changed.expanded = true;
   QAccessibleStateChangeEvent event(this, changed);
-  QAccessible::updateAccessibility(&event);
+  TellReadersSeam(event);
 }
 
 void Label::SetState(const QString& state) {
@@ -118,13 +114,15 @@ QString Label::Value() const {
 
 /// A cell tells its value apart from its name; what is only read has its value in its name.
 void Label::TellChange(const QString& before) {
-  if (!QAccessible::isActive() || Value() == before) return;
+  if (Value() == before) return;
+  if (announceMs_ > 0 && announced_.isValid() && announced_.elapsed() < announceMs_) return;
+  announced_.start();
   if (Click) {
     QAccessibleValueChangeEvent value(this, Value());
-    QAccessible::updateAccessibility(&value);
+    TellReadersSeam(value);
   }
   QAccessibleEvent text(this, Click ? QAccessible::DescriptionChanged : QAccessible::NameChanged);
-  QAccessible::updateAccessibility(&text);
+  TellReadersSeam(text);
 }
 
 void Label::SetBackColor(std::optional<QRgb> color) {

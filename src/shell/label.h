@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QPoint>
 #include <QRgb>
 #include <QWidget>
@@ -51,6 +52,8 @@ class Label : public QWidget {
   bool Expanded() const { return expanded_; }
   /// What the label shows by its colour alone, in a word for screen readers: "Lit".
   void SetState(const QString& state);
+  /// A caption that changes fast is told to screen readers at most once in this time.
+  void SetAnnounceMs(int ms) { announceMs_ = ms; }
   /// The state when there is one, otherwise the caption.
   QString Value() const;
 
@@ -115,6 +118,8 @@ class Label : public QWidget {
   CellAct act_ = CellAct::Press;
   bool checked_ = false;
   bool expanded_ = false;
+  int announceMs_ = 0;
+  QElapsedTimer announced_;
   std::optional<QRgb> backColor_;
   Qt::Alignment alignment_ = Qt::AlignLeft | Qt::AlignVCenter;
   Qt::TextElideMode elideMode_ = Qt::ElideRight;

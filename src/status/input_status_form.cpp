@@ -8,6 +8,7 @@ namespace {
 
 void ShowLamp(Label& lamp, bool lit) {
   lamp.SetBackColor(lit ? Colors::White : Colors::Grey);
+  lamp.SetState(lit ? QStringLiteral("Closed") : QStringLiteral("Open"));
 }
 
 }  // namespace

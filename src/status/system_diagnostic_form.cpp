@@ -134,6 +134,7 @@ void frmT3SystemDiagnostic::NoteChanges() {
     if (!Watched(cell) || inputs == LastInputs(cell)) continue;
     LastInputs(cell) = inputs;
     lblFLNode(cell).SetBackColor(Colors::Blue);
+    lblFLNode(cell).SetState(QStringLiteral("Watched, an input has changed"));
   }
 }
 
@@ -147,6 +148,8 @@ void frmT3SystemDiagnostic::SetRunning(bool running) {
 
 void frmT3SystemDiagnostic::ShowWatched(int cell) {
   lblFLNode(cell).SetBackColor(Watched(cell) ? Colors::White : Colors::LightGrey);
+  lblFLNode(cell).SetState(Watched(cell) ? QStringLiteral("Watched")
+                                         : QStringLiteral("Not watched"));
 }
 
 void frmT3SystemDiagnostic::cmdStop_Click() {

@@ -36,6 +36,12 @@ Int16 KeyBits(int index) {
   return index == ChordIndex ? ChordBits : static_cast<Int16>(1 << index);
 }
 
+QString LedState(int index, bool lit) {
+  return QStringLiteral("LED %1 %2")
+      .arg(index + 1)
+      .arg(lit ? QStringLiteral("lit") : QStringLiteral("dark"));
+}
+
 QString KeyCaption(int index) {
   return QString::fromLatin1(FrontKeys[static_cast<std::size_t>(index)].Caption);
 }
@@ -65,7 +71,7 @@ void frmT3VirtualKeypad::Form_Load() {
 }
 
 void frmT3VirtualKeypad::BuildDisplay(QBoxLayout* layout) {
-  auto* display = Add<QWidget>(nullptr, "fraDisplay");
+  display = Add<DescribedWidget>(nullptr, "fraDisplay", QAccessible::StaticText);
   layout->addWidget(display, 0, Qt::AlignHCenter);
   lblLCD = AddDisplayCells(display, CellCount / DisplayColumns, "lblLCD", 1.6);
   auto* cells = static_cast<QGridLayout*>(display->layout());
@@ -99,6 +105,7 @@ void frmT3VirtualKeypad::BuildLeds(QBoxLayout* layout) {
     led->SetWidthInChars(8);
     led->SetAlignment(Qt::AlignCenter);
     led->SetBackColor(Colors::Grey);
+    led->SetState(LedState(i, false));
     led->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     row->addWidget(led);
     lblLED.Add(led, QStringLiteral("lblLED"));
@@ -148,11 +155,14 @@ void frmT3VirtualKeypad::ShowFromQZ() {
     const Int16 code = ReplyCode(i + firstCell);
     if (code != ScreenCache(i)) ShowCell(i, code);
   }
+  display->TellChange();
   const auto leds = static_cast<Int16>(ReplyByte(firstCell + CellCount));
   if (leds == LedCache) return;
   LedCache = leds;
   for (int i = 0; i < LedCount; ++i) {
-    lblLED(i).SetBackColor((leds >> i & 1) != 0 ? Colors::LightGreen : Colors::Grey);
+    const bool lit = (leds >> i & 1) != 0;
+    lblLED(i).SetBackColor(lit ? Colors::LightGreen : Colors::Grey);
+    lblLED(i).SetState(LedState(i, lit));
   }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shell/accessible_controls.h"
 #include "status/display_glyph.h"
 #include "status/status_form.h"
 
@@ -31,6 +32,7 @@ class frmT3VirtualKeypad : public StatusForm {
   Int16 LedCache = 0;
 
   QWidget* front = nullptr;
+  DescribedWidget* display = nullptr;
   ControlArray<Label> lblLCD;
   ControlArray<DisplayGlyph> imgCustomChar;
   ControlArray<DisplayGlyph> imgSourceChar;
