@@ -32,6 +32,7 @@ void FennlinkControlForm::Form_Load() {
   AddLabel(selectors, "lblFennlinkDevice", QStringLiteral("Device"));
   cboFennlinkDevice = Add<DeviceList>(selectors, "cboFennlinkDevice");
   cboFennlinkDevice->Click = [this] { cboFennlinkDevice_Click(); };
+  selectors->addWidget(cboFennlinkDevice->ChooseHint());
   lblDeviceType = AddLabel(selectors, "lblDeviceType", {});
   selectors->addSpacing(16);
   lblInput = AddLabel(selectors, "lblInput", QStringLiteral("Input"));

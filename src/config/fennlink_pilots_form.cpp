@@ -17,6 +17,7 @@ void frmT3FennlinkPilots::Form_Load() {
   AddLabel(row, "lblFennlinkDevice", QStringLiteral("Device"));
   cboFennlinkDevice = Add<DeviceList>(row, "cboFennlinkDevice");
   cboFennlinkDevice->Click = [this] { cboFennlinkDevice_Click(); };
+  row->addWidget(cboFennlinkDevice->ChooseHint());
 
   grid = new RowGrid(DeviceInputCount, QStringLiteral("Input "));
   lblInputName = grid->AddNames("lblInputName", 14);

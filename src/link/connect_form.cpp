@@ -1,5 +1,7 @@
 #include "link/connect_form.h"
 
+#include <QApplication>
+
 #include "link/panel_queue.h"
 #include "link/transport.h"
 #include "panel/code_page.h"
@@ -145,9 +147,12 @@ void frmT3Connect::BuildOnLineFunctions(QGroupBox* frame) {
     button->Click = [this, click] { (this->*click)(); };
     return button;
   };
+  auto* reading = new QHBoxLayout;
+  reading->setAlignment(Qt::AlignLeft);
+  lines->addLayout(reading);
   auto* small = new QHBoxLayout;
-  cmdRefresh = addButton(small, "cmdRefresh", "Refresh", &frmT3Connect::cmdRefresh_Click);
-  lblReadAt = AddLabel(small, "lblReadAt", {});
+  cmdRefresh = addButton(reading, "cmdRefresh", "Refresh", &frmT3Connect::cmdRefresh_Click);
+  lblReadAt = AddLabel(reading, "lblReadAt", {});
   lblReadAt->SetLook(Label::Look::Quiet);
   lblReadAt->setToolTip(QStringLiteral("The panel's time and date stand as they were read then."));
   cmdSetQZClock = addButton(small, "cmdSetQZClock", "Set Tamberloom 3 Clock",
@@ -183,12 +188,15 @@ void frmT3Connect::BuildOnLineFunctions(QGroupBox* frame) {
   pbActivityProgress->setRange(0, ImageBlockCount);
   pbActivityProgress->setTextVisible(false);
   auto* cancel = new QHBoxLayout;
-  cancel->setAlignment(Qt::AlignRight);
+  lblTimeLeft = AddLabel(cancel, "lblTimeLeft", {});
+  lblTimeLeft->SetLook(Label::Look::Quiet);
+  cancel->addStretch(1);
   cmdCancelUpDownLoad =
       addButton(cancel, "cmdCancelUpDownLoad", "Cancel", &frmT3Connect::cmdCancelUpDownLoad_Click);
   lines->addLayout(cancel);
   lblActivityProgress->setVisible(false);
   pbActivityProgress->setVisible(false);
+  lblTimeLeft->setVisible(false);
   cmdCancelUpDownLoad->setVisible(false);
 }
 
@@ -311,6 +319,12 @@ void frmT3Connect::ShowSettingsEnabled(bool enabled) {
   for (int i = 0; i < chkConnectionType.Count(); ++i) chkConnectionType(i).setEnabled(enabled);
   txtPhoneNumber->setEnabled(enabled);
   txtTCPIP->setEnabled(enabled);
+  // Where the panel is stays readable while it is connected.
+  for (TextBox* box : {txtPhoneNumber, txtTCPIP}) {
+    QPalette palette = QApplication::palette(box);
+    palette.setColor(QPalette::Disabled, QPalette::Text, palette.color(QPalette::PlaceholderText));
+    box->setPalette(palette);
+  }
 }
 
 void frmT3Connect::chkConnectionType_MouseUp(int index) {

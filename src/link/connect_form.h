@@ -134,6 +134,8 @@ class frmT3Connect : public ChildForm {
   Button* cmdCancelUpDownLoad = nullptr;
   Label* lblActivityProgress = nullptr;
   QProgressBar* pbActivityProgress = nullptr;
+  Label* lblTimeLeft = nullptr;
+  Stopwatch transferTime;
 
   QGroupBox* fraPassWord = nullptr;
   ControlArray<TextBox> txtPassWord;

@@ -40,17 +40,31 @@ std::string WriteCommand(int block) {
   return command;
 }
 
+/// What is left at the pace so far; nothing until there is a pace.
+QString TimeLeft(qint64 elapsedMs, int block) {
+  constexpr qint64 settledMs = 1000;
+  if (elapsedMs < settledMs) return {};
+  const auto seconds =
+      static_cast<int>(elapsedMs * (ImageBlockCount - block) / std::max(block, 1) / 1000 + 1);
+  return seconds < 60 ? QStringLiteral("About %1 s left").arg(seconds)
+                      : QStringLiteral("About %1 min left").arg((seconds + 59) / 60);
+}
+
 }  // namespace
 
 void frmT3Connect::MasterMDIMenuDisable() {
   DisableMainMenus();
   cmdCancelUpDownLoad->setVisible(true);
+  transferTime.Restart();
+  lblTimeLeft->SetCaption({});
+  lblTimeLeft->setVisible(true);
   QCoreApplication::processEvents();
 }
 
 void frmT3Connect::MasterMDIMenuEnable() {
   EnableMainMenus();
   cmdCancelUpDownLoad->setVisible(false);
+  lblTimeLeft->setVisible(false);
 }
 
 /// The other functions go off while the password or a transfer is under way.
@@ -110,6 +124,7 @@ void frmT3Connect::ShowBlock(const char* action, int block) {
                                       .arg(block)
                                       .arg(ImageBlockCount));
   pbActivityProgress->setValue(block);
+  lblTimeLeft->SetCaption(TimeLeft(transferTime.ElapsedMs(), block));
 }
 
 void frmT3Connect::cmdCancelUpDownLoad_Click() {

@@ -48,6 +48,7 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
   setStyle(new ListStyle);
   MendQuietText();
   setApplicationName(ProgramTitle);
+  setWindowIcon(QIcon(QStringLiteral(":/tamberloom3.png")));
   setDesktopFileName(QStringLiteral("tamberloom3"));
   DimmerAddressAlert = [](Int32 addr) {
     MsgBox(QString::number(addr), MsgIcon::None, ProgramTitle);

@@ -52,6 +52,13 @@ DeviceList::DeviceList(QWidget* parent) : ComboBox(parent) {
   setAccessibleName(QStringLiteral("Device"));
   setItemDelegate(new DeviceDelegate(this));
   SetWidthInChars(16);
+  hint_ = new Label;
+  hint_->setObjectName(QStringLiteral("lblChooseDevice"));
+  hint_->SetLook(Label::Look::Quiet);
+  hint_->SetCaption(QStringLiteral("Choose a device to see what it has."));
+  hint_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  connect(this, &QComboBox::currentIndexChanged, hint_,
+          [hint = hint_](int index) { hint->setVisible(index <= 0); });
 }
 
 void DeviceList::Fill() {

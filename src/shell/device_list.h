@@ -26,6 +26,11 @@ class DeviceList : public ComboBox {
 
   /// Replaces the items by the present names and leaves no selection; runs nothing.
   void Fill();
+  /// A quiet line that says what to do while no device is chosen, to stand behind the list.
+  QWidget* ChooseHint() const { return hint_; }
 
   void showPopup() override;
+
+ private:
+  Label* hint_;
 };

@@ -1,9 +1,26 @@
 #include "shell/in_place_list.h"
 
+#include <QGraphicsDropShadowEffect>
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QStyleHints>
+#include <QStyledItemDelegate>
+#include <algorithm>
 #include <utility>
+
+namespace {
+
+/// Rows as high as the value cells that the list stands over.
+class CellHeightDelegate : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    const QSize size = QStyledItemDelegate::sizeHint(option, index);
+    return {size.width(), std::max(size.height(), Label().sizeHint().height())};
+  }
+};
+
+}  // namespace
 
 InPlaceList::InPlaceList(ChildForm* form, const char* name, const QStringList& items)
     : QListView(form), form_(form) {
@@ -16,6 +33,12 @@ InPlaceList::InPlaceList(ChildForm* form, const char* name, const QStringList& i
   setFrameShape(QFrame::Box);
   setFrameShadow(QFrame::Plain);
   setLineWidth(1);
+  setItemDelegate(new CellHeightDelegate(this));
+  auto* shadow = new QGraphicsDropShadowEffect(this);
+  shadow->setBlurRadius(16);
+  shadow->setOffset(0, 3);
+  shadow->setColor(QColor(0, 0, 0, 140));
+  setGraphicsEffect(shadow);
   model_.setStringList(items);
   hide();
   connect(this, &QListView::clicked, this,
@@ -43,8 +66,10 @@ void InPlaceList::Open(const QWidget& cell, int index) {
   for (int i = 0; i < ListCount(); i += step) {
     width = std::max(width, fontMetrics().horizontalAdvance(List(i)) + 40);
   }
+  // Whole rows, however low the screen is.
+  const int fit = std::max((form_->height() - 2 * frameWidth()) / rowHeight, 1);
   const QSize size(std::min(width, form_->width()),
-                   std::min(rows * rowHeight + 2 * frameWidth(), form_->height()));
+                   std::min(rows, fit) * rowHeight + 2 * frameWidth());
   QPoint at = cell.mapTo(form_, QPoint(0, 0));
   at.setX(std::clamp(at.x(), 0, form_->width() - size.width()));
   at.setY(std::clamp(at.y(), 0, form_->height() - size.height()));

@@ -14,6 +14,7 @@ namespace {
 
 constexpr int CellPadding = 5;
 constexpr double mostSqueezed = 0.7;
+constexpr double leastRoom = 0.8;
 constexpr int hoverTint = 40;
 constexpr int glyphStrength = 150;
 
@@ -162,8 +163,10 @@ QSize Label::sizeHint() const {
 
 QSize Label::minimumSizeHint() const {
   const QFontMetrics metrics(font());
-  const int width = metrics.averageCharWidth() * widthInChars_ + 2 * CellPadding + 2 + GlyphRoom();
-  return {widthInChars_ > 0 ? width : 0, metrics.height() + 6};
+  // Where room is short the text is squeezed.
+  const auto chars = static_cast<int>(metrics.averageCharWidth() * widthInChars_ * leastRoom);
+  const int width = chars + 2 * CellPadding + 2 + GlyphRoom();
+  return {widthInChars_ > 0 ? width : 0, metrics.height() + 4};
 }
 
 int Label::GlyphRoom() const {

@@ -1,7 +1,9 @@
 #include "shell/main_window.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
+#include <QFontInfo>
 #include <QGuiApplication>
 #include <QMenuBar>
 #include <QScreen>
@@ -17,7 +19,13 @@
 
 namespace {
 
-constexpr QSize WindowSize(737, 543);
+/// 11055 by 8145 twips. A twip follows the desktop's text: at 9 points fifteen are a pixel.
+QSize WindowSize() {
+  constexpr double usualDpi = 96;
+  const double dpi = QGuiApplication::primaryScreen()->logicalDotsPerInch();
+  const double pixels = QFontInfo(QApplication::font()).pointSizeF() * dpi / usualDpi / 9 / 15;
+  return QSizeF(11055 * pixels, 8145 * pixels).toSize();
+}
 
 frmT3MasterMDI* mainWindow = nullptr;
 
@@ -80,6 +88,9 @@ frmT3MasterMDI::frmT3MasterMDI(const ProgramScreens& program) : program_(program
   tmrFix_->Tick = [this] { tmrFix_Timer(); };
   constexpr int recoveryMs = 3000;
   tmrRecovery_ = new Timer(this, "tmrRecovery", recoveryMs);
+  constexpr int marksMs = 250;
+  tmrMarks_ = new Timer(this, "tmrMarks", marksMs);
+  tmrMarks_->Tick = [this] { ShowMarks(); };
   tmrRecovery_->Tick = [this] { recovery_.Update(); };
   HandlersDoneSeam = [this] {
     for (QWidget* page : retired_) page->deleteLater();
@@ -93,11 +104,12 @@ frmT3MasterMDI::~frmT3MasterMDI() {
 }
 
 void frmT3MasterMDI::MDIForm_Load() {
-  resize(WindowSize);
-  const QRect screen = QGuiApplication::primaryScreen()->geometry();
+  const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+  const QSize size = WindowSize();
+  resize(size.boundedTo(screen.size()));
   move(screen.center() - rect().center());
   // The window manager puts the window up while the program fills it.
-  show();
+  size.width() > screen.width() || size.height() > screen.height() ? showMaximized() : show();
   BuildMenu();
   BuildClient();
   QDir().mkpath(DataPath(QStringLiteral("Documentation")));
@@ -117,6 +129,7 @@ void frmT3MasterMDI::MDIForm_Load() {
   tmrFix_->SetEnabled(true);
   recovery_.Settle();
   tmrRecovery_->SetEnabled(true);
+  tmrMarks_->SetEnabled(true);
 }
 
 ChildForm* frmT3MasterMDI::ShowForm(const std::string& name) {
@@ -214,12 +227,30 @@ void frmT3MasterMDI::UpdateStatusBar() {
   }
 }
 
+/// The mark of unsaved changes, or for some seconds what has just been done.
+void frmT3MasterMDI::ShowMarks() {
+  constexpr qint64 momentMs = 4000;
+  const bool news = !news_.isEmpty() && newsShown_.ElapsedMs() < momentMs;
+  if (!news) news_.clear();
+  lblMark_->SetCaption(news               ? news_
+                       : DataChanged != 0 ? QStringLiteral("Unsaved changes")
+                                          : QString());
+}
+
+void frmT3MasterMDI::TellNews(const QString& news) {
+  news_ = news;
+  newsShown_.Restart();
+  ShowMarks();
+}
+
 void frmT3MasterMDI::SetLinkStatus(const QString& text) {
   statusLink_->SetCaption(text);
 }
 
 void frmT3MasterMDI::SetMainMenusEnabled(bool enabled) {
   for (QAction* entry : topEntries_) entry->setEnabled(enabled);
+  // Or its keys would still walk among entries that do nothing.
+  menuBar()->setEnabled(enabled);
   cmdClose_->setEnabled(enabled);
 }
 
@@ -242,8 +273,8 @@ void frmT3MasterMDI::resizeEvent(QResizeEvent* event) {
 void frmT3MasterMDI::MDIForm_Resize() {
   const auto state = windowState();
   if (!(state & (Qt::WindowMaximized | Qt::WindowMinimized | Qt::WindowFullScreen)) &&
-      size() != WindowSize) {
-    resize(WindowSize);
+      size() != WindowSize()) {
+    resize(WindowSize());
   }
 }
 

@@ -10,6 +10,7 @@
 #include "panel/recovery_copy.h"
 #include "shell/child_form.h"
 #include "shell/screen_entry.h"
+#include "shell/stopwatch.h"
 
 /// The main window: the menu, the status bar, the screen on show and the project's file commands.
 /// The program lives from its load to its close.
@@ -73,6 +74,8 @@ class frmT3MasterMDI : public QMainWindow {
   void BringToFront(const LoadedScreen& screen);
   bool DiscardChanges() const;
   void ShowEmptyState();
+  void ShowMarks();
+  void TellNews(const QString& news);
   void TearDown();
 
   const ScreenEntry* FindScreen(const std::string& name) const;
@@ -87,6 +90,10 @@ class frmT3MasterMDI : public QMainWindow {
   QWidget* captionLine_ = nullptr;  ///< Title and close box of the screen on show.
   QLabel* lblTitle_ = nullptr;
   QToolButton* cmdClose_ = nullptr;
+  Label* lblMark_ = nullptr;  ///< Unsaved changes, or what has just been done.
+  QString news_;
+  Stopwatch newsShown_;
+  Timer* tmrMarks_ = nullptr;
   Label* statusFile_ = nullptr;
   Label* statusLink_ = nullptr;
   Timer* tmrFix_ = nullptr;

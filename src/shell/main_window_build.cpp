@@ -95,7 +95,11 @@ void frmT3MasterMDI::BuildClient() {
   QFont bold = font();
   bold.setBold(true);
   lblTitle_->setFont(bold);
-  line->addWidget(lblTitle_, 1);
+  line->addWidget(lblTitle_);
+  lblMark_ = new Label;
+  lblMark_->setObjectName(QStringLiteral("lblMark"));
+  lblMark_->SetLook(Label::Look::Quiet);
+  line->addWidget(lblMark_, 1);
   cmdClose_ = new QToolButton;
   cmdClose_->setObjectName(QStringLiteral("cmdClose"));
   cmdClose_->setText(QStringLiteral("\u00d7"));

@@ -55,6 +55,7 @@ void frmT3MasterMDI::FileOpen() {
   FileNotInMemory = false;
   DataChanged = 0;
   recovery_.Settle();
+  TellNews(QStringLiteral("Opened"));
 }
 
 void frmT3MasterMDI::FileSave() {
@@ -69,6 +70,7 @@ void frmT3MasterMDI::FileSave() {
   WriteProjectFile();
   DataChanged = 0;
   recovery_.Settle();
+  TellNews(QStringLiteral("Saved"));
 }
 
 void frmT3MasterMDI::FileSaveAs() {
@@ -86,6 +88,7 @@ void frmT3MasterMDI::FileSaveAs() {
   UpdateStatusBar();
   DataChanged = 0;
   recovery_.Settle();
+  TellNews(QStringLiteral("Saved"));
 }
 
 void frmT3MasterMDI::mnuSave_Click() {

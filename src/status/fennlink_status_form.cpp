@@ -33,6 +33,7 @@ void frmT3FennlinkStatus::Form_Load() {
   AddLabel(row, "lblFLinkDevice", QStringLiteral("Device"));
   cboFLinkDevice = Add<DeviceList>(row, "cboFLinkDevice");
   cboFLinkDevice->Click = [this] { cboFLinkDevice_Click(); };
+  row->addWidget(cboFLinkDevice->ChooseHint());
   row->addSpacing(16);
   lblFLinkDeviceType = Add<Label>(row, "lblFLinkDeviceType");
   for (int family = 0; family < FennlinkFamilyCount; ++family) AddFamilyFrame(family);

@@ -8,10 +8,21 @@ void LiveForm::AddNoConnection() {
   lblNoConnection =
       AddLabel(nullptr, "lblNoConnection", QStringLiteral("Not Connected To Tamberloom 3"));
   AddWidget(lblNoConnection);
+  connect_ = new QWidget;
+  auto* row = new QHBoxLayout(connect_);
+  row->setContentsMargins(0, 0, 0, 0);
+  auto* cmdGoConnect = Add<Button>(row, "cmdGoConnect", QStringLiteral("Connect..."));
+  cmdGoConnect->Click = [] {
+    UnloadAllForms();
+    ShowForm("frmT3Connect");
+  };
+  row->addStretch(1);
+  AddWidget(connect_);
 }
 
 void LiveForm::Form_Activate() {
   lblNoConnection->setVisible(Connected == 0);
+  connect_->setVisible(Connected == 0);
   if (auto* hint = findChild<QWidget*>(QStringLiteral("lblHint"))) hint->setVisible(Connected != 0);
   ShowConnected(Connected != 0);
 }
@@ -42,6 +53,8 @@ QHBoxLayout* StatusForm::AddUpdateControls() {
   lblAutoUpdate->SetWidthInChars(18);
   lblAutoUpdate->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   lblAutoUpdate->SetAlignment(Qt::AlignCenter);
+  lblMenusOff = AddLabel(row, "lblMenusOff", QStringLiteral("The menus rest meanwhile."));
+  lblMenusOff->SetLook(Label::Look::Quiet);
   row->addStretch(1);
   Timer1 = new Timer(this, "Timer1", 250);
   Timer1->Tick = [this] { Timer1_Timer(); };
@@ -93,6 +106,7 @@ void StatusForm::SetAutoUpdating(bool on) {
                                : QStringLiteral("Enable Auto Updates"));
   lblAutoUpdate->SetCaption(on ? QStringLiteral("Updates Enabled")
                                : QStringLiteral("Updates Disabled"));
+  lblMenusOff->setVisible(on);
   lblAutoUpdate->SetBackColor(on ? Colors::LightGreen : Colors::Grey);
   EnableForManual(!on);
   Timer1->SetEnabled(on);

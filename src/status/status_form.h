@@ -16,6 +16,7 @@ class LiveForm : public ChildForm {
 
  private:
   Label* lblNoConnection = nullptr;
+  QWidget* connect_ = nullptr;  ///< Offers the way to a panel.
 };
 
 /// "On" on white or "Off" on grey.
@@ -59,6 +60,7 @@ class StatusForm : public LiveForm {
   Button* cmdUpdateStatus = nullptr;
   Button* cmdAutoUpdate = nullptr;
   Label* lblAutoUpdate = nullptr;
+  Label* lblMenusOff = nullptr;
   Timer* Timer1 = nullptr;
   Timer* tmrFirstReading = nullptr;  ///< Reads once the screen is there to be seen.
 };

@@ -1,3 +1,5 @@
+#include <QScrollArea>
+
 #include "link/panel_host.h"
 #include "nonsense_panel.h"
 #include "screen_table.h"
@@ -84,6 +86,37 @@ TEST_F(EveryScreenTest, OpensConnectedToAPanel) {
   ConnectTo(address);
   OpenAllOnEveryPanel();
   EXPECT_EQ(Connected, -1);
+}
+
+TEST_F(EveryScreenTest, FitsTheWindowAtEverySizeOfText) {
+  const QFont usual = QApplication::font();
+  for (const int points : {9, 10, 11, 14}) {
+    window.reset();
+    QFont font = usual;
+    font.setPointSize(points);
+    QApplication::setFont(font);
+    window = std::make_unique<frmT3MasterMDI>(AllScreens());
+    window->MDIForm_Load();
+    window->showNormal();  // As where the screen has the room.
+    QApplication::processEvents();
+    window->MDIForm_Resize();
+    FillFull();
+    for (NameArray* names : {&PanelRecord.RelayName, &PanelRecord.GroupName, &PanelRecord.InputName,
+                             &PanelRecord.TimerName, &PanelRecord.PresetName}) {
+      for (int i = 0; i < ItemCount; ++i) (*names)(i) = "WWWWWWWWWW";
+    }
+    for (const ScreenEntry& entry : ScreenTable()) {
+      if (!entry.Create) continue;
+      window->UnloadAllForms();
+      ChildForm* form = window->ShowForm(entry.Name);
+      QApplication::processEvents();
+      auto* page = qobject_cast<QScrollArea*>(form->parentWidget()->parentWidget());
+      ASSERT_NE(page, nullptr);
+      EXPECT_EQ(page->horizontalScrollBar()->maximum(), 0) << entry.Name << " at " << points << " in " << window->width();
+      EXPECT_EQ(page->verticalScrollBar()->maximum(), 0) << entry.Name << " at " << points;
+    }
+  }
+  QApplication::setFont(usual);
 }
 
 }  // namespace

@@ -16,17 +16,21 @@ class StatusFormsTest : public LivePanelTest {
   }
 };
 
-TEST_F(StatusFormsTest, WithoutAPanelOnlyTheTextSaysSo) {
+TEST_F(StatusFormsTest, WithoutAPanelOnlyTheTextSaysSoAndOffersTheWay) {
   Connected = 0;
   for (const char* screen : pollingScreens) {
     ChildForm* form = Open(screen);
     for (QWidget* control : form->findChildren<QWidget*>()) {
       if (Shown(*control) && !control->objectName().isEmpty()) {
-        EXPECT_EQ(control->objectName(), "lblNoConnection") << screen;
+        EXPECT_TRUE(control->objectName() == "lblNoConnection" ||
+                    control->objectName() == "cmdGoConnect")
+            << screen;
       }
     }
   }
   EXPECT_TRUE(commands.empty());
+  Press("cmdGoConnect");
+  EXPECT_TRUE(Shown(Find<Button>("cmdConnect")));
 }
 
 TEST_F(StatusFormsTest, AutomaticUpdatesLockTheMenusAndALostLinkUnlocksThem) {
