@@ -26,7 +26,7 @@ take_picture() {
   xdotool type --delay 30 127.0.0.1
   "${keys[@]}" Tab space
   sleep 2
-  "${keys[@]}" Return  # Yes: take over the panel's hardware.
+  "${keys[@]}" alt+y  # Yes: take over the panel's hardware.
   sleep 1
   import -window root "$1"
   echo "A picture of the program, connected to the simulated panel: $1"

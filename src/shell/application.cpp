@@ -49,7 +49,7 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
   MendQuietText();
   setApplicationName(ProgramTitle);
   setWindowIcon(QIcon(QStringLiteral(":/tamberloom3.png")));
-  setDesktopFileName(QStringLiteral("tamberloom3"));
+  setDesktopFileName(QStringLiteral("com.example.tamberloom3"));
   DimmerAddressAlert = [](Int32 addr) {
     MsgBox(QString::number(addr), MsgIcon::None, ProgramTitle);
   };
