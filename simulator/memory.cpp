@@ -53,6 +53,12 @@ void PanelMemory::Clear(int first, int last) {
   for (int address = first; address <= last; ++address) SetByte(address, 0);
 }
 
+int PanelMemory::Points() const {
+  int blocks = 0;
+  for (int node = 0; node < map::IONodes; ++node) blocks += Byte(map::IOCount + node);
+  return std::min(blocks * 4, Items);
+}
+
 int PanelMemory::Sum(int first, int last) const {
   int sum = 0;
   for (int address = first; address <= last; ++address) {

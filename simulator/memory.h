@@ -19,6 +19,11 @@ constexpr int OffOnly = 2;
 constexpr int OnAndOff = 3;
 constexpr int BlinkAlert = 4;
 
+/// Times of day count quarter hours; a single date that has none holds `NoEntry`.
+constexpr int QuarterMinutes = 15;
+constexpr int LastQuarter = 95;
+constexpr int NoEntry = 100;
+
 /// A table of codes kept as one bit matrix a code bit, plane 0 the lowest bit. A row takes six
 /// bytes, column c is bit c mod 8 of byte c / 8.
 struct PlaneSet {
@@ -37,6 +42,8 @@ constexpr PlaneSet TimerGroupControl{0x0B70, 2};   // group, timer
 constexpr PlaneSet TimerPresetControl{0x0DB0, 1};  // preset, timer
 constexpr PlaneSet PresetRelayControl{0x0ED0, 2};  // relay, preset
 constexpr int InputPreset = 0x06C0;
+constexpr int RelayTimerType = 0x06F0;
+constexpr int RelayPowerOnType = 0x0720;
 constexpr int InputType = 0x0750;
 constexpr int InputTimedOnTime = 0x0780;  // words, minutes
 constexpr int LocalPilot = 0x0900;
@@ -51,16 +58,25 @@ constexpr int TimerName = 0x19C0;
 constexpr int PresetName = 0x1BA0;
 constexpr int NameLength = 10;
 constexpr int TimerTimeType = 0x1E00;
+constexpr int TimerTime = 0x1E30;
+constexpr int TimerDays = 0x1E60;
+constexpr int TimerHolidayMonth = 0x1E90;
 constexpr int TimerHolidayDate = 0x1EC0;
+constexpr int InputEnableTime = 0x1EF0;
+constexpr int InputDisableTime = 0x1F20;
 constexpr int BlinkAlertMinutes = 0x1F50;
 constexpr int OverrideMinutes = 0x1F51;  // word
 constexpr int AlarmSeconds = 0x1F53;
+constexpr int OffHoursSweepInterval = 0x1F54;
+constexpr int OffHoursSweepRelay = 0x1F55;  // a bit an item
+constexpr int OffHoursSweepGroup = 0x1F5B;
 constexpr int DSTEnabled = 0x1F61;
 constexpr int Latitude = 0x1F62;
 constexpr int Longitude = 0x1F63;
 constexpr int TimeZone = 0x1F64;
 constexpr int PanelName = 0x1F65;
 constexpr int PanelNameLength = 18;
+constexpr int PhotocellFilter = 0x1F78;
 constexpr int TimedOnOperation = 0x1F79;
 constexpr int Password = 0x1F7A;
 constexpr int PasswordLength = 6;
@@ -77,6 +93,9 @@ constexpr int DeviceBlock(int device) {
 constexpr int DeviceName = 0x01;
 constexpr int DeviceInputType = 0x0B;
 constexpr int DeviceTimedOnTime = 0x13;  // words, minutes
+constexpr int DevicePilot = 0x23;
+constexpr int DeviceOffLevel = 0x2B;
+constexpr int DeviceOnLevel = 0x33;
 constexpr PlaneSet DeviceRelayControl(int device) {
   return {0x3200 + device * 0x140, 3, 0x30};
 }
@@ -91,15 +110,29 @@ constexpr int DevicePreset(int device) {
 constexpr int DimmerBlock(int output) {
   return 0x8400 + output * 0x80;
 }
+constexpr int TrackMode = 0;  // and bit 2 minimum, bit 3 maximum from the photocell
 constexpr int PowerOnLevel = 1;
+constexpr int FadeRate = 2;
+constexpr int MinLevel = 3;
 constexpr int MaxLevel = 4;
+constexpr int PhotocellDevice = 6;  // device number less 1
+constexpr int PointAIn = 7;
 constexpr int PointAOut = 8;
 constexpr int PointBIn = 9;
 constexpr int PointBOut = 10;
 constexpr int PointCIn = 11;
+constexpr int PointCOut = 12;
+constexpr int Target = 15;
+constexpr int ControlSlots = 16;
+constexpr int ControlType = 16;  // a byte a slot, as the next four
+constexpr int ControlNumber = 48;
+constexpr int ControlDevice = 64;
+constexpr int ControlAction = 80;
+constexpr int ControlRevert = 96;
 constexpr int RelayOnLevel = 112;
 constexpr int RelayOffLevel = 113;
 constexpr int RelayInclude = 114;
+constexpr int DeviceEnabled = 0x9C00;  // a byte a dimmer device
 }  // namespace map
 
 /// The 40,960 bytes of a panel, with the encodings its memory uses. An address outside throws
@@ -129,6 +162,9 @@ class PanelMemory {
   /// The 16-bit sum of the bytes from first to last, both included: each byte is added, then the
   /// sum is rotated left by one bit.
   int Sum(int first, int last) const;
+
+  /// Installed points, 0..48, by the I/O counts.
+  int Points() const;
 
   /// Counts the changes, so that a keeper of the file knows when to write it.
   std::uint64_t Revision() const { return Changes; }

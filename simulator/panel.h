@@ -9,15 +9,12 @@
 #include <string_view>
 #include <vector>
 
-#include "simulator/memory.h"
+#include "simulator/engine.h"
 
 namespace simulator {
 
 /// The present local date and time. Tests put a clock of their own here.
 using Clock = std::function<QDateTime()>;
-
-/// The two contacts of a local input. A switch with one contact uses On.
-enum class Contact { On = 1, Off = 2 };
 
 /// A panel without its wire: memory, outputs, inputs, devices, front. Numbers of relays, groups,
 /// inputs, timers and presets run from 0 to 47, of devices from 1 to 64, of a device's inputs

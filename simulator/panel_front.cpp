@@ -17,7 +17,7 @@ constexpr char LampDark = 3;
 enum Key { Up = 0x01, Down = 0x02, Enter = 0x04, Exit = 0x08, Previous = 0x10, Next = 0x20 };
 constexpr int Chord = Previous | Next;
 
-std::string Row(std::string text) {
+std::string DisplayRow(std::string text) {
   text.resize(RowLength, ' ');
   return text;
 }
@@ -77,7 +77,7 @@ std::string Panel::Display() {
     case Page::Firmware: {
       std::string text = Firmware;
       text.resize(FirmwareSize, ' ');
-      return simulator::Shown(text) + Row("") + Row("Exit: home");
+      return simulator::Shown(text) + DisplayRow("") + DisplayRow("Exit: home");
     }
     default:
       return ListPage();
@@ -90,12 +90,12 @@ std::string Panel::HomePage() {
   const int hour = time.time().hour();
   int lit = 0;
   for (int relay = 0; relay < Items; ++relay) lit += Relay(relay) ? 1 : 0;
-  return Row(simulator::Shown(Memory.Text(map::PanelName, map::PanelNameLength))) +
-         Row(std::string(days[Weekday()]) + " " + TwoDigits(time.date().month()) + "/" +
-             TwoDigits(time.date().day()) + "/" + TwoDigits(time.date().year() % 100)) +
-         Row(TwoDigits((hour + 11) % 12 + 1, ' ') + ":" + TwoDigits(time.time().minute()) + ":" +
-             TwoDigits(time.time().second()) + (hour < 12 ? " AM" : " PM")) +
-         Row(std::string(1, lit > 0 ? LampLit : LampDark) + " Relays on: " + TwoDigits(lit));
+  return DisplayRow(simulator::Shown(Memory.Text(map::PanelName, map::PanelNameLength))) +
+         DisplayRow(std::string(days[Weekday()]) + " " + TwoDigits(time.date().month()) + "/" +
+                    TwoDigits(time.date().day()) + "/" + TwoDigits(time.date().year() % 100)) +
+         DisplayRow(TwoDigits((hour + 11) % 12 + 1, ' ') + ":" + TwoDigits(time.time().minute()) +
+                    ":" + TwoDigits(time.time().second()) + (hour < 12 ? " AM" : " PM")) +
+         DisplayRow(std::string(1, lit > 0 ? LampLit : LampDark) + " Relays on: " + TwoDigits(lit));
 }
 
 std::string Panel::ListPage() {
@@ -110,16 +110,16 @@ std::string Panel::ListPage() {
       : Shown == Page::Groups
           ? List{"Groups", map::GroupName, [this](int i) { return Group(i); }}
           : List{"Presets", map::PresetName, [this](int i) { return PresetState(i) == '1'; }};
-  std::string text = Row(list.Title);
+  std::string text = DisplayRow(list.Title);
   const int first = Selected / listRows * listRows;
   for (int i = first; i < first + listRows; ++i) {
     if (i >= PageItems()) {
-      text += Row("");
+      text += DisplayRow("");
       continue;
     }
     const std::string name = Memory.Text(list.Names + i * map::NameLength, map::NameLength);
-    text += Row(std::string(1, i == Selected ? Pointer : ' ') + TwoDigits(i + 1) + " " +
-                simulator::Shown(name) + " " + (list.Lit(i) ? LampLit : LampDark));
+    text += DisplayRow(std::string(1, i == Selected ? Pointer : ' ') + TwoDigits(i + 1) + " " +
+                       simulator::Shown(name) + " " + (list.Lit(i) ? LampLit : LampDark));
   }
   return text;
 }

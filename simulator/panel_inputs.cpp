@@ -7,8 +7,6 @@ namespace simulator {
 
 namespace {
 
-constexpr std::int64_t MinuteMs = 60'000;
-
 bool TurnsOn(int code) {
   return code == OnOnly || code == OnAndOff || code == BlinkAlert;
 }

@@ -9,7 +9,6 @@ constexpr int Off = 2;
 constexpr int MomentaryPB = 1;
 constexpr int SetPresetType = 4;
 constexpr int TimedOn = 5;
-constexpr int NoEntry = 100;
 
 std::string Numbered(const std::string& word, int number) {
   return word + (number < 10 ? " 0" : " ") + std::to_string(number);

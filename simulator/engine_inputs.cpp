@@ -1,0 +1,299 @@
+#include <algorithm>
+#include <stdexcept>
+
+#include "simulator/engine.h"
+
+// Contacts, local and on devices, and photocells.
+
+namespace simulator {
+
+namespace {
+
+constexpr std::int64_t QuarterHourMs = QuarterMinutes * MinuteMs;
+
+std::size_t CheckedDevice(int device) {
+  if (device < 1 || device > Devices) throw std::out_of_range("device " + std::to_string(device));
+  return static_cast<std::size_t>(device);
+}
+
+std::size_t CheckedDeviceInput(int device, int input) {
+  CheckedDevice(device);
+  if (input < 0 || input >= DeviceInputs) throw std::out_of_range("input " + std::to_string(input));
+  return static_cast<std::size_t>(SwitchOf(device, input));
+}
+
+}  // namespace
+
+Subject Engine::SwitchSubject(int number) const {
+  if (number < Items) return {Subject::Kind::Input, number, 0};
+  const int index = number - Items;
+  return {Subject::Kind::DeviceInput, index / DeviceInputs + 1, index % DeviceInputs};
+}
+
+bool Engine::SwitchClosed(int number) const {
+  if (number < Items) return (Contacts[static_cast<std::size_t>(number)] & 1) != 0;
+  const int index = number - Items;
+  const auto device = static_cast<std::size_t>(index / DeviceInputs + 1);
+  return (DeviceContacts[device] >> index % DeviceInputs & 1) != 0;
+}
+
+bool Engine::InActiveTimes(int number) const {
+  if (number >= Items) return true;
+  const std::int64_t enable =
+      Settings->EnableQuarter[static_cast<std::size_t>(number)] * QuarterHourMs;
+  const std::int64_t disable =
+      Settings->DisableQuarter[static_cast<std::size_t>(number)] * QuarterHourMs;
+  const std::int64_t time = Wall() % DayMs;
+  if (enable <= disable) return enable == disable || (time >= enable && time < disable);
+  return time >= enable || time < disable;
+}
+
+bool Engine::Active(int number) const {
+  return InActiveTimes(number) && !(number < Items && Has(InputsOff, number));
+}
+
+bool Engine::DeviceInput(int device, int input) const {
+  return SwitchClosed(static_cast<int>(CheckedDeviceInput(device, input)));
+}
+
+bool Engine::DevicePilot(int device, int input) const {
+  return Pilot(static_cast<int>(CheckedDeviceInput(device, input)));
+}
+
+void Engine::SetContact(int input, Contact contact, bool closed) {
+  Refresh();
+  std::uint8_t& state = Contacts.at(static_cast<std::size_t>(input));
+  const auto bit = static_cast<std::uint8_t>(contact);
+  if (((state & bit) != 0) == closed) return;
+  state ^= bit;
+  const Subject cause = SwitchSubject(input);
+  if (contact == Contact::On) {
+    Tell(cause, cause, closed ? Change::On : Change::Off,
+         Settings->InputNames[static_cast<std::size_t>(input)]);
+  } else {
+    TellFires(cause, closed ? "off contact closes" : "off contact opens");
+  }
+  RunSwitch(input, contact, closed, cause);
+}
+
+void Engine::SetDeviceInput(int device, int input, bool closed) {
+  const auto number = static_cast<int>(CheckedDeviceInput(device, input));
+  Refresh();
+  if (SwitchClosed(number) == closed) return;
+  DeviceContacts[static_cast<std::size_t>(device)] ^= static_cast<std::uint8_t>(1 << input);
+  const Subject cause = SwitchSubject(number);
+  Tell(cause, cause, closed ? Change::On : Change::Off,
+       Settings->DeviceNames[static_cast<std::size_t>(device)]);
+  RunSwitch(number, Contact::On, closed, cause);
+}
+
+void Engine::RunSwitch(int number, Contact contact, bool closed, const Subject& cause) {
+  using enum InputKind;
+  const SwitchSetting& setting = Settings->Inputs[static_cast<std::size_t>(number)];
+  const bool isOn = contact == Contact::On;
+  const bool press = isOn && closed;
+  if (Active(number)) {
+    switch (setting.Kind) {
+      case MomentaryOnOff:
+        if (press) SwitchOn(setting);
+        if (closed && !isOn) SwitchOff(setting);
+        break;
+      case MomentaryPB:
+        if (press) Toggle(setting);
+        break;
+      case MaintainedOnOff:
+        if (press) SwitchOn(setting);
+        if (closed != isOn) SwitchOff(setting);
+        break;
+      case MaintainedMultiWay:
+        if (isOn) Toggle(setting);
+        break;
+      case InputKind::SetPreset:
+        if (press && setting.Preset < Items) ApplyPreset(setting.Preset);
+        break;
+      case InputKind::TimedOn:
+        if (isOn) BeginTimedOn(setting, closed);
+        break;
+      case HIDBiLevel:
+      case TwoStep:
+      case FourStep:
+        if (press) NextStep(setting);
+        break;
+      case InputKind::ForceTimer:
+        if (press) EachBit(setting.Rows[1], [&](int timer) { RunTimer(timer, cause); });
+        break;
+      default:
+        break;
+    }
+    if (isOn && Settings->SlotSwitches[static_cast<std::size_t>(number)]) {
+      RunSlots(DimmerSlot::Kind::Input, number, closed);
+    }
+  }
+  RunLevelSwitches(cause);
+}
+
+void Engine::SwitchOn(const SwitchSetting& setting) {
+  PersonTurnsOn(setting.Rows[OnOnly] | setting.Rows[OnAndOff] | setting.Rows[BlinkAlert]);
+}
+
+void Engine::SwitchOff(const SwitchSetting& setting) {
+  TurnOff(setting.Rows[OffOnly] | setting.Rows[OnAndOff]);
+  WarnOff(setting.Rows[BlinkAlert]);
+}
+
+void Engine::Toggle(const SwitchSetting& setting) {
+  const Mask on = setting.Rows[OnOnly] | setting.Rows[OnAndOff] | setting.Rows[BlinkAlert];
+  // A press during the warning keeps the light.
+  if ((on & ~Told) == 0 && (on & Warned) == 0) {
+    SwitchOff(setting);
+  } else {
+    SwitchOn(setting);
+  }
+}
+
+void Engine::BeginTimedOn(const SwitchSetting& setting, bool closed) {
+  const Mask relays = setting.Rows[1];
+  if (closed) TurnOn(relays);
+  if (closed != Settings->TimedOnFromClosing) return;
+  // Those that somebody has switched off meanwhile stay off; a time begun again counts from now.
+  Forget(relays & Told);
+  Schedule({Present + setting.Minutes * MinuteMs, Due::TimeOver, relays & Told});
+}
+
+void Engine::NextStep(const SwitchSetting& setting) {
+  const Mask a = setting.Rows[1];
+  const Mask b = setting.Rows[2];
+  const Mask c = setting.Rows[3];
+  std::vector<Mask> steps;
+  switch (setting.Kind) {
+    case InputKind::HIDBiLevel:  // off, high, low
+      steps = {0, a | b, a | c};
+      break;
+    case InputKind::TwoStep:
+      steps = {a, b};
+      break;
+    default:
+      steps = {0, a, b, a | b};
+  }
+  const Mask all = a | b | (setting.Kind == InputKind::HIDBiLevel ? c : 0);
+  const Mask now = Told & all;
+  const auto count = steps.size();
+  const auto at = std::find(steps.begin(), steps.end(), now);
+  // From no step at all the way goes to the first that lights something.
+  std::size_t step = at != steps.end() ? static_cast<std::size_t>(at - steps.begin()) : count - 1;
+  for (std::size_t tries = 0; tries < count; ++tries) {
+    step = (step + 1) % count;
+    if (steps[step] == now || (at == steps.end() && steps[step] == 0)) continue;
+    TurnOff(all & ~steps[step]);
+    PersonTurnsOn(steps[step]);
+    return;
+  }
+}
+
+void Engine::RunLevelSwitches(const Subject& cause) {
+  if (!Settings->LevelSwitches.empty() || (InputsOff | TimersOff | Held) != 0) {
+    Mask inputs = 0;
+    Mask timers = 0;
+    Mask on = 0;
+    Mask off = 0;
+    Mask status = 0;
+    for (const bool disabling : {true, false}) {  // these first: they cannot be disabled themselves
+      for (const int number : Settings->LevelSwitches) {
+        const SwitchSetting& setting = Settings->Inputs[static_cast<std::size_t>(number)];
+        if ((setting.Kind == InputKind::InputDisable) != disabling) continue;
+        if (!SwitchClosed(number) || !InActiveTimes(number)) continue;
+        if (!disabling && number < Items && Has(inputs, number)) continue;
+        if (disabling) {
+          inputs |= setting.Rows[1];
+        } else if (setting.Kind == InputKind::TimerDisable) {
+          timers |= setting.Rows[1];
+        } else {
+          on |= setting.Rows[1];
+          off |= setting.Rows[2];
+          status |= setting.Rows[3];
+        }
+      }
+    }
+    const auto tell = [&](Mask& known, Mask next, Subject::Kind kind, const auto& names) {
+      const Mask changed = known ^ next;
+      known = next;
+      EachBit(changed, [&](int i) {
+        Tell(cause, {kind, i, 0}, Has(next, i) ? Change::Disabled : Change::Enabled,
+             names[static_cast<std::size_t>(i)]);
+      });
+    };
+    tell(InputsOff, inputs, Subject::Kind::Input, Settings->InputNames);
+    tell(TimersOff, timers, Subject::Kind::Timer, Settings->TimerNames);
+    // Off stands before on, and both before the status, which is that of the moment it began.
+    const Mask frozen = (HeldOn & StatusHeld) | (Output & ~StatusHeld);
+    StatusHeld = status;
+    Held = on | off | status;
+    HeldOn = (on | (frozen & status)) & ~off;
+  }
+  Settle(cause);
+}
+
+// Photocells
+// ---------------------------------------------------------------------------------------
+
+int Engine::PhotocellLevel(int device) const {
+  return static_cast<int>(Lights[CheckedDevice(device)].To / LightUnits);
+}
+
+std::int64_t Engine::LightNow(int device) const {
+  const Light& light = Lights[static_cast<std::size_t>(device)];
+  const std::int64_t passed = Present - light.Since;
+  if (passed >= Settings->PhotocellMs) return light.To;
+  // Cut towards where it came from in either direction, so that a level is reached in its time.
+  return light.From + (light.To - light.From) * passed / Settings->PhotocellMs;
+}
+
+void Engine::SetPhotocell(int device, int level) {
+  Light& light = Lights[CheckedDevice(device)];
+  if (level < 0 || level > 255) throw std::out_of_range("level " + std::to_string(level));
+  Refresh();
+  light = {LightNow(device), level * LightUnits, Present};
+  if (!Settings->IsPhotocell[static_cast<std::size_t>(device)]) return;
+  SchedulePhotocell(device);
+  RunPhotocell(device);
+}
+
+void Engine::SchedulePhotocell(int device) {
+  std::erase_if(Queue, [device](const Pending& pending) {
+    return pending.What == Due::Photocell && pending.Number == device;
+  });
+  const Light& light = Lights[static_cast<std::size_t>(device)];
+  const std::int64_t way = std::abs(light.To - light.From);
+  std::vector<Instant> instants{light.Since + Settings->PhotocellMs};
+  const auto passes = [&](int level) {
+    const std::int64_t from = std::abs(level * LightUnits - light.From);
+    const std::int64_t left = std::abs(level * LightUnits - light.To);
+    if (from + left != way || way == 0) return;
+    instants.push_back(light.Since + (from * Settings->PhotocellMs + way - 1) / way);
+  };
+  for (int i = 0; i < DeviceInputs; ++i) {
+    const auto at = static_cast<std::size_t>(SwitchOf(device, i));
+    passes(Settings->Inputs[at].OnLevel);
+    passes(Settings->Inputs[at].OffLevel);
+  }
+  std::sort(instants.begin(), instants.end());
+  instants.erase(std::unique(instants.begin(), instants.end()), instants.end());
+  for (const Instant at : instants) Schedule({at, Due::Photocell, 0, device});
+}
+
+void Engine::RunPhotocell(int device) {
+  const std::int64_t light = LightNow(device);
+  for (int i = 0; i < DeviceInputs; ++i) {
+    const int number = SwitchOf(device, i);
+    const SwitchSetting& setting = Settings->Inputs[static_cast<std::size_t>(number)];
+    const std::int64_t on = setting.OnLevel * LightUnits;
+    const std::int64_t off = setting.OffLevel * LightUnits;
+    if (on == off) continue;  // not set up
+    const bool reachedOn = on > off ? light >= on : light <= on;
+    const bool reachedOff = on > off ? light <= off : light >= off;
+    if (reachedOn || reachedOff) SetDeviceInput(device, i, reachedOn);
+  }
+  if (light == Lights[static_cast<std::size_t>(device)].To) FollowPhotocell(device);
+}
+
+}  // namespace simulator
