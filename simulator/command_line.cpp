@@ -54,6 +54,13 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
       {"password", "Start with this password of six digits.", "DIGITS"},
       {"fault", "Spoil replies: KIND[:AMOUNT[:GAP]][@FIRST][xCOUNT]. May be given more than once.",
        "FAULT"},
+      {"rehearse",
+       "Run the days of the range as the memory says, print what happens as tab-separated text, "
+       "and end.",
+       "2026-01-01..2026-12-31"},
+      {"inputs", "What is done meanwhile, as in \"2026-03-02 08:10 tap 3\", a line each.", "FILE"},
+      {"plan", "Draw the rehearsed days into FILE as SVG.", "FILE"},
+      {"burn-hours", "Print the hours that each relay was on instead."},
       {"log", "Append a line for each frame to FILE; - is standard output.", "FILE"},
   });
   const bool parsed = parser.parse(arguments);
@@ -99,6 +106,15 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
   wanted.Password = parser.value("password").toStdString();
   wanted.MemoryFile = parser.value("memory");
   wanted.LogFile = parser.value("log");
+  if (parser.isSet("rehearse")) {
+    result.Rehearsal.emplace();
+    result.Rehearsal->InputsFile = parser.value("inputs");
+    result.Rehearsal->PlanFile = parser.value("plan");
+    result.Rehearsal->BurnHours = parser.isSet("burn-hours");
+    ParseRange(parser.value("rehearse"), *result.Rehearsal);
+  } else if (parser.isSet("inputs") || parser.isSet("plan") || parser.isSet("burn-hours")) {
+    throw std::invalid_argument("--inputs, --plan and --burn-hours belong to --rehearse");
+  }
   for (const QString& text : parser.values("fault")) {
     wanted.Faults.push_back(ParseFault(text.toStdString()));
   }

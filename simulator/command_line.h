@@ -3,6 +3,7 @@
 #include <QStringList>
 #include <string>
 
+#include "simulator/rehearsal.h"
 #include "simulator/simulator.h"
 
 namespace simulator {
@@ -10,6 +11,7 @@ namespace simulator {
 /// What the command line asks for.
 struct CommandLine {
   Options Wanted;
+  std::optional<RehearsalOptions> Rehearsal;  // in place of serving lines
   std::string Say;  // a text to print in place of running, for --help and --version
 };
 

@@ -51,6 +51,8 @@ class Engine {
   void SetWall(std::int64_t wall);
   /// Days by which the panel's weekday differs from the calendar's.
   void SetWeekdayShift(int days);
+  /// 0 Sunday .. 6 Saturday.
+  int WeekdayToday() const { return Weekday(Today()); }
   /// The next causes with what they change, from a copy of the engine: at most `causes` of them,
   /// and none further away than `within`.
   struct Happening {
@@ -78,6 +80,13 @@ class Engine {
   void SetDeviceInput(int device, int input, bool closed);
   /// The light on a photocell, 0..255.
   void SetPhotocell(int device, int level);
+  /// A device that has gone from the bus does nothing.
+  void SetSilent(int device, bool silent);
+
+  /// Trimmed, in UTF-8.
+  const std::string& RelayName(int relay) const {
+    return Settings->RelayNames.at(static_cast<std::size_t>(relay));
+  }
 
   // States ---------------------------------------------------------------------------------------
   Mask Relays() const { return Output; }
@@ -90,6 +99,7 @@ class Engine {
   /// Bit 0: the On contact is closed; bit 1: the Off contact.
   int InputState(int input) const { return Contacts.at(static_cast<std::size_t>(input)); }
   bool DeviceInput(int device, int input) const;
+  int DeviceInputBits(int device) const;
   int PhotocellLevel(int device) const;
   bool Pilot(int input) const;
   bool DevicePilot(int device, int input) const;
@@ -189,6 +199,7 @@ class Engine {
   // Inputs
   Subject SwitchSubject(int number) const;
   bool SwitchClosed(int number) const;
+  bool IsSilent(int number) const;
   /// Within its active times, and not disabled by another.
   bool Active(int number) const;
   bool InActiveTimes(int number) const;
@@ -242,6 +253,7 @@ class Engine {
   Mask BlinkStarted = 0;
   std::array<std::uint8_t, Items> Contacts{};
   std::array<std::uint8_t, Devices + 1> DeviceContacts{};
+  std::array<bool, Devices + 1> Silent{};
   std::array<Light, Devices + 1> Lights{};
   Mask InputsOff = 0;
   Mask TimersOff = 0;

@@ -37,6 +37,10 @@ bool Engine::SwitchClosed(int number) const {
   return (DeviceContacts[device] >> index % DeviceInputs & 1) != 0;
 }
 
+bool Engine::IsSilent(int number) const {
+  return number >= Items && Silent[static_cast<std::size_t>((number - Items) / DeviceInputs + 1)];
+}
+
 bool Engine::InActiveTimes(int number) const {
   if (number >= Items) return true;
   const std::int64_t enable =
@@ -49,11 +53,21 @@ bool Engine::InActiveTimes(int number) const {
 }
 
 bool Engine::Active(int number) const {
-  return InActiveTimes(number) && !(number < Items && Has(InputsOff, number));
+  return InActiveTimes(number) && !IsSilent(number) && !(number < Items && Has(InputsOff, number));
 }
 
 bool Engine::DeviceInput(int device, int input) const {
   return SwitchClosed(static_cast<int>(CheckedDeviceInput(device, input)));
+}
+
+int Engine::DeviceInputBits(int device) const {
+  return DeviceContacts[CheckedDevice(device)];
+}
+
+void Engine::SetSilent(int device, bool silent) {
+  Silent[CheckedDevice(device)] = silent;
+  Refresh();
+  RunLevelSwitches({Subject::Kind::Hand, 0, 0});
 }
 
 bool Engine::DevicePilot(int device, int input) const {
@@ -201,7 +215,7 @@ void Engine::RunLevelSwitches(const Subject& cause) {
       for (const int number : Settings->LevelSwitches) {
         const SwitchSetting& setting = Settings->Inputs[static_cast<std::size_t>(number)];
         if ((setting.Kind == InputKind::InputDisable) != disabling) continue;
-        if (!SwitchClosed(number) || !InActiveTimes(number)) continue;
+        if (!SwitchClosed(number) || IsSilent(number) || !InActiveTimes(number)) continue;
         if (!disabling && number < Items && Has(inputs, number)) continue;
         if (disabling) {
           inputs |= setting.Rows[1];
@@ -282,6 +296,7 @@ void Engine::SchedulePhotocell(int device) {
 }
 
 void Engine::RunPhotocell(int device) {
+  if (Silent[static_cast<std::size_t>(device)]) return;
   const std::int64_t light = LightNow(device);
   for (int i = 0; i < DeviceInputs; ++i) {
     const int number = SwitchOf(device, i);

@@ -3,10 +3,12 @@
 #include <unistd.h>
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QSocketNotifier>
 #include <array>
 #include <cstdio>
 #include <exception>
+#include <stdexcept>
 
 #include "simulator/command_line.h"
 #include "simulator/console.h"
@@ -56,6 +58,24 @@ void ReadCommands(simulator::Console& console) {
       });
 }
 
+/// What the settings or the files have wrong ends with a status that a script can tell.
+int Rehearse(const simulator::CommandLine& line) {
+  constexpr int wrongInput = 2;
+  try {
+    const QString& file = line.Wanted.MemoryFile;
+    if (!file.isEmpty() && !QFile::exists(file)) {
+      throw std::invalid_argument("The memory file " + file.toStdString() + " is not there");
+    }
+    simulator::Rehearse(
+        simulator::StartMemory(line.Wanted), *line.Rehearsal,
+        [](std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); });
+    return std::fflush(stdout) == 0 ? 0 : 1;
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "tamberloom3-panel: %s\n", failure.what());
+    return wrongInput;
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -66,6 +86,7 @@ int main(int argc, char** argv) {
       std::fputs(line.Say.c_str(), stdout);
       return 0;
     }
+    if (line.Rehearsal) return Rehearse(line);
     QuitOnSignals();
     simulator::Simulator panel(line.Wanted);
     if (panel.TcpPort() != 0) {
@@ -82,6 +103,7 @@ int main(int argc, char** argv) {
     return QCoreApplication::exec();
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "tamberloom3-panel: %s\n", failure.what());
-    return 1;
+    const bool rehearsing = QCoreApplication::arguments().indexOf("--rehearse") > 0;
+    return rehearsing ? 2 : 1;
   }
 }

@@ -1,6 +1,5 @@
 #include "simulator/panel.h"
 
-#include <algorithm>
 #include <stdexcept>
 
 namespace simulator {
@@ -22,104 +21,95 @@ std::size_t Device(int value) {
   return Checked(value, 1, Devices);
 }
 
+std::int64_t WallOf(const QDateTime& time) {
+  return QDateTime(time.date(), time.time(), Qt::UTC).toMSecsSinceEpoch();
+}
+
 }  // namespace
 
 Panel::Panel(const PanelMemory& memory, Clock clock)
     : Memory(memory),
       Firmware("ORV TAMBERLOOM 3    SIMULATOR  REV 1.02"),
-      Now(clock ? std::move(clock) : Clock(&QDateTime::currentDateTime)) {}
+      Now(clock ? std::move(clock) : Clock(&QDateTime::currentDateTime)),
+      Run(Memory),
+      Pace(Run, RealMs()) {
+  Run.PowerOn(Run.Days().FromWall(WallOf(Now())));
+}
 
-void Panel::Advance() {
-  const std::int64_t now = NowMs();
-  for (std::size_t i = 0; i < Relays.size(); ++i) {
-    if (!OffAtMs[i] || *OffAtMs[i] > now) continue;
-    OffAtMs[i].reset();
-    Relays[i] = false;
-  }
+Engine& Panel::Runner() {
+  Advance();
+  return Run;
+}
+
+void Panel::SetSpeed(int factor) {
+  Pace.SetSpeed(factor, RealMs());
+}
+
+void Panel::JumpTo(const QDateTime& time) {
+  Advance();
+  Pace.JumpTo(WallOf(time));
+}
+
+bool Panel::Step() {
+  Advance();
+  return Pace.Step();
 }
 
 bool Panel::Relay(int relay) {
-  Advance();
-  return Relays[Item(relay)];
+  Item(relay);
+  return Runner().Relay(relay);
 }
 
-void Panel::SetRelay(int relay, bool on) {
-  OffAtMs[Item(relay)].reset();
-  Relays[Item(relay)] = on;
+void Panel::SetRelay(int relay, bool on, By by) {
+  Item(relay);
+  Runner().SetRelay(relay, on, by);
 }
 
-void Panel::SetAllRelays(bool on) {
-  for (int relay = 0; relay < Items; ++relay) SetRelay(relay, on);
+void Panel::SetAllRelays(bool on, By by) {
+  Runner().SetRelays(on ? AllItems : 0, on ? 0 : AllItems, by);
 }
 
 bool Panel::Group(int group) {
-  Item(group);
-  bool any = false;
-  for (int relay = 0; relay < Items; ++relay) {
-    if (Memory.Code(map::GroupRelayInclude, relay, group) == 0) continue;
-    if (!Relay(relay)) return false;
-    any = true;
-  }
-  return any;
+  return Runner().Group(group);
 }
 
-void Panel::SetGroup(int group, bool on) {
-  Item(group);
-  for (int relay = 0; relay < Items; ++relay) {
-    if (Memory.Code(map::GroupRelayInclude, relay, group) != 0) SetRelay(relay, on);
-  }
+void Panel::SetGroup(int group, bool on, By by) {
+  Runner().SetGroup(group, on, by);
 }
 
 char Panel::PresetState(int preset) {
-  Item(preset);
-  char state = '2';
-  for (int relay = 0; relay < Items; ++relay) {
-    const int code = Memory.Code(map::PresetRelayControl, relay, preset);
-    if (code != CodeOn && code != CodeOff) continue;
-    if (Relay(relay) != (code == CodeOn)) return '0';
-    state = '1';
-  }
-  return state;
+  const std::optional<bool> active = Runner().Preset(preset);
+  if (!active) return '2';
+  return *active ? '1' : '0';
 }
 
-void Panel::SetPreset(int preset) {
-  Item(preset);
-  for (int relay = 0; relay < Items; ++relay) {
-    const int code = Memory.Code(map::PresetRelayControl, relay, preset);
-    if (code == CodeOn || code == CodeOff) SetRelay(relay, code == CodeOn);
-  }
+void Panel::SetPreset(int preset, By by) {
+  Runner().SetPreset(preset, by);
 }
 
 void Panel::CapturePreset(int preset) {
   Item(preset);
   for (int relay = 0; relay < Points(); ++relay) {
-    Memory.SetCode(map::PresetRelayControl, relay, preset, Relay(relay) ? CodeOn : CodeOff);
+    Memory.SetCode(map::PresetRelayControl, relay, preset, Run.Relay(relay) ? CodeOn : CodeOff);
   }
 }
 
-void Panel::ForceTimer(int timer) {
+void Panel::ForceTimer(int timer, By by) {
   Item(timer);
-  for (int i = 0; i < Items; ++i) {
-    const int relayCode = Memory.Code(map::TimerRelayControl, i, timer);
-    if (relayCode == CodeOn || relayCode == CodeOff) SetRelay(i, relayCode == CodeOn);
-  }
-  for (int i = 0; i < Items; ++i) {
-    const int groupCode = Memory.Code(map::TimerGroupControl, i, timer);
-    if (groupCode == CodeOn || groupCode == CodeOff) SetGroup(i, groupCode == CodeOn);
-  }
-  for (int i = 0; i < Items; ++i) {
-    if (Memory.Code(map::TimerPresetControl, i, timer) != 0) SetPreset(i);
-  }
+  Runner().ForceTimer(timer, by);
 }
 
-int Panel::Points() const {
-  int blocks = 0;
-  for (int node = 0; node < map::IONodes; ++node) blocks += Memory.Byte(map::IOCount + node);
-  return std::min(blocks * 4, Items);
+void Panel::SetContact(int input, Contact contact, bool closed) {
+  Runner().SetContact(input, contact, closed);
+}
+
+int Panel::InputState(int input) {
+  return Runner().InputState(input);
 }
 
 void Panel::SetPresence(int device, Presence presence) {
   Presences[Device(device)] = presence;
+  Runner().SetSilent(device, presence == Presence::Dropped);
 }
 
 bool Panel::DevicePresent(int device) const {
@@ -128,44 +118,42 @@ bool Panel::DevicePresent(int device) const {
   return presence == Presence::Present;
 }
 
+void Panel::SetDeviceInput(int device, int input, bool closed) {
+  Runner().SetDeviceInput(device, input, closed);
+}
+
+int Panel::DeviceInputBits(int device) {
+  return Runner().DeviceInputBits(device);
+}
+
 void Panel::SetDeviceLevel(int device, int level) {
-  Levels[Device(device)] = static_cast<int>(Checked(level, 0, 255));
+  Runner().SetPhotocell(device, level);
+}
+
+int Panel::DeviceLevel(int device) {
+  return Runner().PhotocellLevel(device);
 }
 
 int Panel::DimmerLevel(int output) {
-  Item(output);
-  const int block = map::DimmerBlock(output);
-  bool mapped = false;
-  for (int relay = 0; relay < Items; ++relay) {
-    const int bits = Memory.Byte(block + map::RelayInclude + relay / 8);
-    if (((bits >> (relay % 8)) & 1) == 0) continue;
-    if (Relay(relay)) return Memory.Byte(block + map::RelayOnLevel);
-    mapped = true;
-  }
-  return Memory.Byte(block + (mapped ? map::RelayOffLevel : map::PowerOnLevel));
+  return Runner().DimmerLevel(output);
 }
 
-QDateTime Panel::Time() const {
+QDateTime Panel::Time() {
   // As a plain calendar time, so that the computer's own daylight saving shifts nothing.
-  const QDateTime now = Now();
-  return QDateTime(now.date(), now.time(), Qt::UTC).addMSecs(ClockOffsetMs);
+  return QDateTime::fromMSecsSinceEpoch(Runner().Wall(), Qt::UTC);
 }
 
-int Panel::Weekday() const {
-  return (Time().date().dayOfWeek() + WeekdayOffset) % 7;
+int Panel::Weekday() {
+  return Runner().WeekdayToday();
 }
 
-void Panel::SetTime(const QDateTime& time) {
-  const QDateTime now = Now();
-  const QDateTime wanted(time.date(), time.time(), Qt::UTC);
-  ClockOffsetMs = QDateTime(now.date(), now.time(), Qt::UTC).msecsTo(wanted);
-  WeekdayOffset = 0;
+void Panel::SetTime(const QDateTime& time, int weekdayShift) {
+  Runner().SetWall(WallOf(time));
+  Run.SetWeekdayShift(weekdayShift % 7);
 }
 
 int Panel::Leds() {
-  int bits = 0;
-  for (int led = 0; led < 6; ++led) bits |= Relay(led) ? 1 << led : 0;
-  return bits;
+  return static_cast<int>(Runner().Relays() & 0x3F);
 }
 
 }  // namespace simulator

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "simulator/engine.h"
+#include "simulator/panel_clock.h"
 
 namespace simulator {
 
@@ -23,7 +24,11 @@ class Panel {
  public:
   static constexpr int FirmwareSize = 40;  // two rows of twenty
 
+  using By = Subject::Kind;
+
   explicit Panel(const PanelMemory& memory = SmallInstallation(), Clock clock = {});
+  Panel(const Panel&) = delete;
+  Panel& operator=(const Panel&) = delete;
 
   /// The reply to one frame, both with their brackets. Nothing for a frame that the panel keeps
   /// silent about: another address, a bad checksum, an unknown command, a number out of range.
@@ -34,30 +39,40 @@ class Panel {
   int AddOnType = 0;     // one hex digit on the wire, 0..15
   int AddOnRevision = 0;
 
+  /// What runs the memory, brought up to the present. Everything that the panel shows is its state.
+  Engine& Runner();
+  /// How many times as fast as real time the panel's clock runs; 0 stands still.
+  int Speed() const { return Pace.Speed(); }
+  void SetSpeed(int factor);
+  /// To a time of the panel's clock; see PanelClock.
+  void JumpTo(const QDateTime& time);
+  /// To the next event; false when there is none within a year.
+  bool Step();
+
   bool Relay(int relay);
-  void SetRelay(int relay, bool on);
-  void SetAllRelays(bool on);
+  void SetRelay(int relay, bool on, By by = By::Hand);
+  void SetAllRelays(bool on, By by = By::Hand);
 
   /// On when the group has relays and all of them are on.
   bool Group(int group);
-  void SetGroup(int group, bool on);
+  void SetGroup(int group, bool on, By by = By::Hand);
 
   /// '2' when the preset controls no relay, '1' when every relay it controls is as it wants it,
   /// '0' otherwise.
   char PresetState(int preset);
-  void SetPreset(int preset);
+  void SetPreset(int preset, By by = By::Hand);
   /// Writes the states of the installed relays into the preset; the others keep their codes.
   void CapturePreset(int preset);
   /// Does at once what the timer does when it fires.
-  void ForceTimer(int timer);
+  void ForceTimer(int timer, By by = By::Hand);
 
   /// Installed points, 0..48, by the I/O counts in memory.
-  int Points() const;
+  int Points() const { return Memory.Points(); }
 
   /// Closes or opens a contact of a local input and does what the input's type says.
   void SetContact(int input, Contact contact, bool closed);
   /// Bit 0: the On contact is closed; bit 1: the Off contact.
-  int InputState(int input) const { return Inputs.at(static_cast<std::size_t>(input)); }
+  int InputState(int input);
 
   enum class Presence {
     ByMemory,  // answers when memory gives it a type
@@ -67,20 +82,19 @@ class Panel {
   void SetPresence(int device, Presence presence);
   bool DevicePresent(int device) const;
   void SetDeviceInput(int device, int input, bool closed);
-  int DeviceInputBits(int device) const { return DeviceBits.at(static_cast<std::size_t>(device)); }
+  int DeviceInputBits(int device);
   /// 0..255; reported by devices that are present.
   void SetDeviceLevel(int device, int level);
-  int DeviceLevel(int device) const { return Levels.at(static_cast<std::size_t>(device)); }
+  int DeviceLevel(int device);
 
-  /// Level byte of a dimmer output, device * 4 + output, 0..47: `RelayOnLevel` while a relay of
-  /// its map is on, `RelayOffLevel` while none is, `PowerOnLevel` when it has no map.
+  /// Level byte of a dimmer output, device * 4 + output, 0..47.
   int DimmerLevel(int output);
 
   /// The panel's date and time; the year's century is 20.
-  QDateTime Time() const;
+  QDateTime Time();
   /// 0 Sunday .. 6 Saturday. The panel keeps the weekday that it was given, right or wrong.
-  int Weekday() const;
-  void SetTime(const QDateTime& time);
+  int Weekday();
+  void SetTime(const QDateTime& time, int weekdayShift = 0);
 
   /// Keys of the front, a bit a key. Up 01, Down 02, Enter 04, Exit 08, Previous 10, Next 20; the
   /// chord 30 shows the firmware text.
@@ -124,36 +138,9 @@ class Panel {
   Data DoDeviceLevels(const Arguments& a);
   Data DoDimmers(const Arguments& a);
 
-  /// What an input does, local or on a device.
-  enum class InputKind {
-    None,
-    MomentaryOnOff,
-    MomentaryPB,
-    MaintainedOnOff,
-    MaintainedMultiWay,
-    SetPreset,
-    TimedOn,
-    ForceTimer
-  };
-  struct InputAction {
-    InputKind Kind = InputKind::None;
-    std::array<int, Items> Codes{};  // action code by relay, groups taken apart; by timer for
-                                     // ForceTimer
-    int Preset = 0;
-    int Minutes = 0;
-  };
-  InputAction LocalAction(int input) const;
-  InputAction DeviceAction(int device, int input) const;
-  void MergeGroups(InputAction& action, const std::function<int(int)>& groupCode) const;
-  void RunInput(const InputAction& action, Contact contact, bool closed);
-  void ActionOn(const InputAction& action);
-  void ActionOff(const InputAction& action);
-  void ActionToggle(const InputAction& action);
-  void ActionTimedOn(const InputAction& action, bool closed);
-
-  /// Switches off the relays whose time is up.
-  void Advance();
-  std::int64_t NowMs() const { return Now().toMSecsSinceEpoch(); }
+  /// Lets happen what real time has brought.
+  void Advance() { Pace.Tick(RealMs()); }
+  std::int64_t RealMs() const { return Now().toMSecsSinceEpoch(); }
 
   enum class Page { Home, Relays, Groups, Presets, Firmware };
   std::string HomePage();
@@ -162,14 +149,9 @@ class Panel {
   void EnterKey();
 
   Clock Now;
-  std::int64_t ClockOffsetMs = 0;
-  int WeekdayOffset = 0;
-  std::array<bool, Items> Relays{};
-  std::array<std::optional<std::int64_t>, Items> OffAtMs;
-  std::array<int, Items> Inputs{};
+  Engine Run;
+  PanelClock Pace;
   std::array<Presence, Devices + 1> Presences{};
-  std::array<int, Devices + 1> DeviceBits{};
-  std::array<int, Devices + 1> Levels{};
   Page Shown = Page::Home;
   int Selected = 0;
 };

@@ -82,7 +82,6 @@ const std::string Acknowledge;
 }  // namespace
 
 std::optional<std::string> Panel::Answer(std::string_view frame) {
-  Advance();
   const auto command = UnframeCommand(frame);
   const Data data = command ? RunCommand(*command) : std::nullopt;
   if (!data) return std::nullopt;
@@ -101,8 +100,7 @@ Panel::Data Panel::DoSetClock(const Arguments& a) {
   const QDate date(2000 + a[4], a[2], a[3]);
   const QTime time(a[0], a[1]);
   if (a[4] > 99 || !date.isValid() || !time.isValid() || a[5] > 6) return std::nullopt;
-  SetTime(QDateTime(date, time, Qt::UTC));
-  WeekdayOffset = a[5] + 7 - date.dayOfWeek();
+  SetTime(QDateTime(date, time, Qt::UTC), a[5] + 7 - date.dayOfWeek());
   return Acknowledge;
 }
 
@@ -135,25 +133,25 @@ Panel::Data Panel::DoKeys(const Arguments& a) {
 }
 
 Panel::Data Panel::DoAllRelays(const Arguments& a) {
-  SetAllRelays(a[0] == 1);
+  SetAllRelays(a[0] == 1, By::Host);
   return Acknowledge;
 }
 
 Panel::Data Panel::DoRelay(const Arguments& a) {
   if (a[0] >= Items) return std::nullopt;
-  SetRelay(a[0], a[1] == 1);
+  SetRelay(a[0], a[1] == 1, By::Host);
   return Acknowledge;
 }
 
 Panel::Data Panel::DoGroup(const Arguments& a) {
   if (a[0] >= Items) return std::nullopt;
-  SetGroup(a[0], a[1] == 1);
+  SetGroup(a[0], a[1] == 1, By::Host);
   return Acknowledge;
 }
 
 Panel::Data Panel::DoForceTimer(const Arguments& a) {
   if (a[0] >= Items) return std::nullopt;
-  ForceTimer(a[0]);
+  ForceTimer(a[0], By::Host);
   return Acknowledge;
 }
 
@@ -202,7 +200,7 @@ Panel::Data Panel::DoClear(const Arguments& a) {
 
 Panel::Data Panel::DoSetPreset(const Arguments& a) {
   if (a[0] >= Items) return std::nullopt;
-  SetPreset(a[0]);
+  SetPreset(a[0], By::Host);
   return Acknowledge;
 }
 

@@ -7,8 +7,6 @@
 
 namespace simulator {
 
-namespace {
-
 PanelMemory StartMemory(const Options& options) {
   PanelMemory memory = options.Blank ? PanelMemory() : SmallInstallation();
   QFile file(options.MemoryFile);
@@ -31,8 +29,6 @@ PanelMemory StartMemory(const Options& options) {
   }
   return memory;
 }
-
-}  // namespace
 
 Simulator::Simulator(Options options)
     : Setting(std::move(options)), Common{Panel(StartMemory(Setting), Setting.Now), {}, {}} {

@@ -27,6 +27,9 @@ struct Options {
   Clock Now;
 };
 
+/// The memory that a panel starts with. Throws std::runtime_error when the file cannot be had.
+PanelMemory StartMemory(const Options& options);
+
 /// A panel with its lines, on the event loop of the thread that makes it.
 class Simulator : public QObject {
  public:

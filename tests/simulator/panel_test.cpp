@@ -175,7 +175,7 @@ TEST_F(SimulatorPanel, LocalInputsDoWhatTheirTypesSay) {
       {0, 3, Contact::On, "1111"},  {0, 3, Contact::Off, "0000"}, {0, 1, Contact::Off, "1111"},
       {1, 3, Contact::On, "1100"},  {1, 1, Contact::On, "1111"},  {2, 3, Contact::On, "1010"},
       {2, 3, Contact::Off, "0000"}, {2, 1, Contact::On, "1111"},  {3, 3, Contact::On, "1010"},
-      {8, 2, Contact::On, "0000"},
+      {8, 2, Contact::On, "1100"},
   };
   for (const Case& one : cases) {
     Blank.Memory.SetByte(0x0750 + 7, one.Type);

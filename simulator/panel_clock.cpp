@@ -1,0 +1,33 @@
+#include "simulator/panel_clock.h"
+
+#include <algorithm>
+
+namespace simulator {
+
+void PanelClock::SetSpeed(int factor, std::int64_t realMs) {
+  Tick(realMs);
+  Factor = factor;
+}
+
+void PanelClock::Tick(std::int64_t realMs) {
+  const std::int64_t passed = std::max<std::int64_t>(realMs - LastRealMs, 0);
+  LastRealMs = realMs;
+  Runner.AdvanceTo(Runner.Now() + passed * Factor);
+}
+
+void PanelClock::JumpTo(std::int64_t wall) {
+  const Calendar& days = Runner.Days();
+  const Instant at = days.FromWall(wall);
+  if (at < Runner.Now()) Runner.PowerOn(days.FromWall(wall / DayMs * DayMs));
+  Runner.AdvanceTo(at);
+}
+
+bool PanelClock::Step() {
+  constexpr int yearDays = 366;
+  const auto next = Runner.NextHappenings(1, yearDays * DayMs);
+  if (next.empty()) return false;
+  Runner.AdvanceTo(next.front().Time);
+  return true;
+}
+
+}  // namespace simulator
