@@ -1,5 +1,8 @@
 #include "panel/project_file.h"
 
+#include <fcntl.h>
+#include <linux/fs.h>
+#include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -98,6 +101,25 @@ TEST_F(ProjectFileTest, AFullDiskLeavesTheOldFile) {
     EXPECT_EQ(FilesInFolder(), 1);
   }
   std::signal(SIGXFSZ, previous);
+}
+
+TEST_F(ProjectFileTest, ASaveThatCannotTakeTheOldFilesPlaceIsTold) {
+  PanelRecord.PanelName = "Hall";
+  WriteProjectFile();
+  const std::string old = OnDisk();
+  // Such a folder takes new files and keeps the names of those that it has.
+  const int folder = open(QFile::encodeName(folder_.path()).constData(), O_RDONLY | O_DIRECTORY);
+  int flags = 0;
+  ASSERT_EQ(ioctl(folder, FS_IOC_GETFLAGS, &flags), 0);
+  const int usual = flags;
+  flags |= FS_APPEND_FL;
+  if (ioctl(folder, FS_IOC_SETFLAGS, &flags) != 0) GTEST_SKIP() << "takes the system's rights";
+  PanelRecord.PanelName = "Yard";
+  const std::string message = Failure(WriteProjectFile);
+  ioctl(folder, FS_IOC_SETFLAGS, &usual);
+  close(folder);
+  EXPECT_NE(message.find("Hall.T3\": Operation not permitted"), std::string::npos) << message;
+  EXPECT_EQ(OnDisk(), old);
 }
 
 TEST_F(ProjectFileTest, LinksAndPermissionsStay) {

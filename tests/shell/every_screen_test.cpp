@@ -112,7 +112,8 @@ TEST_F(EveryScreenTest, FitsTheWindowAtEverySizeOfText) {
       QApplication::processEvents();
       auto* page = qobject_cast<QScrollArea*>(form->parentWidget()->parentWidget());
       ASSERT_NE(page, nullptr);
-      EXPECT_EQ(page->horizontalScrollBar()->maximum(), 0) << entry.Name << " at " << points << " in " << window->width();
+      EXPECT_EQ(page->horizontalScrollBar()->maximum(), 0)
+          << entry.Name << " at " << points << " in " << window->width();
       EXPECT_EQ(page->verticalScrollBar()->maximum(), 0) << entry.Name << " at " << points;
     }
   }
