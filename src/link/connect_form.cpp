@@ -1,6 +1,7 @@
 #include "link/connect_form.h"
 
 #include <QApplication>
+#include <QShortcut>
 
 #include "link/panel_queue.h"
 #include "link/transport.h"
@@ -107,6 +108,9 @@ QWidget* frmT3Connect::BuildSettings() {
 
   cmdConnect = Add<Button>(column, "cmdConnect", QStringLiteral("Connect To Tamberloom 3"));
   cmdConnect->Click = [this] { cmdConnect_Click(); };
+  for (TextBox* box : {txtPhoneNumber, txtTCPIP}) {
+    connect(box, &QLineEdit::returnPressed, cmdConnect, &QPushButton::click);
+  }
   lblModem = AddLabel(column, "lblModem", {});
   lblModem->SetAlignment(Qt::AlignCenter);
   lblModem->setVisible(false);
@@ -227,6 +231,14 @@ void frmT3Connect::BuildPassWord(QGroupBox* frame) {
   cmdPassWordCancel = Add<Button>(buttons, "cmdPassWordCancel", QStringLiteral("Cancel"));
   cmdPassWordCancel->Click = [this] { cmdPassWordCancel_Click(); };
   grid->addLayout(buttons, 3, 0, 1, 2);
+  for (const ControlArray<TextBox>* boxes : {&txtPassWord, &txtNewPassWord}) {
+    for (int i = 0; i < boxes->Count(); ++i) {
+      connect(&(*boxes)(i), &QLineEdit::returnPressed, cmdPassWordContinue, &QPushButton::click);
+    }
+  }
+  auto* escape = new QShortcut(Qt::Key_Escape, frame);
+  escape->setContext(Qt::WidgetWithChildrenShortcut);
+  connect(escape, &QShortcut::activated, cmdPassWordCancel, &QPushButton::click);
   chkChangePanelPassWord_Click();
 }
 

@@ -200,8 +200,18 @@ void TextBox::Type(const QString& text) {
   }
 }
 
+/// Whichever way the focus comes, what is typed next replaces the whole text.
+void TextBox::focusInEvent(QFocusEvent* event) {
+  QLineEdit::focusInEvent(event);
+  clickedInto_ = event->reason() == Qt::MouseFocusReason;
+  const bool back =
+      event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason;
+  if (!clickedInto_ && !back) selectAll();
+}
+
 void TextBox::mouseReleaseEvent(QMouseEvent* event) {
   QLineEdit::mouseReleaseEvent(event);
+  if (std::exchange(clickedInto_, false) && !hasSelectedText()) selectAll();
   if (event->button() == Qt::LeftButton) RunHandler(Click);
 }
 

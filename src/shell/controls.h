@@ -105,10 +105,13 @@ class TextBox : public QLineEdit {
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
 
  private:
   void Type(const QString& text);
+
+  bool clickedInto_ = false;  ///< By the press that is under way.
 };
 
 /// A horizontal bar; `Change` runs at every step of a drag.

@@ -6,6 +6,7 @@
 #include <QFontInfo>
 #include <QGuiApplication>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QScreen>
 #include <QScrollArea>
 #include <QStatusBar>
@@ -15,6 +16,7 @@
 #include "panel/program_state.h"
 #include "panel/words.h"
 #include "shell/about_form.h"
+#include "shell/row_grid.h"
 #include "shell/shell.h"
 
 namespace {
@@ -166,6 +168,29 @@ void frmT3MasterMDI::BringToFront(const LoadedScreen& screen) {
       child->setFocus(Qt::OtherFocusReason);
       break;
     }
+  }
+}
+
+/// From the screen's grid to its other controls and back.
+void frmT3MasterMDI::GoToOtherPart() {
+  const ChildForm* form = LoadedForm(front_);
+  if (!form) return;
+  const QWidget* focus = focusWidget();
+  for (auto* grid : form->findChildren<RowGrid*>()) {
+    if (grid->isVisible() && !grid->isAncestorOf(focus) && grid->FocusCell()) return;
+  }
+  const auto inGrid = [form](const QWidget* control) {
+    const auto grids = form->findChildren<RowGrid*>();
+    return std::any_of(grids.begin(), grids.end(),
+                       [control](const RowGrid* grid) { return grid->isAncestorOf(control); });
+  };
+  for (auto* control : form->findChildren<QWidget*>()) {
+    if (!(control->focusPolicy() & Qt::TabFocus) || !control->isVisible() ||
+        !control->isEnabled() || inGrid(control)) {
+      continue;
+    }
+    control->setFocus(Qt::OtherFocusReason);
+    return;
   }
 }
 

@@ -25,6 +25,8 @@ class frmT3MasterMDI : public QMainWindow {
   void MDIForm_Load();
 
   void FileOpen();
+  /// Opens a project by its path, under the rules of Open.
+  void OpenFile(const QString& name);
   void FileSave();
   void FileSaveAs();
   void ExitProgram();
@@ -58,6 +60,8 @@ class frmT3MasterMDI : public QMainWindow {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
 
  private:
@@ -72,8 +76,10 @@ class frmT3MasterMDI : public QMainWindow {
   void CloseFrontForm();
   void Unload(const std::string& name);
   void BringToFront(const LoadedScreen& screen);
+  void GoToOtherPart();
   bool DiscardChanges() const;
   void ShowEmptyState();
+  void ReadFile(const QString& name);
   void ShowMarks();
   void TellNews(const QString& news);
   void TearDown();

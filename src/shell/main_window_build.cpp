@@ -1,4 +1,5 @@
 #include <QMenuBar>
+#include <QShortcut>
 #include <QStatusBar>
 
 #include "shell/main_window.h"
@@ -111,6 +112,10 @@ void frmT3MasterMDI::BuildClient() {
           [this] { RunHandler([this] { CloseFrontForm(); }); });
   line->addWidget(cmdClose_);
   column->addWidget(captionLine_);
+
+  auto* otherPart = new QShortcut(Qt::Key_F6, this);
+  connect(otherPart, &QShortcut::activated, this, [this] { GoToOtherPart(); });
+  setAcceptDrops(true);
 
   pages_ = new QStackedWidget;
   column->addWidget(pages_, 1);

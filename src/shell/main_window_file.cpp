@@ -1,4 +1,9 @@
+#include <QDir>
+#include <QDropEvent>
 #include <QFileInfo>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QUrl>
 #include <utility>
 
 #include "panel/defaults.h"
@@ -46,7 +51,14 @@ void frmT3MasterMDI::FileOpen() {
   const QString mask = fileDialogUsed_ ? QString() : StartMask();
   fileDialogUsed_ = true;
   const QString name = FileDialog({FileRequest::Kind::Open, FileFilter, mask});
-  if (!Chosen(name)) return;
+  if (Chosen(name)) ReadFile(name);
+}
+
+void frmT3MasterMDI::OpenFile(const QString& name) {
+  if (DiscardChanges()) ReadFile(name);
+}
+
+void frmT3MasterMDI::ReadFile(const QString& name) {
   CurrentFileName = name;
   ShowEmptyState();
   UpdateStatusBar();
@@ -109,4 +121,27 @@ void frmT3MasterMDI::OpenKeptWork(const KeptWork& work) {
   if (recovery_.HoldsWork()) DeleteKeptWork(work);
   UpdateStatusBar();
   ShowForm(frmT3About::ScreenName);
+}
+
+namespace {
+
+/// The one project file that is dragged; empty for anything else.
+QString DraggedProject(const QDropEvent& event) {
+  const QList<QUrl> urls = event.mimeData()->urls();
+  const QString path = urls.size() == 1 ? urls.front().toLocalFile() : QString();
+  return path.endsWith(QLatin1String(".T3"), Qt::CaseInsensitive) ? path : QString();
+}
+
+}  // namespace
+
+void frmT3MasterMDI::dragEnterEvent(QDragEnterEvent* event) {
+  // Not while the menus are off.
+  if (menuBar()->isEnabled() && !DraggedProject(*event).isEmpty()) event->acceptProposedAction();
+}
+
+void frmT3MasterMDI::dropEvent(QDropEvent* event) {
+  const QString path = DraggedProject(*event);
+  if (path.isEmpty()) return;
+  event->acceptProposedAction();
+  RunHandler([&] { OpenFile(QDir::toNativeSeparators(path)); });
 }

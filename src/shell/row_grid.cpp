@@ -214,6 +214,18 @@ void RowGrid::WalkTo(Cell from, int to) {
   }
 }
 
+bool RowGrid::FocusCell() {
+  for (int row = 0; !current_ || !Walkable(*current_); ++row) {
+    if (row >= rows_) return false;
+    const int columns = static_cast<int>(controls_[static_cast<std::size_t>(row)].size());
+    for (int column = 0; column < columns && !(current_ && Walkable(*current_)); ++column) {
+      current_ = Cell{row, column};
+    }
+  }
+  At(*current_)->setFocus(Qt::OtherFocusReason);
+  return true;
+}
+
 void RowGrid::keyPressEvent(QKeyEvent* event) {
   const auto cell = CellOf(QApplication::focusWidget());
   if (!cell) {

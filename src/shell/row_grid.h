@@ -46,6 +46,9 @@ class RowGrid : public QWidget {
   /// when all columns are there.
   void TabByRows();
 
+  /// Gives the focus to the cell that had it last, or to the first; false where there is none.
+  bool FocusCell();
+
   /// Shows or hides all controls of a row.
   void SetRowVisible(int row, bool visible);
 

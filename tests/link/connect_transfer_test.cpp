@@ -226,7 +226,9 @@ TEST_F(TransferTest, TheFocusIsWhereTheWorkGoesOn) {
   }
   Find<Button>("cmdDownLoadToT2").setFocus();
   Press("cmdDownLoadToT2");
-  Press("cmdPassWordCancel");
+  TypePassWord("txtPassWord", "000000");
+  QTest::keyClick(&Find<TextBox>("txtPassWord", 5), Qt::Key_Return);
+  EXPECT_EQ(LastMessage(), "Download Complete") << "Enter continues";
   EXPECT_EQ(focus(), "cmdDownLoadToT2");
   Menu("mnuRelayStatus");
   const FastClock clock(50);

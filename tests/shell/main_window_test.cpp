@@ -1,4 +1,6 @@
+#include <QDropEvent>
 #include <QMenuBar>
+#include <QMimeData>
 #include <fstream>
 
 #include "screen_table.h"
@@ -121,6 +123,40 @@ TEST_F(MainWindowTest, UnsavedEditsAreAskedForOnce) {
   Menu("mnuExit");
   EXPECT_EQ(messages.size(), 5U);
   EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(MainWindowTest, AProjectDroppedIsOpenedUnderTheRulesOfOpen) {
+  PanelRecord.ComPort = 9;
+  nextFileName = folder.filePath("Hall.T3");
+  Menu("mnuSaveAs");
+  PanelRecord.ComPort = 3;
+  DataChanged = -1;
+  const auto drop = [this](const QString& path) {
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(path)});
+    QDragEnterEvent enter({}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window.get(), &enter);
+    if (!enter.isAccepted()) return;
+    QDropEvent event({}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window.get(), &event);
+  };
+  drop(folder.filePath("Hall.txt"));
+  answers = {MsgAnswer::No};
+  drop(nextFileName);
+  EXPECT_EQ(messages.size(), 1U);
+  EXPECT_EQ(PanelRecord.ComPort, 3);
+  drop(nextFileName);
+  EXPECT_EQ(PanelRecord.ComPort, 9);
+  EXPECT_EQ(DataChanged, 0);
+}
+
+TEST_F(MainWindowTest, F6GoesFromTheGridToTheOtherControlsAndBack) {
+  Menu("mnuRelayGrouping");
+  Cell("lblInclude", 2).setFocus();
+  QTest::keyClick(window.get(), Qt::Key_F6);
+  EXPECT_EQ(window->focusWidget()->objectName(), "cboGroup");
+  QTest::keyClick(window.get(), Qt::Key_F6);
+  EXPECT_EQ(window->focusWidget()->objectName(), "lblInclude(2)");
 }
 
 TEST_F(MainWindowTest, TheMaskOrNoNameDoesNothing) {
