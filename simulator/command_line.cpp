@@ -108,7 +108,7 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
   wanted.LogFile = parser.value("log");
   if (parser.isSet("rehearse")) {
     result.Rehearsal.emplace();
-    result.Rehearsal->InputsFile = parser.value("inputs");
+    if (parser.isSet("inputs")) result.Rehearsal->Script = ReadScript(parser.value("inputs"));
     result.Rehearsal->PlanFile = parser.value("plan");
     result.Rehearsal->BurnHours = parser.isSet("burn-hours");
     ParseRange(parser.value("rehearse"), *result.Rehearsal);

@@ -24,15 +24,6 @@ std::int64_t DayIn(const QString& text) {
   return DayOf({date.year(), date.month(), date.day()});
 }
 
-QString ContentOf(const QString& path) {
-  QFile file(path);
-  if (!file.open(QIODevice::ReadOnly)) {
-    throw std::invalid_argument("The file " + path.toStdString() +
-                                " cannot be read: " + file.errorString().toStdString());
-  }
-  return QString::fromUtf8(file.readAll());
-}
-
 /// The words behind the time of a line, taken one by one.
 class Words {
  public:
@@ -200,17 +191,21 @@ std::vector<ScriptedAct> ParseScript(const QString& text) {
   return acts;
 }
 
+std::vector<ScriptedAct> ReadScript(const QString& path) {
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly)) {
+    throw std::invalid_argument("The file " + path.toStdString() +
+                                " cannot be read: " + file.errorString().toStdString());
+  }
+  try {
+    return ParseScript(QString::fromUtf8(file.readAll()));
+  } catch (const std::invalid_argument& failure) {
+    throw std::invalid_argument(path.toStdString() + ", " + failure.what());
+  }
+}
+
 void Rehearse(const PanelMemory& memory, const RehearsalOptions& options,
               const std::function<void(std::string_view)>& write) {
-  std::vector<ScriptedAct> script;
-  if (!options.InputsFile.isEmpty()) {
-    const QString content = ContentOf(options.InputsFile);
-    try {
-      script = ParseScript(content);
-    } catch (const std::invalid_argument& failure) {
-      throw std::invalid_argument(options.InputsFile.toStdString() + " " + failure.what());
-    }
-  }
   Engine engine(memory);
   const Calendar& days = engine.Days();
   const bool wantsBars = options.BurnHours || !options.PlanFile.isEmpty();
@@ -226,7 +221,7 @@ void Rehearse(const PanelMemory& memory, const RehearsalOptions& options,
   });
   engine.PowerOn(days.FromWall(options.FirstDay * DayMs));
   const Instant end = days.FromWall((options.LastDay + 1) * DayMs);
-  for (const ScriptedAct& act : script) {
+  for (const ScriptedAct& act : options.Script) {
     const Instant at = days.FromWall(act.Wall);
     if (at < engine.Now() || at >= end) continue;
     engine.AdvanceTo(at);

@@ -9,18 +9,6 @@
 
 namespace simulator {
 
-/// A rehearsal of some days from the command line.
-struct RehearsalOptions {
-  std::int64_t FirstDay = 0;  // counted from 1970
-  std::int64_t LastDay = 0;
-  QString InputsFile;  // empty: nobody touches anything
-  QString PlanFile;    // empty: no picture
-  bool BurnHours = false;
-};
-
-/// As in "2026-01-01..2026-12-31" or one date. Throws std::invalid_argument.
-void ParseRange(const QString& text, RehearsalOptions& options);
-
 /// What somebody does at a time of the wall clock, milliseconds since 1970.
 struct ScriptedAct {
   std::int64_t Wall = 0;
@@ -31,8 +19,23 @@ struct ScriptedAct {
 /// passed over. Throws std::invalid_argument with the number of the line.
 std::vector<ScriptedAct> ParseScript(const QString& text);
 
-/// Runs the days and hands the output to `write` piece by piece. Throws std::invalid_argument for
-/// what is wrong with the files.
+/// The same from a file, which the texts of failures name too.
+std::vector<ScriptedAct> ReadScript(const QString& path);
+
+/// A rehearsal of some days from the command line.
+struct RehearsalOptions {
+  std::int64_t FirstDay = 0;  // counted from 1970
+  std::int64_t LastDay = 0;
+  std::vector<ScriptedAct> Script;
+  QString PlanFile;  // empty: no picture
+  bool BurnHours = false;
+};
+
+/// As in "2026-01-01..2026-12-31" or one date. Throws std::invalid_argument.
+void ParseRange(const QString& text, RehearsalOptions& options);
+
+/// Runs the days and hands the output to `write` piece by piece. Throws std::invalid_argument when
+/// the picture cannot be written.
 void Rehearse(const PanelMemory& memory, const RehearsalOptions& options,
               const std::function<void(std::string_view)>& write);
 

@@ -1,6 +1,6 @@
 #include "simulator/sun.h"
 
-#include <libnova/julian_day.h>
+#include <libnova/precession.h>
 #include <libnova/sidereal_time.h>
 #include <libnova/solar.h>
 
@@ -30,8 +30,12 @@ double WithinHalfTurn(double degrees) {
 const Sun::Position& Sun::Knot(std::int64_t number) {
   const auto slot = static_cast<std::size_t>(number & 3);
   if (KnotNumbers[slot] != number) {
+    // The library tells the sun among the stars of the year 2000, a third of a degree away by now.
+    const double julianDay = JulianDay1970 + static_cast<double>(number * KnotDays);
+    ln_equ_posn among{};
     ln_equ_posn position{};
-    ln_get_solar_equ_coords(JulianDay1970 + static_cast<double>(number * KnotDays), &position);
+    ln_get_solar_equ_coords(julianDay, &among);
+    ln_get_equ_prec(&among, julianDay, &position);
     Knots[slot] = {position.ra, position.dec};
     KnotNumbers[slot] = number;
   }

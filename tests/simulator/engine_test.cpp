@@ -1,0 +1,265 @@
+#include "simulator/engine.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "rehearsed.h"
+#include "simulator/panel_clock.h"
+
+namespace simulator {
+namespace {
+
+constexpr int BeforeSunrise = 24;
+constexpr int AfterSunset = 120;
+constexpr int BeforeOpen = 152;
+constexpr int AfterClose = 248;
+
+// An office with a porch, a shop window and a store, on Monday 2 March 2026. The sun rises at 06:36
+// and sets at 17:49; the day was written down before it was run.
+TEST(EngineTest, ADayGoesAsItWasWrittenDown) {
+  PanelMemory memory = EmptyInstallation();
+  memory.SetText(map::RelayName, map::NameLength, "PORCH");
+  memory.SetText(map::RelayName + 10, map::NameLength, "WINDOW");
+  memory.SetText(map::RelayName + 20, map::NameLength, "STORE \xC4");
+  memory.SetText(map::GroupName, map::NameLength, "SHOP");
+  memory.SetText(map::PresetName, map::NameLength, "NIGHT");
+  memory.SetText(map::InputName, map::NameLength, "DOOR");
+  memory.SetByte(map::RelayPowerOnType, 1);    // the porch is on after power
+  memory.SetByte(map::RelayTimerType + 1, 1);  // the window blinks
+  for (const int relay : {1, 2}) memory.SetCode(map::GroupRelayInclude, relay, 0, 1);
+  memory.SetCode(map::PresetRelayControl, 0, 0, 1);
+  memory.SetCode(map::PresetRelayControl, 1, 0, 2);
+  memory.SetCode(map::PresetRelayControl, 2, 0, 2);
+  SetTimer(memory, 2, BeforeSunrise, 20);
+  memory.SetCode(map::TimerRelayControl, 0, 2, 2);
+  SetTimer(memory, 3, BeforeOpen, 15);
+  memory.SetCode(map::TimerGroupControl, 0, 3, 1);
+  SetTimer(memory, 4, 21, 0);
+  memory.SetCode(map::TimerPresetControl, 0, 4, 1);
+  memory.SetByte(map::InputType, 1);  // a push button on the store
+  memory.SetCode(map::InputRelayControl, 2, 0, OnAndOff);
+  memory.SetByte(map::LocalPilot, 2);  // its pilot follows the store
+
+  RehearsalOptions options;
+  ParseRange("2026-03-02", options);
+  options.Script = ParseScript("# noon\n2026-03-02 12:00 tap 1\n\n2026-03-02 12:00:30 relay 3 off");
+  std::string text;
+  Rehearse(memory, options, [&text](std::string_view piece) { text += piece; });
+  EXPECT_EQ(text,
+            "Time\tCause\tItem\tChange\tWords\n"
+            "2026-03-02T00:00:00-06:00\tPOWER\t-\tfires\tpower comes\n"
+            "2026-03-02T00:00:00-06:00\tPOWER\tRELAY 01\ton\tPORCH\n"
+            "2026-03-02T00:00:00-06:00\tPOWER\tPRESET 01\ton\tNIGHT\n"
+            "2026-03-02T06:16:00-06:00\tTIMER 03\t-\tfires\t20 min before sunrise\n"
+            "2026-03-02T06:16:00-06:00\tTIMER 03\tRELAY 01\toff\tPORCH\n"
+            "2026-03-02T06:16:00-06:00\tTIMER 03\tPRESET 01\toff\tNIGHT\n"
+            "2026-03-02T07:45:00-06:00\tTIMER 04\t-\tfires\t15 min before open\n"
+            "2026-03-02T07:45:00-06:00\tTIMER 04\tRELAY 02\ton\tWINDOW\n"
+            "2026-03-02T07:45:00-06:00\tTIMER 04\tRELAY 03\ton\tSTORE \xC3\x84\n"
+            "2026-03-02T07:45:00-06:00\tTIMER 04\tGROUP 01\ton\tSHOP\n"
+            "2026-03-02T07:45:00-06:00\tTIMER 04\tPILOT 01\ton\tDOOR\n"
+            "2026-03-02T12:00:00-06:00\tINPUT 01\tINPUT 01\ton\tDOOR\n"
+            "2026-03-02T12:00:00-06:00\tINPUT 01\tRELAY 03\toff\tSTORE \xC3\x84\n"
+            "2026-03-02T12:00:00-06:00\tINPUT 01\tGROUP 01\toff\tSHOP\n"
+            "2026-03-02T12:00:00-06:00\tINPUT 01\tPILOT 01\toff\tDOOR\n"
+            "2026-03-02T12:00:00-06:00\tINPUT 01\tINPUT 01\toff\tDOOR\n"
+            "2026-03-02T21:00:00-06:00\tTIMER 05\t-\tfires\tat 21:00\n"
+            "2026-03-02T21:00:00-06:00\tTIMER 05\tRELAY 01\ton\tPORCH\n"
+            "2026-03-02T21:00:00-06:00\tTIMER 05\tRELAY 02\tblinks\tWINDOW\n"
+            "2026-03-02T21:10:00-06:00\tRELAY 02\t-\tfires\twarning over\n"
+            "2026-03-02T21:10:00-06:00\tRELAY 02\tRELAY 02\toff\tWINDOW\n"
+            "2026-03-02T21:10:00-06:00\tRELAY 02\tPRESET 01\ton\tNIGHT\n");
+}
+
+TEST(EngineTest, TimersFireOnTheirDaysAndDates) {
+  struct Case {
+    const char* Range;
+    int Type, Time, Days, Month, Day, Latitude;
+    const char* Fires;  // dates and times
+  };
+  const Case cases[]{
+      // Sunday and Saturday left out; 6 March 2026 is a Friday.
+      {"2026-03-06..2026-03-09", 7, 30, 0x41, 0, 0, 45, "03-06 07:30 03-09 07:30 "},
+      // The hour from two is skipped on 8 March, and the one from one comes twice on 1 November.
+      {"2026-03-07..2026-03-09", 2, 30, 0, 0, 0, 45, "03-07 02:30 03-08 03:00 03-09 02:30 "},
+      {"2026-03-08", 3, 0, 0, 0, 0, 45, "03-08 03:00 "},
+      {"2026-11-01", 1, 30, 0, 0, 0, 45, "11-01 01:30 "},
+      // One date a year, one that only leap years have, one that none has.
+      {"2026-07-03..2026-07-05", 9, 0, 0x7F, 7, 4, 45, "07-04 09:00 "},
+      {"2027-02-27..2028-03-01", 9, 0, 0, 2, 29, 45, "02-29 09:00 "},
+      {"2026-01-01..2027-12-31", 9, 0, 0, 2, 31, 45, ""},
+      // Holidays: 4 July 2026 is a Saturday with hours of its own, 10:00 to 12:00.
+      {"2026-07-03..2026-07-05", 9, 0, 0x80, 0, 0, 45, "07-03 09:00 07-05 09:00 "},
+      {"2026-07-04", 9, 0, 0, 0, 0, 45, "07-04 09:00 "},
+      {"2026-07-03..2026-07-04", BeforeOpen, 30, 0, 0, 0, 45, "07-03 07:30 07-04 09:30 "},
+      // The event's day counts where the offset crosses midnight: Sundays only, then Mondays only.
+      {"2026-03-01..2026-03-02", AfterClose, 240, 0x7E, 0, 0, 45, "03-02 01:00 "},
+      {"2026-03-01..2026-03-02", BeforeOpen + 1, 244, 0x7D, 0, 0, 45, "03-01 23:40 "},
+      {"2026-03-02", AfterSunset, 30, 0, 0, 0, 45, "03-02 18:19 "},
+      // At 70 degrees the sun stays up from the middle of May: it sets last on the 16th.
+      {"2026-06-20..2026-06-22", AfterSunset, 0, 0, 0, 0, 70, ""},
+      {"2026-03-02", 7, 60, 0, 0, 0, 45, ""},
+  };
+  for (const Case& one : cases) {
+    PanelMemory memory = EmptyInstallation();
+    memory.SetByte(map::Latitude, one.Latitude);
+    SetTimer(memory, 0, one.Type, one.Time);
+    memory.SetByte(map::TimerDays, one.Days);
+    memory.SetByte(map::TimerHolidayMonth, one.Month);
+    memory.SetByte(map::TimerHolidayDate, one.Day);
+    memory.SetByte(map::DateTimes + 6 * 31 + 3, 40);
+    memory.SetByte(map::DateTimes + 12 * 31 + 6 * 31 + 3, 48);
+    memory.SetCode(map::TimerRelayControl, 5, 0, 1);
+    std::string fires;
+    const QString rows = QString::fromStdString(Rehearsed(memory, one.Range, {}, "fires"));
+    for (const QString& row : rows.split(';')) {
+      if (row.contains("TIMER 01")) fires += row.left(11).toStdString() + " ";
+    }
+    EXPECT_EQ(fires, one.Fires) << one.Range << " " << one.Type << " " << one.Time;
+  }
+}
+
+TEST(EngineTest, TheLastWordOfATimerStandsAndADateMakesAHoliday) {
+  PanelMemory memory = EmptyInstallation();
+  memory.SetCode(map::GroupRelayInclude, 1, 0, 1);
+  SetTimer(memory, 0, 6, 0);  // relay 2 on, its group off, a preset on
+  memory.SetCode(map::TimerRelayControl, 0, 0, 1);
+  memory.SetCode(map::TimerRelayControl, 1, 0, 1);
+  memory.SetCode(map::TimerGroupControl, 0, 0, 2);
+  SetTimer(memory, 1, 6, 0);
+  memory.SetCode(map::TimerRelayControl, 0, 1, 2);
+  SetTimer(memory, 2, 8, 0);  // rests on holidays
+  memory.SetByte(map::TimerDays + 2, 0x80);
+  memory.SetCode(map::TimerRelayControl, 2, 2, 1);
+  memory.SetByte(map::TimerHolidayMonth + 3, 3);  // set up as a date, controls nothing
+  memory.SetByte(map::TimerHolidayDate + 3, 2);
+  EXPECT_EQ(Rehearsed(memory, "2026-03-02"),
+            "03-02 06:00:00 TIMER 01,-,fires;03-02 06:00:00 TIMER 01,RELAY 01,on;"
+            "03-02 06:00:00 TIMER 02,-,fires;03-02 06:00:00 TIMER 02,RELAY 01,off;");
+}
+
+TEST(EngineTest, RelaysGoByTheirTypes) {
+  struct Case {
+    int Type;
+    const char* Rows;  // of relay 1, told on at 08:00 by a timer, off at 09:00, on at 09:05 by hand
+  };
+  const std::string on = "08:00:00 TIMER 01 on ";
+  const Case cases[]{
+      {0, "08:00:00 TIMER 01 on 09:00:00 TIMER 02 off 09:05:00 HAND on "},
+      {1, "08:00:00 TIMER 01 on 09:00:00 TIMER 02 blinks 09:05:00 HAND on "},
+      {2, "08:00:00 TIMER 01 on "},  // still on at 09:05, and told to stay so
+      {3, "08:00:00 TIMER 01 on 09:00:00 TIMER 02 off 09:00:05 RELAY 01 on "},
+      {4, "08:00:00 TIMER 01 on 08:00:05 RELAY 01 off 09:05:00 HAND on 09:05:05 RELAY 01 off "},
+      {5, "08:00:00 TIMER 01 on 09:00:00 TIMER 02 off 09:00:01 RELAY 01 on "},
+      {6, "08:00:00 TIMER 01 on 08:00:01 RELAY 01 off 09:05:00 HAND on 09:05:01 RELAY 01 off "},
+  };
+  for (const Case& one : cases) {
+    PanelMemory memory = EmptyInstallation();
+    memory.SetByte(map::RelayTimerType, one.Type);
+    SetTimer(memory, 0, 8, 0);
+    SetTimer(memory, 1, 9, 0);
+    memory.SetCode(map::TimerRelayControl, 0, 0, 1);
+    memory.SetCode(map::TimerRelayControl, 0, 1, 2);
+    std::string rows;
+    const QString all = QString::fromStdString(
+        Rehearsed(memory, "2026-03-02", "2026-03-02 09:05 relay 1 on", "RELAY 01"));
+    for (const QString& row : all.split(';')) {
+      if (row.contains("fires") || row.isEmpty()) continue;
+      const QStringList fields = row.mid(15).split(',');
+      rows += (row.mid(6, 8) + " " + fields[0] + " " + fields[2] + " ").toStdString();
+    }
+    EXPECT_EQ(rows, one.Rows) << one.Type;
+  }
+}
+
+TEST(EngineTest, SweepsComeOffHoursAndWaitForTheOverride) {
+  PanelMemory memory = EmptyInstallation();
+  memory.SetByte(map::OffHoursSweepInterval, 1);  // every two hours
+  memory.SetByte(map::OffHoursSweepRelay, 3);     // relays 1 and 2
+  memory.SetByte(map::RelayTimerType + 1, 1);
+  const QString script =
+      "2026-03-02 07:30 relay 1 on\n"   // off hours: two hours, but the office opens meanwhile
+      "2026-03-02 20:00 relay 2 on\n"   // swept at 21:00, with a warning
+      "2026-03-02 21:30 relay 1 on\n";  // the sweep of 23:00 waits for 23:30
+  EXPECT_EQ(Rehearsed(memory, "2026-03-02", script, "RELAY"),
+            "03-02 07:30:00 HAND,RELAY 01,on;"
+            "03-02 20:00:00 HAND,RELAY 02,on;03-02 21:00:00 SWEEP,RELAY 01,off;"
+            "03-02 21:00:00 SWEEP,RELAY 02,blinks;03-02 21:10:00 RELAY 02,-,fires;"
+            "03-02 21:10:00 RELAY 02,RELAY 02,off;03-02 21:30:00 HAND,RELAY 01,on;"
+            "03-02 23:30:00 RELAY 01,-,fires;03-02 23:30:00 RELAY 01,RELAY 01,off;");
+  EXPECT_EQ(
+      Rehearsed(memory, "2026-03-02..2026-03-03", {}, "SWEEP").substr(0, 87),
+      "03-02 01:00:00 SWEEP,-,fires;03-02 03:00:00 SWEEP,-,fires;03-02 05:00:00 SWEEP,-,fires;");
+}
+
+TEST(EngineTest, RandomMemoriesRunForAYear) {
+  std::mt19937 random(24);
+  for (int round = 0; round < 6; ++round) {
+    PanelMemory memory;
+    for (int at = 0; at < PanelMemory::Size; ++at) {
+      // Sparse ones too, in which more of the settings make sense.
+      const bool filled = round % 2 == 0 || random() % 8 == 0;
+      memory.SetByte(at, filled ? static_cast<int>(random() % 256) : 0);
+    }
+    Engine engine(memory);
+    std::size_t rows = 0;
+    engine.SetSink([&rows](const Row&) { ++rows; });
+    const Instant start = DayOf({2026, 1, 1}) * DayMs;
+    engine.PowerOn(start);
+    for (int day = 0; day < 365; ++day) {
+      for (int act = 0; act < 5; ++act) {
+        const int input = static_cast<int>(random() % Items);
+        engine.SetContact(input, random() % 4 == 0 ? Contact::Off : Contact::On, random() % 2 == 0);
+        engine.SetDeviceInput(1 + static_cast<int>(random() % Devices),
+                              static_cast<int>(random() % DeviceInputs), random() % 2 == 0);
+        engine.SetPhotocell(1 + static_cast<int>(random() % Devices),
+                            static_cast<int>(random() % 256));
+        engine.AdvanceTo(engine.Now() + static_cast<Instant>(random() % (5 * HourMs)));
+        for (int output = 0; output < DimmerOutputs; ++output) {
+          const int level = engine.DimmerLevel(output);
+          ASSERT_TRUE(level >= 0 && level <= 255);
+        }
+      }
+      engine.AdvanceTo(std::max(engine.Now(), start + day * DayMs));
+    }
+    EXPECT_GT(rows, 365U);
+    EXPECT_LT(rows, 5'000'000U);
+  }
+}
+
+TEST(EngineTest, ItsClockRunsStandsJumpsAndSteps) {
+  PanelMemory memory = EmptyInstallation();
+  SetTimer(memory, 6, 9, 0);
+  memory.SetCode(map::TimerRelayControl, 4, 6, 1);
+  Engine engine(memory);
+  const std::int64_t day = DayOf({2026, 3, 2}) * DayMs;
+  engine.PowerOn(engine.Days().FromWall(day));
+  PanelClock clock(engine, 1000);
+  clock.SetSpeed(3600, 1000);
+  clock.Tick(2000);
+  EXPECT_EQ(engine.Wall(), day + HourMs);
+  clock.SetSpeed(0, 2000);
+  clock.Tick(9000);
+  EXPECT_EQ(engine.Wall(), day + HourMs);
+  const auto next = engine.NextHappenings(2);
+  ASSERT_EQ(next.size(), 2U);
+  EXPECT_EQ(Text(next[0].Cause) + " " + next[0].Words + ": " + next[0].Effects,
+            "TIMER 07 at 09:00: RELAY 05 on");
+  EXPECT_EQ(next[1].Time - next[0].Time, DayMs);
+  EXPECT_TRUE(clock.Step());
+  EXPECT_EQ(engine.Wall(), day + 9 * HourMs);
+  EXPECT_TRUE(engine.Relay(4));
+  clock.JumpTo(day + 8 * HourMs);  // back: the day begins anew
+  EXPECT_FALSE(engine.Relay(4));
+  // The settings change: the clock stays, and what is new holds at once.
+  SetTimer(memory, 6, 8, 30);
+  memory.SetByte(map::DSTEnabled, 0);
+  engine.AdvanceTo(engine.Now());
+  EXPECT_EQ(engine.Wall(), day + 8 * HourMs);
+  clock.JumpTo(day + 8 * HourMs + 30 * MinuteMs);
+  EXPECT_TRUE(engine.Relay(4));
+}
+
+}  // namespace
+}  // namespace simulator
