@@ -28,5 +28,5 @@ class BenchProgram {
   Application application_;
 
  public:
-  frmT3MasterMDI Window(AllScreens());
+  frmT3MasterMDI Window{AllScreens()};
 };

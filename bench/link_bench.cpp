@@ -110,7 +110,7 @@ class Host {
   frmT3MasterMDI& Window() { return window_; }
 
  private:
-  frmT3MasterMDI window_(AllScreens());
+  frmT3MasterMDI window_{AllScreens()};
   frmT3Connect* form_ = nullptr;
 };
 
