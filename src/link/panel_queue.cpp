@@ -3,6 +3,7 @@
 #include <deque>
 #include <utility>
 
+#include "panel/panel_record.h"
 #include "shell/dialogs.h"
 #include "shell/shell.h"
 
@@ -20,7 +21,8 @@ void AskPanel(std::function<void()> request) {
   while (!waiting.empty()) {
     const auto next = std::move(waiting.front());
     waiting.pop_front();
-    KeepUnsavedWork();
+    // A serial wait delivers no events, and it may be long.
+    if (ConnectionType() < ConnectionTCP) KeepUnsavedWork();
     RunHandler(next);
   }
   busy = false;
