@@ -90,8 +90,8 @@ void Engine::PersonTurnsOn(Mask on) {
 }
 
 void Engine::Forget(Mask relays) {
-  if (relays == 0 || Queue.empty()) return;
   Warned &= ~relays;
+  if (relays == 0 || Queue.empty()) return;
   for (Pending& pending : Queue) pending.Relays &= ~relays;
   std::erase_if(Queue, [](const Pending& pending) {
     return pending.Relays == 0 && pending.What != Due::Photocell && pending.What != Due::Dimmer;
