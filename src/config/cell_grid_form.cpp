@@ -95,9 +95,12 @@ void CellGridForm::Form_Load() {
   }
   grid = new RowGrid(ItemCount, Screen.RowWord);
   lblName = grid->AddNames(Screen.NameLabel);
-  lblCell = grid->Add<Label>(
-      Screen.CellLabel,
-      {.Chars = 8, .Act = Screen.States.size() == 2 ? CellAct::Toggles : CellAct::Cycles});
+  QStringList words;
+  for (const CellState& state : Screen.States) words << ToUnicode(state.Text);
+  lblCell = grid->Add<Label>(Screen.CellLabel,
+                             {.Chars = 8,
+                              .Act = Screen.States.size() == 2 ? CellAct::Toggles : CellAct::Cycles,
+                              .Words = words});
   lblCell.OnEach(&Label::Click, this, &CellGridForm::lblCell_Click);
   AddWidget(grid);
   if (!Screen.Selector) return;

@@ -8,9 +8,16 @@
 #include "panel/dimmer_block.h"
 #include "shell/editor_rows.h"
 
+namespace {
+
+const QString LitWord = QStringLiteral("Included");
+const QString DarkWord = QStringLiteral("Not included");
+
+}  // namespace
+
 void IncludePicture::SetLit(bool lit) {
   SetChecked(lit);
-  SetCaption(lit ? QStringLiteral("Included") : QStringLiteral("Not included"));
+  SetCaption(lit ? LitWord : DarkWord);
   update();
 }
 
@@ -47,7 +54,8 @@ void frmT3DimmerRelayControl::Form_Load() {
 
   frmConfig = new RowGrid(ItemCount, QStringLiteral("Relay "));
   frmConfig->setObjectName(QStringLiteral("frmConfig"));
-  imgInclude = frmConfig->Add<IncludePicture>("imgInclude", {.Chars = 1, .Act = CellAct::Toggles});
+  imgInclude = frmConfig->Add<IncludePicture>(
+      "imgInclude", {.Chars = 1, .Act = CellAct::Toggles, .Words = {DarkWord, LitWord}});
   lblRelayName = frmConfig->AddNames("lblRelayName", 16);
   imgInclude.OnEach(&Label::Click, this, &frmT3DimmerRelayControl::imgInclude_Click);
   imgInclude.OnEach(&Label::MouseDown, this, &frmT3DimmerRelayControl::Row_MouseDown);

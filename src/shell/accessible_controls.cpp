@@ -74,10 +74,7 @@ class AccessibleLabel : public QAccessibleWidget {
     if (name == label_->MouseDownAction()) {
       RunHandler([this] { label_->MouseDown(2, 1); });
     } else if (name == pressAction() || name == toggleAction()) {
-      RunHandler([this] {
-        if (label_->MouseDown) label_->MouseDown(1, 0);
-        label_->Click();
-      });
+      label_->Press();
     } else {
       QAccessibleWidget::doAction(name);
     }

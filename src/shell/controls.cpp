@@ -200,6 +200,17 @@ void TextBox::Type(const QString& text) {
   }
 }
 
+void TextBox::TypeOver(const QString& text) {
+  selectAll();
+  if (text.isEmpty()) {
+    del();
+  } else if (KeyPress) {
+    Type(text);
+  } else {
+    insert(text);
+  }
+}
+
 /// Whichever way the focus comes, what is typed next replaces the whole text.
 void TextBox::focusInEvent(QFocusEvent* event) {
   QLineEdit::focusInEvent(event);

@@ -95,6 +95,8 @@ class TextBox : public QLineEdit {
   explicit TextBox(QWidget* parent = nullptr);
   QString Text() const { return text(); }
   void SetText(const QString& text);
+  /// Types the text in place of the one that stands there.
+  void TypeOver(const QString& text);
 
   std::function<void()> Change;
   std::function<void()> Click;  ///< Enter acts as a click.

@@ -17,6 +17,7 @@ class InPlaceList : public QListView {
   void SetItems(const QStringList& items);
   void Clear() { SetItems({}); }
   int ListCount() const { return model_.rowCount(); }
+  QStringList Items() const { return model_.stringList(); }
   /// The text of an item, empty outside the list.
   QString List(int index) const;
   /// What a value cell shows for a stored value: the item's text and a blank.
@@ -25,6 +26,7 @@ class InPlaceList : public QListView {
   /// Opens over the cell with item `index` selected, or with no selection outside the list.
   void Open(const QWidget& cell, int index);
   void Close();
+  bool IsOver(const QWidget& cell) const { return isVisible() && cell_ == &cell; }
 
   int ListIndex() const { return currentIndex().row(); }
   /// Chooses an item as a user does; an index that the list does not hold runs nothing.

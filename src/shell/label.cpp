@@ -18,17 +18,6 @@ constexpr double leastRoom = 0.8;
 constexpr int hoverTint = 40;
 constexpr int glyphStrength = 150;
 
-/// Whether a value says that nothing is set; such values step back behind those that are.
-bool MeansNothing(const QString& caption) {
-  static const QSet<QString> words = {{},
-                                      QStringLiteral("-"),
-                                      QStringLiteral("--:--"),
-                                      QStringLiteral("None"),
-                                      QStringLiteral("No Action"),
-                                      QStringLiteral("No Blink")};
-  return words.contains(caption.trimmed());
-}
-
 /// Black or white, whichever stands out better from the colour.
 QColor TextOn(QRgb color) {
   return qGray(color) >= 110 ? Qt::black : Qt::white;
@@ -54,6 +43,17 @@ QColor TextColor(Label::Look look, const QPalette& palette) {
 }
 
 }  // namespace
+
+bool MeansNothing(const QString& caption) {
+  static const QSet<QString> words = {{},
+                                      QStringLiteral("-"),
+                                      QStringLiteral("Clear"),
+                                      QStringLiteral("--:--"),
+                                      QStringLiteral("None"),
+                                      QStringLiteral("No Action"),
+                                      QStringLiteral("No Blink")};
+  return words.contains(caption.trimmed());
+}
 
 void DrawFocusRing(QPainter& painter, const QWidget& control) {
   painter.setRenderHint(QPainter::Antialiasing);
@@ -284,14 +284,18 @@ void Label::mouseDoubleClickEvent(QMouseEvent* event) {
   mousePressEvent(event);
 }
 
+void Label::Press(int shift) {
+  RunHandler([&] {
+    if (MouseDown) MouseDown(1, shift);
+    Click();
+  });
+}
+
 void Label::keyPressEvent(QKeyEvent* event) {
   const bool space = event->key() == Qt::Key_Space;
   const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   if ((space || enter) && Click) {
-    RunHandler([&] {
-      if (MouseDown) MouseDown(1, event->modifiers() & Qt::ShiftModifier ? 1 : 0);
-      Click();
-    });
+    Press(event->modifiers() & Qt::ShiftModifier ? 1 : 0);
   } else if (space && MouseDown && event->modifiers() == Qt::ShiftModifier) {
     RunHandler([this] { MouseDown(2, 1); });
   } else {

@@ -21,6 +21,9 @@ constexpr QRgb Yellow = 0xFFFF00;
 constexpr QRgb Blue = 0x0000FF;
 }  // namespace Colors
 
+/// Whether a value says that nothing is set; such values step back behind those that are.
+bool MeansNothing(const QString& caption);
+
 /// What a click on a value cell does. It is seen in the cell and told to screen readers.
 enum class CellAct { Press, OpensList, Toggles, Cycles };
 
@@ -75,6 +78,8 @@ class Label : public QWidget {
   void SetLook(Look look);
 
   std::function<void()> Click;
+  /// What a user's click runs.
+  void Press(int shift = 0);
   /// Button 1 left, 2 right, 4 middle; Shift 1 when Shift alone is held. A key that clicks tells of
   /// its Shift as the left button; without a click handler Shift+Space stands for Shift and the
   /// right button.

@@ -47,6 +47,10 @@ void UnloadAllForms() {
 void UpdateStatusBar() {
   if (mainWindow) mainWindow->UpdateStatusBar();
 }
+void TellNews(const QString& news) {
+  if (mainWindow) mainWindow->TellNews(news);
+}
+
 void SetLinkStatus(const QString& text) {
   if (mainWindow) mainWindow->SetLinkStatus(text);
 }

@@ -55,6 +55,7 @@ class frmT3MasterMDI : public QMainWindow {
   void UnloadAllForms();
   void UpdateStatusBar();
   void SetLinkStatus(const QString& text);
+  void TellNews(const QString& news);
   void SetMainMenusEnabled(bool enabled);
   bool Ending() const { return ending_; }
 
@@ -81,7 +82,6 @@ class frmT3MasterMDI : public QMainWindow {
   void ShowEmptyState();
   void ReadFile(const QString& name);
   void ShowMarks();
-  void TellNews(const QString& news);
   void TearDown();
 
   const ScreenEntry* FindScreen(const std::string& name) const;

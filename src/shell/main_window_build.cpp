@@ -17,6 +17,36 @@ QKeySequence Shortcut(const std::string& entry) {
   return {};
 }
 
+/// The told captions have no letters marked: a letter goes to the next entry that begins with it,
+/// and into its submenu if no other begins so.
+class MenuLetters : public QObject {
+ public:
+  using QObject::QObject;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    auto* menu = qobject_cast<QMenu*>(watched);
+    if (!menu || event->type() != QEvent::KeyPress) return false;
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    if (key.text().isEmpty() || !key.text()[0].isLetter() || key.modifiers() & ~Qt::ShiftModifier) {
+      return false;
+    }
+    QList<QAction*> found;
+    for (QAction* action : menu->actions()) {
+      const bool begins = action->text().startsWith(key.text(), Qt::CaseInsensitive);
+      if (begins && action->isEnabled()) found << action;
+    }
+    if (found.isEmpty()) return false;
+    const auto next = found.indexOf(menu->activeAction()) + 1;
+    menu->setActiveAction(found[next % found.size()]);
+    if (found.size() == 1 && found[0]->menu()) {
+      QKeyEvent into(QEvent::KeyPress, Qt::Key_Right, Qt::NoModifier);
+      QCoreApplication::sendEvent(menu, &into);
+    }
+    return true;
+  }
+};
+
 }  // namespace
 
 const ScreenEntry* frmT3MasterMDI::FindScreen(const std::string& name) const {
@@ -28,6 +58,7 @@ const ScreenEntry* frmT3MasterMDI::FindScreen(const std::string& name) const {
 
 void frmT3MasterMDI::BuildMenu() {
   const auto& table = program_.Menu;
+  auto* letters = new MenuLetters(this);
   std::vector<QMenu*> open;  // Submenus from level 1 down to the line before.
   for (std::size_t i = 0; i < table.size(); ++i) {
     const MenuEntry& entry = table[i];
@@ -36,6 +67,7 @@ void frmT3MasterMDI::BuildMenu() {
     QAction* action = nullptr;
     if (i + 1 < table.size() && table[i + 1].Level > entry.Level) {
       auto* menu = new QMenu(caption, this);
+      menu->installEventFilter(letters);
       action = menu->menuAction();
       (open.empty() ? static_cast<QWidget*>(menuBar()) : open.back())->addAction(action);
       open.push_back(menu);

@@ -1,8 +1,10 @@
 #include "shell/row_grid.h"
 
 #include <QApplication>
+#include <QContextMenuEvent>
 
 #include "panel/code_page.h"
+#include "shell/cell_value.h"
 
 QString TwoDigits(int number) {
   return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0'));
@@ -44,6 +46,7 @@ RowGrid::RowGrid(int rows, const QString& word)
     grid_->setColumnMinimumWidth(block * columnsPerBlock - 1, 8);
   }
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  MakeVeil();
 }
 
 ControlArray<Label> RowGrid::AddNames(const char* name, int chars) {
@@ -59,6 +62,7 @@ ControlArray<Label> RowGrid::AddNames(const char* name, int chars) {
 
 void RowGrid::BeginColumn(const Options& options) {
   headerTexts_.push_back(options.HeaderText);
+  words_.push_back(options.Words);
   if (!options.SharesCell) ++columns_;
   // Names take the room that they need, values the rest.
   const bool names = nameColumn_ == static_cast<int>(headerTexts_.size()) - 1;
@@ -187,6 +191,7 @@ std::optional<RowGrid::Cell> RowGrid::CellOf(const QObject* control) const {
 /// Goes on by a step until a cell takes the focus; past the last control of a row the walk goes on
 /// in the same row of the next grid column.
 void RowGrid::Walk(Cell from, int rowStep, int columnStep) {
+  ForgetSelection();
   const int columns = static_cast<int>(controls_[static_cast<std::size_t>(from.Row)].size());
   for (int step = 0; step < rows_ * columns; ++step) {
     from.Row += rowStep;
@@ -205,6 +210,7 @@ void RowGrid::Walk(Cell from, int rowStep, int columnStep) {
 
 /// The cell nearest to `from` towards `to` in its column of controls.
 void RowGrid::WalkTo(Cell from, int to) {
+  ForgetSelection();
   const int step = to < from.Row ? 1 : -1;
   for (Cell cell{to, from.Column}; cell.Row != from.Row; cell.Row += step) {
     if (Walkable(cell)) {
@@ -283,19 +289,42 @@ bool RowGrid::focusNextPrevChild(bool next) {
   return QWidget::focusNextPrevChild(next);
 }
 
-/// Tab comes back to the cell that it left.
 bool RowGrid::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() != QEvent::FocusIn || tabsByRows_) return QWidget::eventFilter(watched, event);
-  const auto reason = static_cast<QFocusEvent*>(event)->reason();
   const auto cell = CellOf(watched);
   if (!cell) return QWidget::eventFilter(watched, event);
+  const auto& control = *static_cast<QWidget*>(watched);
+  switch (event->type()) {
+    case QEvent::FocusIn:
+      KeepFocusCell(*cell, static_cast<QFocusEvent*>(event)->reason());
+      break;
+    case QEvent::KeyPress:
+      if (TakesKey(control, *static_cast<QKeyEvent*>(event))) return true;
+      break;
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseMove:
+    case QEvent::MouseButtonRelease:
+      if (TakesMouse(*static_cast<QMouseEvent*>(event), *cell)) return true;
+      break;
+    case QEvent::ContextMenu: {
+      const auto* label = qobject_cast<const Label*>(&control);
+      if (!label || label->MouseDown || !CellValue(control)) break;
+      ShowCellMenu(*cell, static_cast<QContextMenuEvent*>(event)->globalPos());
+      return true;
+    }
+    default:
+      break;
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+/// Tab comes back to the cell that it left.
+void RowGrid::KeepFocusCell(Cell cell, Qt::FocusReason reason) {
   const bool tabbed = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
-  if (tabbed && current_ && Walkable(*current_) && At(*current_) != watched) {
+  if (tabbed && !tabsByRows_ && current_ && Walkable(*current_) && At(*current_) != At(cell)) {
     QWidget* wanted = At(*current_);
     QMetaObject::invokeMethod(
         wanted, [wanted] { wanted->setFocus(Qt::OtherFocusReason); }, Qt::QueuedConnection);
   } else {
     current_ = cell;
   }
-  return QWidget::eventFilter(watched, event);
 }

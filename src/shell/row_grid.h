@@ -9,7 +9,8 @@
 
 /// Rows of a name label and value cells, laid out in columns of sixteen: row i stands at row
 /// i mod 16 of grid column i / 16. The grid is one stop of Tab; the arrow keys, Home, End and Page
-/// walk its cells.
+/// walk its cells. With Shift held they select cells of one column, as a drag does, whose values
+/// are copied, pasted and filled down by what a user's own clicks and keys would run.
 class RowGrid : public QWidget {
   Q_OBJECT
  public:
@@ -21,6 +22,7 @@ class RowGrid : public QWidget {
     QString HeaderText = {};
     bool SharesCell = false;       ///< Stands behind the control before it, in the same grid cell.
     CellAct Act = CellAct::Press;  ///< What a click does on labels that take clicks.
+    QStringList Words = {};        ///< All that cells which toggle or cycle can show.
   };
 
   /// `word` starts each row's tooltip and its name for screen readers: "Relay " gives "Relay 01".
@@ -58,12 +60,23 @@ class RowGrid : public QWidget {
   /// What a row stands for, in its tooltip and for screen readers: "Timer 01".
   void SetRowTitle(int row, const QString& title);
 
+  /// Puts the values of the selected cells on the clipboard, one a line.
+  void CopyCells();
+  /// One value goes to all selected cells, several go down from the first. A value that a cell does
+  /// not take, or too many of them, change nothing, and a quiet line says so.
+  void PasteCells();
+  /// Gives the first selected cell's value to the others.
+  void FillDown();
+  void SelectColumn();
+
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   bool focusNextPrevChild(bool next) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
+  class Veil;
   /// A control by its row and its place in the row.
   struct Cell {
     int Row;
@@ -75,6 +88,17 @@ class RowGrid : public QWidget {
   void Walk(Cell from, int rowStep, int columnStep);
   void WalkTo(Cell from, int to);
 
+  void KeepFocusCell(Cell cell, Qt::FocusReason reason);
+  bool TakesKey(const QWidget& control, const QKeyEvent& key);
+  bool TakesMouse(const QMouseEvent& mouse, Cell cell);
+  void ShowCellMenu(Cell cell, const QPoint& at);
+  void ExtendTo(Cell cell);
+  void ForgetSelection();
+  /// The selected cells from the top, at least the one in hand.
+  std::vector<QWidget*> Selected() const;
+  void PutValues(const std::vector<QWidget*>& cells, const QStringList& values);
+
+  void MakeVeil();
   void BeginColumn(const Options& options);
   void Place(QWidget* control, int row, const Options& options);
   void Describe(int row);
@@ -87,10 +111,15 @@ class RowGrid : public QWidget {
   int nameColumn_ = -1;
   bool tabsByRows_ = false;
   std::optional<Cell> current_;  ///< The cell that had the focus last.
+  std::optional<std::pair<Cell, Cell>> selection_;  ///< From where to where, in one column.
+  std::optional<Cell> pressed_;  ///< Where a drag may begin.
+  bool dragging_ = false;
+  QWidget* veil_ = nullptr;  ///< Tints the selected cells.
   QGridLayout* grid_;
   std::vector<QString> titles_;
   std::vector<std::vector<QWidget*>> controls_;  ///< By row.
   std::vector<QString> headerTexts_;             ///< By control of a row.
+  std::vector<QStringList> words_;               ///< By control of a row.
   std::vector<std::vector<QWidget*>> headers_;   ///< By grid column.
 };
 

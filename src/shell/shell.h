@@ -25,6 +25,9 @@ void UpdateStatusBar();
 /// The text of panel 2 alone, for example "Error - Retry: 1".
 void SetLinkStatus(const QString& text);
 
+/// A word on what has just been done, or was not, beside the caption of the screen on show.
+void TellNews(const QString& news);
+
 /// Paints what has changed in the main window before a wait that delivers no events.
 void PaintNow();
 

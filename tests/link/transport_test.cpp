@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <stdlib.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 #include <QCoreApplication>
@@ -10,6 +11,8 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTemporaryDir>
+#include <QTimer>
+#include <thread>
 
 #include "panel/program_state.h"
 #include "shell/stopwatch.h"
@@ -34,6 +37,30 @@ TEST(TransportTest, APeerThatFloodsIsClosed) {
   EXPECT_EQ(socket->State(), SocketControl::Closed);
   EXPECT_EQ(socket->GetData(), "");
   socket->SendData("[0005D7]");
+}
+
+TEST(TransportTest, TheWindowLivesWhileAPeerLetsBytesDrip) {
+  QTcpServer server;
+  ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
+  const auto socket = NewSocketControl();
+  socket->SetRemoteHost(QStringLiteral("127.0.0.1"));
+  socket->SetRemotePort(server.serverPort());
+  socket->Connect();
+  ASSERT_TRUE(server.waitForNewConnection(5000));
+  QTcpSocket* peer = server.nextPendingConnection();
+  std::thread drip([descriptor = static_cast<int>(peer->socketDescriptor())] {
+    for (int i = 0; i < 150; ++i) {
+      if (send(descriptor, "x", 1, MSG_NOSIGNAL) < 0) return;
+      std::this_thread::sleep_for(std::chrono::milliseconds(4));
+    }
+  });
+  int events = 0;
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, [&] { ++events; });
+  timer.start(10);
+  socket->Wait(1 << 14, 500);
+  drip.join();
+  EXPECT_GT(events, 5);
 }
 
 TEST(TransportTest, ASerialFloodIsHeldBack) {

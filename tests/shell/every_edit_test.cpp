@@ -71,7 +71,7 @@ constexpr bool Marks = true;
 constexpr bool MarksNot = false;
 
 struct Edit {
-  Text Entry;      ///< The menu entry of the screen.
+  Text Entry;      ///< The menu entry of the screen, or its name where the entry leads to several.
   Action Prepare;  ///< Before the project is unmarked.
   Action Do;
   bool Marks;
@@ -172,6 +172,10 @@ std::vector<Edit> Edits() {
       {"mnuDaylightSavingTime", Nothing, Press("chkEnableDaylightSavingTime"), Marks},
       {"mnuDaylightSavingTime", Nothing, Choose("cboDSTStartWeek", 3), Marks,
        Is(p.DSTStartWeek, 4)},
+      {"mnuDaylightSavingTime", Nothing, Choose("cboDSTStartMonth", 4), Marks,
+       Is(p.DSTStartMonth, 5)},
+      {"mnuDaylightSavingTime", Nothing, Choose("cboDSTEndWeek", 2), Marks, Is(p.DSTEndWeek, 3)},
+      {"mnuDaylightSavingTime", Nothing, Choose("cboDSTEndMonth", 6), Marks, Is(p.DSTEndMonth, 7)},
       {"mnuAstroClockSettings", Nothing, Choose("cboLatitude", 5), Marks, Is(p.Latitude, 25)},
       {"mnuAstroClockSettings", Press("cmdFindLatLon"), Press("cmdAccept"), Marks},
       {"mnuOpenCloseTimeNormalDays", Nothing, Open("lblOpenTime", 2), Marks},
@@ -180,9 +184,21 @@ std::vector<Edit> Edits() {
       {"mnuSetup", Nothing, Open("lblIOCount", 1), Marks},
       {"mnuSetup", Open("lblIOCount", 1), Take("cboIOCount", 2), Marks, Is(p.IOCount(1), 2)},
       {"mnuSetup", Nothing, Press("optAddOnModuleType(1)"), Marks, Is(p.AddOnModuleType, 1)},
+      {"frmT3AddOnModuleDMX", Nothing, Pick("lblDMXChan", 2, "cboNewDMX", 7), Marks,
+       Is(p.DMXChannel(2), 7)},
+      {"frmT3AddOnModuleDMX", Nothing, Choose("cboOnLevel", 80), Marks, Is(p.DMXOnLevel, 81)},
+      {"frmT3AddOnModuleDMX", Nothing, Choose("cboOffLevel", 20), Marks, Is(p.DMXOffLevel, 21)},
+      {"frmT3AddOnModuleDMX", Nothing, Choose("cboFilter", 15), Marks, Is(p.DMXFilter, 15)},
+      {"frmT3AddOnModuleDMX", Set(p.DMXChannel(0), 510), Press("cmdAutoMap"), Marks,
+       Is(p.DMXChannel(2), 512)},
+      {"frmT3AddOnModuleModBus", Nothing, Choose("cboMode", 1), Marks, Is(p.ModBusMode, 1)},
+      {"frmT3AddOnModuleModBus", Nothing, Choose("cboBaud", 3), Marks, Is(p.ModBusBaud, 3)},
+      {"frmT3AddOnModuleModBus", Nothing, Choose("cboParity", 2), Marks, Is(p.ModBusParity, 2)},
       {"mnuEditRelayNames", Nothing, Type("txtRelayName(2)", "ab"), Marks,
        Is(p.RelayName(2), "AB")},
       {"mnuEditPanelName", Nothing, Type("txtPanelName", "ab"), Marks, Is(p.PanelName, "AB")},
+      {"mnuEditPanelName", Type("txtPanelName", "ab"), Press("chkDefaultPanelName"), Marks,
+       Is(p.PanelName, "")},
       {"mnuConnect", Nothing, Press("chkConnectionType(1)"), MarksNot, Is(ConnectionType(), 1)},
       {"mnuConnect", Press("chkConnectionType(2)"), Type("txtTCPIP", "1"), Marks,
        Is(TcpAddress(), "1")},
@@ -199,7 +215,11 @@ TEST_F(EveryEditTest, StoresAndMarksAsTold) {
     Menu("mnuNew");
     FennlinkRecords(2) = {};
     for (int node = 0; node < NodeCount; ++node) PanelRecord.IOCount(node) = node == 0 ? 8 : 0;
-    Menu(edit.Entry);
+    if (QByteArray(edit.Entry).startsWith("frm")) {
+      window->ShowForm(edit.Entry);
+    } else {
+      Menu(edit.Entry);
+    }
     edit.Prepare(*this);
     DataChanged = 0;
     edit.Do(*this);

@@ -228,3 +228,18 @@ TEST_F(MainWindowTest, AddOnModulesOpensTheScreenOfTheModule) {
     EXPECT_EQ(FrontScreen(), "frmT3About");
   }
 }
+TEST_F(MainWindowTest, ALetterGoesToTheNextEntryOfAMenuAndIntoTheOnlyOne) {
+  auto* edit = window->findChild<QAction*>("mnuEdit")->menu();
+  edit->popup({});
+  const auto type = [&](Qt::Key key) {
+    QTest::keyClick(edit, key);
+    return edit->activeAction() ? edit->activeAction()->objectName() : QString();
+  };
+  EXPECT_EQ(type(Qt::Key_S), "mnuSwitchInputs");
+  EXPECT_EQ(type(Qt::Key_S), "mnuSwitchPilots");
+  EXPECT_EQ(type(Qt::Key_P), "mnuPresets");
+  const auto* presets = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  ASSERT_TRUE(presets && presets->activeAction());
+  EXPECT_EQ(presets->activeAction()->objectName(), "mnuEditPresets");
+  edit->hide();
+}
