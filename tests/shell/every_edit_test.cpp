@@ -1,3 +1,6 @@
+#include <QRegularExpression>
+
+#include "dimmer/rules/dimmer_model.h"
 #include "screen_test.h"
 
 // What every control stores, and whether it marks the project as changed.
@@ -11,6 +14,34 @@ class EveryEditTest : public ScreenTest {
   using ScreenTest::ChooseInPlace;
   using ScreenTest::Click;
   using ScreenTest::Find;
+
+  /// All that the screen shows, one control a line.
+  QStringList Look() {
+    QStringList look;
+    for (const QWidget* control : window->centralWidget()->findChildren<QWidget*>()) {
+      const QString name = control->objectName();
+      if (name.isEmpty() || name.startsWith("qt_") || name.startsWith("lblPanelChar") ||
+          name == "lblMark") {
+        continue;  // Names are displayed as they are typed.
+      }
+      QString value;
+      if (const auto* label = qobject_cast<const Label*>(control)) {
+        value = label->Caption() + QString::number(label->BackColor().value_or(1)) +
+                QString::number(label->Checked());
+      } else if (const auto* list = qobject_cast<const ComboBox*>(control)) {
+        value = list->currentText();
+      } else if (const auto* button = qobject_cast<const QAbstractButton*>(control)) {
+        value = button->text() + QString::number(button->isChecked());
+      } else if (const auto* box = qobject_cast<const TextBox*>(control)) {
+        value = box->Text();
+      } else if (const auto* bar = qobject_cast<const ScrollBar*>(control)) {
+        value = QString::number(bar->Value());
+      }
+      const bool shown = control->isVisibleTo(window.get());
+      look << name + (shown ? ": " : ", hidden: ") + (shown ? value : QString());
+    }
+    return look;
+  }
 };
 
 using Action = std::function<void(EveryEditTest&)>;
@@ -57,15 +88,14 @@ Action Both(const Action& first, const Action& second) {
     second(t);
   };
 }
-/// Bus device 2, of a type, chosen on the screen.
-Action Device(Text list, int type) {
-  return Both(Set(FennlinkRecords(2).DeviceType, type), Choose(list, 2));
-}
 template <typename Field, typename Value>
 std::function<void()> Is(const Field& field, Value value) {
   return [&field, value] { EXPECT_EQ(field, value); };
 }
 void Nothing(EveryEditTest&) {}
+void Unmark(EveryEditTest&) {
+  DataChanged = 0;
+}
 
 constexpr bool Marks = true;
 constexpr bool MarksNot = false;
@@ -76,7 +106,29 @@ struct Edit {
   Action Do;
   bool Marks;
   std::function<void()> Stored = {};
+  Action Select = Nothing;  ///< Which item the screen shows.
 };
+
+/// An edit of bus device 2, which is of a type.
+Edit OnDevice(Text entry, Text list, int type, const Action& edit, std::function<void()> stored,
+              const Action& prepare = Nothing) {
+  return {entry,
+          Both(Set(FennlinkRecords(2).DeviceType, type), prepare),
+          edit,
+          Marks,
+          std::move(stored),
+          Choose(list, 2)};
+}
+
+/// An edit of the first output of an enabled dimmer, whose first slot is of a type.
+Edit OnDimmer(Int16 slotType, const Action& edit, std::function<int()> field, int value) {
+  const Action enabled = [=](EveryEditTest&) {
+    DimSetEnabled(0, 1);
+    DimSetCtlType(0, 0, 0, slotType);
+  };
+  return {"mnuConfigureDimmers", enabled, edit, Marks,
+          [=, field = std::move(field)] { EXPECT_EQ(field(), value); }};
+}
 
 std::vector<Edit> Edits() {
   auto& p = PanelRecord;
@@ -88,8 +140,7 @@ std::vector<Edit> Edits() {
        Is(p.RelayTimerType(1), 3)},
       {"mnuRelayOutputOptions", Nothing, Pick("lblPowerOnType", 2, "cboNewPowerOnType", 1), Marks,
        Is(p.RelayPowerOnType(2), 1)},
-      {"mnuRelayOutputOptions", Set(p.RelayTimerType(0), 6), RightClick("lblRelayName(0)"), Marks,
-       Is(p.RelayTimerType(5), 0)},
+      {"mnuRelayOutputOptions", Set(p.RelayTimerType(0), 6), RightClick("lblRelayName(0)"), Marks},
       {"mnuRelayOutputOptions", Set(p.RelayTimerType(0), 6), RightClick("lblRelayName(0)", shift),
        Marks, Is(p.RelayTimerType(7), 6)},
       {"mnuRelayGrouping", Nothing, Choose("cboGroup", 3), MarksNot},
@@ -113,35 +164,39 @@ std::vector<Edit> Edits() {
       {"mnuInputOptions", Pick("lblInputType", 3, "cboNewType", 5),
        Pick("lblInputTimedOn", 3, "cboNewTime", 2), Marks, Is(p.InputTimedOnTime(3), 7)},
       {"mnuInputToRelayControl", Nothing, Open("lblControl", 2), Marks},
-      {"mnuInputToRelayControl", Open("lblControl", 2), Take("cboControl", 2), Marks,
+      {"mnuInputToRelayControl", Nothing,
+       Both(Open("lblControl", 2), Both(Unmark, Take("cboControl", 2))), Marks,
        Is(p.InputRelayControl(0, 2), 2)},
-      {"mnuInputToRelayControl", Both(Set(p.InputType(4), 4), Choose("cboInput", 4)),
-       Choose("cboPreset", 8), Marks, Is(p.InputPreset(4), 8)},
-      {"mnuInputToGroupControl", Open("lblControl", 40), Take("cboControl", 1), Marks,
+      {"mnuInputToRelayControl", Set(p.InputType(4), 4), Choose("cboPreset", 8), Marks,
+       Is(p.InputPreset(4), 8), Choose("cboInput", 4)},
+      {"mnuInputToGroupControl", Nothing,
+       Both(Open("lblControl", 40), Both(Unmark, Take("cboControl", 1))), Marks,
        Is(p.InputGroupControl(0, 40), 1)},
       {"mnuLocalInputPilots", Set(p.LocalPilot(1), 64),
        Pick("lblPilotSource", 1, "cboNewSource", 2), Marks, Is(p.LocalPilot(1), 128)},
       {"mnuLocalInputPilots", Set(p.LocalPilot(1), 64),
        Pick("lblPilotNumber", 1, "cboNewNumber", 5), Marks, Is(p.LocalPilot(1), 69)},
-      {"mnuConfigureFennlinkDevices", Device("cboFLinkDevice", 1), Choose("cboFLinkType", 4), Marks,
-       Is(d.DeviceType, 4)},
-      {"mnuConfigureFennlinkDevices", Device("cboFLinkDevice", 7), Choose("cboInput7Type(1)", 2),
-       Marks, Is(d.DeviceInputType(1), 2)},
-      {"mnuConfigureFennlinkDevices",
-       Both(Set(d.DeviceInputType(0), 3), Device("cboFLinkDevice", 2)),
-       Pick("lblInput16TimedOn", 0, "cboInput16NewTime", 4), Marks, Is(d.DeviceTimedOnTime(0), 9)},
-      {"mnuConfigureFennlinkDevices", Device("cboFLinkDevice", 9), Slide("hsInputFOffLevel(2)", 77),
-       Marks, Is(d.DeviceOffLevel(2), 77)},
-      {"mnuConfigureFennlinkDevices", Device("cboFLinkDevice", 9), Slide("hsInputFOnLevel(2)", 78),
-       Marks, Is(d.DeviceOnLevel(2), 78)},
-      {"mnuFennlinkInputToRelayControl", Device("cboFennlinkDevice", 4),
-       Pick("lblControl", 3, "cboControl", 1), Marks, Is(d.DeviceRelayControl(0, 3), 1)},
-      {"mnuFennlinkInputToGroupControl", Device("cboFennlinkDevice", 4),
-       Pick("lblControl", 3, "cboControl", 1), Marks, Is(d.DeviceGroupControl(0, 3), 1)},
-      {"mnuFennlinkPilots", Both(Set(d.DevicePilot(1), 64), Device("cboFennlinkDevice", 4)),
-       Pick("lblPilotSource", 1, "cboNewSource", 2), Marks, Is(d.DevicePilot(1), 128)},
-      {"mnuFennlinkPilots", Both(Set(d.DevicePilot(1), 64), Device("cboFennlinkDevice", 4)),
-       Pick("lblPilotNumber", 1, "cboNewNumber", 6), Marks, Is(d.DevicePilot(1), 70)},
+      OnDevice("mnuConfigureFennlinkDevices", "cboFLinkDevice", 1, Choose("cboFLinkType", 4),
+               Is(d.DeviceType, 4)),
+      OnDevice("mnuConfigureFennlinkDevices", "cboFLinkDevice", 7, Choose("cboInput7Type(1)", 2),
+               Is(d.DeviceInputType(1), 2)),
+      OnDevice("mnuConfigureFennlinkDevices", "cboFLinkDevice", 2,
+               Pick("lblInput16TimedOn", 0, "cboInput16NewTime", 4), Is(d.DeviceTimedOnTime(0), 9),
+               Set(d.DeviceInputType(0), 3)),
+      OnDevice("mnuConfigureFennlinkDevices", "cboFLinkDevice", 9, Slide("hsInputFOffLevel(2)", 77),
+               Is(d.DeviceOffLevel(2), 77)),
+      OnDevice("mnuConfigureFennlinkDevices", "cboFLinkDevice", 9, Slide("hsInputFOnLevel(2)", 78),
+               Is(d.DeviceOnLevel(2), 78)),
+      OnDevice("mnuFennlinkInputToRelayControl", "cboFennlinkDevice", 4,
+               Pick("lblControl", 3, "cboControl", 1), Is(d.DeviceRelayControl(0, 3), 1)),
+      OnDevice("mnuFennlinkInputToGroupControl", "cboFennlinkDevice", 4,
+               Pick("lblControl", 3, "cboControl", 1), Is(d.DeviceGroupControl(0, 3), 1)),
+      OnDevice("mnuFennlinkPilots", "cboFennlinkDevice", 4,
+               Pick("lblPilotSource", 1, "cboNewSource", 2), Is(d.DevicePilot(1), 128),
+               Set(d.DevicePilot(1), 64)),
+      OnDevice("mnuFennlinkPilots", "cboFennlinkDevice", 4,
+               Pick("lblPilotNumber", 1, "cboNewNumber", 6), Is(d.DevicePilot(1), 70),
+               Set(d.DevicePilot(1), 64)),
       {"mnuConfigureTimers", Nothing, Choose("cboNormalTimeHour", 3), Marks,
        Is(p.TimerTimeType(0), 3)},
       {"mnuConfigureTimers", Nothing, Choose("cboNormalTimeMinute", 31), Marks,
@@ -157,11 +212,14 @@ std::vector<Edit> Edits() {
        Is(p.TimerHolidayDate(0), 21)},
       {"mnuConfigureTimers", Nothing, Press("chkDays(1)"), MarksNot},
       {"mnuTimerToRelayControl", Nothing, Open("lblControl", 6), Marks},
-      {"mnuTimerToRelayControl", Open("lblControl", 6), Take("cboControl", 2), Marks,
+      {"mnuTimerToRelayControl", Nothing,
+       Both(Open("lblControl", 6), Both(Unmark, Take("cboControl", 2))), Marks,
        Is(p.TimerRelayControl(0, 6), 2)},
-      {"mnuTimerToGroupControl", Open("lblControl", 6), Take("cboControl", 1), Marks,
+      {"mnuTimerToGroupControl", Nothing,
+       Both(Open("lblControl", 6), Both(Unmark, Take("cboControl", 1))), Marks,
        Is(p.TimerGroupControl(0, 6), 1)},
-      {"mnuTimerToPresetControl", Open("lblControl", 6), Take("cboControl", 1), Marks,
+      {"mnuTimerToPresetControl", Nothing,
+       Both(Open("lblControl", 6), Both(Unmark, Take("cboControl", 1))), Marks,
        Is(p.TimerPresetControl(0, 6), 1)},
       {"mnuBlinkAlertAndAlarmSettings", Nothing, Choose("cboBlinkAlert", 3), Marks,
        Is(p.BlinkAlertMinutes, 5)},
@@ -182,7 +240,8 @@ std::vector<Edit> Edits() {
       {"mnuOpenCloseTimeNormalDays", Nothing, Pick("lblOpenTime", 2, "cboNewTime", 30), Marks,
        Is(p.NormalOpenTime(2), 30)},
       {"mnuSetup", Nothing, Open("lblIOCount", 1), Marks},
-      {"mnuSetup", Open("lblIOCount", 1), Take("cboIOCount", 2), Marks, Is(p.IOCount(1), 2)},
+      {"mnuSetup", Nothing, Both(Open("lblIOCount", 1), Both(Unmark, Take("cboIOCount", 2))), Marks,
+       Is(p.IOCount(1), 2)},
       {"mnuSetup", Nothing, Press("optAddOnModuleType(1)"), Marks, Is(p.AddOnModuleType, 1)},
       {"frmT3AddOnModuleDMX", Nothing, Pick("lblDMXChan", 2, "cboNewDMX", 7), Marks,
        Is(p.DMXChannel(2), 7)},
@@ -196,7 +255,8 @@ std::vector<Edit> Edits() {
       {"frmT3AddOnModuleModBus", Nothing, Choose("cboParity", 2), Marks, Is(p.ModBusParity, 2)},
       {"mnuEditRelayNames", Nothing, Type("txtRelayName(2)", "ab"), Marks,
        Is(p.RelayName(2), "AB")},
-      {"mnuEditPanelName", Nothing, Type("txtPanelName", "ab"), Marks, Is(p.PanelName, "AB")},
+      {"mnuEditPanelName", Nothing, Both(Press("chkDefaultPanelName"), Type("txtPanelName", "ab")),
+       Marks, Is(p.PanelName, "AB")},
       {"mnuEditPanelName", Type("txtPanelName", "ab"), Press("chkDefaultPanelName"), Marks,
        Is(p.PanelName, "")},
       {"mnuConnect", Nothing, Press("chkConnectionType(1)"), MarksNot, Is(ConnectionType(), 1)},
@@ -205,29 +265,102 @@ std::vector<Edit> Edits() {
       {"mnuConnect", Press("chkConnectionType(1)"), Type("txtPhoneNumber", "1"), Marks,
        Is(PhoneNumber(), "1")},
       {"mnuConfigureDimmers", Nothing, Press("chkEnabled"), Marks},
+      OnDimmer(
+          0, Choose("cboPowerOnLevel", 40), [] { return DimGetPowerOn(0, 0); }, 40),
+      OnDimmer(
+          0, Choose("cboMinLevel", 31), [] { return DimGetMin(0, 0); }, 30),
+      OnDimmer(
+          0, Choose("cboMaxLevel", 61), [] { return DimGetMax(0, 0); }, 60),
+      OnDimmer(
+          0, Choose("cboFadeRate", 9), [] { return DimGetFade(0, 0); }, 9),
+      OnDimmer(
+          0, Choose("cboDMX", 99), [] { return DimGetDMX(0, 0); }, 99),
+      OnDimmer(
+          0, Choose("cboPCTrack", 1), [] { return DimGetTrackMode(0, 0); }, Track2Point),
+      OnDimmer(
+          0, Choose("cboCOTyp", 3), [] { return DimGetCtlType(0, 0, 0); }, 3),
+      OnDimmer(
+          ControlInput, Choose("cboCODev", 5), [] { return DimGetCtlDevice(0, 0, 0); }, 5),
+      OnDimmer(
+          ControlInput, Choose("cboCOInp", 5), [] { return DimGetCtlNumber(0, 0, 0); }, 5),
+      OnDimmer(
+          ControlInput, Choose("cboCOAct", 2), [] { return DimGetCtlAction(0, 0, 0); }, 2),
+      OnDimmer(
+          ControlInput, Choose("cboCOFade", 1), [] { return DimGetCtlInstant(0, 0, 0); }, -1),
+      OnDimmer(
+          ControlInput, Choose("cboCORevert", 1), [] { return DimGetCtlRevert(0, 0, 0); }, 1),
   };
 }
 
 TEST_F(EveryEditTest, StoresAndMarksAsTold) {
-  int row = 0;
-  for (const Edit& edit : Edits()) {
-    SCOPED_TRACE("row " + std::to_string(row++) + ", " + edit.Entry);
-    Menu("mnuNew");
-    FennlinkRecords(2) = {};
-    for (int node = 0; node < NodeCount; ++node) PanelRecord.IOCount(node) = node == 0 ? 8 : 0;
+  const auto open = [&](const Edit& edit) {
+    window->UnloadAllForms();
     if (QByteArray(edit.Entry).startsWith("frm")) {
       window->ShowForm(edit.Entry);
     } else {
       Menu(edit.Entry);
     }
-    edit.Prepare(*this);
+  };
+  int row = 0;
+  for (const Edit& edit : Edits()) {
+    SCOPED_TRACE("row " + std::to_string(row++) + ", " + edit.Entry);
     DataChanged = 0;
+    Menu("mnuNew");
+    FennlinkRecords(2) = {};
+    for (int node = 0; node < NodeCount; ++node) PanelRecord.IOCount(node) = node == 0 ? 8 : 0;
+    open(edit);
+    edit.Prepare(*this);
+    open(edit);
+    edit.Select(*this);
+    DataChanged = 0;
+    const QStringList before = Look();
     edit.Do(*this);
     EXPECT_EQ(DataChanged, edit.Marks ? -1 : 0);
-    if (edit.Stored) edit.Stored();
-    DataChanged = 0;
+    if (!edit.Stored) continue;
+    edit.Stored();
+    const QStringList after = Look();
+    open(edit);
+    edit.Select(*this);
+    const QStringList again = Look();
+    for (const QString& line : again) {
+      EXPECT_TRUE(after.contains(line)) << "the screen opened again shows " << line.toStdString();
+    }
+    EXPECT_TRUE(after != before) << "the edit shows nowhere";
   }
   EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(EveryEditTest, OneListIsOpenAtATimeAndAClickBesideItClosesIt) {
+  PanelRecord.IOCount(0) = 8;
+  for (Int16 type = 1; type < 10; ++type) FennlinkRecords(type).DeviceType = type;
+  PanelRecord.InputType.elements.fill(5);
+  FennlinkRecords(2).DevicePilot(0) = PanelRecord.LocalPilot(0) = 64;
+  const auto openLists = [&](ChildForm* form) {
+    int open = 0;
+    for (const auto* list : form->findChildren<InPlaceList*>()) open += list->isVisible() ? 1 : 0;
+    return open;
+  };
+  int lists = 0;
+  for (const ScreenEntry& entry : ScreenTable()) {
+    if (!entry.Create) continue;
+    window->UnloadAllForms();
+    ChildForm* form = window->ShowForm(entry.Name);
+    for (const char* device : {"cboFLinkDevice", "cboFennlinkDevice"}) {
+      if (form->findChild<ComboBox*>(device)) ScreenTest::Choose(device, 2);
+    }
+    QApplication::processEvents();
+    for (Label* cell : form->findChildren<Label*>(QRegularExpression("\\(0\\)$"))) {
+      if (!Shown(*cell) || !cell->Click || cell->Act() != CellAct::OpensList) continue;
+      SCOPED_TRACE(entry.Name + cell->objectName().toStdString());
+      Click(*cell);
+      EXPECT_EQ(openLists(form), 1);
+      QTest::mouseClick(form, Qt::LeftButton, {}, form->rect().bottomRight());
+      EXPECT_EQ(openLists(form), 0);
+      Click(*cell);
+      ++lists;
+    }
+  }
+  EXPECT_GE(lists, 20);
 }
 
 }  // namespace
