@@ -1,4 +1,5 @@
 #include <QAbstractItemView>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QStyle>
 #include <QTemporaryDir>
@@ -17,7 +18,8 @@
 
 // tamberloom3-gallery FOLDER [SCREEN...]: writes light-SCREEN.png and dark-SCREEN.png of the
 // screens named, or of all, on a panel with 48 points, and SCREEN-connected.png of those that show
-// a panel.
+// a panel. With TAMBERLOOM_GALLERY_MAXIMISED set the window is maximised, which
+// needs a window manager.
 
 namespace {
 
@@ -157,6 +159,11 @@ int main(int argc, char** argv) {
   MsgBoxSeam = [](const Message&) { return MsgAnswer::No; };
   frmT3MasterMDI window(AllScreens());
   window.MDIForm_Load();
+  if (qEnvironmentVariableIsSet("TAMBERLOOM_GALLERY_MAXIMISED")) {
+    window.showMaximized();
+    const QDeadlineTimer soon(2000);
+    while (!soon.hasExpired()) QApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
+  }
   FillDocument();
   const QStringList names = application.arguments().mid(2);
   const QPalette light = QApplication::palette();

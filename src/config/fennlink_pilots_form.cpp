@@ -21,9 +21,10 @@ void frmT3FennlinkPilots::Form_Load() {
 
   grid = new RowGrid(DeviceInputCount, QStringLiteral("Input "));
   lblInputName = grid->AddNames("lblInputName", 14);
-  lblPilotSource = grid->Add<Label>(
-      "lblPilotSource",
-      {.Chars = 16, .HeaderText = QStringLiteral("Source"), .Act = CellAct::OpensList});
+  lblPilotSource = grid->Add<Label>("lblPilotSource", {.Chars = 16,
+                                                       .HeaderText = QStringLiteral("Source"),
+                                                       .Act = CellAct::OpensList,
+                                                       .Words = Items(FennlinkPilotSources)});
   lblPilotNumber = grid->Add<Label>(
       "lblPilotNumber",
       {.Chars = 8, .HeaderText = QStringLiteral("Number"), .Act = CellAct::OpensList});

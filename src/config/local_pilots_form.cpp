@@ -11,9 +11,10 @@ frmT3LocalInputPilots::frmT3LocalInputPilots()
 void frmT3LocalInputPilots::Form_Load() {
   grid = new RowGrid(ItemCount, QStringLiteral("Input "));
   lblInputName = grid->AddNames("lblInputName");
-  lblPilotSource = grid->Add<Label>(
-      "lblPilotSource",
-      {.Chars = 12, .HeaderText = QStringLiteral("Source"), .Act = CellAct::OpensList});
+  lblPilotSource = grid->Add<Label>("lblPilotSource", {.Chars = 12,
+                                                       .HeaderText = QStringLiteral("Source"),
+                                                       .Act = CellAct::OpensList,
+                                                       .Words = Items(LocalPilotSources)});
   lblPilotNumber = grid->Add<Label>(
       "lblPilotNumber",
       {.Chars = 3, .HeaderText = QStringLiteral("Number"), .Act = CellAct::OpensList});

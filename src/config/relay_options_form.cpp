@@ -14,10 +14,12 @@ void frmT3RelayOutputOptions::Form_Load() {
   lblRelayName = grid->AddNames("lblRelayName");
   lblTimerType = grid->Add<Label>("lblTimerType", {.Header = "lblTimerTypeHeater",
                                                    .HeaderText = QStringLiteral("Timers"),
-                                                   .Act = CellAct::OpensList});
+                                                   .Act = CellAct::OpensList,
+                                                   .Words = Items(RelayTimerTypes)});
   lblPowerOnType = grid->Add<Label>("lblPowerOnType", {.Header = "lblPowerUpHeader",
                                                        .HeaderText = QStringLiteral("PowerOn"),
-                                                       .Act = CellAct::OpensList});
+                                                       .Act = CellAct::OpensList,
+                                                       .Words = Items(RelayPowerOnTypes)});
   lblTimerType.OnEach(&Label::Click, this, &frmT3RelayOutputOptions::lblTimerType_Click);
   lblPowerOnType.OnEach(&Label::Click, this, &frmT3RelayOutputOptions::lblPowerOnType_Click);
   lblRelayName.OnEach(&Label::MouseDown, this, &frmT3RelayOutputOptions::lblRelayName_MouseDown);

@@ -47,6 +47,7 @@ void frmT3DimmerOutput::Form_Load() {
   frmConfig = new QWidget;
   frmConfig->setObjectName(QStringLiteral("frmConfig"));
   AddWidget(frmConfig);
+  UseSpareHeight();
   auto* config = new QHBoxLayout(frmConfig);
   config->setContentsMargins(0, 0, 0, 0);
   auto* output = new QVBoxLayout;
@@ -149,7 +150,9 @@ void frmT3DimmerOutput::BuildTracking(QBoxLayout* column) {
 
 void frmT3DimmerOutput::BuildSlots(QBoxLayout* column) {
   auto* grid = new RowGrid(ControlSlotCount, QStringLiteral("Control "));
-  lblSummary = grid->Add<Label>("lblSummary", {.Chars = 1});
+  const QString longest =
+      QStringLiteral(" 16-D:40-I:08-Revert To Photocell-Instant-Revert When Input Opens");
+  lblSummary = grid->Add<Label>("lblSummary", {.Chars = 1, .Words = {longest}});
   lblSummary.OnEach(&Label::Click, this, &frmT3DimmerOutput::lblSummary_Click);
   grid->layout()->setSpacing(0);
   for (int slot = 0; slot < ControlSlotCount; ++slot) {

@@ -117,7 +117,8 @@ void TimePairForm::Form_Load() {
         grid->Add<Label>(screen.TimeLabels[column], {.Chars = 8,
                                                      .Header = header.c_str(),
                                                      .HeaderText = screen.Headers[column],
-                                                     .Act = CellAct::OpensList});
+                                                     .Act = CellAct::OpensList,
+                                                     .Words = {QStringLiteral("12:30A")}});
     for (int row = 0; row < screen.Rows; ++row) {
       lblTime[column](row).Click = [this, column, row] {
         lblTime_Click(static_cast<int>(column), row);

@@ -44,7 +44,8 @@ void TimerControlForm::Form_Load() {
 
   grid = new RowGrid(ItemCount, screen.TargetWord);
   lblName = grid->AddNames(screen.NameLabel);
-  lblControl = grid->Add<Label>("lblControl", {.Chars = 8, .Act = CellAct::OpensList});
+  lblControl = grid->Add<Label>(
+      "lblControl", {.Chars = 8, .Act = CellAct::OpensList, .Words = Items(screen.Codes)});
   lblControl.OnEach(&Label::Click, this, &TimerControlForm::lblControl_Click);
   AddWidget(grid);
 

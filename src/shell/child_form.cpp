@@ -31,6 +31,11 @@ void ChildForm::AddWidget(QWidget* widget) {
   body_->addWidget(widget);
 }
 
+void ChildForm::UseSpareHeight() {
+  constexpr int muchMore = 100;
+  static_cast<QBoxLayout*>(layout())->setStretchFactor(body_, muchMore);
+}
+
 void ChildForm::AddHint(const QString& text) {
   auto* hint = new QLabel(text);
   hint->setObjectName(QStringLiteral("lblHint"));

@@ -43,6 +43,8 @@ class ChildForm : public QWidget {
   /// A titled frame at the present end of the screen; the caller gives it a layout.
   QGroupBox* AddFrame(const char* name, const QString& title);
   void AddWidget(QWidget* widget);
+  /// Gives the spare height of a tall screen to its controls instead of leaving it free below.
+  void UseSpareHeight();
   /// What a user cannot guess, in one quiet line at the foot of the screen.
   void AddHint(const QString& text);
 

@@ -45,6 +45,8 @@ RowGrid::RowGrid(int rows, const QString& word)
   for (int block = 1; block < static_cast<int>(headers_.size()); ++block) {
     grid_->setColumnMinimumWidth(block * columnsPerBlock - 1, 8);
   }
+  // What the cells do not need stays free at the right.
+  grid_->setColumnStretch(static_cast<int>(headers_.size()) * columnsPerBlock, 1);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   MakeVeil();
 }
@@ -64,10 +66,11 @@ void RowGrid::BeginColumn(const Options& options) {
   headerTexts_.push_back(options.HeaderText);
   words_.push_back(options.Words);
   if (!options.SharesCell) ++columns_;
-  // Names take the room that they need, values the rest.
+  // Names take the room that they need, values the rest up to their greatest width.
+  constexpr int valueStretch = 100;
   const bool names = nameColumn_ == static_cast<int>(headerTexts_.size()) - 1;
   for (int block = 0; block < static_cast<int>(headers_.size()); ++block) {
-    grid_->setColumnStretch(block * columnsPerBlock + columns_ - 1, names ? 0 : 1);
+    grid_->setColumnStretch(block * columnsPerBlock + columns_ - 1, names ? 0 : valueStretch);
   }
   if (!options.Header) return;
   for (std::size_t block = 0; block < headers_.size(); ++block) {
@@ -80,13 +83,34 @@ void RowGrid::BeginColumn(const Options& options) {
   }
 }
 
+/// However wide the screen is, a value cell is no wider than the longest of its words.
+int RowGrid::MostWidth(const QWidget& control, const Options& options) const {
+  constexpr int charsOfAnyWord = 24;
+  const QFontMetrics metrics = control.fontMetrics();
+  int width = options.Words.isEmpty() ? metrics.averageCharWidth() * charsOfAnyWord : 0;
+  for (const QString& word : options.Words) {
+    width = std::max(width, metrics.horizontalAdvance(word + u' '));
+  }
+  const int frame = control.sizeHint().width() - metrics.averageCharWidth() * options.Chars;
+  const int glyph = metrics.height();
+  return std::max(width + frame, control.sizeHint().width()) + glyph;
+}
+
 void RowGrid::Place(QWidget* control, int row, const Options& options) {
   auto& controls = controls_[static_cast<std::size_t>(row)];
   if (auto* label = qobject_cast<Label*>(control)) {
     label->SetWidthInChars(options.Chars);
     label->SetAct(options.Act);
+    if (nameColumn_ != static_cast<int>(controls.size())) {
+      label->setMaximumWidth(MostWidth(*label, options));
+      if (options.Header) {
+        headers_[static_cast<std::size_t>(row / RowsInColumn)].back()->setMaximumWidth(
+            label->maximumWidth());
+      }
+    }
   } else {
     control->setMinimumWidth(control->fontMetrics().averageCharWidth() * options.Chars + 8);
+    if (!qobject_cast<ScrollBar*>(control)) control->setMaximumWidth(MostWidth(*control, options));
   }
   const int gridRow = row % RowsInColumn + 1;
   const int gridColumn = GridColumn(row) + columns_ - 1;

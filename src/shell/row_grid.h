@@ -22,7 +22,7 @@ class RowGrid : public QWidget {
     QString HeaderText = {};
     bool SharesCell = false;       ///< Stands behind the control before it, in the same grid cell.
     CellAct Act = CellAct::Press;  ///< What a click does on labels that take clicks.
-    QStringList Words = {};        ///< All that cells which toggle or cycle can show.
+    QStringList Words = {};        ///< All that the cells can show, which is how wide they grow.
   };
 
   /// `word` starts each row's tooltip and its name for screen readers: "Relay " gives "Relay 01".
@@ -100,6 +100,7 @@ class RowGrid : public QWidget {
 
   void MakeVeil();
   void BeginColumn(const Options& options);
+  int MostWidth(const QWidget& control, const Options& options) const;
   void Place(QWidget* control, int row, const Options& options);
   void Describe(int row);
   int GridColumn(int row) const { return row / RowsInColumn * columnsPerBlock; }
@@ -110,9 +111,9 @@ class RowGrid : public QWidget {
   int columns_ = 0;
   int nameColumn_ = -1;
   bool tabsByRows_ = false;
-  std::optional<Cell> current_;  ///< The cell that had the focus last.
+  std::optional<Cell> current_;                     ///< The cell that had the focus last.
   std::optional<std::pair<Cell, Cell>> selection_;  ///< From where to where, in one column.
-  std::optional<Cell> pressed_;  ///< Where a drag may begin.
+  std::optional<Cell> pressed_;                     ///< Where a drag may begin.
   bool dragging_ = false;
   QWidget* veil_ = nullptr;  ///< Tints the selected cells.
   QGridLayout* grid_;
