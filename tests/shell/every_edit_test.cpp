@@ -92,6 +92,12 @@ template <typename Field, typename Value>
 std::function<void()> Is(const Field& field, Value value) {
   return [&field, value] { EXPECT_EQ(field, value); };
 }
+/// Marks what the button does not mark.
+void AutoMap(EveryEditTest& t) {
+  t.Find<QAbstractButton>("cmdAutoMapThisFL").click();
+  EXPECT_EQ(DataChanged, 0);
+  DataChanged = -1;
+}
 void Nothing(EveryEditTest&) {}
 void Unmark(EveryEditTest&) {
   DataChanged = 0;
@@ -194,6 +200,8 @@ std::vector<Edit> Edits() {
       OnDevice("mnuFennlinkPilots", "cboFennlinkDevice", 4,
                Pick("lblPilotSource", 1, "cboNewSource", 2), Is(d.DevicePilot(1), 128),
                Set(d.DevicePilot(1), 64)),
+      OnDevice("mnuFennlinkPilots", "cboFennlinkDevice", 4, AutoMap, Is(d.DevicePilot(1), 64 + 3),
+               Both(Set(d.DevicePilot(2), 70), Set(d.DeviceRelayControl(1, 3), 1))),
       OnDevice("mnuFennlinkPilots", "cboFennlinkDevice", 4,
                Pick("lblPilotNumber", 1, "cboNewNumber", 6), Is(d.DevicePilot(1), 70),
                Set(d.DevicePilot(1), 64)),
@@ -289,6 +297,12 @@ std::vector<Edit> Edits() {
           ControlInput, Choose("cboCOFade", 1), [] { return DimGetCtlInstant(0, 0, 0); }, -1),
       OnDimmer(
           ControlInput, Choose("cboCORevert", 1), [] { return DimGetCtlRevert(0, 0, 0); }, 1),
+      OnDimmer(
+          ControlTimer, Choose("cboCOTmr", 5), [] { return DimGetCtlNumber(0, 0, 0); }, 5),
+      OnDimmer(
+          ControlPreset, Choose("cboCOPrs", 6), [] { return DimGetCtlNumber(0, 0, 0); }, 6),
+      {"mnuDimmerToRelayControl", [](EveryEditTest&) { DimSetEnabled(0, 1); },
+       Open("imgInclude", 1), Marks, [] { EXPECT_EQ(DimGetRelay(0, 0, 1), -1); }},
   };
 }
 
@@ -328,6 +342,30 @@ TEST_F(EveryEditTest, StoresAndMarksAsTold) {
     EXPECT_TRUE(after != before) << "the edit shows nowhere";
   }
   EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(EveryEditTest, ItemsGoByTheirNamesOnEveryScreen) {
+  const std::pair<NameArray PanelRecordType::*, std::vector<const char*>> screens[] = {
+      {&PanelRecordType::RelayName,
+       {"RelayOutputOptions", "RelayGrouping", "InputToRelayControl", "TimerToRelayControl",
+        "EditPresets", "OffHoursSweepRelays", "AddOnModuleDMX", "DimmerRelayControl"}},
+      {&PanelRecordType::GroupName,
+       {"InputToGroupControl", "TimerToGroupControl", "OffHoursSweepGroups"}},
+      {&PanelRecordType::InputName, {"InputOptions", "LocalInputPilots", "InputActiveTimes"}},
+      {&PanelRecordType::PresetName, {"TimerToPresetControl"}}};
+  PanelRecord.IOCount(0) = 8;
+  DimSetEnabled(0, 1);
+  for (const auto& [names, forms] : screens) {
+    (PanelRecord.*names)(31) = "NAMED";
+    for (const char* form : forms) {
+      ChildForm* screen = window->ShowForm(std::string("frmT3") + form);
+      const auto labels = screen->findChildren<Label*>();
+      EXPECT_TRUE(std::any_of(labels.begin(), labels.end(), [&](Label* label) {
+        return label->Caption().trimmed() == "NAMED" && Shown(*label);
+      })) << form;
+    }
+    window->UnloadAllForms();
+  }
 }
 
 TEST_F(EveryEditTest, OneListIsOpenAtATimeAndAClickBesideItClosesIt) {
