@@ -81,15 +81,3 @@ TEST_F(FennlinkDevicesTest, LookingStoresNothingNewEvenWhenItMarksTheData) {
   EXPECT_EQ(Find<ScrollBar>("hsInputFOnLevel(6)").Value(), 255);
   EXPECT_EQ(Caption("lblInputFOffLevel", 6), " Off -300/255 (-118%)");
 }
-
-TEST_F(FennlinkDevicesTest, EveryStepOfABarIsStored) {
-  FennlinkRecords(9).DeviceType = 9;
-  Open(9);
-  auto& bar = Find<ScrollBar>("hsInputFOffLevel(2)");
-  bar.setFocus();
-  QTest::keyClick(&bar, Qt::Key_Right);
-  EXPECT_EQ(FennlinkRecords(9).DeviceOffLevel(2), 1);
-  QTest::keyClick(&bar, Qt::Key_End);
-  EXPECT_EQ(Caption("lblInputFOffLevel", 2), " Off 255/255 (100%)");
-  EXPECT_EQ(DataChanged, -1);
-}

@@ -13,19 +13,6 @@ class InputControlTest : public ScreenTest {
   }
 };
 
-TEST_F(InputControlTest, AnActionIsChosenForTheSelectedInput) {
-  OpenRelays();
-  Choose("cboInput", 1);
-  EXPECT_EQ(DataChanged, 0);
-  Click(Cell("lblControl", 2));
-  EXPECT_EQ(DataChanged, -1);
-  ChooseInPlace("cboControl", 4);
-  EXPECT_EQ(PanelRecord.InputRelayControl(1, 2), 4);
-  EXPECT_EQ(Caption("lblControl", 2), "Blink Alert ");
-  Choose("cboInput", 0);
-  EXPECT_EQ(Caption("lblControl", 2), "No Action ");
-}
-
 TEST_F(InputControlTest, LookingAtAnInputCutsItsCellsSilently) {
   PanelRecord.InputType(1) = 5;
   for (int i = 0; i <= ItemCount; ++i) PanelRecord.InputRelayControl(1, i) = 4;

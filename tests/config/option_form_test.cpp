@@ -38,23 +38,3 @@ TEST_F(OptionTest, EachAddOnModuleHasItsScreen) {
     ASSERT_NE(window->LoadedForm("frmT3AddOnModule" + screens[type].toStdString()), nullptr);
   }
 }
-
-TEST_F(OptionTest, AChoiceInAListIsStoredInItsField) {
-  PanelRecordType& panel = PanelRecord;
-  const struct {
-    const char *Screen, *List;
-    int Item;
-    Int16 &Field, Value;
-  } cases[] = {{"AddOnModuleModBus", "cboMode", 1, panel.ModBusMode, 1},
-               {"AddOnModuleModBus", "cboBaud", 3, panel.ModBusBaud, 3},
-               {"AddOnModuleModBus", "cboParity", 2, panel.ModBusParity, 2},
-               {"AddOnModuleDMX", "cboFilter", 15, panel.DMXFilter, 15},
-               {"BlinkAlertAndAlarmSettings", "cboBlinkAlert", 97, panel.BlinkAlertMinutes, 99},
-               {"BlinkAlertAndAlarmSettings", "cboOverRide", 994, panel.OverrideMinutes, 999},
-               {"BlinkAlertAndAlarmSettings", "cboAlarm", 0, panel.AlarmSeconds, 1}};
-  for (const auto& [screen, list, item, field, value] : cases) {
-    window->ShowForm(std::string("frmT3") + screen);
-    Choose(list, item);
-    EXPECT_EQ(field, value) << list;
-  }
-}

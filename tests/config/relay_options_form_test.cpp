@@ -22,18 +22,6 @@ TEST_F(RelayOptionsTest, RowsAndHeadersFollowTheInstalledPoints) {
   EXPECT_EQ(DataChanged, 0);
 }
 
-TEST_F(RelayOptionsTest, OneListIsOpenAtATimeAndTheBackgroundClosesIt) {
-  Open(1);
-  Click(Cell("lblTimerType", 0));
-  Click(Cell("lblPowerOnType", 3));
-  EXPECT_FALSE(Find<InPlaceList>("cboNewTimerType").isVisible());
-  EXPECT_TRUE(Find<InPlaceList>("cboNewPowerOnType").isVisible());
-  QTest::mouseClick(window->LoadedForm("frmT3RelayOutputOptions"), Qt::LeftButton, {},
-                    QPoint(700, 380));
-  EXPECT_FALSE(Find<InPlaceList>("cboNewPowerOnType").isVisible());
-  EXPECT_EQ(DataChanged, 0);
-}
-
 TEST_F(RelayOptionsTest, OnlyShiftAndTheRightButtonOnTheFirstNameCopies) {
   PanelRecord.RelayTimerType(0) = 3;
   PanelRecord.RelayPowerOnType(0) = 2;
