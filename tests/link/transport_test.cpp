@@ -48,6 +48,8 @@ TEST(TransportTest, TheWindowLivesWhileAPeerLetsBytesDrip) {
   socket->Connect();
   ASSERT_TRUE(server.waitForNewConnection(5000));
   QTcpSocket* peer = server.nextPendingConnection();
+  socket->Wait(1, 5000);
+  ASSERT_EQ(socket->State(), SocketControl::Up);
   std::thread drip([descriptor = static_cast<int>(peer->socketDescriptor())] {
     for (int i = 0; i < 150; ++i) {
       if (send(descriptor, "x", 1, MSG_NOSIGNAL) < 0) return;
