@@ -1,0 +1,120 @@
+#include "document/rules/check.h"
+
+#include <algorithm>
+#include <tuple>
+
+#include "panel/panel_record.h"
+
+namespace {
+
+constexpr unsigned OnOff = EffectOn | EffectOff;
+
+}  // namespace
+
+QString SeverityWord(Severity severity) {
+  switch (severity) {
+    case Severity::Error:
+      return QStringLiteral("error");
+    case Severity::Warning:
+      return QStringLiteral("warning");
+    case Severity::Note:
+      break;
+  }
+  return QStringLiteral("note");
+}
+
+CheckScope::CheckScope() : Points(InstalledPoints()) {
+  Uses = UsesOfProject();
+  std::stable_sort(Uses.begin(), Uses.end(),
+                   [](const Use& a, const Use& b) { return a.User < b.User; });
+  for (const Use& use : Uses) {
+    usedWith_[use.Used] |= use.Effect;
+    doesWith_[use.User] |= use.Effect;
+    if ((use.Effect & EffectHolds) == 0) continue;
+    const bool group = use.User.Kind == ItemKind::Group;
+    const auto holder = static_cast<std::size_t>(use.User.Number);
+    const auto relay = static_cast<std::size_t>(use.Used.Number);
+    (group ? inGroup_ : inPreset_)[holder][relay] |= group ? OnOff : use.Effect & OnOff;
+  }
+  for (const Use& use : Uses) AddEffects(use, OnRelays);
+}
+
+void CheckScope::AddEffects(const Use& use, RelayEffects& effects) const {
+  const int number = use.Used.Number;
+  if ((use.Effect & (EffectHolds | EffectFollows)) != 0 || number < 0 || number >= ItemCount)
+    return;
+  const auto at = static_cast<std::size_t>(number);
+  const unsigned effect = use.Effect & OnOff;
+  switch (use.Used.Kind) {
+    case ItemKind::Relay:
+      effects[at] |= effect;
+      break;
+    case ItemKind::Group:
+      for (std::size_t relay = 0; relay < ItemCount; ++relay) {
+        effects[relay] |= inGroup_[at][relay] & effect;
+      }
+      break;
+    case ItemKind::Preset:
+      for (std::size_t relay = 0; relay < ItemCount; ++relay) {
+        effects[relay] |= inPreset_[at][relay];
+      }
+      break;
+    default:
+      break;
+  }
+}
+
+RelayEffects CheckScope::EffectsOf(const Item& user) const {
+  RelayEffects effects{};
+  const auto [first, last] =
+      std::equal_range(Uses.begin(), Uses.end(), Use{user, {}, 0, {}},
+                       [](const Use& a, const Use& b) { return a.User < b.User; });
+  std::for_each(first, last, [&](const Use& use) { AddEffects(use, effects); });
+  return effects;
+}
+
+bool CheckScope::IsUsed(const Item& used, unsigned effects) const {
+  const auto found = usedWith_.find(used);
+  return found != usedWith_.end() && (found->second & effects) != 0;
+}
+
+bool CheckScope::DoesAnything(const Item& user, unsigned effects) const {
+  const auto found = doesWith_.find(user);
+  return found != doesWith_.end() && (found->second & effects) != 0;
+}
+
+bool CheckScope::IsInstalled(const Item& relayOrInput) const {
+  return relayOrInput.Number >= 0 && relayOrInput.Number < Points;
+}
+
+bool CheckScope::HoldsRelay(const Item& groupOrPreset) const {
+  const int number = groupOrPreset.Number;
+  if (number < 0 || number >= ItemCount) return false;
+  const auto& table = groupOrPreset.Kind == ItemKind::Group ? inGroup_ : inPreset_;
+  const RelayEffects& held = table[static_cast<std::size_t>(number)];
+  return std::any_of(held.begin(), held.begin() + Points,
+                     [](unsigned effect) { return effect != 0; });
+}
+
+std::vector<Finding> CheckProject() {
+  const CheckScope scope;
+  std::vector<Finding> findings;
+  for (const auto rules :
+       {TransferRules(), ControlRules(), RelayRules(), TimerRules(), NameRules(), DimmerRules()}) {
+    for (const CheckRule& rule : rules) {
+      const auto tell = [&](const Item& where, const QString& sentence, std::string_view screen) {
+        findings.push_back(
+            {rule.Level, rule.Name, where, sentence, screen.empty() ? rule.Screen : screen});
+      };
+      try {
+        rule.Look(scope, tell);
+      } catch (const RunTimeFailure&) {
+        // A damaged number that no rule can read stops the download or the document, as told.
+      }
+    }
+  }
+  std::stable_sort(findings.begin(), findings.end(), [](const Finding& a, const Finding& b) {
+    return std::tie(a.Level, a.Where) < std::tie(b.Level, b.Where);
+  });
+  return findings;
+}

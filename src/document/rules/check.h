@@ -1,0 +1,78 @@
+#pragma once
+
+#include <array>
+#include <functional>
+#include <map>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "document/rules/uses.h"
+#include "panel/panel_record.h"
+
+// What a configuration has wrong that no single screen shows. A rule is a row in one of the tables
+// of the check_*.cpp files and a small function beside it; nothing is changed by looking.
+
+enum class Severity { Error, Warning, Note };
+
+/// "error", "warning", "note".
+QString SeverityWord(Severity severity);
+
+struct Finding {
+  Severity Level;
+  std::string_view Rule;  ///< The rule's short name, which never changes.
+  Item Where;
+  QString Sentence;
+  std::string_view Screen;  ///< Where it is mended.
+};
+
+/// EffectOn and EffectOff of each relay.
+using RelayEffects = std::array<unsigned, ItemCount>;
+
+/// What all rules look at, computed once.
+struct CheckScope {
+  CheckScope();
+
+  int Points = 0;           ///< Installed relays and inputs.
+  std::vector<Use> Uses;    ///< By user.
+  RelayEffects OnRelays{};  ///< What all inputs, timers and the sweep do.
+
+  /// Whether any use of the item has one of these effects.
+  bool IsUsed(const Item& used, unsigned effects) const;
+  /// Whether the item is the user of any use with one of these effects.
+  bool DoesAnything(const Item& user, unsigned effects = ~0U) const;
+  bool IsInstalled(const Item& relayOrInput) const;
+  /// Whether the group or preset holds an installed relay.
+  bool HoldsRelay(const Item& groupOrPreset) const;
+  /// What the item does itself, by its groups and by its presets.
+  RelayEffects EffectsOf(const Item& user) const;
+
+ private:
+  void AddEffects(const Use& use, RelayEffects& effects) const;
+
+  std::array<RelayEffects, ItemCount> inGroup_{};   ///< All bits for a member.
+  std::array<RelayEffects, ItemCount> inPreset_{};  ///< What the preset does.
+  std::map<Item, unsigned> usedWith_;               ///< The effects of all uses of it.
+  std::map<Item, unsigned> doesWith_;               ///< The effects of all uses by it.
+};
+
+/// Tells of a finding; without a screen the rule's own.
+using TellFinding =
+    std::function<void(const Item& where, const QString& sentence, std::string_view screen)>;
+
+struct CheckRule {
+  std::string_view Name;
+  Severity Level;
+  std::string_view Screen;
+  void (*Look)(const CheckScope& scope, const TellFinding& tell);
+};
+
+std::span<const CheckRule> TransferRules();
+std::span<const CheckRule> ControlRules();
+std::span<const CheckRule> RelayRules();
+std::span<const CheckRule> TimerRules();
+std::span<const CheckRule> NameRules();
+std::span<const CheckRule> DimmerRules();
+
+/// The findings over the whole project: errors, then warnings, then notes, each by item.
+std::vector<Finding> CheckProject();

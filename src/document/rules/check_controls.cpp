@@ -1,0 +1,229 @@
+#include <algorithm>
+
+#include "document/rules/check.h"
+#include "panel/fennlink_record.h"
+#include "panel/fennlink_types.h"
+#include "panel/input_actions.h"
+#include "panel/panel_record.h"
+#include "panel/pilot_code.h"
+#include "panel/pilot_source.h"
+
+// Inputs, their actions and their pilots.
+
+namespace {
+
+constexpr unsigned ActsOn = EffectOn | EffectOff | EffectRuns | EffectDisables;
+
+bool IsInput(const Item& item) {
+  return item.Kind == ItemKind::Input || item.Kind == ItemKind::DeviceInput;
+}
+
+std::string_view ActionScreen(const Item& input, bool groups) {
+  if (input.Kind == ItemKind::Input) {
+    return groups ? "frmT3InputToGroupControl" : "frmT3InputToRelayControl";
+  }
+  return groups ? "frmT3FennlinkInputToGroupControl" : "frmT3FennlinkInputToRelayControl";
+}
+
+std::string_view UserScreen(const Use& use) {
+  const ItemKind used = use.Used.Kind;
+  if ((use.Effect & EffectFollows) != 0) {
+    return use.User.Kind == ItemKind::DimmerOutput ? "frmT3DimmerOutput"
+           : use.User.Kind == ItemKind::Input      ? "frmT3LocalInputPilots"
+                                                   : "frmT3FennlinkPilots";
+  }
+  if (IsInput(use.User)) return ActionScreen(use.User, used == ItemKind::Group);
+  if (use.User.Kind == ItemKind::Timer) {
+    return used == ItemKind::Preset  ? "frmT3TimerToPresetControl"
+           : used == ItemKind::Group ? "frmT3TimerToGroupControl"
+                                     : "frmT3TimerToRelayControl";
+  }
+  return used == ItemKind::Group ? "frmT3OffHoursSweepGroups" : "frmT3OffHoursSweepRelays";
+}
+
+QString Says(const Use& use) {
+  return ItemText(use.User) + u' ' + use.Words + u' ' + ItemText(use.Used);
+}
+
+/// Every input in use, with its cells in both tables.
+template <typename Look>
+void ForEachInput(const CheckScope& scope, Look look) {
+  const auto& panel = PanelRecord;
+  for (int input = 0; input < scope.Points; ++input) {
+    const auto options = [&](ControlTable table) {
+      return LocalControlOptions(panel.InputType(input), table);
+    };
+    look(
+        Item{ItemKind::Input, input}, options,
+        [&](int row) { return panel.InputRelayControl(input, row); },
+        [&](int row) { return panel.InputGroupControl(input, row); });
+  }
+  for (int n = 1; n <= DeviceCount; ++n) {
+    const FennlinkRecord& device = FennlinkRecords(n);
+    for (int input = 0; input < FennlinkDevice(device.DeviceType).InputCount; ++input) {
+      const auto options = [&](ControlTable table) {
+        return FennlinkControlOptions(device.DeviceType, device.DeviceInputType(input), table);
+      };
+      look(
+          Item{ItemKind::DeviceInput, n, input}, options,
+          [&](int row) { return device.DeviceRelayControl(input, row); },
+          [&](int row) { return device.DeviceGroupControl(input, row); });
+    }
+  }
+}
+
+void LookAtCutActions(const CheckScope& scope, const TellFinding& tell) {
+  ForEachInput(scope, [&](const Item& input, auto options, auto relayCell, auto groupCell) {
+    const auto look = [&](ControlTable table, auto cell) {
+      const auto offered = options(table);
+      if (!offered) return;
+      int cut = 0;
+      for (int row = 0; row < ItemCount; ++row)
+        cut += cell(row) > offered->MaxControlCode() ? 1 : 0;
+      if (cut == 0) return;
+      tell(input,
+           QStringLiteral("%1 has %2 actions that its type \"%3\" does not offer; looking at it "
+                          "cuts them to the last that it does.")
+               .arg(ItemText(input))
+               .arg(cut)
+               .arg(InputTypeWord(input)),
+           ActionScreen(input, table == ControlTable::Group));
+    };
+    look(ControlTable::Relay, relayCell);
+    look(ControlTable::Group, groupCell);
+  });
+}
+
+void LookBeyondPoints(const CheckScope& scope, const TellFinding& tell) {
+  for (const Use& use : scope.Uses) {
+    const bool counted = use.Used.Kind == ItemKind::Relay || use.Used.Kind == ItemKind::Input;
+    if (!counted || (use.Effect & ActsOn) == 0 || scope.IsInstalled(use.Used)) continue;
+    if ((use.Effect & EffectHolds) != 0) continue;
+    if (use.User.Kind == ItemKind::Panel) continue;
+    tell(use.User,
+         QStringLiteral("%1, which is beyond the %2 installed points.")
+             .arg(Says(use))
+             .arg(scope.Points),
+         UserScreen(use));
+  }
+}
+
+void LookAtEmptyPresets(const CheckScope& scope, const TellFinding& tell) {
+  for (const Use& use : scope.Uses) {
+    const bool runs = (use.Effect & EffectRuns) != 0 || use.User.Kind == ItemKind::DimmerOutput;
+    if (use.Used.Kind != ItemKind::Preset || !runs || scope.HoldsRelay(use.Used)) continue;
+    tell(use.User, Says(use) + QStringLiteral(", which touches no relay."), UserScreen(use));
+  }
+}
+
+void LookAtEmptyGroups(const CheckScope& scope, const TellFinding& tell) {
+  for (const Use& use : scope.Uses) {
+    const bool acts = (use.Effect & ActsOn) != 0;
+    if (use.Used.Kind != ItemKind::Group || !acts || scope.HoldsRelay(use.Used)) continue;
+    tell(use.User, Says(use) + QStringLiteral(", which has no relay."), UserScreen(use));
+  }
+}
+
+void LookAtForcedTimers(const CheckScope& scope, const TellFinding& tell) {
+  for (const Use& use : scope.Uses) {
+    if (use.Used.Kind != ItemKind::Timer || (use.Effect & EffectRuns) == 0) continue;
+    if (scope.DoesAnything(use.Used)) continue;
+    tell(use.User, Says(use) + QStringLiteral(", which does nothing."), UserScreen(use));
+  }
+}
+
+void LookAtPilots(const CheckScope& scope, const TellFinding& tell) {
+  for (const Use& use : scope.Uses) {
+    if (!IsInput(use.User) || (use.Effect & EffectFollows) == 0) continue;
+    const bool missing = use.Used.Kind == ItemKind::Relay ? !scope.IsInstalled(use.Used)
+                                                          : !scope.HoldsRelay(use.Used);
+    if (!missing) continue;
+    tell(use.User,
+         Says(use) + (use.Used.Kind == ItemKind::Relay ? QStringLiteral(", which is not installed.")
+                                                       : QStringLiteral(", which holds no relay.")),
+         UserScreen(use));
+  }
+  const auto lookAtSource = [&](const Item& input, Int16 pilot, int sources,
+                                std::string_view screen) {
+    if (PilotSource(pilot) >= 0 && PilotSource(pilot) < sources) return;
+    tell(input,
+         QStringLiteral("The pilot of %1 follows a source that does not exist.")
+             .arg(ItemText(input)),
+         screen);
+  };
+  for (int input = 0; input < scope.Points; ++input) {
+    lookAtSource({ItemKind::Input, input}, PanelRecord.LocalPilot(input), PilotPreset,
+                 "frmT3LocalInputPilots");
+  }
+  for (int n = 1; n <= DeviceCount; ++n) {
+    const FennlinkRecord& device = FennlinkRecords(n);
+    if (device.DeviceType == DeviceTypePhotocell) continue;
+    for (int input = 0; input < FennlinkDevice(device.DeviceType).InputCount; ++input) {
+      lookAtSource({ItemKind::DeviceInput, n, input}, device.DevicePilot(input), PilotPreset + 1,
+                   "frmT3FennlinkPilots");
+    }
+  }
+}
+
+void LookAtIdleInputs(const CheckScope& scope, const TellFinding& tell) {
+  const auto isIdle = [&](const Item& input) {
+    return !scope.DoesAnything(input, ActsOn) && !scope.IsUsed(input, EffectFollows);
+  };
+  for (int i = 0; i < scope.Points; ++i) {
+    const Item input{ItemKind::Input, i};
+    const bool meant = PanelRecord.InputType(i) != 0 || !OwnName(input).isEmpty();
+    if (meant && isIdle(input)) {
+      tell(input, QStringLiteral("%1 does nothing.").arg(ItemText(input)),
+           ActionScreen(input, false));
+    }
+  }
+  for (int n = 1; n <= DeviceCount; ++n) {
+    const FennlinkRecord& device = FennlinkRecords(n);
+    const int count = FennlinkDevice(device.DeviceType).InputCount;
+    int idle = 0;
+    for (int input = 0; input < count; ++input) {
+      const Item item{ItemKind::DeviceInput, n, input};
+      if (!isIdle(item)) continue;
+      ++idle;
+      if (device.DeviceInputType(input) == 0 || device.DeviceType == DeviceTypePhotocell) continue;
+      tell(item, QStringLiteral("%1 does nothing.").arg(ItemText(item)), ActionScreen(item, false));
+    }
+    const Item whole{ItemKind::Device, n};
+    if (count > 0 && idle == count && !scope.IsUsed(whole, EffectFollows)) {
+      tell(whole, QStringLiteral("None of the inputs of %1 does anything.").arg(ItemText(whole)),
+           ActionScreen({ItemKind::DeviceInput}, false));
+    }
+  }
+}
+
+void LookAtPhotocellLevels(const CheckScope& scope, const TellFinding& tell) {
+  for (int n = 1; n <= DeviceCount; ++n) {
+    const FennlinkRecord& device = FennlinkRecords(n);
+    if (device.DeviceType != DeviceTypePhotocell) continue;
+    for (int input = 0; input < DeviceInputCount; ++input) {
+      const Item item{ItemKind::DeviceInput, n, input};
+      if (!scope.DoesAnything(item, ActsOn) && !scope.IsUsed(item, EffectFollows)) continue;
+      if (device.DeviceOffLevel(input) != device.DeviceOnLevel(input)) continue;
+      tell(item,
+           QStringLiteral("The on level and the off level of %1 are equal.").arg(ItemText(item)),
+           {});
+    }
+  }
+}
+
+constexpr auto RulesOfControls = std::to_array<CheckRule>({
+    {"action-cut", Severity::Error, "", LookAtCutActions},
+    {"beyond-points", Severity::Error, "", LookBeyondPoints},
+    {"empty-preset", Severity::Error, "", LookAtEmptyPresets},
+    {"empty-group", Severity::Error, "", LookAtEmptyGroups},
+    {"idle-timer-forced", Severity::Error, "", LookAtForcedTimers},
+    {"pilot-source", Severity::Error, "", LookAtPilots},
+    {"idle-input", Severity::Warning, "", LookAtIdleInputs},
+    {"equal-levels", Severity::Warning, "frmT3ConfigureFennlinkDevices", LookAtPhotocellLevels},
+});
+
+}  // namespace
+
+std::span<const CheckRule> ControlRules() {
+  return RulesOfControls;
+}

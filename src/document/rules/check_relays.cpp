@@ -1,0 +1,130 @@
+#include <QStringList>
+#include <algorithm>
+#include <map>
+
+#include "document/rules/check.h"
+#include "panel/dimmer_block.h"
+#include "panel/panel_record.h"
+#include "panel/words.h"
+
+// What happens to each relay, and what groups, presets and the sweep do.
+
+namespace {
+
+/// A relay of a type from this one on goes back by itself.
+constexpr Int16 FirstTypeThatReturns = 2;
+
+void LookAtSwitching(const CheckScope& scope, const TellFinding& tell, unsigned wanted,
+                     const QString& words) {
+  for (int relay = 0; relay < scope.Points; ++relay) {
+    if (scope.OnRelays[static_cast<std::size_t>(relay)] != wanted) continue;
+    if (wanted != 0 && PanelRecord.RelayTimerType(relay) >= FirstTypeThatReturns) continue;
+    const Item item{ItemKind::Relay, relay};
+    tell(item, words.arg(ItemText(item)), {});
+  }
+}
+
+void LookAtUnusedRelays(const CheckScope& scope, const TellFinding& tell) {
+  LookAtSwitching(scope, tell, 0, QStringLiteral("Nothing switches %1."));
+}
+
+void LookAtNeverOff(const CheckScope& scope, const TellFinding& tell) {
+  LookAtSwitching(scope, tell, EffectOn,
+                  QStringLiteral("%1 is turned on, and nothing ever turns it off."));
+}
+
+void LookAtNeverOn(const CheckScope& scope, const TellFinding& tell) {
+  LookAtSwitching(scope, tell, EffectOff,
+                  QStringLiteral("%1 is turned off, and nothing ever turns it on."));
+}
+
+void LookAtUnused(const CheckScope& scope, const TellFinding& tell, ItemKind kind) {
+  for (int number = 0; number < ItemCount; ++number) {
+    const Item item{kind, number};
+    if (!scope.HoldsRelay(item) || scope.IsUsed(item, ~0U)) continue;
+    tell(item, QStringLiteral("%1 has relays and is never used.").arg(ItemText(item)), {});
+  }
+}
+
+void LookAtUnusedGroups(const CheckScope& scope, const TellFinding& tell) {
+  LookAtUnused(scope, tell, ItemKind::Group);
+}
+
+void LookAtUnusedPresets(const CheckScope& scope, const TellFinding& tell) {
+  LookAtUnused(scope, tell, ItemKind::Preset);
+}
+
+QString InUse(const CheckScope& scope, ItemKind kind, const char* plural) {
+  int count = 0;
+  for (int number = 0; number < ItemCount; ++number) {
+    const Item item{kind, number};
+    const bool inUse = kind == ItemKind::Group || kind == ItemKind::Preset
+                           ? scope.HoldsRelay(item)
+                           : scope.DoesAnything(item, ~unsigned{EffectFollows});
+    count += inUse ? 1 : 0;
+  }
+  return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(plural));
+}
+
+void CountItems(const CheckScope& scope, const TellFinding& tell) {
+  const QStringList counts = {
+      InUse(scope, ItemKind::Group, "groups"), InUse(scope, ItemKind::Input, "inputs"),
+      InUse(scope, ItemKind::Timer, "timers"), InUse(scope, ItemKind::Preset, "presets")};
+  tell({},
+       QStringLiteral("Of %1 each, %2 relays are installed, and %3 are in use.")
+           .arg(ItemCount)
+           .arg(scope.Points)
+           .arg(counts.join(QStringLiteral(", "))),
+       "frmT3Setup");
+}
+
+void LookAtSweep(const CheckScope& scope, const TellFinding& tell) {
+  if (!scope.DoesAnything({})) return;
+  const RelayEffects swept = scope.EffectsOf({});
+  QStringList left;
+  for (int relay = 0; relay < scope.Points; ++relay) {
+    if (swept[static_cast<std::size_t>(relay)] == 0) left << ItemText({ItemKind::Relay, relay});
+  }
+  if (left.isEmpty()) return;
+  tell({},
+       QStringLiteral("The off hours sweep leaves on: %1.").arg(left.join(QStringLiteral(", "))),
+       {});
+}
+
+void LookAtSharedChannels(const CheckScope& scope, const TellFinding& tell) {
+  std::map<int, QStringList> users;
+  for (int relay = 0; relay < scope.Points; ++relay) {
+    users[PanelRecord.DMXChannel(relay)] << ItemText({ItemKind::Relay, relay});
+  }
+  for (Int16 dev = 0; dev < DimmerDeviceCount; ++dev) {
+    if (DimGetEnabled(dev) == 0) continue;
+    for (Int16 out = 0; out < DimmerOutputCount; ++out) {
+      users[DimGetDMX(dev, out)] << ItemText({ItemKind::DimmerOutput, dev, out});
+    }
+  }
+  for (const auto& [channel, items] : users) {
+    if (channel == 0 || items.size() < 2) continue;
+    tell({},
+         QStringLiteral("%1 share DMX channel %2.")
+             .arg(items.join(QStringLiteral(", ")))
+             .arg(channel),
+         {});
+  }
+}
+
+constexpr auto RulesOfRelays = std::to_array<CheckRule>({
+    {"unused-relay", Severity::Warning, "frmT3InputToRelayControl", LookAtUnusedRelays},
+    {"never-off", Severity::Warning, "frmT3OffHoursSweepRelays", LookAtNeverOff},
+    {"never-on", Severity::Warning, "frmT3InputToRelayControl", LookAtNeverOn},
+    {"unused-group", Severity::Warning, "frmT3RelayGrouping", LookAtUnusedGroups},
+    {"unused-preset", Severity::Warning, "frmT3EditPresets", LookAtUnusedPresets},
+    {"items-in-use", Severity::Note, "frmT3Setup", CountItems},
+    {"sweep-leaves", Severity::Note, "frmT3OffHoursSweepRelays", LookAtSweep},
+    {"shared-channel", Severity::Note, "frmT3AddOnModuleDMX", LookAtSharedChannels},
+});
+
+}  // namespace
+
+std::span<const CheckRule> RelayRules() {
+  return RulesOfRelays;
+}

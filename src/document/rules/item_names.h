@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+#include <compare>
+
+enum class ItemKind {
+  Panel,
+  Relay,
+  Group,
+  Input,
+  Timer,
+  Preset,
+  Device,
+  DeviceInput,
+  DimmerOutput
+};
+
+/// One item of a panel, as findings, comparisons and reports name it.
+struct Item {
+  ItemKind Kind = ItemKind::Panel;
+  int Number = 0;  ///< From 0; of a bus device its address from 1.
+  int Part = 0;    ///< From 0: the input of a bus device, the output of a dimmer device.
+
+  auto operator<=>(const Item&) const = default;
+};
+
+/// "RELAY 03", "FL 1A INPUT 2", "DIMMER 3 OUTPUT 1", "PANEL"; the same in every project.
+QString ItemCode(const Item& item);
+
+/// The user's name, trimmed; empty for an item without one, and for one that still has the name of
+/// a new panel.
+QString OwnName(const Item& item);
+
+/// The code with the user's name behind it: "RELAY 03 FOYER".
+QString ItemText(const Item& item);

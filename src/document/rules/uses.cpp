@@ -1,0 +1,233 @@
+#include "document/rules/uses.h"
+
+#include <algorithm>
+
+#include "dimmer/rules/dimmer_model.h"
+#include "panel/code_page.h"
+#include "panel/fennlink_record.h"
+#include "panel/fennlink_types.h"
+#include "panel/input_actions.h"
+#include "panel/panel_record.h"
+#include "panel/pilot_code.h"
+#include "panel/pilot_source.h"
+
+namespace {
+
+struct ActionMeaning {
+  std::string_view Action;
+  unsigned Effect;
+  const char* Words;
+};
+
+/// By the words of the action lists.
+constexpr auto ActionMeanings = std::to_array<ActionMeaning>({
+    {"On Only", EffectOn, "turns on"},
+    {"Off Only", EffectOff, "turns off"},
+    {"On And Off", EffectOn | EffectOff, "turns on and off"},
+    {"Blink Alert", EffectOff, "blinks and turns off"},
+    {"Timed On", EffectOn | EffectOff, "turns on for a time"},
+    {"On-Off", EffectOn | EffectOff, "turns on and off"},
+    {"Hi-Lo(NO)", EffectOn | EffectOff, "switches between high and low (NO)"},
+    {"Hi-Lo(NC)", EffectOn | EffectOff, "switches between high and low (NC)"},
+    {"Step A", EffectOn | EffectOff, "switches as step A"},
+    {"Step B", EffectOn | EffectOff, "switches as step B"},
+    {"Disable", EffectDisables, "disables"},
+    {"Hold On", EffectOn | EffectDisables, "holds on"},
+    {"Hold Off", EffectOff | EffectDisables, "holds off"},
+    {"Hold Status", EffectDisables, "holds as it is"},
+    {"Force", EffectRuns, "forces"},
+});
+
+ItemKind KindOfRows(ControlRows rows) {
+  switch (rows) {
+    case ControlRows::Groups:
+      return ItemKind::Group;
+    case ControlRows::Inputs:
+      return ItemKind::Input;
+    case ControlRows::Timers:
+      return ItemKind::Timer;
+    case ControlRows::Relays:
+    case ControlRows::None:
+      break;
+  }
+  return ItemKind::Relay;
+}
+
+class UseList {
+ public:
+  void Add(const Item& user, const Item& used, unsigned effect, const QString& words) {
+    uses_.push_back({user, used, effect, words});
+  }
+
+  /// The cells of one of an input's control tables. A code beyond the list counts as its last.
+  template <typename CellOf>
+  void AddControls(const Item& input, const std::optional<ControlOptions>& options, CellOf cell) {
+    if (!options || options->Rows == ControlRows::None) return;
+    for (int row = 0; row < ItemCount; ++row) {
+      const Int16 code = std::min(cell(row), options->MaxControlCode());
+      if (code <= 0) continue;
+      const std::string_view action = Word(options->Actions, code);
+      for (const ActionMeaning& meaning : ActionMeanings) {
+        if (meaning.Action == action) {
+          Add(input, {KindOfRows(options->Rows), row}, meaning.Effect,
+              QString::fromLatin1(meaning.Words));
+        }
+      }
+    }
+  }
+
+  /// Which item a pilot's number counts is told by its source; others follow nothing.
+  void AddPilot(const Item& input, int source, int number) {
+    constexpr ItemKind kinds[] = {ItemKind::Relay, ItemKind::Group, ItemKind::Preset};
+    if (source < PilotRelay || source > PilotPreset) return;
+    Add(input, {kinds[source - PilotRelay], number}, EffectFollows,
+        QStringLiteral("has a pilot that follows"));
+  }
+
+  std::vector<Use> Take() { return std::move(uses_); }
+
+ private:
+  std::vector<Use> uses_;
+};
+
+const QString Activates = QStringLiteral("activates");
+
+void AddLocalInputs(UseList& uses) {
+  const auto& panel = PanelRecord;
+  for (int input = 0; input < InstalledPoints(); ++input) {
+    const Item item{ItemKind::Input, input};
+    const int type = panel.InputType(input);
+    uses.AddControls(item, LocalControlOptions(type, ControlTable::Relay),
+                     [&](int row) { return panel.InputRelayControl(input, row); });
+    uses.AddControls(item, LocalControlOptions(type, ControlTable::Group),
+                     [&](int row) { return panel.InputGroupControl(input, row); });
+    if (LocalInputKind(type) == InputKind::SetPreset) {
+      uses.Add(item, {ItemKind::Preset, panel.InputPreset(input)}, EffectRuns, Activates);
+    }
+    const Int16 pilot = panel.LocalPilot(input);
+    uses.AddPilot(item, PilotSource(pilot) + PilotRelay, PilotNumber(pilot));
+  }
+}
+
+void AddDeviceInputs(UseList& uses) {
+  for (int n = 1; n <= DeviceCount; ++n) {
+    const FennlinkRecord& device = FennlinkRecords(n);
+    const int count = FennlinkDevice(device.DeviceType).InputCount;
+    for (int input = 0; input < count; ++input) {
+      const Item item{ItemKind::DeviceInput, n, input};
+      const int type = device.DeviceInputType(input);
+      uses.AddControls(item, FennlinkControlOptions(device.DeviceType, type, ControlTable::Relay),
+                       [&](int row) { return device.DeviceRelayControl(input, row); });
+      uses.AddControls(item, FennlinkControlOptions(device.DeviceType, type, ControlTable::Group),
+                       [&](int row) { return device.DeviceGroupControl(input, row); });
+      if (FennlinkInputKind(device.DeviceType, type) == InputKind::SetPreset) {
+        uses.Add(item, {ItemKind::Preset, device.DevicePreset(input)}, EffectRuns, Activates);
+      }
+      if (device.DeviceType == DeviceTypePhotocell) continue;
+      const Int16 pilot = device.DevicePilot(input);
+      uses.AddPilot(item, PilotSource(pilot), PilotNumber(pilot));
+    }
+  }
+}
+
+/// Code 1 turns on, code 2 off, for timers and presets alike.
+void AddOnOff(UseList& uses, const Item& user, const Item& used, Int16 code, unsigned also) {
+  if (code != 1 && code != 2) return;
+  uses.Add(user, used, also | (code == 1 ? EffectOn : EffectOff),
+           code == 1 ? QStringLiteral("turns on") : QStringLiteral("turns off"));
+}
+
+void AddTimersGroupsAndPresets(UseList& uses) {
+  const auto& panel = PanelRecord;
+  for (int i = 0; i < ItemCount; ++i) {
+    for (int target = 0; target < ItemCount; ++target) {
+      const Item timer{ItemKind::Timer, i};
+      const Item relay{ItemKind::Relay, target};
+      AddOnOff(uses, timer, relay, panel.TimerRelayControl(i, target), 0);
+      AddOnOff(uses, timer, {ItemKind::Group, target}, panel.TimerGroupControl(i, target), 0);
+      if (panel.TimerPresetControl(i, target) != 0) {
+        uses.Add(timer, {ItemKind::Preset, target}, EffectRuns, Activates);
+      }
+      if (panel.GroupRelayInclude(i, target) != 0) {
+        uses.Add({ItemKind::Group, i}, relay, EffectHolds, QStringLiteral("includes"));
+      }
+      AddOnOff(uses, {ItemKind::Preset, i}, relay, panel.PresetRelayControl(i, target),
+               EffectHolds);
+    }
+    const QString sweeps = QStringLiteral("sweeps off");
+    if (panel.OffHoursSweepRelay(i) != 0) {
+      uses.Add({}, {ItemKind::Relay, i}, EffectOff, sweeps);
+    }
+    if (panel.OffHoursSweepGroup(i) != 0) {
+      uses.Add({}, {ItemKind::Group, i}, EffectOff, sweeps);
+    }
+  }
+}
+
+void AddSlot(UseList& uses, const Item& output, Int16 dev, Int16 out, Int16 slot) {
+  const QString words = QStringLiteral("is controlled by");
+  const int number = DimGetCtlNumber(dev, out, slot);
+  switch (DimGetCtlType(dev, out, slot)) {
+    case ControlInput:
+    case ControlInvertInput: {
+      const int device = DimGetCtlDevice(dev, out, slot);
+      const Item input =
+          device == 0 ? Item{ItemKind::Input, number} : Item{ItemKind::DeviceInput, device, number};
+      uses.Add(output, input, EffectFollows, words);
+      break;
+    }
+    case ControlTimer:
+      uses.Add(output, {ItemKind::Timer, number}, EffectFollows, words);
+      break;
+    case ControlPreset:
+      uses.Add(output, {ItemKind::Preset, number}, EffectFollows, words);
+      break;
+    default:
+      break;
+  }
+}
+
+void AddDimmers(UseList& uses) {
+  for (Int16 dev = 0; dev < DimmerDeviceCount; ++dev) {
+    if (DimGetEnabled(dev) == 0) continue;
+    for (Int16 out = 0; out < DimmerOutputCount; ++out) {
+      const Item output{ItemKind::DimmerOutput, dev, out};
+      for (Int16 slot = 0; slot < ControlSlotCount; ++slot) AddSlot(uses, output, dev, out, slot);
+      for (Int16 relay = 0; relay < ItemCount; ++relay) {
+        if (DimGetRelay(dev, out, relay) == 0) continue;
+        uses.Add(output, {ItemKind::Relay, relay}, EffectFollows, QStringLiteral("follows"));
+      }
+      if (DimGetTrackMode(dev, out) != TrackDisabled || DimGetMinPC(dev, out) != 0 ||
+          DimGetMaxPC(dev, out) != 0) {
+        uses.Add(output, {ItemKind::Device, DimGetPCDev(dev, out) + 1}, EffectFollows,
+                 QStringLiteral("tracks"));
+      }
+    }
+  }
+}
+
+}  // namespace
+
+int InstalledPoints() {
+  constexpr int pointsOfBlock = 4;
+  int points = 0;
+  for (int node = 0; node < NodeCount; ++node) points += PanelRecord.IOCount(node) * pointsOfBlock;
+  return std::clamp(points, 0, ItemCount);
+}
+
+std::vector<Use> UsesOfProject() {
+  UseList uses;
+  AddLocalInputs(uses);
+  AddDeviceInputs(uses);
+  AddTimersGroupsAndPresets(uses);
+  AddDimmers(uses);
+  return uses.Take();
+}
+
+QString InputTypeWord(const Item& input) {
+  if (input.Kind == ItemKind::Input) {
+    return ToUnicode(Word(InputTypes, PanelRecord.InputType(input.Number)));
+  }
+  const FennlinkRecord& device = FennlinkRecords(input.Number);
+  return ToUnicode(FennlinkInputCaption(device.DeviceType, device.DeviceInputType(input.Part)));
+}

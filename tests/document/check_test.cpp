@@ -1,0 +1,219 @@
+#include "document/rules/check.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "dimmer/rules/dimmer_model.h"
+#include "panel/defaults.h"
+#include "panel/dimmer_block.h"
+#include "panel/document_fixture.h"
+#include "panel/fennlink_record.h"
+#include "panel/panel_record.h"
+#include "panel/project_codec.h"
+
+namespace {
+
+/// Four relays, each switched by its input; a group, a preset, a timer, a station and a sweep that
+/// have nothing wrong.
+void LoadSoundProject() {
+  LoadDefaults();
+  auto& p = PanelRecord;
+  for (int i = 0; i < 4; ++i) {
+    p.InputRelayControl(i, i) = 3;
+    p.OffHoursSweepRelay(i) = -1;
+    p.GroupRelayInclude(0, i) = -1;
+  }
+  p.InputRelayControl(3, 3) = 0;
+  p.PresetRelayControl(0, 1) = 1;
+  p.InputType(3) = 4;
+  p.InputPreset(3) = 0;
+  p.TimerGroupControl(0, 0) = 2;
+  p.TimerTimeType(0) = 22;
+  p.Latitude = 52;
+  FennlinkRecord& station = FennlinkRecords(26);
+  station.DeviceType = 2;
+  station.DeviceRelayControl(0, 3) = 3;
+  station.DeviceRelayControl(1, 2) = 1;
+  FennlinkRecord& cell = FennlinkRecords(5);
+  cell.DeviceType = 9;
+  cell.DeviceOffLevel(0) = 20;
+  cell.DeviceOnLevel(0) = 40;
+  cell.DeviceRelayControl(0, 2) = 3;
+  DimSetEnabled(0, 1);
+  DimSetRelay(0, 0, 1, -1);
+  DimSetCtlType(0, 0, 0, ControlInput);
+}
+
+struct Fault {
+  const char* Rule;
+  const char* Where;
+  std::function<void()> Make;
+};
+
+std::vector<Fault> Faults() {
+  auto& p = PanelRecord;
+  FennlinkRecord& station = FennlinkRecords(26);
+  FennlinkRecord& cell = FennlinkRecords(5);
+  return {
+      {"image-element", "PANEL", [&] { p.DMXOnLevel = 100; }},
+      {"image-element", "TIMER 07", [&] { p.TimerDays(6) = -1; }},
+      {"image-element", "FL 1A", [&] { station.DevicePilot(0) = 256; }},
+      {"image-element", "DIMMER 2 OUTPUT 3", [&] { DimSet(512 + 2 * 128 + 5, 300); }},
+      {"download-stops", "PANEL", [&] { p.DMXOnLevel = 200; }},
+      {"document-stops", "PANEL", [&] { DimSet(3, 32767); }},
+      {"io-count", "PANEL", [&] { p.IOCount(1) = 12; }},
+      {"action-cut", "INPUT 02",
+       [&] {
+         p.InputType(1) = 1;
+         p.InputRelayControl(1, 1) = 4;
+       }},
+      {"action-cut", "FL 1A INPUT 2", [&] { station.DeviceGroupControl(1, 0) = 4; }},
+      {"beyond-points", "INPUT 01", [&] { p.InputRelayControl(0, 40) = 1; }},
+      {"beyond-points", "TIMER 01", [&] { p.TimerRelayControl(0, 4) = 1; }},
+      {"empty-preset", "INPUT 04", [&] { p.InputPreset(3) = 7; }},
+      {"empty-preset", "TIMER 01", [&] { p.TimerPresetControl(0, 9) = -1; }},
+      {"empty-preset", "DIMMER 1 OUTPUT 1",
+       [&] {
+         DimSetCtlType(0, 0, 0, ControlPreset);
+         DimSetCtlNumber(0, 0, 0, 5);
+       }},
+      {"empty-group", "TIMER 01", [&] { p.TimerGroupControl(0, 3) = 1; }},
+      {"empty-group", "FL 1A INPUT 1", [&] { station.DeviceGroupControl(0, 9) = 1; }},
+      {"idle-timer-forced", "INPUT 03", [&] { p.InputType(2) = 12; }},
+      {"pilot-source", "INPUT 01", [&] { p.LocalPilot(0) = 20; }},
+      {"pilot-source", "INPUT 02", [&] { p.LocalPilot(1) = 64 + 9; }},
+      {"pilot-source", "FL 1A INPUT 1", [&] { station.DevicePilot(0) = -1; }},
+      {"no-day", "TIMER 01", [&] { p.TimerDays(0) = 0x7F; }},
+      {"no-such-date", "TIMER 01",
+       [&] {
+         p.TimerHolidayMonth(0) = 2;
+         p.TimerHolidayDate(0) = 30;
+       }},
+      {"dimmer-source", "DIMMER 1 OUTPUT 1", [&] { DimSetCtlNumber(0, 0, 0, 30); }},
+      {"dimmer-source", "DIMMER 1 OUTPUT 1",
+       [&] {
+         DimSetCtlDevice(0, 0, 0, 26);
+         DimSetCtlNumber(0, 0, 0, 2);
+       }},
+      {"minimum-above-maximum", "DIMMER 1 OUTPUT 2",
+       [&] {
+         DimSetMin(0, 1, 60);
+         DimSetMax(0, 1, 50);
+       }},
+      {"point-order", "DIMMER 1 OUTPUT 1",
+       [&] {
+         DimSetTrackMode(0, 0, Track3Point);
+         DimSetPCDev(0, 0, 4);
+         DimSetCIn(0, 0, 100);
+       }},
+      {"unused-relay", "RELAY 05",
+       [&] {
+         p.IOCount(0) = 2;
+         p.LocalPilot(4) = 0;
+       }},
+      {"never-off", "RELAY 01",
+       [&] {
+         p.OffHoursSweepRelay(0) = 0;
+         p.InputRelayControl(0, 0) = 1;
+         p.TimerGroupControl(0, 0) = 1;
+       }},
+      {"never-on", "RELAY 01", [&] { p.InputRelayControl(0, 0) = 2; }},
+      {"idle-input", "INPUT 03",
+       [&] {
+         p.InputRelayControl(2, 2) = 0;
+         p.InputName(2) = "HALL";
+       }},
+      {"idle-input", "FL 1A", [&] { station.DeviceRelayControl = {}; }},
+      {"idle-timer", "TIMER 05", [&] { p.TimerTime(4) = 30; }},
+      {"unused-group", "GROUP 02", [&] { p.GroupRelayInclude(1, 0) = -1; }},
+      {"unused-preset", "PRESET 02", [&] { p.PresetRelayControl(1, 0) = 2; }},
+      {"conflict", "TIMER 02",
+       [&] {
+         p.TimerRelayControl(1, 2) = 1;
+         p.TimerTimeType(1) = 22;
+         p.TimerDays(1) = 0x7E;
+       }},
+      {"open-after-close", "PANEL", [&] { p.NormalOpenTime(3) = p.NormalCloseTime(3); }},
+      {"open-after-close", "PANEL",
+       [&] {
+         p.DateOpenTime(4, 0) = 40;
+         p.DateCloseTime(4, 0) = 30;
+       }},
+      {"leap-day", "TIMER 01",
+       [&] {
+         p.TimerHolidayMonth(0) = 2;
+         p.TimerHolidayDate(0) = 29;
+       }},
+      {"default-position", "TIMER 01",
+       [&] {
+         p.TimerTimeType(0) = 24;
+         p.Latitude = 45;
+         p.Longitude = 90;
+       }},
+      {"equal-levels", "FL 05 INPUT 1", [&] { cell.DeviceOffLevel(0) = 40; }},
+      {"same-name", "GROUP 03", [&] { p.GroupName(1) = p.GroupName(2) = "STAIRS"; }},
+      {"long-name", "RELAY 02", [&] { p.RelayName(1) = "STAIRS WEST"; }},
+      {"stale-actions", "FL 3F",
+       [&] {
+         FennlinkRecords(63).DeviceType = 1;
+         FennlinkRecords(63).DeviceRelayControl(0, 1) = 3;
+       }},
+      {"module-settings", "PANEL", [&] { p.ModBusBaud = 2; }},
+      {"sweep-leaves", "PANEL", [&] { p.OffHoursSweepRelay(2) = 0; }},
+      {"shared-channel", "PANEL",
+       [&] {
+         p.AddOnModuleType = 1;
+         p.DMXChannel(0) = 5;
+         DimSetDMX(0, 0, 5);
+       }},
+  };
+}
+
+std::set<std::pair<std::string, std::string>> Found() {
+  std::set<std::pair<std::string, std::string>> found;
+  for (const Finding& finding : CheckProject()) {
+    found.insert({std::string(finding.Rule), ItemCode(finding.Where).toStdString()});
+    EXPECT_FALSE(finding.Screen.empty()) << finding.Rule;
+  }
+  return found;
+}
+
+TEST(CheckTest, EachRuleTellsOfItsFaultAndOfNoOther) {
+  LoadSoundProject();
+  const auto sound = Found();
+  EXPECT_EQ(sound, (std::set<std::pair<std::string, std::string>>{{"items-in-use", "PANEL"}}));
+  std::set<std::string> seen;
+  for (const Fault& fault : Faults()) {
+    LoadSoundProject();
+    fault.Make();
+    const std::string before = EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock);
+    const auto found = Found();
+    EXPECT_TRUE(found.count({fault.Rule, fault.Where})) << fault.Rule << ' ' << fault.Where;
+    EXPECT_TRUE(before == EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock)) << fault.Rule;
+    seen.insert(fault.Rule);
+  }
+  for (const auto rules :
+       {TransferRules(), ControlRules(), RelayRules(), TimerRules(), NameRules(), DimmerRules()}) {
+    for (const CheckRule& rule : rules) {
+      const bool told = rule.Name == "items-in-use" || seen.count(std::string(rule.Name)) > 0;
+      EXPECT_TRUE(told) << rule.Name;
+    }
+  }
+}
+
+TEST(CheckTest, ANewPanelHasNoErrorAndNonsenseIsToldWithoutAFailure) {
+  LoadDefaults();
+  for (const Finding& finding : CheckProject()) {
+    EXPECT_NE(finding.Level, Severity::Error) << finding.Sentence.toStdString();
+  }
+  const std::string fresh = EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock);
+  for (unsigned seed = 1; seed <= 40; ++seed) {
+    const std::string bytes = Nonsense(fresh, seed);
+    ChangeDocument([&](ProjectDocument& document) { DecodeProject(bytes, document); });
+    EXPECT_FALSE(CheckProject().empty());
+    EXPECT_TRUE(EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock) == bytes);
+  }
+}
+
+}  // namespace
