@@ -5,51 +5,20 @@
 #include <cstring>
 #include <limits>
 
+#include "panel/project_layout.h"
+
 static_assert(std::endian::native == std::endian::little,
               "the file is little-endian and is copied as it stands");
 
 namespace {
 
-template <typename Archive, typename Panel>
-void PanelLayout(Archive& archive, Panel& panel) {
-  archive(panel.PanelName, panel.InputRelayControl, panel.InputGroupControl, panel.InputPreset,
-          panel.RelayTimerType, panel.RelayPowerOnType, panel.InputType, panel.InputEnableTime,
-          panel.InputDisableTime, panel.InputTimedOnTime, panel.GroupRelayInclude, panel.LocalPilot,
-          panel.TimerRelayControl, panel.TimerGroupControl, panel.TimerPresetControl,
-          panel.PresetRelayControl, panel.NormalOpenTime, panel.NormalCloseTime, panel.DateOpenTime,
-          panel.DateCloseTime);
-  archive(panel.RelayName, panel.GroupName, panel.InputName, panel.TimerName, panel.PresetName);
-  archive(panel.TimerTimeType, panel.TimerTime, panel.TimerDays, panel.TimerHolidayMonth,
-          panel.TimerHolidayDate, panel.BlinkAlertMinutes, panel.OverrideMinutes,
-          panel.AlarmSeconds, panel.TimedOnOperation, panel.OffHoursSweepInterval,
-          panel.OffHoursSweepRelay, panel.OffHoursSweepGroup, panel.DSTEnabled, panel.DSTStartWeek,
-          panel.DSTStartMonth, panel.DSTEndWeek, panel.DSTEndMonth, panel.Latitude, panel.Longitude,
-          panel.TimeZone, panel.RTCSource, panel.PhotocellFilter, panel.AddOnModuleType,
-          panel.IOCount, panel.ComPort, panel.DMXChannel, panel.DMXOnLevel, panel.DMXOffLevel,
-          panel.DMXFilter, panel.ModBusMode, panel.ModBusBaud, panel.ModBusParity);
-}
-
-template <typename Archive, typename Device>
-void DeviceLayout(Archive& archive, Device& device) {
-  archive(device.DeviceType, device.DeviceName, device.DeviceInputType, device.DeviceTimedOnTime,
-          device.DevicePilot, device.DeviceOffLevel, device.DeviceOnLevel, device.DeviceReserved,
-          device.DeviceRelayControl, device.DeviceGroupControl, device.DevicePreset);
-}
-
-template <typename Archive, typename Panel, typename Devices, typename Dimmers>
-void ProjectLayout(Archive& archive, Panel& panel, Devices& devices, Dimmers& dimmers) {
-  PanelLayout(archive, panel);
-  for (auto& device : devices.elements) DeviceLayout(archive, device);
-  archive(dimmers);
-}
-
 class Encoder {
  public:
   explicit Encoder(std::string& bytes) : bytes_(bytes) {}
 
-  template <typename... Fields>
-  void operator()(const Fields&... fields) {
-    (Field(fields), ...);
+  template <typename FieldType>
+  void operator()(const char*, const FieldType& field) {
+    Field(field);
   }
 
  private:
@@ -84,9 +53,9 @@ class Decoder {
  public:
   explicit Decoder(std::string_view rest) : rest_(rest) {}
 
-  template <typename... Fields>
-  void operator()(Fields&... fields) {
-    (Field(fields), ...);
+  template <typename FieldType>
+  void operator()(const char*, FieldType& field) {
+    Field(field);
   }
 
  private:
