@@ -15,6 +15,10 @@ extern bool FileNotInMemory;
 extern QString DocumentFileName;                  ///< Target of the text document.
 extern FixedArray<Int16, 12> DocumentSectionOff;  ///< -1 for each section left out of the document.
 extern QString HostSoftwareVersion;
+/// What it is once the program has started.
+inline QString VersionText() {
+  return QStringLiteral("Version 1.02");
+}
 
 inline const QString ProgramTitle = QStringLiteral("Orv Tamberloom 3");
 inline const QString NoFileName = QStringLiteral("None");

@@ -23,7 +23,7 @@ void frmT3About::Form_Load() {
   large.setBold(true);
   addLine("lblTitle", ProgramTitle)->setFont(large);
   addLine("lblPurpose", QStringLiteral("Host software for the relay lighting control panel"));
-  lblRevInfo = addLine("lblRevInfo", QStringLiteral("Version 1.02"));
+  lblRevInfo = addLine("lblRevInfo", VersionText());
   column->addSpacing(24);
   lblWebPageInfo = AddLabel(nullptr, "lblWebPageInfo", QStringLiteral(TAMBERLOOM_WEB_ADDRESS));
   lblWebPageInfo->SetAlignment(Qt::AlignCenter);

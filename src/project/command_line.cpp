@@ -1,0 +1,85 @@
+#include "project/command_line.h"
+
+#include <QCommandLineParser>
+#include <algorithm>
+#include <stdexcept>
+
+#include "project/commands.h"
+
+namespace {
+
+constexpr const char* DateFormat = "yyyy-MM-dd hh:mm";
+
+[[noreturn]] void Refuse(const QString& reason) {
+  throw std::invalid_argument(reason.toStdString());
+}
+
+QString CommandHelp() {
+  QString help = QStringLiteral("\nCommands:\n");
+  for (const Command& command : Commands()) {
+    const QString call =
+        QStringLiteral("%1 %2").arg(QLatin1String(command.Name), QLatin1String(command.Files));
+    help += QStringLiteral("  %1 %2\n").arg(call, -24).arg(QLatin1String(command.Summary));
+  }
+  return help + QStringLiteral(
+                    "\nExit status: 0 no error found, or equal; 1 errors found, or different; 2 a "
+                    "file that\ncannot be read or written, or a wrong call.\n");
+}
+
+}  // namespace
+
+CommandLine ParseCommandLine(const QStringList& arguments) {
+  QCommandLineParser parser;
+  parser.setApplicationDescription(
+      QStringLiteral("Checks, compares and converts Orv Tamberloom 3 project files."));
+  parser.addPositionalArgument(QStringLiteral("command"), QStringLiteral("One of those below."));
+  parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("What it works on."),
+                               QStringLiteral("file..."));
+  parser.addOptions({
+      {{"h", "help"}, QStringLiteral("Show this text.")},
+      {{"v", "version"}, QStringLiteral("Show the version.")},
+      {"json", QStringLiteral("Print rows as JSON objects, one a line.")},
+      {"names", QStringLiteral("compare: names count too. project: take the panel's names.")},
+      {"date", QStringLiteral("document: when it says that it was created."),
+       QStringLiteral("\"2026-11-25 10:00\"")},
+      {"name", QStringLiteral("document: the file name that it says."), QStringLiteral("NAME")},
+  });
+  const bool parsed = parser.parse(arguments);
+  CommandLine line;
+  if (parsed && parser.isSet(QStringLiteral("help"))) {
+    line.Say = parser.helpText() + CommandHelp();
+    return line;
+  }
+  if (parsed && parser.isSet(QStringLiteral("version"))) {
+    line.Say = QStringLiteral("tamberloom3-project 1.02\n");
+    return line;
+  }
+  if (!parsed) Refuse(parser.errorText());
+  line.Files = parser.positionalArguments();
+  if (line.Files.isEmpty()) Refuse(QStringLiteral("a command is missing; --help lists them"));
+  line.Command = line.Files.takeFirst();
+  const auto& commands = Commands();
+  const auto command = std::find_if(commands.begin(), commands.end(), [&](const Command& row) {
+    return line.Command == QLatin1String(row.Name);
+  });
+  if (command == commands.end()) {
+    Refuse(QStringLiteral("there is no command \"%1\"; --help lists them").arg(line.Command));
+  }
+  const bool tooMany = command->MostFiles > 0 && line.Files.size() > command->MostFiles;
+  if (line.Files.size() < command->LeastFiles || tooMany) {
+    Refuse(QStringLiteral("%1 takes %2").arg(line.Command, QLatin1String(command->Files)));
+  }
+  line.Json = parser.isSet(QStringLiteral("json"));
+  line.Names = parser.isSet(QStringLiteral("names"));
+  line.FileName = parser.value(QStringLiteral("name"));
+  line.Date = QDateTime::currentDateTime();
+  if (parser.isSet(QStringLiteral("date"))) {
+    const QString date = parser.value(QStringLiteral("date"));
+    line.Date = QDateTime::fromString(date, QLatin1String(DateFormat));
+    if (!line.Date.isValid()) {
+      Refuse(
+          QStringLiteral("--date takes a time such as \"2026-11-25 10:00\", not \"%1\"").arg(date));
+    }
+  }
+  return line;
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QDateTime>
+#include <QStringList>
+
+/// What the command line asks for.
+struct CommandLine {
+  QString Command;
+  QStringList Files;
+  bool Json = false;
+  bool Names = false;
+  QDateTime Date;    ///< Now unless told.
+  QString FileName;  ///< What the document says; the file's own unless told.
+  QString Say;       ///< A text to print in place of working, for --help and --version.
+};
+
+/// Throws std::invalid_argument with a text for the user. `arguments` begins with the program's
+/// name.
+CommandLine ParseCommandLine(const QStringList& arguments);

@@ -1,0 +1,155 @@
+#include "project/commands.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <algorithm>
+#include <cstdio>
+
+#include "document/rules/check.h"
+#include "document/rules/compare.h"
+#include "document/rules/doc_file.h"
+#include "link/rules/panel_image.h"
+#include "panel/defaults.h"
+#include "panel/program_state.h"
+#include "panel/project_file.h"
+#include "panel/replace_file.h"
+#include "project/each_file.h"
+
+namespace {
+
+void Print(const QByteArray& bytes) {
+  std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout);
+}
+
+/// One row, tab-separated or as an object with the columns as keys.
+void PrintRow(const CommandLine& line, const QStringList& columns, QStringList cells) {
+  if (line.Json) {
+    QJsonObject object;
+    for (int i = 0; i < columns.size(); ++i) object[columns[i]] = cells[i];
+    Print(QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n');
+    return;
+  }
+  // A name may hold what separates cells and rows.
+  for (QString& cell : cells) {
+    for (QChar& character : cell) {
+      if (character < u' ') character = u' ';
+    }
+  }
+  Print(cells.join(u'\t').toUtf8() + '\n');
+}
+
+/// Loads a project as the host's Open does.
+void Load(const QString& file) {
+  PanelRecord = {};
+  FennlinkRecords = {};
+  LoadDefaults();
+  HostSoftwareVersion = VersionText();
+  CurrentFileName = file;
+  ReadProjectFile();
+}
+
+const QStringList CheckColumns = {"File", "Severity", "Rule", "Item", "Sentence"};
+const QStringList CompareColumns = {"Area", "Item", "Field", "A", "B"};
+
+ExitStatus Check(const CommandLine& line, const QStringList& files) {
+  Load(files[0]);
+  ExitStatus status = StatusGood;
+  for (const Finding& finding : CheckProject()) {
+    if (finding.Level == Severity::Error) status = StatusFound;
+    PrintRow(line, CheckColumns,
+             {files[0], SeverityWord(finding.Level), QString::fromLatin1(finding.Rule),
+              ItemCode(finding.Where), finding.Sentence});
+  }
+  return status;
+}
+
+ExitStatus Compare(const CommandLine& line, const QStringList& files) {
+  Load(files[0]);
+  const ProjectDocument one = ThisProject();
+  Load(files[1]);
+  const auto differences = CompareProjects(one, ThisProject(), line.Names);
+  for (const Difference& difference : differences) {
+    PrintRow(line, CompareColumns,
+             {difference.Area, ItemCode(difference.Where), difference.Field, difference.This,
+              difference.Other});
+  }
+  return differences.empty() ? StatusGood : StatusFound;
+}
+
+ExitStatus Document(const CommandLine& line, const QStringList& files) {
+  Load(files[0]);
+  if (!line.FileName.isEmpty()) CurrentFileName = line.FileName;
+  DocumentChoice all;
+  all.fill(true);
+  Print(QByteArray::fromStdString(RenderDocument(DocumentTimeStamp(line.Date), all)));
+  return StatusGood;
+}
+
+ExitStatus Image(const CommandLine&, const QStringList& files) {
+  Load(files[0]);
+  PanelImage = {};
+  BuildPanelImage({});
+  std::string bytes;
+  for (const Int16 element : PanelImage.elements) bytes += static_cast<char>(element & 0xFF);
+  const QString failure = ReplaceFile(files[1], bytes);
+  if (!failure.isEmpty()) throw RunTimeFailure((files[1] + ": " + failure).toStdString());
+  return StatusGood;
+}
+
+ExitStatus Project(const CommandLine& line, const QStringList& files) {
+  QFile memory(files[0]);
+  if (!memory.open(QIODevice::ReadOnly)) {
+    throw RunTimeFailure((files[0] + ": " + memory.errorString()).toStdString());
+  }
+  const QByteArray bytes = memory.read(PanelImageSize + 1);
+  if (bytes.size() != PanelImageSize) {
+    throw RunTimeFailure((files[0] + ": a panel's memory has 40,960 bytes").toStdString());
+  }
+  PanelRecord = {};
+  FennlinkRecords = {};
+  LoadDefaults();
+  std::transform(bytes.begin(), bytes.end(), PanelImage.elements.begin(),
+                 [](char byte) { return static_cast<Int16>(static_cast<unsigned char>(byte)); });
+  IncludeNamesInUpload = line.Names ? -1 : 0;
+  ApplyPanelImage();
+  CurrentFileName = files[1];
+  WriteProjectFile();
+  return StatusGood;
+}
+
+/// Runs the command on files and tells of a failure.
+int RunOn(const Command& command, const CommandLine& line, const QStringList& files) {
+  try {
+    return command.Run(line, files);
+  } catch (const RunTimeFailure& failure) {
+    std::fflush(stdout);
+    std::fprintf(stderr, "tamberloom3-project: %s\n", failure.what());
+    return StatusFailed;
+  }
+}
+
+}  // namespace
+
+const std::vector<Command>& Commands() {
+  static const std::vector<Command> commands = {
+      {"check", "FILE...", "A line a finding.", 1, 0, CheckColumns, Check, true},
+      {"compare", "A B", "A line a setting that differs.", 2, 2, CompareColumns, Compare},
+      {"document", "FILE", "The text document with all its sections.", 1, 1, {}, Document},
+      {"image", "FILE OUT", "A panel's memory after a download.", 2, 2, {}, Image},
+      {"project", "MEMORY OUT.T3", "The way back, as an upload makes it.", 2, 2, {}, Project},
+  };
+  return commands;
+}
+
+ExitStatus RunCommand(const CommandLine& line) {
+  const auto& commands = Commands();
+  const Command& command = *std::find_if(commands.begin(), commands.end(), [&](const Command& row) {
+    return line.Command == QLatin1String(row.Name);
+  });
+  if (!command.Columns.isEmpty() && !line.Json) Print(command.Columns.join(u'\t').toUtf8() + '\n');
+  if (!command.EachFile) return static_cast<ExitStatus>(RunOn(command, line, line.Files));
+  return static_cast<ExitStatus>(
+      ForEachFile(line.Files, [&](const QString& file) { return RunOn(command, line, {file}); }));
+}

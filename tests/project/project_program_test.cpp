@@ -1,0 +1,102 @@
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include "document/rules/doc_file.h"
+#include "link/rules/panel_image.h"
+#include "panel/document_fixture.h"
+#include "panel/project_file.h"
+
+// The program itself, as a script runs it.
+
+namespace {
+
+class ProjectProgramTest : public DocumentTest {
+ protected:
+  /// Saves the live document.
+  QString Save(const char* name) {
+    CurrentFileName = folder.filePath(QString::fromLatin1(name));
+    WriteProjectFile();
+    return CurrentFileName;
+  }
+
+  int Run(const QStringList& arguments) {
+    QProcess program;
+    program.start(QStringLiteral(PROJECT_PROGRAM), arguments);
+    EXPECT_TRUE(program.waitForFinished(60'000));
+    output = program.readAllStandardOutput();
+    errors = program.readAllStandardError();
+    return program.exitCode();
+  }
+
+  QStringList Lines() const { return QString::fromUtf8(output).split(u'\n', Qt::SkipEmptyParts); }
+
+  QTemporaryDir folder;
+  QByteArray output;
+  QByteArray errors;
+};
+
+TEST_F(ProjectProgramTest, ChecksManyFilesInTheirOrder) {
+  const QString good = Save("good.T3");
+  PanelRecord.DMXOnLevel = 100;
+  const QString bad = Save("bad.T3");
+  EXPECT_EQ(Run({"check", good}), 0);
+  EXPECT_EQ(Lines()[0], "File\tSeverity\tRule\tItem\tSentence");
+  EXPECT_TRUE(Lines()[1].startsWith(good + "\twarning\tunused-relay\tRELAY 01\t"));
+  EXPECT_EQ(Run({"check", good, bad, good}), 1);
+  EXPECT_TRUE(Lines().filter("\terror\timage-element\tPANEL\t").first().startsWith(bad));
+  EXPECT_EQ(Run({"check", folder.filePath("none.T3"), bad, "--json"}), 2);
+  EXPECT_TRUE(errors.contains("none.T3"));
+  EXPECT_EQ(QJsonDocument::fromJson(Lines()[0].toUtf8()).object()["File"].toString(), bad);
+}
+
+TEST_F(ProjectProgramTest, ComparesAndTellsDifferentFromEqual) {
+  const QString one = Save("one.T3");
+  PanelRecord.RelayName(0) = "FOYER";
+  const QString renamed = Save("renamed.T3");
+  PanelRecord.RelayPowerOnType(4) = 1;
+  const QString other = Save("other.T3");
+  EXPECT_EQ(Run({"compare", one, renamed}), 0);
+  EXPECT_EQ(Run({"compare", "--names", one, renamed}), 1);
+  EXPECT_EQ(Run({"compare", one, other}), 1);
+  EXPECT_EQ(Lines(),
+            (QStringList{"Area\tItem\tField\tA\tB", "Relays\tRELAY 05\tpower-on type\tOff\tOn"}));
+}
+
+TEST_F(ProjectProgramTest, DocumentsByteForByteAndConvertsThereAndBack) {
+  PanelRecord.RelayTimerType(7) = 2;
+  const QString file = Save("hall.T3");
+  HostSoftwareVersion = VersionText();
+  DocumentChoice all;
+  all.fill(true);
+  const QDateTime date(QDate(2026, 11, 25), QTime(10, 0));
+  EXPECT_EQ(Run({"document", file, "--date", "2026-11-25 10:00"}), 0);
+  EXPECT_TRUE(output == QByteArray::fromStdString(RenderDocument(DocumentTimeStamp(date), all)));
+
+  const QString memory = folder.filePath("memory");
+  EXPECT_EQ(Run({"image", file, memory}), 0);
+  EXPECT_EQ(FileText(memory).size(), 40960U);
+  EXPECT_EQ(FileText(memory)[0x06F7], 2);
+  const QString back = folder.filePath("back.T3");
+  EXPECT_EQ(Run({"project", memory, back}), 0);
+  EXPECT_EQ(Run({"compare", file, back}), 0);
+}
+
+TEST_F(ProjectProgramTest, AWrongCallOrFileIsToldAndLeavesNothing) {
+  const QString out = folder.filePath("out.T3");
+  const QStringList calls[] = {{},
+                               {"paint"},
+                               {"compare", "one"},
+                               {"check", "--loud", "a"},
+                               {"document", "a", "--date", "noon"},
+                               {"project", QStringLiteral(PROJECT_PROGRAM), out}};
+  for (const QStringList& call : calls) {
+    EXPECT_EQ(Run(call), 2) << call.join(u' ').toStdString();
+    EXPECT_TRUE(errors.startsWith("tamberloom3-project: ")) << errors.toStdString();
+  }
+  EXPECT_FALSE(QFile::exists(out));
+}
+
+}  // namespace
