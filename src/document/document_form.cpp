@@ -2,6 +2,7 @@
 
 #include <QGridLayout>
 
+#include "document/findings_frame.h"
 #include "document/rules/doc_file.h"
 #include "panel/code_page.h"
 #include "panel/panel_record.h"
@@ -37,7 +38,7 @@ void frmT3Document::Form_Load() {
   };
 
   auto* grid = new QGridLayout(AddFrame("fraPrintOptions", QStringLiteral("Sections")));
-  grid->setVerticalSpacing(10);
+  grid->setVerticalSpacing(2);
   for (const DocumentSection& section : DocumentSections) {
     auto* box = new CheckBox(ToUnicode(section.Caption));
     box->ShowValue(true);
@@ -48,16 +49,19 @@ void frmT3Document::Form_Load() {
   chkPrintOptions.OnEach(&CheckBox::Click, this, &frmT3Document::chkPrintOptions_Click);
 
   auto* documentRow = AddRow();
-  Add<Button>(documentRow, "cmdDocument", QStringLiteral("Create Documentation File"))->Click =
-      [this] { cmdDocument_Click(); };
+  auto* cmdDocument =
+      Add<Button>(documentRow, "cmdDocument", QStringLiteral("Create Documentation File"));
+  cmdDocument->Click = [this] { cmdDocument_Click(); };
+  cmdDocument->setToolTip(
+      QStringLiteral("A text file for reading and for spreadsheets: the columns of its tables are "
+                     "separated by tabs."));
   lblOpenDocument = AddLabel(documentRow, "lblOpenDocument", QStringLiteral("Open the document"));
   lblOpenDocument->SetLook(Label::Look::WebLink);
   lblOpenDocument->Click = [this] { lblOpenDocument_Click(); };
   lblOpenDocument->setVisible(false);
 
-  AddHint(
-      QStringLiteral("A text file for reading and for spreadsheets: the columns of its tables are "
-                     "separated by tabs."));
+  AddWidget(new FindingsFrame);
+  UseSpareHeight();
 }
 
 void frmT3Document::Form_Activate() {

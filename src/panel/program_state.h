@@ -15,6 +15,9 @@ extern bool FileNotInMemory;
 extern QString DocumentFileName;                  ///< Target of the text document.
 extern FixedArray<Int16, 12> DocumentSectionOff;  ///< -1 for each section left out of the document.
 extern QString HostSoftwareVersion;
+/// Of the file dialogs that choose a project.
+inline const QString ProjectFileFilter =
+    QStringLiteral("Tamberloom 3 Data Files (*.T3)|*.T3|All Files (*.*)|*.*");
 /// What it is once the program has started.
 inline QString VersionText() {
   return QStringLiteral("Version 1.02");

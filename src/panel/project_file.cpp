@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <algorithm>
+#include <memory>
 
 #include "panel/program_state.h"
 #include "panel/project_codec.h"
@@ -17,41 +18,50 @@ QByteArray Fingerprint(QByteArrayView bytes) {
   return QCryptographicHash::hash(bytes.toByteArray(), QCryptographicHash::Sha1).toHex();
 }
 
-[[noreturn]] void Fail(const char* action, const QString& reason) {
-  throw RunTimeFailure(
-      QStringLiteral("Cannot %1 \"%2\": %3.")
-          .arg(QString::fromLatin1(action), QDir::toNativeSeparators(CurrentFileName), reason)
-          .toStdString());
+[[noreturn]] void Fail(const char* action, const QString& name, const QString& reason) {
+  throw RunTimeFailure(QStringLiteral("Cannot %1 \"%2\": %3.")
+                           .arg(QString::fromLatin1(action), QDir::toNativeSeparators(name), reason)
+                           .toStdString());
 }
 
 /// The bytes from `offset` on, up to `limit` of them.
-QByteArray ReadBytes(const char* action, qint64 offset, qint64 limit) {
-  const QFileInfo info(CurrentFileName);
-  if (info.isDir()) Fail(action, QStringLiteral("it is a folder"));
-  if (info.exists() && !info.isFile()) Fail(action, QStringLiteral("it is not a regular file"));
-  QFile file(CurrentFileName);
-  if (!file.open(QIODevice::ReadOnly) || (offset > 0 && !file.seek(offset))) {
-    Fail(action, file.errorString());
+QByteArray ReadBytes(const char* action, const QString& name, qint64 offset) {
+  const QFileInfo info(name);
+  if (info.isDir()) Fail(action, name, QStringLiteral("it is a folder"));
+  if (info.exists() && !info.isFile()) {
+    Fail(action, name, QStringLiteral("it is not a regular file"));
   }
-  QByteArray bytes = file.read(std::clamp<qint64>(file.size() - offset, 0, limit));
-  if (file.error() != QFileDevice::NoError) Fail(action, file.errorString());
+  QFile file(name);
+  if (!file.open(QIODevice::ReadOnly) || (offset > 0 && !file.seek(offset))) {
+    Fail(action, name, file.errorString());
+  }
+  QByteArray bytes = file.read(std::clamp<qint64>(file.size() - offset, 0, LargestProjectFile));
+  if (file.error() != QFileDevice::NoError) Fail(action, name, file.errorString());
   return bytes;
+}
+
+void Decode(const QString& name, const QByteArray& bytes, ProjectDocument& document) {
+  try {
+    DecodeProject({bytes.constData(), static_cast<std::size_t>(bytes.size())}, document);
+  } catch (const RunTimeFailure& failure) {
+    Fail("open", name, QString::fromUtf8(failure.what()));
+  }
 }
 
 }  // namespace
 
 void ReadProjectFile() {
-  const QByteArray bytes = ReadBytes("open", 0, LargestProjectFile);
+  const QByteArray bytes = ReadBytes("open", CurrentFileName, 0);
   const QByteArray known = Fingerprint(bytes);
-  try {
-    ChangeDocument([&bytes](ProjectDocument& document) {
-      DecodeProject({bytes.constData(), static_cast<std::size_t>(bytes.size())}, document);
-    });
-  } catch (const RunTimeFailure& failure) {
-    Fail("open", QString::fromUtf8(failure.what()));
-  }
+  ChangeDocument([&](ProjectDocument& document) { Decode(CurrentFileName, bytes, document); });
   knownContent = known;
   CheckLoadedData();
+}
+
+ProjectDocument ReadOtherProject(const QString& name) {
+  auto document = std::make_unique<ProjectDocument>();
+  Decode(name, ReadBytes("open", name, 0), *document);
+  return *document;
 }
 
 void WriteProjectFile() {
@@ -59,11 +69,11 @@ void WriteProjectFile() {
   const QFileInfo old(CurrentFileName);
   if (old.exists()) {
     if (old.size() > LargestProjectFile)
-      Fail("save", QStringLiteral("what is there is no project file"));
-    bytes += ReadBytes("save", static_cast<qint64>(bytes.size()), LargestProjectFile).toStdString();
+      Fail("save", CurrentFileName, QStringLiteral("what is there is no project file"));
+    bytes += ReadBytes("save", CurrentFileName, static_cast<qint64>(bytes.size())).toStdString();
   }
   const QString failure = ReplaceFile(CurrentFileName, bytes);
-  if (!failure.isEmpty()) Fail("save", failure);
+  if (!failure.isEmpty()) Fail("save", CurrentFileName, failure);
   knownContent = Fingerprint({bytes.data(), static_cast<qsizetype>(bytes.size())});
 }
 

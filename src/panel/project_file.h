@@ -2,6 +2,8 @@
 
 #include <QByteArray>
 
+#include "panel/project_document.h"
+
 /// Far above the longest file that a panel with the longest names can have, in bytes.
 constexpr qint64 LargestProjectFile = qint64{64} * 1024 * 1024;
 
@@ -9,6 +11,10 @@ constexpr qint64 LargestProjectFile = qint64{64} * 1024 * 1024;
 /// CheckLoadedData. Throws RunTimeFailure, which names the file and the reason, with the document
 /// in memory untouched.
 void ReadProjectFile();
+
+/// A project file in a memory of its own. Throws RunTimeFailure, which names the file and the
+/// reason.
+ProjectDocument ReadOtherProject(const QString& name);
 
 /// Saves the document to CurrentFileName. At any instant the disk holds the old file or the new
 /// one; where the old file was longer its tail stays behind the new end. Throws RunTimeFailure,

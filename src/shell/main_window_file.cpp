@@ -14,9 +14,6 @@
 
 namespace {
 
-const QString FileFilter =
-    QStringLiteral("Tamberloom 3 Data Files (*.T3)|*.T3|All Files (*.*)|*.*");
-
 QString StartMask() {
   return DataPath(QStringLiteral("*.T3"));
 }
@@ -50,7 +47,7 @@ void frmT3MasterMDI::FileOpen() {
   if (!DiscardChanges()) return;
   const QString mask = fileDialogUsed_ ? QString() : StartMask();
   fileDialogUsed_ = true;
-  const QString name = FileDialog({FileRequest::Kind::Open, FileFilter, mask});
+  const QString name = FileDialog({FileRequest::Kind::Open, ProjectFileFilter, mask});
   if (Chosen(name)) ReadFile(name);
 }
 
@@ -87,7 +84,7 @@ void frmT3MasterMDI::FileSave() {
 
 void frmT3MasterMDI::FileSaveAs() {
   fileDialogUsed_ = true;
-  const QString name = FileDialog({FileRequest::Kind::Save, FileFilter, StartMask()});
+  const QString name = FileDialog({FileRequest::Kind::Save, ProjectFileFilter, StartMask()});
   if (!Chosen(name)) return;
   const QString before = std::exchange(CurrentFileName, name);
   try {

@@ -256,6 +256,18 @@ bool RowGrid::FocusCell() {
   return true;
 }
 
+bool RowGrid::FocusRow(int row) {
+  if (row < 0 || row >= rows_) return false;
+  const int columns = static_cast<int>(controls_[static_cast<std::size_t>(row)].size());
+  for (Cell cell{row, 0}; cell.Column < columns; ++cell.Column) {
+    // A name is no setting of its row, except where names are edited.
+    if (!Walkable(cell) || cell.Column == nameColumn_) continue;
+    At(cell)->setFocus(Qt::OtherFocusReason);
+    return true;
+  }
+  return false;
+}
+
 void RowGrid::keyPressEvent(QKeyEvent* event) {
   const auto cell = CellOf(QApplication::focusWidget());
   if (!cell) {

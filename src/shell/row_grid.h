@@ -51,6 +51,9 @@ class RowGrid : public QWidget {
   /// Gives the focus to the cell that had it last, or to the first; false where there is none.
   bool FocusCell();
 
+  /// Gives the focus to the first cell of a row that takes it; false where there is none.
+  bool FocusRow(int row);
+
   /// Shows or hides all controls of a row.
   void SetRowVisible(int row, bool visible);
 

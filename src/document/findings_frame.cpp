@@ -1,0 +1,141 @@
+#include "document/findings_frame.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QVBoxLayout>
+
+#include "document/go_to_item.h"
+#include "document/rules/compare.h"
+#include "panel/program_state.h"
+#include "panel/project_file.h"
+#include "shell/dialogs.h"
+
+FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check And Compare")) {
+  setObjectName(QStringLiteral("fraFindings"));
+  auto* column = new QVBoxLayout(this);
+  auto* row = new QHBoxLayout;
+  column->addLayout(row);
+  const auto addButton = [&](const char* name, const QString& caption,
+                             void (FindingsFrame::*click)()) {
+    auto* button = new Button(caption);
+    button->setObjectName(QString::fromLatin1(name));
+    button->Click = [this, click] { (this->*click)(); };
+    row->addWidget(button);
+    return button;
+  };
+  addButton("cmdCheck", QStringLiteral("Check"), &FindingsFrame::cmdCheck_Click);
+  addButton("cmdCompare", QStringLiteral("Compare..."), &FindingsFrame::cmdCompare_Click);
+  cboShown = new ComboBox;
+  cboShown->setObjectName(QStringLiteral("cboShown"));
+  cboShown->setAccessibleName(QStringLiteral("Show"));
+  cboShown->SetWidthInChars(14);
+  cboShown->Click = [this] { cboShown_Click(); };
+  row->addWidget(cboShown);
+  cmdCopy = addButton("cmdCopy", QStringLiteral("Copy"), &FindingsFrame::cmdCopy_Click);
+  lblFound = new Label;
+  lblFound->setObjectName(QStringLiteral("lblFound"));
+  lblFound->SetLook(Label::Look::Quiet);
+  row->addWidget(lblFound, 1);
+
+  lstFindings = new QTreeWidget;
+  lstFindings->setObjectName(QStringLiteral("lstFindings"));
+  lstFindings->setAccessibleName(title());
+  lstFindings->setRootIsDecorated(false);
+  lstFindings->setUniformRowHeights(true);
+  lstFindings->setAlternatingRowColors(true);
+  lstFindings->setTextElideMode(Qt::ElideRight);
+  constexpr int leastRows = 3;
+  lstFindings->setMinimumHeight(leastRows * (fontMetrics().height() + 2));
+  column->addWidget(lstFindings, 1);
+  connect(lstFindings, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) {
+    const Row& pressed = rows_[item->data(0, Qt::UserRole).toUInt()];
+    if (pressed.Screen.empty()) return;
+    RunHandler([screen = pressed.Screen, where = pressed.Where] { GoToItem(screen, where); });
+  });
+  ShowRows({QStringLiteral("Severity"), QStringLiteral("Item"), QStringLiteral("Finding")}, {}, {},
+           {});
+}
+
+void FindingsFrame::cmdCheck_Click() {
+  std::vector<Row> rows;
+  int errors = 0;
+  int warnings = 0;
+  for (const Finding& finding : CheckProject()) {
+    errors += finding.Level == Severity::Error ? 1 : 0;
+    warnings += finding.Level == Severity::Warning ? 1 : 0;
+    rows.push_back({{SeverityWord(finding.Level), ItemCode(finding.Where), finding.Sentence},
+                    finding.Where,
+                    finding.Screen});
+  }
+  ShowRows({QStringLiteral("Severity"), QStringLiteral("Item"), QStringLiteral("Finding")},
+           {SeverityWord(Severity::Error), SeverityWord(Severity::Warning),
+            SeverityWord(Severity::Note)},
+           std::move(rows),
+           QStringLiteral("%1 errors, %2 warnings. Enter on a row opens its screen.")
+               .arg(errors)
+               .arg(warnings));
+}
+
+void FindingsFrame::cmdCompare_Click() {
+  const QString name =
+      FileDialog({FileRequest::Kind::Open, ProjectFileFilter, DataPath(QStringLiteral("*.T3"))});
+  if (name.isEmpty()) return;
+  const auto differences = CompareProjects(ThisProject(), ReadOtherProject(name), true);
+  std::vector<Row> rows;
+  QStringList areas;
+  for (const Difference& difference : differences) {
+    if (!areas.contains(difference.Area)) areas << difference.Area;
+    rows.push_back({{difference.Area, ItemText(difference.Where), difference.Field, difference.This,
+                     difference.Other},
+                    {},
+                    {}});
+  }
+  const bool equal = rows.empty();
+  ShowRows({QStringLiteral("Area"), QStringLiteral("Item"), QStringLiteral("Field"),
+            QStringLiteral("This project"), QStringLiteral("Other project")},
+           areas, std::move(rows),
+           equal ? QStringLiteral("The projects are equal.")
+                 : QStringLiteral("%1 settings differ.").arg(differences.size()));
+}
+
+void FindingsFrame::ShowRows(const QStringList& headers, const QStringList& kinds,
+                             std::vector<Row> rows, const QString& told) {
+  rows_ = std::move(rows);
+  told_ = told;
+  lstFindings->setColumnCount(static_cast<int>(headers.size()));
+  lstFindings->setHeaderLabels(headers);
+  cboShown->SetItems(QStringList{QStringLiteral("All")} + kinds);
+  cboShown->setCurrentIndex(0);
+  FillList();
+}
+
+void FindingsFrame::FillList() {
+  lstFindings->clear();
+  for (std::size_t i = 0; i < rows_.size(); ++i) {
+    if (cboShown->ListIndex() > 0 && rows_[i].Cells[0] != cboShown->currentText()) continue;
+    auto* item = new QTreeWidgetItem(rows_[i].Cells);
+    item->setData(0, Qt::UserRole, static_cast<uint>(i));
+    item->setToolTip(static_cast<int>(rows_[i].Cells.size()) - 1, rows_[i].Cells.last());
+    lstFindings->addTopLevelItem(item);
+  }
+  for (int column = 0; column + 1 < lstFindings->columnCount(); ++column) {
+    lstFindings->resizeColumnToContents(column);
+  }
+  lblFound->SetCaption(told_);
+  cmdCopy->setEnabled(!rows_.empty());
+}
+
+void FindingsFrame::cboShown_Click() {
+  FillList();
+}
+
+/// The rows on show, with tabs between their cells.
+void FindingsFrame::cmdCopy_Click() {
+  QStringList lines;
+  for (int i = 0; i < lstFindings->topLevelItemCount(); ++i) {
+    lines << rows_[lstFindings->topLevelItem(i)->data(0, Qt::UserRole).toUInt()].Cells.join(u'\t');
+  }
+  QApplication::clipboard()->setText(lines.join(u'\n'));
+}

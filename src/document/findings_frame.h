@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QGroupBox>
+#include <QTreeWidget>
+
+#include "document/rules/check.h"
+#include "shell/controls.h"
+
+/// What a check has found or in what two projects differ, below what the document's screen has of
+/// its own.
+class FindingsFrame : public QGroupBox {
+  Q_OBJECT
+ public:
+  FindingsFrame();
+
+  void cmdCheck_Click();
+  void cmdCompare_Click();
+  void cboShown_Click();
+  void cmdCopy_Click();
+
+ private:
+  /// A row of the list, and where a press on it leads; no screen: nowhere.
+  struct Row {
+    QStringList Cells;
+    Item Where;
+    std::string_view Screen;
+  };
+
+  void ShowRows(const QStringList& headers, const QStringList& kinds, std::vector<Row> rows,
+                const QString& told);
+  void FillList();
+
+  ComboBox* cboShown = nullptr;  ///< One kind of rows, by their first cell, or all.
+  Label* lblFound = nullptr;
+  Button* cmdCopy = nullptr;
+  QTreeWidget* lstFindings = nullptr;
+  std::vector<Row> rows_;
+  QString told_;
+};

@@ -1,0 +1,74 @@
+#include <QClipboard>
+#include <QTreeWidget>
+
+#include "panel/project_file.h"
+#include "screen_test.h"
+
+namespace {
+
+class FindingsTest : public ScreenTest {
+ protected:
+  QTreeWidget& List() { return Find<QTreeWidget>("lstFindings"); }
+  /// Enter on the first row that has the text in one of its cells.
+  void Activate(const QString& text) {
+    for (int column = 0; column < List().columnCount(); ++column) {
+      const auto found = List().findItems(text, Qt::MatchExactly, column);
+      if (found.isEmpty()) continue;
+      List().setCurrentItem(found[0]);
+      QTest::keyClick(&List(), Qt::Key_Return);
+      QApplication::processEvents();
+      return;
+    }
+    ADD_FAILURE() << text.toStdString();
+  }
+};
+
+TEST_F(FindingsTest, ACheckIsFilteredCopiedAndLeadsToTheItem) {
+  PanelRecord.IOCount(0) = 8;
+  PanelRecord.TimerGroupControl(6, 3) = 1;
+  PanelRecord.InputType(2) = 4;
+  FennlinkRecords(26).DeviceType = 3;
+  FennlinkRecords(26).DeviceGroupControl(2, 1) = 3;
+  DataChanged = 0;
+  Menu("mnuDocument");
+  Press("cmdCheck");
+  const int all = List().topLevelItemCount();
+  Choose("cboShown", 1);
+  EXPECT_EQ(List().topLevelItemCount(), 3);
+  EXPECT_LT(List().topLevelItemCount(), all);
+  Press("cmdCopy");
+  EXPECT_EQ(QApplication::clipboard()->text().count(u'\n'), 2);
+  EXPECT_TRUE(QApplication::clipboard()->text().startsWith("error\tINPUT 03\t"));
+  EXPECT_EQ(DataChanged, 0);
+
+  Activate("TIMER 07");
+  ASSERT_NE(window->LoadedForm("frmT3TimerToGroupControl"), nullptr);
+  EXPECT_EQ(Find<ComboBox>("cboTimer").ListIndex(), 6);
+  Menu("mnuDocument");
+  Press("cmdCheck");
+  Activate("FL 1A INPUT 3");
+  ASSERT_NE(window->LoadedForm("frmT3FennlinkInputToGroupControl"), nullptr);
+  EXPECT_EQ(Find<ComboBox>("cboFennlinkDevice").ListIndex(), 26);
+  EXPECT_EQ(Find<ComboBox>("cboInput").ListIndex(), 2);
+}
+
+TEST_F(FindingsTest, AComparisonLeavesTheProjectAlone) {
+  CurrentFileName = nextFileName = folder.filePath("other.T3");
+  PanelRecord.RelayName(3) = "HALL";
+  WriteProjectFile();
+  Menu("mnuDocument");
+  Press("cmdCompare");
+  EXPECT_EQ(List().topLevelItemCount(), 0);
+  EXPECT_EQ(Text("lblFound"), "The projects are equal.");
+  PanelRecord.RelayName(3) = "STAIRS";
+  Press("cmdCompare");
+  ASSERT_EQ(List().topLevelItemCount(), 1);
+  EXPECT_EQ(List().topLevelItem(0)->text(3), "STAIRS");
+  EXPECT_EQ(List().topLevelItem(0)->text(4), "HALL");
+  EXPECT_EQ(PanelRecord.RelayName(3), "STAIRS");
+  nextFileName = folder.path();
+  Press("cmdCompare");
+  EXPECT_EQ(messages.size(), 1U);
+}
+
+}  // namespace
