@@ -1,5 +1,7 @@
 #include "screen_table.h"
 
+#include <algorithm>
+
 #include "config/add_on_dmx_form.h"
 #include "config/add_on_modbus_form.h"
 #include "config/add_on_module_form.h"
@@ -19,6 +21,7 @@
 #include "dimmer/dimmer_output_form.h"
 #include "dimmer/dimmer_relay_control_form.h"
 #include "document/document_form.h"
+#include "document/rules/check.h"
 #include "link/connect_form.h"
 #include "schedule/astro_clock_form.h"
 #include "schedule/daylight_saving_form.h"
@@ -189,4 +192,14 @@ const std::vector<ScreenEntry>& ScreenTable() {
       {"frmT3DimCopyCnt"},
   };
   return table;
+}
+
+ProgramScreens AllScreens() {
+  ErrorsOfProject = [] {
+    const std::vector<Finding> findings = CheckProject();
+    return static_cast<int>(
+        std::count_if(findings.begin(), findings.end(),
+                      [](const Finding& finding) { return finding.Level == Severity::Error; }));
+  };
+  return {MenuTable(), ScreenTable()};
 }

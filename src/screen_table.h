@@ -7,7 +7,5 @@
 const std::vector<MenuEntry>& MenuTable();
 const std::vector<ScreenEntry>& ScreenTable();
 
-/// Both, for the main window.
-inline ProgramScreens AllScreens() {
-  return {MenuTable(), ScreenTable()};
-}
+/// Both, for the main window; gives the connection screen the check, too.
+ProgramScreens AllScreens();

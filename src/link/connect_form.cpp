@@ -10,6 +10,8 @@
 #include "panel/program_state.h"
 #include "shell/shell.h"
 
+std::function<int()> ErrorsOfProject;
+
 namespace {
 
 /// The character if it is a digit, one of `others` or backspace; else 0, which refuses the key.
@@ -177,6 +179,8 @@ void frmT3Connect::BuildOnLineFunctions(QGroupBox* frame) {
   };
   cmdDownLoadToT2 = addTransfer("cmdDownLoadToT2", "Download Settings To Tamberloom 3",
                                 &frmT3Connect::cmdDownLoadToT2_Click);
+  lblErrors = AddLabel(transfers, "lblErrors", {});
+  lblErrors->SetLook(Label::Look::Quiet);
   cmdUpLoadFromT2 = addTransfer("cmdUpLoadFromT2", "Upload Settings From Tamberloom 3",
                                 &frmT3Connect::cmdUpLoadFromT2_Click);
   lines->addLayout(transfers);
@@ -272,7 +276,16 @@ void frmT3Connect::Form_Activate() {
   ShowConnectionType();
   txtPhoneNumber->SetText(ToUnicode(PhoneNumber()));
   txtTCPIP->SetText(ToUnicode(TcpAddress()));
+  ShowErrorsOfProject();
   if (Connected != 0) Timer1->SetEnabled(true);
+}
+
+void frmT3Connect::ShowErrorsOfProject() {
+  const int errors = ErrorsOfProject ? ErrorsOfProject() : 0;
+  lblErrors->setVisible(errors > 0);
+  lblErrors->SetCaption(
+      errors == 1 ? QStringLiteral("The check finds 1 error; see Document.")
+                  : QStringLiteral("The check finds %1 errors; see Document.").arg(errors));
 }
 
 void frmT3Connect::Form_Hide() {

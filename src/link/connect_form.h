@@ -10,6 +10,10 @@
 #include "shell/child_form.h"
 #include "shell/stopwatch.h"
 
+/// How many errors the check finds in the project, told before a download and forbidding nothing.
+/// Empty where no check is known.
+extern std::function<int()> ErrorsOfProject;
+
 /// The connection screen: brings the link up and down, and reaches everything that needs a live
 /// panel. It stays loaded, with the session, when another screen comes to the front.
 class frmT3Connect : public ChildForm {
@@ -80,6 +84,7 @@ class frmT3Connect : public ChildForm {
 
   void LeaveOnLine();
   void ReturnOnLine();
+  void ShowErrorsOfProject();
   void ShowActivity(const QString& text);
   void ShowProgress(const char* action, int block);
   void ShowBlock(const char* action, int block);
@@ -134,6 +139,7 @@ class frmT3Connect : public ChildForm {
   Button* cmdCancelUpDownLoad = nullptr;
   Label* lblActivityProgress = nullptr;
   QProgressBar* pbActivityProgress = nullptr;
+  Label* lblErrors = nullptr;
   Label* lblTimeLeft = nullptr;
   Stopwatch transferTime;
 

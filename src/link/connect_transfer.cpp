@@ -73,6 +73,7 @@ void frmT3Connect::LeaveOnLine() {
   leftFrom = focusWidget();
   cmdUpLoadFromT2->setVisible(false);
   cmdDownLoadToT2->setVisible(false);
+  lblErrors->setVisible(false);
   for (QWidget* control :
        {static_cast<QWidget*>(cmdConnect), static_cast<QWidget*>(cmdRefresh),
         static_cast<QWidget*>(cmdSetQZClock), static_cast<QWidget*>(cmdVirtualKeypad),
@@ -88,6 +89,7 @@ void frmT3Connect::ReturnOnLine() {
   pbActivityProgress->setVisible(false);
   cmdUpLoadFromT2->setVisible(true);
   cmdDownLoadToT2->setVisible(true);
+  ShowErrorsOfProject();
   for (QWidget* control :
        {static_cast<QWidget*>(cmdConnect), static_cast<QWidget*>(cmdRefresh),
         static_cast<QWidget*>(cmdSetQZClock), static_cast<QWidget*>(cmdVirtualKeypad),

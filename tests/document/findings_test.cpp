@@ -52,6 +52,16 @@ TEST_F(FindingsTest, ACheckIsFilteredCopiedAndLeadsToTheItem) {
   EXPECT_EQ(Find<ComboBox>("cboInput").ListIndex(), 2);
 }
 
+TEST_F(FindingsTest, TheConnectionScreenTellsHowManyErrorsThereAre) {
+  Menu("mnuConnect");
+  EXPECT_FALSE(Find<Label>("lblErrors").isVisibleTo(&Find<QWidget>("fraOnLineFunctions")));
+  PanelRecord.DMXOnLevel = 100;
+  PanelRecord.TimerGroupControl(6, 3) = 1;
+  Menu("mnuConnect");
+  EXPECT_TRUE(Find<Label>("lblErrors").isVisibleTo(&Find<QWidget>("fraOnLineFunctions")));
+  EXPECT_EQ(Text("lblErrors"), "The check finds 2 errors; see Document.");
+}
+
 TEST_F(FindingsTest, AComparisonLeavesTheProjectAlone) {
   CurrentFileName = nextFileName = folder.filePath("other.T3");
   PanelRecord.RelayName(3) = "HALL";
