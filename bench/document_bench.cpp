@@ -1,3 +1,5 @@
+#include "document/rules/check.h"
+#include "document/rules/compare.h"
 #include "document/rules/doc_file.h"
 #include "panel/defaults.h"
 #include "panel/dimmer_block.h"
@@ -55,6 +57,18 @@ int main() {
   FillPanel(ItemCount);
   const double full = Render(AllSections);
   report.Line("document, full panel", full, "10 milliseconds", 10'000, 1);
+
+  const auto best = [](auto work) { return BestMicroseconds(work, 30); };
+  report.Line("check, full panel", best([] { Keep(CheckProject().data()); }), "three documents",
+              3 * full, 1);
+  const ProjectDocument one = ThisProject();
+  ProjectDocument other = one;
+  other.Panel.InputRelayControl.elements.fill(2);
+  report.Line("compare, alike", best([&] { Keep(CompareProjects(one, one, true).data()); }),
+              "three documents", 3 * full, 1);
+  report.Line("compare, a table differs",
+              best([&] { Keep(CompareProjects(one, other, true).data()); }), "three documents",
+              3 * full, 1);
 
   // The relay section has as many rows as relays, each as long as what acts on the relay.
   DocumentChoice relaySection{};

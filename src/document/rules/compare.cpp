@@ -328,12 +328,14 @@ std::vector<Difference> CompareProjects(const ProjectDocument& one, const Projec
   const CellReader those(other);
   std::vector<Difference> differences;
   std::set<Item> timersTold;  // The parts of a timer's time are told as one.
+  const char* name = nullptr;
+  const FieldWords* words = nullptr;
   for (std::size_t i = 0; i < these.Cells.size(); ++i) {
     const Cell& a = these.Cells[i];
     const Cell& b = those.Cells[i];
     const bool same = a.Text ? *a.Text == *b.Text : a.Number == b.Number;
     if (same) continue;
-    const FieldWords* words = WordsOf(a.Name);
+    if (a.Name != name) words = WordsOf(name = a.Name);
     if (IsSpare(a, words) && !SpareField(a)) continue;
     Difference difference = Place(a, words);
     if (!names && difference.Area == QLatin1String("Names")) continue;
