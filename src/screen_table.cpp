@@ -21,6 +21,7 @@
 #include "dimmer/dimmer_output_form.h"
 #include "dimmer/dimmer_relay_control_form.h"
 #include "document/document_form.h"
+#include "document/find_dialog.h"
 #include "document/rules/check.h"
 #include "link/connect_form.h"
 #include "schedule/astro_clock_form.h"
@@ -29,6 +30,7 @@
 #include "schedule/timer_control_form.h"
 #include "schedule/timers_configure_form.h"
 #include "shell/about_form.h"
+#include "shell/shell.h"
 #include "status/capture_presets_form.h"
 #include "status/fennlink_status_form.h"
 #include "status/force_timers_form.h"
@@ -201,5 +203,5 @@ ProgramScreens AllScreens() {
         std::count_if(findings.begin(), findings.end(),
                       [](const Finding& finding) { return finding.Level == Severity::Error; }));
   };
-  return {MenuTable(), ScreenTable()};
+  return {MenuTable(), ScreenTable(), [] { FindDialog(MainWindow()).exec(); }};
 }

@@ -147,6 +147,10 @@ void frmT3MasterMDI::BuildClient() {
 
   auto* otherPart = new QShortcut(Qt::Key_F6, this);
   connect(otherPart, &QShortcut::activated, this, [this] { GoToOtherPart(); });
+  auto* find = new QShortcut(QKeySequence::Find, this);
+  connect(find, &QShortcut::activated, this, [this] {
+    if (menuBar()->isEnabled()) RunHandler(program_.Find);
+  });
   setAcceptDrops(true);
 
   pages_ = new QStackedWidget;

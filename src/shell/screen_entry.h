@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <vector>
 
 class ChildForm;
@@ -24,4 +25,5 @@ struct ScreenEntry {
 struct ProgramScreens {
   const std::vector<MenuEntry>& Menu;
   const std::vector<ScreenEntry>& Screens;
+  std::function<void()> Find = {};  ///< What Ctrl+F runs while the menus are on.
 };

@@ -1,6 +1,9 @@
 #include <QClipboard>
+#include <QListWidget>
+#include <QTimer>
 #include <QTreeWidget>
 
+#include "document/rules/find_items.h"
 #include "panel/project_file.h"
 #include "screen_test.h"
 
@@ -60,6 +63,46 @@ TEST_F(FindingsTest, TheConnectionScreenTellsHowManyErrorsThereAre) {
   Menu("mnuConnect");
   EXPECT_TRUE(Find<Label>("lblErrors").isVisibleTo(&Find<QWidget>("fraOnLineFunctions")));
   EXPECT_EQ(Text("lblErrors"), "The check finds 2 errors; see Document.");
+}
+
+TEST_F(FindingsTest, AnItemIsFoundByNameOrNumberWithItsUses) {
+  PanelRecord.IOCount(0) = 8;
+  PanelRecord.RelayName(7) = "TOILETS";
+  PanelRecord.TimerRelayControl(2, 7) = 2;
+  PanelRecord.GroupRelayInclude(4, 7) = -1;
+  FennlinkRecords(26).DeviceType = 2;
+  FennlinkRecords(26).DeviceRelayControl(1, 7) = 3;
+  const auto words = [](const char* text) {
+    QStringList found;
+    for (const FoundItem& item : FindItems(QString::fromLatin1(text)))
+      found << item.Words.trimmed();
+    return found;
+  };
+  const QStringList uses = words("toilets");
+  EXPECT_EQ(uses.first(), "RELAY 08 TOILETS");
+  for (const char* use :
+       {"FL 1A INPUT 2 turns on and off RELAY 08 TOILETS", "TIMER 03 turns off RELAY 08 TOILETS",
+        "GROUP 05 includes RELAY 08 TOILETS"}) {
+    EXPECT_TRUE(uses.contains(use)) << use;
+  }
+  EXPECT_EQ(words("relay 8"), uses);
+  EXPECT_EQ(words("Relay08"), uses);
+  EXPECT_EQ(words("fl 1a").first(), "FL 1A");
+  EXPECT_TRUE(words("nobody").isEmpty());
+  EXPECT_TRUE(words(" 0 ").isEmpty());
+
+  QTimer::singleShot(0, [] {
+    QWidget* dialog = QApplication::activeModalWidget();
+    ASSERT_NE(dialog, nullptr);
+    auto* text = dialog->findChild<TextBox*>("txtFind");
+    QTest::keyClicks(text, "toil");
+    auto* list = dialog->findChild<QListWidget*>("lstFound");
+    while (!list->currentItem()->text().contains("TIMER 03")) QTest::keyClick(text, Qt::Key_Down);
+    QTest::keyClick(text, Qt::Key_Return);
+  });
+  QTest::keyClick(window.get(), Qt::Key_F, Qt::ControlModifier);
+  ASSERT_NE(window->LoadedForm("frmT3TimerToRelayControl"), nullptr);
+  EXPECT_EQ(Find<ComboBox>("cboTimer").ListIndex(), 2);
 }
 
 TEST_F(FindingsTest, AComparisonLeavesTheProjectAlone) {

@@ -18,33 +18,6 @@ bool IsInput(const Item& item) {
   return item.Kind == ItemKind::Input || item.Kind == ItemKind::DeviceInput;
 }
 
-std::string_view ActionScreen(const Item& input, bool groups) {
-  if (input.Kind == ItemKind::Input) {
-    return groups ? "frmT3InputToGroupControl" : "frmT3InputToRelayControl";
-  }
-  return groups ? "frmT3FennlinkInputToGroupControl" : "frmT3FennlinkInputToRelayControl";
-}
-
-std::string_view UserScreen(const Use& use) {
-  const ItemKind used = use.Used.Kind;
-  if ((use.Effect & EffectFollows) != 0) {
-    return use.User.Kind == ItemKind::DimmerOutput ? "frmT3DimmerOutput"
-           : use.User.Kind == ItemKind::Input      ? "frmT3LocalInputPilots"
-                                                   : "frmT3FennlinkPilots";
-  }
-  if (IsInput(use.User)) return ActionScreen(use.User, used == ItemKind::Group);
-  if (use.User.Kind == ItemKind::Timer) {
-    return used == ItemKind::Preset  ? "frmT3TimerToPresetControl"
-           : used == ItemKind::Group ? "frmT3TimerToGroupControl"
-                                     : "frmT3TimerToRelayControl";
-  }
-  return used == ItemKind::Group ? "frmT3OffHoursSweepGroups" : "frmT3OffHoursSweepRelays";
-}
-
-QString Says(const Use& use) {
-  return ItemText(use.User) + u' ' + use.Words + u' ' + ItemText(use.Used);
-}
-
 /// Every input in use, with its cells in both tables.
 template <typename Look>
 void ForEachInput(const CheckScope& scope, Look look) {
@@ -102,9 +75,9 @@ void LookBeyondPoints(const CheckScope& scope, const TellFinding& tell) {
     if (use.User.Kind == ItemKind::Panel) continue;
     tell(use.User,
          QStringLiteral("%1, which is beyond the %2 installed points.")
-             .arg(Says(use))
+             .arg(SentenceOf(use))
              .arg(scope.Points),
-         UserScreen(use));
+         ScreenOf(use));
   }
 }
 
@@ -112,7 +85,7 @@ void LookAtEmptyPresets(const CheckScope& scope, const TellFinding& tell) {
   for (const Use& use : scope.Uses) {
     const bool runs = (use.Effect & EffectRuns) != 0 || use.User.Kind == ItemKind::DimmerOutput;
     if (use.Used.Kind != ItemKind::Preset || !runs || scope.HoldsRelay(use.Used)) continue;
-    tell(use.User, Says(use) + QStringLiteral(", which touches no relay."), UserScreen(use));
+    tell(use.User, SentenceOf(use) + QStringLiteral(", which touches no relay."), ScreenOf(use));
   }
 }
 
@@ -120,7 +93,7 @@ void LookAtEmptyGroups(const CheckScope& scope, const TellFinding& tell) {
   for (const Use& use : scope.Uses) {
     const bool acts = (use.Effect & ActsOn) != 0;
     if (use.Used.Kind != ItemKind::Group || !acts || scope.HoldsRelay(use.Used)) continue;
-    tell(use.User, Says(use) + QStringLiteral(", which has no relay."), UserScreen(use));
+    tell(use.User, SentenceOf(use) + QStringLiteral(", which has no relay."), ScreenOf(use));
   }
 }
 
@@ -128,7 +101,7 @@ void LookAtForcedTimers(const CheckScope& scope, const TellFinding& tell) {
   for (const Use& use : scope.Uses) {
     if (use.Used.Kind != ItemKind::Timer || (use.Effect & EffectRuns) == 0) continue;
     if (scope.DoesAnything(use.Used)) continue;
-    tell(use.User, Says(use) + QStringLiteral(", which does nothing."), UserScreen(use));
+    tell(use.User, SentenceOf(use) + QStringLiteral(", which does nothing."), ScreenOf(use));
   }
 }
 
@@ -139,9 +112,10 @@ void LookAtPilots(const CheckScope& scope, const TellFinding& tell) {
                                                           : !scope.HoldsRelay(use.Used);
     if (!missing) continue;
     tell(use.User,
-         Says(use) + (use.Used.Kind == ItemKind::Relay ? QStringLiteral(", which is not installed.")
-                                                       : QStringLiteral(", which holds no relay.")),
-         UserScreen(use));
+         SentenceOf(use) + (use.Used.Kind == ItemKind::Relay
+                                ? QStringLiteral(", which is not installed.")
+                                : QStringLiteral(", which holds no relay.")),
+         ScreenOf(use));
   }
   const auto lookAtSource = [&](const Item& input, Int16 pilot, int sources,
                                 std::string_view screen) {

@@ -224,6 +224,40 @@ std::vector<Use> UsesOfProject() {
   return uses.Take();
 }
 
+QString SentenceOf(const Use& use) {
+  return ItemText(use.User) + u' ' + use.Words + u' ' + ItemText(use.Used);
+}
+
+std::string_view ActionScreen(const Item& input, bool groups) {
+  if (input.Kind == ItemKind::Input) {
+    return groups ? "frmT3InputToGroupControl" : "frmT3InputToRelayControl";
+  }
+  return groups ? "frmT3FennlinkInputToGroupControl" : "frmT3FennlinkInputToRelayControl";
+}
+
+std::string_view ScreenOf(const Use& use) {
+  const bool group = use.Used.Kind == ItemKind::Group;
+  const bool follows = (use.Effect & EffectFollows) != 0;
+  switch (use.User.Kind) {
+    case ItemKind::Input:
+      return follows ? "frmT3LocalInputPilots" : ActionScreen(use.User, group);
+    case ItemKind::DeviceInput:
+      return follows ? "frmT3FennlinkPilots" : ActionScreen(use.User, group);
+    case ItemKind::Timer:
+      return group                               ? "frmT3TimerToGroupControl"
+             : use.Used.Kind == ItemKind::Preset ? "frmT3TimerToPresetControl"
+                                                 : "frmT3TimerToRelayControl";
+    case ItemKind::Group:
+      return "frmT3RelayGrouping";
+    case ItemKind::Preset:
+      return "frmT3EditPresets";
+    case ItemKind::DimmerOutput:
+      return use.Used.Kind == ItemKind::Relay ? "frmT3DimmerRelayControl" : "frmT3DimmerOutput";
+    default:
+      return group ? "frmT3OffHoursSweepGroups" : "frmT3OffHoursSweepRelays";
+  }
+}
+
 QString InputTypeWord(const Item& input) {
   if (input.Kind == ItemKind::Input) {
     return ToUnicode(Word(InputTypes, PanelRecord.InputType(input.Number)));

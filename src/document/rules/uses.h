@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string_view>
 #include <vector>
 
 #include "document/rules/item_names.h"
@@ -28,6 +29,15 @@ int InstalledPoints();
 /// Every use in the project, by user. A sweep's user is the panel. Inputs beyond the installed
 /// points and devices without a type use nothing; what is used may lie beyond the installed points.
 std::vector<Use> UsesOfProject();
+
+/// "TIMER 03 turns on RELAY 08 FOYER"
+QString SentenceOf(const Use& use);
+
+/// The screen where the use is set.
+std::string_view ScreenOf(const Use& use);
+
+/// The screen where an input's actions on relays, or those on groups, are set.
+std::string_view ActionScreen(const Item& input, bool groups);
 
 /// What a local input or the input of a bus device is: "Momentary PB"; empty for a damaged code.
 QString InputTypeWord(const Item& input);

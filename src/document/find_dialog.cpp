@@ -1,0 +1,56 @@
+#include "document/find_dialog.h"
+
+#include <QVBoxLayout>
+
+#include "document/go_to_item.h"
+
+FindDialog::FindDialog(QWidget* parent) : QDialog(parent) {
+  setWindowTitle(QStringLiteral("Find"));
+  auto* column = new QVBoxLayout(this);
+  txtFind = new TextBox;
+  txtFind->setObjectName(QStringLiteral("txtFind"));
+  txtFind->setPlaceholderText(
+      QStringLiteral("A name or a number, such as toilets, relay 8, FL 1A"));
+  txtFind->setAccessibleName(QStringLiteral("Find"));
+  txtFind->Change = [this] { txtFind_Change(); };
+  txtFind->installEventFilter(this);
+  column->addWidget(txtFind);
+  lstFound = new QListWidget;
+  lstFound->setObjectName(QStringLiteral("lstFound"));
+  lstFound->setAccessibleName(QStringLiteral("Found"));
+  lstFound->setUniformItemSizes(true);
+  connect(lstFound, &QListWidget::itemActivated, this,
+          [this] { RunHandler([this] { lstFound_Click(); }); });
+  column->addWidget(lstFound);
+  const QFontMetrics metrics = fontMetrics();
+  resize(metrics.averageCharWidth() * 60, metrics.height() * 20);
+}
+
+void FindDialog::txtFind_Change() {
+  found_ = FindItems(txtFind->Text());
+  lstFound->clear();
+  for (const FoundItem& found : found_) lstFound->addItem(found.Words);
+  if (!found_.empty()) lstFound->setCurrentRow(0);
+}
+
+void FindDialog::lstFound_Click() {
+  const int row = lstFound->currentRow();
+  if (row < 0) return;
+  const FoundItem found = found_[static_cast<std::size_t>(row)];
+  accept();
+  GoToItem(found.Screen, found.Where);
+}
+
+/// Up and Down walk the list while the text is typed; Enter takes its row.
+bool FindDialog::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress) return QDialog::eventFilter(watched, event);
+  const int key = static_cast<QKeyEvent*>(event)->key();
+  if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+    RunHandler([this] { lstFound_Click(); });
+    return true;
+  }
+  if (key != Qt::Key_Up && key != Qt::Key_Down) return QDialog::eventFilter(watched, event);
+  const int row = lstFound->currentRow() + (key == Qt::Key_Down ? 1 : -1);
+  if (row >= 0 && row < lstFound->count()) lstFound->setCurrentRow(row);
+  return true;
+}
