@@ -102,6 +102,7 @@ void CellGridForm::Form_Load() {
                               .Act = Screen.States.size() == 2 ? CellAct::Toggles : CellAct::Cycles,
                               .Words = words});
   lblCell.OnEach(&Label::Click, this, &CellGridForm::lblCell_Click);
+  grid->SetSelector(cboSelector);
   AddWidget(grid);
   if (!Screen.Selector) return;
   lblName.OnEach(&Label::MouseDown, this, &CellGridForm::lblName_MouseDown);

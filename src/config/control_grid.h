@@ -48,13 +48,14 @@ class ControlGridForm : public ChildForm {
   ComboBox* cboPreset = nullptr;  ///< In the relay editor only.
   InPlaceList* cboControl = nullptr;
 
+  RowGrid* grid = nullptr;
+
  private:
   void LimitToList(Int16& cell) const;
   void SetPresetVisible(bool visible);
   void ShowRows(const QString& word, const NameArray& names, int count);
 
   Label* lblPreset = nullptr;
-  RowGrid* grid = nullptr;
   ControlArray<Label> names;
   ControlArray<Label> lblControl;
 };

@@ -42,6 +42,7 @@ void FennlinkControlForm::Form_Load() {
   cboInput->Click = [this] { cboInput_Click(); };
   lblInputType = AddLabel(selectors, "lblInputType", {});
   AddGrid(AddRow());
+  grid->SetSelector(cboInput);
   lblNoActions = Add<Label>(nullptr, "lblNoActions");
   lblNoActions->SetLook(Label::Look::Quiet);
   lblNoActions->SetCaption(

@@ -30,6 +30,7 @@ void frmT3FennlinkPilots::Form_Load() {
       {.Chars = 8, .HeaderText = QStringLiteral("Number"), .Act = CellAct::OpensList});
   lblPilotSource.OnEach(&Label::Click, this, &frmT3FennlinkPilots::lblPilotSource_Click);
   lblPilotNumber.OnEach(&Label::Click, this, &frmT3FennlinkPilots::lblPilotNumber_Click);
+  grid->SetSelector(cboFennlinkDevice);
   AddWidget(grid);
 
   auto* buttons = AddRow();

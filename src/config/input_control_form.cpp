@@ -32,6 +32,7 @@ void InputControlForm::Form_Load() {
   cboInput->Click = [this] { cboInput_Click(); };
   lblInputType = AddLabel(selectors, "lblInputType", {});
   AddGrid(selectors);
+  grid->SetSelector(cboInput);
 }
 
 void InputControlForm::Form_Activate() {

@@ -54,6 +54,7 @@ void frmT3DimmerRelayControl::Form_Load() {
 
   frmConfig = new RowGrid(ItemCount, QStringLiteral("Relay "));
   frmConfig->setObjectName(QStringLiteral("frmConfig"));
+  frmConfig->SetSelector(cboDOut);
   imgInclude = frmConfig->Add<IncludePicture>(
       "imgInclude", {.Chars = 1, .Act = CellAct::Toggles, .Words = {DarkWord, LitWord}});
   lblRelayName = frmConfig->AddNames("lblRelayName", 16);

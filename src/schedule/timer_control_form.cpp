@@ -47,6 +47,7 @@ void TimerControlForm::Form_Load() {
   lblControl = grid->Add<Label>(
       "lblControl", {.Chars = 8, .Act = CellAct::OpensList, .Words = Items(screen.Codes)});
   lblControl.OnEach(&Label::Click, this, &TimerControlForm::lblControl_Click);
+  grid->SetSelector(cboTimer);
   AddWidget(grid);
 
   cboControl = new InPlaceList(this, "cboControl", Items(screen.Codes));

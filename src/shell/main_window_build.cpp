@@ -38,12 +38,19 @@ class MenuLetters : public QObject {
     }
     if (found.isEmpty()) return false;
     const auto next = found.indexOf(menu->activeAction()) + 1;
-    menu->setActiveAction(found[next % found.size()]);
-    if (found.size() == 1 && found[0]->menu()) {
-      QKeyEvent into(QEvent::KeyPress, Qt::Key_Right, Qt::NoModifier);
-      QCoreApplication::sendEvent(menu, &into);
+    // Made active from outside, an entry would open its submenu, which then takes the keys.
+    for (int i = 0; i < menu->actions().size(); ++i) {
+      if (menu->activeAction() == found[next % found.size()]) break;
+      Press(*menu, Qt::Key_Down);
     }
+    if (found.size() == 1 && found[0]->menu()) Press(*menu, Qt::Key_Right);
     return true;
+  }
+
+ private:
+  static void Press(QMenu& menu, Qt::Key key) {
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+    QCoreApplication::sendEvent(&menu, &press);
   }
 };
 

@@ -51,6 +51,9 @@ class RowGrid : public QWidget {
   /// Gives the focus to the cell that had it last, or to the first; false where there is none.
   bool FocusCell();
 
+  /// The list that chooses what the rows are of: Ctrl+Page Up and Down step it from any cell.
+  void SetSelector(ComboBox* selector) { selector_ = selector; }
+
   /// Gives the focus to the first cell of a row that takes it; false where there is none.
   bool FocusRow(int row);
 
@@ -97,6 +100,7 @@ class RowGrid : public QWidget {
   void ShowCellMenu(Cell cell, const QPoint& at);
   void ExtendTo(Cell cell);
   void ForgetSelection();
+  void StepSelector(int step);
   /// The selected cells from the top, at least the one in hand.
   std::vector<QWidget*> Selected() const;
   void PutValues(const std::vector<QWidget*>& cells, const QStringList& values);
@@ -118,6 +122,7 @@ class RowGrid : public QWidget {
   std::optional<std::pair<Cell, Cell>> selection_;  ///< From where to where, in one column.
   std::optional<Cell> pressed_;                     ///< Where a drag may begin.
   bool dragging_ = false;
+  ComboBox* selector_ = nullptr;
   QWidget* veil_ = nullptr;  ///< Tints the selected cells.
   QGridLayout* grid_;
   std::vector<QString> titles_;

@@ -156,6 +156,13 @@ void RowGrid::PutValues(const std::vector<QWidget*>& cells, const QStringList& v
                              : QStringLiteral("%1 cells filled").arg(cells.size()));
 }
 
+void RowGrid::StepSelector(int step) {
+  const int item = selector_->ListIndex() + step;
+  if (item < 0 || item >= selector_->count()) return;
+  selector_->setCurrentIndex(item);
+  Q_EMIT selector_->activated(item);
+}
+
 /// The keys that select, copy and fill. A text box with a single name in hand keeps those that edit
 /// its text.
 bool RowGrid::TakesKey(const QWidget& control, const QKeyEvent& key) {
@@ -172,6 +179,11 @@ bool RowGrid::TakesKey(const QWidget& control, const QKeyEvent& key) {
   }
   if (held != Qt::ControlModifier) return false;
   switch (key.key()) {
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+      if (!selector_) return false;
+      StepSelector(key.key() == Qt::Key_PageUp ? -1 : 1);
+      return true;
     case Qt::Key_A:
       if (editsText) return false;
       SelectColumn();

@@ -91,7 +91,8 @@ TEST_F(CopyFillTest, AllRowsGoFromOneItemToAnother) {
   Focus("lblRelayControl", 9);
   Key(Qt::Key_A, Qt::ControlModifier);
   Key(Qt::Key_C, Qt::ControlModifier);
-  Choose("cboPresetNumber", 1);
+  Key(Qt::Key_PageDown, Qt::ControlModifier);
+  EXPECT_EQ(Find<ComboBox>("cboPresetNumber").ListIndex(), 1);
   Focus("lblRelayControl", 0);
   Key(Qt::Key_V, Qt::ControlModifier);
   for (int relay = 0; relay < PanelIOCount(); ++relay) {

@@ -236,6 +236,7 @@ TEST_F(MainWindowTest, ALetterGoesToTheNextEntryOfAMenuAndIntoTheOnlyOne) {
     return edit->activeAction() ? edit->activeAction()->objectName() : QString();
   };
   EXPECT_EQ(type(Qt::Key_S), "mnuSwitchInputs");
+  EXPECT_EQ(QApplication::activePopupWidget(), edit);
   EXPECT_EQ(type(Qt::Key_S), "mnuSwitchPilots");
   EXPECT_EQ(type(Qt::Key_P), "mnuPresets");
   const auto* presets = qobject_cast<QMenu*>(QApplication::activePopupWidget());
