@@ -164,6 +164,7 @@ ChildForm* frmT3MasterMDI::ShowForm(const std::string& name) {
 }
 
 void frmT3MasterMDI::BringToFront(const LoadedScreen& screen) {
+  news_.clear();
   pages_->setCurrentWidget(screen.Page);
   for (QWidget* child = screen.Form->nextInFocusChain(); child && child != screen.Form;
        child = child->nextInFocusChain()) {
