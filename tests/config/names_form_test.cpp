@@ -71,7 +71,7 @@ TEST_F(NamesTest, TheDefaultPanelNameHidesTheOwnOne) {
   Menu("mnuEditPanelName");
   auto& useDefault = Find<CheckBox>("chkDefaultPanelName");
   auto& box = Find<TextBox>("txtPanelName");
-  EXPECT_FALSE(Shown(box));
+  EXPECT_FALSE(Shown(box) || Shown(Find<Label>("lblPanelName")) || Shown(Cell("lblPanelChar", 0)));
   Click(useDefault);
   EXPECT_TRUE(Shown(box));
   EXPECT_EQ(DataChanged, 0);

@@ -106,6 +106,7 @@ TEST_F(DimmerOutputTest, ASlotOffersWhatItsTypeNeeds) {
   EXPECT_EQ(ShownOf(lists), "");
   Click(Cell("lblSummary", 15));
   EXPECT_EQ(Index("cboCONum"), 15);
+  EXPECT_EQ(Cell("lblSummary", 15).BackColor(), Colors::LightGrey);
   Choose("cboCOTyp", ControlInvertInput);
   EXPECT_EQ(ShownOf(lists), "cboCODev cboCOInp cboCOAct cboCOFade cboCORevert");
   for (const int beyond : {20, 8}) {

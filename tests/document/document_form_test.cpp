@@ -82,11 +82,16 @@ TEST_F(DocumentFormTest, BrowseChoosesTheTarget) {
   nextFileName = folder.filePath("Hall #1.TXT");
   Press("cmdBrowse");
   EXPECT_EQ(DocumentFileName, nextFileName);
+  EXPECT_EQ(Text("lblDocFileName"), nextFileName);
   EXPECT_EQ(fileRequests[0].Mode, FileRequest::Kind::Save);
   EXPECT_EQ(fileRequests[0].FileName, mask);
   EXPECT_EQ(fileRequests[1].FileName, before);
   Press("cmdDocument");
   EXPECT_TRUE(OnDisk().ends_with("[End Of File]\r\n"));
+  EXPECT_TRUE(OpenOffered());
+  nextFileName = folder.filePath("Hall #2.TXT");
+  Press("cmdBrowse");
+  EXPECT_FALSE(OpenOffered());
 }
 
 TEST_F(DocumentFormTest, AFailureIsToldAndKeepsTheOldFile) {

@@ -297,6 +297,12 @@ std::vector<Edit> Edits() {
           ControlInput, Choose("cboCOFade", 1), [] { return DimGetCtlInstant(0, 0, 0); }, -1),
       OnDimmer(
           ControlInput, Choose("cboCORevert", 1), [] { return DimGetCtlRevert(0, 0, 0); }, 1),
+      {"mnuConfigureDimmers",
+       [](EveryEditTest&) {
+         DimSetEnabled(0, 1);
+         DimSetTrackMode(0, 0, TrackSetpoint);
+       },
+       Choose("cboTarget", 20), Marks, [] { EXPECT_EQ(DimGetTarget(0, 0), 20); }},
       OnDimmer(
           ControlTimer, Choose("cboCOTmr", 5), [] { return DimGetCtlNumber(0, 0, 0); }, 5),
       OnDimmer(
