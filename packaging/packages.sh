@@ -27,4 +27,5 @@ if [ ! -w "${HOME:-/nowhere}" ]; then
   mkdir -p "$HOME"
 fi
 
-build_packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-serialport-dev libnova-dev)
+build_packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-serialport-dev libnova-dev
+  libxlsxwriter-dev)

@@ -19,7 +19,7 @@ QString CommandHelp() {
   for (const Command& command : Commands()) {
     const QString call =
         QStringLiteral("%1 %2").arg(QLatin1String(command.Name), QLatin1String(command.Files));
-    help += QStringLiteral("  %1 %2\n").arg(call, -24).arg(QLatin1String(command.Summary));
+    help += QStringLiteral("  %1 %2\n").arg(call, -33).arg(QLatin1String(command.Summary));
   }
   return help + QStringLiteral(
                     "\nExit status: 0 no error found, or equal; 1 errors found, or different; 2 a "
@@ -31,7 +31,7 @@ QString CommandHelp() {
 CommandLine ParseCommandLine(const QStringList& arguments) {
   QCommandLineParser parser;
   parser.setApplicationDescription(
-      QStringLiteral("Checks, compares and converts Orv Tamberloom 3 project files."));
+      QStringLiteral("Checks, compares, reports and converts Orv Tamberloom 3 project files."));
   parser.addPositionalArgument(QStringLiteral("command"), QStringLiteral("One of those below."));
   parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("What it works on."),
                                QStringLiteral("file..."));
@@ -43,6 +43,9 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
       {"date", QStringLiteral("document: when it says that it was created."),
        QStringLiteral("\"2026-11-25 10:00\"")},
       {"name", QStringLiteral("document: the file name that it says."), QStringLiteral("NAME")},
+      {"pdf", QStringLiteral("report: the file to print to."), QStringLiteral("OUT.pdf")},
+      {"xlsx", QStringLiteral("report: the spreadsheet to write."), QStringLiteral("OUT.xlsx")},
+      {"paper", QStringLiteral("report: letter or A4."), QStringLiteral("PAPER")},
   });
   const bool parsed = parser.parse(arguments);
   CommandLine line;
@@ -72,6 +75,15 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
   line.Json = parser.isSet(QStringLiteral("json"));
   line.Names = parser.isSet(QStringLiteral("names"));
   line.FileName = parser.value(QStringLiteral("name"));
+  line.Pdf = parser.value(QStringLiteral("pdf"));
+  line.Workbook = parser.value(QStringLiteral("xlsx"));
+  if (line.Command == u"report" && line.Pdf.isEmpty() && line.Workbook.isEmpty()) {
+    Refuse(QStringLiteral("report takes --pdf, --xlsx or both"));
+  }
+  line.Paper = parser.value(QStringLiteral("paper")).toLower();
+  if (!line.Paper.isEmpty() && line.Paper != u"letter" && line.Paper != u"a4") {
+    Refuse(QStringLiteral("--paper takes letter or A4"));
+  }
   line.Date = QDateTime::currentDateTime();
   if (parser.isSet(QStringLiteral("date"))) {
     const QString date = parser.value(QStringLiteral("date"));

@@ -9,7 +9,10 @@ struct CommandLine {
   QStringList Files;
   bool Json = false;
   bool Names = false;
-  QDateTime Date;    ///< Now unless told.
+  QDateTime Date;  ///< Now unless told.
+  QString Pdf;     ///< What a report is written to; empty for nothing.
+  QString Workbook;
+  QString Paper;     ///< "A4" or "letter"; that of the country unless told.
   QString FileName;  ///< What the document says; the file's own unless told.
   QString Say;       ///< A text to print in place of working, for --help and --version.
 };

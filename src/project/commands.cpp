@@ -10,6 +10,7 @@
 #include "document/rules/check.h"
 #include "document/rules/compare.h"
 #include "document/rules/doc_file.h"
+#include "document/rules/report_writer.h"
 #include "link/rules/panel_image.h"
 #include "panel/defaults.h"
 #include "panel/program_state.h"
@@ -87,6 +88,16 @@ ExitStatus Document(const CommandLine& line, const QStringList& files) {
   return StatusGood;
 }
 
+ExitStatus Report(const CommandLine& line, const QStringList& files) {
+  Load(files[0]);
+  const Paper paper = line.Paper.isEmpty()      ? UsualPaper()
+                      : line.Paper == u"letter" ? Paper::Letter
+                                                : Paper::A4;
+  if (!line.Pdf.isEmpty()) WriteReportPdf(line.Pdf, paper, {});
+  if (!line.Workbook.isEmpty()) WriteReportWorkbook(line.Workbook);
+  return StatusGood;
+}
+
 ExitStatus Image(const CommandLine&, const QStringList& files) {
   Load(files[0]);
   PanelImage = {};
@@ -137,6 +148,13 @@ const std::vector<Command>& Commands() {
       {"check", "FILE...", "A line a finding.", 1, 0, CheckColumns, Check, true},
       {"compare", "A B", "A line a setting that differs.", 2, 2, CompareColumns, Compare},
       {"document", "FILE", "The text document with all its sections.", 1, 1, {}, Document},
+      {"report",
+       "FILE --pdf OUT --xlsx OUT",
+       "A report to print, a spreadsheet.",
+       1,
+       1,
+       {},
+       Report},
       {"image", "FILE OUT", "A panel's memory after a download.", 2, 2, {}, Image},
       {"project", "MEMORY OUT.T3", "The way back, as an upload makes it.", 2, 2, {}, Project},
   };

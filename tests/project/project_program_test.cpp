@@ -5,6 +5,7 @@
 #include <QTemporaryDir>
 
 #include "document/rules/doc_file.h"
+#include "document/sample_panel.h"
 #include "link/rules/panel_image.h"
 #include "panel/document_fixture.h"
 #include "panel/project_file.h"
@@ -84,12 +85,33 @@ TEST_F(ProjectProgramTest, DocumentsByteForByteAndConvertsThereAndBack) {
   EXPECT_EQ(Run({"compare", file, back}), 0);
 }
 
+TEST_F(ProjectProgramTest, ReportsWholeOrNotAtAll) {
+  LoadEveryCode();
+  const QString file = Save("hall.T3");
+  const QString pdf = folder.filePath("hall.pdf");
+  const QString workbook = folder.filePath("hall.xlsx");
+  EXPECT_EQ(Run({"report", file, "--pdf", pdf, "--xlsx", workbook, "--paper", "letter"}), 0)
+      << errors.toStdString();
+  EXPECT_TRUE(FileText(pdf).starts_with("%PDF-"));
+  EXPECT_NE(FileText(pdf).find("/MediaBox [0 0 612"), std::string::npos);
+  EXPECT_TRUE(FileText(workbook).starts_with("PK"));
+  DimmerBlock(3) = 32767;
+  const std::string old = FileText(pdf);
+  EXPECT_EQ(Run({"report", Save("damaged.T3"), "--pdf", pdf}), 2);
+  EXPECT_TRUE(errors.contains("hall.pdf")) << errors.toStdString();
+  EXPECT_TRUE(FileText(pdf) == old);
+  EXPECT_EQ(Run({"report", file, "--xlsx", folder.path()}), 2);
+  EXPECT_TRUE(errors.contains("it is a folder")) << errors.toStdString();
+}
+
 TEST_F(ProjectProgramTest, AWrongCallOrFileIsToldAndLeavesNothing) {
   const QString out = folder.filePath("out.T3");
   const QStringList calls[] = {{},
                                {"paint"},
                                {"compare", "one"},
                                {"check", "--loud", "a"},
+                               {"report", "a"},
+                               {"report", "a", "--pdf", out, "--paper", "A5"},
                                {"document", "a", "--date", "noon"},
                                {"project", QStringLiteral(PROJECT_PROGRAM), out}};
   for (const QStringList& call : calls) {

@@ -61,6 +61,7 @@ void OutputLine(DocumentText& text, Int16 dev, Int16 out) {
   }
   TrackingCells(text, dev, out);
   text.EndRow();
+  text.LeadFurtherTables(2);
 }
 
 /// Device, input, timer and preset, of which a slot uses what its type names.
@@ -82,7 +83,8 @@ void OperatorCells(DocumentText& text, Int16 dev, Int16 out, Int16 slot, Int16 t
 
 void ControlLines(DocumentText& text, Int16 dev, Int16 out) {
   text.Header(
-      {"Control", "Type", "", "Device", "Input", "Timer", "Preset", "Action", "Fade", "Revert"});
+      {"Control", "Type", "", "Device", "Input", "Timer", "Preset", "Action", "Fade", "Revert"},
+      "Dimmer Controls");
   for (Int16 slot = 0; slot < ControlSlotCount; ++slot) {
     const Int16 type = DimGetCtlType(dev, out, slot);
     const std::string_view word = Word(ControlTypes, type);
@@ -100,15 +102,13 @@ void ControlLines(DocumentText& text, Int16 dev, Int16 out) {
 }
 
 void RelayLines(DocumentText& text, Int16 dev, Int16 out) {
-  text.Header({"", "Dimmer/Relay Control", "Off Level(%)", "On Level(%)", "Relays"});
+  text.Header({"", "Dimmer/Relay Control", "Off Level(%)", "On Level(%)", "Relays"},
+              "Dimmer Relays");
   text.Skip(2).Cell(DimGetOffLevel(dev, out)).Cell(DimGetOnLevel(dev, out)).Cell();
-  std::string_view between;
-  for (Int16 relay = 0; relay < ItemCount; ++relay) {
-    if (DimGetRelay(dev, out, relay) == 0) continue;
-    text.Text(between).Number(relay + 1, 2);
-    between = " ";
-  }
-  text.EndRow();
+  const auto follows = [&](int relay) {
+    return DimGetRelay(dev, out, static_cast<Int16>(relay)) != 0;
+  };
+  text.Items("", ItemCount, follows, 2, ' ').EndRow();
 }
 
 }  // namespace

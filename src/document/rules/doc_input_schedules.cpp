@@ -5,7 +5,6 @@
 #include "panel/fennlink_types.h"
 #include "panel/input_actions.h"
 #include "panel/panel_record.h"
-#include "schedule/rules/time_values.h"
 
 namespace {
 
@@ -74,8 +73,8 @@ void DocLocalInputSchedule(DocumentText& text) {
     const auto kind = LocalInputKind(panel.InputType(input));
     text.Cell(input + 1, 2).Cell(panel.InputName(input));
     KindCell(text, kind, panel.InputTimedOnTime(input));
-    text.Cell(QuarterHourText(panel.InputEnableTime(input)));
-    text.Cell(QuarterHourText(panel.InputDisableTime(input)));
+    text.Cell().QuarterHours(panel.InputEnableTime(input));
+    text.Cell().QuarterHours(panel.InputDisableTime(input));
     ControlCell(
         text, ioCount, kind, panel.InputPreset(input),
         [&](int row) { return panel.InputRelayControl(input, row) != 0; },

@@ -17,7 +17,7 @@ void SwitchedCell(DocumentText& text, const ItemTable& table, int source, int co
 void TimeCell(DocumentText& text, TimerTimeValue time) {
   text.Cell();
   if (time.Type >= 0 && KindOfTime(time.Type) == TimeKind::Normal) {
-    text.Text(MinuteText(time.Type * 60 + time.Time));
+    text.Time(time.Type * 60 + time.Time);
     return;
   }
   const std::string_view event = Word(RelativeEvents, RelativeEventOf(time.Type));
@@ -51,8 +51,7 @@ void OpenCloseMonth(DocumentText& text, std::string_view name, int month, int da
     const Int16 open = PanelRecord.DateOpenTime(month, date);
     text.Cell(name).Text(" ").Number(date + 1, 2);
     if (open < noEntry) {
-      text.Cell(QuarterHourText(open));
-      text.Cell(QuarterHourText(PanelRecord.DateCloseTime(month, date)));
+      text.Cell().QuarterHours(open).Cell().QuarterHours(PanelRecord.DateCloseTime(month, date));
     } else {
       text.Cell("--:--").Cell("--:--");
     }
@@ -66,7 +65,8 @@ void DocTimerSchedule(DocumentText& text) {
   const auto& panel = PanelRecord;
   text.Title("Timer Relay/Group/Preset Schedule");
   text.Header({"Timer Number", "Timer Name", "Time", "Days", "Off Relays", "On Relays",
-               "Off Groups", "On Groups", "Presets"});
+               "Off Groups", "On Groups", "Presets"},
+              "Timer Schedule");
   const int ioCount = PanelIOCount();
   for (int timer = 0; timer < ItemCount; ++timer) {
     text.Cell(timer + 1, 2).Cell(panel.TimerName(timer));
@@ -107,11 +107,11 @@ void DocOpenCloseTimesSchedule(DocumentText& text) {
   text.Header({"Day Of Week", "Open Time", "Close Time"});
   int day = 0;
   for (const std::string_view name : WeekdayNames) {
-    text.Cell(name).Cell(QuarterHourText(panel.NormalOpenTime(day)));
-    text.Cell(QuarterHourText(panel.NormalCloseTime(day))).EndRow();
+    text.Cell(name).Cell().QuarterHours(panel.NormalOpenTime(day));
+    text.Cell().QuarterHours(panel.NormalCloseTime(day)).EndRow();
     ++day;
   }
-  text.Header({"Date Of Year", "Open Time", "Close Time"});
+  text.Header({"Date Of Year", "Open Time", "Close Time"}, "Open Close Dates");
   for (std::size_t month = 0; month < MonthNames.size(); ++month) {
     OpenCloseMonth(text, ShortName(MonthNames[month]), static_cast<int>(month), MonthDays[month]);
   }

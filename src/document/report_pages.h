@@ -1,0 +1,9 @@
+#pragma once
+
+#include "document/rules/report_writer.h"
+
+class QPagedPaintDevice;
+
+/// Paints all pages of a report.
+void PaintReport(const PanelReport& report, QPagedPaintDevice& device,
+                 const ReportProgress& progress);

@@ -1,0 +1,386 @@
+#include "document/rules/report.h"
+
+#include <QFileInfo>
+#include <algorithm>
+#include <map>
+
+#include "dimmer/rules/dimmer_model.h"
+#include "dimmer/rules/response_curve.h"
+#include "document/rules/check.h"
+#include "document/rules/doc_file.h"
+#include "panel/code_page.h"
+#include "panel/fennlink_record.h"
+#include "panel/fennlink_types.h"
+#include "panel/input_actions.h"
+#include "panel/program_state.h"
+#include "panel/words.h"
+#include "schedule/rules/time_values.h"
+
+namespace {
+
+QString WordText(WordTable table, int code) {
+  return ToUnicode(Word(table, code));
+}
+
+/// "turns RELAY 01, RELAY 02 on and off" of "turns on and off".
+QString WordsAround(const QString& words, const QString& used) {
+  const QString verb = words.section(u' ', 0, 0);
+  const bool parted =
+      QStringList{"turns", "switches", "sweeps", "holds"}.contains(verb) && verb != words;
+  return parted ? verb + u' ' + used + words.mid(verb.size()) : words + u' ' + used;
+}
+
+/// Items under words, in the order in which the words came.
+class WordLists {
+ public:
+  void Add(const QString& words, const Item& item) {
+    auto list = std::find_if(lists_.begin(), lists_.end(),
+                             [&](const auto& known) { return known.first == words; });
+    if (list == lists_.end()) list = lists_.insert(lists_.end(), {words, {}});
+    list->second.push_back(item);
+  }
+
+  /// One line for all items of the same words.
+  template <typename Line>
+  QString Lines(Line line) {
+    QStringList lines;
+    for (auto& [words, items] : lists_) {
+      std::sort(items.begin(), items.end());
+      items.erase(std::unique(items.begin(), items.end()), items.end());
+      QStringList names;
+      // "RELAY 03" is not to be parted at the end of a line.
+      for (const Item& item : items) names << ItemText(item).replace(u' ', QChar::Nbsp);
+      lines << line(words, names.join(QStringLiteral(", ")));
+    }
+    return lines.join(u'\n');
+  }
+
+ private:
+  std::vector<std::pair<QString, std::vector<Item>>> lists_;
+};
+
+/// The uses of the project from both of their ends.
+class ReportUses {
+ public:
+  ReportUses() : uses_(UsesOfProject()) {
+    for (const Use& use : uses_) {
+      byUser_[use.User].push_back(&use);
+      byUsed_[use.Used].push_back(&use);
+    }
+  }
+
+  /// Whether it does more than to show a pilot.
+  bool DoesAnything(const Item& user) const {
+    const auto& uses = Of(byUser_, user);
+    return !std::all_of(uses.begin(), uses.end(), IsPilot);
+  }
+
+  QString WhatItDoes(const Item& user) const {
+    WordLists lists;
+    for (const Use* use : Of(byUser_, user)) lists.Add(use->Words, use->Used);
+    return lists.Lines(WordsAround);
+  }
+
+  /// Direct, and through the groups and presets that hold it.
+  QString WhatActsOnIt(const Item& used) const {
+    const auto around = [](const QString& words) {
+      return WordsAround(words, QStringLiteral("it"));
+    };
+    WordLists lists;
+    for (const Use* use : Of(byUsed_, used)) {
+      if (!IsPilot(use)) lists.Add(around(use->Words), use->User);
+    }
+    for (const Use* held : Of(byUsed_, used)) {
+      const bool group = held->User.Kind == ItemKind::Group;
+      if (!group && held->User.Kind != ItemKind::Preset) continue;
+      for (const Use* use : Of(byUsed_, held->User)) {
+        if (use->Effect == EffectFollows) continue;
+        lists.Add(group ? around(use->Words) + QStringLiteral(" through a group")
+                        : around(held->Words) + QStringLiteral(" through a preset"),
+                  use->User);
+      }
+    }
+    return lists.Lines([](const QString& words, const QString& users) {
+      return users + QStringLiteral(": ") + words;
+    });
+  }
+
+ private:
+  static bool IsPilot(const Use* use) {
+    const ItemKind user = use->User.Kind;
+    return use->Effect == EffectFollows &&
+           (user == ItemKind::Input || user == ItemKind::DeviceInput);
+  }
+
+  using UseIndex = std::map<Item, std::vector<const Use*>>;
+
+  static const std::vector<const Use*>& Of(const UseIndex& index, const Item& item) {
+    static const std::vector<const Use*> none;
+    const auto found = index.find(item);
+    return found == index.end() ? none : found->second;
+  }
+
+  std::vector<Use> uses_;
+  UseIndex byUser_;
+  UseIndex byUsed_;
+};
+
+ReportChapter PanelChapter() {
+  std::vector<DocumentTable> tables;
+  DocumentText text(&tables);
+  DocPanelSettings(text);
+  ReportChapter chapter{"Panel", {"Setting", "Value"}, {45, 55}, {}, {}, false};
+  for (const auto& row : tables[0].Rows) {
+    chapter.Rows.push_back({ToUnicode(row[0].Text).trimmed(), ToUnicode(row[1].Text)});
+  }
+  return chapter;
+}
+
+ReportChapter RelayChapter(const ReportUses& uses) {
+  ReportChapter chapter{
+      "Relays", {"Relay", "Power on", "Type", "What acts on it"}, {24, 11, 11, 54}, {}, {}, false};
+  for (int relay = 0; relay < InstalledPoints(); ++relay) {
+    const Item item{ItemKind::Relay, relay};
+    const QString acts = uses.WhatActsOnIt(item);
+    if (acts.isEmpty() && OwnName(item).isEmpty()) continue;
+    chapter.Rows.push_back({ItemText(item),
+                            WordText(RelayPowerOnTypes, PanelRecord.RelayPowerOnType(relay)),
+                            WordText(RelayTimerTypes, PanelRecord.RelayTimerType(relay)), acts});
+  }
+  return chapter;
+}
+
+ReportChapter GroupChapter(const ReportUses& uses) {
+  ReportChapter chapter{
+      "Groups", {"Group", "What it does", "What acts on it"}, {24, 38, 38}, {}, {}, false};
+  for (int group = 0; group < ItemCount; ++group) {
+    const Item item{ItemKind::Group, group};
+    const QString does = uses.WhatItDoes(item);
+    const QString acts = uses.WhatActsOnIt(item);
+    if (does.isEmpty() && acts.isEmpty()) continue;
+    chapter.Rows.push_back({ItemText(item), does, acts});
+  }
+  return chapter;
+}
+
+/// A timed-on input with its minutes.
+QString InputTypeAndTime(const Item& input, int minutes) {
+  const QString word = InputTypeWord(input);
+  return word == WordText(InputTypes, static_cast<int>(InputKind::TimedOn))
+             ? QStringLiteral("%1 %2 min").arg(word).arg(minutes)
+             : word;
+}
+
+ReportChapter InputChapter(const ReportUses& uses) {
+  ReportChapter chapter{
+      "Inputs", {"Input", "Type", "Active", "What it does"}, {24, 17, 13, 46}, {}, {}, false};
+  const auto& panel = PanelRecord;
+  for (int input = 0; input < InstalledPoints(); ++input) {
+    const Item item{ItemKind::Input, input};
+    if (!uses.DoesAnything(item) && OwnName(item).isEmpty()) continue;
+    const int from = panel.InputEnableTime(input);
+    const int to = panel.InputDisableTime(input);
+    const QString active = from == to
+                               ? QStringLiteral("always")
+                               : ToUnicode(QuarterHourText(from) + " to " + QuarterHourText(to));
+    chapter.Rows.push_back({ItemText(item), InputTypeAndTime(item, panel.InputTimedOnTime(input)),
+                            active, uses.WhatItDoes(item)});
+  }
+  return chapter;
+}
+
+ReportChapter DeviceChapter(const ReportUses& uses) {
+  ReportChapter chapter{"Bus Devices", {"Input", "Type", "What it does"}, {28, 20, 52}, {}, {},
+                        false};
+  for (int number = 1; number <= DeviceCount; ++number) {
+    const FennlinkRecord& device = FennlinkRecords(number);
+    const FennlinkDeviceType& type = FennlinkDevice(device.DeviceType);
+    if (type.InputCount == 0) continue;
+    chapter.Rows.push_back({ItemText({ItemKind::Device, number}), ToUnicode(type.ListText), {}});
+    for (int part = 0; part < type.InputCount; ++part) {
+      const Item item{ItemKind::DeviceInput, number, part};
+      QString kind = InputTypeAndTime(item, device.DeviceTimedOnTime(part));
+      if (device.DeviceType == DeviceTypePhotocell) {
+        kind = QStringLiteral("off at %1, on at %2")
+                   .arg(device.DeviceOffLevel(part))
+                   .arg(device.DeviceOnLevel(part));
+      }
+      const QString does = uses.WhatItDoes(item);
+      if (!does.isEmpty()) chapter.Rows.push_back({ItemText(item), kind, does});
+    }
+  }
+  return chapter;
+}
+
+ReportChapter TimerChapter(const ReportUses& uses) {
+  ReportChapter chapter{"Timers", {"Timer", "When", "What it does"}, {24, 28, 48}, {}, {}, false};
+  const auto& panel = PanelRecord;
+  for (int timer = 0; timer < ItemCount; ++timer) {
+    const Item item{ItemKind::Timer, timer};
+    const QString does = uses.WhatItDoes(item);
+    if (does.isEmpty()) continue;
+    const std::string when =
+        TimerInWords({panel.TimerTimeType(timer), panel.TimerTime(timer)}, panel.TimerDays(timer),
+                     panel.TimerHolidayMonth(timer), panel.TimerHolidayDate(timer));
+    chapter.Rows.push_back({ItemText(item), ToUnicode(when), does});
+  }
+  return chapter;
+}
+
+ReportChapter PresetChapter(const ReportUses& uses) {
+  ReportChapter chapter{
+      "Presets", {"Preset", "What it does", "What acts on it"}, {24, 42, 34}, {}, {}, false};
+  for (int preset = 0; preset < ItemCount; ++preset) {
+    const Item item{ItemKind::Preset, preset};
+    const QString does = uses.WhatItDoes(item);
+    const QString acts = uses.WhatActsOnIt(item);
+    if (does.isEmpty() && acts.isEmpty()) continue;
+    chapter.Rows.push_back({ItemText(item), does, acts});
+  }
+  return chapter;
+}
+
+ReportChapter SweepChapter(const ReportUses& uses) {
+  ReportChapter chapter{"Off Hours Sweep", {"Interval", "What it does"}, {24, 76}, {}, {}, false};
+  const QString does = uses.WhatItDoes({});
+  if (does.isEmpty()) return chapter;
+  chapter.Rows.push_back(
+      {WordText(OffHoursSweepIntervals, PanelRecord.OffHoursSweepInterval), does});
+  return chapter;
+}
+
+ReportChapter OpenCloseChapter() {
+  std::vector<DocumentTable> tables;
+  DocumentText text(&tables);
+  DocOpenCloseTimesSchedule(text);
+  ReportChapter chapter{
+      "Open And Close Times", {"Day", "Open", "Close"}, {40, 30, 30}, {}, {}, false};
+  for (const DocumentTable& table : tables) {
+    for (const auto& row : table.Rows) {
+      if (row[1].Type != DocumentCell::Kind::Time) continue;
+      chapter.Rows.push_back(
+          {ToUnicode(row[0].Text), ToUnicode(row[1].Text), ToUnicode(row[2].Text)});
+    }
+  }
+  return chapter;
+}
+
+ReportCurve CurveOf(Int16 dev, Int16 out, const QString& name) {
+  ResponseCurve curve;
+  curve.Place(dev, out);
+  const bool twoPoint = DimGetTrackMode(dev, out) == Track2Point;
+  curve.DrawLines(twoPoint);
+  ReportCurve drawn;
+  drawn.Title = name;
+  const auto at = [](double x, double y) {
+    return QPointF(x / ResponseCurve::Width, y / ResponseCurve::Height);
+  };
+  for (const auto& line : curve.shpLine.elements) {
+    if (line.Visible) drawn.Lines.emplace_back(at(line.X1, line.Y1), at(line.X2, line.Y2));
+  }
+  QStringList points;
+  for (const Int16 grip : {ResponseCurve::GripA, ResponseCurve::GripB, ResponseCurve::GripC}) {
+    const auto& place = curve.shpGrip(grip);
+    if (!place.Visible) continue;
+    drawn.Grips.push_back(
+        at(place.Left + ResponseCurve::GripCentre, place.Top + ResponseCurve::GripCentre));
+    const auto told = curve.ReadoutOf(grip);
+    points << ToUnicode(told.FootCandle + " " + told.Voltage);
+  }
+  drawn.Points = points.join(QStringLiteral(", "));
+  return drawn;
+}
+
+QString DimmerSettings(Int16 dev, Int16 out) {
+  const Int16 fade = DimGetFade(dev, out);
+  QStringList lines = {QStringLiteral("Power on %1 %").arg(DimGetPowerOn(dev, out))};
+  const auto level = [&](Int16 fromPhotocell, Int16 (*percent)(Int16, Int16)) {
+    return fromPhotocell != 0 ? QStringLiteral("the photocell's level")
+                              : QStringLiteral("%1 %").arg(percent(dev, out));
+  };
+  lines << QStringLiteral("From %1 to %2")
+               .arg(level(DimGetMinPC(dev, out), DimGetMin),
+                    level(DimGetMaxPC(dev, out), DimGetMax));
+  if (fade >= 0 && fade < FadeRateCount) {
+    lines << QStringLiteral("Fades in %1 s").arg(FadeSeconds(fade));
+  }
+  if (DimGetDMX(dev, out) != 0) lines << QStringLiteral("DMX %1").arg(DimGetDMX(dev, out));
+  const Int16 mode = DimGetTrackMode(dev, out);
+  if (mode != TrackDisabled) lines << QStringLiteral("Tracking ") + WordText(TrackModes, mode);
+  return lines.join(u'\n');
+}
+
+ReportChapter DimmerChapter(const ReportUses& uses) {
+  ReportChapter chapter{
+      "Dimmers", {"Output", "Settings", "Controls", "What it does"}, {20, 26, 28, 26}, {}, {},
+      false};
+  for (Int16 dev = 0; dev < DimmerDeviceCount; ++dev) {
+    if (DimGetEnabled(dev) == 0) continue;
+    for (Int16 out = 0; out < DimmerOutputCount; ++out) {
+      const Item item{ItemKind::DimmerOutput, dev, out};
+      QStringList lines;
+      for (Int16 slot = 0; slot < ControlSlotCount; ++slot) {
+        if (DimGetCtlType(dev, out, slot) == ControlUnused) continue;
+        lines << ToUnicode(ControlSlotSummary(dev, out, slot)).trimmed();
+      }
+      chapter.Rows.push_back(
+          {ItemText(item), DimmerSettings(dev, out), lines.join(u'\n'), uses.WhatItDoes(item)});
+      const Int16 mode = DimGetTrackMode(dev, out);
+      if (mode == Track2Point || mode == Track3Point) {
+        chapter.Curves.push_back(CurveOf(dev, out, ItemText(item)));
+      }
+    }
+  }
+  return chapter;
+}
+
+/// For the inside of the panel's door: voltage and circuit are for the reader's pen.
+ReportChapter DoorChapter() {
+  ReportChapter chapter{
+      "Panel Door", {"Relay", "Name", "Voltage", "Circuit"}, {10, 44, 23, 23}, {}, {}, true};
+  for (int relay = 0; relay < InstalledPoints(); ++relay) {
+    chapter.Rows.push_back({QStringLiteral("%1").arg(relay + 1, 2, 10, QLatin1Char('0')),
+                            OwnName({ItemKind::Relay, relay}),
+                            {},
+                            {}});
+  }
+  return chapter;
+}
+
+QString CountOfFindings() {
+  std::array<int, 3> counts{};
+  for (const Finding& finding : CheckProject())
+    ++counts.at(static_cast<std::size_t>(finding.Level));
+  return QStringLiteral("%1 errors, %2 warnings, %3 notes")
+      .arg(counts[0])
+      .arg(counts[1])
+      .arg(counts[2]);
+}
+
+}  // namespace
+
+PanelReport BuildReport(const QDateTime& date) {
+  PanelReport report;
+  report.PanelName = ToUnicode(PanelRecord.PanelName).trimmed();
+  report.FileName = QFileInfo(CurrentFileName).fileName();
+  report.Date = date.toString(TimeFormat);
+  report.Findings = CountOfFindings();
+  const ReportUses uses;
+  for (const ReportChapter& chapter :
+       {PanelChapter(), RelayChapter(uses), GroupChapter(uses), InputChapter(uses),
+        DeviceChapter(uses), TimerChapter(uses), PresetChapter(uses), SweepChapter(uses),
+        OpenCloseChapter(), DimmerChapter(uses), DoorChapter()}) {
+    if (!chapter.Rows.empty()) report.Chapters.push_back(chapter);
+  }
+  return report;
+}
+
+std::vector<DocumentTable> BuildSheets() {
+  std::vector<DocumentTable> tables;
+  for (std::size_t i = 0; i < DocumentSections.size(); ++i) {
+    if (i == DMXSection && PanelRecord.AddOnModuleType != AddOnModuleDMX) continue;
+    DocumentText text(&tables);
+    DocumentSections[i].Write(text);
+  }
+  return tables;
+}
