@@ -8,17 +8,30 @@
 
 #include "document/go_to_item.h"
 #include "document/rules/compare.h"
+#include "document/rules/report_writer.h"
 #include "panel/program_state.h"
 #include "panel/project_file.h"
 #include "shell/dialogs.h"
+#include "shell/shell.h"
 
-FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check And Compare")) {
+namespace {
+
+/// Asks where to write; empty when the user cancels.
+QString ReportFileName(const QString& filter, const QString& mask) {
+  const QString start = DataPath(mask);
+  const QString name = FileDialog({FileRequest::Kind::Save, filter, start});
+  return name == start ? QString() : name;
+}
+
+}  // namespace
+
+FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Report")) {
   setObjectName(QStringLiteral("fraFindings"));
   auto* column = new QVBoxLayout(this);
   auto* row = new QHBoxLayout;
   column->addLayout(row);
-  const auto addButton = [&](const char* name, const QString& caption,
-                             void (FindingsFrame::*click)()) {
+  const auto addButton = [this, &row](const char* name, const QString& caption,
+                                      void (FindingsFrame::*click)()) {
     auto* button = new Button(caption);
     button->setObjectName(QString::fromLatin1(name));
     button->Click = [this, click] { (this->*click)(); };
@@ -41,7 +54,7 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check And Compare")) 
 
   lstFindings = new QTreeWidget;
   lstFindings->setObjectName(QStringLiteral("lstFindings"));
-  lstFindings->setAccessibleName(title());
+  lstFindings->setAccessibleName(QStringLiteral("Findings"));
   lstFindings->setRootIsDecorated(false);
   lstFindings->setUniformRowHeights(true);
   lstFindings->setAlternatingRowColors(true);
@@ -49,6 +62,16 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check And Compare")) 
   constexpr int leastRows = 3;
   lstFindings->setMinimumHeight(leastRows * (fontMetrics().height() + 2));
   column->addWidget(lstFindings, 1);
+  row = new QHBoxLayout;
+  column->addLayout(row);
+  addButton("cmdPrint", QStringLiteral("Print..."), &FindingsFrame::cmdPrint_Click);
+  addButton("cmdReportPdf", QStringLiteral("Report As PDF..."), &FindingsFrame::cmdReportPdf_Click);
+  addButton("cmdSpreadsheet", QStringLiteral("Spreadsheet..."),
+            &FindingsFrame::cmdSpreadsheet_Click);
+  lblReport = new Label;
+  lblReport->setObjectName(QStringLiteral("lblReport"));
+  lblReport->SetLook(Label::Look::Quiet);
+  row->addWidget(lblReport, 1);
   connect(lstFindings, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) {
     const Row& pressed = rows_[item->data(0, Qt::UserRole).toUInt()];
     if (pressed.Screen.empty()) return;
@@ -138,4 +161,40 @@ void FindingsFrame::cmdCopy_Click() {
     lines << rows_[lstFindings->topLevelItem(i)->data(0, Qt::UserRole).toUInt()].Cells.join(u'\t');
   }
   QApplication::clipboard()->setText(lines.join(u'\n'));
+}
+
+void FindingsFrame::TellReport(const QString& told) {
+  lblReport->SetCaption(told);
+  PaintNow();
+}
+
+void FindingsFrame::cmdPrint_Click() {
+  LoadReportWriter()->Preview(BuildReport(QDateTime::currentDateTime()), window());
+}
+
+void FindingsFrame::cmdReportPdf_Click() {
+  const QString name =
+      ReportFileName(QStringLiteral("Portable Documents (*.PDF)|*.PDF|All Files (*.*)|*.*"),
+                     QStringLiteral("Documentation/*.PDF"));
+  if (name.isEmpty()) return;
+  QString outcome;  // of a failure the message box tells
+  const auto tell = qScopeGuard([&] { TellReport(outcome); });
+  int told = 0;
+  WriteReportPdf(name, UsualPaper(), [&](int percent) {
+    constexpr int step = 10;
+    if (percent < told + step) return;
+    told = percent;
+    TellReport(QStringLiteral("Report: %1 %").arg(percent));
+  });
+  outcome = QStringLiteral("The report is written.");
+}
+
+void FindingsFrame::cmdSpreadsheet_Click() {
+  const QString name =
+      ReportFileName(QStringLiteral("Spreadsheets (*.XLSX)|*.XLSX|All Files (*.*)|*.*"),
+                     QStringLiteral("Documentation/*.XLSX"));
+  if (name.isEmpty()) return;
+  TellReport({});
+  WriteReportWorkbook(name);
+  TellReport(QStringLiteral("The spreadsheet is written."));
 }

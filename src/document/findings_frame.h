@@ -17,6 +17,9 @@ class FindingsFrame : public QGroupBox {
   void cmdCompare_Click();
   void cboShown_Click();
   void cmdCopy_Click();
+  void cmdPrint_Click();
+  void cmdReportPdf_Click();
+  void cmdSpreadsheet_Click();
 
  private:
   /// A row of the list, and where a press on it leads; no screen: nowhere.
@@ -29,11 +32,13 @@ class FindingsFrame : public QGroupBox {
   void ShowRows(const QStringList& headers, const QStringList& kinds, std::vector<Row> rows,
                 const QString& told);
   void FillList();
+  void TellReport(const QString& told);
 
   ComboBox* cboShown = nullptr;  ///< One kind of rows, by their first cell, or all.
   Label* lblFound = nullptr;
   Button* cmdCopy = nullptr;
   QTreeWidget* lstFindings = nullptr;
+  Label* lblReport = nullptr;
   std::vector<Row> rows_;
   QString told_;
 };
