@@ -169,3 +169,17 @@ TEST_F(ProjectFileTest, AKilledSaveLeavesTheOldFileOrTheNewOne) {
   close(started[0]);
   close(started[1]);
 }
+/// The files were written by the program as it stood before its parts were moved; they are packed
+/// with qCompress.
+TEST_F(ProjectFileTest, FilesOfAnEarlierBuildComeBackByteForByte) {
+  for (const char* name : {"new-panel", "full-panel"}) {
+    const std::string packed =
+        FileText(QStringLiteral(TEST_DATA_DIR "/panel/golden/%1.T3.z").arg(QLatin1String(name)));
+    const std::string bytes = qUncompress(QByteArray::fromStdString(packed)).toStdString();
+    ASSERT_GT(bytes.size(), 176'000U) << name;
+    ChangeDocument([&](ProjectDocument& document) { DecodeProject(bytes, document); });
+    EXPECT_TRUE(Document() == bytes) << name;
+  }
+  EXPECT_EQ(PanelRecord.PanelName, "OLD HOUSE");
+  EXPECT_EQ(PanelRecord.Latitude, 60);
+}
