@@ -1,10 +1,40 @@
+#include <pwd.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+
 #include "screen_table.h"
 #include "shell/application.h"
 #include "shell/end_signals.h"
 #include "shell/main_window.h"
 
+namespace {
+
+QtMessageHandler usualHandler = nullptr;
+
+/// While the toolkit looks for a display: it would tell much and abort.
+void TellNoDisplay(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+  if (type == QtFatalMsg) {
+    std::fputs("Orv Tamberloom 3 needs a display, and none can be reached.\n", stderr);
+    std::_Exit(1);
+  }
+  if (!QByteArray(context.category).startsWith("qt.qpa")) usualHandler(type, context, text);
+}
+
+/// The data folder stands in the home, be it told or not.
+void UseAccountHome() {
+  if (!qEnvironmentVariableIsEmpty("HOME")) return;
+  if (const passwd* account = getpwuid(getuid())) qputenv("HOME", account->pw_dir);
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
+  UseAccountHome();
+  usualHandler = qInstallMessageHandler(TellNoDisplay);
   Application application(argc, argv);
+  qInstallMessageHandler(usualHandler);
   frmT3MasterMDI window(AllScreens());
   window.MDIForm_Load();
   OnEndFromOutside([&window] { window.EndKeepingWork(); });
