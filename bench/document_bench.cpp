@@ -1,6 +1,7 @@
 #include "document/rules/check.h"
 #include "document/rules/compare.h"
 #include "document/rules/doc_file.h"
+#include "document/rules/report_writer.h"
 #include "panel/defaults.h"
 #include "panel/dimmer_block.h"
 #include "panel/fennlink_record.h"
@@ -69,6 +70,13 @@ int main() {
   report.Line("compare, a table differs",
               best([&] { Keep(CompareProjects(one, other, true).data()); }), "three documents",
               3 * full, 1);
+
+  const auto pdf = [] {
+    Keep(LoadReportWriter()->Pdf(BuildReport(QDateTime()), Paper::A4, {}).data());
+  };
+  report.Line("report to print, full panel", BestMicroseconds(pdf, 2), "2 seconds", 2e6, 1);
+  const auto workbook = [] { Keep(LoadReportWriter()->Workbook(BuildSheets()).data()); };
+  report.Line("spreadsheet, full panel", BestMicroseconds(workbook, 2), "2 seconds", 2e6, 1);
 
   // The relay section has as many rows as relays, each as long as what acts on the relay.
   DocumentChoice relaySection{};

@@ -30,7 +30,9 @@ TEST_F(ReportTest, TellsWhatIsUsedInNamesAndActionWords) {
   PanelRecord.InputRelayControl(2, 0) = 3;
   PanelRecord.InputRelayControl(2, 1) = 3;
   PanelRecord.GroupRelayInclude(6, 0) = -1;
+  PanelRecord.GroupRelayInclude(6, 3) = -1;
   PanelRecord.TimerGroupControl(47, 6) = 2;
+  PanelRecord.TimerRelayControl(47, 3) = 2;
   FennlinkRecords(26).DeviceType = 2;
   FennlinkRecords(26).DeviceRelayControl(1, 4) = 2;
   EXPECT_EQ(Row("Inputs", "INPUT 03 LOBBY"),
@@ -40,6 +42,7 @@ TEST_F(ReportTest, TellsWhatIsUsedInNamesAndActionWords) {
   EXPECT_EQ(Row("Relays", "RELAY 01 FOYER")[3].toStdString(),
             "INPUT 03 LOBBY: turns it on and off\nGROUP 07: includes it\n"
             "TIMER 48: turns it off through a group");
+  EXPECT_EQ(Row("Relays", "RELAY 04").value(3), "GROUP 07: includes it\nTIMER 48: turns it off");
   EXPECT_EQ(Row("Bus Devices", "FL 1A INPUT 2")[2], "turns RELAY 05 off");
   EXPECT_EQ(Row("Relays", "RELAY 03"), QStringList()) << "nothing uses it";
   EXPECT_EQ(Row("Panel Door", "03"), (QStringList{"03", "", "", ""}));

@@ -54,26 +54,26 @@ DocumentText& DocumentText::Cell() {
 
 /// A cell that holds one number or time and nothing else is one.
 void DocumentText::Become(DocumentCell::Kind kind, int value, int digits) {
-  if (!tables_ || row_.empty()) return;
+  if (row_.empty()) return;
   const bool alone = cellStart_ == bytes_.size() && !listBegun_;
   row_.back() = alone ? DocumentCell{{}, kind, value, digits} : DocumentCell{};
 }
 
 DocumentText& DocumentText::Text(std::string_view text) {
-  if (!text.empty()) Become(DocumentCell::Kind::Text, 0, 1);
+  if (tables_ && !text.empty()) Become(DocumentCell::Kind::Text, 0, 1);
   bytes_ += text;
   return *this;
 }
 
 DocumentText& DocumentText::Number(int number, int digits) {
-  Become(DocumentCell::Kind::Number, number, digits);
+  if (tables_) Become(DocumentCell::Kind::Number, number, digits);
   AppendNumber(bytes_, number, digits);
   return *this;
 }
 
 DocumentText& DocumentText::Time(int minutes) {
-  const bool ofDay = minutes >= 0;
-  Become(ofDay ? DocumentCell::Kind::Time : DocumentCell::Kind::Text, minutes % MinutesPerDay, 1);
+  const auto kind = minutes >= 0 ? DocumentCell::Kind::Time : DocumentCell::Kind::Text;
+  if (tables_) Become(kind, minutes % MinutesPerDay, 1);
   bytes_ += MinuteText(minutes);
   return *this;
 }

@@ -33,29 +33,51 @@ QString WordsAround(const QString& words, const QString& used) {
 /// Items under words, in the order in which the words came.
 class WordLists {
  public:
-  void Add(const QString& words, const Item& item) {
-    auto list = std::find_if(lists_.begin(), lists_.end(),
-                             [&](const auto& known) { return known.first == words; });
-    if (list == lists_.end()) list = lists_.insert(lists_.end(), {words, {}});
-    list->second.push_back(item);
+  void Add(const QString& words, const Item& item) { List(words).push_back(item); }
+
+  /// Takes out what the other has under the same words. Both are put in order.
+  void Remove(WordLists& other) {
+    Sort();
+    other.Sort();
+    for (auto& [words, items] : lists_) {
+      std::vector<Item> left;
+      const std::vector<Item>& gone = other.List(words);
+      std::set_difference(items.begin(), items.end(), gone.begin(), gone.end(),
+                          std::back_inserter(left));
+      items = std::move(left);
+    }
   }
 
   /// One line for all items of the same words.
   template <typename Line>
-  QString Lines(Line line) {
+  QStringList Lines(Line line) {
+    Sort();
     QStringList lines;
-    for (auto& [words, items] : lists_) {
-      std::sort(items.begin(), items.end());
-      items.erase(std::unique(items.begin(), items.end()), items.end());
+    for (const auto& [words, items] : lists_) {
+      if (items.empty()) continue;
       QStringList names;
       // "RELAY 03" is not to be parted at the end of a line.
       for (const Item& item : items) names << ItemText(item).replace(u' ', QChar::Nbsp);
       lines << line(words, names.join(QStringLiteral(", ")));
     }
-    return lines.join(u'\n');
+    return lines;
   }
 
  private:
+  std::vector<Item>& List(const QString& words) {
+    const auto known = std::find_if(lists_.begin(), lists_.end(),
+                                    [&](const auto& list) { return list.first == words; });
+    return known != lists_.end() ? known->second
+                                 : lists_.emplace_back(words, std::vector<Item>()).second;
+  }
+
+  void Sort() {
+    for (auto& [words, items] : lists_) {
+      std::sort(items.begin(), items.end());
+      items.erase(std::unique(items.begin(), items.end()), items.end());
+    }
+  }
+
   std::vector<std::pair<QString, std::vector<Item>>> lists_;
 };
 
@@ -78,31 +100,33 @@ class ReportUses {
   QString WhatItDoes(const Item& user) const {
     WordLists lists;
     for (const Use* use : Of(byUser_, user)) lists.Add(use->Words, use->Used);
-    return lists.Lines(WordsAround);
+    return lists.Lines(WordsAround).join(u'\n');
   }
 
-  /// Direct, and through the groups and presets that hold it.
+  /// Direct, and through the groups and presets that hold it unless the same is done directly.
   QString WhatActsOnIt(const Item& used) const {
-    const auto around = [](const QString& words) {
-      return WordsAround(words, QStringLiteral("it"));
-    };
-    WordLists lists;
-    for (const Use* use : Of(byUsed_, used)) {
-      if (!IsPilot(use)) lists.Add(around(use->Words), use->User);
-    }
+    WordLists direct;
+    WordLists byGroup;
+    WordLists byPreset;
     for (const Use* held : Of(byUsed_, used)) {
+      if (!IsPilot(held)) direct.Add(held->Words, held->User);
       const bool group = held->User.Kind == ItemKind::Group;
       if (!group && held->User.Kind != ItemKind::Preset) continue;
       for (const Use* use : Of(byUsed_, held->User)) {
         if (use->Effect == EffectFollows) continue;
-        lists.Add(group ? around(use->Words) + QStringLiteral(" through a group")
-                        : around(held->Words) + QStringLiteral(" through a preset"),
-                  use->User);
+        (group ? byGroup : byPreset).Add(group ? use->Words : held->Words, use->User);
       }
     }
-    return lists.Lines([](const QString& words, const QString& users) {
-      return users + QStringLiteral(": ") + words;
-    });
+    byGroup.Remove(direct);
+    byPreset.Remove(direct);
+    const auto lines = [](WordLists& lists, const QString& how) {
+      return lists.Lines([&](const QString& words, const QString& users) {
+        return users + QStringLiteral(": ") + WordsAround(words, QStringLiteral("it")) + how;
+      });
+    };
+    return (lines(direct, {}) + lines(byGroup, QStringLiteral(" through a group")) +
+            lines(byPreset, QStringLiteral(" through a preset")))
+        .join(u'\n');
   }
 
  private:
