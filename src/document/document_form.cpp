@@ -60,11 +60,13 @@ void frmT3Document::Form_Load() {
   lblOpenDocument->Click = [this] { lblOpenDocument_Click(); };
   lblOpenDocument->setVisible(false);
 
-  AddWidget(new FindingsFrame);
+  findings = new FindingsFrame;
+  AddWidget(findings);
   UseSpareHeight();
 }
 
 void frmT3Document::Form_Activate() {
+  findings->ShowConnected(Connected != 0);
   ShowFileName();
   for (int i = 0; i < DocumentSectionOff.Size; ++i) {
     chkPrintOptions(i).SetValue(DocumentSectionOff(i) == 0 ? 1 : 0);

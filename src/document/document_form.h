@@ -17,6 +17,7 @@ class frmT3Document : public ChildForm {
  private:
   void ShowFileName();
 
+  class FindingsFrame* findings = nullptr;
   Label* lblDocFileName = nullptr;
   Label* lblOpenDocument = nullptr;
   ControlArray<CheckBox> chkPrintOptions;

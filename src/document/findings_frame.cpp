@@ -4,15 +4,21 @@
 #include <QClipboard>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QScopeGuard>
 #include <QVBoxLayout>
+#include <memory>
 
 #include "document/go_to_item.h"
 #include "document/rules/compare.h"
 #include "document/rules/report_writer.h"
+#include "link/panel_memory.h"
+#include "link/panel_queue.h"
+#include "link/panel_transact.h"
 #include "panel/program_state.h"
 #include "panel/project_file.h"
 #include "shell/dialogs.h"
 #include "shell/shell.h"
+#include "shell/stopwatch.h"
 
 namespace {
 
@@ -40,6 +46,8 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
   };
   addButton("cmdCheck", QStringLiteral("Check"), &FindingsFrame::cmdCheck_Click);
   addButton("cmdCompare", QStringLiteral("Compare..."), &FindingsFrame::cmdCompare_Click);
+  cmdComparePanel = addButton("cmdComparePanel", QStringLiteral("Compare With Panel"),
+                              &FindingsFrame::cmdComparePanel_Click);
   cboShown = new ComboBox;
   cboShown->setObjectName(QStringLiteral("cboShown"));
   cboShown->setAccessibleName(QStringLiteral("Show"));
@@ -105,7 +113,12 @@ void FindingsFrame::cmdCompare_Click() {
   const QString name =
       FileDialog({FileRequest::Kind::Open, ProjectFileFilter, DataPath(QStringLiteral("*.T3"))});
   if (name.isEmpty()) return;
-  const auto differences = CompareProjects(ThisProject(), ReadOtherProject(name), true);
+  ShowDifferences(ThisProject(), ReadOtherProject(name), QStringLiteral("Other project"));
+}
+
+void FindingsFrame::ShowDifferences(const ProjectDocument& one, const ProjectDocument& other,
+                                    const QString& otherTitle) {
+  const auto differences = CompareProjects(one, other, true);
   std::vector<Row> rows;
   QStringList areas;
   for (const Difference& difference : differences) {
@@ -117,10 +130,59 @@ void FindingsFrame::cmdCompare_Click() {
   }
   const bool equal = rows.empty();
   ShowRows({QStringLiteral("Area"), QStringLiteral("Item"), QStringLiteral("Field"),
-            QStringLiteral("This project"), QStringLiteral("Other project")},
+            QStringLiteral("This project"), otherTitle},
            areas, std::move(rows),
-           equal ? QStringLiteral("The projects are equal.")
+           equal ? QStringLiteral("Both are equal.")
                  : QStringLiteral("%1 settings differ.").arg(differences.size()));
+}
+
+void FindingsFrame::cmdComparePanel_Click() {
+  if (reading_) {
+    reading_ = false;
+  } else {
+    AskPanel([this] { ComparePanel(); });
+  }
+}
+
+void FindingsFrame::ComparePanel() {
+  constexpr qint64 pictureMs = 100;
+  const QString caption = cmdComparePanel->Caption();
+  DisableMainMenus();
+  reading_ = true;
+  cmdComparePanel->SetCaption(QStringLiteral("Cancel"));
+  const auto end = qScopeGuard([&] {
+    reading_ = false;
+    cmdComparePanel->SetCaption(caption);
+    EnableMainMenus();
+  });
+  const auto memory = std::make_unique<PanelImageType>();
+  ImageSum sum;
+  Stopwatch shown;
+  for (int block = 0; block < ImageBlockCount; ++block) {
+    if (!ReadPanelBlock(block, *memory, sum)) {
+      PanelConnectionLost();
+      return;
+    }
+    if (shown.ElapsedMs() < pictureMs) continue;
+    shown.Restart();
+    lblFound->SetCaption(
+        QStringLiteral("Reading block %1 of %2").arg(block + 1).arg(ImageBlockCount));
+    QCoreApplication::processEvents();
+    if (!reading_) {
+      lblFound->SetCaption(QStringLiteral("Cancelled"));
+      return;
+    }
+  }
+  const std::optional<Int32> panelSum = PanelMemorySum();
+  if (!panelSum) {
+    PanelConnectionLost();
+    return;
+  }
+  if (*panelSum != sum.Value()) {
+    throw RunTimeFailure("The panel's memory was not read as it is. Please compare again.");
+  }
+  ShowDifferences(AsPanelKeeps(ThisProject()), UploadedOver(ThisProject(), *memory),
+                  QStringLiteral("Panel"));
 }
 
 void FindingsFrame::ShowRows(const QStringList& headers, const QStringList& kinds,

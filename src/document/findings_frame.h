@@ -4,6 +4,7 @@
 #include <QTreeWidget>
 
 #include "document/rules/check.h"
+#include "panel/project_document.h"
 #include "shell/controls.h"
 
 /// What a check has found or in what two projects differ, below what the document's screen has of
@@ -12,9 +13,12 @@ class FindingsFrame : public QGroupBox {
   Q_OBJECT
  public:
   FindingsFrame();
+  void ShowConnected(bool connected) { cmdComparePanel->setEnabled(connected); }
 
   void cmdCheck_Click();
   void cmdCompare_Click();
+  /// Reads the connected panel's memory; pressed meanwhile, it stops.
+  void cmdComparePanel_Click();
   void cboShown_Click();
   void cmdCopy_Click();
   void cmdPrint_Click();
@@ -32,13 +36,18 @@ class FindingsFrame : public QGroupBox {
   void ShowRows(const QStringList& headers, const QStringList& kinds, std::vector<Row> rows,
                 const QString& told);
   void FillList();
+  void ComparePanel();
+  void ShowDifferences(const ProjectDocument& one, const ProjectDocument& other,
+                       const QString& otherTitle);
   void TellReport(const QString& told);
 
   ComboBox* cboShown = nullptr;  ///< One kind of rows, by their first cell, or all.
+  Button* cmdComparePanel = nullptr;
   Label* lblFound = nullptr;
   Button* cmdCopy = nullptr;
   QTreeWidget* lstFindings = nullptr;
   Label* lblReport = nullptr;
   std::vector<Row> rows_;
   QString told_;
+  bool reading_ = false;
 };

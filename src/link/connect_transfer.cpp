@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "link/connect_form.h"
+#include "link/panel_memory.h"
 #include "link/panel_queue.h"
 #include "link/panel_transact.h"
 #include "link/transport.h"
@@ -242,8 +243,9 @@ Int16 frmT3Connect::CompareSums(Int32 sum) {
   BeforeLongWait = nullptr;
   lblActivityProgress->SetCaption(QStringLiteral("Verify Checksum"));
   lblActivityProgress->repaint();
-  if (PanelTransact("3400009FFF", 8, 6) == 0) return NoSum;
-  return ParseHexWord(ReplyMid(2, 4)) == sum ? Complete : SumDiffers;
+  const std::optional<Int32> panelSum = PanelMemorySum();
+  if (!panelSum) return NoSum;
+  return *panelSum == sum ? Complete : SumDiffers;
 }
 
 void frmT3Connect::cmdUpLoadFromT2_Click() {
@@ -316,15 +318,7 @@ Int16 frmT3Connect::FetchImage() {
   ImageSum sum;
   for (int block = 0; block < ImageBlockCount; ++block) {
     if (CancelPressed()) return Cancelled;
-    const int address = block * ImageBlockSize;
-    if (PanelTransact("31" + HexWord(address) + HexByte(ImageBlockSize - 1), 132, 10) == 0) {
-      return BlockNotRead;
-    }
-    for (int j = 0; j < ImageBlockSize; ++j) {
-      const auto value = static_cast<Int16>(ReplyByte(2 + 2 * j));
-      PanelImage(address + j) = value;
-      sum.Add(value);
-    }
+    if (!ReadPanelBlock(block, PanelImage, sum)) return BlockNotRead;
     ShowProgress("Uploading", block + 1);
   }
   const Int16 outcome = CompareSums(sum.Value());

@@ -4,8 +4,10 @@
 #include <QTreeWidget>
 
 #include "document/rules/find_items.h"
+#include "link/panel_memory.h"
 #include "panel/project_file.h"
 #include "screen_test.h"
+#include "status/live_panel.h"
 
 namespace {
 
@@ -131,7 +133,7 @@ TEST_F(FindingsTest, AComparisonLeavesTheProjectAlone) {
   Menu("mnuDocument");
   Press("cmdCompare");
   EXPECT_EQ(List().topLevelItemCount(), 0);
-  EXPECT_EQ(Text("lblFound"), "The projects are equal.");
+  EXPECT_EQ(Text("lblFound"), "Both are equal.");
   PanelRecord.RelayName(3) = "STAIRS";
   Press("cmdCompare");
   ASSERT_EQ(List().topLevelItemCount(), 1);
@@ -141,6 +143,34 @@ TEST_F(FindingsTest, AComparisonLeavesTheProjectAlone) {
   nextFileName = folder.path();
   Press("cmdCompare");
   EXPECT_EQ(messages.size(), 1U);
+}
+
+class ComparePanelTest : public LivePanelTest {};
+
+TEST_F(ComparePanelTest, ThePanelsMemoryIsReadAndTheProjectStays) {
+  ImageSum sum;
+  for (int block = 0; block < ImageBlockCount; ++block) ReadPanelBlock(block, PanelImage, sum);
+  IncludeNamesInUpload = -1;
+  ApplyPanelImage();
+  IncludeNamesInUpload = 0;
+  const PanelImageType image = PanelImage;
+  Open("frmT3Document");
+  Press("cmdComparePanel");
+  EXPECT_EQ(Text("lblFound"), "Both are equal.");
+  PanelRecord.RelayPowerOnType(2) = 1;
+  PanelRecord.OffHoursSweepRelay(1) = PanelRecord.OffHoursSweepRelay(1) != 0 ? 1 : 0;
+  Press("cmdComparePanel");
+  auto& list = Find<QTreeWidget>("lstFindings");
+  ASSERT_EQ(list.topLevelItemCount(), 1);
+  EXPECT_EQ(list.topLevelItem(0)->text(2), "power-on type");
+  EXPECT_EQ(PanelRecord.RelayPowerOnType(2), 1);
+  EXPECT_TRUE(PanelImage == image);
+  EXPECT_TRUE(MenusOn());
+
+  answer = [](const std::string&) { return std::optional<std::string>(); };
+  Press("cmdComparePanel");
+  EXPECT_EQ(Connected, 0);
+  EXPECT_NE(window->LoadedForm("frmT3Connect"), nullptr);
 }
 
 }  // namespace

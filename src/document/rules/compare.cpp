@@ -4,6 +4,7 @@
 #include <array>
 #include <set>
 #include <string_view>
+#include <utility>
 
 #include "dimmer/rules/dimmer_model.h"
 #include "link/rules/panel_image.h"
@@ -359,10 +360,14 @@ ProjectDocument ThisProject() {
   return {PanelRecord, FennlinkRecords, DimmerBlock};
 }
 
-ProjectDocument AsPanelKeeps(const ProjectDocument& project) {
+namespace {
+
+/// What `change` makes of a project with the functions that work on the live one, which stays.
+template <typename Change>
+ProjectDocument Changed(const ProjectDocument& project, Change change) {
   const ProjectDocument live = ThisProject();
   const PanelImageType image = PanelImage;
-  const Int16 namesToo = IncludeNamesInUpload;
+  const Int16 namesToo = std::exchange(IncludeNamesInUpload, Int16{-1});
   const auto put = [](const ProjectDocument& document) {
     PanelRecord = document.Panel;
     FennlinkRecords = document.Devices;
@@ -375,17 +380,31 @@ ProjectDocument AsPanelKeeps(const ProjectDocument& project) {
   };
   try {
     put(project);
-    PanelImage = {};
-    IncludeNamesInUpload = -1;
-    BuildPanelImage({});
-    // The wire carries the low byte of an element.
-    for (Int16& element : PanelImage.elements) element = static_cast<Int16>(element & 0xFF);
-    ApplyPanelImage();
+    change();
   } catch (...) {
     restore();
     throw;
   }
-  ProjectDocument kept = ThisProject();
+  ProjectDocument changed = ThisProject();
   restore();
-  return kept;
+  return changed;
+}
+
+}  // namespace
+
+ProjectDocument AsPanelKeeps(const ProjectDocument& project) {
+  return Changed(project, [] {
+    PanelImage = {};
+    BuildPanelImage({});
+    // The wire carries the low byte of an element.
+    for (Int16& element : PanelImage.elements) element = static_cast<Int16>(element & 0xFF);
+    ApplyPanelImage();
+  });
+}
+
+ProjectDocument UploadedOver(const ProjectDocument& project, const PanelImageType& memory) {
+  return Changed(project, [&] {
+    PanelImage = memory;
+    ApplyPanelImage();
+  });
 }

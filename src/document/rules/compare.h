@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "document/rules/item_names.h"
+#include "link/rules/panel_image.h"
 #include "panel/project_document.h"
 
 /// One setting that differs.
@@ -25,6 +26,9 @@ std::vector<Difference> CompareProjects(const ProjectDocument& one, const Projec
 /// flags -1, and whatever else a transfer changes lawfully. Throws RunTimeFailure for a project
 /// that cannot be downloaded.
 ProjectDocument AsPanelKeeps(const ProjectDocument& project);
+
+/// The project as an upload of that memory, names too, makes it of this one.
+ProjectDocument UploadedOver(const ProjectDocument& project, const PanelImageType& memory);
 
 /// The project in memory.
 ProjectDocument ThisProject();
