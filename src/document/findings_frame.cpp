@@ -55,10 +55,7 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
   cboShown->Click = [this] { cboShown_Click(); };
   row->addWidget(cboShown);
   cmdCopy = addButton("cmdCopy", QStringLiteral("Copy"), &FindingsFrame::cmdCopy_Click);
-  lblFound = new Label;
-  lblFound->setObjectName(QStringLiteral("lblFound"));
-  lblFound->SetLook(Label::Look::Quiet);
-  row->addWidget(lblFound, 1);
+  row->addStretch(1);
 
   lstFindings = new QTreeWidget;
   lstFindings->setObjectName(QStringLiteral("lstFindings"));
@@ -76,10 +73,10 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
   addButton("cmdReportPdf", QStringLiteral("Report As PDF..."), &FindingsFrame::cmdReportPdf_Click);
   addButton("cmdSpreadsheet", QStringLiteral("Spreadsheet..."),
             &FindingsFrame::cmdSpreadsheet_Click);
-  lblReport = new Label;
-  lblReport->setObjectName(QStringLiteral("lblReport"));
-  lblReport->SetLook(Label::Look::Quiet);
-  row->addWidget(lblReport, 1);
+  lblFound = new Label;
+  lblFound->setObjectName(QStringLiteral("lblFound"));
+  lblFound->SetLook(Label::Look::Quiet);
+  row->addWidget(lblFound, 1);
   connect(lstFindings, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) {
     const Row& pressed = rows_[item->data(0, Qt::UserRole).toUInt()];
     if (pressed.Screen.empty()) return;
@@ -226,7 +223,7 @@ void FindingsFrame::cmdCopy_Click() {
 }
 
 void FindingsFrame::TellReport(const QString& told) {
-  lblReport->SetCaption(told);
+  lblFound->SetCaption(told);
   PaintNow();
 }
 

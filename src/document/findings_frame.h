@@ -43,10 +43,9 @@ class FindingsFrame : public QGroupBox {
 
   ComboBox* cboShown = nullptr;  ///< One kind of rows, by their first cell, or all.
   Button* cmdComparePanel = nullptr;
-  Label* lblFound = nullptr;
+  Label* lblFound = nullptr;  ///< What came of the last press.
   Button* cmdCopy = nullptr;
   QTreeWidget* lstFindings = nullptr;
-  Label* lblReport = nullptr;
   std::vector<Row> rows_;
   QString told_;
   bool reading_ = false;
