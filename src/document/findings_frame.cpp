@@ -48,10 +48,14 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
   addButton("cmdCompare", QStringLiteral("Compare..."), &FindingsFrame::cmdCompare_Click);
   cmdComparePanel = addButton("cmdComparePanel", QStringLiteral("Compare With Panel"),
                               &FindingsFrame::cmdComparePanel_Click);
+  chkNames = new CheckBox(QStringLiteral("Names"));
+  chkNames->setObjectName(QStringLiteral("chkNames"));
+  chkNames->setToolTip(QStringLiteral("Whether names count in a comparison"));
+  row->addWidget(chkNames);
   cboShown = new ComboBox;
   cboShown->setObjectName(QStringLiteral("cboShown"));
   cboShown->setAccessibleName(QStringLiteral("Show"));
-  cboShown->SetWidthInChars(14);
+  cboShown->SetWidthInChars(11);
   cboShown->Click = [this] { cboShown_Click(); };
   row->addWidget(cboShown);
   cmdCopy = addButton("cmdCopy", QStringLiteral("Copy"), &FindingsFrame::cmdCopy_Click);
@@ -115,7 +119,7 @@ void FindingsFrame::cmdCompare_Click() {
 
 void FindingsFrame::ShowDifferences(const ProjectDocument& one, const ProjectDocument& other,
                                     const QString& otherTitle) {
-  const auto differences = CompareProjects(one, other, true);
+  const auto differences = CompareProjects(one, other, chkNames->Value() != 0);
   std::vector<Row> rows;
   QStringList areas;
   for (const Difference& difference : differences) {

@@ -43,7 +43,8 @@ class FindingsFrame : public QGroupBox {
 
   ComboBox* cboShown = nullptr;  ///< One kind of rows, by their first cell, or all.
   Button* cmdComparePanel = nullptr;
-  Label* lblFound = nullptr;  ///< What came of the last press.
+  CheckBox* chkNames = nullptr;  ///< Whether names count in a comparison.
+  Label* lblFound = nullptr;     ///< What came of the last press.
   Button* cmdCopy = nullptr;
   QTreeWidget* lstFindings = nullptr;
   std::vector<Row> rows_;

@@ -136,6 +136,9 @@ TEST_F(FindingsTest, AComparisonLeavesTheProjectAlone) {
   EXPECT_EQ(Text("lblFound"), "Both are equal.");
   PanelRecord.RelayName(3) = "STAIRS";
   Press("cmdCompare");
+  EXPECT_EQ(List().topLevelItemCount(), 0);
+  Find<CheckBox>("chkNames").click();
+  Press("cmdCompare");
   ASSERT_EQ(List().topLevelItemCount(), 1);
   EXPECT_EQ(List().topLevelItem(0)->text(3), "STAIRS");
   EXPECT_EQ(List().topLevelItem(0)->text(4), "HALL");
