@@ -66,10 +66,10 @@ class Engine {
     std::optional<Instant> Sunrise, Sunset, Open, Close;
   };
   /// Of a day counted from 1970.
-  SunAndHours HoursOf(std::int64_t day);
+  SunAndHours HoursOf(std::int64_t day) const;
 
-  // Commands. `by` is the cause, Subject::Kind::Hand or Host
-  // ---------------------------------------
+  // Commands -------------------------------------------------------------------------------------
+  // `by` is the cause, Subject::Kind::Hand or Host.
   void SetRelay(int relay, bool on, Subject::Kind by);
   void SetRelays(Mask on, Mask off, Subject::Kind by);
   void SetGroup(int group, bool on, Subject::Kind by);
@@ -178,7 +178,7 @@ class Engine {
   void RunTimer(int timer, const Subject& cause);
   /// Wall minutes since 1970 of the events of a day that timers count from.
   using DayEvents = std::array<std::optional<std::int64_t>, 5>;
-  DayEvents EventsOf(std::int64_t day, bool withSun);
+  DayEvents EventsOf(std::int64_t day, bool withSun) const;
   std::optional<std::int64_t> HourMinute(std::int64_t day, bool close) const;
   int Weekday(std::int64_t day) const { return (WeekdayOf(day) + WeekdayShift) % 7; }
   std::int64_t Today() const { return Wall() / DayMs; }

@@ -44,7 +44,7 @@ std::optional<std::int64_t> Engine::HourMinute(std::int64_t day, bool close) con
   return day * DayMinutes + quarter * QuarterMinutes;
 }
 
-Engine::DayEvents Engine::EventsOf(std::int64_t day, bool withSun) {
+Engine::DayEvents Engine::EventsOf(std::int64_t day, bool withSun) const {
   using enum TimerSetting::Event;
   DayEvents events;
   events[static_cast<std::size_t>(Clock)] = day * DayMinutes;
@@ -171,7 +171,7 @@ void Engine::Sweep() {
   Settle(cause);
 }
 
-Engine::SunAndHours Engine::HoursOf(std::int64_t day) {
+Engine::SunAndHours Engine::HoursOf(std::int64_t day) const {
   const DayEvents events = EventsOf(day, true);
   const auto at = [&](TimerSetting::Event event) {
     const auto minute = events[static_cast<std::size_t>(event)];

@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <numbers>
+#include <unordered_map>
 
 namespace simulator {
 
@@ -28,18 +29,19 @@ double WithinHalfTurn(double degrees) {
 }  // namespace
 
 const Sun::Position& Sun::Knot(std::int64_t number) {
-  const auto slot = static_cast<std::size_t>(number & 3);
-  if (KnotNumbers[slot] != number) {
+  // The same for every place and every copy of an engine, and most of the work of a year.
+  thread_local std::unordered_map<std::int64_t, Position> known;
+  const auto [place, isNew] = known.try_emplace(number);
+  if (isNew) {
     // The library tells the sun among the stars of the year 2000, a third of a degree away by now.
     const double julianDay = JulianDay1970 + static_cast<double>(number * KnotDays);
     ln_equ_posn among{};
     ln_equ_posn position{};
     ln_get_solar_equ_coords(julianDay, &among);
     ln_get_equ_prec(&among, julianDay, &position);
-    Knots[slot] = {position.ra, position.dec};
-    KnotNumbers[slot] = number;
+    place->second = {position.ra, position.dec};
   }
-  return Knots[slot];
+  return place->second;
 }
 
 Sun::Position Sun::At(double day) {
@@ -62,7 +64,7 @@ double Sun::HourAngle(double day, const Position& position) const {
   return WithinHalfTurn(sidereal - LongitudeWest - position.RightAscension);
 }
 
-std::optional<double> Sun::Crossing(double noon, int sign) {
+std::optional<double> Sun::Crossing(double noon, int sign) const {
   double day = noon;
   for (int round = 0; round < 6; ++round) {
     const Position position = At(day);
@@ -80,7 +82,7 @@ std::optional<double> Sun::Crossing(double noon, int sign) {
   return day;
 }
 
-SunTimes Sun::Of(std::int64_t day) {
+SunTimes Sun::Of(std::int64_t day) const {
   if (Latitude >= 90) return {};
   double noon = static_cast<double>(day) + 0.5 + LongitudeWest / 360.0;
   noon -= HourAngle(noon, At(noon)) / DegreesADay;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <optional>
 
@@ -13,28 +12,26 @@ struct SunTimes {
   std::optional<std::int64_t> Set;
 };
 
-/// The sun over one place. Remembers the positions that neighbouring days share.
+/// The sun over one place.
 class Sun {
  public:
   Sun(int latitude, int longitudeWest) : Latitude(latitude), LongitudeWest(longitudeWest) {}
 
   /// Of the solar day whose noon is that of day `day`, counted from 1970, at the place.
-  SunTimes Of(std::int64_t day);
+  SunTimes Of(std::int64_t day) const;
 
  private:
   struct Position {
     double RightAscension, Declination;  // degrees
   };
-  Position At(double day);
-  const Position& Knot(std::int64_t number);
-  std::optional<double> Crossing(double noon, int sign);
+  static Position At(double day);
+  static const Position& Knot(std::int64_t number);
+  std::optional<double> Crossing(double noon, int sign) const;
   /// Degrees west of the meridian, -180 to 180.
   double HourAngle(double day, const Position& position) const;
 
   int Latitude;
   int LongitudeWest;
-  std::array<Position, 4> Knots{};
-  std::array<std::int64_t, 4> KnotNumbers{-1, -1, -1, -1};
 };
 
 }  // namespace simulator
