@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <chrono>
 
+#include "simulator/readings.h"
+
 namespace simulator {
 
 namespace {
 
 constexpr int LastSunday = 5;
-constexpr std::int64_t ChangeHour = 2;
 
 std::int64_t NthSunday(int year, int month, int week) {
   if (week == LastSunday) {
@@ -62,8 +63,8 @@ Calendar::Calendar(const PanelMemory& memory) {
     const std::int64_t end = NthSunday(FirstYear + i, endMonth, endWeek);
     if (start == end) continue;
     // The end is told in daylight saving time, an hour earlier in standard time.
-    Savings[static_cast<std::size_t>(i)] = {start * DayMs + ChangeHour * HourMs,
-                                            end * DayMs + (ChangeHour - 1) * HourMs};
+    Savings[static_cast<std::size_t>(i)] = {start * DayMs + reading::ClockChangeHour * HourMs,
+                                            end * DayMs + (reading::ClockChangeHour - 1) * HourMs};
   }
 }
 

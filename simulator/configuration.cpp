@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <span>
 
+#include "simulator/readings.h"
+
 namespace simulator {
 
 namespace {
@@ -127,8 +129,8 @@ Configuration::Configuration(const PanelMemory& memory)
       BlinkAlertMs(memory.Byte(map::BlinkAlertMinutes) * MinuteMs),
       OverrideMs(memory.Word(map::OverrideMinutes) * MinuteMs),
       AlarmMs(memory.Byte(map::AlarmSeconds) * SecondMs),
-      TimedOnFromClosing(memory.Byte(map::TimedOnOperation) != 0),
-      PhotocellMs((memory.Byte(map::PhotocellFilter) == 1 ? 2 : 30) * SecondMs),
+      TimedOnFromClosing(memory.Byte(map::TimedOnOperation) == 1),
+      PhotocellMs(reading::PhotocellMs(memory.Byte(map::PhotocellFilter) == 1)),
       SweepMs((memory.Byte(map::OffHoursSweepInterval) + 1) * HourMs) {
   ReadRelays(memory);
   ReadOpenAndClose(memory);
@@ -146,7 +148,7 @@ void Configuration::ReadRelays(const PanelMemory& memory) {
   for (int i = 0; i < Items; ++i) {
     const auto type = static_cast<std::size_t>(memory.Byte(map::RelayTimerType + i));
     if (type < types.size()) *types[type] |= Bit(i);
-    PowerOnType[static_cast<std::size_t>(i)] = memory.Byte(map::RelayPowerOnType + i);
+    if (reading::OnAfterPower(memory.Byte(map::RelayPowerOnType + i))) OnAfterPower |= Bit(i);
   }
   const auto members = ColumnsByCode<2>(memory, map::GroupRelayInclude);
   const auto presets = ColumnsByCode<3>(memory, map::PresetRelayControl);

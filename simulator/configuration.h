@@ -135,7 +135,7 @@ struct Configuration {
   bool SunTimers = false;
   std::array<Mask, Items> GroupRelays{};
   std::array<Outcome, Items> Presets{};
-  std::array<int, Items> PowerOnType{};
+  Mask OnAfterPower = 0;
   Mask Blinks = 0;  // relays by their timer type
   Mask HIDDelay = 0;
   Mask AlarmOff = 0;

@@ -32,12 +32,7 @@ void Engine::PowerOn(Instant at) {
 
   const Subject cause{Subject::Kind::Power, 0, 0};
   TellFires(cause, "power comes");
-  constexpr int powerOn = 1;
-  Mask on = 0;
-  for (int i = 0; i < Items; ++i) {
-    if (Settings->PowerOnType[static_cast<std::size_t>(i)] == powerOn) on |= Bit(i);
-  }
-  TurnOn(on);
+  TurnOn(Settings->OnAfterPower);
   StartDimmers();
   Settle(cause);
   TellPilots(cause);
@@ -124,7 +119,7 @@ void Engine::RunPending() {
       words = "warning over";
       break;
     case Due::TimeOver:
-      TellRelays(0, due.Relays, Manner::Warning);
+      TellRelays(0, due.Relays, reading::OffAtTimesEnd);
       words = "timed on over";
       break;
     case Due::PulseOver:
@@ -136,7 +131,7 @@ void Engine::RunPending() {
       words = "pulse over";
       break;
     case Due::OverrideOver:
-      if (!BuildingOpen) TellRelays(0, due.Relays, Manner::Warning);
+      if (!BuildingOpen) TellRelays(0, due.Relays, reading::OffAtTimesEnd);
       words = "override over";
       break;
     case Due::Photocell:

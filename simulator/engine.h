@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "simulator/configuration.h"
+#include "simulator/readings.h"
 #include "simulator/row.h"
 #include "simulator/sun.h"
 
@@ -92,7 +93,7 @@ class Engine {
   Mask Relays() const { return Output; }
   bool Relay(int relay) const { return Has(Output, relay); }
   /// Warning that it is about to go off.
-  Mask BlinkingRelays() const { return Warned & ~Settings->HIDDelay & Output; }
+  Mask BlinkingRelays() const { return Warned & ~Settings->HIDDelay & Output & ~Held; }
   bool Group(int group) const;
   /// Nothing for a preset that names no relay; otherwise whether all stand as it says.
   std::optional<bool> Preset(int preset) const;
@@ -111,10 +112,6 @@ class Engine {
   bool IsOpen() const { return BuildingOpen; }
 
  private:
-  enum class Manner {
-    Plain,    // a switch, a host, a hand: at once
-    Warning,  // nobody may be looking: relays that blink do so first
-  };
   enum class Due { WarningOver, TimeOver, PulseOver, PulseBack, OverrideOver, Photocell, Dimmer };
   struct Pending {
     Instant At = 0;
@@ -225,6 +222,7 @@ class Engine {
   void RunSlot(int index);
   void EndSlot(int index);
   void RevertDimmer(int output, std::int64_t fadeMs);
+  void ForgetRevert(int output);
   void FollowRelays(Mask next);
   void FollowPhotocell(int device);
   void TellDimmers(const Subject& cause);

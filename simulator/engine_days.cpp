@@ -118,7 +118,7 @@ void Engine::RunPlanned() {
       return;
     case CloseEvent:
       BuildingOpen = false;
-      if (Settings->Swept != 0) NextSweep = Present;
+      if (Settings->Swept != 0) NextSweep = Present + reading::FirstSweepMs;
       return;
     case ActiveEdge:
       RunLevelSwitches(clock);
@@ -135,7 +135,7 @@ void Engine::RunPlanned() {
 
 void Engine::RunTimer(int number, const Subject& cause) {
   const TimerSetting& timer = Settings->Timers[static_cast<std::size_t>(number)];
-  TellRelays(timer.Relays.On, timer.Relays.Off, Manner::Warning);
+  TellRelays(timer.Relays.On, timer.Relays.Off, reading::OffByTimer);
   if (Has(Settings->SlotTimers, number)) RunSlots(DimmerSlot::Kind::Timer, number);
   EachBit(timer.Presets & Settings->SlotPresets,
           [this](int preset) { RunSlots(DimmerSlot::Kind::Preset, preset); });
@@ -167,7 +167,7 @@ void Engine::Sweep() {
   const Subject cause{Subject::Kind::Sweep, 0, 0};
   TellFires(cause, "off hours sweep");
   const Mask waiting = Waiting(Due::OverrideOver) | Waiting(Due::TimeOver);
-  TellRelays(0, Settings->Swept & ~waiting, Manner::Warning);
+  TellRelays(0, Settings->Swept & ~waiting, reading::OffBySweep);
   Settle(cause);
 }
 

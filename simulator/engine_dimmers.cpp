@@ -11,7 +11,6 @@ namespace simulator {
 namespace {
 
 constexpr int FullLevel = 255;
-constexpr int TenPercent = 25;
 constexpr int SetpointMode = 2;
 constexpr int ThreePointMode = 3;
 
@@ -48,7 +47,7 @@ int Curve(const DimmerSetting& setting, std::int64_t light) {
 int Engine::Limited(const DimmerSetting& setting, int level, std::int64_t light) {
   const int least = setting.MinFromPhotocell ? Curve(setting, light) : setting.MinLevel;
   const int most = setting.MaxFromPhotocell ? Curve(setting, light) : setting.MaxLevel;
-  return std::min(std::max(level, least), most);
+  return reading::Limited(level, least, most);
 }
 
 int Engine::GoalLevel(int output, std::int64_t light) const {
@@ -131,13 +130,14 @@ void Engine::RunSlot(int index) {
   const DimmerSetting& setting = Settings->Dimmers[static_cast<std::size_t>(slot.Output)];
   DimmerState& state = DimmerStates[static_cast<std::size_t>(slot.Output)];
   const std::int64_t fade = slot.Instant ? 0 : setting.FadeMs;
-  std::erase_if(Queue, [&slot](const Pending& pending) {
-    return pending.What == Due::Dimmer && pending.Number == slot.Output;
-  });
+  ForgetRevert(slot.Output);
   const int level = DimmerLevel(slot.Output);
   const auto goTo = [&](int to, std::int64_t ms) {
-    state.GoalBefore = state.Towards;
-    state.LevelBefore = state.Level;
+    // What reverts goes back to what stood before the first of several that do.
+    if (state.Slot < 0 || Settings->Slots[static_cast<std::size_t>(state.Slot)].Revert == Never) {
+      state.GoalBefore = state.Towards;
+      state.LevelBefore = state.Level;
+    }
     state.Slot = index;
     SetGoal(slot.Output, DimmerState::Goal::Fixed, to, ms);
   };
@@ -145,8 +145,8 @@ void Engine::RunSlot(int index) {
     RevertDimmer(slot.Output, fade);
     return;
   }
-  if (slot.Action == Lower) goTo(level - TenPercent, fade);
-  if (slot.Action == Raise) goTo(level + TenPercent, fade);
+  if (slot.Action == Lower) goTo(level - reading::DimmerStep, fade);
+  if (slot.Action == Raise) goTo(level + reading::DimmerStep, fade);
   if (slot.Action >= Goto0 && slot.Action <= Goto100) {
     goTo((slot.Action - Goto0) * FullLevel / 100, fade);
   }
@@ -178,10 +178,17 @@ void Engine::RevertDimmer(int output, std::int64_t fadeMs) {
   state.Slot = -1;
 }
 
+void Engine::ForgetRevert(int output) {
+  std::erase_if(Queue, [output](const Pending& pending) {
+    return pending.What == Due::Dimmer && pending.Number == output;
+  });
+}
+
 void Engine::FollowRelays(Mask next) {
   for (int output = 0; output < DimmerOutputs; ++output) {
     const DimmerSetting& setting = Settings->Dimmers[static_cast<std::size_t>(output)];
     if (((Output & setting.Relays) != 0) == ((next & setting.Relays) != 0)) continue;
+    ForgetRevert(output);
     SetGoal(output, DimmerState::Goal::Base, 0, setting.FadeMs);
     DimmerStates[static_cast<std::size_t>(output)].Slot = -1;
   }

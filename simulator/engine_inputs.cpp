@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <span>
 #include <stdexcept>
 
 #include "simulator/engine.h"
@@ -67,6 +68,7 @@ int Engine::DeviceInputBits(int device) const {
 void Engine::SetSilent(int device, bool silent) {
   Silent[CheckedDevice(device)] = silent;
   Refresh();
+  if (Settings->IsPhotocell[static_cast<std::size_t>(device)]) RunPhotocell(device);
   RunLevelSwitches({Subject::Kind::Hand, 0, 0});
 }
 
@@ -167,7 +169,7 @@ void Engine::Toggle(const SwitchSetting& setting) {
 
 void Engine::BeginTimedOn(const SwitchSetting& setting, bool closed) {
   const Mask relays = setting.Rows[1];
-  if (closed) TurnOn(relays);
+  if (closed) PersonTurnsOn(relays);
   if (closed != Settings->TimedOnFromClosing) return;
   // Those that somebody has switched off meanwhile stay off; a time begun again counts from now.
   Forget(relays & Told);
@@ -175,31 +177,29 @@ void Engine::BeginTimedOn(const SwitchSetting& setting, bool closed) {
 }
 
 void Engine::NextStep(const SwitchSetting& setting) {
-  const Mask a = setting.Rows[1];
-  const Mask b = setting.Rows[2];
-  const Mask c = setting.Rows[3];
-  std::vector<Mask> steps;
-  switch (setting.Kind) {
-    case InputKind::HIDBiLevel:  // off, high, low
-      steps = {0, a | b, a | c};
-      break;
-    case InputKind::TwoStep:
-      steps = {a, b};
-      break;
-    default:
-      steps = {0, a, b, a | b};
-  }
-  const Mask all = a | b | (setting.Kind == InputKind::HIDBiLevel ? c : 0);
+  std::span<const int> steps = reading::FourSteps;
+  if (setting.Kind == InputKind::TwoStep) steps = reading::TwoSteps;
+  if (setting.Kind == InputKind::HIDBiLevel) steps = reading::BiLevelSteps;
+  const auto lit = [&setting](int step) {
+    Mask relays = 0;
+    EachBit(static_cast<Mask>(step),
+            [&](int code) { relays |= setting.Rows[static_cast<std::size_t>(code + 1)]; });
+    return relays;
+  };
+  Mask all = 0;
+  for (const int step : steps) all |= lit(step);
   const Mask now = Told & all;
   const auto count = steps.size();
-  const auto at = std::find(steps.begin(), steps.end(), now);
+  const auto at =
+      std::find_if(steps.begin(), steps.end(), [&](int step) { return lit(step) == now; });
   // From no step at all the way goes to the first that lights something.
-  std::size_t step = at != steps.end() ? static_cast<std::size_t>(at - steps.begin()) : count - 1;
+  std::size_t next = at != steps.end() ? static_cast<std::size_t>(at - steps.begin()) : count - 1;
   for (std::size_t tries = 0; tries < count; ++tries) {
-    step = (step + 1) % count;
-    if (steps[step] == now || (at == steps.end() && steps[step] == 0)) continue;
-    TurnOff(all & ~steps[step]);
-    PersonTurnsOn(steps[step]);
+    next = (next + 1) % count;
+    const Mask wanted = lit(steps[next]);
+    if (wanted == now || (at == steps.end() && wanted == 0)) continue;
+    TurnOff(all & ~wanted);
+    PersonTurnsOn(wanted);
     return;
   }
 }
@@ -301,12 +301,9 @@ void Engine::RunPhotocell(int device) {
   for (int i = 0; i < DeviceInputs; ++i) {
     const int number = SwitchOf(device, i);
     const SwitchSetting& setting = Settings->Inputs[static_cast<std::size_t>(number)];
-    const std::int64_t on = setting.OnLevel * LightUnits;
-    const std::int64_t off = setting.OffLevel * LightUnits;
-    if (on == off) continue;  // not set up
-    const bool reachedOn = on > off ? light >= on : light <= on;
-    const bool reachedOff = on > off ? light <= off : light >= off;
-    if (reachedOn || reachedOff) SetDeviceInput(device, i, reachedOn);
+    const std::optional<bool> closes =
+        reading::PhotocellSays(light, setting.OnLevel * LightUnits, setting.OffLevel * LightUnits);
+    if (closes) SetDeviceInput(device, i, *closes);
   }
   if (light == Lights[static_cast<std::size_t>(device)].To) FollowPhotocell(device);
 }

@@ -4,16 +4,10 @@
 
 namespace simulator {
 
-namespace {
-
-constexpr std::int64_t PulseMs = SecondMs;
-
-}  // namespace
-
 void Engine::SetRelays(Mask on, Mask off, Subject::Kind by) {
   Refresh();
   PersonTurnsOn(on);
-  TellRelays(0, off, Manner::Plain);
+  TellRelays(0, off, reading::OffByPerson);
   Settle({by, 0, 0});
 }
 
@@ -36,7 +30,7 @@ void Engine::SetPreset(int preset, Subject::Kind by) {
 void Engine::ApplyPreset(int preset) {
   const Outcome& wanted = Settings->Presets.at(static_cast<std::size_t>(preset));
   PersonTurnsOn(wanted.On);
-  TellRelays(0, wanted.Off, Manner::Plain);
+  TellRelays(0, wanted.Off, reading::OffByPerson);
   RunSlots(DimmerSlot::Kind::Preset, preset);
 }
 
@@ -58,7 +52,7 @@ void Engine::TurnOn(Mask on) {
   Forget(on);
   const Mask started = on & ~Told;
   Told |= on;
-  Schedule({Present + PulseMs, Due::PulseOver, started & Settings->PulsedOn});
+  Schedule({Present + reading::PulseMs, Due::PulseOver, started & Settings->PulsedOn});
   Schedule({Present + Settings->AlarmMs, Due::PulseOver, started & Settings->AlarmOn});
 }
 
@@ -67,7 +61,7 @@ void Engine::TurnOff(Mask off) {
   Forget(off);
   const Mask ended = off & Told;
   Told &= ~off;
-  Schedule({Present + PulseMs, Due::PulseBack, ended & Settings->PulsedOff});
+  Schedule({Present + reading::PulseMs, Due::PulseBack, ended & Settings->PulsedOff});
   Schedule({Present + Settings->AlarmMs, Due::PulseBack, ended & Settings->AlarmOff});
 }
 

@@ -6,9 +6,10 @@
 #include <QFile>
 #include <QSocketNotifier>
 #include <array>
+#include <cerrno>
 #include <cstdio>
-#include <exception>
 #include <stdexcept>
+#include <system_error>
 
 #include "simulator/command_line.h"
 #include "simulator/console.h"
@@ -67,9 +68,12 @@ int Rehearse(const simulator::CommandLine& line) {
       throw std::invalid_argument("The memory file " + file.toStdString() + " is not there");
     }
     simulator::Rehearse(
-        simulator::StartMemory(line.Wanted), *line.Rehearsal,
-        [](std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); });
-    return std::fflush(stdout) == 0 ? 0 : 1;
+        simulator::StartMemory(line.Wanted), *line.Rehearsal, [](std::string_view text) {
+          const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+          if (written && std::fflush(stdout) == 0) return;
+          throw std::system_error(errno, std::generic_category(), "The output cannot be written");
+        });
+    return 0;
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "tamberloom3-panel: %s\n", failure.what());
     return wrongInput;

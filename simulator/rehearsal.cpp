@@ -3,13 +3,13 @@
 #include <QDate>
 #include <QFile>
 #include <QRegularExpression>
-#include <QSaveFile>
 #include <QStringList>
 #include <QTime>
 #include <algorithm>
 #include <stdexcept>
 
 #include "simulator/plan.h"
+#include "simulator/write_file.h"
 
 namespace simulator {
 
@@ -153,15 +153,6 @@ std::string BurnHours(const Engine& engine, const std::vector<Bar>& bars) {
   return text;
 }
 
-void SavePlan(const QString& path, const std::string& svg) {
-  QSaveFile file(path);
-  const QByteArray content = QByteArray::fromStdString(svg);
-  if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit()) {
-    throw std::invalid_argument("The file " + path.toStdString() +
-                                " cannot be written: " + file.errorString().toStdString());
-  }
-}
-
 }  // namespace
 
 void ParseRange(const QString& text, RehearsalOptions& options) {
@@ -231,8 +222,9 @@ void Rehearse(const PanelMemory& memory, const RehearsalOptions& options,
   if (options.BurnHours) output.Text += BurnHours(engine, keeper.Until(end));
   output.Flush();
   if (options.PlanFile.isEmpty()) return;
-  SavePlan(options.PlanFile,
-           PlanSvg(engine, memory, keeper.Until(end), options.FirstDay, options.LastDay));
+  WriteFile(options.PlanFile,
+            PlanSvg(engine, memory, keeper.Until(end), options.FirstDay, options.LastDay),
+            "The file");
 }
 
 }  // namespace simulator

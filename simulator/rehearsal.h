@@ -34,7 +34,7 @@ struct RehearsalOptions {
 /// As in "2026-01-01..2026-12-31" or one date. Throws std::invalid_argument.
 void ParseRange(const QString& text, RehearsalOptions& options);
 
-/// Runs the days and hands the output to `write` piece by piece. Throws std::invalid_argument when
+/// Runs the days and hands the output to `write` piece by piece. Throws std::runtime_error when
 /// the picture cannot be written.
 void Rehearse(const PanelMemory& memory, const RehearsalOptions& options,
               const std::function<void(std::string_view)>& write);

@@ -1,9 +1,10 @@
 #include "simulator/simulator.h"
 
 #include <QFile>
-#include <QSaveFile>
 #include <cstdio>
 #include <stdexcept>
+
+#include "simulator/write_file.h"
 
 namespace simulator {
 
@@ -61,20 +62,7 @@ void Simulator::SaveMemory(const QString& path) {
   const QString name = path.isEmpty() ? Setting.MemoryFile : path;
   if (name.isEmpty()) throw std::runtime_error("No memory file has been named");
   const std::uint64_t revision = Common.ThePanel.Memory.Revision();
-  const std::string content = Common.ThePanel.Memory.Content();
-  QSaveFile file(name);
-  // Unbuffered, because a commit does not say why a disk did not take what was buffered; one that
-  // fills up takes a part first and tells its reason at the next attempt.
-  bool written = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
-  for (qint64 at = 0; written && at < PanelMemory::Size;) {
-    const qint64 taken = file.write(content.data() + at, PanelMemory::Size - at);
-    written = taken > 0;
-    at += taken;
-  }
-  if (!written || !file.commit()) {
-    throw std::runtime_error("The memory file " + name.toStdString() +
-                             " cannot be written: " + file.errorString().toStdString());
-  }
+  WriteFile(name, Common.ThePanel.Memory.Content(), "The memory file");
   if (name == Setting.MemoryFile) SavedRevision = revision;
 }
 

@@ -8,12 +8,13 @@
 #include <numbers>
 #include <unordered_map>
 
+#include "simulator/readings.h"
+
 namespace simulator {
 
 namespace {
 
 constexpr double JulianDay1970 = 2440587.5;
-constexpr double Horizon = -0.833;  // refraction and half the sun's disc, degrees
 constexpr double DegreesADay = 360.98564736629;
 // The sun moves so evenly that three positions four days apart give all between to a second.
 constexpr std::int64_t KnotDays = 4;
@@ -68,7 +69,7 @@ std::optional<double> Sun::Crossing(double noon, int sign) const {
   double day = noon;
   for (int round = 0; round < 6; ++round) {
     const Position position = At(day);
-    const double cosine = (std::sin(Radians(Horizon)) -
+    const double cosine = (std::sin(Radians(reading::Horizon)) -
                            std::sin(Radians(Latitude)) * std::sin(Radians(position.Declination))) /
                           (std::cos(Radians(Latitude)) * std::cos(Radians(position.Declination)));
     if (!(cosine > -1 && cosine < 1)) return std::nullopt;
