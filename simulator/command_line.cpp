@@ -1,7 +1,11 @@
 #include "simulator/command_line.h"
 
+#include <pwd.h>
+#include <unistd.h>
+
 #include <QCommandLineParser>
 #include <QDir>
+#include <QFile>
 #include <QRegularExpression>
 #include <stdexcept>
 
@@ -21,11 +25,18 @@ int Number(const QCommandLineParser& parser, const QString& option, int last) {
   return value;
 }
 
+/// Of the account, if nothing else is told.
+QString HomePath() {
+  const QByteArray told = qgetenv("HOME");
+  const passwd* account = told.isEmpty() ? getpwuid(getuid()) : nullptr;
+  return account ? QFile::decodeName(account->pw_dir) : QDir::homePath();
+}
+
 /// A bare COMn stands in the host program's data folder.
 QString LinkPath(const QString& text) {
   static const QRegularExpression bare("^COM([1-9]|1[0-6])$");
-  if (bare.match(text).hasMatch()) return QDir::homePath() + "/Orv Tamberloom 3/Ports/" + text;
-  return text.startsWith("~/") ? QDir::homePath() + text.mid(1) : text;
+  if (bare.match(text).hasMatch()) return HomePath() + "/Orv Tamberloom 3/Ports/" + text;
+  return text.startsWith("~/") ? HomePath() + text.mid(1) : text;
 }
 
 }  // namespace
@@ -50,6 +61,11 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
       {"dial-ms", "Time from dialling to the modem's answer.", "MS", "1500"},
       {"baud", "Pace the pseudo-terminal like a line of N baud; 0: no pacing.", "N", "0"},
       {"memory", "Keep the panel's memory in FILE, 40,960 bytes.", "FILE"},
+      {"window", "Show the panel in a window: relays, switches, front, clock, days as a picture."},
+      {"follow",
+       "Run the memory in FILE, which another program writes, and take it over whenever it has "
+       "changed. Nothing is served unless a line is asked for.",
+       "FILE"},
       {"blank", "Start with a memory of zeros in place of a small installation."},
       {"password", "Start with this password of six digits.", "DIGITS"},
       {"fault", "Spoil replies: KIND[:AMOUNT[:GAP]][@FIRST][xCOUNT]. May be given more than once.",
@@ -97,7 +113,13 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
     throw std::invalid_argument("--baud paces a pseudo-terminal: add --pty");
   }
   if (parser.isSet("tcp")) wanted.TcpPort = static_cast<quint16>(Number(parser, "tcp", 65535));
-  if (!wanted.Pty && !wanted.TcpPort) wanted.TcpPort = DefaultPort;
+  result.Window = parser.isSet("window");
+  wanted.FollowedFile = parser.value("follow");
+  if (parser.isSet("follow") && parser.isSet("memory")) {
+    throw std::invalid_argument("--follow and --memory exclude each other");
+  }
+  const bool served = wanted.Pty || wanted.TcpPort || parser.isSet("follow");
+  if (!served) wanted.TcpPort = DefaultPort;
   wanted.Blank = parser.isSet("blank");
   static const QRegularExpression sixDigits("^[0-9]{6}$");
   if (parser.isSet("password") && !sixDigits.match(parser.value("password")).hasMatch()) {

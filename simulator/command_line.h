@@ -12,6 +12,7 @@ namespace simulator {
 struct CommandLine {
   Options Wanted;
   std::optional<RehearsalOptions> Rehearsal;  // in place of serving lines
+  bool Window = false;                        // to be shown in one
   std::string Say;  // a text to print in place of running, for --help and --version
 };
 

@@ -1,5 +1,3 @@
-#include <fcntl.h>
-#include <signal.h>
 #include <unistd.h>
 
 #include <QCoreApplication>
@@ -8,32 +6,15 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <stdexcept>
 #include <system_error>
 
 #include "simulator/command_line.h"
 #include "simulator/console.h"
+#include "simulator/end_signals.h"
 
 namespace {
-
-std::array<int, 2> SignalPipe{-1, -1};
-
-extern "C" void WakeUp(int) {
-  const char byte = 0;
-  [[maybe_unused]] const ssize_t written = write(SignalPipe[1], &byte, 1);
-}
-
-/// SIGINT, SIGTERM and SIGHUP end the event loop, so that the memory is saved and the link removed.
-void QuitOnSignals() {
-  if (pipe2(SignalPipe.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
-  auto* notifier =
-      new QSocketNotifier(SignalPipe[0], QSocketNotifier::Read, QCoreApplication::instance());
-  QObject::connect(notifier, &QSocketNotifier::activated, &QCoreApplication::quit);
-  for (const int number : {SIGINT, SIGTERM, SIGHUP}) signal(number, WakeUp);
-  signal(SIGPIPE, SIG_IGN);
-  // In the background the terminal has no commands for us, and must not stop us either.
-  signal(SIGTTIN, SIG_IGN);
-}
 
 /// Feeds standard input to the console line by line; its end leaves the program running.
 void ReadCommands(simulator::Console& console) {
@@ -80,6 +61,18 @@ int Rehearse(const simulator::CommandLine& line) {
   }
 }
 
+/// Becomes the program with the window, which gets the same words.
+[[noreturn]] void BecomeWindow(char** argv) {
+  const QString folder = QCoreApplication::applicationDirPath();
+  const QString name = QStringLiteral("tamberloom3-panel-window");
+  for (const char* place : {"/window/", "/../" TAMBERLOOM_MODULE_DIR "/"}) {
+    const QByteArray path = QFile::encodeName(folder + QLatin1String(place) + name);
+    execv(path.constData(), argv);
+  }
+  throw std::runtime_error(std::string("the window cannot be started: ") + std::strerror(errno) +
+                           ". Install the program again.");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -90,8 +83,9 @@ int main(int argc, char** argv) {
       std::fputs(line.Say.c_str(), stdout);
       return 0;
     }
+    if (line.Window) BecomeWindow(argv);
     if (line.Rehearsal) return Rehearse(line);
-    QuitOnSignals();
+    simulator::QuitOnSignals();
     simulator::Simulator panel(line.Wanted);
     if (panel.TcpPort() != 0) {
       std::printf("TCP: %s port %d\n", qPrintable(line.Wanted.Host), panel.TcpPort());

@@ -45,6 +45,12 @@ void Panel::SetSpeed(int factor) {
   Pace.SetSpeed(factor, RealMs());
 }
 
+void Panel::RunDaySoFar() {
+  const Instant now = Runner().Now();
+  Run.PowerOn(Run.Days().FromWall(Run.Wall() / DayMs * DayMs));
+  Run.AdvanceTo(now);
+}
+
 void Panel::JumpTo(const QDateTime& time) {
   Advance();
   Pace.JumpTo(WallOf(time));

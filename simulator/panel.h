@@ -44,6 +44,8 @@ class Panel {
   /// How many times as fast as real time the panel's clock runs; 0 stands still.
   int Speed() const { return Pace.Speed(); }
   void SetSpeed(int factor);
+  /// As if power had come at midnight: the day so far happens.
+  void RunDaySoFar();
   /// To a time of the panel's clock; see PanelClock.
   void JumpTo(const QDateTime& time);
   /// To the next event; false when there is none within a year.

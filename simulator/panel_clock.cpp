@@ -4,6 +4,12 @@
 
 namespace simulator {
 
+namespace {
+
+constexpr std::int64_t YearMs = 366 * DayMs;
+
+}  // namespace
+
 void PanelClock::SetSpeed(int factor, std::int64_t realMs) {
   Tick(realMs);
   Factor = factor;
@@ -18,13 +24,14 @@ void PanelClock::Tick(std::int64_t realMs) {
 void PanelClock::JumpTo(std::int64_t wall) {
   const Calendar& days = Runner.Days();
   const Instant at = days.FromWall(wall);
-  if (at < Runner.Now()) Runner.PowerOn(days.FromWall(wall / DayMs * DayMs));
+  if (at < Runner.Now() || at > Runner.Now() + YearMs) {
+    Runner.PowerOn(days.FromWall(wall / DayMs * DayMs));
+  }
   Runner.AdvanceTo(at);
 }
 
 bool PanelClock::Step() {
-  constexpr int yearDays = 366;
-  const auto next = Runner.NextHappenings(1, yearDays * DayMs);
+  const auto next = Runner.NextHappenings(1, YearMs);
   if (next.empty()) return false;
   Runner.AdvanceTo(next.front().Time);
   return true;

@@ -17,7 +17,7 @@ class PanelClock {
   /// brings nothing.
   void Tick(std::int64_t realMs);
   /// Goes to a time of the wall clock, milliseconds since 1970: forward through all that happens,
-  /// backward by power coming anew at the beginning of that day.
+  /// backward, and further than a year, by power coming anew at the beginning of that day.
   void JumpTo(std::int64_t wall);
   /// Goes to the next instant at which something happens, at most a year ahead; false: nothing.
   bool Step();

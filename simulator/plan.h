@@ -17,6 +17,7 @@ struct Bar {
 /// Gathers from an engine's rows when its relays are on, in order of their ends.
 class BarKeeper {
  public:
+  BarKeeper() = default;  // of relays that are all off
   explicit BarKeeper(const Engine& engine);
 
   void Take(const Row& row);

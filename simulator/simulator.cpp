@@ -1,6 +1,7 @@
 #include "simulator/simulator.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <cstdio>
 #include <stdexcept>
 
@@ -8,22 +9,36 @@
 
 namespace simulator {
 
+namespace {
+
+std::string MemoryContent(const QString& path) {
+  QFile file(path);
+  const std::string name = path.toStdString();
+  if (!file.open(QIODevice::ReadOnly)) {
+    throw std::runtime_error("The memory file " + name +
+                             " cannot be read: " + file.errorString().toStdString());
+  }
+  // One byte more than a memory tells that a file is too long without reading all of it.
+  const QByteArray content = file.read(PanelMemory::Size + 1);
+  if (content.size() != PanelMemory::Size) {
+    throw std::runtime_error("The memory file " + name + " is not " +
+                             std::to_string(PanelMemory::Size) + " bytes long");
+  }
+  return content.toStdString();
+}
+
+QDateTime WhenWritten(const QString& path) {
+  return QFileInfo(path).lastModified();
+}
+
+}  // namespace
+
 PanelMemory StartMemory(const Options& options) {
   PanelMemory memory = options.Blank ? PanelMemory() : SmallInstallation();
-  QFile file(options.MemoryFile);
-  if (!options.MemoryFile.isEmpty() && file.exists()) {
-    const std::string name = options.MemoryFile.toStdString();
-    if (!file.open(QIODevice::ReadOnly)) {
-      throw std::runtime_error("The memory file " + name +
-                               " cannot be read: " + file.errorString().toStdString());
-    }
-    // One byte more than a memory tells that a file is too long without reading all of it.
-    const QByteArray content = file.read(PanelMemory::Size + 1);
-    if (content.size() != PanelMemory::Size) {
-      throw std::runtime_error("The memory file " + name + " is not " +
-                               std::to_string(PanelMemory::Size) + " bytes long");
-    }
-    memory.SetContent(content.toStdString());
+  if (!options.FollowedFile.isEmpty()) {
+    memory.SetContent(MemoryContent(options.FollowedFile));
+  } else if (!options.MemoryFile.isEmpty() && QFile::exists(options.MemoryFile)) {
+    memory.SetContent(MemoryContent(options.MemoryFile));
   }
   for (std::size_t i = 0; i < options.Password.size() && i < map::PasswordLength; ++i) {
     memory.SetByte(map::Password + static_cast<int>(i), options.Password[i] - '0');
@@ -37,14 +52,32 @@ Simulator::Simulator(Options options)
   for (const Fault& fault : Setting.Faults) Common.Faults.Add(fault);
   if (Setting.TcpPort) Tcp = std::make_unique<TcpServer>(Common, Setting.Host, *Setting.TcpPort);
   if (Setting.Pty) Pty = std::make_unique<PtyServer>(Common, *Setting.Pty);
-  if (Setting.MemoryFile.isEmpty()) return;
-  SaveMemory();
-  connect(&Keeper, &QTimer::timeout, this, [this] { KeepMemory(); });
-  Keeper.start(500);
+  constexpr int keepMs = 500;
+  if (!Setting.FollowedFile.isEmpty()) {
+    FollowedState = WhenWritten(Setting.FollowedFile);
+    connect(&Keeper, &QTimer::timeout, this, [this] { Follow(); });
+  } else if (!Setting.MemoryFile.isEmpty()) {
+    SaveMemory();
+    connect(&Keeper, &QTimer::timeout, this, [this] { KeepMemory(); });
+  }
+  if (!Setting.FollowedFile.isEmpty() || !Setting.MemoryFile.isEmpty()) Keeper.start(keepMs);
 }
 
 Simulator::~Simulator() {
   if (!Setting.MemoryFile.isEmpty()) KeepMemory();
+}
+
+void Simulator::Follow() {
+  const QDateTime written = WhenWritten(Setting.FollowedFile);
+  if (written == FollowedState) return;
+  FollowedState = written;
+  try {
+    Common.ThePanel.Memory.SetContent(MemoryContent(Setting.FollowedFile));
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "%s\n", failure.what());
+    return;
+  }
+  if (TakenOver) TakenOver();
 }
 
 void Simulator::KeepMemory() {

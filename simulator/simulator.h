@@ -22,6 +22,7 @@ struct Options {
   bool Blank = false;    // memory all 0 in place of the small installation
   std::string Password;  // six digits, or empty: as in memory
   QString MemoryFile;    // empty: the memory is not kept
+  QString FollowedFile;  // in its place: read, and read again when it has changed
   std::vector<Fault> Faults;
   QString LogFile;  // "-": standard output; empty: none
   Clock Now;
@@ -49,14 +50,19 @@ class Simulator : public QObject {
   /// the start. Throws std::runtime_error.
   void SaveMemory(const QString& path = {});
 
+  /// Called when the followed file has brought new settings.
+  std::function<void()> TakenOver;
+
  private:
   void KeepMemory();
+  void Follow();
 
   Options Setting;
   Shared Common;
   std::unique_ptr<TcpServer> Tcp;
   std::unique_ptr<PtyServer> Pty;
   QTimer Keeper;
+  QDateTime FollowedState;  // when the followed file was written
   std::uint64_t SavedRevision = 0;
   bool SaveFailed = false;  // the user has been told
 };

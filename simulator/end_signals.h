@@ -1,0 +1,9 @@
+#pragma once
+
+namespace simulator {
+
+/// SIGINT, SIGTERM and SIGHUP end the event loop, so that the memory is saved and the link removed.
+/// Needs the application.
+void QuitOnSignals();
+
+}  // namespace simulator

@@ -1,0 +1,150 @@
+#include "simulator/window/front_view.h"
+
+#include <QFontDatabase>
+#include <QGridLayout>
+#include <QPainter>
+#include <QPushButton>
+
+#include "simulator/window/lamp_button.h"
+
+namespace simulator {
+
+namespace {
+
+constexpr int RowLength = 20;
+constexpr int DisplayRows = 4;
+constexpr int LedCount = 6;
+
+struct Key {
+  const char* Caption;
+  int Bits;
+  int Row;
+  int Column;
+};
+constexpr std::array Keys{Key{"Up", 0x01, 0, 1},      Key{"Previous", 0x10, 0, 0},
+                          Key{"Next", 0x20, 0, 2},    Key{"Exit", 0x08, 1, 0},
+                          Key{"Enter", 0x04, 1, 2},   Key{"Down", 0x02, 1, 1},
+                          Key{"Firmware", 0x30, 2, 0}};
+
+}  // namespace
+
+/// The lit glass, in its own colours in any surroundings.
+class FrontView::Glass : public QWidget {
+ public:
+  Glass() {
+    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setFocusPolicy(Qt::TabFocus);
+    setAccessibleName(QStringLiteral("Display"));
+  }
+  void Show(const std::string& text) {
+    if (text == Text) return;
+    Text = text;
+    QStringList rows;
+    for (int row = 0; row < DisplayRows; ++row) rows << Row(row).trimmed();
+    setAccessibleDescription(rows.join(QLatin1String("; ")));
+    update();
+  }
+  QSize sizeHint() const override {
+    const QFontMetrics metrics = fontMetrics();
+    return {metrics.horizontalAdvance(QLatin1Char('0')) * (RowLength + 2),
+            metrics.height() * (DisplayRows + 1)};
+  }
+
+ protected:
+  void changeEvent(QEvent* event) override {
+    if (event->type() == QEvent::FontChange) updateGeometry();
+  }
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(hasFocus() ? QPen(palette().color(QPalette::Highlight), 2) : QPen(Qt::black));
+    painter.setBrush(QColor(198, 219, 150));
+    painter.drawRoundedRect(rect().adjusted(1, 1, -1, -1), 4, 4);
+    painter.setPen(QColor(24, 36, 16));
+    const int letter = fontMetrics().horizontalAdvance(QLatin1Char('0'));
+    const int line = fontMetrics().height();
+    for (int row = 0; row < DisplayRows; ++row) {
+      const QString text = Row(row);
+      for (int i = 0; i < text.size(); ++i) {
+        painter.drawText(
+            QRect(letter * (i + 1) - letter / 2, line / 2 + line * row, letter * 2, line),
+            Qt::AlignCenter, text.mid(i, 1));
+      }
+    }
+  }
+
+ private:
+  /// With signs for the panel's own glyphs.
+  QString Row(int row) const {
+    static constexpr std::array<char16_t, 4> glyphs{u' ', u'▶', u'●', u'○'};
+    QString text;
+    for (const char c : Text.substr(static_cast<std::size_t>(row * RowLength), RowLength)) {
+      const auto code = static_cast<unsigned char>(c);
+      text += code < glyphs.size() ? QChar(glyphs[code]) : QChar(code);
+    }
+    return text;
+  }
+
+  std::string Text = std::string(RowLength * DisplayRows, ' ');
+};
+
+class FrontView::Leds : public QWidget {
+ public:
+  Leds() {
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setAccessibleName(QStringLiteral("LEDs"));
+  }
+  void Show(int bits) {
+    if (bits == Bits) return;
+    Bits = bits;
+    QStringList lit;
+    for (int i = 0; i < LedCount; ++i) {
+      if ((Bits >> i & 1) != 0) lit << QString::number(i + 1);
+    }
+    setAccessibleDescription(lit.isEmpty() ? QStringLiteral("none lit")
+                                           : lit.join(QLatin1String(", ")) + QLatin1String(" lit"));
+    update();
+  }
+  QSize sizeHint() const override {
+    const int line = fontMetrics().height();
+    return {line * LedCount * 3 / 2, line * 2};
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    const int line = fontMetrics().height();
+    for (int i = 0; i < LedCount; ++i) {
+      const QRect place(i * line * 3 / 2 + line / 4, 0, line, line);
+      PaintLamp(painter, place.adjusted(1, 1, -1, -1), palette(), (Bits >> i & 1) != 0);
+      painter.drawText(place.translated(0, line), Qt::AlignCenter, QString::number(i + 1));
+    }
+  }
+
+ private:
+  int Bits = -1;
+};
+
+FrontView::FrontView(Panel& panel) : PanelView(panel), Display(new Glass), Lights(new Leds) {
+  auto* grid = new QGridLayout(this);
+  grid->setContentsMargins(0, 0, 0, 0);
+  grid->addWidget(Display, 0, 0, 3, 1);
+  for (const Key& key : Keys) {
+    auto* button = new QPushButton(QString::fromLatin1(key.Caption));
+    button->setObjectName(QStringLiteral("key%1").arg(button->text()));
+    connect(button, &QPushButton::clicked, this, [this, bits = key.Bits] {
+      Source.PressKeys(bits);
+      ShowStates();
+    });
+    grid->addWidget(button, key.Row, key.Column + 1);
+  }
+  grid->addWidget(Lights, 2, 2, 1, 2, Qt::AlignCenter);
+}
+
+void FrontView::ShowStates() {
+  Display->Show(Source.Display());
+  Lights->Show(Source.Leds());
+}
+
+}  // namespace simulator

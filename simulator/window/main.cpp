@@ -1,0 +1,58 @@
+#include <QApplication>
+#include <QLockFile>
+#include <QMessageBox>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <optional>
+
+#include "simulator/command_line.h"
+#include "simulator/end_signals.h"
+#include "simulator/window/panel_window.h"
+
+namespace {
+
+QtMessageHandler usualHandler = nullptr;
+
+/// While the toolkit looks for a display: it would tell much and abort.
+void TellNoDisplay(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+  if (type == QtFatalMsg) {
+    std::fputs("tamberloom3-panel --window needs a display, and none can be reached.\n", stderr);
+    std::_Exit(1);
+  }
+  if (!QByteArray(context.category).startsWith("qt.qpa")) usualHandler(type, context, text);
+}
+
+void TellFailure(const char* what) {
+  std::fprintf(stderr, "tamberloom3-panel: %s\n", what);
+  QMessageBox::critical(nullptr, QStringLiteral("Orv Tamberloom 3 Simulated Panel"),
+                        QString::fromUtf8(what));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  usualHandler = qInstallMessageHandler(TellNoDisplay);
+  QApplication application(argc, argv);
+  qInstallMessageHandler(usualHandler);
+  QApplication::setApplicationName(QStringLiteral("tamberloom3-panel"));
+  QApplication::setDesktopFileName(QStringLiteral("com.example.tamberloom3.panel"));
+  try {
+    const simulator::CommandLine line = simulator::ParseCommandLine(QApplication::arguments());
+    const QString& followed = line.Wanted.FollowedFile;
+    std::optional<QLockFile> shown;
+    if (!followed.isEmpty()) {
+      shown.emplace(followed + QStringLiteral(".lock"));
+      shown->setStaleLockTime(0);
+      if (!shown->tryLock() && shown->error() == QLockFile::LockFailedError) return 0;
+    }
+    simulator::QuitOnSignals();
+    simulator::Simulator panel(line.Wanted);
+    simulator::PanelWindow window(panel);
+    window.show();
+    return QApplication::exec();
+  } catch (const std::exception& failure) {
+    TellFailure(failure.what());
+    return 1;
+  }
+}

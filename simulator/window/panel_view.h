@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QWidget>
+
+#include "simulator/panel.h"
+
+namespace simulator {
+
+/// A part of the window. It reads what it shows from the panel and keeps nothing of it.
+class PanelView : public QWidget {
+ public:
+  /// The memory has changed: names, what there is, what it does.
+  virtual void ShowSettings(const Configuration& settings) = 0;
+  /// Brings the states up to the panel's present.
+  virtual void ShowStates() = 0;
+
+ protected:
+  explicit PanelView(Panel& panel) : Source(panel) {}
+
+  Panel& Source;
+};
+
+/// How many relays and inputs are shown: the installed points, or all if memory tells of none.
+inline int ShownPoints(const Panel& panel) {
+  return panel.Points() > 0 ? panel.Points() : Items;
+}
+
+/// As in "07 LOBBY"; without a name the word and the number.
+QString NumberedName(const char* word, int item, const std::string& name);
+
+}  // namespace simulator

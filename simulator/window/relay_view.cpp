@@ -1,0 +1,176 @@
+#include "simulator/window/relay_view.h"
+
+#include <QDateTime>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QProgressBar>
+#include <QVBoxLayout>
+#include <utility>
+
+namespace simulator {
+
+namespace {
+
+constexpr int RelayColumns = 4;
+
+bool SpeaksOfRelays(InputKind kind) {
+  return kind != InputKind::None && kind != InputKind::InputDisable &&
+         kind != InputKind::TimerDisable && kind != InputKind::ForceTimer;
+}
+
+Mask SwitchedRelays(const Configuration& settings) {
+  Mask used = settings.Swept;
+  for (const TimerSetting& timer : settings.Timers) used |= timer.Relays.On | timer.Relays.Off;
+  for (const Outcome& preset : settings.Presets) used |= preset.On | preset.Off;
+  for (const SwitchSetting& setting : settings.Inputs) {
+    if (!SpeaksOfRelays(setting.Kind)) continue;
+    for (std::size_t code = 1; code < setting.Rows.size(); ++code) used |= setting.Rows[code];
+  }
+  return used;
+}
+
+QString LevelText(int level) {
+  constexpr int full = 255;
+  return QStringLiteral("%1 (%2 %)").arg(level).arg((level * 100 + full / 2) / full);
+}
+
+}  // namespace
+
+std::vector<RelayUse> RelaysByUse(const Configuration& settings, int count) {
+  std::vector<RelayUse> uses;
+  Mask left = Bit(count) - 1;
+  const auto add = [&](int group, const QString& title, Mask relays) {
+    RelayUse use{group, title, {}};
+    EachBit(relays & left, [&](int relay) { use.Relays.push_back(relay); });
+    left &= ~relays;
+    if (!use.Relays.empty()) uses.push_back(use);
+  };
+  for (int group = 0; group < Items; ++group) {
+    const auto at = static_cast<std::size_t>(group);
+    add(group, NumberedName("GROUP", group, settings.GroupNames[at]), settings.GroupRelays[at]);
+  }
+  const QString others = uses.empty() ? QStringLiteral("Relays") : QStringLiteral("In No Group");
+  add(-1, others, SwitchedRelays(settings));
+  add(-1, QStringLiteral("Not Switched By Anything"), left);
+  return uses;
+}
+
+RelayView::RelayView(Panel& panel) : PanelView(panel), Column(new QVBoxLayout(this)) {}
+
+void RelayView::ShowSettings(const Configuration& settings) {
+  Shown shown;
+  shown.Uses = RelaysByUse(settings, ShownPoints(Source));
+  for (int i = 0; i < Items; ++i) {
+    const Outcome& preset = settings.Presets[static_cast<std::size_t>(i)];
+    if ((preset.On | preset.Off) != 0) shown.Presets.push_back(i);
+  }
+  for (int i = 0; i < DimmerOutputs; ++i) {
+    if (settings.Dimmers[static_cast<std::size_t>(i)].Fitted) shown.Dimmers.push_back(i);
+  }
+  for (const auto* names : {&settings.RelayNames, &settings.GroupNames, &settings.PresetNames}) {
+    shown.Names.insert(shown.Names.end(), names->begin(), names->end());
+  }
+  if (shown == Known) return;  // a button keeps its focus
+  Known = shown;
+  Showers.clear();
+  delete Content;
+  Content = new QWidget;
+  Column->addWidget(Content);
+  Build(settings);
+  ShowStates();
+}
+
+void RelayView::Build(const Configuration& settings) {
+  using State = Kind::State;
+  const auto onOff = [](bool on) { return State{on, on ? "on" : "off"}; };
+  const Kind relays{"relay", "RELAY", settings.RelayNames,
+                    [this, onOff](const Engine& runner, int relay) {
+                      const bool blinks = Has(runner.BlinkingRelays(), relay);
+                      return blinks ? State{BlinkLit, "blinks"} : onOff(runner.Relay(relay));
+                    },
+                    [this](int relay) { Source.SetRelay(relay, !Source.Relay(relay)); }};
+  const Kind groups{"group", "GROUP", settings.GroupNames,
+                    [onOff](const Engine& runner, int group) { return onOff(runner.Group(group)); },
+                    [this](int group) { Source.SetGroup(group, !Source.Group(group)); }};
+  const Kind presets{"preset", "PRESET", settings.PresetNames,
+                     [](const Engine& runner, int preset) {
+                       const bool set = runner.Preset(preset).value_or(false);
+                       return State{set, set ? "set" : "not set"};
+                     },
+                     [this](int preset) { Source.SetPreset(preset); }};
+  auto* column = new QVBoxLayout(Content);
+  column->setContentsMargins(0, 0, 0, 0);
+  for (const RelayUse& use : Known.Uses) {
+    const bool grouped = use.Group >= 0;
+    QGridLayout& grid = AddBox(grouped ? QString() : use.Title);
+    if (grouped) AddButtons(grid, groups, {use.Group}, 0);
+    AddButtons(grid, relays, use.Relays, grouped ? 1 : 0);
+  }
+  if (!Known.Presets.empty())
+    AddButtons(AddBox(QStringLiteral("Presets")), presets, Known.Presets, 0);
+  if (!Known.Dimmers.empty()) AddDimmers(AddBox(QStringLiteral("Dimmer Outputs")));
+  column->addStretch(1);
+}
+
+QGridLayout& RelayView::AddBox(const QString& title) {
+  auto* box = new QGroupBox(title);
+  Content->layout()->addWidget(box);
+  return *new QGridLayout(box);
+}
+
+void RelayView::AddButtons(QGridLayout& grid, const Kind& kind, const std::vector<int>& items,
+                           int firstColumn) {
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    const int item = items[i];
+    auto* button =
+        new LampButton(NumberedName(kind.Word, item, kind.Names[static_cast<std::size_t>(item)]));
+    button->setObjectName(QLatin1String(kind.Name) + QString::number(item + 1));
+    connect(button, &QAbstractButton::clicked, this, [this, press = kind.Press, item] {
+      press(item);
+      ShowStates();
+    });
+    Showers.emplace_back([button, stateOf = kind.StateOf, item](const Engine& runner) {
+      const Kind::State state = stateOf(runner, item);
+      button->SetLamp(state.Lit, QLatin1String(state.Words));
+    });
+    const auto at = static_cast<int>(i);
+    grid.addWidget(button, at / RelayColumns, firstColumn + at % RelayColumns);
+  }
+  for (int i = 0; i < firstColumn + RelayColumns; ++i) grid.setColumnStretch(i, 1);
+}
+
+void RelayView::AddDimmers(QGridLayout& grid) {
+  constexpr int outputsADevice = 4;
+  constexpr int fullLevel = 255;
+  for (std::size_t i = 0; i < Known.Dimmers.size(); ++i) {
+    const int output = Known.Dimmers[i];
+    const QString name = QStringLiteral("Dimmer %1 Output %2")
+                             .arg(output / outputsADevice + 1)
+                             .arg(output % outputsADevice + 1);
+    auto* bar = new QProgressBar;
+    bar->setRange(0, fullLevel);
+    bar->setAccessibleName(name);
+    bar->setObjectName(QStringLiteral("dimmer%1").arg(output + 1));
+    const auto row = static_cast<int>(i) / 2;
+    const int place = static_cast<int>(i) % 2 * 2;
+    grid.addWidget(new QLabel(name), row, place);
+    grid.addWidget(bar, row, place + 1);
+    grid.setColumnStretch(place + 1, 1);
+    Showers.emplace_back([bar, output, told = -1](const Engine& runner) mutable {
+      const int level = runner.DimmerLevel(output);
+      if (std::exchange(told, level) == level) return;
+      bar->setFormat(LevelText(level));
+      bar->setValue(level);
+    });
+  }
+}
+
+void RelayView::ShowStates() {
+  constexpr qint64 blinkMs = 400;
+  BlinkLit = QDateTime::currentMSecsSinceEpoch() / blinkMs % 2 == 0;
+  const Engine& runner = Source.Runner();
+  for (const auto& show : Showers) show(runner);
+}
+
+}  // namespace simulator
