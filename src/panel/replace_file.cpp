@@ -96,6 +96,8 @@ QString ReplaceFile(const QString& path, std::string_view bytes) {
   RemoveDeadSaves(target);
   const QFileInfo info(target);
   if (info.isDir()) return QStringLiteral("it is a folder");
+  // A device or a pipe would be gone.
+  if (info.exists() && !info.isFile()) return QStringLiteral("it is not a regular file");
   if (info.exists() && !info.isWritable()) return QStringLiteral("Permission denied");
   QTemporaryFile file(target + SavingMark + QStringLiteral("XXXXXX"));
   if (!file.open()) return file.errorString();

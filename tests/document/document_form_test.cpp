@@ -1,4 +1,5 @@
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 #include <csignal>
 
@@ -55,16 +56,25 @@ TEST_F(DocumentFormTest, TheChoiceLastsUntilNew) {
   EXPECT_TRUE(Box(0).isChecked() && Box(11).isChecked());
 }
 
+TEST_F(DocumentFormTest, EachBoxLeavesItsSectionOut) {
+  Menu("mnuDocument");
+  for (int box = 0; box < DMXSection; ++box) {
+    Click(Box(box));
+    EXPECT_FALSE(Box(box).isChecked()) << box;
+  }
+  EXPECT_TRUE(messages.empty());
+}
+
 TEST_F(DocumentFormTest, TheDMXBoxFailsAndStaysTicked) {
   PanelRecord.AddOnModuleType = 2;
   Menu("mnuDocument");
-  EXPECT_FALSE(Shown(Box(12)));
+  EXPECT_FALSE(Shown(Box(DMXSection)));
   PanelRecord.AddOnModuleType = 1;
   Menu("mnuDocument");
-  ASSERT_TRUE(Shown(Box(12)));
+  ASSERT_TRUE(Shown(Box(DMXSection)));
   for (std::size_t clicks = 1; clicks <= 2; ++clicks) {
-    Click(Box(12));
-    EXPECT_TRUE(Box(12).isChecked());
+    Click(Box(DMXSection));
+    EXPECT_TRUE(Box(DMXSection).isChecked());
     ASSERT_EQ(messages.size(), clicks);
     EXPECT_TRUE(messages.back().Text.startsWith("Subscript out of range"));
   }
@@ -100,6 +110,7 @@ TEST_F(DocumentFormTest, AFailureIsToldAndKeepsTheOldFile) {
   const QString target = DocumentFileName;
   const std::string old = OnDisk();
   const auto fails = [this](const QString& what) {
+    SCOPED_TRACE(what.toStdString());
     messages.clear();
     Press("cmdDocument");
     ASSERT_EQ(messages.size(), 1U);
@@ -109,15 +120,18 @@ TEST_F(DocumentFormTest, AFailureIsToldAndKeepsTheOldFile) {
   DimmerBlock.elements.fill(32767);
   fails("\"Dimmer Outputs\": dimmer device 01, output 1: Overflow");
   Click(Box(11));
+  const QString pipe = folder.filePath("pipe");
+  ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
   const QString missing = folder.filePath("none/Hall.TXT");
   const std::pair<QString, QString> wrong[] = {{folder.path(), "it is a folder"},
                                                {missing, '"' + missing + "\": No such file"},
-                                               {"/dev/full", "it is not a regular file"}};
+                                               {pipe, "it is not a regular file"}};
   for (const auto& [path, reason] : wrong) {
     nextFileName = path;
     Press("cmdBrowse");
     fails(reason);
   }
+  EXPECT_TRUE(QFile::remove(pipe));
   rlimit limit{};
   getrlimit(RLIMIT_FSIZE, &limit);
   const rlimit full{100, limit.rlim_max};

@@ -1,7 +1,6 @@
 #include "document/rules/doc_file.h"
 
 #include <QDir>
-#include <QFileInfo>
 #include <QLocale>
 
 #include "panel/code_page.h"
@@ -49,9 +48,6 @@ std::string RenderDocument(std::string_view timeStamp, const DocumentChoice& cho
 }
 
 void WriteDocumentFile(std::string_view document) {
-  const QFileInfo target(DocumentFileName);
-  if (target.isDir()) Fail(QStringLiteral("it is a folder"));
-  if (target.exists() && !target.isFile()) Fail(QStringLiteral("it is not a regular file"));
   const QString failure = ReplaceFile(DocumentFileName, document);
   if (!failure.isEmpty()) Fail(failure);
 }
