@@ -63,10 +63,6 @@ void frmT3AddOnModuleDMX::Form_Activate() {
   ShowDMXConfiguration();
 }
 
-void frmT3AddOnModuleDMX::Form_Click() {
-  cboNewDMX->Close();
-}
-
 void frmT3AddOnModuleDMX::ShowDMXConfiguration() {
   for (int relay = 0; relay < PanelIOCount(); ++relay) {
     lblDMXChan(relay).SetCaption(cboNewDMX->ValueText(PanelRecord.DMXChannel(relay)));

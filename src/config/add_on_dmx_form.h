@@ -10,7 +10,6 @@ class frmT3AddOnModuleDMX : public ChildForm {
   frmT3AddOnModuleDMX();
   void Form_Load() override;
   void Form_Activate() override;
-  void Form_Click() override;
 
   void ShowDMXConfiguration();
   void lblDMXChan_Click(int index);

@@ -29,10 +29,6 @@ void ControlGridForm::FillPresets() {
   if (cboPreset) cboPreset->SetItems(ItemNames(PanelRecord.PresetName));
 }
 
-void ControlGridForm::Form_Click() {
-  cboControl->Close();
-}
-
 void ControlGridForm::SetControlOptions() {
   cboControl->Close();
   cboControl->Clear();

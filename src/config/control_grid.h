@@ -11,7 +11,6 @@
 class ControlGridForm : public ChildForm {
  public:
   ControlGridForm(const QString& name, const QString& caption, ControlTable table);
-  void Form_Click() override;
 
   /// Fills the in-place list with what the selected input offers. Without options the list is empty
   /// and MaxControlCode stays.

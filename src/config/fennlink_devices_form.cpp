@@ -137,13 +137,7 @@ void frmT3ConfigureFennlinkDevices::Form_Activate() {
   cboFLinkDevice->Fill();
   cboFLinkDevice->SetListIndex(remembered);
   ShowConfiguration();
-  Form_Click();
-}
-
-void frmT3ConfigureFennlinkDevices::Form_Click() {
-  for (const FamilyFrame& frame : frames) {
-    if (frame.NewTime) frame.NewTime->Close();
-  }
+  CloseLists();
 }
 
 void frmT3ConfigureFennlinkDevices::ShowConfiguration() {

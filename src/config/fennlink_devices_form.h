@@ -14,7 +14,6 @@ class frmT3ConfigureFennlinkDevices : public ChildForm {
   frmT3ConfigureFennlinkDevices();
   void Form_Load() override;
   void Form_Activate() override;
-  void Form_Click() override;
 
   void ShowConfiguration();
   void cboFLinkDevice_Click();

@@ -57,11 +57,6 @@ void frmT3FennlinkPilots::Form_Activate() {
   ShowPilotConfiguration();
 }
 
-void frmT3FennlinkPilots::Form_Click() {
-  cboNewSource->Close();
-  cboNewNumber->Close();
-}
-
 void frmT3FennlinkPilots::ShowPilotConfiguration() {
   const FennlinkRecord& device = FennlinkRecords(SelectedDevice);
   const bool hasPilots = !FennlinkInputKinds(device.DeviceType).empty();
@@ -126,17 +121,15 @@ void frmT3FennlinkPilots::cmdAutoMapAllFL_Click() {
 }
 
 void frmT3FennlinkPilots::lblPilotSource_Click(int index) {
-  cboNewNumber->Close();
   SelectedRow = static_cast<Int16>(index);
   cboNewSource->Open(lblPilotSource(index), PilotSource(Pilot(index)));
 }
 
 void frmT3FennlinkPilots::lblPilotNumber_Click(int index) {
-  cboNewSource->Close();
   SelectedRow = static_cast<Int16>(index);
   Int16& pilot = Pilot(index);
   if (PilotSource(pilot) == PilotStatic) {
-    cboNewNumber->Close();
+    CloseLists();
     pilot = pilot == 0 ? 1 : 0;
     ShowPilotConfiguration();
   } else {

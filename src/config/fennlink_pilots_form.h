@@ -11,7 +11,6 @@ class frmT3FennlinkPilots : public ChildForm {
   frmT3FennlinkPilots();
   void Form_Load() override;
   void Form_Activate() override;
-  void Form_Click() override;
 
   void ShowPilotConfiguration();
   void cboFennlinkDevice_Click();

@@ -40,11 +40,6 @@ void frmT3InputOptions::Form_Activate() {
   ShowInputConfiguration();
 }
 
-void frmT3InputOptions::Form_Click() {
-  cboNewType->Close();
-  cboNewTime->Close();
-}
-
 void frmT3InputOptions::ShowInputConfiguration() {
   for (int input = 0; input < PanelIOCount(); ++input) {
     lblInputType(input).SetCaption(cboNewType->ValueText(PanelRecord.InputType(input)));
@@ -55,13 +50,11 @@ void frmT3InputOptions::ShowInputConfiguration() {
 }
 
 void frmT3InputOptions::lblInputType_Click(int index) {
-  cboNewTime->Close();
   SelectedRow = static_cast<Int16>(index);
   cboNewType->Open(lblInputType(index), PanelRecord.InputType(index));
 }
 
 void frmT3InputOptions::lblInputTimedOn_Click(int index) {
-  cboNewType->Close();
   SelectedRow = static_cast<Int16>(index);
   cboNewTime->Open(lblInputTimedOn(index), TimedOnIndex(PanelRecord.InputTimedOnTime(index)));
 }

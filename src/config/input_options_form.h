@@ -10,7 +10,6 @@ class frmT3InputOptions : public ChildForm {
   frmT3InputOptions();
   void Form_Load() override;
   void Form_Activate() override;
-  void Form_Click() override;
 
   void ShowInputConfiguration();
   void lblInputType_Click(int index);

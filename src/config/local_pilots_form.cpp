@@ -33,11 +33,6 @@ void frmT3LocalInputPilots::Form_Activate() {
   ShowPilotConfiguration();
 }
 
-void frmT3LocalInputPilots::Form_Click() {
-  cboNewSource->Close();
-  cboNewNumber->Close();
-}
-
 void frmT3LocalInputPilots::ShowPilotConfiguration() {
   for (int input = 0; input < PanelIOCount(); ++input) {
     const Int16 pilot = PanelRecord.LocalPilot(input);
@@ -47,13 +42,11 @@ void frmT3LocalInputPilots::ShowPilotConfiguration() {
 }
 
 void frmT3LocalInputPilots::lblPilotSource_Click(int index) {
-  cboNewNumber->Close();
   SelectedRow = static_cast<Int16>(index);
   cboNewSource->Open(lblPilotSource(index), PilotSource(PanelRecord.LocalPilot(index)));
 }
 
 void frmT3LocalInputPilots::lblPilotNumber_Click(int index) {
-  cboNewSource->Close();
   SelectedRow = static_cast<Int16>(index);
   cboNewNumber->Open(lblPilotNumber(index), PilotNumber(PanelRecord.LocalPilot(index)));
 }

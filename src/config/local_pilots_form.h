@@ -10,7 +10,6 @@ class frmT3LocalInputPilots : public ChildForm {
   frmT3LocalInputPilots();
   void Form_Load() override;
   void Form_Activate() override;
-  void Form_Click() override;
 
   void ShowPilotConfiguration();
   void lblPilotSource_Click(int index);

@@ -38,11 +38,6 @@ void frmT3RelayOutputOptions::Form_Activate() {
   ShowRelayConfiguration();
 }
 
-void frmT3RelayOutputOptions::Form_Click() {
-  cboNewTimerType->Close();
-  cboNewPowerOnType->Close();
-}
-
 void frmT3RelayOutputOptions::ShowRelayConfiguration() {
   for (int relay = 0; relay < PanelIOCount(); ++relay) {
     lblTimerType(relay).SetCaption(cboNewTimerType->ValueText(PanelRecord.RelayTimerType(relay)));
@@ -52,13 +47,11 @@ void frmT3RelayOutputOptions::ShowRelayConfiguration() {
 }
 
 void frmT3RelayOutputOptions::lblTimerType_Click(int index) {
-  cboNewPowerOnType->Close();
   SelectedRow = static_cast<Int16>(index);
   cboNewTimerType->Open(lblTimerType(index), PanelRecord.RelayTimerType(index));
 }
 
 void frmT3RelayOutputOptions::lblPowerOnType_Click(int index) {
-  cboNewTimerType->Close();
   SelectedRow = static_cast<Int16>(index);
   cboNewPowerOnType->Open(lblPowerOnType(index), PanelRecord.RelayPowerOnType(index));
 }
@@ -78,8 +71,7 @@ void frmT3RelayOutputOptions::cboNewPowerOnType_Click() {
 }
 
 void frmT3RelayOutputOptions::lblRelayName_MouseDown(int index, int button, int shift) {
-  cboNewTimerType->Close();
-  cboNewPowerOnType->Close();
+  CloseLists();
   if (IsCopyToAll(button, shift, index)) {
     for (int relay = 0; relay < PanelIOCount(); ++relay) {
       PanelRecord.RelayTimerType(relay) = PanelRecord.RelayTimerType(0);

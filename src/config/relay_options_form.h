@@ -9,7 +9,6 @@ class frmT3RelayOutputOptions : public ChildForm {
   frmT3RelayOutputOptions();
   void Form_Load() override;
   void Form_Activate() override;
-  void Form_Click() override;
 
   void ShowRelayConfiguration();
   void lblTimerType_Click(int index);

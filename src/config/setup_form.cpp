@@ -71,10 +71,6 @@ void frmT3Setup::Form_Activate() {
   cboIOCount->Close();
 }
 
-void frmT3Setup::Form_Click() {
-  cboIOCount->Close();
-}
-
 void frmT3Setup::ShowConfig() {
   int total = 0;
   for (int node = 0; node < NodeCount; ++node) {

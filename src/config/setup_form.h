@@ -9,7 +9,6 @@ class frmT3Setup : public ChildForm {
   frmT3Setup();
   void Form_Load() override;
   void Form_Activate() override;
-  void Form_Click() override;
 
   void ShowConfig();
   void lblIOCount_Click(int index);

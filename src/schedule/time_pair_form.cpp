@@ -153,10 +153,6 @@ void TimePairForm::Form_Activate() {
   ShowTimes();
 }
 
-void TimePairForm::Form_Click() {
-  cboNewTime->Close();
-}
-
 Int16& TimePairForm::Time(int column, int row) const {
   return screen.Time(column, Month, row);
 }

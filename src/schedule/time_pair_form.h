@@ -14,7 +14,6 @@ class TimePairForm : public ChildForm {
   explicit TimePairForm(const char* name);
   void Form_Load() override;
   void Form_Activate() override;
-  void Form_Click() override;
 
   void ShowTimes();
   void optMonth_Click(int index);

@@ -68,10 +68,6 @@ void TimerControlForm::Form_Activate() {
   ShowControl();
 }
 
-void TimerControlForm::Form_Click() {
-  cboControl->Close();
-}
-
 Int16& TimerControlForm::Cell(int target) const {
   return (PanelRecord.*screen.Control)(cboTimer->ListIndex(), target);
 }

@@ -13,7 +13,6 @@ class TimerControlForm : public ChildForm {
   explicit TimerControlForm(const char* name);
   void Form_Load() override;
   void Form_Activate() override;
-  void Form_Click() override;
 
   void ShowControl();
   void cboTimer_Click();

@@ -3,6 +3,8 @@
 #include <QLabel>
 #include <QMouseEvent>
 
+#include "shell/in_place_list.h"
+
 ChildForm::ChildForm(const QString& name, const QString& caption) : caption_(caption) {
   setObjectName(name);
   auto* outer = new QVBoxLayout(this);
@@ -11,6 +13,10 @@ ChildForm::ChildForm(const QString& name, const QString& caption) : caption_(cap
   body_->setSpacing(8);
   outer->addLayout(body_);
   outer->addStretch(1);
+}
+
+void ChildForm::CloseLists() {
+  for (auto* list : findChildren<InPlaceList*>()) list->Close();
 }
 
 QHBoxLayout* ChildForm::AddRow() {

@@ -30,7 +30,7 @@ class ChildForm : public QWidget {
   /// Runs whenever the screen comes to the front.
   virtual void Form_Activate() {}
   /// A click on the empty background.
-  virtual void Form_Click() {}
+  virtual void Form_Click() { CloseLists(); }
   /// Runs when the screen is closed for good.
   virtual void Form_Unload() {}
   /// Runs instead of Form_Unload on a screen that stays loaded when it leaves the front.
@@ -38,6 +38,8 @@ class ChildForm : public QWidget {
   virtual bool StaysLoaded() const { return false; }
 
  protected:
+  /// Closes whatever list is open over a cell.
+  void CloseLists();
   /// A row of controls at the present end of the screen; they stand at its left.
   QHBoxLayout* AddRow();
   /// A titled frame at the present end of the screen; the caller gives it a layout.

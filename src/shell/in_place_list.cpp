@@ -55,6 +55,9 @@ QString InPlaceList::List(int index) const {
 
 void InPlaceList::Open(const QWidget& cell, int index) {
   constexpr int mostRowsShown = 12;
+  for (auto* list : form_->findChildren<InPlaceList*>()) {
+    if (list != this) list->Close();
+  }
   if (cell_) cell_->removeEventFilter(this);
   cell_ = const_cast<QWidget*>(&cell);
   cell_->installEventFilter(this);

@@ -34,17 +34,13 @@ class CellReader {
   explicit CellReader(const ProjectDocument& project) {
     constexpr std::size_t roomForAll = 130'000;
     Cells.reserve(roomForAll);
-    PanelLayout(*this, project.Panel);
-    for (const FennlinkRecord& device : project.Devices.elements) {
-      ++device_;
-      DeviceLayout(*this, device);
-    }
-    device_ = -1;
-    (*this)("DimmerBlock", project.Dimmers);
+    ProjectLayout(*this, project.Panel, project.Devices, project.Dimmers);
   }
 
   template <typename Field>
   void operator()(const char* name, const Field& field) {
+    if (name == std::string_view("DeviceType")) ++device_;  // it begins a device
+    if (name == std::string_view("DimmerBlock")) device_ = -1;
     Add(name, field, 0, 0);
   }
 

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "document/rules/doc_sections.h"
+#include "panel/program_state.h"
 
 struct DocumentSection {
   std::string_view Caption;
@@ -30,7 +31,9 @@ inline constexpr auto DocumentSections = std::to_array<DocumentSection>({
 });
 
 /// Written only for a panel with a DMX module, and the one section without a DocumentSectionOff.
-constexpr int DMXSection = 12;
+constexpr int DMXSection = DocumentSections.size() - 1;
+static_assert(DocumentSections[DMXSection].Write == DocDMXSchedule);
+static_assert(decltype(DocumentSectionOff)::Size == DMXSection);
 
 /// Which sections to write, by index in DocumentSections.
 using DocumentChoice = std::array<bool, DocumentSections.size()>;
