@@ -37,7 +37,9 @@ int Curve(const DimmerSetting& setting, std::int64_t light) {
     const auto& [fromIn, fromOut] = points[i - 1];
     const auto& [toIn, toOut] = points[i];
     if (light > toIn) continue;
-    return static_cast<int>(fromOut + (toOut - fromOut) * (light - fromIn) / (toIn - fromIn));
+    const std::int64_t way = toIn - fromIn;
+    const std::int64_t level = fromOut * way + (toOut - fromOut) * (light - fromIn);
+    return static_cast<int>((2 * level + way) / (2 * way));
   }
   return static_cast<int>(points.back().second);
 }

@@ -45,7 +45,9 @@ std::string Box(int x, int y, int width, int height, const char* style) {
 class Picture {
  public:
   Picture(Engine& engine, const std::vector<Bar>& bars, Mask relays)
-      : Panel(engine), Bars(bars), Shown(relays) {}
+      : Panel(engine), Shown(relays) {
+    for (const Bar& bar : bars) Bars[static_cast<std::size_t>(bar.Relay)].push_back(bar);
+  }
 
   void Day(std::int64_t day) {
     static constexpr const char* weekdays[]{"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
@@ -103,16 +105,18 @@ class Picture {
     const Instant to = Panel.Days().FromWallMinute((day + 1) * DayMinutes);
     const std::string& name = Panel.RelayName(relay);
     Text += Label(NameWidth - 6, top + 11, name.empty() ? TwoDigits(relay + 1) : name, "end");
-    for (const Bar& bar : Bars) {
-      if (bar.Relay != relay || bar.To <= from || bar.From >= to) continue;
-      const int left = X(day, std::max(bar.From, from));
-      const int right = bar.To >= to ? NameWidth + DayWidth : X(day, bar.To);
+    const std::vector<Bar>& bars = Bars[static_cast<std::size_t>(relay)];
+    auto bar = std::partition_point(bars.begin(), bars.end(),
+                                    [from](const Bar& one) { return one.To <= from; });
+    for (; bar != bars.end() && bar->From < to; ++bar) {
+      const int left = X(day, std::max(bar->From, from));
+      const int right = bar->To >= to ? NameWidth + DayWidth : X(day, bar->To);
       Text += Box(left, top + 2, std::max(right - left, 1), RowHeight - 4, "on");
     }
   }
 
   Engine& Panel;
-  const std::vector<Bar>& Bars;
+  std::array<std::vector<Bar>, Items> Bars;  // of each relay, in order of time
   Mask Shown;
   int Top = 6;
   std::string Text;

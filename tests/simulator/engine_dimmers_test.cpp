@@ -130,7 +130,7 @@ TEST(EngineDimmersTest, SlotsLimitsCurvesAndRelaysSetTheLevel) {
       {{{TrackMode, 1}}, "smLm", "125 255 127 "},
       {{{TrackMode, 2}, {Target, 100}}, "mLm", "255 0 "},
       {{{TrackMode, 2}, {Target, 128}}, "mLm", "255 255 "},
-      {{{TrackMode, 3}, {PointBIn, 64}, {PointBOut, 20}}, "Lm", "14 "},
+      {{{TrackMode, 3}, {PointBIn, 64}, {PointBOut, 20}}, "Lm", "13 "},
       {{{TrackMode, 1}, {ControlType, input}, {ControlAction, Goto80}},
        "mpmLmrm",
        "255 204 204 127 "},

@@ -26,8 +26,9 @@ const InputCase InputCases[]{
     // Momentary PB, by itself, outside its active times and before a group's code.
     {1, 1, 0, -1, "1230", "2prprp", "123 123 1 1 13"},
     {1, -1, -1, -1, "1000", "aprhp", "- - - 1"},
-    {1, 1, 0, -1, "2000", "g1prp", "15 15 5"},
+    {1, 1, 0, -1, "2000", "gpr1p", "5 5 5"},
     {-1, 1, 0, -1, "1000", "spr", "- -"},
+    {1, 1, 0, -1, "0004", "prprpw", "4 4 4 4 4 4"},  // a press keeps the light
     // Maint. On/Off and Maint. Multi-Way.
     {2, 2, -1, 0, "1234", "2prw", "1234 14 1"},
     {3, -1, -1, -1, "1030", "prp", "13 1 13"},
@@ -166,12 +167,38 @@ TEST(EngineInputsTest, ATimedOnInputIsAPersonOffHours) {
   memory.SetWord(map::InputTimedOnTime, 30);
   memory.SetCode(map::InputRelayControl, 0, 0, 1);
   EXPECT_EQ(Rehearsed(memory, "2026-03-02",
-                      "2026-03-02 00:30 press 1\n2026-03-02 01:50 release 1\n"
+                      "2026-03-02 00:30 press 1\n2026-03-02 02:20 release 1\n"
                       "2026-03-02 03:10 press 1",
                       "\tRELAY 01\t"),
-            "03-02 00:30:00 INPUT 01,RELAY 01,on;03-02 02:20:00 RELAY 01,-,fires;"
-            "03-02 02:20:00 RELAY 01,RELAY 01,off;03-02 03:10:00 INPUT 01,RELAY 01,on;"
+            "03-02 00:30:00 INPUT 01,RELAY 01,on;03-02 02:50:00 RELAY 01,-,fires;"
+            "03-02 02:50:00 RELAY 01,RELAY 01,off;03-02 03:10:00 INPUT 01,RELAY 01,on;"
             "03-02 05:10:00 RELAY 01,-,fires;03-02 05:10:00 RELAY 01,RELAY 01,off;");
+}
+
+TEST(EngineInputsTest, AHeldRelayDoesNotBlink) {
+  PanelMemory memory = EmptyInstallation();
+  memory.SetByte(map::RelayTimerType, 1);
+  memory.SetByte(map::RelayPowerOnType, 1);
+  memory.SetByte(map::InputType, 11);
+  memory.SetCode(map::InputRelayControl, 0, 0, 1);
+  SetTimer(memory, 0, 9, 0);
+  memory.SetCode(map::TimerRelayControl, 0, 0, 2);
+  EXPECT_EQ(Rehearsed(memory, "2026-03-02", "2026-03-02 08:30 press 1\n2026-03-02 09:30 release 1",
+                      "\tRELAY 01\t"),
+            "03-02 09:30:00 INPUT 01,RELAY 01,off;");
+}
+
+TEST(EngineInputsTest, APhotocellThatIsBackTakesUpTheLight) {
+  PanelMemory memory = EmptyInstallation();
+  memory.SetByte(map::DeviceBlock(TestedDevice), 9);
+  memory.SetByte(map::DeviceBlock(TestedDevice) + map::DeviceOnLevel, 100);
+  Engine engine(memory);
+  engine.SetSilent(TestedDevice, true);
+  engine.SetPhotocell(TestedDevice, 200);
+  engine.AdvanceTo(engine.Now() + MinuteMs);
+  EXPECT_FALSE(engine.DeviceInput(TestedDevice, 0));
+  engine.SetSilent(TestedDevice, false);
+  EXPECT_TRUE(engine.DeviceInput(TestedDevice, 0));
 }
 
 TEST(EngineInputsTest, APhotocellGoesByItsLevelsAndItsFilter) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QStringList>
 #include <string>
 
 #include "simulator/rehearsal.h"
