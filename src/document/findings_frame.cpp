@@ -9,6 +9,7 @@
 #include <memory>
 
 #include "document/go_to_item.h"
+#include "document/rehearse.h"
 #include "document/rules/compare.h"
 #include "document/rules/report_writer.h"
 #include "link/panel_memory.h"
@@ -77,6 +78,8 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
   addButton("cmdReportPdf", QStringLiteral("Report As PDF..."), &FindingsFrame::cmdReportPdf_Click);
   addButton("cmdSpreadsheet", QStringLiteral("Spreadsheet..."),
             &FindingsFrame::cmdSpreadsheet_Click);
+  addButton("cmdRehearse", QStringLiteral("Rehearse"), &FindingsFrame::cmdRehearse_Click)
+      ->setToolTip(QStringLiteral("Runs the project in a simulated panel's window"));
   lblFound = new Label;
   lblFound->setObjectName(QStringLiteral("lblFound"));
   lblFound->SetLook(Label::Look::Quiet);
@@ -260,4 +263,9 @@ void FindingsFrame::cmdSpreadsheet_Click() {
   TellReport({});
   WriteReportWorkbook(name);
   TellReport(QStringLiteral("The spreadsheet is written."));
+}
+
+void FindingsFrame::cmdRehearse_Click() {
+  lblFound->SetCaption({});
+  lblFound->SetCaption(Rehearse());
 }

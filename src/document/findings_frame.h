@@ -24,6 +24,8 @@ class FindingsFrame : public QGroupBox {
   void cmdPrint_Click();
   void cmdReportPdf_Click();
   void cmdSpreadsheet_Click();
+  /// Shows the project in the simulated panel's window; a panel that is connected gets nothing.
+  void cmdRehearse_Click();
 
  private:
   /// A row of the list, and where a press on it leads; no screen: nowhere.

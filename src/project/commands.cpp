@@ -100,11 +100,7 @@ ExitStatus Report(const CommandLine& line, const QStringList& files) {
 
 ExitStatus Image(const CommandLine&, const QStringList& files) {
   Load(files[0]);
-  PanelImage = {};
-  BuildPanelImage({});
-  std::string bytes;
-  for (const Int16 element : PanelImage.elements) bytes += static_cast<char>(element & 0xFF);
-  const QString failure = ReplaceFile(files[1], bytes);
+  const QString failure = ReplaceFile(files[1], FreshPanelMemory());
   if (!failure.isEmpty()) throw RunTimeFailure((files[1] + ": " + failure).toStdString());
   return StatusGood;
 }

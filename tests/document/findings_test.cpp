@@ -1,10 +1,13 @@
 #include <QClipboard>
 #include <QListWidget>
+#include <QLockFile>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <QTreeWidget>
 
 #include "document/rules/find_items.h"
 #include "link/panel_memory.h"
+#include "link/rules/panel_image.h"
 #include "panel/project_file.h"
 #include "screen_test.h"
 #include "status/live_panel.h"
@@ -146,6 +149,57 @@ TEST_F(FindingsTest, AComparisonLeavesTheProjectAlone) {
   nextFileName = folder.path();
   Press("cmdCompare");
   EXPECT_EQ(messages.size(), 1U);
+}
+
+TEST_F(FindingsTest, TheProjectIsRehearsedInThePanelsWindow) {
+  const QTemporaryDir programs;
+  const QByteArray path = qgetenv("PATH");
+  qputenv("PATH", programs.path().toLocal8Bit());
+  const auto restore = qScopeGuard([&] { qputenv("PATH", path); });
+  const QString memory = DataPath("Rehearsal.memory");
+  const auto bytes = [](const QString& name) {
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  };
+  PanelImage(0x9FFF) = 7;  // of an earlier transfer
+  Menu("mnuDocument");
+  Press("cmdRehearse");
+  EXPECT_EQ(Text("lblFound"), "The simulated panel is not installed.");
+  EXPECT_FALSE(QFile::exists(memory));
+
+  const QString program = programs.filePath("tamberloom3-panel");
+  const QString started = programs.filePath("started");
+  QFile script(program);
+  ASSERT_TRUE(script.open(QIODevice::WriteOnly));
+  script.write("#!/bin/sh\necho \"$@\" >>'" + started.toLocal8Bit() + "'\n");
+  script.close();
+  script.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+  PanelRecord.RelayName(4) = "FOYER";
+  Press("cmdRehearse");
+  EXPECT_EQ(Text("lblFound"), "The project runs in a window of its own.");
+  EXPECT_EQ(bytes(memory).size(), PanelImageSize);
+  EXPECT_EQ(bytes(memory).mid(0x1420 + 40, 6), "FOYER ");
+  EXPECT_EQ(bytes(memory).back(), 0);
+  EXPECT_EQ(PanelImage(0x9FFF), 7);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return bytes(started).endsWith('\n'); }));
+  EXPECT_EQ(bytes(started), "--window --follow " + memory.toLocal8Bit() + "\n");
+
+  // The window is on show and watches the file.
+  QLockFile lock(memory + ".lock");
+  ASSERT_TRUE(lock.tryLock());
+  PanelRecord.RelayName(4) = "HALL";
+  Press("cmdRehearse");
+  EXPECT_EQ(Text("lblFound"), "The panel's window has the new settings.");
+  EXPECT_EQ(bytes(memory).mid(0x1420 + 40, 6), "HALL  ");
+  QTest::qWait(100);
+  EXPECT_EQ(bytes(started).count('\n'), 1);
+  lock.unlock();
+
+  QFile::remove(memory);
+  ASSERT_TRUE(QDir().mkdir(memory));
+  Press("cmdRehearse");
+  ASSERT_EQ(messages.size(), 1U);
+  EXPECT_TRUE(messages[0].Text.endsWith("it is a folder."));
 }
 
 class ComparePanelTest : public LivePanelTest {};

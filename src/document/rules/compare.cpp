@@ -390,10 +390,9 @@ ProjectDocument Changed(const ProjectDocument& project, Change change) {
 
 ProjectDocument AsPanelKeeps(const ProjectDocument& project) {
   return Changed(project, [] {
-    PanelImage = {};
-    BuildPanelImage({});
-    // The wire carries the low byte of an element.
-    for (Int16& element : PanelImage.elements) element = static_cast<Int16>(element & 0xFF);
+    const std::string memory = FreshPanelMemory();
+    std::transform(memory.begin(), memory.end(), PanelImage.elements.begin(),
+                   [](char byte) { return static_cast<unsigned char>(byte); });
     ApplyPanelImage();
   });
 }

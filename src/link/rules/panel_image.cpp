@@ -1,6 +1,8 @@
 #include "link/rules/panel_image.h"
 
+#include <QScopeGuard>
 #include <algorithm>
+#include <utility>
 
 #include "panel/checked_arithmetic.h"
 #include "panel/hex.h"
@@ -277,6 +279,16 @@ void BuildPanelImage(const PasswordDigits& password) {
   std::fill_n(PanelImage.elements.begin(), ClearedSize, Int16{0});
   std::copy(password.begin(), password.end(), &PanelImage(PasswordAddress));
   MapDocument(Packer(), PanelRecord, FennlinkRecords, DimmerBlock);
+}
+
+std::string FreshPanelMemory() {
+  const PanelImageType transferred = std::exchange(PanelImage, {});
+  const auto restore = qScopeGuard([&] { PanelImage = transferred; });
+  BuildPanelImage({});
+  std::string bytes;
+  // The wire carries the low byte of an element.
+  for (const Int16 element : PanelImage.elements) bytes += static_cast<char>(element & 0xFF);
+  return bytes;
 }
 
 void ApplyPanelImage() {

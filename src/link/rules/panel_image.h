@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <string>
 
 #include "panel/fixed_array.h"
 
@@ -24,6 +25,10 @@ extern Int16 IncludeNamesInUpload;
 /// those that stand. Throws RunTimeFailure when a damaged document overflows a word or a level; the
 /// image is then half built.
 void BuildPanelImage(const PasswordDigits& password);
+
+/// The bytes that a blank panel holds after a download of the document with the password 000000.
+/// PanelImage stays as it is. Throws what BuildPanelImage throws.
+std::string FreshPanelMemory();
 
 /// Unpacks PanelImage over the document. Spare elements, the connection settings and, unless
 /// IncludeNamesInUpload is set, all names but the panel's keep what they held. Throws
