@@ -24,10 +24,12 @@ bin=build/package/usr/bin
 "$bin/tamberloom3-project" --version
 export HOME="$PWD/build/package/home"
 mkdir -p "$HOME"
-# It runs until it is ended.
-status=0
-timeout --signal=TERM 5 xvfb-run -a "$bin/tamberloom3" || status=$?
-[ "$status" -eq 124 ] || {
-  echo "The program of the package ended by itself with status $status." >&2
-  exit 1
-}
+# They run until they are ended.
+for program in tamberloom3 "tamberloom3-panel --window --tcp 0"; do
+  status=0
+  timeout --signal=TERM 5 xvfb-run -a "$bin"/$program || status=$?
+  [ "$status" -eq 124 ] || {
+    echo "$program of the package ended by itself with status $status." >&2
+    exit 1
+  }
+done

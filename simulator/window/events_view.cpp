@@ -99,8 +99,13 @@ void EventsView::ShowComing(const std::vector<LogLines::Line>& lines) {
   for (int i = 0; i < count; ++i) {
     const LogLines::Line& line = lines[static_cast<std::size_t>(i)];
     QListWidgetItem* item = Coming->item(i);
+    item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
     item->setText(LineText(line, "ddd HH:mm:ss"));
     item->setData(WallRole, WallTime(line.Wall));
+  }
+  if (lines.empty()) {
+    auto* nothing = new QListWidgetItem(QStringLiteral("Nothing within eight days."), Coming);
+    nothing->setFlags(Qt::NoItemFlags);
   }
   Coming->setCurrentRow(std::min(row, count - 1), QItemSelectionModel::NoUpdate);
 }

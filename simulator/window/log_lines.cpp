@@ -59,8 +59,11 @@ std::string ItemText(const Row& row) {
 void LogLines::Finish() {
   if (!Open) return;
   Open = false;
-  const bool fires = Doing.Verb.empty();
-  Lines.push_back({Wall, Why + " " + (fires ? "fires" : Doing.Verb + Doing.Items + Doing.Ending)});
+  using enum Subject::Kind;
+  std::string deed = Doing.Verb + Doing.Items + Doing.Ending;
+  const bool tellsAll = Cause.Cause.What == Power || Cause.Cause.What == Clock;
+  if (deed.empty() && !tellsAll) deed = "fires";
+  Lines.push_back({Wall, Why + (deed.empty() ? "" : " ") + deed});
 }
 
 void LogLines::Take(const Row& row, const Calendar& days) {

@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QIcon>
 #include <QLockFile>
 #include <QMessageBox>
 #include <cstdio>
@@ -36,7 +37,8 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   qInstallMessageHandler(usualHandler);
   QApplication::setApplicationName(QStringLiteral("tamberloom3-panel"));
-  QApplication::setDesktopFileName(QStringLiteral("com.example.tamberloom3.panel"));
+  QApplication::setDesktopFileName(QStringLiteral("com.example.tamberloom3-panel"));
+  QApplication::setWindowIcon(QIcon(QStringLiteral(":/tamberloom3-panel.png")));
   try {
     const simulator::CommandLine line = simulator::ParseCommandLine(QApplication::arguments());
     const QString& followed = line.Wanted.FollowedFile;

@@ -108,7 +108,7 @@ void FindingsFrame::cmdCheck_Click() {
            {SeverityWord(Severity::Error), SeverityWord(Severity::Warning),
             SeverityWord(Severity::Note)},
            std::move(rows),
-           QStringLiteral("%1 errors, %2 warnings. Enter on a row opens its screen.")
+           QStringLiteral("%1 errors, %2 warnings. Enter opens the screen.")
                .arg(errors)
                .arg(warnings));
 }

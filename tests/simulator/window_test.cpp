@@ -84,7 +84,7 @@ TEST_F(PanelWindowTest, BeginsWithTheDaySoFar) {
   EXPECT_EQ(Caption("hours"), "sunrise 07:35, sunset 16:45, open 08:00, close 21:00");
   EXPECT_TRUE(
       Log().ends_with("Thursday 2026-01-15\n"
-                      "00:00:00  POWER (power comes) fires\n"
+                      "00:00:00  POWER (power comes)\n"
                       "08:00:00  TIMER 01 (at 08:00) turned LOBBY, HALL NORTH, HALL SOUTH, "
                       "STAIRS, OFFICE 1, OFFICE 2, OFFICE 3, MEETING on"))
       << Log();
