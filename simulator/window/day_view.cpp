@@ -52,6 +52,7 @@ DayView::DayView(Panel& panel)
   Day->setDateRange(QDate(Calendar::FirstYear, 1, 2),
                     QDate(Calendar::FirstYear + Calendar::Years - 1, 12, 24));
   Day->setDate(panel.Time().date());
+  Day->setMinimumWidth(Day->sizeHint().width() + fontMetrics().horizontalAdvance(u'0'));
   Day->setAccessibleName(QStringLiteral("Date of the picture"));
   Day->setObjectName(QStringLiteral("pictureDate"));
   row->addWidget(Day);
