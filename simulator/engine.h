@@ -131,7 +131,8 @@ class Engine {
     int From = 0;   // where it came from
     Instant Since = 0;
     std::int64_t FadeMs = 0;
-    int Slot = -1;  // the one that has the word
+    int Slot = -1;         // the one that has the word
+    bool Reverts = false;  // to what was before it
     Goal GoalBefore = Goal::Base;
     int LevelBefore = 0;
     int Told = 0;  // the level of the last row

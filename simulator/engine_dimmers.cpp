@@ -136,11 +136,12 @@ void Engine::RunSlot(int index) {
   const int level = DimmerLevel(slot.Output);
   const auto goTo = [&](int to, std::int64_t ms) {
     // What reverts goes back to what stood before the first of several that do.
-    if (state.Slot < 0 || Settings->Slots[static_cast<std::size_t>(state.Slot)].Revert == Never) {
+    if (state.Slot < 0 || !state.Reverts) {
       state.GoalBefore = state.Towards;
       state.LevelBefore = state.Level;
     }
     state.Slot = index;
+    state.Reverts = slot.Revert != Never;
     SetGoal(slot.Output, DimmerState::Goal::Fixed, to, ms);
   };
   if (slot.Action == RevertToPhotocell) {

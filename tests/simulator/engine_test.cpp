@@ -204,17 +204,21 @@ TEST(EngineTest, RandomMemoriesRunForAYear) {
   std::mt19937 random(24);
   for (int round = 0; round < 6; ++round) {
     PanelMemory memory;
-    for (int at = 0; at < PanelMemory::Size; ++at) {
-      // Sparse ones too, in which more of the settings make sense.
-      const bool filled = round % 2 == 0 || random() % 8 == 0;
-      memory.SetByte(at, filled ? static_cast<int>(random() % 256) : 0);
-    }
+    const auto fill = [&] {
+      for (int at = 0; at < PanelMemory::Size; ++at) {
+        // Sparse ones too, in which more of the settings make sense.
+        const bool filled = round % 2 == 0 || random() % 8 == 0;
+        memory.SetByte(at, filled ? static_cast<int>(random() % 256) : 0);
+      }
+    };
+    fill();
     Engine engine(memory);
     std::size_t rows = 0;
     engine.SetSink([&rows](const Row&) { ++rows; });
     const Instant start = DayOf({2026, 1, 1}) * DayMs;
     engine.PowerOn(start);
     for (int day = 0; day < 365; ++day) {
+      if (day % 60 == 59) fill();
       for (int act = 0; act < 5; ++act) {
         const int input = static_cast<int>(random() % Items);
         engine.SetContact(input, random() % 4 == 0 ? Contact::Off : Contact::On, random() % 2 == 0);
