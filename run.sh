@@ -17,6 +17,9 @@ else
   answers="on TCP 127.0.0.1 (port $port) and on COM16"
 fi
 
+display=${DISPLAY:-}${WAYLAND_DISPLAY:-}
+[ -z "$display" ] || panel_arguments+=(--window)
+
 children=()
 trap 'kill "${children[@]}" 2>/dev/null; wait' EXIT
 build/release/simulator/tamberloom3-panel "${panel_arguments[@]}" </dev/null >build/panel.out 2>&1 &
@@ -28,7 +31,7 @@ kill -0 "${children[0]}" 2>/dev/null || {
 }
 echo "The simulated panel answers $answers."
 
-if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+if [ -n "$display" ]; then
   build/release/tamberloom3
 else
   source packaging/picture.sh
