@@ -44,7 +44,7 @@ std::string Box(int x, int y, int width, int height, const char* style) {
 /// Draws the days one below the other.
 class Picture {
  public:
-  Picture(Engine& engine, const std::vector<Bar>& bars, Mask relays)
+  Picture(const Engine& engine, const std::vector<Bar>& bars, Mask relays)
       : Panel(engine), Shown(relays) {
     for (const Bar& bar : bars) Bars[static_cast<std::size_t>(bar.Relay)].push_back(bar);
   }
@@ -115,7 +115,7 @@ class Picture {
     }
   }
 
-  Engine& Panel;
+  const Engine& Panel;
   std::array<std::vector<Bar>, Items> Bars;  // of each relay, in order of time
   Mask Shown;
   int Top = 6;
@@ -156,7 +156,7 @@ std::vector<Bar> BarsAhead(const Engine& engine, Instant to) {
   return keeper.Until(to);
 }
 
-std::string PlanSvg(Engine& engine, const PanelMemory& memory, const std::vector<Bar>& bars,
+std::string PlanSvg(const Engine& engine, const PanelMemory& memory, const std::vector<Bar>& bars,
                     std::int64_t first, std::int64_t last) {
   Mask relays = Bit(memory.Points()) - 1;
   for (const Bar& bar : bars) relays |= Bit(bar.Relay);

@@ -34,7 +34,7 @@ std::vector<Bar> BarsAhead(const Engine& engine, Instant to);
 
 /// The days from `first` to `last`, counted from 1970, as a picture: a row a relay, bars while it
 /// is on, sunrise, sunset, open and close as lines.
-std::string PlanSvg(Engine& engine, const PanelMemory& memory, const std::vector<Bar>& bars,
+std::string PlanSvg(const Engine& engine, const PanelMemory& memory, const std::vector<Bar>& bars,
                     std::int64_t first, std::int64_t last);
 
 }  // namespace simulator
