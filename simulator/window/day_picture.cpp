@@ -158,7 +158,7 @@ void DayPicture::paintEvent(QPaintEvent*) {
 }
 
 bool DayPicture::event(QEvent* event) {
-  if (event->type() != QEvent::ToolTip) return QWidget::event(event);
+  if (event->type() != QEvent::ToolTip) return QLabel::event(event);
   const auto* help = static_cast<QHelpEvent*>(event);
   if (!Plan.Relays.empty()) {
     QToolTip::showText(help->globalPos(), Words(RowAt(help->y()), WallAt(help->x())), this);
@@ -194,7 +194,7 @@ void DayPicture::keyPressEvent(QKeyEvent* event) {
       Choose(Mark);
       return;
     default:
-      QWidget::keyPressEvent(event);
+      QLabel::keyPressEvent(event);
       return;
   }
   const std::int64_t first = Plan.FirstDay * DayMs;
@@ -204,7 +204,7 @@ void DayPicture::keyPressEvent(QKeyEvent* event) {
 }
 
 void DayPicture::focusInEvent(QFocusEvent* event) {
-  QWidget::focusInEvent(event);
+  QLabel::focusInEvent(event);
   TellMark();
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QWidget>
+#include <QLabel>
 #include <functional>
 #include <string>
 #include <vector>
@@ -35,7 +35,7 @@ QColor DayLineColor(int kind);
 /// Some days as a picture: a row a relay, bars while it is on, lines for sunrise, sunset, open and
 /// close, and the present. A press on a moment chooses it; so do the arrow keys, which move a mark
 /// and tell what the relay in its row does, and Enter.
-class DayPicture : public QWidget {
+class DayPicture : public QLabel {
  public:
   DayPicture();
 

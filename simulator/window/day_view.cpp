@@ -102,7 +102,7 @@ DayView::DayView(Panel& panel)
 void DayView::ShowSettings(const Configuration& settings) {
   for (int i = 0; i < Items; ++i) {
     const auto at = static_cast<std::size_t>(i);
-    Names[at] = NumberedName("RELAY", i, settings.RelayNames[at]);
+    Names[at] = NumberedName("Relay", i, settings.RelayNames[at]);
   }
   Stale = true;
 }

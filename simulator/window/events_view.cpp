@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
@@ -78,12 +79,16 @@ void EventsView::Take(const Row& row) {
 }
 
 void EventsView::ShowStates() {
-  for (const LogLines::Line& line : Lines.Fetch()) {
+  const auto lines = Lines.Fetch();
+  QScrollBar& bar = *Log->verticalScrollBar();
+  const bool atEnd = bar.value() == bar.maximum();
+  for (const LogLines::Line& line : lines) {
     if (std::exchange(LoggedDay, line.Wall / DayMs) != line.Wall / DayMs) {
       Log->appendPlainText(WallTime(line.Wall).toString(QStringLiteral("dddd yyyy-MM-dd")));
     }
     Log->appendPlainText(LineText(line, "HH:mm:ss"));
   }
+  if (atEnd && !lines.empty()) bar.setValue(bar.maximum());
   constexpr qint64 leastMs = 250;  // looking ahead takes its time
   if (!Stale || (Made.isValid() && Made.elapsed() < leastMs)) return;
   Made.start();

@@ -2,6 +2,7 @@
 
 #include <QFontDatabase>
 #include <QGridLayout>
+#include <QLabel>
 #include <QPainter>
 #include <QPushButton>
 
@@ -29,7 +30,7 @@ constexpr std::array Keys{Key{"Up", 0x01, 0, 1},      Key{"Previous", 0x10, 0, 0
 }  // namespace
 
 /// The lit glass, in its own colours in any surroundings.
-class FrontView::Glass : public QWidget {
+class FrontView::Glass : public QLabel {
  public:
   Glass() {
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
@@ -89,7 +90,7 @@ class FrontView::Glass : public QWidget {
   std::string Text = std::string(RowLength * DisplayRows, ' ');
 };
 
-class FrontView::Leds : public QWidget {
+class FrontView::Leds : public QLabel {
  public:
   Leds() {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);

@@ -15,6 +15,11 @@ QString NumberedName(const char* word, int item, const std::string& name) {
                       : number + QLatin1Char(' ') + QString::fromStdString(name);
 }
 
+QString SpokenName(const char* word, const QString& numbered) {
+  const QString kind = QString::fromLatin1(word);
+  return numbered.startsWith(kind) ? numbered : kind + QLatin1Char(' ') + numbered;
+}
+
 void PaintLamp(QPainter& painter, const QRectF& square, const QPalette& palette, bool lit) {
   const QColor light(255, 190, 40);
   painter.save();

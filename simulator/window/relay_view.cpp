@@ -48,7 +48,7 @@ std::vector<RelayUse> RelaysByUse(const Configuration& settings, int count) {
   };
   for (int group = 0; group < Items; ++group) {
     const auto at = static_cast<std::size_t>(group);
-    add(group, NumberedName("GROUP", group, settings.GroupNames[at]), settings.GroupRelays[at]);
+    add(group, NumberedName("Group", group, settings.GroupNames[at]), settings.GroupRelays[at]);
   }
   const QString others = uses.empty() ? QStringLiteral("Relays") : QStringLiteral("In No Group");
   add(-1, others, SwitchedRelays(settings));
@@ -84,16 +84,16 @@ void RelayView::ShowSettings(const Configuration& settings) {
 void RelayView::Build(const Configuration& settings) {
   using State = Kind::State;
   const auto onOff = [](bool on) { return State{on, on ? "on" : "off"}; };
-  const Kind relays{"relay", "RELAY", settings.RelayNames,
+  const Kind relays{"Relay", settings.RelayNames,
                     [this, onOff](const Engine& runner, int relay) {
                       const bool blinks = Has(runner.BlinkingRelays(), relay);
                       return blinks ? State{BlinkLit, "blinks"} : onOff(runner.Relay(relay));
                     },
                     [this](int relay) { Source.SetRelay(relay, !Source.Relay(relay)); }};
-  const Kind groups{"group", "GROUP", settings.GroupNames,
+  const Kind groups{"Group", settings.GroupNames,
                     [onOff](const Engine& runner, int group) { return onOff(runner.Group(group)); },
                     [this](int group) { Source.SetGroup(group, !Source.Group(group)); }};
-  const Kind presets{"preset", "PRESET", settings.PresetNames,
+  const Kind presets{"Preset", settings.PresetNames,
                      [](const Engine& runner, int preset) {
                        const bool set = runner.Preset(preset).value_or(false);
                        return State{set, set ? "set" : "not set"};
@@ -123,9 +123,10 @@ void RelayView::AddButtons(QGridLayout& grid, const Kind& kind, const std::vecto
                            int firstColumn) {
   for (std::size_t i = 0; i < items.size(); ++i) {
     const int item = items[i];
-    auto* button =
-        new LampButton(NumberedName(kind.Word, item, kind.Names[static_cast<std::size_t>(item)]));
-    button->setObjectName(QLatin1String(kind.Name) + QString::number(item + 1));
+    const QString name = NumberedName(kind.Name, item, kind.Names[static_cast<std::size_t>(item)]);
+    auto* button = new LampButton(name);
+    button->setAccessibleName(SpokenName(kind.Name, name));
+    button->setObjectName(QString::fromLatin1(kind.Name).toLower() + QString::number(item + 1));
     connect(button, &QAbstractButton::clicked, this, [this, press = kind.Press, item] {
       press(item);
       ShowStates();

@@ -43,8 +43,7 @@ class RelayView : public PanelView {
   };
   /// Items of one kind as buttons.
   struct Kind {
-    const char* Name;  // of the objects, as in "relay"
-    const char* Word;  // in place of a name
+    const char* Name;  // as in "Relay"
     const std::array<std::string, Items>& Names;
     struct State {
       bool Lit;

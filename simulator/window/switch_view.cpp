@@ -102,7 +102,7 @@ void SwitchView::AddButton(QGridLayout& grid, const Place& place) {
   const bool second = place.Which == Contact::Off;
   auto* button = new LampButton(second ? QStringLiteral("Off") : place.Text);
   button->setAccessibleName(
-      place.Device == 0 ? place.Text
+      place.Device == 0 ? SpokenName("Input", place.Text)
                         : QStringLiteral("Device %1 Input %2")
                               .arg(QString::fromStdString(TwoDigits(place.Device)), place.Text));
   button->setObjectName(

@@ -113,7 +113,7 @@ TEST_F(PanelWindowTest, EachButtonDoesWhatItsThingDoes) {
   EXPECT_EQ(panel.InputState(0), 0);
   EXPECT_TRUE(Lit("relay1"));
   EXPECT_TRUE(entrance.Lit());  // its pilot follows relay 1
-  EXPECT_EQ(Of<LampButton>("input1off").accessibleName(), "01 ENTRANCE Off");
+  EXPECT_EQ(Of<LampButton>("input1off").accessibleName(), "Input 01 ENTRANCE Off");
   Click("input1off");
   EXPECT_FALSE(Lit("relay1"));
   QTest::keyClick(&Of<LampButton>("device1input2"), Qt::Key_Space);
