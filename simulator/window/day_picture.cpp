@@ -39,39 +39,43 @@ void DayPicture::Show(const DayPlan& plan) {
   }
   Plan = plan;
   MarkRow = std::clamp(MarkRow, 0, std::max(static_cast<int>(Plan.Relays.size()) - 1, 0));
+  MeasureNames();
   if (!sameSize) updateGeometry();
   update();
 }
 
 void DayPicture::ShowNow(std::int64_t wall) {
-  const bool moved = static_cast<int>(X(wall)) != static_cast<int>(X(Now));
+  const int before = static_cast<int>(X(Now));
+  const int after = static_cast<int>(X(wall));
   Now = wall;
-  if (moved) update();
+  constexpr int lineWidth = 4;
+  if (after == before) return;
+  for (const int x : {before, after}) update(x - lineWidth / 2, 0, lineWidth, height());
 }
 
 QSize DayPicture::sizeHint() const {
   constexpr int leastHourChars = 3;
   const int hours = 24 * leastHourChars * fontMetrics().horizontalAdvance(QLatin1Char('0'));
-  return {NameWidth() + hours, Top() + RowHeight() * static_cast<int>(Plan.Relays.size()) + Margin};
+  return {NameWidth + hours, Top() + RowHeight() * static_cast<int>(Plan.Relays.size()) + Margin};
 }
 
-int DayPicture::NameWidth() const {
+void DayPicture::MeasureNames() {
   int width = 0;
   for (const auto& relay : Plan.Relays) {
     width = std::max(width, fontMetrics().horizontalAdvance(relay.Name));
   }
-  return width + 2 * Margin;
+  NameWidth = width + 2 * Margin;
 }
 
 double DayPicture::X(std::int64_t wall) const {
   const std::int64_t all = Plan.Days * DayMs;
   const std::int64_t at = std::clamp<std::int64_t>(wall - Plan.FirstDay * DayMs, 0, all);
-  const int left = NameWidth();
+  const int left = NameWidth;
   return left + static_cast<double>(at) / static_cast<double>(all) * (width() - left - Margin);
 }
 
 std::int64_t DayPicture::WallAt(double x) const {
-  const int left = NameWidth();
+  const int left = NameWidth;
   const double part = std::clamp((x - left) / (width() - left - Margin), 0.0, 1.0);
   const auto minutes = static_cast<std::int64_t>(part * Plan.Days * DayMinutes);
   return Plan.FirstDay * DayMs + std::min(minutes, Plan.Days * DayMinutes - 1) * MinuteMs;
@@ -119,9 +123,10 @@ void DayPicture::PaintScale(QPainter& painter, int bottom) const {
   }
 }
 
-void DayPicture::paintEvent(QPaintEvent*) {
+void DayPicture::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
-  const int left = NameWidth();
+  const QRect wanted = event->rect();  // a strip, when only the present has moved
+  const int left = NameWidth;
   const int top = Top();
   const int bottom = top + RowHeight() * static_cast<int>(Plan.Relays.size());
   painter.fillRect(QRect(left, top, width() - left - Margin, bottom - top),
@@ -134,12 +139,15 @@ void DayPicture::paintEvent(QPaintEvent*) {
       row.setAlphaF(0.25F);
       painter.fillRect(QRect(0, y, width(), RowHeight()), row);
     }
-    painter.setPen(palette().color(QPalette::WindowText));
-    painter.drawText(QRect(0, y, left - Margin, RowHeight()), Qt::AlignVCenter | Qt::AlignRight,
-                     Plan.Relays[i].Name);
+    if (wanted.left() < left) {
+      painter.setPen(palette().color(QPalette::WindowText));
+      painter.drawText(QRect(0, y, left - Margin, RowHeight()), Qt::AlignVCenter | Qt::AlignRight,
+                       Plan.Relays[i].Name);
+    }
     for (const auto& stretch : Plan.Relays[i].On) {
       const double from = X(stretch.From);
       const double to = std::max(X(stretch.To), from + 1);
+      if (to < wanted.left() || from > wanted.right()) continue;
       painter.fillRect(QRectF(from, y + 3, to - from, RowHeight() - 6), QColor(0xE8, 0xA2, 0x00));
     }
   }
@@ -158,6 +166,7 @@ void DayPicture::paintEvent(QPaintEvent*) {
 }
 
 bool DayPicture::event(QEvent* event) {
+  if (event->type() == QEvent::FontChange) MeasureNames();
   if (event->type() != QEvent::ToolTip) return QLabel::event(event);
   const auto* help = static_cast<QHelpEvent*>(event);
   if (!Plan.Relays.empty()) {
@@ -167,7 +176,7 @@ bool DayPicture::event(QEvent* event) {
 }
 
 void DayPicture::mousePressEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton || event->position().x() < NameWidth()) return;
+  if (event->button() != Qt::LeftButton || event->position().x() < NameWidth) return;
   Mark = WallAt(event->position().x());
   MarkRow = RowAt(event->position().y());
   Choose(Mark);

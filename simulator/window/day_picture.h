@@ -58,7 +58,7 @@ class DayPicture : public QLabel {
   void focusInEvent(QFocusEvent* event) override;
 
  private:
-  int NameWidth() const;
+  void MeasureNames();
   int RowHeight() const { return fontMetrics().height() + 4; }
   int Top() const { return fontMetrics().height() + 6; }
   double X(std::int64_t wall) const;
@@ -72,6 +72,7 @@ class DayPicture : public QLabel {
   std::int64_t Now = 0;
   std::int64_t Mark = 0;
   int MarkRow = 0;
+  int NameWidth = 0;
 };
 
 }  // namespace simulator

@@ -168,6 +168,7 @@ void RelayView::AddDimmers(QGridLayout& grid) {
 }
 
 void RelayView::ShowStates() {
+  if (!isVisible()) return;
   constexpr qint64 blinkMs = 400;
   BlinkLit = QDateTime::currentMSecsSinceEpoch() / blinkMs % 2 == 0;
   const Engine& runner = Source.Runner();

@@ -164,6 +164,7 @@ void SwitchView::Close(const Place& place, bool closed) {
 }
 
 void SwitchView::ShowStates() {
+  if (!isVisible()) return;
   const Engine& runner = Source.Runner();
   for (const auto& show : Showers) show(runner);
 }
