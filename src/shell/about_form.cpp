@@ -3,6 +3,7 @@
 #include <QFileInfo>
 
 #include "panel/program_state.h"
+#include "shell/guide_window.h"
 #include "shell/shell.h"
 
 frmT3About::frmT3About() : ChildForm(QString::fromLatin1(ScreenName), QStringLiteral("About")) {}
@@ -36,6 +37,11 @@ void frmT3About::Form_Load() {
   addLine("lblStart", QStringLiteral("Open a project, say in Setup what the panel has, or connect "
                                      "to a panel."))
       ->SetLook(Label::Look::Quiet);
+  Label* lblGuide = AddLabel(nullptr, "lblGuide", QStringLiteral("Guide: F1 explains each screen"));
+  lblGuide->SetAlignment(Qt::AlignCenter);
+  lblGuide->SetLook(Label::Look::WebLink);
+  lblGuide->Click = [] { ShowGuide(GuidePage({})); };
+  column->addWidget(lblGuide, 0, Qt::AlignHCenter);
   kept_ = new QWidget;
   auto* kept = new QHBoxLayout(kept_);
   kept->addStretch(1);

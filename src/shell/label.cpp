@@ -23,13 +23,6 @@ QColor TextOn(QRgb color) {
   return qGray(color) >= 110 ? Qt::black : Qt::white;
 }
 
-/// Many dark desktops leave links the dark blue of light ones.
-QColor ReadableLink(const QPalette& palette) {
-  const QColor link = palette.color(QPalette::Link);
-  const bool dark = qGray(palette.color(QPalette::Window).rgb()) < 110;
-  return dark && qGray(link.rgb()) < 110 ? link.lighter(160) : link;
-}
-
 QColor TextColor(Label::Look look, const QPalette& palette) {
   switch (look) {
     case Label::Look::Quiet:
@@ -43,6 +36,12 @@ QColor TextColor(Label::Look look, const QPalette& palette) {
 }
 
 }  // namespace
+
+QColor ReadableLink(const QPalette& palette) {
+  const QColor link = palette.color(QPalette::Link);
+  const bool dark = qGray(palette.color(QPalette::Window).rgb()) < 110;
+  return dark && qGray(link.rgb()) < 110 ? link.lighter(160) : link;
+}
 
 bool MeansNothing(const QString& caption) {
   static const QSet<QString> words = {{},

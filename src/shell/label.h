@@ -21,6 +21,9 @@ constexpr QRgb Yellow = 0xFFFF00;
 constexpr QRgb Blue = 0x0000FF;
 }  // namespace Colors
 
+/// The colour of a link: many dark desktops leave it the dark blue of light ones.
+QColor ReadableLink(const QPalette& palette);
+
 /// Whether a value says that nothing is set; such values step back behind those that are.
 bool MeansNothing(const QString& caption);
 

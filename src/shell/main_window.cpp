@@ -16,6 +16,7 @@
 #include "panel/program_state.h"
 #include "panel/words.h"
 #include "shell/about_form.h"
+#include "shell/guide_window.h"
 #include "shell/row_grid.h"
 #include "shell/shell.h"
 
@@ -132,6 +133,7 @@ void frmT3MasterMDI::MDIForm_Load() {
   for (const QString& name : folder.entryList({diagnostics.fileName()}, QDir::Files)) {
     folder.remove(name);
   }
+  qApp->installEventFilter(this);
   tmrFix_->SetEnabled(true);
   recovery_.Settle();
   tmrRecovery_->SetEnabled(true);
@@ -306,6 +308,18 @@ void frmT3MasterMDI::MDIForm_Resize() {
       size() != WindowSize()) {
     resize(WindowSize());
   }
+}
+
+/// F1 is the guide's wherever the focus is, in dialogs and open lists too.
+bool frmT3MasterMDI::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress || ending_ ||
+      !static_cast<QKeyEvent*>(event)->matches(QKeySequence::HelpContents)) {
+    return QMainWindow::eventFilter(watched, event);
+  }
+  const QWidget* dialog = QApplication::activeModalWidget();
+  const bool isScreen = dialog && FindScreen(dialog->objectName().toStdString());
+  ShowGuide(GuidePage(isScreen ? dialog->objectName() : QString::fromStdString(front_)));
+  return true;
 }
 
 void frmT3MasterMDI::EndKeepingWork() {

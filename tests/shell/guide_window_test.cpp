@@ -1,0 +1,178 @@
+#include "shell/guide_window.h"
+
+#include <QTextBlock>
+
+#include "screen_test.h"
+
+namespace {
+
+class GuideTest : public ScreenTest {
+ protected:
+  GuideView& View() { return Find<GuideView>("GuideView"); }
+  QString Page() { return View().source().fileName(); }
+
+  void Write(const char* name, const QByteArray& bytes) {
+    QFile file(folder.filePath(QString::fromLatin1(name)));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+  }
+
+  /// A guide of pages that the test has written.
+  GuideWindow& Open(const char* page) {
+    auto* guide = new GuideWindow(folder.path(), window.get());
+    guide->ShowPage(QString::fromLatin1(page));
+    guide->show();
+    guide->activateWindow();
+    QApplication::processEvents();
+    return *guide;
+  }
+
+  void Follow(const char* link) {
+    Q_EMIT View().anchorClicked(View().source().resolved(QUrl(QString::fromLatin1(link))));
+  }
+
+  QTextImageFormat Picture() {
+    const QTextDocument& page = *View().document();
+    for (QTextBlock block = page.begin(); block.isValid(); block = block.next()) {
+      for (auto part = block.begin(); !part.atEnd(); ++part) {
+        const QTextCharFormat format = part.fragment().charFormat();
+        if (format.isImageFormat()) return format.toImageFormat();
+      }
+    }
+    return {};
+  }
+};
+
+TEST_F(GuideTest, F1ShowsThePageOfTheScreenInFrontInOneWindow) {
+  const GuideWindow* first = nullptr;
+  for (const ScreenEntry& entry : ScreenTable()) {
+    window->UnloadAllForms();
+    if (window->ShowForm(entry.Name)) {
+      QTest::keyClick(window.get(), Qt::Key_F1);
+    } else {
+      ShowGuide(GuidePage(entry.Name));
+    }
+    auto& guide = Find<GuideWindow>("GuideWindow");
+    if (!first) first = &guide;
+    EXPECT_EQ(&guide, first);
+    EXPECT_EQ(Page(), GuidePage(entry.Name));
+    EXPECT_FALSE(View().toPlainText().contains("cannot be read")) << entry.Name;
+    EXPECT_GT(Picture().width(), 300) << entry.Name;
+    EXPECT_LE(Picture().width(), View().viewport()->width()) << entry.Name;
+    const QVariant drawn =
+        View().document()->resource(QTextDocument::ImageResource, QUrl(Picture().name()));
+    EXPECT_EQ(drawn.value<QImage>().width(), Picture().width()) << "smoothly scaled";
+  }
+  window->UnloadAllForms();
+  QTest::keyClick(window.get(), Qt::Key_F1);
+  EXPECT_EQ(Page(), "index.md");
+  EXPECT_EQ(GuidePage("frmT3AddOnModuleModBus"), "add_on_module_mod_bus.md");
+}
+
+TEST_F(GuideTest, F1IsTheGuidesWhateverHasTheFocus) {
+  Menu("mnuRelayOutputOptions");
+  Click(Cell("lblTimerType", 0));
+  QTest::keyClick(&Find<InPlaceList>("cboNewTimerType"), Qt::Key_F1);
+  EXPECT_EQ(Page(), "relay_output_options.md");
+
+  Menu("mnuEditPanelName");
+  QTest::keyClick(&Find<TextBox>("txtPanelName"), Qt::Key_F1);
+  EXPECT_EQ(Page(), "edit_panel_name.md");
+
+  auto* edit = Find<QAction>("mnuEdit").menu();
+  edit->popup({});
+  QTest::keyClick(edit, Qt::Key_F1);
+  EXPECT_FALSE(edit->isVisible());
+
+  Menu("mnuConfigureDimmers");
+  QTimer::singleShot(0, window.get(), [&] {
+    auto* dialog = window->findChild<QDialog*>();
+    QTest::keyClick(dialog, Qt::Key_F1);
+    EXPECT_EQ(Page(), "dim_copy_cnf.md");
+    EXPECT_EQ(Find<GuideWindow>("GuideWindow").parentWidget(), dialog) << "or it cannot be worked";
+    dialog->reject();
+  });
+  Press("cmdCopyConfig");
+  QTest::keyClick(window.get(), Qt::Key_F1);
+  EXPECT_EQ(Page(), "dimmer_output.md");
+  EXPECT_EQ(Find<GuideWindow>("GuideWindow").parentWidget(), window.get());
+}
+
+TEST_F(GuideTest, LinksStayInTheGuideOrGoToTheWeb) {
+  Write("index.md", "# Contents\n\n[One](one.md)");
+  Write("one.md", "# One\n\n[Contents](index.md)");
+  GuideWindow& guide = Open("index.md");
+  auto& back = Find<Button>("cmdBack");
+  EXPECT_FALSE(back.isEnabled());
+  QTest::keyClick(&View(), Qt::Key_Tab);
+  QTest::keyClick(&View(), Qt::Key_Return);
+  EXPECT_EQ(guide.windowTitle(), "One - Guide");
+  QTest::keyClick(&guide, Qt::Key_Left, Qt::AltModifier);
+  EXPECT_EQ(Page(), "index.md");
+  QTest::keyClick(&guide, Qt::Key_Right, Qt::AltModifier);
+  EXPECT_EQ(Page(), "one.md");
+  Press("cmdContents");
+  EXPECT_EQ(Page(), "index.md");
+
+  QStringList opened;
+  const auto usual = OpenUrlSeam;
+  OpenUrlSeam = [&opened](const QString& address) { opened << address; };
+  for (const char* link : {"https://www.example.com/a", "http://www.example.com", "file:///bin/sh",
+                           "mailto:a@example.com", "javascript:1", "qrc:/guide/one.md"}) {
+    Follow(link);
+    EXPECT_EQ(Page(), "index.md") << link;
+  }
+  OpenUrlSeam = usual;
+  EXPECT_EQ(opened, QStringList({"https://www.example.com/a", "http://www.example.com"}));
+}
+
+TEST_F(GuideTest, FindsInThePageRoundAndRound) {
+  Write("index.md", "# Lamps\n\nA lamp, a switch.\n\nAnother LAMP.");
+  GuideWindow& guide = Open("index.md");
+  QTest::keyClick(&guide, Qt::Key_F, Qt::ControlModifier);
+  auto& text = Find<TextBox>("txtFindInPage");
+  EXPECT_TRUE(text.isVisible());
+  const auto at = [this] { return View().textCursor().selectionStart(); };
+  QTest::keyClicks(&text, "lamp");
+  EXPECT_EQ(at(), 0);
+  QTest::keyClick(&text, Qt::Key_Return);
+  EXPECT_EQ(at(), 8);
+  Press("cmdNext");
+  EXPECT_EQ(at(), 32);
+  QTest::keyClick(&guide, Qt::Key_F3);
+  EXPECT_EQ(at(), 0);
+  QTest::keyClick(&guide, Qt::Key_F3, Qt::ShiftModifier);
+  EXPECT_EQ(View().textCursor().selectedText(), "LAMP");
+  EXPECT_EQ(Text("lblNotFound"), "");
+  QTest::keyClicks(&text, "shade");
+  EXPECT_EQ(Text("lblNotFound"), "Not found in this page");
+
+  const QPointer<GuideWindow> shown = &guide;
+  QTest::keyClick(&text, Qt::Key_Escape);
+  EXPECT_FALSE(text.isVisible());
+  EXPECT_TRUE(guide.isVisible());
+  QTest::keyClick(&guide, Qt::Key_F3);
+  EXPECT_TRUE(text.isVisible());
+  Find<QWidget>("GuideView").setFocus();
+  for (int i = 0; i < 2; ++i) QTest::keyClick(&guide, Qt::Key_Escape);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(shown.isNull());
+}
+
+TEST_F(GuideTest, WhatIsMissingOrDamagedIsToldInItsPlace) {
+  Write("index.md", "# Contents\n\n![A](pictures/a.png)\n\n![B](b.png)\n\nAnd so on.");
+  Write("b.png", "\x89PNG no more");
+  Write("damaged.md", QByteArray("# \xff\xfe\0 broken", 11));
+  Write("empty.md", "");
+  Open("index.md");
+  EXPECT_EQ(View().toPlainText(),
+            "Contents\nThe picture \"a.png\" of the guide cannot be read.\n"
+            "The picture \"b.png\" of the guide cannot be read.\nAnd so on.");
+  for (const char* page : {"missing.md", "damaged.md", "empty.md", "../../etc/hostname"}) {
+    Follow(page);
+    EXPECT_EQ(View().toPlainText(), QStringLiteral("The page \"%1\" of the guide cannot be read.")
+                                        .arg(QString::fromLatin1(page).section(u'/', -1)));
+  }
+}
+
+}  // namespace
