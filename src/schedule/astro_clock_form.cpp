@@ -1,6 +1,9 @@
 #include "schedule/astro_clock_form.h"
 
+#include <QAbstractItemView>
 #include <QCompleter>
+#include <QMouseEvent>
+#include <QWindow>
 
 #include "panel/code_page.h"
 #include "panel/panel_record.h"
@@ -95,9 +98,29 @@ void frmT3AstroClockSettings::BuildCityPicker() {
   connect(found, qOverload<const QString&>(&QCompleter::highlighted), this, choose);
   connect(found, qOverload<const QString&>(&QCompleter::activated), this, choose);
   txtFindCity->setCompleter(found);
+  found->popup()->installEventFilter(this);
   connect(txtFindCity, &QLineEdit::returnPressed, this, [this] {
     if (lblNoCity->isHidden()) cmdAccept->click();
   });
+}
+
+/// A press beside the cities that are offered closes them, and is no less a press on what lies
+/// there.
+bool frmT3AstroClockSettings::eventFilter(QObject* watched, QEvent* event) {
+  auto* offered = qobject_cast<QAbstractItemView*>(watched);
+  if (!offered || event->type() != QEvent::MouseButtonPress || offered->underMouse()) {
+    return ChildForm::eventFilter(watched, event);
+  }
+  offered->hide();
+  const auto* press = static_cast<QMouseEvent*>(event);
+  const QPointF at = press->globalPosition();
+  QWindow* under = window()->windowHandle();
+  if (under->geometry().contains(at.toPoint())) {
+    QCoreApplication::postEvent(
+        under, new QMouseEvent(QEvent::MouseButtonPress, under->mapFromGlobal(at), at,
+                               press->button(), press->buttons(), press->modifiers()));
+  }
+  return true;
 }
 
 void frmT3AstroClockSettings::Form_Activate() {

@@ -16,6 +16,9 @@ class frmT3AstroClockSettings : public ChildForm {
   void txtFindCity_Change();
   void RestoreControls();
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   void BuildSettings();
   void BuildCityPicker();

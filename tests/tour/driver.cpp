@@ -10,8 +10,10 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPointer>
 #include <QSocketNotifier>
 #include <QTimer>
+#include <QWindow>
 #include <QtTest/QTest>
 #include <algorithm>
 #include <array>
@@ -85,7 +87,15 @@ Action Open(const Words& words) {
 Action Press(const Words& words) {
   auto* button = Find<QAbstractButton>(words[1]);
   if (!button) return {};
-  return [button] { button->click(); };
+  return [button] {
+    // The window system gives the press to what has popped up, and that may keep it.
+    QWidget* popup = QApplication::activePopupWidget();
+    QWindow* pressed = (popup ? popup : button->window())->windowHandle();
+    const QPointer<QWindow> released = button->window()->windowHandle();
+    const QPoint at = button->mapToGlobal(button->rect().center());
+    QTest::mousePress(pressed, Qt::LeftButton, {}, pressed->mapFromGlobal(at));
+    if (released) QTest::mouseRelease(released, Qt::LeftButton, {}, released->mapFromGlobal(at));
+  };
 }
 
 Action Type(const Words& words) {
