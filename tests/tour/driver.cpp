@@ -36,8 +36,10 @@ QString Told(QWidget* widget, QAccessible::Text kind) {
   return text.endsWith(u':') ? text.chopped(1) : text;
 }
 
-/// "Relay 01" is also the control "Relay 01, Name".
+/// "Relay 01" is also the control "Relay 01, Name"; a button goes by what is written on it, too.
 bool IsCalled(QWidget* widget, const QString& name) {
+  auto* button = qobject_cast<QAbstractButton*>(widget);
+  if (button && button->text().remove(u'&') == name) return true;
   const QString told = Told(widget, QAccessible::Name);
   return told == name || told.startsWith(name + u',');
 }
@@ -84,6 +86,8 @@ Action Open(const Words& words) {
   return {};
 }
 
+bool pressing = false;
+
 Action Press(const Words& words) {
   auto* button = Find<QAbstractButton>(words[1]);
   if (!button) return {};
@@ -93,7 +97,9 @@ Action Press(const Words& words) {
     QWindow* pressed = (popup ? popup : button->window())->windowHandle();
     const QPointer<QWindow> released = button->window()->windowHandle();
     const QPoint at = button->mapToGlobal(button->rect().center());
+    pressing = true;
     QTest::mousePress(pressed, Qt::LeftButton, {}, pressed->mapFromGlobal(at));
+    pressing = false;
     if (released) QTest::mouseRelease(released, Qt::LeftButton, {}, released->mapFromGlobal(at));
   };
 }
@@ -201,6 +207,7 @@ class Driver : public QObject {
 
   /// The action itself comes after the answer, as it may open a dialog that waits.
   bool Obey(const Words& words) {
+    if (pressing) return false;
     for (const Verb& verb : Verbs) {
       if (words[0] != QLatin1String(verb.Word) || words.size() != verb.Count) continue;
       const Action action = verb.Prepare(words);
