@@ -4,21 +4,7 @@
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
-#include "simulator/digits.h"
-#include "simulator/window/panel_view.h"
-
 namespace simulator {
-
-QString NumberedName(const char* word, int item, const std::string& name) {
-  const QString number = QString::fromStdString(TwoDigits(item + 1));
-  return name.empty() ? QString::fromLatin1(word) + QLatin1Char(' ') + number
-                      : number + QLatin1Char(' ') + QString::fromStdString(name);
-}
-
-QString SpokenName(const char* word, const QString& numbered) {
-  const QString kind = QString::fromLatin1(word);
-  return numbered.startsWith(kind) ? numbered : kind + QLatin1Char(' ') + numbered;
-}
 
 void PaintLamp(QPainter& painter, const QRectF& square, const QPalette& palette, bool lit) {
   const QColor light(255, 190, 40);

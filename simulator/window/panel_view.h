@@ -1,8 +1,12 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
+#include <vector>
 
 #include "simulator/panel.h"
+
+class QVBoxLayout;
 
 namespace simulator {
 
@@ -18,6 +22,25 @@ class PanelView : public QWidget {
   explicit PanelView(Panel& panel) : Source(panel) {}
 
   Panel& Source;
+};
+
+/// A view of things that the settings tell of: built anew when these have changed, each thing with
+/// a shower of its state.
+class BuiltView : public PanelView {
+ public:
+  void ShowStates() override;
+
+ protected:
+  explicit BuiltView(Panel& panel);
+
+  /// Begins anew with an empty column.
+  QVBoxLayout& BuildAnew();
+
+  std::vector<std::function<void(const Engine&)>> Showers;
+
+ private:
+  QVBoxLayout* Place;
+  QWidget* Content = nullptr;
 };
 
 /// How many relays and inputs are shown: the installed points, or all if memory tells of none.

@@ -30,6 +30,11 @@ Mask SwitchedRelays(const Configuration& settings) {
   return used;
 }
 
+bool BlinkPhase() {
+  constexpr qint64 phaseMs = 400;
+  return QDateTime::currentMSecsSinceEpoch() / phaseMs % 2 == 0;
+}
+
 QString LevelText(int level) {
   constexpr int full = 255;
   return QStringLiteral("%1 (%2 %)").arg(level).arg((level * 100 + full / 2) / full);
@@ -56,7 +61,7 @@ std::vector<RelayUse> RelaysByUse(const Configuration& settings, int count) {
   return uses;
 }
 
-RelayView::RelayView(Panel& panel) : PanelView(panel), Column(new QVBoxLayout(this)) {}
+RelayView::RelayView(Panel& panel) : BuiltView(panel) {}
 
 void RelayView::ShowSettings(const Configuration& settings) {
   Shown shown;
@@ -73,21 +78,17 @@ void RelayView::ShowSettings(const Configuration& settings) {
   }
   if (shown == Known) return;  // a button keeps its focus
   Known = shown;
-  Showers.clear();
-  delete Content;
-  Content = new QWidget;
-  Column->addWidget(Content);
-  Build(settings);
+  Build(settings, BuildAnew());
   ShowStates();
 }
 
-void RelayView::Build(const Configuration& settings) {
+void RelayView::Build(const Configuration& settings, QVBoxLayout& column) {
   using State = Kind::State;
   const auto onOff = [](bool on) { return State{on, on ? "on" : "off"}; };
   const Kind relays{"Relay", settings.RelayNames,
-                    [this, onOff](const Engine& runner, int relay) {
+                    [onOff](const Engine& runner, int relay) {
                       const bool blinks = Has(runner.BlinkingRelays(), relay);
-                      return blinks ? State{BlinkLit, "blinks"} : onOff(runner.Relay(relay));
+                      return blinks ? State{BlinkPhase(), "blinks"} : onOff(runner.Relay(relay));
                     },
                     [this](int relay) { Source.SetRelay(relay, !Source.Relay(relay)); }};
   const Kind groups{"Group", settings.GroupNames,
@@ -99,24 +100,21 @@ void RelayView::Build(const Configuration& settings) {
                        return State{set, set ? "set" : "not set"};
                      },
                      [this](int preset) { Source.SetPreset(preset); }};
-  auto* column = new QVBoxLayout(Content);
-  column->setContentsMargins(0, 0, 0, 0);
+  const auto addBox = [&column](const QString& title) -> QGridLayout& {
+    auto* box = new QGroupBox(title);
+    column.addWidget(box);
+    return *new QGridLayout(box);
+  };
   for (const RelayUse& use : Known.Uses) {
     const bool grouped = use.Group >= 0;
-    QGridLayout& grid = AddBox(grouped ? QString() : use.Title);
+    QGridLayout& grid = addBox(grouped ? QString() : use.Title);
     if (grouped) AddButtons(grid, groups, {use.Group}, 0);
     AddButtons(grid, relays, use.Relays, grouped ? 1 : 0);
   }
   if (!Known.Presets.empty())
-    AddButtons(AddBox(QStringLiteral("Presets")), presets, Known.Presets, 0);
-  if (!Known.Dimmers.empty()) AddDimmers(AddBox(QStringLiteral("Dimmer Outputs")));
-  column->addStretch(1);
-}
-
-QGridLayout& RelayView::AddBox(const QString& title) {
-  auto* box = new QGroupBox(title);
-  Content->layout()->addWidget(box);
-  return *new QGridLayout(box);
+    AddButtons(addBox(QStringLiteral("Presets")), presets, Known.Presets, 0);
+  if (!Known.Dimmers.empty()) AddDimmers(addBox(QStringLiteral("Dimmer Outputs")));
+  column.addStretch(1);
 }
 
 void RelayView::AddButtons(QGridLayout& grid, const Kind& kind, const std::vector<int>& items,
@@ -165,14 +163,6 @@ void RelayView::AddDimmers(QGridLayout& grid) {
       bar->setValue(level);
     });
   }
-}
-
-void RelayView::ShowStates() {
-  if (!isVisible()) return;
-  constexpr qint64 blinkMs = 400;
-  BlinkLit = QDateTime::currentMSecsSinceEpoch() / blinkMs % 2 == 0;
-  const Engine& runner = Source.Runner();
-  for (const auto& show : Showers) show(runner);
 }
 
 }  // namespace simulator

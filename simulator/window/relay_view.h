@@ -27,11 +27,10 @@ std::vector<RelayUse> RelaysByUse(const Configuration& settings, int count);
 
 /// Relays as lamps below their groups, presets, and dimmer outputs as bars. A press switches by
 /// hand.
-class RelayView : public PanelView {
+class RelayView : public BuiltView {
  public:
   explicit RelayView(Panel& panel);
   void ShowSettings(const Configuration& settings) override;
-  void ShowStates() override;
 
  private:
   struct Shown {
@@ -53,17 +52,12 @@ class RelayView : public PanelView {
     std::function<void(int)> Press;
   };
 
-  void Build(const Configuration& settings);
+  void Build(const Configuration& settings, QVBoxLayout& column);
   void AddButtons(QGridLayout& grid, const Kind& kind, const std::vector<int>& items,
                   int firstColumn);
-  QGridLayout& AddBox(const QString& title);
   void AddDimmers(QGridLayout& grid);
 
   Shown Known;
-  QVBoxLayout* Column;
-  QWidget* Content = nullptr;
-  std::vector<std::function<void(const Engine&)>> Showers;
-  bool BlinkLit = false;
 };
 
 }  // namespace simulator

@@ -44,7 +44,7 @@ int InputsOf(int deviceType) {
 
 }  // namespace
 
-SwitchView::SwitchView(Panel& panel) : PanelView(panel), Column(new QVBoxLayout(this)) {}
+SwitchView::SwitchView(Panel& panel) : BuiltView(panel) {}
 
 std::vector<SwitchView::Box> SwitchView::BoxesOf(const Configuration& settings) const {
   Box used{QStringLiteral("Inputs"), 0, {}};
@@ -80,20 +80,15 @@ void SwitchView::ShowSettings(const Configuration& settings) {
   const std::vector<Box> boxes = BoxesOf(settings);
   if (boxes == Known) return;  // a button keeps its focus
   Known = boxes;
-  Showers.clear();
-  delete Content;
-  Content = new QWidget;
-  Column->addWidget(Content);
-  auto* column = new QVBoxLayout(Content);
-  column->setContentsMargins(0, 0, 0, 0);
+  QVBoxLayout& column = BuildAnew();
   for (const Box& box : Known) {
     auto* group = new QGroupBox(box.Title);
     auto* grid = new QGridLayout(group);
     if (box.Photocell != 0) AddPhotocell(*grid, box);
     for (const Place& place : box.Places) AddButton(*grid, place);
-    column->addWidget(group);
+    column.addWidget(group);
   }
-  column->addStretch(1);
+  column.addStretch(1);
   ShowStates();
 }
 
@@ -161,12 +156,6 @@ void SwitchView::Close(const Place& place, bool closed) {
     Source.SetDeviceInput(place.Device, place.Input, closed);
   }
   ShowStates();
-}
-
-void SwitchView::ShowStates() {
-  if (!isVisible()) return;
-  const Engine& runner = Source.Runner();
-  for (const auto& show : Showers) show(runner);
 }
 
 }  // namespace simulator

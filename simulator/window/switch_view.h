@@ -15,11 +15,10 @@ namespace simulator {
 /// What is pressed on the walls of the building: local inputs, stations with as many buttons as
 /// they have, input modules, photocells. A button is held as long as it is pressed; one of a switch
 /// that stays closed stays down until the next press.
-class SwitchView : public PanelView {
+class SwitchView : public BuiltView {
  public:
   explicit SwitchView(Panel& panel);
   void ShowSettings(const Configuration& settings) override;
-  void ShowStates() override;
 
  private:
   /// A contact that a button closes.
@@ -45,9 +44,6 @@ class SwitchView : public PanelView {
   void Close(const Place& place, bool closed);
 
   std::vector<Box> Known;
-  QVBoxLayout* Column;
-  QWidget* Content = nullptr;
-  std::vector<std::function<void(const Engine&)>> Showers;
 };
 
 }  // namespace simulator

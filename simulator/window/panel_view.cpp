@@ -1,0 +1,38 @@
+#include "simulator/window/panel_view.h"
+
+#include <QVBoxLayout>
+
+#include "simulator/digits.h"
+
+namespace simulator {
+
+BuiltView::BuiltView(Panel& panel) : PanelView(panel), Place(new QVBoxLayout(this)) {}
+
+QVBoxLayout& BuiltView::BuildAnew() {
+  Showers.clear();
+  delete Content;
+  Content = new QWidget;
+  Place->addWidget(Content);
+  auto* column = new QVBoxLayout(Content);
+  column->setContentsMargins(0, 0, 0, 0);
+  return *column;
+}
+
+void BuiltView::ShowStates() {
+  if (!isVisible()) return;
+  const Engine& runner = Source.Runner();
+  for (const auto& show : Showers) show(runner);
+}
+
+QString NumberedName(const char* word, int item, const std::string& name) {
+  const QString number = QString::fromStdString(TwoDigits(item + 1));
+  return name.empty() ? QString::fromLatin1(word) + QLatin1Char(' ') + number
+                      : number + QLatin1Char(' ') + QString::fromStdString(name);
+}
+
+QString SpokenName(const char* word, const QString& numbered) {
+  const QString kind = QString::fromLatin1(word);
+  return numbered.startsWith(kind) ? numbered : kind + QLatin1Char(' ') + numbered;
+}
+
+}  // namespace simulator
