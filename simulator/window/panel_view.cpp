@@ -26,8 +26,10 @@ void BuiltView::ShowStates() {
 
 QString NumberedName(const char* word, int item, const std::string& name) {
   const QString number = QString::fromStdString(TwoDigits(item + 1));
-  return name.empty() ? QString::fromLatin1(word) + QLatin1Char(' ') + number
-                      : number + QLatin1Char(' ') + QString::fromStdString(name);
+  const QString unnamed = QString::fromLatin1(word) + QLatin1Char(' ') + number;
+  const QString shown = QString::fromStdString(name);
+  if (shown.isEmpty() || shown.compare(unnamed, Qt::CaseInsensitive) == 0) return unnamed;
+  return number + QLatin1Char(' ') + shown;
 }
 
 QString SpokenName(const char* word, const QString& numbered) {

@@ -48,7 +48,7 @@ inline int ShownPoints(const Panel& panel) {
   return panel.Points() > 0 ? panel.Points() : Items;
 }
 
-/// As in "07 LOBBY"; without a name the word and the number.
+/// As in "07 LOBBY"; without a name of its own the word and the number.
 QString NumberedName(const char* word, int item, const std::string& name);
 /// As in "Relay 07 LOBBY", from a numbered name.
 QString SpokenName(const char* word, const QString& numbered);
