@@ -94,12 +94,9 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
 }
 
 void FindingsFrame::cmdCheck_Click() {
+  const std::vector<Finding> findings = CheckProject();
   std::vector<Row> rows;
-  int errors = 0;
-  int warnings = 0;
-  for (const Finding& finding : CheckProject()) {
-    errors += finding.Level == Severity::Error ? 1 : 0;
-    warnings += finding.Level == Severity::Warning ? 1 : 0;
+  for (const Finding& finding : findings) {
     rows.push_back({{SeverityWord(finding.Level), ItemCode(finding.Where), finding.Sentence},
                     finding.Where,
                     finding.Screen});
@@ -108,9 +105,8 @@ void FindingsFrame::cmdCheck_Click() {
            {SeverityWord(Severity::Error), SeverityWord(Severity::Warning),
             SeverityWord(Severity::Note)},
            std::move(rows),
-           QStringLiteral("%1 errors, %2 warnings. Enter opens the screen.")
-               .arg(errors)
-               .arg(warnings));
+           QStringLiteral("%1, %2. Enter opens the screen.")
+               .arg(CountOf(Severity::Error, findings), CountOf(Severity::Warning, findings)));
 }
 
 void FindingsFrame::cmdCompare_Click() {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "document/rules/doc_file.h"
 #include "document/sample_panel.h"
 #include "panel/document_fixture.h"
 

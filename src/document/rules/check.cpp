@@ -23,6 +23,14 @@ QString SeverityWord(Severity severity) {
   return QStringLiteral("note");
 }
 
+QString CountOf(Severity severity, std::span<const Finding> findings) {
+  const auto count = std::count_if(findings.begin(), findings.end(), [&](const Finding& finding) {
+    return finding.Level == severity;
+  });
+  return QStringLiteral("%1 %2%3").arg(QString::number(count), SeverityWord(severity),
+                                       QLatin1String(count == 1 ? "" : "s"));
+}
+
 CheckScope::CheckScope() : Points(InstalledPoints()) {
   Uses = UsesOfProject();
   std::stable_sort(Uses.begin(), Uses.end(),

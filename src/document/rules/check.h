@@ -26,6 +26,9 @@ struct Finding {
   std::string_view Screen;  ///< Where it is mended.
 };
 
+/// How many are of that severity, as in "1 error" or "2 warnings".
+QString CountOf(Severity severity, std::span<const Finding> findings);
+
 /// EffectOn and EffectOff of each relay.
 using RelayEffects = std::array<unsigned, ItemCount>;
 

@@ -47,6 +47,16 @@ std::string RenderDocument(std::string_view timeStamp, const DocumentChoice& cho
   return text.Take();
 }
 
+std::vector<DocumentTable> BuildSheets() {
+  std::vector<DocumentTable> tables;
+  for (std::size_t i = 0; i < DocumentSections.size(); ++i) {
+    if (i == DMXSection && PanelRecord.AddOnModuleType != AddOnModuleDMX) continue;
+    DocumentText text(&tables);
+    DocumentSections[i].Write(text);
+  }
+  return tables;
+}
+
 void WriteDocumentFile(std::string_view document) {
   const QString failure = ReplaceFile(DocumentFileName, document);
   if (!failure.isEmpty()) Fail(failure);

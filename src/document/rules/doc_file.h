@@ -45,6 +45,9 @@ std::string DocumentTimeStamp(const QDateTime& time);
 /// names the section, when a damaged configuration overflows a number.
 std::string RenderDocument(std::string_view timeStamp, const DocumentChoice& chosen);
 
+/// The sections, one table a sheet of a spreadsheet; the same failures.
+std::vector<DocumentTable> BuildSheets();
+
 /// Writes `document` to DocumentFileName in place of any old file. At any instant the disk holds
 /// the old file or the new one. Throws RunTimeFailure, which names the file and the reason, with
 /// the old file untouched.

@@ -371,16 +371,6 @@ ReportChapter DoorChapter() {
   return chapter;
 }
 
-QString CountOfFindings() {
-  std::array<int, 3> counts{};
-  for (const Finding& finding : CheckProject())
-    ++counts.at(static_cast<std::size_t>(finding.Level));
-  return QStringLiteral("%1 errors, %2 warnings, %3 notes")
-      .arg(counts[0])
-      .arg(counts[1])
-      .arg(counts[2]);
-}
-
 }  // namespace
 
 PanelReport BuildReport(const QDateTime& date) {
@@ -388,7 +378,12 @@ PanelReport BuildReport(const QDateTime& date) {
   report.PanelName = ToUnicode(PanelRecord.PanelName).trimmed();
   report.FileName = QFileInfo(CurrentFileName).fileName();
   report.Date = date.toString(TimeFormat);
-  report.Findings = CountOfFindings();
+  const std::vector<Finding> findings = CheckProject();
+  QStringList counts;
+  for (const Severity severity : {Severity::Error, Severity::Warning, Severity::Note}) {
+    counts << CountOf(severity, findings);
+  }
+  report.Findings = counts.join(QStringLiteral(", "));
   const ReportUses uses;
   for (const ReportChapter& chapter :
        {PanelChapter(), RelayChapter(uses), GroupChapter(uses), InputChapter(uses),
@@ -397,14 +392,4 @@ PanelReport BuildReport(const QDateTime& date) {
     if (!chapter.Rows.empty()) report.Chapters.push_back(chapter);
   }
   return report;
-}
-
-std::vector<DocumentTable> BuildSheets() {
-  std::vector<DocumentTable> tables;
-  for (std::size_t i = 0; i < DocumentSections.size(); ++i) {
-    if (i == DMXSection && PanelRecord.AddOnModuleType != AddOnModuleDMX) continue;
-    DocumentText text(&tables);
-    DocumentSections[i].Write(text);
-  }
-  return tables;
 }

@@ -39,6 +39,3 @@ struct PanelReport {
 /// What of the live document is used, in names and words. Throws RunTimeFailure for a damaged
 /// document whose numbers overflow.
 PanelReport BuildReport(const QDateTime& date);
-
-/// The sections of the text document, one table a sheet; the same failures.
-std::vector<DocumentTable> BuildSheets();

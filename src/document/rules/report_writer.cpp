@@ -4,6 +4,7 @@
 #include <QLibrary>
 #include <QLocale>
 
+#include "document/rules/doc_file.h"
 #include "panel/fixed_array.h"
 #include "panel/replace_file.h"
 
