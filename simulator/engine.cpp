@@ -277,29 +277,12 @@ bool Engine::Pilot(int number) const {
   return false;
 }
 
-std::vector<Engine::Happening> Engine::NextHappenings(int causes, std::int64_t within) const {
-  std::vector<Happening> happenings;
+std::optional<Instant> Engine::NextRow(std::int64_t within) const {
+  std::optional<Instant> time;
   Engine ahead = *this;
-  ahead.SetSink([&happenings](const Row& row) {
-    if (happenings.empty() || happenings.back().Time != row.Time ||
-        !(happenings.back().Cause == row.Cause)) {
-      happenings.push_back({row.Time, row.Cause, {}, {}});
-    }
-    Happening& last = happenings.back();
-    if (row.Item.What == Subject::Kind::None) {
-      last.Words = row.Words;
-    } else {
-      last.Effects +=
-          (last.Effects.empty() ? "" : ", ") + Text(row.Item) + " " + Text(row.What, row.Level);
-    }
-  });
-  const auto wanted = static_cast<std::size_t>(causes);
-  for (Instant next = ahead.NextInstant(); next <= Present + within && happenings.size() < wanted;
-       next = ahead.NextInstant()) {
-    ahead.AdvanceTo(next);
-  }
-  if (happenings.size() > wanted) happenings.resize(wanted);
-  return happenings;
+  ahead.SetSink([&time](const Row& row) { time = time.value_or(row.Time); });
+  while (!time && ahead.NextInstant() <= Present + within) ahead.AdvanceTo(ahead.NextInstant());
+  return time;
 }
 
 }  // namespace simulator

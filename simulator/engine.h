@@ -54,15 +54,8 @@ class Engine {
   void SetWeekdayShift(int days);
   /// 0 Sunday .. 6 Saturday.
   int WeekdayToday() const { return Weekday(Today()); }
-  /// The next causes with what they change, from a copy of the engine: at most `causes` of them,
-  /// and none further away than `within`.
-  struct Happening {
-    Instant Time = 0;
-    Subject Cause;
-    std::string Words;    // as in "20 min before sunrise"
-    std::string Effects;  // as in "RELAY 05 on, GROUP 02 on"
-  };
-  std::vector<Happening> NextHappenings(int causes, std::int64_t within = 8 * DayMs) const;
+  /// When the next row comes, if it does within that time and nobody touches anything.
+  std::optional<Instant> NextRow(std::int64_t within) const;
   struct SunAndHours {
     std::optional<Instant> Sunrise, Sunset, Open, Close;
   };

@@ -31,9 +31,9 @@ void PanelClock::JumpTo(std::int64_t wall) {
 }
 
 bool PanelClock::Step() {
-  const auto next = Runner.NextHappenings(1, YearMs);
-  if (next.empty()) return false;
-  Runner.AdvanceTo(next.front().Time);
+  const std::optional<Instant> next = Runner.NextRow(YearMs);
+  if (!next) return false;
+  Runner.AdvanceTo(*next);
   return true;
 }
 

@@ -52,7 +52,7 @@ std::vector<SwitchView::Box> SwitchView::BoxesOf(const Configuration& settings) 
   for (int i = 0; i < ShownPoints(Source); ++i) {
     const auto at = static_cast<std::size_t>(i);
     const InputKind kind = settings.Inputs[at].Kind;
-    const QString name = NumberedName("INPUT", i, settings.InputNames[at]);
+    const QString name = NumberedName("Input", i, settings.InputNames[at]);
     Box& local = DoesSomething(settings, i) ? used : idle;
     local.Places.push_back({0, i, Contact::On, kind, name});
     if (kind == InputKind::MomentaryOnOff) {
