@@ -1,9 +1,9 @@
 #include "simulator/fault.h"
 
+#include <QRegularExpression>
 #include <algorithm>
 #include <array>
 #include <limits>
-#include <regex>
 #include <stdexcept>
 
 #include "simulator/frame.h"
@@ -41,11 +41,13 @@ const KindRow& RowOf(Fault::Kind kind) {
 /// A bound for characters as well as for milliseconds.
 constexpr int MaxAmount = 60'000;
 
-int Number(const std::string& digits, int most = 1'000'000'000) {
-  if (digits.size() > 9 || std::stoi(digits) > most) {
-    throw std::invalid_argument("the number " + digits + " is too large");
+int Number(const QString& digits, int most = 1'000'000'000) {
+  bool fits = false;
+  const int number = digits.toInt(&fits);
+  if (!fits || number > most) {
+    throw std::invalid_argument("the number " + digits.toStdString() + " is too large");
   }
-  return std::stoi(digits);
+  return number;
 }
 
 bool IsSumCommand(std::string_view frame) {
@@ -140,25 +142,29 @@ void Hinder(Delivery& delivery, const Fault& fault) {
 }  // namespace
 
 Fault ParseFault(const std::string& text) {
-  static const std::regex form(R"(([a-z]+)(?::(\d+))?(?::(\d+))?(?:@(\d+))?(?:x(\d+|\*))?)");
-  std::smatch match;
-  if (!std::regex_match(text, match, form)) {
+  static const QRegularExpression form(QRegularExpression::anchoredPattern(
+      QStringLiteral(R"(([a-z]+)(?::(\d+))?(?::(\d+))?(?:@(\d+))?(?:x(\d+|\*))?)")));
+  const QRegularExpressionMatch match = form.match(QString::fromStdString(text));
+  if (!match.hasMatch()) {
     throw std::invalid_argument("\"" + text + "\" is not KIND[:AMOUNT[:GAP]][@FIRST][xCOUNT]");
   }
+  const QString name = match.captured(1);
   const auto row = std::find_if(Kinds.begin(), Kinds.end(),
-                                [&](const KindRow& r) { return match[1] == r.Name; });
-  if (row == Kinds.end()) throw std::invalid_argument("no fault is called " + match[1].str());
+                                [&](const KindRow& r) { return name == QLatin1String(r.Name); });
+  if (row == Kinds.end()) throw std::invalid_argument("no fault is called " + name.toStdString());
   Fault fault;
   fault.What = row->What;
-  fault.Amount = match[2].matched ? Number(match[2], MaxAmount) : row->DefaultAmount;
-  fault.Gap = match[3].matched ? Number(match[3], MaxAmount) : 20;
-  const auto counted = [](const std::string& digits, const char* what) {
+  fault.Amount = match.hasCaptured(2) ? Number(match.captured(2), MaxAmount) : row->DefaultAmount;
+  fault.Gap = match.hasCaptured(3) ? Number(match.captured(3), MaxAmount) : 20;
+  const auto counted = [](const QString& digits, const char* what) {
     const int number = Number(digits);
     if (number == 0) throw std::invalid_argument(std::string(what) + " counts from 1");
     return number;
   };
-  if (match[4].matched) fault.First = counted(match[4], "FIRST");
-  if (match[5].matched) fault.Count = match[5] == "*" ? Fault::Always : counted(match[5], "COUNT");
+  if (match.hasCaptured(4)) fault.First = counted(match.captured(4), "FIRST");
+  if (match.hasCaptured(5)) {
+    fault.Count = match.captured(5) == u"*" ? Fault::Always : counted(match.captured(5), "COUNT");
+  }
   return fault;
 }
 

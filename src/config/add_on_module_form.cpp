@@ -6,8 +6,10 @@
 namespace {
 
 const AddOnModule& ModuleOf(std::string_view screen) {
-  return *std::find_if(AddOnModules.begin(), AddOnModules.end(),
-                       [screen](const AddOnModule& module) { return module.Screen == screen; });
+  const auto* row =
+      std::find_if(AddOnModules.begin(), AddOnModules.end(),
+                   [screen](const AddOnModule& module) { return module.Screen == screen; });
+  return AddOnModules.at(static_cast<std::size_t>(row - AddOnModules.begin()));
 }
 
 }  // namespace

@@ -31,10 +31,7 @@ QString CountOf(Severity severity, std::span<const Finding> findings) {
                                        QLatin1String(count == 1 ? "" : "s"));
 }
 
-CheckScope::CheckScope() : Points(InstalledPoints()) {
-  Uses = UsesOfProject();
-  std::stable_sort(Uses.begin(), Uses.end(),
-                   [](const Use& a, const Use& b) { return a.User < b.User; });
+CheckScope::CheckScope() : Points(InstalledPoints()), Uses(UsesOfProject()) {
   for (const Use& use : Uses) {
     usedWith_[use.Used] |= use.Effect;
     doesWith_[use.User] |= use.Effect;
@@ -44,7 +41,13 @@ CheckScope::CheckScope() : Points(InstalledPoints()) {
     const auto relay = static_cast<std::size_t>(use.Used.Number);
     (group ? inGroup_ : inPreset_)[holder][relay] |= group ? OnOff : use.Effect & OnOff;
   }
-  for (const Use& use : Uses) AddEffects(use, OnRelays);
+  for (const Use& use : Uses) {
+    AddEffects(use, OnRelays);
+    if (use.User.Kind == ItemKind::Panel) AddEffects(use, BySweep);
+    if (use.User.Kind == ItemKind::Timer) {
+      AddEffects(use, ByTimer[static_cast<std::size_t>(use.User.Number)]);
+    }
+  }
 }
 
 void CheckScope::AddEffects(const Use& use, RelayEffects& effects) const {
@@ -72,23 +75,12 @@ void CheckScope::AddEffects(const Use& use, RelayEffects& effects) const {
   }
 }
 
-RelayEffects CheckScope::EffectsOf(const Item& user) const {
-  RelayEffects effects{};
-  const auto [first, last] =
-      std::equal_range(Uses.begin(), Uses.end(), Use{user, {}, 0, {}},
-                       [](const Use& a, const Use& b) { return a.User < b.User; });
-  std::for_each(first, last, [&](const Use& use) { AddEffects(use, effects); });
-  return effects;
-}
-
 bool CheckScope::IsUsed(const Item& used, unsigned effects) const {
-  const auto found = usedWith_.find(used);
-  return found != usedWith_.end() && (found->second & effects) != 0;
+  return (usedWith_.value(used) & effects) != 0;
 }
 
 bool CheckScope::DoesAnything(const Item& user, unsigned effects) const {
-  const auto found = doesWith_.find(user);
-  return found != doesWith_.end() && (found->second & effects) != 0;
+  return (doesWith_.value(user) & effects) != 0;
 }
 
 bool CheckScope::IsInstalled(const Item& relayOrInput) const {

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <QHash>
 #include <array>
 #include <functional>
-#include <map>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -36,9 +36,12 @@ using RelayEffects = std::array<unsigned, ItemCount>;
 struct CheckScope {
   CheckScope();
 
-  int Points = 0;           ///< Installed relays and inputs.
-  std::vector<Use> Uses;    ///< By user.
-  RelayEffects OnRelays{};  ///< What all inputs, timers and the sweep do.
+  int Points = 0;  ///< Installed relays and inputs.
+  std::vector<Use> Uses;
+  // What they do themselves, by their groups and by their presets.
+  RelayEffects OnRelays{};  ///< All inputs, timers and the sweep.
+  RelayEffects BySweep{};
+  std::array<RelayEffects, ItemCount> ByTimer{};
 
   /// Whether any use of the item has one of these effects.
   bool IsUsed(const Item& used, unsigned effects) const;
@@ -47,16 +50,14 @@ struct CheckScope {
   bool IsInstalled(const Item& relayOrInput) const;
   /// Whether the group or preset holds an installed relay.
   bool HoldsRelay(const Item& groupOrPreset) const;
-  /// What the item does itself, by its groups and by its presets.
-  RelayEffects EffectsOf(const Item& user) const;
 
  private:
   void AddEffects(const Use& use, RelayEffects& effects) const;
 
   std::array<RelayEffects, ItemCount> inGroup_{};   ///< All bits for a member.
   std::array<RelayEffects, ItemCount> inPreset_{};  ///< What the preset does.
-  std::map<Item, unsigned> usedWith_;               ///< The effects of all uses of it.
-  std::map<Item, unsigned> doesWith_;               ///< The effects of all uses by it.
+  QHash<Item, unsigned> usedWith_;                  ///< The effects of all uses of it.
+  QHash<Item, unsigned> doesWith_;                  ///< The effects of all uses by it.
 };
 
 /// Tells of a finding; without a screen the rule's own.

@@ -80,10 +80,10 @@ void CountItems(const CheckScope& scope, const TellFinding& tell) {
 
 void LookAtSweep(const CheckScope& scope, const TellFinding& tell) {
   if (!scope.DoesAnything({})) return;
-  const RelayEffects swept = scope.EffectsOf({});
   QStringList left;
   for (int relay = 0; relay < scope.Points; ++relay) {
-    if (swept[static_cast<std::size_t>(relay)] == 0) left << ItemText({ItemKind::Relay, relay});
+    if (scope.BySweep[static_cast<std::size_t>(relay)] == 0)
+      left << ItemText({ItemKind::Relay, relay});
   }
   if (left.isEmpty()) return;
   tell({},

@@ -116,11 +116,11 @@ bool ShareADay(int one, int other) {
 
 void LookAtConflicts(const CheckScope& scope, const TellFinding& tell) {
   ForEachTimer(scope, [&](int one, const Item& first) {
-    const RelayEffects ofFirst = scope.EffectsOf(first);
+    const RelayEffects& ofFirst = scope.ByTimer[static_cast<std::size_t>(one)];
     for (int other = one + 1; other < ItemCount; ++other) {
       const Item second{ItemKind::Timer, other};
       if (TimeOf(one) != TimeOf(other) || !ShareADay(one, other)) continue;
-      const RelayEffects ofSecond = scope.EffectsOf(second);
+      const RelayEffects& ofSecond = scope.ByTimer[static_cast<std::size_t>(other)];
       for (int relay = 0; relay < scope.Points; ++relay) {
         const auto at = static_cast<std::size_t>(relay);
         if ((ofFirst[at] ^ ofSecond[at]) != (EffectOn | EffectOff)) continue;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHashFunctions>
 #include <QString>
 #include <compare>
 
@@ -23,6 +24,10 @@ struct Item {
 
   auto operator<=>(const Item&) const = default;
 };
+
+inline std::size_t qHash(const Item& item, std::size_t seed) {
+  return qHashMulti(seed, static_cast<int>(item.Kind), item.Number, item.Part);
+}
 
 /// "RELAY 03", "FL 1A INPUT 2", "DIMMER 3 OUTPUT 1", "PANEL"; the same in every project.
 QString ItemCode(const Item& item);

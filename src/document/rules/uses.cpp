@@ -11,31 +11,33 @@
 #include "panel/pilot_code.h"
 #include "panel/pilot_source.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 struct ActionMeaning {
   std::string_view Action;
   unsigned Effect;
-  const char* Words;
+  QLatin1StringView Words;
 };
 
 /// By the words of the action lists.
 constexpr auto ActionMeanings = std::to_array<ActionMeaning>({
-    {"On Only", EffectOn, "turns on"},
-    {"Off Only", EffectOff, "turns off"},
-    {"On And Off", EffectOn | EffectOff, "turns on and off"},
-    {"Blink Alert", EffectOff, "blinks and turns off"},
-    {"Timed On", EffectOn | EffectOff, "turns on for a time"},
-    {"On-Off", EffectOn | EffectOff, "turns on and off"},
-    {"Hi-Lo(NO)", EffectOn | EffectOff, "switches between high and low (NO)"},
-    {"Hi-Lo(NC)", EffectOn | EffectOff, "switches between high and low (NC)"},
-    {"Step A", EffectOn | EffectOff, "switches as step A"},
-    {"Step B", EffectOn | EffectOff, "switches as step B"},
-    {"Disable", EffectDisables, "disables"},
-    {"Hold On", EffectOn | EffectDisables, "holds on"},
-    {"Hold Off", EffectOff | EffectDisables, "holds off"},
-    {"Hold Status", EffectDisables, "holds as it is"},
-    {"Force", EffectRuns, "forces"},
+    {"On Only", EffectOn, "turns on"_L1},
+    {"Off Only", EffectOff, "turns off"_L1},
+    {"On And Off", EffectOn | EffectOff, "turns on and off"_L1},
+    {"Blink Alert", EffectOff, "blinks and turns off"_L1},
+    {"Timed On", EffectOn | EffectOff, "turns on for a time"_L1},
+    {"On-Off", EffectOn | EffectOff, "turns on and off"_L1},
+    {"Hi-Lo(NO)", EffectOn | EffectOff, "switches between high and low (NO)"_L1},
+    {"Hi-Lo(NC)", EffectOn | EffectOff, "switches between high and low (NC)"_L1},
+    {"Step A", EffectOn | EffectOff, "switches as step A"_L1},
+    {"Step B", EffectOn | EffectOff, "switches as step B"_L1},
+    {"Disable", EffectDisables, "disables"_L1},
+    {"Hold On", EffectOn | EffectDisables, "holds on"_L1},
+    {"Hold Off", EffectOff | EffectDisables, "holds off"_L1},
+    {"Hold Status", EffectDisables, "holds as it is"_L1},
+    {"Force", EffectRuns, "forces"_L1},
 });
 
 ItemKind KindOfRows(ControlRows rows) {
@@ -55,7 +57,9 @@ ItemKind KindOfRows(ControlRows rows) {
 
 class UseList {
  public:
-  void Add(const Item& user, const Item& used, unsigned effect, const QString& words) {
+  /// With room for inputs that act on everything: growing costs more than all that is looked at.
+  UseList() { uses_.reserve((ItemCount + DeviceCount * DeviceInputCount) * 2 * ItemCount); }
+  void Add(const Item& user, const Item& used, unsigned effect, QLatin1StringView words) {
     uses_.push_back({user, used, effect, words});
   }
 
@@ -69,8 +73,7 @@ class UseList {
       const std::string_view action = Word(options->Actions, code);
       for (const ActionMeaning& meaning : ActionMeanings) {
         if (meaning.Action == action) {
-          Add(input, {KindOfRows(options->Rows), row}, meaning.Effect,
-              QString::fromLatin1(meaning.Words));
+          Add(input, {KindOfRows(options->Rows), row}, meaning.Effect, meaning.Words);
         }
       }
     }
@@ -80,8 +83,7 @@ class UseList {
   void AddPilot(const Item& input, int source, int number) {
     constexpr ItemKind kinds[] = {ItemKind::Relay, ItemKind::Group, ItemKind::Preset};
     if (source < PilotRelay || source > PilotPreset) return;
-    Add(input, {kinds[source - PilotRelay], number}, EffectFollows,
-        QStringLiteral("has a pilot that follows"));
+    Add(input, {kinds[source - PilotRelay], number}, EffectFollows, "has a pilot that follows"_L1);
   }
 
   std::vector<Use> Take() { return std::move(uses_); }
@@ -90,7 +92,7 @@ class UseList {
   std::vector<Use> uses_;
 };
 
-const QString Activates = QStringLiteral("activates");
+constexpr auto Activates = "activates"_L1;
 
 void AddLocalInputs(UseList& uses) {
   const auto& panel = PanelRecord;
@@ -134,7 +136,7 @@ void AddDeviceInputs(UseList& uses) {
 void AddOnOff(UseList& uses, const Item& user, const Item& used, Int16 code, unsigned also) {
   if (code != 1 && code != 2) return;
   uses.Add(user, used, also | (code == 1 ? EffectOn : EffectOff),
-           code == 1 ? QStringLiteral("turns on") : QStringLiteral("turns off"));
+           code == 1 ? "turns on"_L1 : "turns off"_L1);
 }
 
 void AddTimersGroupsAndPresets(UseList& uses) {
@@ -149,12 +151,12 @@ void AddTimersGroupsAndPresets(UseList& uses) {
         uses.Add(timer, {ItemKind::Preset, target}, EffectRuns, Activates);
       }
       if (panel.GroupRelayInclude(i, target) != 0) {
-        uses.Add({ItemKind::Group, i}, relay, EffectHolds, QStringLiteral("includes"));
+        uses.Add({ItemKind::Group, i}, relay, EffectHolds, "includes"_L1);
       }
       AddOnOff(uses, {ItemKind::Preset, i}, relay, panel.PresetRelayControl(i, target),
                EffectHolds);
     }
-    const QString sweeps = QStringLiteral("sweeps off");
+    constexpr auto sweeps = "sweeps off"_L1;
     if (panel.OffHoursSweepRelay(i) != 0) {
       uses.Add({}, {ItemKind::Relay, i}, EffectOff, sweeps);
     }
@@ -165,7 +167,7 @@ void AddTimersGroupsAndPresets(UseList& uses) {
 }
 
 void AddSlot(UseList& uses, const Item& output, Int16 dev, Int16 out, Int16 slot) {
-  const QString words = QStringLiteral("is controlled by");
+  constexpr auto words = "is controlled by"_L1;
   const int number = DimGetCtlNumber(dev, out, slot);
   switch (DimGetCtlType(dev, out, slot)) {
     case ControlInput:
@@ -195,12 +197,11 @@ void AddDimmers(UseList& uses) {
       for (Int16 slot = 0; slot < ControlSlotCount; ++slot) AddSlot(uses, output, dev, out, slot);
       for (Int16 relay = 0; relay < ItemCount; ++relay) {
         if (DimGetRelay(dev, out, relay) == 0) continue;
-        uses.Add(output, {ItemKind::Relay, relay}, EffectFollows, QStringLiteral("follows"));
+        uses.Add(output, {ItemKind::Relay, relay}, EffectFollows, "follows"_L1);
       }
       if (DimGetTrackMode(dev, out) != TrackDisabled || DimGetMinPC(dev, out) != 0 ||
           DimGetMaxPC(dev, out) != 0) {
-        uses.Add(output, {ItemKind::Device, DimGetPCDev(dev, out) + 1}, EffectFollows,
-                 QStringLiteral("tracks"));
+        uses.Add(output, {ItemKind::Device, DimGetPCDev(dev, out) + 1}, EffectFollows, "tracks"_L1);
       }
     }
   }

@@ -19,14 +19,14 @@ enum UseEffect : unsigned {
 struct Use {
   Item User;
   Item Used;
-  unsigned Effect;  ///< Bits of UseEffect.
-  QString Words;    ///< Between the names of both: "turns on and off".
+  unsigned Effect;          ///< Bits of UseEffect.
+  QLatin1StringView Words;  ///< Between the names of both: "turns on and off".
 };
 
 /// Installed relays and inputs, 0 to 48 for a damaged project too.
 int InstalledPoints();
 
-/// Every use in the project, by user. A sweep's user is the panel. Inputs beyond the installed
+/// Every use in the project. A sweep's user is the panel. Inputs beyond the installed
 /// points and devices without a type use nothing; what is used may lie beyond the installed points.
 std::vector<Use> UsesOfProject();
 
