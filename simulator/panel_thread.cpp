@@ -15,14 +15,11 @@ Options PanelThread::PtyOptions(PtyServer::Options pty) {
 }
 
 PanelThread::PanelThread(Options options) : Thread(std::move(options)) {
-  auto started = Thread.Started.get_future();
   Thread.start();
-  try {
-    TheSimulator = started.get();
-  } catch (...) {
-    Thread.wait();
-    throw;
-  }
+  Thread.Begun.acquire();
+  if (!Thread.Failure) return;
+  Thread.wait();
+  std::rethrow_exception(Thread.Failure);
 }
 
 PanelThread::~PanelThread() {
@@ -34,12 +31,25 @@ void PanelThread::Worker::run() {
   std::unique_ptr<Simulator> simulator;
   try {
     simulator = std::make_unique<Simulator>(std::move(Setting));
+    Serving = simulator.get();
   } catch (...) {
-    Started.set_exception(std::current_exception());
-    return;
+    Failure = std::current_exception();
   }
-  Started.set_value(simulator.get());
-  exec();
+  Begun.release();
+  if (!Failure) exec();
+}
+
+void PanelThread::Call(const std::function<void(Simulator&)>& action) {
+  std::exception_ptr failure;
+  const auto guarded = [&] {
+    try {
+      action(*Thread.Serving);
+    } catch (...) {
+      failure = std::current_exception();
+    }
+  };
+  QMetaObject::invokeMethod(Thread.Serving, guarded, Qt::BlockingQueuedConnection);
+  if (failure) std::rethrow_exception(failure);
 }
 
 quint16 PanelThread::TcpPort() {

@@ -1,8 +1,9 @@
 #pragma once
 
+#include <QSemaphore>
 #include <QThread>
 #include <exception>
-#include <future>
+#include <functional>
 #include <optional>
 #include <string>
 #include <type_traits>
@@ -53,18 +54,24 @@ class PanelThread {
  private:
   template <typename Action>
   auto Run(Action action) {
-    std::packaged_task<std::invoke_result_t<Action, Simulator&>()> task(
-        [this, &action] { return action(*TheSimulator); });
-    auto result = task.get_future();
-    QMetaObject::invokeMethod(
-        TheSimulator, [&task] { task(); }, Qt::BlockingQueuedConnection);
-    return result.get();
+    using Result = std::invoke_result_t<Action, Simulator&>;
+    if constexpr (std::is_void_v<Result>) {
+      Call(action);
+    } else {
+      std::optional<Result> result;
+      Call([&](Simulator& simulator) { result.emplace(action(simulator)); });
+      return std::move(*result);
+    }
   }
+
+  void Call(const std::function<void(Simulator&)>& action);
 
   class Worker : public QThread {
    public:
-    Worker(Options options) : Setting(std::move(options)) {}
-    std::promise<Simulator*> Started;
+    explicit Worker(Options options) : Setting(std::move(options)) {}
+    QSemaphore Begun;  ///< Released when one of these two is there:
+    Simulator* Serving = nullptr;
+    std::exception_ptr Failure;
 
    private:
     void run() override;
@@ -72,7 +79,6 @@ class PanelThread {
   };
 
   Worker Thread;
-  Simulator* TheSimulator = nullptr;
 };
 
 }  // namespace simulator

@@ -1,5 +1,6 @@
 #include "simulator/window/front_view.h"
 
+#include <QEvent>
 #include <QFontDatabase>
 #include <QGridLayout>
 #include <QLabel>

@@ -1,5 +1,6 @@
 #include "simulator/window/panel_window.h"
 
+#include <QEvent>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenuBar>

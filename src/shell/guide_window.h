@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBoxLayout>
 #include <QTextBrowser>
 
 #include "shell/controls.h"

@@ -1,3 +1,4 @@
+#include <QCoreApplication>
 #include <QMenuBar>
 #include <QShortcut>
 #include <QStatusBar>

@@ -1,3 +1,4 @@
+#include <QProgressBar>
 #include <QTimer>
 
 #include "link/panel_host.h"

@@ -152,7 +152,7 @@ TEST_F(ProjectFileTest, AKilledSaveLeavesTheOldFileOrTheNewOne) {
   std::minstd_rand random(std::random_device{}());
   int started[2];
   ASSERT_EQ(pipe(started), 0);
-  for (int i = 0; i < 200; ++i) {
+  for (int i = 0; i < 50; ++i) {
     const pid_t child = fork();
     for (int turn = i; child == 0; ++turn) {
       fill(turn % 2);
@@ -169,6 +169,7 @@ TEST_F(ProjectFileTest, AKilledSaveLeavesTheOldFileOrTheNewOne) {
   close(started[0]);
   close(started[1]);
 }
+
 /// The files were written by the program as it stood before its parts were moved; they are packed
 /// with qCompress.
 TEST_F(ProjectFileTest, FilesOfAnEarlierBuildComeBackByteForByte) {

@@ -1,3 +1,5 @@
+#include <QClipboard>
+
 #include "screen_test.h"
 
 // What every screen relies on: when a control runs its handler, and what a failing handler does.

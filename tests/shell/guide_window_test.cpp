@@ -1,5 +1,7 @@
 #include "shell/guide_window.h"
 
+#include <QDialog>
+#include <QMenu>
 #include <QTextBlock>
 
 #include "screen_test.h"
