@@ -18,7 +18,7 @@ install_missing() {
     }
   fi
   "${root[@]}" apt-get update -qq
-  "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -qq -y "${missing[@]}" >/dev/null
+  "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -qq -y --no-install-recommends "${missing[@]}" >/dev/null
 }
 
 # Without a home to write in, the compiler cache and the panel's COM16 have no place.
