@@ -17,7 +17,7 @@ std::int64_t NthSunday(int year, int month, int week) {
     return next - 1 - WeekdayOf(next - 1);
   }
   const std::int64_t first = DayOf({year, month, 1});
-  return first + (7 - WeekdayOf(first)) % 7 + 7 * (week - 1);
+  return first + (7 - WeekdayOf(first)) % 7 + std::int64_t{7} * (week - 1);
 }
 
 std::int64_t FloorDay(std::int64_t ms) {

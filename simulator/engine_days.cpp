@@ -41,7 +41,7 @@ std::optional<std::int64_t> Engine::HourMinute(std::int64_t day, bool close) con
   int quarter = (close ? Settings->CloseQuarter : Settings->OpenQuarter)[weekday];
   if (open < NoEntry || closing < NoEntry) quarter = close ? closing : open;
   if (quarter > LastQuarter) return std::nullopt;
-  return day * DayMinutes + quarter * QuarterMinutes;
+  return day * DayMinutes + std::int64_t{quarter} * QuarterMinutes;
 }
 
 Engine::DayEvents Engine::EventsOf(std::int64_t day, bool withSun) const {
@@ -93,7 +93,8 @@ void Engine::PlanDay(std::int64_t day) {
     const auto at = static_cast<std::size_t>(number);
     if (Settings->EnableQuarter[at] == Settings->DisableQuarter[at]) continue;
     for (const int quarter : {Settings->EnableQuarter[at], Settings->DisableQuarter[at]}) {
-      PlanAt(calendar.FromWallMinute(day * DayMinutes + quarter * QuarterMinutes), ActiveEdge);
+      PlanAt(calendar.FromWallMinute(day * DayMinutes + std::int64_t{quarter} * QuarterMinutes),
+             ActiveEdge);
     }
   }
 }

@@ -155,7 +155,8 @@ void Engine::RunSlot(int index) {
   }
   if (IsRamp(slot.Action)) goTo(slot.Action == RampUp ? FullLevel : 0, setting.FadeMs);
   if (slot.Revert >= AfterFiveMinutes) {
-    Schedule({Present + (slot.Revert - Never) * 5 * MinuteMs, Due::Dimmer, 0, slot.Output});
+    Schedule(
+        {Present + std::int64_t{slot.Revert - Never} * 5 * MinuteMs, Due::Dimmer, 0, slot.Output});
   }
 }
 

@@ -34,12 +34,12 @@ Subject Engine::SwitchSubject(int number) const {
 bool Engine::SwitchClosed(int number) const {
   if (number < Items) return (Contacts[static_cast<std::size_t>(number)] & 1) != 0;
   const int index = number - Items;
-  const auto device = static_cast<std::size_t>(index / DeviceInputs + 1);
+  const auto device = static_cast<std::size_t>(index / DeviceInputs) + 1;
   return (DeviceContacts[device] >> index % DeviceInputs & 1) != 0;
 }
 
 bool Engine::IsSilent(int number) const {
-  return number >= Items && Silent[static_cast<std::size_t>((number - Items) / DeviceInputs + 1)];
+  return number >= Items && Silent[static_cast<std::size_t>((number - Items) / DeviceInputs) + 1];
 }
 
 bool Engine::InActiveTimes(int number) const {
@@ -183,7 +183,7 @@ void Engine::NextStep(const SwitchSetting& setting) {
   const auto lit = [&setting](int step) {
     Mask relays = 0;
     EachBit(static_cast<Mask>(step),
-            [&](int code) { relays |= setting.Rows[static_cast<std::size_t>(code + 1)]; });
+            [&](int code) { relays |= setting.Rows[static_cast<std::size_t>(code) + 1]; });
     return relays;
   };
   Mask all = 0;

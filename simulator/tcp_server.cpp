@@ -19,7 +19,7 @@ class Client : public QObject {
         Talk(shared, "tcp"),
         Output(std::chrono::nanoseconds(0),
                [this](std::string_view bytes, LineTime) { Write(bytes); }) {
-    constexpr qint64 readBuffer = 16 * 1024;
+    constexpr qint64 readBuffer = 16'384;
     Socket->setReadBufferSize(readBuffer);
     connect(Socket, &QTcpSocket::readyRead, this, [this] { Read(); });
     connect(Socket, &QTcpSocket::bytesWritten, this, [this] {
@@ -33,7 +33,7 @@ class Client : public QObject {
   /// at a time, and not at all while it does not take its replies.
   void Read() {
     constexpr qint64 mostAtOnce = 2048;
-    constexpr qint64 mostUntaken = 64 * 1024;
+    constexpr qint64 mostUntaken = 65'536;
     if (Socket->bytesToWrite() > mostUntaken) return;
     const QByteArray bytes = Socket->read(mostAtOnce);
     if (Socket->bytesAvailable() > 0) {

@@ -44,7 +44,7 @@ DayView::DayView(Panel& panel)
     row->addWidget(button);
   };
   const auto step = [this](int sign) {
-    Day->setDate(Day->date().addDays(sign * (Week->isChecked() ? WeekDays : 1)));
+    Day->setDate(Day->date().addDays(qint64{sign} * (Week->isChecked() ? WeekDays : 1)));
   };
   addButton("<", "Earlier", [step] { step(-1); });
   Day->setDisplayFormat(QStringLiteral("ddd yyyy-MM-dd"));

@@ -81,14 +81,14 @@ class FrontView::Glass : public QLabel {
   QString Row(int row) const {
     static constexpr std::array<char16_t, 4> glyphs{u' ', u'▶', u'●', u'○'};
     QString text;
-    for (const char c : Text.substr(static_cast<std::size_t>(row * RowLength), RowLength)) {
+    for (const char c : Text.substr(static_cast<std::size_t>(row) * RowLength, RowLength)) {
       const auto code = static_cast<unsigned char>(c);
       text += code < glyphs.size() ? QChar(glyphs[code]) : QChar(code);
     }
     return text;
   }
 
-  std::string Text = std::string(RowLength * DisplayRows, ' ');
+  std::string Text = std::string(std::size_t{RowLength} * DisplayRows, ' ');
 };
 
 class FrontView::Leds : public QLabel {

@@ -26,7 +26,7 @@ void BuiltView::ShowStates() {
 
 QString NumberedName(const char* word, int item, const std::string& name) {
   const QString number = QString::fromStdString(TwoDigits(item + 1));
-  const QString unnamed = QString::fromLatin1(word) + QLatin1Char(' ') + number;
+  QString unnamed = QString::fromLatin1(word) + QLatin1Char(' ') + number;
   const QString shown = QString::fromStdString(name);
   if (shown.isEmpty() || shown.compare(unnamed, Qt::CaseInsensitive) == 0) return unnamed;
   return number + QLatin1Char(' ') + shown;

@@ -96,6 +96,7 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
 void FindingsFrame::cmdCheck_Click() {
   const std::vector<Finding> findings = CheckProject();
   std::vector<Row> rows;
+  rows.reserve(findings.size());
   for (const Finding& finding : findings) {
     rows.push_back({{SeverityWord(finding.Level), ItemCode(finding.Where), finding.Sentence},
                     finding.Where,

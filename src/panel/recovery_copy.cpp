@@ -99,7 +99,7 @@ void RecoveryCopy::Remove() {
 std::vector<KeptWork> FindKeptWork() {
   std::vector<KeptWork> found;
   const QDir folder(CopyFolder());
-  constexpr qint64 longestName = 64 * 1024;
+  constexpr qint64 longestName = 65'536;
   for (const QFileInfo& copy : folder.entryInfoList({u'*' + CopySuffix}, QDir::Files, QDir::Time)) {
     const auto lock = LockOf(copy.filePath());
     if (!OwnerIsDead(*lock)) continue;

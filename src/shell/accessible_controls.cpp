@@ -110,8 +110,7 @@ class AccessibleList : public QAccessibleWidget {
   }
 
   QString text(QAccessible::Text kind) const override {
-    const QString value =
-        list_->currentIndex() < 0 ? list_->placeholderText() : list_->currentText();
+    QString value = list_->currentIndex() < 0 ? list_->placeholderText() : list_->currentText();
     switch (kind) {
       case QAccessible::Name:
         return list_->accessibleName().isEmpty() ? value : list_->accessibleName();

@@ -36,7 +36,7 @@ void OnSignals(const std::function<void()>&) {}
 
 }  // namespace
 
-void OnEndFromOutside(std::function<void()> end) {
+void OnEndFromOutside(const std::function<void()>& end) {
   OnSignals(end);
   QObject::connect(qApp, &QGuiApplication::commitDataRequest, qApp, [end] { end(); });
 }

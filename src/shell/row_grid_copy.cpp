@@ -241,7 +241,7 @@ void RowGrid::ShowCellMenu(Cell cell, const QPoint& at) {
   }
   auto* menu = new QMenu(this);
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  const auto add = [&](const QString& caption, QKeySequence key, void (RowGrid::*act)()) {
+  const auto add = [&](const QString& caption, const QKeySequence& key, void (RowGrid::*act)()) {
     menu->addAction(caption, this, act)->setShortcut(key);
   };
   add(QStringLiteral("&Copy"), Qt::CTRL | Qt::Key_C, &RowGrid::CopyCells);

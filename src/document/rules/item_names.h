@@ -22,6 +22,7 @@ struct Item {
   int Number = 0;  ///< From 0; of a bus device its address from 1.
   int Part = 0;    ///< From 0: the input of a bus device, the output of a dimmer device.
 
+  // NOLINTNEXTLINE(modernize-use-nullptr): takes the 0 that orders compare with for a pointer.
   auto operator<=>(const Item&) const = default;
 };
 

@@ -58,7 +58,9 @@ ItemKind KindOfRows(ControlRows rows) {
 class UseList {
  public:
   /// With room for inputs that act on everything: growing costs more than all that is looked at.
-  UseList() { uses_.reserve((ItemCount + DeviceCount * DeviceInputCount) * 2 * ItemCount); }
+  UseList() {
+    uses_.reserve(std::size_t{ItemCount + DeviceCount * DeviceInputCount} * 2 * ItemCount);
+  }
   void Add(const Item& user, const Item& used, unsigned effect, QLatin1StringView words) {
     uses_.push_back({user, used, effect, words});
   }
