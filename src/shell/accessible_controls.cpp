@@ -170,6 +170,10 @@ QAccessibleInterface* MakeAccessible(const QString& className, QObject* object) 
   if (className == QLatin1String("DescribedWidget")) {
     return new AccessibleDescribed(static_cast<DescribedWidget*>(object));
   }
+  // Else a window that is neither the main one nor a dialog is told as a filler.
+  if (className == QLatin1String("GuideWindow")) {
+    return new QAccessibleWidget(static_cast<QWidget*>(object), QAccessible::Window);
+  }
   return nullptr;
 }
 

@@ -1,5 +1,6 @@
 #include "shell/guide_window.h"
 
+#include <QAccessible>
 #include <QDialog>
 #include <QMenu>
 #include <QTextBlock>
@@ -104,6 +105,7 @@ TEST_F(GuideTest, LinksStayInTheGuideOrGoToTheWeb) {
   Write("index.md", "# Contents\n\n[One](one.md)");
   Write("one.md", "# One\n\n[Contents](index.md)");
   GuideWindow& guide = Open("index.md");
+  EXPECT_EQ(QAccessible::queryAccessibleInterface(&guide)->role(), QAccessible::Window);
   auto& back = Find<Button>("cmdBack");
   EXPECT_FALSE(back.isEnabled());
   QTest::keyClick(&View(), Qt::Key_Tab);
