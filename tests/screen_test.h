@@ -34,6 +34,7 @@ class ScreenTest : public testing::Test {
       }
       return message.Buttons == MsgButtons::Ok ? MsgAnswer::Ok : MsgAnswer::Yes;
     };
+    shownFileDialog = FileDialogSeam;
     FileDialogSeam = [this](const FileRequest& request) {
       fileRequests.push_back(request);
       return nextFileName;
@@ -41,11 +42,14 @@ class ScreenTest : public testing::Test {
     window = std::make_unique<frmT3MasterMDI>(AllScreens());
     window->MDIForm_Load();
     QApplication::processEvents();
+    // The second after the start, in which no mark stays, is over.
+    window->tmrFix_Timer();
   }
 
   ~ScreenTest() override {
     window.reset();
     MsgBoxSeam = shownMsgBox;
+    FileDialogSeam = shownFileDialog;
     qputenv("HOME", oldHome);
   }
 
@@ -100,7 +104,8 @@ class ScreenTest : public testing::Test {
 
   QTemporaryDir folder;
   QByteArray oldHome;
-  std::function<MsgAnswer(const Message&)> shownMsgBox;  ///< The one that users see.
+  std::function<MsgAnswer(const Message&)> shownMsgBox;  ///< The ones that users see.
+  std::function<QString(const FileRequest&)> shownFileDialog;
   std::vector<Message> messages;
   std::vector<MsgAnswer> answers;
   std::vector<FileRequest> fileRequests;

@@ -24,10 +24,11 @@
 namespace {
 
 /// Asks where to write; empty when the user cancels.
-QString ReportFileName(const QString& filter, const QString& mask) {
-  const QString start = DataPath(mask);
-  const QString name = FileDialog({FileRequest::Kind::Save, filter, start});
-  return name == start ? QString() : name;
+QString ReportFileName(const QString& kind, const QString& ending) {
+  const QString mask = QStringLiteral("*.") + ending;
+  return FileDialog({FileRequest::Kind::Save,
+                     QStringLiteral("%1 (%2)|%2|All Files (*.*)|*.*").arg(kind, mask.toUpper()),
+                     DataPath(QStringLiteral("Documentation/") + mask.toUpper()), ending});
 }
 
 }  // namespace
@@ -236,9 +237,7 @@ void FindingsFrame::cmdPrint_Click() {
 }
 
 void FindingsFrame::cmdReportPdf_Click() {
-  const QString name =
-      ReportFileName(QStringLiteral("Portable Documents (*.PDF)|*.PDF|All Files (*.*)|*.*"),
-                     QStringLiteral("Documentation/*.PDF"));
+  const QString name = ReportFileName(QStringLiteral("Portable Documents"), QStringLiteral("pdf"));
   if (name.isEmpty()) return;
   QString outcome;  // of a failure the message box tells
   const auto tell = qScopeGuard([&] { TellReport(outcome); });
@@ -253,9 +252,7 @@ void FindingsFrame::cmdReportPdf_Click() {
 }
 
 void FindingsFrame::cmdSpreadsheet_Click() {
-  const QString name =
-      ReportFileName(QStringLiteral("Spreadsheets (*.XLSX)|*.XLSX|All Files (*.*)|*.*"),
-                     QStringLiteral("Documentation/*.XLSX"));
+  const QString name = ReportFileName(QStringLiteral("Spreadsheets"), QStringLiteral("xlsx"));
   if (name.isEmpty()) return;
   TellReport({});
   WriteReportWorkbook(name);

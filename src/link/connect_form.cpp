@@ -64,6 +64,8 @@ void frmT3Connect::Form_Load() {
   Timer1 = new Timer(this, "Timer1", 250);
   Timer1->Tick = [this] { Timer1_Timer(); };
   Link.DisconnectQZ = [this] { DisconnectQZ(); };
+  Link.PutsOffClose = [this] { return PutsOffClose(); };
+  Link.MayLeave = [this] { return MayLeave(); };
   Link.ShowNetworkDiagnostics = [this](bool show) { cmdNetworkDiagnostics->setVisible(show); };
   UpdateStatusBar();
 }

@@ -89,6 +89,9 @@ class frmT3Connect : public ChildForm {
   void ShowProgress(const char* action, int block);
   void ShowBlock(const char* action, int block);
   bool CancelPressed();
+  bool PutsOffClose();
+  bool MayLeave();
+  void CloseWindowIfAsked();
   PasswordDigits PassWord() const;
   bool PassWordAccepted();
   bool ChangePassWord();
@@ -101,6 +104,8 @@ class frmT3Connect : public ChildForm {
 
   std::string PanelFirmwareText;
   Int16 CancelRequested = 0;
+  enum class Writing { Nothing, TopOfBlock, Block } writing = Writing::Nothing;
+  bool closeAsked = false;  ///< While a block was under way.
   Stopwatch progressShown;
   bool pictureDue = false;
   QPointer<QWidget> leftFrom;  ///< The function that the password or a transfer belongs to.

@@ -28,6 +28,7 @@ constexpr Int16 BlockNotRead = 19;
 
 const QString PanelHalfNew = QStringLiteral(
     "\nTamberloom 3 Controller May Not Function\nProperly Until A Download Is Complete.");
+const QString DownloadCancelled = QStringLiteral("Manual Download Cancel.") + PanelHalfNew;
 
 /// A block of zeros costs ten characters in place of 128.
 std::string WriteCommand(int block) {
@@ -130,6 +131,23 @@ void frmT3Connect::ShowBlock(const char* action, int block) {
   lblTimeLeft->SetCaption(TimeLeft(transferTime.ElapsedMs(), block));
 }
 
+/// A user who closes the window while a block is under way is asked at the top of the next one.
+bool frmT3Connect::PutsOffClose() {
+  if (writing != Writing::Block) return false;
+  closeAsked = true;
+  return true;
+}
+
+void frmT3Connect::CloseWindowIfAsked() {
+  if (std::exchange(closeAsked, false)) MainWindow()->close();
+}
+
+bool frmT3Connect::MayLeave() {
+  return writing == Writing::Nothing ||
+         MsgBox(DownloadCancelled + QStringLiteral("\nClose The Program?"), MsgIcon::Exclamation,
+                QStringLiteral("Download"), MsgButtons::YesNo) == MsgAnswer::Yes;
+}
+
 void frmT3Connect::cmdCancelUpDownLoad_Click() {
   CancelRequested = -1;
 }
@@ -165,7 +183,10 @@ void frmT3Connect::cmdPassWordContinue_Click() {
   fraPassWord->setVisible(false);
   ShowActivity(QStringLiteral("Downloading Settings To Tamberloom 3"));
   AskPanel([this] {
-    const auto end = qScopeGuard([this] { ReturnOnLine(); });
+    const auto end = qScopeGuard([this] {
+      ReturnOnLine();
+      CloseWindowIfAsked();
+    });
     if (PassWordAccepted() && ChangePassWord()) DownLoadSettings();
   });
 }
@@ -213,8 +234,7 @@ void frmT3Connect::DownLoadSettings() {
   if (outcome == Complete) {
     MsgBox(QStringLiteral("Download Complete"), MsgIcon::None, QStringLiteral("Download"));
   } else if (outcome == Cancelled) {
-    MsgBox(QStringLiteral("Manual Download Cancel.") + PanelHalfNew, MsgIcon::Exclamation,
-           QStringLiteral("Download"));
+    MsgBox(DownloadCancelled, MsgIcon::Exclamation, QStringLiteral("Download"));
   } else {
     MsgBox(QStringLiteral("Download Error: %1").arg(outcome) + PanelHalfNew, MsgIcon::Critical,
            QStringLiteral("Error"));
@@ -225,17 +245,22 @@ Int16 frmT3Connect::SendImage() {
   MasterMDIMenuDisable();
   const auto menus = qScopeGuard([this] {
     BeforeLongWait = nullptr;
+    writing = Writing::Nothing;
     MasterMDIMenuEnable();
   });
   CancelRequested = 0;
   BuildPanelImage(PassWord());
   ImageSum sum;
   for (int block = 0; block < ImageBlockCount; ++block) {
+    writing = Writing::TopOfBlock;
+    CloseWindowIfAsked();
     if (CancelPressed()) return Cancelled;
+    writing = Writing::Block;
     for (int i = 0; i < ImageBlockSize; ++i) sum.Add(PanelImage(block * ImageBlockSize + i));
     ShowProgress("Downloading", block + 1);
     if (PanelTransact(WriteCommand(block), 4, 4) == 0) return BlockNotWritten;
   }
+  writing = Writing::Nothing;
   return CompareSums(sum.Value());
 }
 

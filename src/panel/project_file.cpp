@@ -8,7 +8,6 @@
 
 #include "panel/program_state.h"
 #include "panel/project_codec.h"
-#include "panel/replace_file.h"
 
 namespace {
 
@@ -64,7 +63,7 @@ ProjectDocument ReadOtherProject(const QString& name) {
   return *document;
 }
 
-void WriteProjectFile() {
+void WriteProjectFile(Saving saving) {
   std::string bytes = EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock);
   const QFileInfo old(CurrentFileName);
   if (old.exists()) {
@@ -72,8 +71,7 @@ void WriteProjectFile() {
       Fail("save", CurrentFileName, QStringLiteral("what is there is no project file"));
     bytes += ReadBytes("save", CurrentFileName, static_cast<qint64>(bytes.size())).toStdString();
   }
-  const QString failure = ReplaceFile(CurrentFileName, bytes);
-  if (!failure.isEmpty()) Fail("save", CurrentFileName, failure);
+  ReplaceFile(CurrentFileName, bytes, saving);
   knownContent = Fingerprint({bytes.data(), static_cast<qsizetype>(bytes.size())});
 }
 

@@ -3,6 +3,7 @@
 #include <QByteArray>
 
 #include "panel/project_document.h"
+#include "panel/replace_file.h"
 
 /// Far above the longest file that a panel with the longest names can have, in bytes.
 constexpr qint64 LargestProjectFile = qint64{64} * 1024 * 1024;
@@ -17,9 +18,9 @@ void ReadProjectFile();
 ProjectDocument ReadOtherProject(const QString& name);
 
 /// Saves the document to CurrentFileName. At any instant the disk holds the old file or the new
-/// one; where the old file was longer its tail stays behind the new end. Throws RunTimeFailure,
-/// which names the file and the reason, with the file on disk untouched.
-void WriteProjectFile();
+/// one; where the old file was longer its tail stays behind the new end. Throws as
+/// ReplaceFile does.
+void WriteProjectFile(Saving saving = Saving::Aside);
 
 /// Whether the file is there and somebody else has changed it since it was opened or saved here.
 bool ChangedByOthers();

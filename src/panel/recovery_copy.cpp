@@ -40,21 +40,31 @@ bool OwnerIsDead(QLockFile& lock) {
 struct Copy {
   QString ProjectName;
   QByteArray Known;
-  QByteArray Project;
+  ProjectDocument Project;
 };
 
-Copy Split(const QByteArray& bytes) {
-  const qsizetype name = bytes.indexOf('\n');
-  const qsizetype known = bytes.indexOf('\n', name + 1);
-  if (name < 0 || known < 0) throw RunTimeFailure("The kept copy is damaged.");
-  return {QString::fromUtf8(bytes.left(name)), bytes.mid(name + 1, known - name - 1),
-          bytes.mid(known + 1)};
+/// A name may hold a line end.
+QByteArray InOneLine(const QString& name) {
+  return name.toUtf8().toPercentEncoding("/ ");
 }
 
-QByteArray ReadCopy(const QString& path, qint64 most) {
+/// Throws RunTimeFailure.
+std::unique_ptr<Copy> ReadCopy(const QString& path) {
   QFile file(path);
   if (!file.open(QIODevice::ReadOnly)) throw RunTimeFailure(file.errorString().toStdString());
-  return file.read(most);
+  const QByteArray bytes = file.read(LargestProjectFile);
+  const qsizetype name = bytes.indexOf('\n');
+  const qsizetype known = bytes.indexOf('\n', name + 1);
+  auto copy = std::make_unique<Copy>();
+  const std::string project = bytes.mid(known + 1).toStdString();
+  DecodeProject(project, copy->Project);
+  const ProjectDocument& read = copy->Project;
+  if (name < 0 || known < 0 || EncodeProject(read.Panel, read.Devices, read.Dimmers) != project) {
+    throw RunTimeFailure("The kept copy is damaged.");
+  }
+  copy->ProjectName = QString::fromUtf8(QByteArray::fromPercentEncoding(bytes.left(name)));
+  copy->Known = bytes.mid(name + 1, known - name - 1);
+  return copy;
 }
 
 }  // namespace
@@ -65,33 +75,43 @@ void RecoveryCopy::Settle() {
 }
 
 void RecoveryCopy::Update() {
-  std::string project;
+  trouble_.clear();
   try {
-    project = LiveProject();
-  } catch (const RunTimeFailure&) {
-    return;  // What no file can hold no copy can.
+    const std::string project = LiveProject();
+    if (project == settled_) {
+      Remove();
+    } else {
+      Keep(
+          (InOneLine(FileNotInMemory ? NoFileName : CurrentFileName) + '\n' + KnownContent() + '\n')
+              .toStdString() +
+          project);
+    }
+  } catch (const RunTimeFailure& failure) {
+    trouble_ = failure.what();
   }
-  if (project == settled_) {
-    Remove();
-    return;
-  }
-  const std::string content =
-      ((FileNotInMemory ? NoFileName : CurrentFileName).toUtf8() + '\n' + KnownContent() + '\n')
-          .toStdString() +
-      project;
+}
+
+void RecoveryCopy::Keep(const std::string& content) {
   if (content == kept_) return;
   if (!alive_) {
     QDir().mkpath(CopyFolder());
+    QFile::setPermissions(CopyFolder(),
+                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     path_ = CopyFolder() + u'/' + QUuid::createUuid().toString(QUuid::Id128) + CopySuffix;
     alive_ = LockOf(path_);
     alive_->tryLock();
   }
-  if (ReplaceFile(path_, content).isEmpty()) kept_ = content;
+  ReplaceFile(path_, content, Saving::Aside, Readers::OwnerAlone);
+  kept_ = content;
 }
 
 void RecoveryCopy::Remove() {
   if (!alive_) return;
   QFile::remove(path_);
+  Leave();
+}
+
+void RecoveryCopy::Leave() {
   alive_.reset();
   kept_.clear();
 }
@@ -99,16 +119,16 @@ void RecoveryCopy::Remove() {
 std::vector<KeptWork> FindKeptWork() {
   std::vector<KeptWork> found;
   const QDir folder(CopyFolder());
-  constexpr qint64 longestName = 65'536;
   for (const QFileInfo& copy : folder.entryInfoList({u'*' + CopySuffix}, QDir::Files, QDir::Time)) {
     const auto lock = LockOf(copy.filePath());
     if (!OwnerIsDead(*lock)) continue;
+    KeptWork work{copy.filePath(), {}, copy.lastModified()};
     try {
-      found.push_back({copy.filePath(), Split(ReadCopy(copy.filePath(), longestName)).ProjectName,
-                       copy.lastModified()});
+      work.ProjectName = ReadCopy(work.Path)->ProjectName;
     } catch (const RunTimeFailure&) {
-      // Nobody could take it up.
+      work.Damaged = true;
     }
+    found.push_back(work);
   }
   // What a program left that died between its lock and its copy; a lock goes as it is let go.
   for (const QString& name :
@@ -120,15 +140,11 @@ std::vector<KeptWork> FindKeptWork() {
 }
 
 void TakeUpKeptWork(const KeptWork& work) {
-  const Copy copy = Split(ReadCopy(work.Path, LargestProjectFile));
-  ChangeDocument([&copy](ProjectDocument& document) {
-    DecodeProject({copy.Project.constData(), static_cast<std::size_t>(copy.Project.size())},
-                  document);
-  });
-  CurrentFileName = copy.ProjectName;
-  SetKnownContent(copy.Known);
+  const std::unique_ptr<Copy> copy = ReadCopy(work.Path);
+  ChangeDocument([&copy](ProjectDocument& document) { document = copy->Project; });
+  CurrentFileName = copy->ProjectName;
+  SetKnownContent(copy->Known);
   FileNotInMemory = false;
-  DataChanged = -1;
 }
 
 void DeleteKeptWork(const KeptWork& work) {

@@ -21,26 +21,34 @@ class RecoveryCopy {
   /// none. A disk that does not take it is tried again.
   void Update();
   void Remove();
+  /// What the copy holds stays behind as kept work, as of a program that has ended.
+  void Leave();
   bool HoldsWork() const { return !kept_.empty(); }
+  /// Why the last Update could not keep the unsaved work; empty when it is kept.
+  const std::string& Trouble() const { return trouble_; }
 
  private:
+  void Keep(const std::string& content);
+
   std::string settled_;  ///< The project's bytes when nothing of it was unsaved.
   std::string kept_;     ///< What the copy holds, with the file's name.
   QString path_;
+  std::string trouble_;
   std::unique_ptr<QLockFile> alive_;  ///< Held as long as this program lives.
 };
 
 /// Unsaved work of a program that has ended.
 struct KeptWork {
   QString Path;         ///< Of the copy.
-  QString ProjectName;  ///< CurrentFileName of the program that ended.
+  QString ProjectName;  ///< CurrentFileName of the program that ended; empty in a damaged copy.
   QDateTime Time;
+  bool Damaged = false;  ///< It can only be deleted.
 };
 
 /// Newest first. Tidies away what else dead programs left there.
 std::vector<KeptWork> FindKeptWork();
 
-/// Puts the kept project in the place of the one in memory, as changed, with the name of its file.
+/// Puts the kept project in the place of the one in memory, with the name of its file.
 /// Throws RunTimeFailure, with everything as it was, when it cannot be read.
 void TakeUpKeptWork(const KeptWork& work);
 

@@ -1,117 +1,138 @@
 #include "panel/replace_file.h"
 
-#include <QDir>
-#include <QFileInfo>
-#include <QTemporaryFile>
-#include <algorithm>
-#include <cstdio>
-
-#ifdef Q_OS_UNIX
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#endif
+
+#include <QDir>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QScopeGuard>
+#include <QUuid>
+#include <cerrno>
+#include <cstdio>
 
 namespace {
 
-/// What stands between a file's name and the random letters of a save under way.
-const QString SavingMark = QStringLiteral(".saving-");
+/// A save under way has a name that says nothing of its file's, which may be as long as names get,
+/// and that nobody gives to a file of their own.
+const QString SavingMark = QStringLiteral(".tamberloom3-saving-");
+
+/// Why a file could not be written.
+struct Refusal {
+  QString Reason;
+  bool OfFolder = false;
+};
 
 /// A save holds a lock on its file for as long as it lives.
-bool LockSave([[maybe_unused]] int handle) {
-#ifdef Q_OS_UNIX
-  return flock(handle, LOCK_EX | LOCK_NB) == 0;
-#else
-  return true;
-#endif
+bool Lock(const QFile& file) {
+  return flock(file.handle(), LOCK_EX | LOCK_NB) == 0;
 }
 
 /// The file itself behind a chain of links; the path as it stands when there is none yet.
 QString TargetOf(const QString& path) {
   QString target = path;
   constexpr int longestChain = 40;
-  for (int i = 0; i < longestChain && QFileInfo(target).isSymLink(); ++i) {
+  for (int i = 0; QFileInfo(target).isSymLink(); ++i) {
+    if (i == longestChain) throw Refusal{QStringLiteral("it is a link that leads to itself")};
     target = QFileInfo(target).symLinkTarget();
   }
   return target;
 }
 
-/// Earlier versions of the program saved under the file's name, a dot and six letters drawn by
-/// chance. Small letters and capitals mix there as in no ending that people give, such as "backup",
-/// "Backup" or "BACKUP".
-bool SavedByEarlierVersion(QStringView ending) {
-  const auto capital = [](QChar c) { return c >= u'A' && c <= u'Z'; };
-  const auto small = [](QChar c) { return c >= u'a' && c <= u'z'; };
-  const auto capitals = std::count_if(ending.begin(), ending.end(), capital);
-  return ending.size() == 6 && capitals > 0 && !(capitals == 1 && capital(ending[0])) &&
-         std::count_if(ending.begin(), ending.end(), small) == 6 - capitals && capitals < 6;
-}
-
-void RemoveDeadSaves(const QString& target) {
-  const QFileInfo info(target);
-  QDir folder = info.dir();
-  for (const QString& name : folder.entryList(QDir::Files | QDir::Hidden)) {
-    if (!name.startsWith(info.fileName() + SavingMark) &&
-        !(name.startsWith(info.fileName() + u'.') &&
-          SavedByEarlierVersion(QStringView(name).mid(info.fileName().size() + 1)))) {
-      continue;
-    }
+void RemoveDeadSaves(const QDir& folder) {
+  static const QRegularExpression form(
+      QRegularExpression::anchoredPattern(QRegularExpression::escape(SavingMark) + "[0-9a-f]{32}"));
+  for (const QString& name : folder.entryList({SavingMark + u'*'}, QDir::Files | QDir::Hidden)) {
     QFile left(folder.filePath(name));
-    if (left.open(QIODevice::ReadWrite) && LockSave(left.handle())) left.remove();
+    if (form.match(name).hasMatch() && left.open(QIODevice::ReadWrite) && Lock(left)) left.remove();
   }
 }
 
-/// The rights of the file that is replaced, or those of any new file.
-void SetRights([[maybe_unused]] const QFile& file, [[maybe_unused]] const QString& target) {
-#ifdef Q_OS_UNIX
+void SetRights(const QFile& file, const QString& target, Readers readers) {
   struct stat old {};
-  mode_t mode = 0;
-  if (stat(QFile::encodeName(target).constData(), &old) == 0) {
-    mode = old.st_mode & 07777;
-  } else {
-    const mode_t mask = umask(0);
-    umask(mask);
-    mode = 0666 & ~mask;
+  mode_t mode = S_IRUSR | S_IWUSR;
+  if (readers == Readers::AsBefore) {
+    if (stat(QFile::encodeName(target).constData(), &old) == 0) {
+      mode = old.st_mode & 07777;
+    } else {
+      const mode_t mask = umask(0);
+      umask(mask);
+      mode = 0666 & ~mask;
+    }
   }
   [[maybe_unused]] const int ignored = fchmod(file.handle(), mode);
-#endif
 }
 
-bool OntoDisk([[maybe_unused]] const QFile& file) {
-#ifdef Q_OS_UNIX
-  return fsync(file.handle()) == 0;
-#else
-  return true;
-#endif
+/// All bytes, and from the program's memory to the disk.
+void Write(QFile& file, std::string_view bytes) {
+  // A disk that fills up takes a part first and tells its reason at the next attempt.
+  while (!bytes.empty()) {
+    const qint64 written = file.write(bytes.data(), static_cast<qint64>(bytes.size()));
+    if (written <= 0) throw Refusal{file.errorString()};
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  if (!file.flush()) throw Refusal{file.errorString()};
+  if (fsync(file.handle()) != 0) throw Refusal{qt_error_string()};
 }
 
-bool Rename(const QString& from, const QString& to) {
-  return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
+void WriteInPlace(const QString& target, std::string_view bytes) {
+  QFile file(target);
+  if (!file.open(QIODevice::ReadWrite)) throw Refusal{file.errorString()};
+  Write(file, bytes);
+  if (!file.resize(static_cast<qint64>(bytes.size()))) throw Refusal{file.errorString()};
+}
+
+void WriteAside(const QString& target, std::string_view bytes, Readers readers) {
+  const QFileInfo info(target);
+  QFile file(info.dir().filePath(SavingMark + QUuid::createUuid().toString(QUuid::Id128)));
+  if (!file.open(QIODevice::ReadWrite | QIODevice::NewOnly,
+                 QFileDevice::ReadOwner | QFileDevice::WriteOwner)) {
+    const QString reason = QStringLiteral("no file can be made in the folder \"%1\" (%2)")
+                               .arg(info.absolutePath(), file.errorString());
+    // Rights are missing; a disk without room or that is gone would refuse the file as well.
+    if (info.exists() && (errno == EACCES || errno == EPERM)) throw Refusal{reason, true};
+    throw Refusal{reason};
+  }
+  // Not through the file itself, which would first try to write what the disk did not take.
+  auto remove = qScopeGuard([name = file.fileName()] { QFile::remove(name); });
+  Lock(file);
+  Write(file, bytes);
+  SetRights(file, target, readers);
+  if (std::rename(QFile::encodeName(file.fileName()).constData(),
+                  QFile::encodeName(target).constData()) != 0) {
+    throw Refusal{qt_error_string()};
+  }
+  remove.dismiss();
+}
+
+void Replace(const QString& path, std::string_view bytes, Saving saving, Readers readers) {
+  const QString target = TargetOf(path);
+  const QFileInfo info(target);
+  RemoveDeadSaves(info.dir());
+  if (info.isDir()) throw Refusal{QStringLiteral("it is a folder")};
+  // A device or a pipe would be gone.
+  if (info.exists() && !info.isFile()) {
+    throw Refusal{QStringLiteral("it is not a regular file")};
+  }
+  if (info.exists() && !info.isWritable()) throw Refusal{QStringLiteral("Permission denied")};
+  if (saving == Saving::InPlace) {
+    WriteInPlace(target, bytes);
+  } else {
+    WriteAside(target, bytes, readers);
+  }
 }
 
 }  // namespace
 
-QString ReplaceFile(const QString& path, std::string_view bytes) {
-  const QString target = TargetOf(path);
-  RemoveDeadSaves(target);
-  const QFileInfo info(target);
-  if (info.isDir()) return QStringLiteral("it is a folder");
-  // A device or a pipe would be gone.
-  if (info.exists() && !info.isFile()) return QStringLiteral("it is not a regular file");
-  if (info.exists() && !info.isWritable()) return QStringLiteral("Permission denied");
-  QTemporaryFile file(target + SavingMark + QStringLiteral("XXXXXX"));
-  if (!file.open()) return file.errorString();
-  LockSave(file.handle());
-  // A disk that fills up takes a part first and tells its reason at the next attempt.
-  while (!bytes.empty()) {
-    const qint64 written = file.write(bytes.data(), static_cast<qint64>(bytes.size()));
-    if (written <= 0) return file.errorString();
-    bytes.remove_prefix(static_cast<std::size_t>(written));
+void ReplaceFile(const QString& path, std::string_view bytes, Saving saving, Readers readers) {
+  try {
+    Replace(path, bytes, saving, readers);
+  } catch (const Refusal& refusal) {
+    const std::string message = QStringLiteral("Cannot save \"%1\": %2.")
+                                    .arg(QDir::toNativeSeparators(path), refusal.Reason)
+                                    .toStdString();
+    if (refusal.OfFolder) throw FolderRefuses(message);
+    throw RunTimeFailure(message);
   }
-  if (!file.flush()) return file.errorString();
-  SetRights(file, target);
-  if (!OntoDisk(file)) return qt_error_string();
-  if (!Rename(file.fileName(), target)) return qt_error_string();
-  file.setAutoRemove(false);
-  return {};
 }

@@ -6,6 +6,18 @@
 #include "shell/guide_window.h"
 #include "shell/shell.h"
 
+namespace {
+
+/// "Hall.T3 from 2026-11-25 14:05".
+QString Told(const KeptWork& work) {
+  return QStringLiteral("%1 from %2")
+      .arg(work.ProjectName == NoFileName ? QStringLiteral("a new project")
+                                          : QFileInfo(work.ProjectName).fileName().simplified(),
+           work.Time.toString(TimeFormat));
+}
+
+}  // namespace
+
 frmT3About::frmT3About() : ChildForm(QString::fromLatin1(ScreenName), QStringLiteral("About")) {}
 
 void frmT3About::Form_Load() {
@@ -42,20 +54,10 @@ void frmT3About::Form_Load() {
   lblGuide->SetLook(Label::Look::WebLink);
   lblGuide->Click = [] { ShowGuide(GuidePage({})); };
   column->addWidget(lblGuide, 0, Qt::AlignHCenter);
-  kept_ = new QWidget;
-  auto* kept = new QHBoxLayout(kept_);
-  kept->addStretch(1);
-  lblKeptWork = AddLabel(kept, "lblKeptWork", {});
-  lblKeptWork->SetLook(Label::Look::Quiet);
-  const auto addLink = [&](const char* name, const char* caption, void (frmT3About::*click)()) {
-    Label* link = AddLabel(kept, name, QString::fromLatin1(caption));
-    link->SetLook(Label::Look::WebLink);
-    link->Click = [this, click] { (this->*click)(); };
-  };
-  addLink("lblTakeUp", "Take Them Up", &frmT3About::lblTakeUp_Click);
-  addLink("lblDelete", "Delete Them", &frmT3About::lblDelete_Click);
-  kept->addStretch(1);
-  column->addWidget(kept_);
+  lblTakenUp = addLine("lblTakenUp", {});
+  lblTakenUp->SetLook(Label::Look::Quiet);
+  kept_ = new QVBoxLayout;
+  column->addLayout(kept_);
   AddWidget(page);
 }
 
@@ -64,25 +66,57 @@ void frmT3About::Form_Activate() {
   ShowKeptWork();
 }
 
-/// The newest of what programs that ended could not save.
+/// What programs that ended could not save, a row for each.
 void frmT3About::ShowKeptWork() {
-  const std::vector<KeptWork> found = FindKeptWork();
-  kept_->setVisible(!found.empty());
-  if (found.empty()) return;
-  work_ = found.front();
-  const QString name = work_.ProjectName == NoFileName ? QStringLiteral("a new project")
-                                                       : QFileInfo(work_.ProjectName).fileName();
-  lblKeptWork->SetCaption(QStringLiteral("Unsaved changes of %1 from %2 were kept.")
-                              .arg(name, work_.Time.toString(TimeFormat)));
-  lblKeptWork->setToolTip(work_.ProjectName);
+  lblTakenUp->setVisible(false);
+  work_ = FindKeptWork();
+  const int count = static_cast<int>(work_.size());
+  while (lblKeptWork.Count() < count) AddKeptWork();
+  for (int i = 0; i < lblKeptWork.Count(); ++i) {
+    const bool there = i < count;
+    for (Label* part : {&lblKeptWork(i), &lblTakeUp(i), &lblDelete(i)}) part->setVisible(there);
+    if (!there) continue;
+    const KeptWork& work = work_[static_cast<std::size_t>(i)];
+    lblKeptWork(i).SetCaption(
+        work.Damaged
+            ? QStringLiteral("A kept copy from %1 is damaged.").arg(work.Time.toString(TimeFormat))
+            : QStringLiteral("Unsaved changes of %1 were kept.").arg(Told(work)));
+    lblKeptWork(i).setToolTip(work.Damaged ? work.Path : work.ProjectName);
+    lblTakeUp(i).setVisible(!work.Damaged);
+  }
 }
 
-void frmT3About::lblTakeUp_Click() {
-  OpenKeptWork(work_);
+void frmT3About::AddKeptWork() {
+  const int index = lblKeptWork.Count();
+  auto* row = new QHBoxLayout;
+  kept_->addLayout(row);
+  row->addStretch(1);
+  const auto add = [&](ControlArray<Label>& labels, const char* name, const char* caption) {
+    Label* label = AddLabel(row, name, QString::fromLatin1(caption));
+    labels.Add(label, QString::fromLatin1(name));
+    return label;
+  };
+  add(lblKeptWork, "lblKeptWork", "")->SetLook(Label::Look::Quiet);
+  Label* takeUp = add(lblTakeUp, "lblTakeUp", "Take Them Up");
+  takeUp->Click = [this, index] { lblTakeUp_Click(index); };
+  Label* remove = add(lblDelete, "lblDelete", "Delete Them");
+  remove->Click = [this, index] { lblDelete_Click(index); };
+  for (Label* link : {takeUp, remove}) link->SetLook(Label::Look::WebLink);
+  row->addStretch(1);
 }
 
-void frmT3About::lblDelete_Click() {
-  DeleteKeptWork(work_);
+void frmT3About::TellTakenUp(const KeptWork& work) {
+  lblTakenUp->SetCaption(
+      QStringLiteral("The changes of %1 are taken up. Save keeps them.").arg(Told(work)));
+  lblTakenUp->setVisible(true);
+}
+
+void frmT3About::lblTakeUp_Click(int index) {
+  OpenKeptWork(work_[static_cast<std::size_t>(index)]);
+}
+
+void frmT3About::lblDelete_Click(int index) {
+  DeleteKeptWork(work_[static_cast<std::size_t>(index)]);
   ShowKeptWork();
 }
 

@@ -13,15 +13,21 @@ class frmT3About : public ChildForm {
   void Form_Activate() override;
 
   void lblWebPageInfo_Click();
-  void lblTakeUp_Click();
-  void lblDelete_Click();
+  void lblTakeUp_Click(int index);
+  void lblDelete_Click(int index);
+  /// Says until the screen is left what was taken up.
+  void TellTakenUp(const KeptWork& work);
 
  private:
   void ShowKeptWork();
+  void AddKeptWork();
 
-  QWidget* kept_ = nullptr;
-  KeptWork work_;
-  Label* lblKeptWork = nullptr;
+  QVBoxLayout* kept_ = nullptr;
+  std::vector<KeptWork> work_;  ///< Of each row.
+  Label* lblTakenUp = nullptr;
+  ControlArray<Label> lblKeptWork;
+  ControlArray<Label> lblTakeUp;
+  ControlArray<Label> lblDelete;
   Label* lblRevInfo = nullptr;
   Label* lblWebPageInfo = nullptr;
 };

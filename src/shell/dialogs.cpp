@@ -5,16 +5,20 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QUrl>
 #include <exception>
 
+#include "panel/code_page.h"
+#include "panel/panel_record.h"
 #include "panel/program_state.h"
 #include "shell/shell.h"
 
 namespace {
 
 int handlerDepth = 0;
+QString lastFolder;  ///< In which a file was chosen.
 
 QMessageBox::Icon BoxIcon(MsgIcon icon) {
   switch (icon) {
@@ -32,10 +36,10 @@ QMessageBox::Icon BoxIcon(MsgIcon icon) {
   return QMessageBox::NoIcon;
 }
 
-/// From one dialog to the next no window has the focus yet.
+/// Never the guide: it comes over each dialog in turn, and none may hang under what hangs under it.
 QWidget* FrontWindow() {
-  QWidget* active = QApplication::activeWindow();
-  return active ? active : MainWindow();
+  QWidget* dialog = QApplication::activeModalWidget();
+  return dialog ? dialog : MainWindow();
 }
 
 MsgAnswer ShowMessage(const Message& message) {
@@ -82,17 +86,50 @@ QStringList NameFilters(const QString& filter) {
   return filters;
 }
 
+bool IsMask(const QString& name) {
+  return name.isEmpty() || name.contains(u'*');
+}
+
+/// Of the file that is asked about, of the open project, the last one that was used, or the told
+/// one.
+QString StartFolder(const FileRequest& request) {
+  QStringList folders;
+  if (!IsMask(request.FileName)) folders << QFileInfo(request.FileName).absolutePath();
+  if (CurrentFileName != NoFileName) folders << QFileInfo(CurrentFileName).absolutePath();
+  folders << lastFolder << QFileInfo(request.FileName).absolutePath() << DataFolder();
+  for (const QString& folder : folders) {
+    if (!folder.isEmpty() && QDir(folder).exists()) return folder;
+  }
+  return QDir::homePath();
+}
+
+/// The project's name, else the panel's, with the ending of the filter; its stem is selected.
+void SuggestName(QFileDialog& dialog, const FileRequest& request) {
+  QString name = QFileInfo(request.FileName).fileName();
+  if (IsMask(name)) {
+    QString stem = CurrentFileName != NoFileName ? QFileInfo(CurrentFileName).completeBaseName()
+                                                 : ToUnicode(PanelRecord.PanelName).trimmed();
+    stem.replace(u'/', u'-');
+    if (stem.isEmpty()) stem = QStringLiteral("Tamberloom 3");
+    name = stem + request.Filter.section(u'|', 1, 1).mid(1);
+  }
+  dialog.selectFile(name);
+  if (auto* box = dialog.findChild<QLineEdit*>()) {
+    box->setSelection(0, static_cast<int>(QFileInfo(name).completeBaseName().size()));
+  }
+}
+
 QString ChooseFile(const FileRequest& request) {
   QFileDialog dialog(FrontWindow());
   dialog.setNameFilters(NameFilters(request.Filter));
   const bool open = request.Mode == FileRequest::Kind::Open;
   dialog.setAcceptMode(open ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
   dialog.setFileMode(open ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
-  const QString current = CurrentFileName == NoFileName ? DataPath({}) : CurrentFileName;
-  const QString folder =
-      QFileInfo(request.FileName.isEmpty() ? current : request.FileName).absolutePath();
-  dialog.setDirectory(QDir(folder).exists() ? folder : QDir::homePath());
+  dialog.setDefaultSuffix(request.Ending);
+  dialog.setDirectory(StartFolder(request));
+  if (!open) SuggestName(dialog, request);
   if (dialog.exec() != QDialog::Accepted) return {};
+  lastFolder = dialog.directory().absolutePath();
   return QDir::toNativeSeparators(dialog.selectedFiles().constFirst());
 }
 

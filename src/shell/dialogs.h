@@ -17,8 +17,9 @@ struct Message {
 struct FileRequest {
   enum class Kind { Open, Save } Mode;
   QString Filter;  ///< Pairs of text and pattern, all joined by "|".
-  /// A path or mask whose folder the dialog starts in; empty for the folder of the open project.
+  /// A path, or a mask in the folder that the dialog starts in when nothing leads elsewhere.
   QString FileName;
+  QString Ending = {};  ///< Behind a name typed without one: "pdf". Empty leaves names as typed.
 };
 
 /// Shows a message and waits for the answer. A question has the focus on No: it is asked before

@@ -264,9 +264,12 @@ void frmT3MasterMDI::ShowMarks() {
   constexpr qint64 momentMs = 4000;
   const bool news = !news_.isEmpty() && newsShown_.ElapsedMs() < momentMs;
   if (!news) news_.clear();
-  lblMark_->SetCaption(news               ? news_
-                       : DataChanged != 0 ? QStringLiteral("Unsaved changes")
-                                          : QString());
+  const QString trouble = QString::fromStdString(recovery_.Trouble());
+  lblMark_->SetCaption(news                 ? news_
+                       : !trouble.isEmpty() ? QStringLiteral("No copy of unsaved work can be kept")
+                       : DataChanged != 0   ? QStringLiteral("Unsaved changes")
+                                            : QString());
+  lblMark_->setToolTip(trouble);
 }
 
 void frmT3MasterMDI::TellNews(const QString& news) {
@@ -332,7 +335,11 @@ void frmT3MasterMDI::EndKeepingWork() {
 void frmT3MasterMDI::TearDown() {
   ending_ = true;
   tmrRecovery_->SetEnabled(false);
-  if (!keepsWork_) recovery_.Remove();
+  if (DataChanged == 0) {
+    recovery_.Update();  // nobody was asked
+  } else if (!keepsWork_) {
+    recovery_.Remove();
+  }
   if (Link.DisconnectQZ) Link.DisconnectQZ();
   for (const ScreenEntry& entry : program_.Screens) Unload(entry.Name);
 }
@@ -351,6 +358,7 @@ void frmT3MasterMDI::mnuExit_Click() {
 bool frmT3MasterMDI::MDIForm_QueryUnload() {
   if (exitRequested_ != 0 || ending_) return true;
   if (!DiscardChanges()) return false;
+  if (Link.MayLeave && !Link.MayLeave()) return false;
   TearDown();
   return true;
 }
@@ -360,6 +368,10 @@ void frmT3MasterMDI::MDIForm_Unload() {
 }
 
 void frmT3MasterMDI::closeEvent(QCloseEvent* event) {
+  if (!ending_ && Link.PutsOffClose && Link.PutsOffClose()) {
+    event->ignore();
+    return;
+  }
   const bool unload = MDIForm_QueryUnload();
   event->setAccepted(unload);
   if (unload) MDIForm_Unload();

@@ -80,6 +80,8 @@ class frmT3MasterMDI : public QMainWindow {
   void BringToFront(const LoadedScreen& screen);
   void GoToOtherPart();
   bool DiscardChanges() const;
+  void ReplaceProject(const std::function<void()>& replace);
+  bool WriteProject();
   void ShowEmptyState();
   void ReadFile(const QString& name);
   void ShowMarks();

@@ -3,6 +3,7 @@
 #include <QFileInfo>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScopeGuard>
 #include <QUrl>
 #include <utility>
 
@@ -29,18 +30,29 @@ bool frmT3MasterMDI::DiscardChanges() const {
                                     ProgramTitle, MsgButtons::YesNo) == MsgAnswer::Yes;
 }
 
+/// Another project comes into memory. Nobody was asked about the work of one that is not marked as
+/// changed, so what of it is in no file stays kept.
+void frmT3MasterMDI::ReplaceProject(const std::function<void()>& replace) {
+  recovery_.Update();
+  replace();
+  if (DataChanged == 0) recovery_.Leave();
+}
+
 void frmT3MasterMDI::mnuNew_Click() {
   if (!DiscardChanges()) return;
   ShowEmptyState();
-  CurrentFileName = NoFileName;
-  FileNotInMemory = false;
-  SetKnownContent({});
-  LoadDefaults();
+  ReplaceProject([] {
+    CurrentFileName = NoFileName;
+    FileNotInMemory = false;
+    SetKnownContent({});
+    LoadDefaults();
+  });
+  DataChanged = 0;
+  recovery_.Settle();
   UnloadAllForms();
   ShowForm(frmT3About::ScreenName);
   DataChanged = 0;
   UpdateStatusBar();
-  recovery_.Settle();
 }
 
 void frmT3MasterMDI::FileOpen() {
@@ -59,12 +71,32 @@ void frmT3MasterMDI::ReadFile(const QString& name) {
   CurrentFileName = name;
   ShowEmptyState();
   UpdateStatusBar();
-  FileNotInMemory = true;
-  ReadProjectFile();
-  FileNotInMemory = false;
+  ReplaceProject([] {
+    FileNotInMemory = true;
+    ReadProjectFile();
+    FileNotInMemory = false;
+  });
   DataChanged = 0;
   recovery_.Settle();
   TellNews(QStringLiteral("Opened"));
+}
+
+/// Saves the project; over its old content where no file may be made beside it and the user takes
+/// the risk. False when the user does not.
+bool frmT3MasterMDI::WriteProject() {
+  try {
+    WriteProjectFile();
+    return true;
+  } catch (const FolderRefuses& refusal) {
+    if (MsgBox(QString::fromUtf8(refusal.what()) +
+                   QStringLiteral("\n\nThe file itself can be written over. A disk that fails "
+                                  "meanwhile leaves it damaged.\nSave In Place?"),
+               MsgIcon::Question, ProgramTitle, MsgButtons::YesNo) != MsgAnswer::Yes) {
+      return false;
+    }
+  }
+  WriteProjectFile(Saving::InPlace);
+  return true;
 }
 
 void frmT3MasterMDI::FileSave() {
@@ -76,7 +108,7 @@ void frmT3MasterMDI::FileSave() {
           MsgIcon::Question, ProgramTitle, MsgButtons::YesNo) != MsgAnswer::Yes) {
     return;
   }
-  WriteProjectFile();
+  if (!WriteProject()) return;
   DataChanged = 0;
   recovery_.Settle();
   TellNews(QStringLiteral("Saved"));
@@ -86,13 +118,10 @@ void frmT3MasterMDI::FileSaveAs() {
   fileDialogUsed_ = true;
   const QString name = FileDialog({FileRequest::Kind::Save, ProjectFileFilter, StartMask()});
   if (!Chosen(name)) return;
-  const QString before = std::exchange(CurrentFileName, name);
-  try {
-    WriteProjectFile();
-  } catch (const RunTimeFailure&) {
-    CurrentFileName = before;
-    throw;
-  }
+  auto restore =
+      qScopeGuard([before = std::exchange(CurrentFileName, name)] { CurrentFileName = before; });
+  if (!WriteProject()) return;
+  restore.dismiss();
   FileNotInMemory = false;
   UpdateStatusBar();
   DataChanged = 0;
@@ -111,13 +140,18 @@ void frmT3MasterMDI::mnuSave_Click() {
 void frmT3MasterMDI::OpenKeptWork(const KeptWork& work) {
   if (!DiscardChanges()) return;
   ShowEmptyState();
-  TakeUpKeptWork(work);
+  ReplaceProject([&work] { TakeUpKeptWork(work); });
+  // The start would take the mark for its own.
+  tmrFix_->SetEnabled(false);
+  DataChanged = -1;
   recovery_.Unsettle();
   recovery_.Update();
   // On a full disk the old copy is the only one.
   if (recovery_.HoldsWork()) DeleteKeptWork(work);
   UpdateStatusBar();
-  ShowForm(frmT3About::ScreenName);
+  if (auto* about = dynamic_cast<frmT3About*>(ShowForm(frmT3About::ScreenName))) {
+    about->TellTakenUp(work);
+  }
 }
 
 namespace {

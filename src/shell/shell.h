@@ -60,5 +60,9 @@ class Hourglass {
 struct LinkHooks {
   std::function<void()> DisconnectQZ;
   std::function<void(bool)> ShowNetworkDiagnostics;
+  /// Whether the window must not close at this moment; the link closes it at the next one.
+  std::function<bool()> PutsOffClose;
+  /// Asks before a panel is left half new; false when the window is to stay.
+  std::function<bool()> MayLeave;
 };
 extern LinkHooks Link;

@@ -305,8 +305,40 @@ TEST_F(TransferTest, WhatTheUserDoesDuringAWaitIsDoneInOrderAndTheWindowMayClose
   Download();
   EXPECT_TRUE(ProgramEnding());
   EXPECT_FALSE(window->isVisible());
-  EXPECT_TRUE(messages.empty());
+  ASSERT_EQ(messages.size(), 1U);
+  EXPECT_TRUE(messages[0].Text.endsWith("Close The Program?"));
   EXPECT_EQ(Connected, 0);
+}
+
+TEST_F(TransferTest, TheCloseBoxAsksBeforeItLeavesAPanelHalfNew) {
+  for (const bool serial : {false, true}) {
+    if (serial) {
+      panel.emplace(PtyPanel());
+      OpenConnect(0);
+      Press("cmdConnect");
+    } else {
+      ConnectToPanel();
+    }
+    panel->AddFault("late:60@100");
+    MsgBoxSeam = [&, usual = MsgBoxSeam](const Message& message) {
+      const auto last =
+          panel->With([](simulator::Simulator& s) { return s.Log().Entries().back(); });
+      EXPECT_EQ(last.Way, simulator::FrameLog::Direction::ToHost) << "not while an answer is due";
+      return usual(message);
+    };
+    messages.clear();
+    DataChanged = -1;
+    answers = {MsgAnswer::Yes, MsgAnswer::No};
+    AtBlock(100, [this] { window->close(); });
+    Download();
+    ASSERT_EQ(messages.size(), 3U) << messages[0].Text.toStdString();
+    EXPECT_EQ(messages[0].Text, "Discard Any Changes?");
+    EXPECT_EQ(messages[1].Text, "Manual Download Cancel." + HalfNew + "\nClose The Program?");
+    EXPECT_EQ(messages[2].Text, "Download Complete");
+    EXPECT_FALSE(ProgramEnding());
+    ExpectMemoryIsImage();
+    Link.DisconnectQZ();
+  }
 }
 
 TEST_F(TransferTest, APseudoTerminalLinkedAsAPortCarriesATransfer) {

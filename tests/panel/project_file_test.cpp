@@ -28,7 +28,8 @@ class ProjectFileTest : public DocumentTest {
   }
 
   /// What the failure of `action` says; the document and its mark must not change.
-  static std::string Failure(void (*action)()) {
+  template <typename Action>
+  static std::string Failure(Action action) {
     const std::string before = Document();
     std::string message;
     try {
@@ -40,6 +41,8 @@ class ProjectFileTest : public DocumentTest {
     EXPECT_EQ(DataChanged, 0);
     return message;
   }
+
+  static void Save() { WriteProjectFile(); }
 
   QTemporaryDir folder_;
 };
@@ -75,7 +78,7 @@ TEST_F(ProjectFileTest, FailuresNameFileAndReasonAndTouchNothing) {
                                                    {QStringLiteral("/proc/x.T3"), "No such file"}};
   for (const auto& [path, reason] : wrong) {
     CurrentFileName = path;
-    for (const auto action : {ReadProjectFile, WriteProjectFile}) {
+    for (const auto action : {ReadProjectFile, Save}) {
       const std::string message = Failure(action);
       EXPECT_NE(message.find(path.toStdString()), std::string::npos) << message;
       EXPECT_NE(message.find(reason), std::string::npos) << message;
@@ -94,7 +97,7 @@ TEST_F(ProjectFileTest, AFullDiskLeavesTheOldFile) {
   for (const rlim_t size : {rlim_t{0}, rlim_t{100'000}, rlim_t{177'013}}) {
     const rlimit small{size, limit.rlim_max};
     setrlimit(RLIMIT_FSIZE, &small);
-    const std::string message = Failure(WriteProjectFile);
+    const std::string message = Failure(Save);
     setrlimit(RLIMIT_FSIZE, &limit);
     EXPECT_NE(message.find("Hall.T3\": File too large"), std::string::npos) << message;
     EXPECT_EQ(OnDisk(), old) << size;
@@ -115,11 +118,40 @@ TEST_F(ProjectFileTest, ASaveThatCannotTakeTheOldFilesPlaceIsTold) {
   flags |= FS_APPEND_FL;
   if (ioctl(folder, FS_IOC_SETFLAGS, &flags) != 0) GTEST_SKIP() << "takes the system's rights";
   PanelRecord.PanelName = "Yard";
-  const std::string message = Failure(WriteProjectFile);
+  const std::string message = Failure(Save);
   ioctl(folder, FS_IOC_SETFLAGS, &usual);
   close(folder);
   EXPECT_NE(message.find("Hall.T3\": Operation not permitted"), std::string::npos) << message;
   EXPECT_EQ(OnDisk(), old);
+}
+
+TEST_F(ProjectFileTest, WhereOnlyTheFileMayBeWrittenItIsSavedInPlace) {
+  WriteProjectFile();
+  PanelRecord.PanelName = "Yard";
+  chmod(QFile::encodeName(CurrentFileName).constData(), 0666);
+  chmod(QFile::encodeName(folder_.path()).constData(), 0555);
+  // As a user for whom rights count.
+  const bool root = geteuid() == 0;
+  ASSERT_EQ(seteuid(root ? 65534 : geteuid()), 0);
+  const std::string message = Failure([] {
+    EXPECT_THROW(Save(), FolderRefuses);
+    Save();
+  });
+  WriteProjectFile(Saving::InPlace);
+  ASSERT_EQ(seteuid(root ? 0 : geteuid()), 0);
+  chmod(QFile::encodeName(folder_.path()).constData(), 0755);
+  EXPECT_NE(message.find("in the folder \"" + folder_.path().toStdString()), std::string::npos)
+      << message;
+  EXPECT_EQ(OnDisk(), Document());
+}
+
+TEST_F(ProjectFileTest, AnyNameThatAFolderTakesIsSaved) {
+  CurrentFileName = Path(std::string(255, 'n').c_str());
+  WriteProjectFile();
+  EXPECT_EQ(OnDisk(), Document());
+  ASSERT_TRUE(QFile::link(QStringLiteral("round.T3"), Path("round.T3")));
+  CurrentFileName = Path("round.T3");
+  EXPECT_NE(Failure(Save).find("a link that leads to itself"), std::string::npos);
 }
 
 TEST_F(ProjectFileTest, LinksAndPermissionsStay) {

@@ -101,6 +101,39 @@ TEST_F(GuideTest, F1IsTheGuidesWhateverHasTheFocus) {
   EXPECT_EQ(Find<GuideWindow>("GuideWindow").parentWidget(), window.get());
 }
 
+/// A window that hung under what hangs under it would never answer again.
+TEST_F(GuideTest, EveryDialogMayComeOverTheGuideAndTheGuideOverEveryDialog) {
+  const auto ask = [this] { shownMsgBox({"Why?", MsgIcon::None, "", MsgButtons::Ok}); };
+  const auto save = [this] { shownFileDialog({FileRequest::Kind::Save, ProjectFileFilter, {}}); };
+  const auto copy = [this] { Press("cmdCopyConfig"); };
+  const auto find = [] { AllScreens().Find(); };
+  Menu("mnuConfigureDimmers");
+  for (const auto& open : std::initializer_list<std::function<void()>>{ask, save, copy, find}) {
+    QTest::keyClick(window.get(), Qt::Key_F1);
+    Find<GuideWindow>("GuideWindow").activateWindow();
+    bool opened = false;
+    QTimer::singleShot(0, window.get(), [&] {
+      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      ASSERT_NE(dialog, nullptr);
+      opened = true;
+      for (int i = 0; i < 2; ++i) QTest::keyClick(dialog, Qt::Key_F1);
+      EXPECT_EQ(Find<GuideWindow>("GuideWindow").parentWidget(), dialog);
+      EXPECT_EQ(dialog->parentWidget(), window.get());
+      // And one more over the guide.
+      QTimer::singleShot(0, window.get(), [dialog] {
+        auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        QTest::keyClick(box, Qt::Key_F1);
+        EXPECT_EQ(box->parentWidget(), dialog);
+        box->reject();
+      });
+      ask();
+      dialog->reject();
+    });
+    open();
+    EXPECT_TRUE(opened);
+  }
+}
+
 TEST_F(GuideTest, LinksStayInTheGuideOrGoToTheWeb) {
   Write("index.md", "# Contents\n\n[One](one.md)");
   Write("one.md", "# One\n\n[Contents](index.md)");

@@ -1,12 +1,15 @@
 #include <sys/file.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <QDir>
+#include <csignal>
 
 #include "panel/project_file.h"
 #include "panel/recovery_copy.h"
 #include "screen_test.h"
+#include "shell/end_signals.h"
 
 // Unsaved work, and files that others change.
 
@@ -62,21 +65,78 @@ TEST_F(KeptWorkTest, TheCopyFollowsTheContentNotTheMark) {
   Tick();
   SaveAs("Hall.T3");
   EXPECT_TRUE(Copies().isEmpty()) << "saved";
-  PanelRecord.TimerDays(0) = 6;
-  Tick();
-  EXPECT_EQ(Copies().size(), 1);
+  for (const bool exit : {false, true}) {
+    PanelRecord.TimerDays(0) = 7;
+    DataChanged = -1;
+    Tick();
+    EXPECT_EQ(Copies().size(), 1);
+    exit ? window->mnuExit_Click() : Menu("mnuNew");
+    EXPECT_TRUE(Copies().isEmpty()) << "discarded by the user";
+  }
+}
+
+TEST_F(KeptWorkTest, WhatNobodyWasAskedAboutStaysKept) {
+  const QString two = folder.filePath("Two\nlines 100%.T3");
+  SaveAs("Two\nlines 100%.T3");
+  const auto edit = [this] {
+    PanelRecord.TimerDays(0) = static_cast<Int16>(PanelRecord.TimerDays(0) + 1);
+    DataChanged = -1;
+    window->tmrFix_Timer();
+  };
+  edit();
+  nextFileName = two;
+  Menu("mnuOpen");
+  EXPECT_EQ(Copies().size(), 1) << "another opened";
+  edit();
   Menu("mnuNew");
-  EXPECT_TRUE(Copies().isEmpty()) << "discarded";
+  EXPECT_EQ(Copies().size(), 2) << "a new one begun";
+  Click(Find<Label>("lblDelete(0)"));
+  ASSERT_EQ(Copies().size(), 1);
+  Find<Timer>("tmrFix").SetEnabled(true);
+  Click(Find<Label>("lblTakeUp(0)"));
+  EXPECT_EQ(CurrentFileName, two);
+  EXPECT_EQ(PanelRecord.TimerDays(0), 1);
+  EXPECT_TRUE(Text("lblTakenUp").startsWith("The changes of Two lines 100%.T3 from "));
+  EXPECT_FALSE(Find<Timer>("tmrFix").Enabled()) << "the start takes the mark for its own";
+  window->EndKeepingWork();
+  EXPECT_EQ(Copies().size(), 1);
+}
+
+TEST_F(KeptWorkTest, CopiesAreTheirOwnersAloneAndAFullDiskIsTold) {
   PanelRecord.TimerDays(0) = 7;
+  DataChanged = -1;
   Tick();
-  window->mnuExit_Click();
-  EXPECT_TRUE(Copies().isEmpty()) << "its own exit";
+  const QFileInfo copy(DataPath("Recovery/" + Copies().value(0)));
+  const auto others = QFile::ReadGroup | QFile::ReadOther | QFile::WriteGroup | QFile::WriteOther;
+  EXPECT_FALSE(copy.permissions() & others);
+  EXPECT_FALSE(QFileInfo(copy.path()).permissions() & (others | QFile::ExeGroup | QFile::ExeOther));
+
+  // A full disk: neither a copy of its own, nor is the one that it takes up removed.
+  LeaveWork(NoFileName, 2);
+  Menu("mnuNew");
+  ASSERT_EQ(Copies().size(), 1);
+  rlimit limit{};
+  getrlimit(RLIMIT_FSIZE, &limit);
+  const auto previous = std::signal(SIGXFSZ, SIG_IGN);
+  const rlimit small{1000, limit.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &small);
+  Click(Find<Label>("lblTakeUp(0)"));
+  EXPECT_EQ(Copies().size(), 1);
+  Find<Timer>("tmrMarks").Tick();
+  EXPECT_EQ(Text("lblMark"), "No copy of unsaved work can be kept");
+  setrlimit(RLIMIT_FSIZE, &limit);
+  std::signal(SIGXFSZ, previous);
+  Tick();
+  Find<Timer>("tmrMarks").Tick();
+  EXPECT_EQ(Text("lblMark"), "Unsaved changes");
 }
 
 TEST_F(KeptWorkTest, AnEndFromOutsideKeepsTheWorkOfThisInstant) {
   PanelRecord.TimerDays(0) = 5;
   DataChanged = -1;
-  window->EndKeepingWork();
+  OnEndFromOutside([this] { window->EndKeepingWork(); });
+  ASSERT_EQ(std::raise(SIGTERM), 0);
+  QApplication::processEvents();
   EXPECT_FALSE(window->isVisible());
   EXPECT_TRUE(messages.empty()) << "nobody is asked";
   EXPECT_EQ(Copies().size(), 1);
@@ -86,29 +146,41 @@ TEST_F(KeptWorkTest, WhatADeadProgramLeftIsOfferedTakenUpAndDeleted) {
   const QString hall = folder.filePath("Hall.T3");
   SaveAs("Hall.T3");
   LeaveWork(NoFileName, 2);
-  Menu("mnuAbout");
-  Label& line = Find<Label>("lblKeptWork");
-  ASSERT_TRUE(Shown(line));
-  EXPECT_TRUE(line.Caption().startsWith("Unsaved changes of a new project from "));
-  Click(Find<Label>("lblDelete"));
-  EXPECT_FALSE(Shown(line));
   LeaveWork(hall, 6);
+  QFile::copy(hall, DataPath("Recovery/x.recovery"));
   Menu("mnuAbout");
-  EXPECT_TRUE(Find<Label>("lblKeptWork").Caption().startsWith("Unsaved changes of Hall.T3 from "));
+  std::map<QString, int> rows;
+  for (int i = 0; i < 3; ++i) {
+    rows[Caption("lblKeptWork", i).section(" from ", 0, 0)] = i;
+    EXPECT_TRUE(Shown(Cell("lblKeptWork", i)));
+  }
+  ASSERT_TRUE(rows.contains("A kept copy"));
+  const int damaged = rows["A kept copy"];
+  EXPECT_TRUE(Caption("lblKeptWork", damaged).endsWith(" is damaged."));
+  EXPECT_FALSE(Shown(Cell("lblTakeUp", damaged)));
+  Click(Cell("lblDelete", damaged));
+  EXPECT_FALSE(Shown(Cell("lblKeptWork", 2)));
+  const bool hallFirst = Caption("lblKeptWork", 0).startsWith("Unsaved changes of Hall.T3 from ");
+  EXPECT_TRUE(
+      Caption("lblKeptWork", hallFirst ? 1 : 0).startsWith("Unsaved changes of a new project "));
+  Click(Cell("lblDelete", hallFirst ? 1 : 0));
+  EXPECT_FALSE(Shown(Cell("lblKeptWork", 1)));
 
   DataChanged = -1;
   answers = {MsgAnswer::No};
-  Click(Find<Label>("lblTakeUp"));
+  Click(Cell("lblTakeUp", 0));
   EXPECT_EQ(PanelRecord.RelayTimerType(5), 0) << "the rules of Open";
-  Click(Find<Label>("lblTakeUp"));
+  Click(Cell("lblTakeUp", 0));
   EXPECT_EQ(PanelRecord.RelayTimerType(5), 6);
   EXPECT_EQ(CurrentFileName, hall);
   EXPECT_EQ(DataChanged, -1);
   EXPECT_EQ(Copies().size(), 1) << "its own copy until it is saved";
+  const std::size_t asked = messages.size();
   Menu("mnuSave");
+  EXPECT_EQ(messages.size(), asked) << "the file is the one that it knew";
   EXPECT_TRUE(Copies().isEmpty());
   Menu("mnuAbout");
-  EXPECT_FALSE(Shown(Find<Label>("lblKeptWork")));
+  EXPECT_EQ(window->findChild<Label*>("lblKeptWork(0)"), nullptr);
 
   PanelRecord.TimerDays(0) = 4;
   Tick();
@@ -118,19 +190,13 @@ TEST_F(KeptWorkTest, WhatADeadProgramLeftIsOfferedTakenUpAndDeleted) {
   ASSERT_EQ(FindKeptWork().size(), 1U) << "of a dead program that had the number of this one";
   EXPECT_EQ(QFileInfo(FindKeptWork()[0].Path).fileName(), "old.recovery");
   DeleteKeptWork(FindKeptWork()[0]);
-  for (const char* half : {"half.recovery.lock", "half.recovery.saving-abCDef"}) {
-    ASSERT_TRUE(QFile::copy(own + ".lock",
-                            DataPath(QStringLiteral("Recovery/%1").arg(QLatin1String(half)))));
-  }
+  ASSERT_TRUE(QFile::copy(own + ".lock", DataPath("Recovery/half.recovery.lock")));
   EXPECT_TRUE(FindKeptWork().empty());
   EXPECT_EQ(QDir(DataPath("Recovery")).entryList(QDir::Files).size(), 2) << "its own two";
   ForgetUnsavedWork();
   EXPECT_TRUE(Copies().isEmpty());
-
-  QFile damaged(DataPath("Recovery/x.recovery"));
-  ASSERT_TRUE(damaged.open(QIODevice::WriteOnly) && damaged.write("junk") > 0);
-  damaged.close();
-  EXPECT_TRUE(FindKeptWork().empty());
+  Tick();
+  EXPECT_TRUE(Copies().isEmpty()) << "until the next edit";
 }
 
 TEST_F(KeptWorkTest, SaveAsksBeforeItWritesOverWhatOthersChanged) {
@@ -159,25 +225,34 @@ TEST_F(KeptWorkTest, SaveAsksBeforeItWritesOverWhatOthersChanged) {
 
 TEST_F(KeptWorkTest, ASaveRemovesWhatDeadSavesLeftAndNothingElse) {
   SaveAs("Hall.T3");
-  const auto make = [this](const char* name) {
+  const auto make = [this](const QString& name) {
     auto file = std::make_unique<QFile>(folder.filePath(name));
     EXPECT_TRUE(file->open(QIODevice::WriteOnly));
     return file;
   };
-  make("Hall.T3.saving-abCDef");
-  make("Hall.T3.abCDef");
-  make("Hall.T3.Backup");
-  make("Hall.T3.aBcDeFg");
-  make("Hall.T3.backup");
-  make("Hall2.T3.saving-abCDef");
-  const auto living = make("Hall.T3.saving-Living");
-  ASSERT_EQ(flock(living->handle(), LOCK_EX), 0);
+  const QString mark = QStringLiteral(".tamberloom3-saving-");
+  const QString dead = mark + QString(32, u'a');
+  const QString living = mark + QString(32, u'b');
+  const QStringList users = {"Hall.T3.MyCopy",
+                             "Hall.T3.OldWay",
+                             "Hall.T3.JanFeb",
+                             "Hall.T3.backup",
+                             "Hall.T3.saving-notes",
+                             "Hall.T3.saving-abCDef",
+                             mark + "notes",
+                             mark + QString(31, u'a'),
+                             mark + QString(33, u'a'),
+                             mark + QString(32, u'A'),
+                             "Hall.T3~",
+                             ".Hall.T3.swp"};
+  for (const QString& name : users + QStringList{dead}) make(name);
+  const auto held = make(living);
+  ASSERT_EQ(flock(held->handle(), LOCK_EX), 0);
   Menu("mnuSave");
   const QDir dir(folder.path());
-  EXPECT_FALSE(dir.exists("Hall.T3.saving-abCDef") || dir.exists("Hall.T3.abCDef"));
-  for (const char* stays : {"Hall.T3.backup", "Hall.T3.Backup", "Hall.T3.aBcDeFg",
-                            "Hall2.T3.saving-abCDef", "Hall.T3.saving-Living"}) {
-    EXPECT_TRUE(dir.exists(stays)) << stays;
+  EXPECT_FALSE(dir.exists(dead));
+  for (const QString& stays : users + QStringList{living}) {
+    EXPECT_TRUE(dir.exists(stays)) << stays.toStdString();
   }
 }
 

@@ -1,4 +1,6 @@
 #include <QDropEvent>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QMimeData>
 #include <fstream>
@@ -47,6 +49,9 @@ TEST_F(MainWindowTest, StartsAsANewPanelWithTheDataFoldersMade) {
 }
 
 TEST_F(MainWindowTest, EditsOfTheFirstSecondAreForgottenOnce) {
+  window.reset();
+  window = std::make_unique<frmT3MasterMDI>(AllScreens());
+  window->MDIForm_Load();
   auto& tmrFix = Find<Timer>("tmrFix");
   ASSERT_TRUE(tmrFix.Enabled());
   EXPECT_EQ(tmrFix.interval(), 1000);
@@ -102,6 +107,46 @@ TEST_F(MainWindowTest, SavesAndOpensTheSameBytes) {
   SaveAs(Path("b.T3"));
   EXPECT_EQ(Bytes(Path("a.T3")), Bytes(Path("b.T3")));
   EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(MainWindowTest, SaveDialogsBeginWithANameInTheProjectsFolder) {
+  QDir(folder.path()).mkdir("far");
+  struct Case {
+    const char* File;
+    const char* Panel;
+    FileRequest Request;
+    const char* Name;
+    const char* Folder;  ///< Below the data folder's own.
+    const char* Saved;   ///< When the name is typed anew as "School".
+  };
+  const FileRequest project{FileRequest::Kind::Save, ProjectFileFilter, DataPath("*.T3")};
+  const FileRequest report{FileRequest::Kind::Save, "Portable Documents (*.PDF)|*.PDF",
+                           DataPath("Documentation/*.PDF"), "pdf"};
+  const Case cases[] = {
+      {nullptr, "", project, "Tamberloom 3.T3", "Orv Tamberloom 3", "School"},
+      {nullptr, "HALL A/B", project, "HALL A-B.T3", "Orv Tamberloom 3", "School"},
+      {nullptr, "", report, "Tamberloom 3.PDF", "Orv Tamberloom 3/Documentation", "School.pdf"},
+      {"far/Yard.2.T3", "HALL", project, "Yard.2.T3", "far", "School"},
+      {"far/Yard.2.T3", "HALL", report, "Yard.2.PDF", "far", "School.pdf"},
+      {nullptr, "", report, "Tamberloom 3.PDF", "far", "School.pdf"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.Name);
+    CurrentFileName = c.File ? Path(c.File) : NoFileName;
+    PanelRecord.PanelName = c.Panel;
+    bool accept = c.File;
+    QTimer::singleShot(0, window.get(), [&] {
+      auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+      auto* box = dialog->findChild<QLineEdit*>();
+      EXPECT_EQ(box->text(), c.Name);
+      EXPECT_EQ(box->selectedText(), QFileInfo(c.Name).completeBaseName());
+      EXPECT_EQ(dialog->directory().path(), Path(c.Folder));
+      box->setText("School");
+      QTest::keyClick(box, accept ? Qt::Key_Return : Qt::Key_Escape);
+    });
+    const QString chosen = shownFileDialog(c.Request);
+    EXPECT_EQ(chosen, accept ? Path(c.Folder) + '/' + c.Saved : QString());
+  }
 }
 
 TEST_F(MainWindowTest, UnsavedEditsAreAskedForOnce) {

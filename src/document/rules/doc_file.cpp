@@ -1,6 +1,5 @@
 #include "document/rules/doc_file.h"
 
-#include <QDir>
 #include <QLocale>
 
 #include "panel/code_page.h"
@@ -10,12 +9,6 @@
 #include "panel/words.h"
 
 namespace {
-
-[[noreturn]] void Fail(const QString& reason) {
-  throw RunTimeFailure(QStringLiteral("Cannot write the document \"%1\": %2.")
-                           .arg(QDir::toNativeSeparators(DocumentFileName), reason)
-                           .toStdString());
-}
 
 /// Says which section a damaged number stands in.
 void WriteSection(const DocumentSection& section, DocumentText& text) {
@@ -58,6 +51,5 @@ std::vector<DocumentTable> BuildSheets() {
 }
 
 void WriteDocumentFile(std::string_view document) {
-  const QString failure = ReplaceFile(DocumentFileName, document);
-  if (!failure.isEmpty()) Fail(failure);
+  ReplaceFile(DocumentFileName, document);
 }

@@ -13,17 +13,16 @@ namespace {
 /// Runs `make` for the bytes of a file and puts them there.
 template <typename Make>
 void WriteReportFile(const QString& fileName, Make make) {
-  QString failure;
+  QByteArray bytes;
   try {
-    const QByteArray bytes = make();
-    failure = ReplaceFile(fileName, {bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    bytes = make();
   } catch (const RunTimeFailure& damaged) {
-    failure = QString::fromUtf8(damaged.what());
+    throw RunTimeFailure(
+        QStringLiteral("Cannot write the report \"%1\": %2.")
+            .arg(QDir::toNativeSeparators(fileName), QString::fromUtf8(damaged.what()))
+            .toStdString());
   }
-  if (failure.isEmpty()) return;
-  throw RunTimeFailure(QStringLiteral("Cannot write the report \"%1\": %2.")
-                           .arg(QDir::toNativeSeparators(fileName), failure)
-                           .toStdString());
+  ReplaceFile(fileName, {bytes.constData(), static_cast<std::size_t>(bytes.size())});
 }
 
 }  // namespace
