@@ -60,6 +60,26 @@ TEST_F(FindingsTest, ACheckIsFilteredCopiedAndLeadsToTheItem) {
   EXPECT_EQ(Find<ComboBox>("cboInput").ListIndex(), 2);
 }
 
+TEST_F(FindingsTest, CutActionsLeadToWhereTheTypeIsChosenAndStay) {
+  PanelRecord.IOCount(0) = 8;
+  PanelRecord.InputType(6) = 1;
+  PanelRecord.InputRelayControl(6, 1) = 4;
+  FennlinkRecords(26).DeviceType = 3;
+  FennlinkRecords(26).DeviceGroupControl(2, 1) = 4;
+  for (const auto& [item, screen, focus] :
+       {std::tuple{"INPUT 07", "frmT3InputOptions", "lblInputType(6)"},
+        {"FL 1A INPUT 3", "frmT3ConfigureFennlinkDevices", "cboInput16Type(2)"}}) {
+    Menu("mnuDocument");
+    Press("cmdCheck");
+    Choose("cboShown", 1);
+    Activate(QString::fromLatin1(item));
+    ASSERT_NE(window->LoadedForm(screen), nullptr) << screen;
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), focus);
+  }
+  EXPECT_EQ(PanelRecord.InputRelayControl(6, 1), 4);
+  EXPECT_EQ(FennlinkRecords(26).DeviceGroupControl(2, 1), 4);
+}
+
 TEST_F(FindingsTest, TheConnectionScreenTellsHowManyErrorsThereAre) {
   Menu("mnuConnect");
   EXPECT_FALSE(Find<Label>("lblErrors").isVisibleTo(&Find<QWidget>("fraOnLineFunctions")));

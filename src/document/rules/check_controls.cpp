@@ -45,6 +45,11 @@ void ForEachInput(const CheckScope& scope, Look look) {
   }
 }
 
+/// Where the type of an input is chosen. The screens of its actions would cut them.
+std::string_view TypeScreen(const Item& input) {
+  return input.Kind == ItemKind::Input ? "frmT3InputOptions" : "frmT3ConfigureFennlinkDevices";
+}
+
 void LookAtCutActions(const CheckScope& scope, const TellFinding& tell) {
   ForEachInput(scope, [&](const Item& input, auto options, auto relayCell, auto groupCell) {
     const auto look = [&](ControlTable table, auto cell) {
@@ -60,7 +65,7 @@ void LookAtCutActions(const CheckScope& scope, const TellFinding& tell) {
                .arg(ItemText(input))
                .arg(cut)
                .arg(InputTypeWord(input)),
-           ActionScreen(input, table == ControlTable::Group));
+           TypeScreen(input));
     };
     look(ControlTable::Relay, relayCell);
     look(ControlTable::Group, groupCell);
