@@ -4,9 +4,11 @@
 #include <QApplication>
 #include <QInputMethodEvent>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QSignalBlocker>
 #include <QStyleOption>
 #include <QWheelEvent>
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -149,14 +151,46 @@ void CheckBox::ShowValue(bool value) {
   setChecked(value);
 }
 
+namespace {
+
+QString WithoutControls(const QString& text) {
+  static const QRegularExpression lineEnd(QStringLiteral("[\\n\\r\\x{85}\\x{2028}\\x{2029}]"));
+  QString clean = text.section(lineEnd, 0, 0);
+  clean.removeIf([](QChar c) { return c.category() == QChar::Other_Control; });
+  return clean;
+}
+
+}  // namespace
+
 TextBox::TextBox(QWidget* parent) : QLineEdit(parent) {
-  connect(this, &QLineEdit::textEdited, this, [this] { RunHandler(Change); });
+  connect(this, &QLineEdit::textEdited, this, [this] {
+    CleanEdit();
+    RunHandler(Change);
+  });
+  connect(this, &QLineEdit::textChanged, this, [this] { before_ = text(); });
   connect(this, &QLineEdit::returnPressed, this, [this] { RunHandler(Click); });
 }
 
 void TextBox::SetText(const QString& text) {
   setText(text);
   if (Change) Change();
+}
+
+/// What has come in stands between what the text before and after have in common.
+void TextBox::CleanEdit() {
+  const QString now = text();
+  const auto same = [](auto a, auto aEnd, auto b, auto bEnd) -> qsizetype {
+    return std::mismatch(a, aEnd, b, bEnd).first - a;
+  };
+  const qsizetype start = same(now.cbegin(), now.cend(), before_.cbegin(), before_.cend());
+  const qsizetype end =
+      std::min(same(now.crbegin(), now.crend(), before_.crbegin(), before_.crend()),
+               std::min(now.size(), before_.size()) - start);
+  const QString in = now.sliced(start, now.size() - start - end);
+  const QString clean = WithoutControls(in);
+  if (clean == in) return;
+  setText(now.first(start) + clean + now.last(end));
+  setCursorPosition(static_cast<int>(start + clean.size()));
 }
 
 /// What a key types goes through the filter whatever is held with it; commands of the toolkit, such

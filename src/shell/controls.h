@@ -89,6 +89,8 @@ class CheckBox : public QCheckBox {
   std::function<void()> Click;
 };
 
+/// A single line. Whatever brings a text in (a paste, a drop, a key), it ends at its first line end
+/// and loses its other control characters; a text set from code stays as it is.
 class TextBox : public QLineEdit {
   Q_OBJECT
  public:
@@ -112,7 +114,9 @@ class TextBox : public QLineEdit {
 
  private:
   void Type(const QString& text);
+  void CleanEdit();
 
+  QString before_;            ///< The text before the edit that is under way.
   bool clickedInto_ = false;  ///< By the press that is under way.
 };
 

@@ -1,4 +1,7 @@
 #include <QClipboard>
+#include <QDropEvent>
+#include <QInputMethodEvent>
+#include <QMimeData>
 
 #include "screen_test.h"
 
@@ -81,6 +84,52 @@ TEST_F(ControlsTest, TextsRunTheirHandlerAlwaysAndFilterTypedKeysOnly) {
   QApplication::clipboard()->setText("x,y");
   box.paste();
   EXPECT_EQ(box.Text(), "Ax,y");
+}
+
+TEST_F(ControlsTest, NothingBringsAControlCharacterIntoAText) {
+  const std::pair<QString, QString> texts[] = {{"FOYER\n", "FOYER"},
+                                               {"FOYER\r\nLEFT", "FOYER"},
+                                               {"A\tB\x07_\x7F", "AB_"},
+                                               {QString("A") + QChar(0x2028) + "B", "A"},
+                                               {QString("A") + QChar(0x9D), "A"},
+                                               {"\n<", ""}};
+  using Way = void (*)(TextBox & box, const QString& text);
+  const Way ways[] = {
+      [](TextBox& box, const QString& text) {
+        QApplication::clipboard()->setText(text);
+        QTest::keyClick(&box, Qt::Key_V, Qt::ControlModifier);
+      },
+      [](TextBox& box, const QString& text) {
+        QInputMethodEvent commit;
+        commit.setCommitString(text);
+        QApplication::sendEvent(&box, &commit);
+      },
+      [](TextBox& box, const QString& text) {
+        QMimeData data;
+        data.setText(text);
+        const QPoint at = box.inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
+        QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(&box, &enter);
+        QDropEvent drop(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(&box, &drop);
+      },
+  };
+  TextBox box;
+  box.resize(300, 30);
+  std::vector<QString> stored;
+  box.Change = [&] { stored.push_back(box.Text()); };
+  for (const Way& way : ways) {
+    SCOPED_TRACE(&way - ways);
+    for (const auto& [text, arrives] : texts) {
+      box.SetText("<\x01>");
+      box.setCursorPosition(1);
+      stored.clear();
+      way(box, text);
+      EXPECT_EQ(box.Text(), "<" + arrives + "\x01>") << "only what comes in is cleaned";
+      EXPECT_EQ(box.cursorPosition(), 1 + arrives.size());
+      EXPECT_EQ(stored, std::vector{box.Text()});
+    }
+  }
 }
 
 TEST_F(ControlsTest, ASecondFastPressCountsAsAClick) {
