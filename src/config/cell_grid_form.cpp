@@ -92,6 +92,7 @@ void CellGridForm::Form_Load() {
   if (Screen.Selector) {
     cboSelector = AddList(AddRow(), Screen.Selector, Screen.SelectorWord);
     cboSelector->Click = [this] { cboSelector_Click(); };
+    AddSelector(cboSelector);
   }
   grid = new RowGrid(ItemCount, Screen.RowWord);
   lblName = grid->AddNames(Screen.NameLabel);
@@ -102,7 +103,6 @@ void CellGridForm::Form_Load() {
                               .Act = Screen.States.size() == 2 ? CellAct::Toggles : CellAct::Cycles,
                               .Words = words});
   lblCell.OnEach(&Label::Click, this, &CellGridForm::lblCell_Click);
-  grid->SetSelector(cboSelector);
   AddWidget(grid);
   if (!Screen.Selector) return;
   lblName.OnEach(&Label::MouseDown, this, &CellGridForm::lblName_MouseDown);

@@ -20,6 +20,9 @@ void ControlGridForm::AddGrid(QHBoxLayout* selectors) {
   lblControl = grid->Add<Label>("lblControl", {.Act = CellAct::OpensList});
   lblControl.OnEach(&Label::Click, this, &ControlGridForm::lblControl_Click);
   AddWidget(grid);
+  lblNoActions = Add<Label>(nullptr, "lblNoActions");
+  lblNoActions->SetLook(Label::Look::Quiet);
+  AddWidget(lblNoActions);
   cboControl = new InPlaceList(this, "cboControl");
   cboControl->Click = [this] { cboControl_Click(); };
   HideControlledItems();
@@ -33,6 +36,7 @@ void ControlGridForm::SetControlOptions() {
   cboControl->Close();
   cboControl->Clear();
   const auto options = SelectedOptions();
+  ShowElsewhere(options);
   if (!options) return;
   cboControl->SetItems(Items(options->Actions));
   MaxControlCode = options->MaxControlCode();
@@ -55,6 +59,35 @@ void ControlGridForm::SetPresetVisible(bool visible) {
   if (!cboPreset) return;
   lblPreset->setVisible(visible);
   cboPreset->setVisible(visible);
+}
+
+QWidget* ControlGridForm::FocusWithoutGrid(QWidget* selector) {
+  return cboPreset && cboPreset->isVisible() ? cboPreset : selector;
+}
+
+void ControlGridForm::ShowElsewhere(const std::optional<ControlOptions>& options) {
+  const auto what = [](std::optional<InputKind> kind) {
+    switch (kind.value_or(InputKind::MomentaryOnOff)) {
+      case InputKind::SetPreset:
+        return QStringLiteral("This input sets a preset, which is chosen in %1.");
+      case InputKind::InputDisable:
+        return QStringLiteral("This input disables inputs, which are chosen in %1.");
+      case InputKind::TimerDisable:
+        return QStringLiteral("This input disables timers, which are chosen in %1.");
+      case InputKind::ForceTimer:
+        return QStringLiteral("This input forces timers, which are chosen in %1.");
+      default:
+        return QString();
+    }
+  };
+  QString line;
+  if (!options) {
+    line = SetElsewhere().Kind;
+  } else if (options->Rows == ControlRows::None && !cboPreset) {
+    line = what(SelectedKind()).arg(SetElsewhere().Rows);
+  }
+  lblNoActions->SetCaption(line);
+  lblNoActions->setVisible(!line.isEmpty());
 }
 
 void ControlGridForm::ShowControlledItems() {

@@ -28,6 +28,14 @@ class ControlGridForm : public ChildForm {
  protected:
   /// What the selected input offers; none for an input of an unknown kind.
   virtual std::optional<ControlOptions> SelectedOptions() const = 0;
+  /// What kind of input is selected; none for an unknown one.
+  virtual std::optional<InputKind> SelectedKind() const = 0;
+  /// What says where an input is set that has nothing here.
+  struct Elsewhere {
+    QString Rows;  ///< The screen that has what it does.
+    QString Kind;  ///< Of an unknown kind, in a sentence; empty where another line says it.
+  };
+  virtual Elsewhere SetElsewhere() const = 0;
   /// The cell of the selected input and the row; null while no input is selected.
   virtual Int16* Cell(int row) const = 0;
   /// The preset of the selected input; null while no input is selected.
@@ -40,6 +48,7 @@ class ControlGridForm : public ChildForm {
   void FillPresets();
   /// No rows and no preset list.
   void HideControlledItems();
+  QWidget* FocusWithoutGrid(QWidget* selector) override;
 
   ControlTable Table;
   Int16 SelectedRow = 0;
@@ -52,9 +61,11 @@ class ControlGridForm : public ChildForm {
  private:
   void LimitToList(Int16& cell) const;
   void SetPresetVisible(bool visible);
+  void ShowElsewhere(const std::optional<ControlOptions>& options);
   void ShowRows(const QString& word, const NameArray& names, int count);
 
   Label* lblPreset = nullptr;
+  Label* lblNoActions = nullptr;  ///< Where an input without rows is set.
   ControlArray<Label> names;
   ControlArray<Label> lblControl;
 };

@@ -32,6 +32,7 @@ void FennlinkControlForm::Form_Load() {
   AddLabel(selectors, "lblFennlinkDevice", QStringLiteral("Device"));
   cboFennlinkDevice = Add<DeviceList>(selectors, "cboFennlinkDevice");
   cboFennlinkDevice->Click = [this] { cboFennlinkDevice_Click(); };
+  AddSelector(cboFennlinkDevice);
   selectors->addWidget(cboFennlinkDevice->ChooseHint());
   lblDeviceType = AddLabel(selectors, "lblDeviceType", {});
   selectors->addSpacing(16);
@@ -40,15 +41,9 @@ void FennlinkControlForm::Form_Load() {
   cboInput->setAccessibleName(QStringLiteral("Input"));
   cboInput->SetWidthInChars(16);
   cboInput->Click = [this] { cboInput_Click(); };
+  AddSelector(cboInput);
   lblInputType = AddLabel(selectors, "lblInputType", {});
   AddGrid(AddRow());
-  grid->SetSelector(cboInput);
-  lblNoActions = Add<Label>(nullptr, "lblNoActions");
-  lblNoActions->SetLook(Label::Look::Quiet);
-  lblNoActions->SetCaption(
-      QStringLiteral("This device does not offer the stored type of the input. Choose another in "
-                     "Configure Fennlink Devices."));
-  AddWidget(lblNoActions);
 }
 
 void FennlinkControlForm::Form_Activate() {
@@ -82,9 +77,7 @@ void FennlinkControlForm::ShowDevice() {
 void FennlinkControlForm::ShowInput() {
   ShowInputType();
   SetControlOptions();
-  const bool offersActions = SelectedOptions().has_value();
-  offersActions ? ShowControlledItems() : HideControlledItems();
-  lblNoActions->setVisible(!offersActions && FennlinkDevice(Device().DeviceType).InputCount > 0);
+  SelectedOptions() ? ShowControlledItems() : HideControlledItems();
   ShowControl();
 }
 
@@ -119,6 +112,19 @@ std::optional<ControlOptions> FennlinkControlForm::SelectedOptions() const {
   const FennlinkRecord& device = Device();
   return FennlinkControlOptions(device.DeviceType, device.DeviceInputType(cboInput->ListIndex()),
                                 Table);
+}
+
+std::optional<InputKind> FennlinkControlForm::SelectedKind() const {
+  const FennlinkRecord& device = Device();
+  return FennlinkInputKind(device.DeviceType, device.DeviceInputType(cboInput->ListIndex()));
+}
+
+ControlGridForm::Elsewhere FennlinkControlForm::SetElsewhere() const {
+  const bool hasInputs = FennlinkDevice(Device().DeviceType).InputCount > 0;
+  return {QStringLiteral("Fennlink Input To Relay Control"),
+          hasInputs ? QStringLiteral("This device does not offer the stored type of the input. "
+                                     "Choose another in Configure Fennlink Devices.")
+                    : QString()};
 }
 
 Int16* FennlinkControlForm::Cell(int row) const {

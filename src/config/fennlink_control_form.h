@@ -26,6 +26,8 @@ class FennlinkControlForm : public ControlGridForm {
   void ShowDevice();
   void ShowInput();
   std::optional<ControlOptions> SelectedOptions() const override;
+  std::optional<InputKind> SelectedKind() const override;
+  Elsewhere SetElsewhere() const override;
   Int16* Cell(int row) const override;
   Int16* SelectedPreset() const override;
 
@@ -36,5 +38,4 @@ class FennlinkControlForm : public ControlGridForm {
   Label* lblInput = nullptr;
   ComboBox* cboInput = nullptr;
   Label* lblInputType = nullptr;
-  Label* lblNoActions = nullptr;
 };

@@ -55,7 +55,8 @@ void frmT3ConfigureFennlinkDevices::Form_Load() {
   AddLabel(row, "lblFLinkDevice", QStringLiteral("Device"));
   cboFLinkDevice = Add<DeviceList>(row, "cboFLinkDevice");
   cboFLinkDevice->Click = [this] { cboFLinkDevice_Click(); };
-  row->addWidget(cboFLinkDevice->ChooseHint());
+  AddSelector(cboFLinkDevice);
+  row->addWidget(cboFLinkDevice->ChooseHint(false));
   row->addSpacing(16);
   lblFLinkType = AddLabel(row, "lblFLinkType", QStringLiteral("Type"));
   cboFLinkType = Add<ComboBox>(row, "cboFLinkType");

@@ -17,6 +17,7 @@ void frmT3FennlinkPilots::Form_Load() {
   AddLabel(row, "lblFennlinkDevice", QStringLiteral("Device"));
   cboFennlinkDevice = Add<DeviceList>(row, "cboFennlinkDevice");
   cboFennlinkDevice->Click = [this] { cboFennlinkDevice_Click(); };
+  AddSelector(cboFennlinkDevice);
   row->addWidget(cboFennlinkDevice->ChooseHint());
 
   grid = new RowGrid(DeviceInputCount, QStringLiteral("Input "));
@@ -25,12 +26,13 @@ void frmT3FennlinkPilots::Form_Load() {
                                                        .HeaderText = QStringLiteral("Source"),
                                                        .Act = CellAct::OpensList,
                                                        .Words = Items(FennlinkPilotSources)});
-  lblPilotNumber = grid->Add<Label>(
-      "lblPilotNumber",
-      {.Chars = 8, .HeaderText = QStringLiteral("Number"), .Act = CellAct::OpensList});
+  lblPilotNumber =
+      grid->Add<Label>("lblPilotNumber", {.Chars = 8,
+                                          .HeaderText = QStringLiteral("Number"),
+                                          .Act = CellAct::OpensList,
+                                          .Words = {QStringLiteral("On"), QStringLiteral("Off")}});
   lblPilotSource.OnEach(&Label::Click, this, &frmT3FennlinkPilots::lblPilotSource_Click);
   lblPilotNumber.OnEach(&Label::Click, this, &frmT3FennlinkPilots::lblPilotNumber_Click);
-  grid->SetSelector(cboFennlinkDevice);
   AddWidget(grid);
 
   auto* buttons = AddRow();
@@ -68,6 +70,7 @@ void frmT3FennlinkPilots::ShowPilotConfiguration() {
     const Int16 pilot = Pilot(input);
     const int source = PilotSource(pilot);
     lblPilotSource(input).SetCaption(cboNewSource->ValueText(source));
+    lblPilotNumber(input).SetAct(source == PilotStatic ? CellAct::Cycles : CellAct::OpensList);
     if (source == PilotStatic) {
       lblPilotNumber(input).SetCaption((pilot & 1) != 0 ? QStringLiteral(" On")
                                                         : QStringLiteral(" Off"));

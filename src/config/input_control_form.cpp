@@ -30,9 +30,9 @@ void InputControlForm::Form_Load() {
   auto* selectors = AddRow();
   cboInput = AddList(selectors, "cboInput", QStringLiteral("Input"));
   cboInput->Click = [this] { cboInput_Click(); };
+  AddSelector(cboInput);
   lblInputType = AddLabel(selectors, "lblInputType", {});
   AddGrid(selectors);
-  grid->SetSelector(cboInput);
 }
 
 void InputControlForm::Form_Activate() {
@@ -52,6 +52,15 @@ void InputControlForm::cboInput_Click() {
 
 std::optional<ControlOptions> InputControlForm::SelectedOptions() const {
   return LocalControlOptions(PanelRecord.InputType(cboInput->ListIndex()), Table);
+}
+
+std::optional<InputKind> InputControlForm::SelectedKind() const {
+  return LocalInputKind(PanelRecord.InputType(cboInput->ListIndex()));
+}
+
+ControlGridForm::Elsewhere InputControlForm::SetElsewhere() const {
+  return {QStringLiteral("Input To Relay Control"),
+          QStringLiteral("This input is of an unknown type. Choose another in Input Options.")};
 }
 
 Int16* InputControlForm::Cell(int row) const {

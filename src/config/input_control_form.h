@@ -15,6 +15,8 @@ class InputControlForm : public ControlGridForm {
 
  private:
   std::optional<ControlOptions> SelectedOptions() const override;
+  std::optional<InputKind> SelectedKind() const override;
+  Elsewhere SetElsewhere() const override;
   Int16* Cell(int row) const override;
   Int16* SelectedPreset() const override;
 

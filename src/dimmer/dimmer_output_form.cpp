@@ -78,6 +78,8 @@ void frmT3DimmerOutput::BuildSelectors(QBoxLayout* row) {
   cboDDev = AddDeviceList(row);
   cboDDev->Click = [this] { cboDDev_Click(); };
   cboDOut = AddOutputList(row);
+  AddSelector(cboDDev);
+  AddSelector(cboDOut);
   OnChange(cboDOut, &frmT3DimmerOutput::cboDOut_Click);
   chkEnabled = Add<CheckBox>(row, "chkEnabled", QStringLiteral("Device Enabled"));
   OnChange(chkEnabled, &frmT3DimmerOutput::chkEnabled_Click);

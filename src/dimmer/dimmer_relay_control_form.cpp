@@ -46,6 +46,8 @@ void frmT3DimmerRelayControl::Form_Load() {
   cboDDev = AddDeviceList(row);
   cboDDev->Click = [this] { cboDDev_Click(); };
   cboDOut = AddOutputList(row);
+  AddSelector(cboDDev);
+  AddSelector(cboDOut);
   cboDOut->Click = [this] { cboDOut_Click(); };
   cboOnLevel = AddTitledList(row, "cboOnLevel", "On Level", PercentItems("On Level"));
   cboOnLevel->Click = [this] { cboOnLevel_Click(); };
@@ -54,7 +56,6 @@ void frmT3DimmerRelayControl::Form_Load() {
 
   frmConfig = new RowGrid(ItemCount, QStringLiteral("Relay "));
   frmConfig->setObjectName(QStringLiteral("frmConfig"));
-  frmConfig->SetSelector(cboDOut);
   imgInclude = frmConfig->Add<IncludePicture>(
       "imgInclude", {.Chars = 1, .Act = CellAct::Toggles, .Words = {DarkWord, LitWord}});
   lblRelayName = frmConfig->AddNames("lblRelayName", 16);

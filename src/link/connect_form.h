@@ -24,6 +24,7 @@ class frmT3Connect : public ChildForm {
 
   void Form_Load() override;
   void Form_Activate() override;
+  QWidget* FirstFocus() override;
   void Form_Hide() override;
   void Form_Unload() override;
 
@@ -80,7 +81,6 @@ class frmT3Connect : public ChildForm {
   void CloseTransports();
   void ShowModemBanner(const QString& text, QRgb color);
   void ShowTrouble(const QString& text);
-  void FocusOnLine();
 
   void LeaveOnLine();
   void ReturnOnLine();

@@ -82,16 +82,13 @@ void frmT3Connect::ConnectWith(void (frmT3Connect::*open)()) {
   }
   UpdateStatusBar();
   cmdConnect->setEnabled(true);
-  Connected != 0 ? FocusOnLine() : cmdConnect->setFocus();
+  FirstFocus()->setFocus();
 }
 
-/// On to where the work goes on: the first of the functions that a panel offers.
-void frmT3Connect::FocusOnLine() {
-  for (Button* button : {cmdRefresh, cmdSetQZClock}) {
-    if (button->isHidden()) continue;
-    button->setFocus();
-    return;
-  }
+/// Connecting, or where the work goes on: the first of the functions that a panel offers.
+QWidget* frmT3Connect::FirstFocus() {
+  if (Connected == 0) return cmdConnect;
+  return cmdRefresh->isHidden() ? cmdSetQZClock : cmdRefresh;
 }
 
 void frmT3Connect::ConnectFailed(const QString& trouble) {

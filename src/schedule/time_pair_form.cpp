@@ -148,6 +148,18 @@ void TimePairForm::AddMonths() {
   optMonth.OnEach(&OptionButton::Click, this, &TimePairForm::optMonth_Click);
 }
 
+QWidget* TimePairForm::Selector() const {
+  return screen.ByMonth ? &optMonth(Month) : nullptr;
+}
+
+void TimePairForm::ChooseBeside(int step) {
+  const int month = Month + step;
+  if (month < 0 || month >= optMonth.Count()) return;
+  const bool focused = optMonth(Month).hasFocus();
+  optMonth(month).Select();
+  if (focused) optMonth(month).setFocus(Qt::OtherFocusReason);
+}
+
 void TimePairForm::Form_Activate() {
   ShowNames();
   ShowTimes();

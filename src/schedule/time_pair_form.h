@@ -21,6 +21,8 @@ class TimePairForm : public ChildForm {
   void cboNewTime_Click();
 
  private:
+  QWidget* Selector() const override;
+  void ChooseBeside(int step) override;
   void AddMonths();
   void ShowNames();
   Int16& Time(int column, int row) const;

@@ -41,13 +41,13 @@ TimerControlForm::TimerControlForm(const char* name)
 void TimerControlForm::Form_Load() {
   cboTimer = AddList(AddRow(), "cboTimer", QStringLiteral("Timer"));
   cboTimer->Click = [this] { cboTimer_Click(); };
+  AddSelector(cboTimer);
 
   grid = new RowGrid(ItemCount, screen.TargetWord);
   lblName = grid->AddNames(screen.NameLabel);
   lblControl = grid->Add<Label>(
       "lblControl", {.Chars = 8, .Act = CellAct::OpensList, .Words = Items(screen.Codes)});
   lblControl.OnEach(&Label::Click, this, &TimerControlForm::lblControl_Click);
-  grid->SetSelector(cboTimer);
   AddWidget(grid);
 
   cboControl = new InPlaceList(this, "cboControl", Items(screen.Codes));

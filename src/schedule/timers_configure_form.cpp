@@ -66,6 +66,7 @@ void frmT3TimersConfigure::Form_Load() {
   AddLabel(row, "lblTimer", QStringLiteral("Timer"));
   cboTimerNumber = AddTimerList(row, "cboTimerNumber", QStringLiteral("Timer"), {},
                                 &frmT3TimersConfigure::cboTimerNumber_Click);
+  AddSelector(cboTimerNumber);
   BuildTimeFrame();
   BuildDayFrame();
   lblTimerInWords = new Label;

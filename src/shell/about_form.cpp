@@ -66,6 +66,14 @@ void frmT3About::Form_Activate() {
   ShowKeptWork();
 }
 
+/// The first work that can be taken up; never a deletion, nor the link that leaves the program.
+QWidget* frmT3About::FirstFocus() {
+  for (std::size_t i = 0; i < work_.size(); ++i) {
+    if (!work_[i].Damaged) return &lblTakeUp(static_cast<int>(i));
+  }
+  return findChild<QWidget*>(QStringLiteral("lblGuide"));
+}
+
 /// What programs that ended could not save, a row for each.
 void frmT3About::ShowKeptWork() {
   lblTakenUp->setVisible(false);

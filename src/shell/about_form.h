@@ -11,6 +11,7 @@ class frmT3About : public ChildForm {
   frmT3About();
   void Form_Load() override;
   void Form_Activate() override;
+  QWidget* FirstFocus() override;
 
   void lblWebPageInfo_Click();
   void lblTakeUp_Click(int index);

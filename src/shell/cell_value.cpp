@@ -1,5 +1,7 @@
 #include "shell/cell_value.h"
 
+#include <QHash>
+#include <QRegularExpression>
 #include <algorithm>
 
 #include "shell/in_place_list.h"
@@ -10,25 +12,60 @@ bool IsSame(const QString& one, const QString& other) {
   return one.simplified().compare(other.simplified(), Qt::CaseInsensitive) == 0;
 }
 
-/// The item that is the value, or that stands for nothing as the value does.
-int ItemOf(const QStringList& items, const QString& value) {
-  const auto find = [&](auto matches) {
-    const auto found = std::find_if(items.begin(), items.end(), matches);
-    return found == items.end() ? -1 : static_cast<int>(found - items.begin());
-  };
-  const int same = find([&](const QString& item) { return IsSame(item, value); });
-  return same >= 0 || value.isEmpty() || !MeansNothing(value) ? same : find(MeansNothing);
+/// Minutes since midnight of a time as people and spreadsheets write it.
+std::optional<int> MinutesOf(const QString& text) {
+  static const QRegularExpression time(
+      QStringLiteral("^(\\d{1,2})(?::(\\d\\d)(?::00)?)?\\s*(?:([ap])\\.?\\s?(m)?\\.?)?$"),
+      QRegularExpression::CaseInsensitiveOption);
+  const auto match = time.match(text.simplified());
+  if (!match.hasMatch()) return std::nullopt;
+  const bool halfDays = match.hasCaptured(3);
+  if (!match.hasCaptured(2) && !match.hasCaptured(4)) return std::nullopt;
+  int hour = match.captured(1).toInt();
+  const int minute = match.captured(2).toInt();
+  if (minute > 59 || (halfDays ? hour < 1 || hour > 12 : hour > 23)) return std::nullopt;
+  if (halfDays) hour = hour % 12 + (match.captured(3).toLower() == u'p' ? 12 : 0);
+  return hour * 60 + minute;
 }
 
-/// The place of a value in the list that a click on the cell opens, and the list, still open; null
-/// where it has opened none.
-std::pair<InPlaceList*, int> OpenListAt(Label& cell, const QString& value) {
+/// Letters that do not come apart into a plain one and its marks.
+QString PlainLetters(const QString& text) {
+  static const QHash<QChar, QString> plainOf = {
+      {u'\u00DF', "SS"}, {u'\u1E9E', "SS"}, {u'\u00C6', "AE"}, {u'\u00E6', "AE"}, {u'\u00D8', "O"},
+      {u'\u00F8', "O"},  {u'\u0152', "OE"}, {u'\u0153', "OE"}, {u'\u0141', "L"},  {u'\u0142', "L"},
+      {u'\u0110', "D"},  {u'\u0111', "D"},  {u'\u00D0', "D"},  {u'\u00F0', "D"},  {u'\u00DE', "TH"},
+      {u'\u00FE', "TH"}, {u'\u0131', "I"},  {u'\u2013', "-"},  {u'\u2014', "-"}};
+  QString plain;
+  for (const QChar c : text.normalized(QString::NormalizationForm_KD)) {
+    if (!c.isMark()) plain += plainOf.value(c, c);
+  }
+  return plain;
+}
+
+/// Types a value through the key filter, up to its first line end, and returns what did not arrive.
+QString TypeValue(TextBox& box, const QString& value) {
+  const qsizetype end = value.indexOf(u'\n');
+  const QString typed = box.KeyPress ? PlainLetters(value.left(end)) : value.left(end);
+  box.TypeOver(typed);
+  QString left;
+  qsizetype arrived = 0;
+  for (const QChar c : typed) {
+    if (arrived < box.Text().size() && box.Text()[arrived].toUpper() == c.toUpper()) {
+      ++arrived;
+    } else {
+      left += c;
+    }
+  }
+  return end < 0 ? left : left + value.sliced(end + 1);
+}
+
+/// The list that a click on the cell opens; null where it has opened none.
+InPlaceList* OpenListOver(Label& cell) {
   cell.Press();
   for (InPlaceList* list : cell.window()->findChildren<InPlaceList*>()) {
-    if (!list->IsOver(cell)) continue;
-    return {list, ItemOf(list->Items(), value)};
+    if (list->IsOver(cell)) return list;
   }
-  return {nullptr, -1};
+  return nullptr;
 }
 
 QStringList ItemsOf(const ComboBox& list) {
@@ -52,33 +89,53 @@ std::optional<QString> CellValue(const QWidget& cell) {
   return std::nullopt;
 }
 
-bool CellTakes(QWidget& cell, const QString& value, const QStringList& words) {
-  if (auto* list = qobject_cast<ComboBox*>(&cell)) return ItemOf(ItemsOf(*list), value) >= 0;
+std::optional<QStringList> CellChoices(QWidget& cell, const QStringList& words) {
+  if (auto* list = qobject_cast<ComboBox*>(&cell)) return ItemsOf(*list);
   auto* label = qobject_cast<Label*>(&cell);
-  if (!label) return true;
-  if (label->Act() != CellAct::OpensList) {
-    return std::any_of(words.begin(), words.end(),
-                       [&](const QString& word) { return IsSame(word, value); });
-  }
-  const auto [list, item] = OpenListAt(*label, value);
-  if (list) list->Close();
-  return item >= 0;
+  if (!label) return std::nullopt;
+  if (label->Act() != CellAct::OpensList) return words;
+  InPlaceList* list = OpenListOver(*label);
+  if (!list) return QStringList();
+  list->Close();
+  return list->Items();
 }
 
-void PutCellValue(QWidget& cell, const QString& value, const QStringList& words) {
-  if (auto* box = qobject_cast<TextBox*>(&cell)) {
-    box->TypeOver(value);
-  } else if (auto* list = qobject_cast<ComboBox*>(&cell)) {
-    const int item = ItemOf(ItemsOf(*list), value);
-    list->setCurrentIndex(item);
-    Q_EMIT list->activated(item);
+int ChoiceOf(const QStringList& choices, const QString& value) {
+  const auto find = [&](auto matches) {
+    const auto found = std::find_if(choices.begin(), choices.end(), matches);
+    return found == choices.end() ? -1 : static_cast<int>(found - choices.begin());
+  };
+  const int same = find([&](const QString& choice) { return IsSame(choice, value); });
+  if (same >= 0 || value.isEmpty()) return same;
+  if (MeansNothing(value)) return find(MeansNothing);
+  const auto minutes = MinutesOf(value);
+  return minutes ? find([&](const QString& choice) { return MinutesOf(choice) == minutes; }) : -1;
+}
+
+QString InShort(QStringList choices) {
+  constexpr qsizetype most = 6;
+  constexpr qsizetype first = 3;
+  for (QString& choice : choices) choice = choice.simplified();
+  choices.removeAll(QString());
+  choices.removeDuplicates();
+  if (choices.size() > most) {
+    choices = choices.first(first) + QStringList{QStringLiteral("..."), choices.last()};
+  }
+  return choices.join(QStringLiteral(", "));
+}
+
+QString PutCellValue(QWidget& cell, const QString& value, const QStringList& words) {
+  if (auto* box = qobject_cast<TextBox*>(&cell)) return TypeValue(*box, value);
+  if (auto* list = qobject_cast<ComboBox*>(&cell)) {
+    list->Choose(ChoiceOf(ItemsOf(*list), value));
   } else if (auto* label = qobject_cast<Label*>(&cell); label->Act() == CellAct::OpensList) {
-    const auto [open, item] = OpenListAt(*label, value);
-    if (open) open->Choose(item);
+    InPlaceList* open = OpenListOver(*label);
+    if (open) open->Choose(ChoiceOf(open->Items(), value));
   } else {
     // A code that no word stands for becomes one with the first click.
     for (int click = 0; click <= words.size() && !IsSame(label->Value(), value); ++click) {
       label->Press();
     }
   }
+  return {};
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 #include <optional>
 
 class QWidget;
@@ -10,10 +10,19 @@ class QWidget;
 /// Nothing for a control that holds no value, such as a button or a caption.
 std::optional<QString> CellValue(const QWidget& cell);
 
-/// Whether a user could give the cell that value; looking changes nothing. `words` is all that a
-/// cell which toggles or cycles can show.
-bool CellTakes(QWidget& cell, const QString& value, const QStringList& words);
+/// All that a user could choose for the cell, in their order; nothing for a text, which takes what
+/// is typed. Looking changes nothing. `words` is all that a cell which toggles or cycles can show.
+std::optional<QStringList> CellChoices(QWidget& cell, const QStringList& words);
 
-/// Gives the cell a value that it takes, by what a user's clicks or keys run. A name loses the
-/// characters that cannot be typed into it.
-void PutCellValue(QWidget& cell, const QString& value, const QStringList& words);
+/// The place of a value among choices; -1 where it is none. Letter case and blanks do not count, a
+/// word for nothing stands for another, and times are taken as people write them: "7:00 AM",
+/// "07:00".
+int ChoiceOf(const QStringList& choices, const QString& value);
+
+/// Choices in one line: all of them, or the first and the last.
+QString InShort(QStringList choices);
+
+/// Gives the cell a value that it takes, by what a user's clicks or keys run. In a text that
+/// filters its keys a letter that is lacking is typed as its plain letter; returns what is left out
+/// all the same.
+QString PutCellValue(QWidget& cell, const QString& value, const QStringList& words);

@@ -1,9 +1,11 @@
 #include "shell/child_form.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QMouseEvent>
 
 #include "shell/in_place_list.h"
+#include "shell/row_grid.h"
 
 ChildForm::ChildForm(const QString& name, const QString& caption) : caption_(caption) {
   setObjectName(name);
@@ -17,6 +19,9 @@ ChildForm::ChildForm(const QString& name, const QString& caption) : caption_(cap
 
 void ChildForm::CloseLists() {
   for (auto* list : findChildren<InPlaceList*>()) list->Close();
+  if (QWidget* popup = QApplication::activePopupWidget()) {
+    if (auto* list = qobject_cast<ComboBox*>(popup->parentWidget())) list->hidePopup();
+  }
 }
 
 QHBoxLayout* ChildForm::AddRow() {
@@ -72,4 +77,46 @@ ComboBox* ChildForm::AddList(QBoxLayout* layout, const char* name, const QString
 
 void ChildForm::mousePressEvent(QMouseEvent*) {
   RunHandler([this] { Form_Click(); });
+}
+
+QWidget* StopAt(QWidget* control) {
+  if (auto* option = qobject_cast<OptionButton*>(control)) return option->Chosen();
+  if (auto* grid = qobject_cast<RowGrid*>(control->parentWidget())) return grid->Stop();
+  return control;
+}
+
+QWidget* ChildForm::FirstFocus() {
+  for (QWidget* child = nextInFocusChain(); child && child != this;
+       child = child->nextInFocusChain()) {
+    if (isAncestorOf(child) && child->focusPolicy() & Qt::TabFocus && child->isEnabled() &&
+        child->isVisibleTo(this)) {
+      return StopAt(child);
+    }
+  }
+  return nullptr;
+}
+
+void ChildForm::StepItem(int step) {
+  if (!Selector()) return;
+  CloseLists();
+  const QPointer<QWidget> focus = window()->focusWidget();
+  ChooseBeside(step);
+  if (focus && focus->isVisible()) return;
+  for (auto* grid : findChildren<RowGrid*>()) {
+    if (grid->isVisible() && grid->FocusCell()) return;
+  }
+  if (QWidget* selector = Selector()) FocusWithoutGrid(selector)->setFocus(Qt::OtherFocusReason);
+}
+
+QWidget* ChildForm::Selector() const {
+  const auto found = std::find_if(selectors_.rbegin(), selectors_.rend(), [](ComboBox* list) {
+    return list->isVisible() && list->isEnabled();
+  });
+  return found == selectors_.rend() ? nullptr : *found;
+}
+
+void ChildForm::ChooseBeside(int step) {
+  auto* selector = static_cast<ComboBox*>(ChildForm::Selector());
+  const int item = selector->ListIndex() + step;
+  if (item >= 0 && item < selector->count()) selector->Choose(item);
 }

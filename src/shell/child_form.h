@@ -36,6 +36,12 @@ class ChildForm : public QWidget {
   /// Runs instead of Form_Unload on a screen that stays loaded when it leaves the front.
   virtual void Form_Hide() {}
   virtual bool StaysLoaded() const { return false; }
+  /// The control that has the focus when the screen comes to the front, by which a key pressed too
+  /// often changes nothing: the first in the order of Tab, of a group the chosen option, of a grid
+  /// the first value. Null where none takes it.
+  virtual QWidget* FirstFocus();
+  /// Chooses the item before (-1) or after (1) the one on show, in the innermost selector on show.
+  void StepItem(int step);
 
  protected:
   /// Closes whatever list is open over a cell.
@@ -64,9 +70,23 @@ class ChildForm : public QWidget {
   ComboBox* AddList(QBoxLayout* layout, const char* name, const QString& caption,
                     int captionChars = 0);
 
+  /// A list that chooses the item on show. Of several, the later are within the earlier.
+  void AddSelector(ComboBox* list) { selectors_.push_back(list); }
+  /// The innermost selector on show; null where there is none.
+  virtual QWidget* Selector() const;
+  /// Chooses the item before or after the one on show as a user does, if there is one.
+  virtual void ChooseBeside(int step);
+  /// Where the focus goes when the item chosen has no grid.
+  virtual QWidget* FocusWithoutGrid(QWidget* selector) { return selector; }
+
   void mousePressEvent(QMouseEvent* event) override;
 
  private:
   QVBoxLayout* body_;
   QString caption_;
+  std::vector<ComboBox*> selectors_;
 };
+
+/// The control itself, or where it stands for several the one at which Tab stops: the chosen option
+/// of its group, the first value of its grid.
+QWidget* StopAt(QWidget* control);

@@ -50,8 +50,7 @@ void ComboBox::keyPressEvent(QKeyEvent* event) {
   view()->keyboardSearch(event->text());
   const int found = view()->currentIndex().row();
   if (found < 0 || found == currentIndex()) return;
-  setCurrentIndex(found);
-  Q_EMIT activated(found);
+  Choose(found);
 }
 
 void ComboBox::showPopup() {
@@ -70,8 +69,7 @@ bool ComboBox::eventFilter(QObject* watched, QEvent* event) {
   } else if (view()->currentIndex().isValid()) {
     const int chosen = view()->currentIndex().row();
     hidePopup();
-    setCurrentIndex(chosen);
-    Q_EMIT activated(chosen);
+    Choose(chosen);
   }
   return true;
 }
@@ -83,6 +81,11 @@ void ComboBox::SetListIndex(int index) {
     setCurrentIndex(index);
     if (Click) Click();
   }
+}
+
+void ComboBox::Choose(int index) {
+  setCurrentIndex(index);
+  Q_EMIT activated(index);
 }
 
 void ComboBox::SetItems(const QStringList& items) {
@@ -134,6 +137,23 @@ void OptionButton::Select() {
 void OptionButton::ShowValue(bool value) {
   const QSignalBlocker silent(this);
   setChecked(value);
+}
+
+OptionButton* OptionButton::Chosen() {
+  if (!parentWidget()) return this;
+  for (auto* option :
+       parentWidget()->findChildren<OptionButton*>(QString(), Qt::FindDirectChildrenOnly)) {
+    if (option->isChecked() && option->isEnabled() && !option->isHidden()) return option;
+  }
+  return this;
+}
+
+/// Tab goes to the chosen one, or Space would choose another.
+void OptionButton::focusInEvent(QFocusEvent* event) {
+  QRadioButton::focusInEvent(event);
+  const bool tabbed =
+      event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+  if (tabbed && Chosen() != this) Chosen()->setFocus(Qt::OtherFocusReason);
 }
 
 CheckBox::CheckBox(const QString& text, QWidget* parent) : QCheckBox(text, parent) {

@@ -44,6 +44,8 @@ class ComboBox : public QComboBox {
 
   int ListIndex() const { return currentIndex(); }
   void SetListIndex(int index);
+  /// Chooses an item as a user does.
+  void Choose(int index);
   /// The text of an item, empty outside the list.
   QString List(int index) const { return itemText(index); }
   /// Replaces all items and leaves no selection; runs nothing.
@@ -71,10 +73,15 @@ class OptionButton : public QRadioButton {
   bool Value() const { return isChecked(); }
   /// Selects this option of its group.
   void Select();
+  /// The option of its group that is chosen, or this while there is none that takes the focus.
+  OptionButton* Chosen();
   /// Shows a value without running the handler.
   void ShowValue(bool value);
 
   std::function<void()> Click;
+
+ protected:
+  void focusInEvent(QFocusEvent* event) override;
 };
 
 class CheckBox : public QCheckBox {

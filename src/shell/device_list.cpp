@@ -55,10 +55,22 @@ DeviceList::DeviceList(QWidget* parent) : ComboBox(parent) {
   hint_ = new Label;
   hint_->setObjectName(QStringLiteral("lblChooseDevice"));
   hint_->SetLook(Label::Look::Quiet);
-  hint_->SetCaption(QStringLiteral("Choose a device to see what it has."));
   hint_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-  connect(this, &QComboBox::currentIndexChanged, hint_,
-          [hint = hint_](int index) { hint->setVisible(index <= 0); });
+  connect(this, &QComboBox::currentIndexChanged, hint_, [this] { ShowHint(); });
+}
+
+QWidget* DeviceList::ChooseHint(bool typeElsewhere) {
+  typeElsewhere_ = typeElsewhere;
+  return hint_;
+}
+
+void DeviceList::ShowHint() {
+  const int device = ListIndex();
+  const bool typeless = device > 0 && typeElsewhere_ && ConfiguredType(device).isEmpty();
+  hint_->SetCaption(
+      typeless ? QStringLiteral("It has no type yet: choose one in Configure Fennlink Devices.")
+               : QStringLiteral("Choose a device to see what it has."));
+  hint_->setVisible(device <= 0 || typeless);
 }
 
 void DeviceList::Fill() {

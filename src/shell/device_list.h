@@ -26,11 +26,15 @@ class DeviceList : public ComboBox {
 
   /// Replaces the items by the present names and leaves no selection; runs nothing.
   void Fill();
-  /// A quiet line that says what to do while no device is chosen, to stand behind the list.
-  QWidget* ChooseHint() const { return hint_; }
+  /// A quiet line, to stand behind the list, that says what to do while no device is chosen and, on
+  /// a screen that does not choose it, where a device without a type gets one.
+  QWidget* ChooseHint(bool typeElsewhere = true);
 
   void showPopup() override;
 
  private:
+  void ShowHint();
+
+  bool typeElsewhere_ = false;
   Label* hint_;
 };

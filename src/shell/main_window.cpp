@@ -51,6 +51,9 @@ void UpdateStatusBar() {
 void TellNews(const QString& news) {
   if (mainWindow) mainWindow->TellNews(news);
 }
+void TellRefusal(const QString& refusal) {
+  if (mainWindow) mainWindow->TellNews(refusal, true);
+}
 
 void SetLinkStatus(const QString& text) {
   if (mainWindow) mainWindow->SetLinkStatus(text);
@@ -168,14 +171,7 @@ ChildForm* frmT3MasterMDI::ShowForm(const std::string& name) {
 void frmT3MasterMDI::BringToFront(const LoadedScreen& screen) {
   news_.clear();
   pages_->setCurrentWidget(screen.Page);
-  for (QWidget* child = screen.Form->nextInFocusChain(); child && child != screen.Form;
-       child = child->nextInFocusChain()) {
-    if (screen.Form->isAncestorOf(child) && child->focusPolicy() & Qt::TabFocus &&
-        child->isEnabled() && child->isVisibleTo(screen.Form)) {
-      child->setFocus(Qt::OtherFocusReason);
-      break;
-    }
-  }
+  if (QWidget* first = screen.Form->FirstFocus()) first->setFocus(Qt::OtherFocusReason);
 }
 
 /// From the screen's grid to its other controls and back.
@@ -196,7 +192,7 @@ void frmT3MasterMDI::GoToOtherPart() {
         !control->isEnabled() || inGrid(control)) {
       continue;
     }
-    control->setFocus(Qt::OtherFocusReason);
+    StopAt(control)->setFocus(Qt::OtherFocusReason);
     return;
   }
 }
@@ -262,7 +258,7 @@ void frmT3MasterMDI::UpdateStatusBar() {
 /// The mark of unsaved changes, or for some seconds what has just been done.
 void frmT3MasterMDI::ShowMarks() {
   constexpr qint64 momentMs = 4000;
-  const bool news = !news_.isEmpty() && newsShown_.ElapsedMs() < momentMs;
+  const bool news = !news_.isEmpty() && (newsStays_ || newsShown_.ElapsedMs() < momentMs);
   if (!news) news_.clear();
   const QString trouble = QString::fromStdString(recovery_.Trouble());
   lblMark_->SetCaption(news                 ? news_
@@ -272,8 +268,9 @@ void frmT3MasterMDI::ShowMarks() {
   lblMark_->setToolTip(trouble);
 }
 
-void frmT3MasterMDI::TellNews(const QString& news) {
+void frmT3MasterMDI::TellNews(const QString& news, bool stays) {
   news_ = news;
+  newsStays_ = stays;
   newsShown_.Restart();
   ShowMarks();
 }
@@ -313,15 +310,33 @@ void frmT3MasterMDI::MDIForm_Resize() {
   }
 }
 
-/// F1 is the guide's wherever the focus is, in dialogs and open lists too.
+/// The keys that mean the same wherever the focus is. F1 is the guide's, in dialogs and open lists
+/// too; Ctrl+Page Up and Down are the screen's.
 bool frmT3MasterMDI::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() != QEvent::KeyPress || ending_ ||
-      !static_cast<QKeyEvent*>(event)->matches(QKeySequence::HelpContents)) {
-    return QMainWindow::eventFilter(watched, event);
+  const bool pressed = event->type() == QEvent::KeyPress;
+  if ((pressed || event->type() == QEvent::MouseButtonPress) && newsStays_) TellNews({});
+  if (!pressed || ending_) return QMainWindow::eventFilter(watched, event);
+  const auto& key = *static_cast<QKeyEvent*>(event);
+  const bool pageUp = key.key() == Qt::Key_PageUp;
+  if ((pageUp || key.key() == Qt::Key_PageDown) &&
+      (key.modifiers() & ~Qt::KeypadModifier) == Qt::ControlModifier) {
+    return StepItem(watched, pageUp ? -1 : 1);
   }
+  if (!key.matches(QKeySequence::HelpContents)) return QMainWindow::eventFilter(watched, event);
   const QWidget* dialog = QApplication::activeModalWidget();
   const bool isScreen = dialog && FindScreen(dialog->objectName().toStdString());
   ShowGuide(GuidePage(isScreen ? dialog->objectName() : QString::fromStdString(front_)));
+  return true;
+}
+
+/// Whether the key was a screen's, which has no other use for it.
+bool frmT3MasterMDI::StepItem(const QObject* pressedOn, int step) {
+  const auto* widget = qobject_cast<const QWidget*>(pressedOn);
+  if (!widget) return false;
+  const QWidget* over = widget->window();
+  if (auto* list = qobject_cast<ComboBox*>(over->parentWidget())) over = list->window();
+  if (over != this) return FindScreen(over->objectName().toStdString()) != nullptr;
+  if (ChildForm* form = LoadedForm(front_)) RunHandler([&] { form->StepItem(step); });
   return true;
 }
 

@@ -55,7 +55,8 @@ class frmT3MasterMDI : public QMainWindow {
   void UnloadAllForms();
   void UpdateStatusBar();
   void SetLinkStatus(const QString& text);
-  void TellNews(const QString& news);
+  /// For a moment, or until the next key or press.
+  void TellNews(const QString& news, bool stays = false);
   void SetMainMenusEnabled(bool enabled);
   bool Ending() const { return ending_; }
 
@@ -79,6 +80,7 @@ class frmT3MasterMDI : public QMainWindow {
   void Unload(const std::string& name);
   void BringToFront(const LoadedScreen& screen);
   void GoToOtherPart();
+  bool StepItem(const QObject* pressedOn, int step);
   bool DiscardChanges() const;
   void ReplaceProject(const std::function<void()>& replace);
   bool WriteProject();
@@ -101,6 +103,7 @@ class frmT3MasterMDI : public QMainWindow {
   QToolButton* cmdClose_ = nullptr;
   Label* lblMark_ = nullptr;  ///< Unsaved changes, or what has just been done.
   QString news_;
+  bool newsStays_ = false;
   Stopwatch newsShown_;
   Timer* tmrMarks_ = nullptr;
   Label* statusFile_ = nullptr;

@@ -143,7 +143,8 @@ void RowGrid::Describe(int row) {
   if (nameColumn_ >= 0 && nameColumn_ < static_cast<int>(controls.size())) {
     const QString name =
         static_cast<Label*>(controls[static_cast<std::size_t>(nameColumn_)])->Caption().trimmed();
-    if (!name.isEmpty() && name != title) item = name + QStringLiteral(", ") + title;
+    if (!name.isEmpty() && name.compare(title, Qt::CaseInsensitive) != 0)
+      item = name + QStringLiteral(", ") + title;
   }
   for (std::size_t i = 0; i < controls.size(); ++i) {
     QWidget* control = controls[i];
@@ -244,16 +245,24 @@ void RowGrid::WalkTo(Cell from, int to) {
   }
 }
 
-bool RowGrid::FocusCell() {
-  for (int row = 0; !current_ || !Walkable(*current_); ++row) {
-    if (row >= rows_) return false;
-    const int columns = static_cast<int>(controls_[static_cast<std::size_t>(row)].size());
-    for (int column = 0; column < columns && !(current_ && Walkable(*current_)); ++column) {
-      current_ = Cell{row, column};
+QWidget* RowGrid::Stop() const {
+  if (current_ && Walkable(*current_)) return At(*current_);
+  QWidget* name = nullptr;
+  for (Cell cell{0, 0}; cell.Row < rows_; ++cell.Row) {
+    const int columns = static_cast<int>(controls_[static_cast<std::size_t>(cell.Row)].size());
+    for (cell.Column = 0; cell.Column < columns; ++cell.Column) {
+      if (!Walkable(cell)) continue;
+      if (cell.Column != nameColumn_) return At(cell);
+      if (!name) name = At(cell);
     }
   }
-  At(*current_)->setFocus(Qt::OtherFocusReason);
-  return true;
+  return name;
+}
+
+bool RowGrid::FocusCell() {
+  QWidget* stop = Stop();
+  if (stop) stop->setFocus(Qt::OtherFocusReason);
+  return stop != nullptr;
 }
 
 bool RowGrid::FocusRow(int row) {
@@ -356,8 +365,8 @@ bool RowGrid::eventFilter(QObject* watched, QEvent* event) {
 /// Tab comes back to the cell that it left.
 void RowGrid::KeepFocusCell(Cell cell, Qt::FocusReason reason) {
   const bool tabbed = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
-  if (tabbed && !tabsByRows_ && current_ && Walkable(*current_) && At(*current_) != At(cell)) {
-    QWidget* wanted = At(*current_);
+  QWidget* wanted = Stop();
+  if (tabbed && !tabsByRows_ && wanted != At(cell)) {
     QMetaObject::invokeMethod(
         wanted, [wanted] { wanted->setFocus(Qt::OtherFocusReason); }, Qt::QueuedConnection);
   } else {

@@ -48,11 +48,11 @@ class RowGrid : public QWidget {
   /// when all columns are there.
   void TabByRows();
 
-  /// Gives the focus to the cell that had it last, or to the first; false where there is none.
+  /// Where Tab stops: the cell that had the focus last, or the first that is no name, or the first;
+  /// null where there is none.
+  QWidget* Stop() const;
+  /// Gives the focus to where Tab stops; false where there is none.
   bool FocusCell();
-
-  /// The list that chooses what the rows are of: Ctrl+Page Up and Down step it from any cell.
-  void SetSelector(ComboBox* selector) { selector_ = selector; }
 
   /// Gives the focus to the first cell of a row that takes it; false where there is none.
   bool FocusRow(int row);
@@ -100,10 +100,15 @@ class RowGrid : public QWidget {
   void ShowCellMenu(Cell cell, const QPoint& at);
   void ExtendTo(Cell cell);
   void ForgetSelection();
-  void StepSelector(int step);
+  /// The cell in hand; on a name the first value of its row.
+  std::optional<Cell> InHand() const;
   /// The selected cells from the top, at least the one in hand.
   std::vector<QWidget*> Selected() const;
-  void PutValues(const std::vector<QWidget*>& cells, const QStringList& values);
+  using Puts = std::vector<std::pair<QWidget*, QString>>;
+  void PutValues(const Puts& puts);
+  /// What keeps a value from its cell; empty where nothing does.
+  QString Refusal(QWidget& cell, const QString& value) const;
+  const QStringList& WordsOf(const QWidget& cell) const;
 
   void MakeVeil();
   void BeginColumn(const Options& options);
@@ -122,7 +127,6 @@ class RowGrid : public QWidget {
   std::optional<std::pair<Cell, Cell>> selection_;  ///< From where to where, in one column.
   std::optional<Cell> pressed_;                     ///< Where a drag may begin.
   bool dragging_ = false;
-  ComboBox* selector_ = nullptr;
   QWidget* veil_ = nullptr;  ///< Tints the selected cells.
   QGridLayout* grid_;
   std::vector<QString> titles_;

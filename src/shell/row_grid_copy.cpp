@@ -42,10 +42,20 @@ void RowGrid::resizeEvent(QResizeEvent* event) {
   veil_->setGeometry(rect());
 }
 
+std::optional<RowGrid::Cell> RowGrid::InHand() const {
+  if (!current_ || CellValue(*At(*current_))) return current_;
+  const int columns = static_cast<int>(controls_[static_cast<std::size_t>(current_->Row)].size());
+  for (Cell cell = *current_; cell.Column < columns; ++cell.Column) {
+    if (Walkable(cell) && CellValue(*At(cell))) return cell;
+  }
+  return std::nullopt;
+}
+
 std::vector<QWidget*> RowGrid::Selected() const {
   std::vector<QWidget*> cells;
-  if (!current_) return cells;
-  const auto& [from, to] = selection_.value_or(std::pair(*current_, *current_));
+  const auto inHand = InHand();
+  if (!inHand) return cells;
+  const auto& [from, to] = selection_.value_or(std::pair(*inHand, *inHand));
   const auto [first, last] = std::minmax(from.Row, to.Row);
   for (Cell cell{first, from.Column}; cell.Row <= last; ++cell.Row) {
     if (Walkable(cell)) cells.push_back(At(cell));
@@ -60,7 +70,7 @@ void RowGrid::ForgetSelection() {
 
 void RowGrid::ExtendTo(Cell cell) {
   if (!Walkable(cell)) return;
-  selection_ = {selection_ ? selection_->first : *current_, cell};
+  selection_ = {selection_ ? selection_->first : *InHand(), cell};
   At(cell)->setFocus(Qt::OtherFocusReason);
   veil_->raise();
   veil_->update();
@@ -68,8 +78,9 @@ void RowGrid::ExtendTo(Cell cell) {
 }
 
 void RowGrid::SelectColumn() {
-  if (!current_) return;
-  const int column = current_->Column;
+  const auto inHand = InHand();
+  if (!inHand) return;
+  const int column = inHand->Column;
   std::optional<Cell> first;
   std::optional<Cell> last;
   for (Cell cell{0, column}; cell.Row < rows_; ++cell.Row) {
@@ -92,86 +103,176 @@ void RowGrid::CopyCells() {
 
 namespace {
 
-/// The lines of the clipboard without the end that spreadsheets add; of several columns the first.
-QStringList ClipboardValues() {
+/// Ends a value in the clipboard's text.
+bool EndsValue(QChar c) {
+  return c == u'\t' || c == u'\n';
+}
+
+/// A value of a spreadsheet from its place on, which moves behind it. Spreadsheets put one that
+/// holds a line end, a tab or a quote into quotes.
+QString TakeValue(const QString& text, qsizetype& at) {
+  const qsizetype start = at;
+  if (at < text.size() && text[at] == u'"') {
+    qsizetype quote = text.indexOf(u'"', at + 1);
+    while (quote >= 0 && quote + 1 < text.size() && text[quote + 1] == u'"') {
+      quote = text.indexOf(u'"', quote + 2);
+    }
+    if (quote >= 0 && (quote + 1 == text.size() || EndsValue(text[quote + 1]))) {
+      QString inside = text.sliced(start + 1, quote - start - 1);
+      if (std::any_of(inside.begin(), inside.end(),
+                      [](QChar c) { return EndsValue(c) || c == u'"'; })) {
+        at = quote + 1;
+        return inside.replace(QStringLiteral("\"\""), QStringLiteral("\"")).trimmed();
+      }
+    }
+  }
+  while (at < text.size() && !EndsValue(text[at])) ++at;
+  return text.sliced(start, at - start).trimmed();
+}
+
+/// The rows of the clipboard, each by its columns, without the end that spreadsheets add.
+std::vector<QStringList> ClipboardRows() {
   QString text = QApplication::clipboard()->text();
   text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+  text.replace(u'\r', u'\n');
   if (text.endsWith(u'\n')) text.chop(1);
-  QStringList values = text.split(u'\n');
-  for (QString& value : values) value = value.section(u'\t', 0, 0).trimmed();
-  return values;
+  std::vector<QStringList> rows(1);
+  for (qsizetype at = 0; at <= text.size(); ++at) {
+    rows.back() << TakeValue(text, at);
+    if (at < text.size() && text[at] == u'\n') rows.emplace_back();
+  }
+  return rows;
+}
+
+bool IsOneValue(const std::vector<QStringList>& rows) {
+  return rows.size() == 1 && rows[0].size() == 1;
+}
+
+QString InCell(const QString& value, const QWidget& cell) {
+  return QStringLiteral("\"%1\" in %2").arg(value, cell.accessibleName());
+}
+
+QString Refused(const QString& why) {
+  return QStringLiteral("Nothing was pasted: ") + why;
 }
 
 }  // namespace
 
+/// One row goes to all selected rows, several go down from the first; their columns go to the
+/// right.
 void RowGrid::PasteCells() {
-  const QStringList values = ClipboardValues();
-  std::vector<QWidget*> cells = Selected();
-  if (cells.empty()) return;
-  if (values.size() == 1) {
-    PutValues(cells, QStringList(static_cast<qsizetype>(cells.size()), values[0]));
+  std::vector<QStringList> rows = ClipboardRows();
+  const std::vector<QWidget*> selected = Selected();
+  if (selected.empty()) return;
+  Cell cell = *CellOf(selected[0]);
+  std::vector<int> columns;
+  for (Cell to = cell; to.Column < static_cast<int>(words_.size()); ++to.Column) {
+    if (CellValue(*At(to))) columns.push_back(to.Column);
+  }
+  std::vector<int> targets;
+  if (rows.size() == 1) {
+    rows.resize(selected.size(), rows[0]);
+    for (const QWidget* control : selected) targets.push_back(CellOf(control)->Row);
+  } else {
+    for (; cell.Row < rows_; ++cell.Row) {
+      if (Walkable(cell)) targets.push_back(cell.Row);
+    }
+  }
+  if (targets.size() < rows.size()) {
+    TellRefusal(Refused(QStringLiteral("%1 values are more than the %2 rows from here on.")
+                            .arg(rows.size())
+                            .arg(targets.size())));
     return;
   }
-  Cell cell = *CellOf(cells[0]);
-  cells.clear();
-  for (; cell.Row < rows_; ++cell.Row) {
-    if (Walkable(cell) && static_cast<qsizetype>(cells.size()) < values.size())
-      cells.push_back(At(cell));
+  Puts puts;
+  for (std::size_t row = 0; row < rows.size(); ++row) {
+    if (static_cast<std::size_t>(rows[row].size()) > columns.size()) {
+      TellRefusal(Refused(QStringLiteral("%1 columns are more than the %2 from here on.")
+                              .arg(rows[row].size())
+                              .arg(columns.size())));
+      return;
+    }
+    for (qsizetype i = 0; i < rows[row].size(); ++i) {
+      puts.emplace_back(At({targets[row], columns[static_cast<std::size_t>(i)]}), rows[row][i]);
+    }
   }
-  if (static_cast<qsizetype>(cells.size()) < values.size()) {
-    TellNews(QStringLiteral("%1 values are more than the %2 rows from here on. Nothing was pasted.")
-                 .arg(values.size())
-                 .arg(cells.size()));
-    return;
-  }
-  PutValues(cells, values);
+  PutValues(puts);
 }
 
 void RowGrid::FillDown() {
   const std::vector<QWidget*> cells = Selected();
   if (cells.size() < 2) return;
-  PutValues(cells, QStringList(static_cast<qsizetype>(cells.size()),
-                               CellValue(*cells[0]).value_or(QString())));
+  Puts puts;
+  for (QWidget* cell : cells) puts.emplace_back(cell, CellValue(*cells[0]).value_or(QString()));
+  PutValues(puts);
+}
+
+const QStringList& RowGrid::WordsOf(const QWidget& cell) const {
+  return words_[static_cast<std::size_t>(CellOf(&cell)->Column)];
+}
+
+QString RowGrid::Refusal(QWidget& cell, const QString& value) const {
+  if (!Walkable(*CellOf(&cell))) {
+    return QStringLiteral("%1 has no value at present.").arg(cell.accessibleName());
+  }
+  const std::optional<QStringList> choices = CellChoices(cell, WordsOf(cell));
+  if (!choices || ChoiceOf(*choices, value) >= 0) return {};
+  return QStringLiteral("\"%1\" is no choice of %2 (%3).")
+      .arg(value, cell.accessibleName(), InShort(*choices));
 }
 
 /// All or nothing.
-void RowGrid::PutValues(const std::vector<QWidget*>& cells, const QStringList& values) {
-  const QStringList words = words_[static_cast<std::size_t>(CellOf(cells[0])->Column)];
+void RowGrid::PutValues(const Puts& puts) {
   const QPointer<QWidget> focus = QApplication::focusWidget();
   const auto before = DataChanged;
-  for (std::size_t i = 0; i < cells.size(); ++i) {
-    const QString& value = values[static_cast<qsizetype>(i)];
-    if (CellTakes(*cells[i], value, words)) continue;
+  for (const auto& [cell, value] : puts) {
+    const QString refusal = Refusal(*cell, value);
+    if (refusal.isEmpty()) continue;
     // Some lists mark the project by being opened.
     DataChanged = before;
-    TellNews(QStringLiteral("\"%1\" is no choice of %2. Nothing was pasted.")
-                 .arg(value, cells[i]->accessibleName()));
+    if (focus) focus->setFocus(Qt::OtherFocusReason);
+    TellRefusal(Refused(refusal));
     return;
   }
-  for (std::size_t i = 0; i < cells.size(); ++i) {
-    PutCellValue(*cells[i], values[static_cast<qsizetype>(i)], words);
+  qsizetype left = 0;
+  QString first;
+  for (const auto& [cell, value] : puts) {
+    const QString out = PutCellValue(*cell, value, WordsOf(*cell));
+    if (left == 0 && !out.isEmpty()) first = InCell(out.first(1), *cell);
+    left += out.size();
   }
+  // A cell may have set another of its row.
+  const auto isAstray = [](const auto& put) {
+    return !qobject_cast<TextBox*>(put.first) &&
+           ChoiceOf({CellValue(*put.first).value_or(QString())}, put.second) < 0;
+  };
+  const auto astray = std::find_if(puts.begin(), puts.end(), isAstray);
   if (focus) focus->setFocus(Qt::OtherFocusReason);
-  TellNews(cells.size() == 1 ? QStringLiteral("Pasted")
-                             : QStringLiteral("%1 cells filled").arg(cells.size()));
-}
-
-void RowGrid::StepSelector(int step) {
-  const int item = selector_->ListIndex() + step;
-  if (item < 0 || item >= selector_->count()) return;
-  selector_->setCurrentIndex(item);
-  Q_EMIT selector_->activated(item);
+  const QString done = puts.size() == 1 ? QStringLiteral("Pasted")
+                                        : QStringLiteral("%1 cells filled").arg(puts.size());
+  if (left > 0) {
+    TellRefusal(
+        QStringLiteral("%1. Characters left out: %2, first %3.").arg(done).arg(left).arg(first));
+  } else if (astray != puts.end()) {
+    TellRefusal(QStringLiteral("%1. Values that did not stay: %2, first %3.")
+                    .arg(done)
+                    .arg(std::count_if(puts.begin(), puts.end(), isAstray))
+                    .arg(InCell(astray->second, *astray->first)));
+  } else {
+    TellNews(done);
+  }
 }
 
 /// The keys that select, copy and fill. A text box with a single name in hand keeps those that edit
 /// its text.
 bool RowGrid::TakesKey(const QWidget& control, const QKeyEvent& key) {
-  if (!CellValue(control) || !current_) return false;
+  const auto inHand = InHand();
+  if (!inHand) return false;
   const auto held = key.modifiers() & ~Qt::KeypadModifier;
   const bool editsText = qobject_cast<const TextBox*>(&control) && !selection_;
   if (held == Qt::ShiftModifier && (key.key() == Qt::Key_Up || key.key() == Qt::Key_Down)) {
     const int step = key.key() == Qt::Key_Up ? -1 : 1;
-    Cell next = selection_ ? selection_->second : *current_;
+    Cell next = selection_ ? selection_->second : *inHand;
     next.Row += step;
     while (next.Row >= 0 && next.Row < rows_ && !Walkable(next)) next.Row += step;
     ExtendTo(next);
@@ -179,11 +280,6 @@ bool RowGrid::TakesKey(const QWidget& control, const QKeyEvent& key) {
   }
   if (held != Qt::ControlModifier) return false;
   switch (key.key()) {
-    case Qt::Key_PageUp:
-    case Qt::Key_PageDown:
-      if (!selector_) return false;
-      StepSelector(key.key() == Qt::Key_PageUp ? -1 : 1);
-      return true;
     case Qt::Key_A:
       if (editsText) return false;
       SelectColumn();
@@ -193,7 +289,7 @@ bool RowGrid::TakesKey(const QWidget& control, const QKeyEvent& key) {
       CopyCells();
       return true;
     case Qt::Key_V:
-      if (editsText && ClipboardValues().size() == 1) return false;
+      if (editsText && IsOneValue(ClipboardRows())) return false;
       PasteCells();
       return true;
     case Qt::Key_D:

@@ -28,6 +28,9 @@ void SetLinkStatus(const QString& text);
 /// A word on what has just been done, or was not, beside the caption of the screen on show.
 void TellNews(const QString& news);
 
+/// The like, of what was refused or lost; it stays until the next key or press.
+void TellRefusal(const QString& refusal);
+
 /// Paints what has changed in the main window before a wait that delivers no events.
 void PaintNow();
 

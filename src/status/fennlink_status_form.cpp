@@ -33,6 +33,7 @@ void frmT3FennlinkStatus::Form_Load() {
   AddLabel(row, "lblFLinkDevice", QStringLiteral("Device"));
   cboFLinkDevice = Add<DeviceList>(row, "cboFLinkDevice");
   cboFLinkDevice->Click = [this] { cboFLinkDevice_Click(); };
+  AddSelector(cboFLinkDevice);
   row->addWidget(cboFLinkDevice->ChooseHint());
   row->addSpacing(16);
   lblFLinkDeviceType = Add<Label>(row, "lblFLinkDeviceType");

@@ -46,6 +46,8 @@ TEST_F(RelayOptionsTest, TheKeyboardDoesAllThatTheMouseDoes) {
   Open(5);
   EXPECT_EQ(Caption("lblTimerType", 1), " ");
   QWidget* first = &Cell("lblRelayName", 0);
+  ASSERT_EQ(&Cell("lblTimerType", 0), QApplication::focusWidget());
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left);
   ASSERT_EQ(first, QApplication::focusWidget());
   QTest::keyClick(first, Qt::Key_Space, Qt::ShiftModifier);
   EXPECT_EQ(PanelRecord.RelayTimerType(19), 1);

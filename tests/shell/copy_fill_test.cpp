@@ -1,9 +1,10 @@
 #include <QClipboard>
 #include <QContextMenuEvent>
 
+#include "link/scripted_transport.h"
 #include "nonsense_panel.h"
+#include "panel/project_codec.h"
 #include "screen_test.h"
-#include "shell/cell_value.h"
 #include "shell/row_grid.h"
 
 // Values of a grid's cells are copied, pasted and filled down by what a user's clicks run.
@@ -28,20 +29,32 @@ class CopyFillTest : public ScreenTest {
     Key(Qt::Key_V, Qt::ControlModifier);
   }
   QString News() { return Text("lblMark"); }
+  static std::string Bytes() { return EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock); }
 };
 
-TEST_F(CopyFillTest, EveryListHoldsWhatItsCellsShow) {
+TEST_F(CopyFillTest, EveryCellTakesWhatItShows) {
+  FennlinkRecords(2).DeviceType = 4;
   int cells = 0;
   for (const ScreenEntry& entry : ScreenTable()) {
     if (!entry.Create) continue;
     ChildForm* form = window->ShowForm(entry.Name);
     QApplication::processEvents();
+    for (const char* device : {"cboFLinkDevice", "cboFennlinkDevice"}) {
+      if (form->findChild<ComboBox*>(device)) Choose(device, 2);
+    }
+    const std::string before = Bytes();
     for (Label* label : form->findChildren<Label*>()) {
-      if (!Shown(*label) || !CellValue(*label) || label->Act() != CellAct::OpensList) continue;
-      EXPECT_TRUE(CellTakes(*label, *CellValue(*label), {}))
-          << entry.Name << ' ' << label->objectName().toStdString();
+      const bool inGrid = qobject_cast<RowGrid*>(label->parentWidget()) != nullptr;
+      if (!inGrid || !Shown(*label) || !label->Click || label->Act() == CellAct::Press) continue;
+      SCOPED_TRACE(entry.Name + label->objectName().toStdString());
+      label->setFocus();
+      ASSERT_TRUE(label->hasFocus());
+      Key(Qt::Key_C, Qt::ControlModifier);
+      Key(Qt::Key_V, Qt::ControlModifier);
+      EXPECT_EQ(News(), "Pasted") << entry.Name << ' ' << label->objectName().toStdString();
       ++cells;
     }
+    EXPECT_TRUE(Bytes() == before) << entry.Name;
     window->UnloadAllForms();
   }
   EXPECT_GT(cells, 500);
@@ -61,26 +74,96 @@ TEST_F(CopyFillTest, OneValueFillsWhatIsSelectedAndSeveralGoDown) {
   EXPECT_TRUE(Cell("lblTimerType", 5).hasFocus());
 
   Key(Qt::Key_Home, Qt::NoModifier);
-  Paste(Find<InPlaceList>("cboNewTimerType").List(1) + "\r\n" + pulsed + "\tmore\r\n");
+  Paste(Find<InPlaceList>("cboNewTimerType").List(1) + "\r\n" + pulsed + "\r\n");
   EXPECT_EQ(PanelRecord.RelayTimerType(0), 1);
   EXPECT_EQ(PanelRecord.RelayTimerType(1), 3);
 
   SelectDown(2);
   Key(Qt::Key_D, Qt::ControlModifier);
   EXPECT_EQ(PanelRecord.RelayTimerType(2), 1);
+
+  Key(Qt::Key_Home, Qt::NoModifier);
+  Focus("lblRelayName", 0);
+  Key(Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::clipboard()->text(), "Blink")
+      << "a name stands for its row's first value";
+  Paste(pulsed);
+  EXPECT_EQ(PanelRecord.RelayTimerType(0), 3);
+  SelectDown(1);
+  Key(Qt::Key_D, Qt::ControlModifier);
+  EXPECT_EQ(PanelRecord.RelayTimerType(1), 3);
 }
 
-TEST_F(CopyFillTest, ARefusedPasteChangesNothing) {
+TEST_F(CopyFillTest, ColumnsGoToTheRightAndTimesAreReadAsPeopleWriteThem) {
+  const auto& p = PanelRecord;
+  Menu("mnuOpenCloseTimeSingleDates");
+  Focus("lblOpenTime", 3);
+  Paste("12:00A\t12:15A\n7:00 AM\t19:00\n");
+  EXPECT_EQ(News(), "4 cells filled");
+  EXPECT_EQ(p.DateOpenTime(0, 3), 0);
+  EXPECT_EQ(p.DateCloseTime(0, 3), 1);
+  EXPECT_EQ(p.DateOpenTime(0, 4), 28);
+  EXPECT_EQ(p.DateCloseTime(0, 4), 76);
+  Focus("lblOpenTime", 5);
+  Paste("7:00\t--:--");
+  EXPECT_TRUE(News().contains("did not stay: 1, first \"7:00\" in Jan 06, Open."))
+      << qPrintable(News());
+
+  Menu("mnuInputActiveTimes");
+  Focus("lblInputEnableTime", 2);
+  for (const auto& [text, quarter] : {std::pair{"7:00 AM", 28},
+                                      {"8:15A", 33},
+                                      {"09:30", 38},
+                                      {"19:00", 76},
+                                      {"7 p.m.", 76},
+                                      {"12:45 am", 3},
+                                      {"12:00", 48},
+                                      {"07:00:00 AM", 28},
+                                      {"0:00", 0},
+                                      {"11:45P", 95}}) {
+    Paste(QString::fromLatin1(text));
+    EXPECT_EQ(p.InputEnableTime(2), quarter) << text;
+  }
+  const std::string before = Bytes();
+  for (const char* text : {"7:10", "25:00", "13:00 PM", "7", "0:30 AM", "7:00\t8:00\t9:00"}) {
+    Paste(QString::fromLatin1(text));
+    EXPECT_TRUE(News().startsWith("Nothing was pasted: ")) << qPrintable(News());
+  }
+  EXPECT_TRUE(News().contains("3 columns are more than the 2")) << qPrintable(News());
+  Focus("lblInputDisableTime", 2);
+  Paste("7:00\t8:00");
+  EXPECT_TRUE(News().contains("2 columns are more than the 1")) << qPrintable(News());
+  EXPECT_TRUE(Bytes() == before);
+}
+
+TEST_F(CopyFillTest, ARefusedPasteChangesNothingAndSaysWhatMayStandThere) {
+  HandClock clock;
   Menu("mnuInputToRelayControl");
   Focus("lblControl", 0);
   DataChanged = 0;
   Paste(Find<InPlaceList>("cboControl").List(2) + "\nSing");
-  EXPECT_TRUE(News().contains("\"Sing\"") && News().contains("Relay 02")) << qPrintable(News());
+  EXPECT_EQ(
+      News(),
+      "Nothing was pasted: \"Sing\" is no choice of Relay 02 (No Action, On Only, Off Only, On "
+      "And Off, Blink Alert).");
+  clock.NowMs += 60'000;
+  Find<Timer>("tmrMarks").Tick();
+  EXPECT_TRUE(News().contains("Sing")) << "it stays until the next key";
+  Key(Qt::Key_Down, Qt::NoModifier);
+  EXPECT_EQ(News(), "");
   Focus("lblControl", PanelIOCount() - 1);
   Paste("No Action\nNo Action");
   EXPECT_TRUE(News().contains("1 rows")) << qPrintable(News());
   EXPECT_EQ(PanelRecord.InputRelayControl(0, 0), 0);
   EXPECT_EQ(DataChanged, 0);
+
+  FennlinkRecords(2).DeviceType = 4;
+  Menu("mnuFennlinkPilots");
+  Choose("cboFennlinkDevice", 2);
+  Focus("lblPilotNumber", 0);
+  Paste("7");
+  EXPECT_TRUE(News().contains("(On, Off).")) << qPrintable(News());
+  EXPECT_EQ(FennlinkRecords(2).DevicePilot(0), 0);
 }
 
 TEST_F(CopyFillTest, AllRowsGoFromOneItemToAnother) {
@@ -102,13 +185,24 @@ TEST_F(CopyFillTest, AllRowsGoFromOneItemToAnother) {
 
 TEST_F(CopyFillTest, NamesComeFromASpreadsheetThroughTheKeyFilter) {
   Menu("mnuEditRelayNames");
+  const auto& name = PanelRecord.RelayName;
   Focus("txtRelayName", 1);
-  Paste("foyer, left\nStair_2\n\n");
-  EXPECT_EQ(PanelRecord.RelayName(1), "FOYER LEFT");
-  EXPECT_EQ(PanelRecord.RelayName(2), "STAIR2");
-  EXPECT_EQ(PanelRecord.RelayName(3), "");
-  Paste("one, as told");
+  Paste(u"foyer, left\nStair_2\nBüro 1\nCafé – Straße\nŁØß\n\n"_qs);
+  EXPECT_EQ(name(1), "FOYER LEFT");
+  EXPECT_EQ(name(2), "STAIR2");
+  EXPECT_EQ(name(3), "BURO 1");
+  EXPECT_EQ(name(4), "CAFE - STRASSE");
+  EXPECT_EQ(name(5), "LOSS");
+  EXPECT_EQ(name(6), "");
+  EXPECT_TRUE(News().startsWith("6 cells filled. Characters left out: 2, first \",\" in Relay 02"))
+      << qPrintable(News());
+  Paste(u"\"Hall\nleft\"\nAnnex"_qs);
+  EXPECT_EQ(name(1), "HALL");
+  EXPECT_EQ(name(2), "ANNEX") << "a line end within a value starts no row";
+  EXPECT_TRUE(News().contains("left out: 4, first \"l\"")) << qPrintable(News());
+  Paste("one, as told\r\n");
   EXPECT_TRUE(Find<TextBox>("txtRelayName(1)").Text().contains(u','));
+  EXPECT_EQ(name(1).find_first_of("\r\n"), std::string::npos);
 }
 
 TEST_F(CopyFillTest, ADragSelectsAndIsNoClick) {

@@ -1,0 +1,225 @@
+#include <QAbstractItemView>
+#include <QPointer>
+
+#include "dimmer/rules/dimmer_model.h"
+#include "panel/project_codec.h"
+#include "screen_test.h"
+#include "shell/row_grid.h"
+
+// Where the focus is, and the keys that mean the same on every screen.
+
+namespace {
+
+class ScreenKeysTest : public ScreenTest {
+ protected:
+  ScreenKeysTest() {
+    PanelRecord.IOCount(0) = 8;
+    for (int d = 1; d <= 10; ++d) FennlinkRecords(d).DeviceType = static_cast<Int16>(d % 10);
+    for (Int16 dimmer = 0; dimmer < 5; ++dimmer) DimSetEnabled(dimmer, 1);
+  }
+
+  void Open(const char* screen) {
+    window->UnloadAllForms();
+    window->ShowForm(screen);
+    QApplication::processEvents();
+  }
+  QWidget& InHand() { return *window->focusWidget(); }
+  QString Focus() { return InHand().objectName(); }
+  static void Key(QWidget& control, bool down) {
+    QTest::keyClick(&control, down ? Qt::Key_PageDown : Qt::Key_PageUp, Qt::ControlModifier);
+  }
+  static std::string Bytes() { return EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock); }
+  /// All that takes the focus at present.
+  std::vector<QPointer<QWidget>> Stops() {
+    std::vector<QPointer<QWidget>> stops;
+    for (QWidget* control : window->centralWidget()->findChildren<QWidget*>()) {
+      if (control->focusPolicy() & Qt::TabFocus && control->isVisible() && control->isEnabled()) {
+        stops.emplace_back(control);
+      }
+    }
+    return stops;
+  }
+};
+
+TEST_F(ScreenKeysTest, ControlAndPageStepTheSelectorFromEveryControl) {
+  struct Selection {
+    const char* List;
+    const char* Outer = nullptr;  ///< Of two, the one that has the other within.
+  };
+  const std::map<std::string, Selection> selectors = {
+      {"frmT3RelayGrouping", {"cboGroup"}},
+      {"frmT3EditPresets", {"cboPresetNumber"}},
+      {"frmT3InputToRelayControl", {"cboInput"}},
+      {"frmT3InputToGroupControl", {"cboInput"}},
+      {"frmT3ConfigureFennlinkDevices", {"cboFLinkDevice"}},
+      {"frmT3FennlinkInputToRelayControl", {"cboInput", "cboFennlinkDevice"}},
+      {"frmT3FennlinkInputToGroupControl", {"cboInput", "cboFennlinkDevice"}},
+      {"frmT3FennlinkPilots", {"cboFennlinkDevice"}},
+      {"frmT3TimersConfigure", {"cboTimerNumber"}},
+      {"frmT3TimerToRelayControl", {"cboTimer"}},
+      {"frmT3TimerToGroupControl", {"cboTimer"}},
+      {"frmT3TimerToPresetControl", {"cboTimer"}},
+      {"frmT3OpenAndCloseTimeSingleDates", {"optMonth"}},
+      {"frmT3DimmerOutput", {"cboDOut", "cboDDev"}},
+      {"frmT3DimmerRelayControl", {"cboDOut", "cboDDev"}},
+  };
+  const auto choose = [&](const Selection& by, int item) {
+    if (by.List == std::string("optMonth")) {
+      Find<OptionButton>(by.List, item).click();
+    } else {
+      Choose(by.List, item);
+    }
+  };
+  const auto chosen = [&](const Selection& by) {
+    if (by.List != std::string("optMonth")) return Find<ComboBox>(by.List).ListIndex();
+    int month = 0;
+    while (!Find<OptionButton>(by.List, month).Value()) ++month;
+    return month;
+  };
+  FennlinkRecords(3).DeviceInputType(2) = 1;
+  FennlinkRecords(5).DeviceInputType(0) = 2;
+  PanelRecord.InputType(2) = 4;
+  int pressed = 0;
+  for (const ScreenEntry& entry : ScreenTable()) {
+    if (!entry.Create) continue;
+    SCOPED_TRACE(entry.Name);
+    const auto found = selectors.find(entry.Name);
+    Open(entry.Name);
+    if (found == selectors.end()) {
+      const std::string before = Bytes();
+      for (const auto& control : Stops()) {
+        control->setFocus();
+        for (const bool down : {true, false}) {
+          Key(*control, down);
+          ASSERT_TRUE(Bytes() == before) << control->objectName().toStdString();
+        }
+        ++pressed;
+      }
+      continue;
+    }
+    const Selection& by = found->second;
+    if (by.Outer) Choose(by.Outer, 4);
+    std::map<int, std::string> bytes;  // As choosing the item in its selector leaves them.
+    const int middle = by.Outer ? 2 : 4;
+    for (const int item : {middle - 1, middle, middle + 1, middle - 1, middle}) {
+      choose(by, item);
+      bytes[item] = Bytes();
+    }
+    for (const auto& control : Stops()) {
+      for (const bool open : {false, true}) {
+        choose(by, middle);
+        if (!control->isVisible()) continue;
+        control->setFocus();
+        auto* list = qobject_cast<ComboBox*>(control);
+        auto* label = qobject_cast<Label*>(control);
+        if (open && list) list->showPopup();
+        if (open && label && label->Act() == CellAct::OpensList) label->Press();
+        if (open && !list && (!label || label->Act() != CellAct::OpensList)) continue;
+        for (const bool down : {true, false, false}) {
+          const int item = chosen(by) + (down ? 1 : -1);
+          QWidget* popup = QApplication::activePopupWidget();
+          Key(popup ? *list->view() : InHand(), down);
+          const std::string where = control->objectName().toStdString();
+          EXPECT_EQ(chosen(by), item) << where;
+          ASSERT_TRUE(Bytes() == bytes[item]) << where;
+          EXPECT_EQ(QApplication::activePopupWidget(), nullptr) << where;
+          for (const auto* cells : window->findChildren<InPlaceList*>()) {
+            EXPECT_FALSE(cells->isVisible()) << where;
+          }
+          ASSERT_TRUE(InHand().isVisible()) << where;
+        }
+        ++pressed;
+      }
+    }
+    choose(by, 0);
+    Key(InHand(), false);
+    EXPECT_EQ(chosen(by), 0);
+  }
+  EXPECT_GT(pressed, 1500);
+}
+
+TEST_F(ScreenKeysTest, AScreenOpensOnWhatIsChosen) {
+  const struct {
+    const char* Screen;
+    const char* Focus;
+    std::function<void()> Prepare = [] {};
+  } screens[] = {
+      {"frmT3OffHoursSweepInterval", "optOffHoursSweepInterval(2)",
+       [] { PanelRecord.OffHoursSweepInterval = 2; }},
+      {"frmT3PhotocellFilter", "optPhotocellFilter(1)", [] { PanelRecord.PhotocellFilter = -1; }},
+      {"frmT3OpenAndCloseTimeSingleDates", "optMonth(0)"},
+      {"frmT3RelayOutputOptions", "lblTimerType(0)"},
+      {"frmT3RelayGrouping", "cboGroup"},
+      {"frmT3InputOptions", "lblInputType(0)"},
+      {"frmT3DimmerRelayControl", "cboDDev"},
+      {"frmT3EditRelayNames", "txtRelayName(0)"},
+      {"frmT3Connect", "cmdConnect", [] { ConnectionType() = ConnectionTCP; }},
+      {"frmT3About", "lblGuide"},
+  };
+  for (const auto& [screen, focus, prepare] : screens) {
+    SCOPED_TRACE(screen);
+    prepare();
+    Open(screen);
+    EXPECT_EQ(Focus(), focus);
+    const std::string before = Bytes();
+    if (InHand().inherits("QRadioButton")) {
+      QTest::keyClick(&InHand(), Qt::Key_Space);
+    }
+    EXPECT_TRUE(Bytes() == before);
+  }
+
+  PanelRecord.TimerTimeType(0) = 12 + 100;
+  PanelRecord.TimerHolidayMonth(0) = 5;
+  Open("frmT3TimersConfigure");
+  const QString chosen =
+      Find<OptionButton>("optTimeType(1)").Value() ? "optTimeType(1)" : "optTimeType(2)";
+  QTest::keyClick(&InHand(), Qt::Key_Tab);
+  EXPECT_EQ(Focus(), chosen);
+
+  Open("frmT3RelayGrouping");
+  QTest::keyClick(&InHand(), Qt::Key_Tab);
+  QApplication::processEvents();
+  EXPECT_EQ(Focus(), "lblInclude(0)");
+}
+
+TEST_F(ScreenKeysTest, AnInputWithoutRowsKeepsTheFocusAndSaysWhereItIsSet) {
+  const struct {
+    const char* Screen;
+    Int16 Type;
+    const char* Focus;
+    const char* Line;
+  } inputs[] = {
+      {"frmT3InputToGroupControl", 4, "cboInput", "a preset, which is chosen in Input To Relay"},
+      {"frmT3InputToGroupControl", 12, "cboInput", "forces timers"},
+      {"frmT3InputToGroupControl", 10, "cboInput", "disables timers"},
+      {"frmT3InputToGroupControl", 9, "cboInput", "disables inputs"},
+      {"frmT3InputToRelayControl", 4, "cboPreset", ""},
+      {"frmT3InputToRelayControl", 9, "lblControl(0)", ""},
+  };
+  for (const auto& [screen, type, focus, line] : inputs) {
+    SCOPED_TRACE(std::string(screen) + std::to_string(type));
+    PanelRecord.InputType(1) = type;
+    Open(screen);
+    Cell("lblControl", 0).setFocus();
+    Key(InHand(), true);
+    EXPECT_EQ(Focus(), focus);
+    EXPECT_EQ(Shown(Find<Label>("lblNoActions")), *line != '\0');
+    EXPECT_TRUE(Text("lblNoActions").contains(line)) << Text("lblNoActions").toStdString();
+    Key(InHand(), true);
+    EXPECT_EQ(Focus(), QString(focus) == "cboInput" ? "cboInput" : "lblControl(0)");
+  }
+  FennlinkRecords(2).DeviceType = 0;
+  for (const char* screen : {"frmT3FennlinkPilots", "frmT3FennlinkInputToRelayControl"}) {
+    Open(screen);
+    Choose("cboFennlinkDevice", 2);
+    EXPECT_TRUE(Shown(Find<Label>("lblChooseDevice"))) << screen;
+    EXPECT_TRUE(Text("lblChooseDevice").contains("Configure Fennlink Devices"));
+  }
+  Open("frmT3FennlinkPilots");
+  Choose("cboFennlinkDevice", 1);
+  Cell("lblPilotSource", 0).setFocus();
+  Key(InHand(), true);
+  EXPECT_EQ(Focus(), "cboFennlinkDevice");
+}
+
+}  // namespace
