@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QMenu>
+#include <QMimeData>
 #include <QPainter>
 
 #include "panel/program_state.h"
@@ -163,7 +164,7 @@ QString Refused(const QString& why) {
 void RowGrid::PasteCells() {
   std::vector<QStringList> rows = ClipboardRows();
   const std::vector<QWidget*> selected = Selected();
-  if (selected.empty()) return;
+  if (selected.empty() || !QApplication::clipboard()->mimeData()->hasText()) return;
   Cell cell = *CellOf(selected[0]);
   std::vector<int> columns;
   for (Cell to = cell; to.Column < static_cast<int>(words_.size()); ++to.Column) {

@@ -232,6 +232,9 @@ TEST_F(TransferTest, TheFocusIsWhereTheWorkGoesOn) {
   EXPECT_EQ(LastMessage(), "Download Complete") << "Enter continues";
   EXPECT_EQ(focus(), "cmdDownLoadToT2");
   Menu("mnuRelayStatus");
+  Menu("mnuConnect");
+  EXPECT_EQ(focus(), "cmdRefresh");
+  Menu("mnuRelayStatus");
   const FastClock clock(50);
   panel->AddFault("lost@1x*");
   Press("cmdUpdateStatus");

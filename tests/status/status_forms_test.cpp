@@ -156,6 +156,8 @@ TEST_F(StatusFormsTest, AFennlinkDeviceShowsInTheFrameOfItsFamily) {
     const QString family = QString::fromLatin1(device.Shown).section(u' ', 0, 0);
     EXPECT_EQ(shown(), family.isEmpty() ? family : family + " No Response");
   }
+  QTest::keyClick(&Find<Button>("cmdUpdateStatus"), Qt::Key_PageDown, Qt::ControlModifier);
+  EXPECT_EQ(Find<ComboBox>("cboFLinkDevice").ListIndex(), 41);
 }
 
 TEST_F(StatusFormsTest, PresetsShowTheirStateAndCaptureTheInstalledRelays) {
