@@ -149,6 +149,7 @@ TEST_F(KeptWorkTest, WhatADeadProgramLeftIsOfferedTakenUpAndDeleted) {
   LeaveWork(hall, 6);
   QFile::copy(hall, DataPath("Recovery/x.recovery"));
   Menu("mnuAbout");
+  EXPECT_EQ(window->focusWidget()->objectName().section(u'(', 0, 0), "lblTakeUp");
   std::map<QString, int> rows;
   for (int i = 0; i < 3; ++i) {
     rows[Caption("lblKeptWork", i).section(" from ", 0, 0)] = i;
