@@ -1,15 +1,11 @@
 #include "panel/defaults.h"
 
-#include "panel/dimmer_block.h"
-#include "panel/fennlink_record.h"
 #include "panel/hex.h"
-#include "panel/panel_record.h"
 #include "panel/program_state.h"
 
 namespace {
 
-void LoadItemDefaults() {
-  auto& record = PanelRecord;
+void LoadItemDefaults(PanelRecordType& record) {
   for (int i = 0; i < ItemCount; ++i) {
     const std::string number = {static_cast<char>('0' + (i + 1) / 10),
                                 static_cast<char>('0' + (i + 1) % 10)};
@@ -47,8 +43,7 @@ void LoadItemDefaults() {
   }
 }
 
-void LoadScalarDefaults() {
-  auto& record = PanelRecord;
+void LoadScalarDefaults(PanelRecordType& record) {
   record.BlinkAlertMinutes = 10;
   record.OverrideMinutes = 120;
   record.AlarmSeconds = 5;
@@ -92,20 +87,28 @@ void LoadDeviceDefaults(FennlinkRecord& device, int address) {
   }
 }
 
-void LoadDimmerDefaults() {
-  DimmerBlock = {};
-  const Int16 changed = DataChanged;
-  for (Int16 dev = 0; dev < DimmerDeviceCount; ++dev) {
-    for (Int16 out = 0; out < DimmerOutputCount; ++out) {
-      DimSetPowerOn(dev, out, 100);
-      DimSetMax(dev, out, 100);
-      DimSetAOut(dev, out, 100);
-      DimSetBIn(dev, out, 128);
-      DimSetBOut(dev, out, 50);
-      DimSetCIn(dev, out, 255);
-    }
+void LoadPanelDefaults(PanelRecordType& record) {
+  record.TimerTimeType(SpareItem) = ConnectionUSB;
+  record.TimerName(SpareItem).clear();
+  record.PresetName(SpareItem).clear();
+  record.PanelName.clear();
+  LoadItemDefaults(record);
+  for (int day = 0; day < 7; ++day) {
+    record.NormalOpenTime(day) = 32;
+    record.NormalCloseTime(day) = 84;
   }
-  DataChanged = changed;
+  record.DateOpenTime.elements.fill(NoEntry);
+  record.DateCloseTime.elements.fill(NoEntry);
+  LoadScalarDefaults(record);
+}
+
+void LoadDefaultsInto(PanelRecordType& panel, FennlinkRecordsType& devices,
+                      DimmerBlockType& dimmers) {
+  LoadPanelDefaults(panel);
+  for (int address = 0; address <= DeviceCount; ++address) {
+    LoadDeviceDefaults(devices(address), address);
+  }
+  dimmers = NewDimmerBlock();
 }
 
 }  // namespace
@@ -113,22 +116,11 @@ void LoadDimmerDefaults() {
 void LoadDefaults() {
   DocumentSectionOff = {};
   DocumentFileName = DataPath(QStringLiteral("Documentation/Tamberloom 3.txt"));
+  LoadDefaultsInto(PanelRecord, FennlinkRecords, DimmerBlock);
+}
 
-  ConnectionType() = ConnectionUSB;
-  PhoneNumber().clear();
-  TcpAddress().clear();
-  PanelRecord.PanelName.clear();
-
-  LoadItemDefaults();
-  for (int day = 0; day < 7; ++day) {
-    PanelRecord.NormalOpenTime(day) = 32;
-    PanelRecord.NormalCloseTime(day) = 84;
-  }
-  PanelRecord.DateOpenTime.elements.fill(NoEntry);
-  PanelRecord.DateCloseTime.elements.fill(NoEntry);
-  LoadScalarDefaults();
-  for (int address = 0; address <= DeviceCount; ++address) {
-    LoadDeviceDefaults(FennlinkRecords(address), address);
-  }
-  LoadDimmerDefaults();
+ProjectDocument NewPanel() {
+  ProjectDocument document;
+  LoadDefaultsInto(document.Panel, document.Devices, document.Dimmers);
+  return document;
 }

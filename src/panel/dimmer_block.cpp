@@ -44,6 +44,20 @@ Int32 Element(Int16 dev, Int16 out, int element) {
 
 }  // namespace
 
+DimmerBlockType NewDimmerBlock() {
+  DimmerBlockType block;
+  for (Int16 dev = 0; dev < DimmerDeviceCount; ++dev) {
+    for (Int16 out = 0; out < DimmerOutputCount; ++out) {
+      const auto element = [&](int field) -> Int16& { return block(Element(dev, out, field)); };
+      element(PowerOnLevel) = element(MaxLevel) = element(PointAOut) = PercentToLevel(100);
+      element(PointBIn) = 128;
+      element(PointBOut) = PercentToLevel(50);
+      element(PointCIn) = 255;
+    }
+  }
+  return block;
+}
+
 Int16 DimGet(Int32 addr) {
   if ((addr < 0 || addr >= DimmerBlockType::Size) && DimmerAddressAlert) DimmerAddressAlert(addr);
   return DimmerBlock(addr);

@@ -15,6 +15,9 @@ using DimmerBlockType = FixedArray<Int16, 6156>;
 /// project file and the panel image.
 extern DimmerBlockType DimmerBlock;
 
+/// The settings of a new panel.
+DimmerBlockType NewDimmerBlock();
+
 /// Told the address before a read outside the block fails.
 extern std::function<void(Int32)> DimmerAddressAlert;
 

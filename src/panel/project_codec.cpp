@@ -53,6 +53,8 @@ class Decoder {
  public:
   explicit Decoder(std::string_view rest) : rest_(rest) {}
 
+  bool Whole = true;  ///< Nothing has been missing so far.
+
   template <typename FieldType>
   void operator()(const char*, FieldType& field) {
     Field(field);
@@ -64,6 +66,7 @@ class Decoder {
   std::size_t Elements(T* elements, std::size_t count) {
     const std::size_t there = std::min(count, rest_.size() / sizeof(T));
     if (there > 0) std::memcpy(elements, rest_.data(), there * sizeof(T));
+    Whole = Whole && there == count;
     rest_.remove_prefix(there < count ? rest_.size() : there * sizeof(T));
     return there;
   }
@@ -106,7 +109,8 @@ std::string EncodeProject(const PanelRecordType& panel, const FennlinkRecordsTyp
   return bytes;
 }
 
-void DecodeProject(std::string_view bytes, ProjectDocument& document) {
+bool DecodeProject(std::string_view bytes, ProjectDocument& document) {
   Decoder decoder(bytes);
   ProjectLayout(decoder, document.Panel, document.Devices, document.Dimmers);
+  return decoder.Whole;
 }

@@ -11,6 +11,6 @@ std::string EncodeProject(const PanelRecordType& panel, const FennlinkRecordsTyp
                           const DimmerBlockType& dimmers);
 
 /// Lays the bytes of a project file over `document`. Bytes that end early leave the rest of the
-/// document as it was; bytes behind the end are not looked at. No value is checked. Throws
-/// RunTimeFailure for a string of negative length; the document is then half overwritten.
-void DecodeProject(std::string_view bytes, ProjectDocument& document);
+/// document as it was, and give false; bytes behind the end are not looked at. No value is checked.
+/// Throws RunTimeFailure for a string of negative length; the document is then half overwritten.
+bool DecodeProject(std::string_view bytes, ProjectDocument& document);

@@ -6,12 +6,14 @@
 #include <algorithm>
 #include <memory>
 
+#include "panel/defaults.h"
 #include "panel/program_state.h"
 #include "panel/project_codec.h"
 
 namespace {
 
 QByteArray knownContent;
+QString shortFile;  ///< The name of the file that ended early; empty for none.
 
 QByteArray Fingerprint(QByteArrayView bytes) {
   return QCryptographicHash::hash(bytes.toByteArray(), QCryptographicHash::Sha1).toHex();
@@ -39,9 +41,10 @@ QByteArray ReadBytes(const char* action, const QString& name, qint64 offset) {
   return bytes;
 }
 
-void Decode(const QString& name, const QByteArray& bytes, ProjectDocument& document) {
+/// Whether the bytes hold a whole project.
+bool Decode(const QString& name, const QByteArray& bytes, ProjectDocument& document) {
   try {
-    DecodeProject({bytes.constData(), static_cast<std::size_t>(bytes.size())}, document);
+    return DecodeProject({bytes.constData(), static_cast<std::size_t>(bytes.size())}, document);
   } catch (const RunTimeFailure& failure) {
     Fail("open", name, QString::fromUtf8(failure.what()));
   }
@@ -52,13 +55,16 @@ void Decode(const QString& name, const QByteArray& bytes, ProjectDocument& docum
 void ReadProjectFile() {
   const QByteArray bytes = ReadBytes("open", CurrentFileName, 0);
   const QByteArray known = Fingerprint(bytes);
-  ChangeDocument([&](ProjectDocument& document) { Decode(CurrentFileName, bytes, document); });
+  bool whole = false;
+  ChangeDocument(
+      [&](ProjectDocument& document) { whole = Decode(CurrentFileName, bytes, document); });
   knownContent = known;
+  shortFile = whole ? QString() : CurrentFileName;
   CheckLoadedData();
 }
 
 ProjectDocument ReadOtherProject(const QString& name) {
-  auto document = std::make_unique<ProjectDocument>();
+  auto document = std::make_unique<ProjectDocument>(NewPanel());
   Decode(name, ReadBytes("open", name, 0), *document);
   return *document;
 }
@@ -73,6 +79,11 @@ void WriteProjectFile(Saving saving) {
   }
   ReplaceFile(CurrentFileName, bytes, saving);
   knownContent = Fingerprint({bytes.data(), static_cast<qsizetype>(bytes.size())});
+  shortFile.clear();
+}
+
+bool FileEndsEarly() {
+  return !shortFile.isEmpty() && shortFile == CurrentFileName;
 }
 
 QByteArray KnownContent() {

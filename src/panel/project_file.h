@@ -13,8 +13,11 @@ constexpr qint64 LargestProjectFile = qint64{64} * 1024 * 1024;
 /// in memory untouched.
 void ReadProjectFile();
 
-/// A project file in a memory of its own. Throws RunTimeFailure, which names the file and the
-/// reason.
+/// Whether CurrentFileName, when it was opened here, ended before the project does.
+bool FileEndsEarly();
+
+/// A project file in a memory of its own; what is missing in it is as in a new panel. Throws
+/// RunTimeFailure, which names the file and the reason.
 ProjectDocument ReadOtherProject(const QString& name);
 
 /// Saves the document to CurrentFileName. At any instant the disk holds the old file or the new

@@ -5,7 +5,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <algorithm>
-#include <cstdio>
+#include <filesystem>
 
 #include "document/rules/check.h"
 #include "document/rules/compare.h"
@@ -19,10 +19,6 @@
 #include "project/each_file.h"
 
 namespace {
-
-void Print(const QByteArray& bytes) {
-  std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout);
-}
 
 /// One row, tab-separated or as an object with the columns as keys.
 void PrintRow(const CommandLine& line, const QStringList& columns, QStringList cells) {
@@ -51,6 +47,18 @@ void Load(const QString& file) {
   ReadProjectFile();
 }
 
+/// The file that a name leads to, be it there or not.
+std::filesystem::path PlaceOf(const QString& file) {
+  const std::filesystem::path path = QFile::encodeName(file).toStdString();
+  return std::filesystem::weakly_canonical(std::filesystem::absolute(path));
+}
+
+/// What is to be written must not take the place of what is read or written beside it.
+void RefuseOutput(const QString& output, const QString& other) {
+  if (output.isEmpty() || other.isEmpty() || PlaceOf(output) != PlaceOf(other)) return;
+  throw RunTimeFailure((output + ": is asked for twice; it would be overwritten").toStdString());
+}
+
 const QStringList CheckColumns = {"File", "Severity", "Rule", "Item", "Sentence"};
 const QStringList CompareColumns = {"Area", "Item", "Field", "A", "B"};
 
@@ -67,10 +75,8 @@ ExitStatus Check(const CommandLine& line, const QStringList& files) {
 }
 
 ExitStatus Compare(const CommandLine& line, const QStringList& files) {
-  Load(files[0]);
-  const ProjectDocument one = ThisProject();
-  Load(files[1]);
-  const auto differences = CompareProjects(one, ThisProject(), line.Names);
+  const auto differences =
+      CompareProjects(ReadOtherProject(files[0]), ReadOtherProject(files[1]), line.Names);
   for (const Difference& difference : differences) {
     PrintRow(line, CompareColumns,
              {difference.Area, ItemCode(difference.Where), difference.Field, difference.This,
@@ -89,6 +95,9 @@ ExitStatus Document(const CommandLine& line, const QStringList& files) {
 }
 
 ExitStatus Report(const CommandLine& line, const QStringList& files) {
+  RefuseOutput(line.Pdf, files[0]);
+  RefuseOutput(line.Workbook, files[0]);
+  RefuseOutput(line.Workbook, line.Pdf);
   Load(files[0]);
   const Paper paper = line.Paper.isEmpty()      ? UsualPaper()
                       : line.Paper == u"letter" ? Paper::Letter
@@ -99,12 +108,14 @@ ExitStatus Report(const CommandLine& line, const QStringList& files) {
 }
 
 ExitStatus Image(const CommandLine&, const QStringList& files) {
+  RefuseOutput(files[1], files[0]);
   Load(files[0]);
   ReplaceFile(files[1], FreshPanelMemory());
   return StatusGood;
 }
 
 ExitStatus Project(const CommandLine& line, const QStringList& files) {
+  RefuseOutput(files[1], files[0]);
   QFile memory(files[0]);
   if (!memory.open(QIODevice::ReadOnly)) {
     throw RunTimeFailure((files[0] + ": " + memory.errorString()).toStdString());
@@ -123,17 +134,6 @@ ExitStatus Project(const CommandLine& line, const QStringList& files) {
   CurrentFileName = files[1];
   WriteProjectFile();
   return StatusGood;
-}
-
-/// Runs the command on files and tells of a failure.
-int RunOn(const Command& command, const CommandLine& line, const QStringList& files) {
-  try {
-    return command.Run(line, files);
-  } catch (const RunTimeFailure& failure) {
-    std::fflush(stdout);
-    std::fprintf(stderr, "tamberloom3-project: %s\n", failure.what());
-    return StatusFailed;
-  }
 }
 
 }  // namespace
@@ -156,13 +156,12 @@ const std::vector<Command>& Commands() {
   return commands;
 }
 
-ExitStatus RunCommand(const CommandLine& line) {
+int RunCommand(const CommandLine& line) {
   const auto& commands = Commands();
   const Command& command = *std::find_if(commands.begin(), commands.end(), [&](const Command& row) {
     return line.Command == QLatin1String(row.Name);
   });
   if (!command.Columns.isEmpty() && !line.Json) Print(command.Columns.join(u'\t').toUtf8() + '\n');
-  if (!command.EachFile) return static_cast<ExitStatus>(RunOn(command, line, line.Files));
-  return static_cast<ExitStatus>(
-      ForEachFile(line.Files, [&](const QString& file) { return RunOn(command, line, {file}); }));
+  if (!command.EachFile) return command.Run(line, line.Files);
+  return ForEachFile(line.Files, [&](const QString& file) { return command.Run(line, {file}); });
 }

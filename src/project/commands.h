@@ -3,8 +3,7 @@
 #include <QStringList>
 
 #include "project/command_line.h"
-
-enum ExitStatus { StatusGood = 0, StatusFound = 1, StatusFailed = 2 };
+#include "project/output.h"
 
 /// One of the program's commands; the command line's table of them.
 struct Command {
@@ -21,5 +20,6 @@ struct Command {
 
 const std::vector<Command>& Commands();
 
-/// Runs what is asked for, prints rows with their header, and tells failures on standard error.
-ExitStatus RunCommand(const CommandLine& line);
+/// Runs what is asked for and prints rows with their header. Gives the exit status; throws
+/// RunTimeFailure.
+int RunCommand(const CommandLine& line);

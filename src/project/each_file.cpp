@@ -6,49 +6,50 @@
 #include <QThread>
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <deque>
+
+#include "project/output.h"
 
 namespace {
 
 /// A process that works on one file, and the end of a pipe that its output comes from.
 struct Worker {
+  QString File;
   pid_t Process;
   int Output;
 };
 
-constexpr int Failed = 2;
-
 Worker Start(const QString& file, const std::function<int(const QString&)>& work) {
   std::array<int, 2> ends{};
-  if (pipe(ends.data()) != 0) return {-1, -1};
-  std::fflush(nullptr);
+  if (pipe(ends.data()) != 0) return {file, -1, -1};
+  FlushOutput();
   const pid_t process = fork();
   if (process != 0) {
     close(ends[1]);
-    return {process, ends[0]};
+    return {file, process, ends[0]};
   }
   dup2(ends[1], STDOUT_FILENO);
   close(ends[0]);
   close(ends[1]);
-  const int status = work(file);
-  std::fflush(nullptr);
-  _exit(status);
+  _exit(StatusOf([&] {
+    const int status = work(file);
+    FlushOutput();
+    return status;
+  }));
 }
 
+/// Passes the worker's output on and gives its status.
 int Finish(const Worker& worker) {
-  if (worker.Process < 0) {
-    std::fputs("tamberloom3-project: no more processes can be started\n", stderr);
-    return Failed;
-  }
+  if (worker.Process < 0) return TellFailure("no more processes can be started");
   std::array<char, 65536> bytes;
   for (ssize_t count = 0; (count = read(worker.Output, bytes.data(), bytes.size())) > 0;) {
-    std::fwrite(bytes.data(), 1, static_cast<std::size_t>(count), stdout);
+    Print(QByteArray::fromRawData(bytes.data(), count));
   }
   close(worker.Output);
   int status = 0;
   waitpid(worker.Process, &status, 0);
-  return WIFEXITED(status) ? WEXITSTATUS(status) : Failed;
+  if (WIFEXITED(status)) return WEXITSTATUS(status);
+  return TellFailure(qUtf8Printable(worker.File + ": its process was killed"));
 }
 
 }  // namespace

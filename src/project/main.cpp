@@ -1,8 +1,7 @@
 #include <QCoreApplication>
-#include <cstdio>
-#include <stdexcept>
 
 #include "project/commands.h"
+#include "project/output.h"
 
 namespace {
 
@@ -13,16 +12,18 @@ CommandLine ReadCommandLine(int argc, char** argv) {
   return ParseCommandLine(QCoreApplication::arguments());
 }
 
+int Run(const CommandLine& line) {
+  if (line.Say.isEmpty()) return RunCommand(line);
+  Print(line.Say.toUtf8());
+  return StatusGood;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-  try {
-    const CommandLine line = ReadCommandLine(argc, argv);
-    if (line.Say.isEmpty()) return RunCommand(line);
-    std::fputs(line.Say.toUtf8().constData(), stdout);
-    return StatusGood;
-  } catch (const std::invalid_argument& wrong) {
-    std::fprintf(stderr, "tamberloom3-project: %s\n", wrong.what());
-    return StatusFailed;
-  }
+  return StatusOf([&] {
+    const int status = Run(ReadCommandLine(argc, argv));
+    FlushOutput();
+    return status;
+  });
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QTemporaryFile>
 #include <set>
 
 #include "dimmer/rules/dimmer_model.h"
@@ -11,12 +12,14 @@
 #include "panel/fennlink_record.h"
 #include "panel/panel_record.h"
 #include "panel/project_codec.h"
+#include "panel/project_file.h"
 
 namespace {
 
 /// Four relays, each switched by its input; a group, a preset, a timer, a station and a sweep that
 /// have nothing wrong.
 void LoadSoundProject() {
+  CurrentFileName = NoFileName;
   LoadDefaults();
   auto& p = PanelRecord;
   for (int i = 0; i < 4; ++i) {
@@ -56,6 +59,13 @@ std::vector<Fault> Faults() {
   FennlinkRecord& station = FennlinkRecords(26);
   FennlinkRecord& cell = FennlinkRecords(5);
   return {
+      {"file-ends-early", "PANEL",
+       [] {
+         QTemporaryFile file;
+         EXPECT_TRUE(file.open());
+         CurrentFileName = file.fileName();
+         ReadProjectFile();
+       }},
       {"image-element", "PANEL", [&] { p.DMXOnLevel = 100; }},
       {"image-element", "TIMER 07", [&] { p.TimerDays(6) = -1; }},
       {"image-element", "FL 1A", [&] { station.DevicePilot(0) = 256; }},

@@ -13,12 +13,13 @@ class ProjectCodecTest : public DocumentTest {
   /// The document that results from laying `bytes` over a new panel.
   std::string Laid(std::string_view bytes) {
     ProjectDocument document{PanelRecord, FennlinkRecords, DimmerBlock};
-    DecodeProject(bytes, document);
+    whole_ = DecodeProject(bytes, document);
     laid_ = document.Panel;
     return EncodeProject(document.Panel, document.Devices, document.Dimmers);
   }
 
   PanelRecordType laid_;
+  bool whole_ = false;
 };
 
 TEST_F(ProjectCodecTest, FieldsStandAtTheirOffsets) {
@@ -96,6 +97,7 @@ TEST_F(ProjectCodecTest, AnEarlyEndLeavesTheRestAsItWas) {
   for (const auto& [end, counted] : cuts) {
     EXPECT_EQ(Laid(nonsense.substr(0, end)), nonsense.substr(0, counted) + old.substr(counted))
         << end;
+    EXPECT_EQ(whole_, end == nonsense.size()) << end;
   }
 }
 

@@ -60,6 +60,12 @@ TEST_F(ProjectFileTest, SaveAndOpenKeepTheOldTail) {
   ReadProjectFile();
   EXPECT_EQ(Document(), saved);
   EXPECT_EQ(FilesInFolder(), 1);
+
+  ASSERT_TRUE(QFile::resize(CurrentFileName, 100));
+  ReadProjectFile();
+  EXPECT_TRUE(FileEndsEarly());
+  WriteProjectFile();
+  EXPECT_FALSE(FileEndsEarly());
 }
 
 TEST_F(ProjectFileTest, FailuresNameFileAndReasonAndTouchNothing) {

@@ -23,8 +23,10 @@ class ProjectProgramTest : public DocumentTest {
     return CurrentFileName;
   }
 
-  int Run(const QStringList& arguments) {
+  int Run(const QStringList& arguments, const QString& printTo = {}, const char* setting = "") {
     QProcess program;
+    if (!printTo.isEmpty()) program.setStandardOutputFile(printTo);
+    program.setEnvironment(QProcess::systemEnvironment() << QString::fromLatin1(setting));
     program.start(QStringLiteral(PROJECT_PROGRAM), arguments);
     EXPECT_TRUE(program.waitForFinished(60'000));
     output = program.readAllStandardOutput();
@@ -102,6 +104,56 @@ TEST_F(ProjectProgramTest, ReportsWholeOrNotAtAll) {
   EXPECT_TRUE(FileText(pdf) == old);
   EXPECT_EQ(Run({"report", file, "--xlsx", folder.path()}), 2);
   EXPECT_TRUE(errors.contains("it is a folder")) << errors.toStdString();
+}
+
+TEST_F(ProjectProgramTest, AFileThatEndsEarlyIsToldAndComparesAsANewPanel) {
+  const QString fresh = Save("fresh.T3");
+  PanelRecord.RelayPowerOnType(4) = 1;
+  const QString other = Save("other.T3");
+  for (const qint64 size : {177'009, 30'000, 0}) {
+    ASSERT_TRUE(QFile::resize(fresh, size));
+    EXPECT_EQ(Run({"check", fresh}), 1);
+    EXPECT_TRUE(Lines()[1].startsWith(fresh + "\terror\tfile-ends-early\tPANEL\t"));
+    EXPECT_EQ(Run({"compare", other, fresh}), 1);
+    EXPECT_EQ(Lines().size(), 2) << output.toStdString();
+  }
+}
+
+TEST_F(ProjectProgramTest, WhatCannotBeWrittenOrHeldIsToldAndNothingIsOverwritten) {
+  const QString file = Save("hall.T3");
+  const QString memory = folder.filePath("memory");
+  EXPECT_EQ(Run({"image", file, memory}), 0);
+  for (const QStringList& call : {QStringList{"check", file, file},
+                                  {"compare", file, file},
+                                  {"document", file},
+                                  {"--help"}}) {
+    EXPECT_EQ(Run(call, "/dev/full"), 2) << call.join(u' ').toStdString();
+    EXPECT_EQ(errors.count('\n'), 1) << errors.toStdString();
+  }
+
+  QFile::link(file, folder.filePath("link"));
+  const std::string bytes = FileText(file);
+  for (const QStringList& call :
+       {QStringList{"image", file, file},
+        {"image", folder.filePath("link"), file},
+        {"project", memory, folder.filePath("./memory")},
+        {"report", file, "--pdf", file},
+        {"report", file, "--xlsx", file},
+        {"report", file, "--pdf", folder.filePath("new"), "--xlsx", folder.filePath("./new")}}) {
+    EXPECT_EQ(Run(call), 2) << call.join(u' ').toStdString();
+    EXPECT_TRUE(errors.contains("asked for twice")) << errors.toStdString();
+  }
+  EXPECT_TRUE(FileText(file) == bytes);
+  EXPECT_EQ(FileText(memory).size(), 40960U);
+  EXPECT_FALSE(QFile::exists(folder.filePath("new")));
+
+  ASSERT_TRUE(QFile::resize(file, 5'000'000));
+  EXPECT_EQ(Run({"check", file}), 0);
+  const char* noMemory = "ASAN_OPTIONS=allocator_may_return_null=1:max_allocation_size_mb=4";
+  for (const char* command : {"check", "document"}) {
+    EXPECT_EQ(Run({command, file}, {}, noMemory), 2);
+    EXPECT_TRUE(errors.contains("not enough memory")) << errors.toStdString();
+  }
 }
 
 TEST_F(ProjectProgramTest, AWrongCallOrFileIsToldAndLeavesNothing) {

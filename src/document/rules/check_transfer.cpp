@@ -8,9 +8,10 @@
 #include "panel/dimmer_block.h"
 #include "panel/fennlink_record.h"
 #include "panel/panel_record.h"
+#include "panel/project_file.h"
 #include "panel/words.h"
 
-// What stops a download, fails its verification, or stops the document.
+// What the file lacks; what stops a download, fails its verification, or stops the document.
 
 namespace {
 
@@ -85,6 +86,13 @@ void WithImage(Look look, Failed failed) {
     failed(QString::fromUtf8(failure.what()));
   }
   PanelImage = *before;
+}
+
+void LookAtFile(const CheckScope&, const TellFinding& tell) {
+  if (!FileEndsEarly()) return;
+  tell({},
+       QStringLiteral("The project file ends early or is empty: what it lacks has not been read."),
+       {});
 }
 
 void LookAtImage(const CheckScope&, const TellFinding& tell) {
@@ -170,6 +178,7 @@ void LookAtModules(const CheckScope&, const TellFinding& tell) {
 }
 
 constexpr auto RulesOfTransfer = std::to_array<CheckRule>({
+    {"file-ends-early", Severity::Error, "frmT3Setup", LookAtFile},
     {"image-element", Severity::Error, "", LookAtImage},
     {"download-stops", Severity::Error, "frmT3Setup", LookAtDownload},
     {"document-stops", Severity::Error, "frmT3Document", LookAtDocument},
