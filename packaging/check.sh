@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Builds the package from build/release, has Debian's own checkers read it, and starts the programs
-# from it.
+# Makes the package, has Debian's own checkers read it, looks for what must be in it, and starts the
+# programs from it.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source packaging/packages.sh
-install_missing help2man lintian desktop-file-utils appstream xvfb xauth
+install_missing binutils lintian desktop-file-utils appstream xvfb xauth
 
 desktop-file-validate packaging/*.desktop
 appstreamcli validate --pedantic --no-net packaging/*.metainfo.xml || {
@@ -12,12 +12,34 @@ appstreamcli validate --pedantic --no-net packaging/*.metainfo.xml || {
   appstreamcli validate --no-net packaging/*.metainfo.xml
 }
 
-cmake --preset release >/dev/null
-cmake --build build/release
-rm -rf build/package build/release/*.deb
-(cd build/release && cpack -G DEB >/dev/null)
+packaging/package.sh
 lintian --allow-root --fail-on error,warning build/release/*.deb
+rm -rf build/package
 dpkg-deb -x build/release/*.deb build/package
+
+complain() {
+  echo "$1" >&2
+  exit 1
+}
+depends=$(dpkg-deb --field build/release/*.deb Depends)
+for library in libc6 libnova libqt6core6 libqt6network6 libqt6printsupport6 libqt6serialport6 \
+  libqt6widgets6 libstdc++6 libxlsxwriter; do
+  [[ $depends == *"$library"* ]] || complain "The package does not depend on $library."
+done
+for part in share/man/man1/tamberloom3{,-panel,-project}.1.gz \
+  share/bash-completion/completions/tamberloom3-{panel,project} \
+  libexec/tamberloom3/tamberloom3-panel-window; do
+  [ -s "build/package/usr/$part" ] || complain "$part is missing in the package."
+done
+
+# What is loaded must not come from the folder that a program happens to be started in.
+while IFS= read -r -d '' program; do
+  while read -r path; do
+    while IFS= read -r -d : place; do
+      [[ $place == /* || $place == '$ORIGIN'/* ]] || complain "$program searches \"$place\"."
+    done <<<"$path:"
+  done < <(readelf -d "$program" 2>/dev/null | sed -n 's/.*R\(UN\)\?PATH.*\[\(.*\)\]$/\2/p')
+done < <(find build/release build/package -type f -print0)
 
 bin=build/package/usr/bin
 "$bin/tamberloom3-panel" --version
@@ -28,8 +50,5 @@ mkdir -p "$HOME"
 for program in tamberloom3 "tamberloom3-panel --window --tcp 0"; do
   status=0
   timeout --signal=TERM 5 xvfb-run -a "$bin"/$program || status=$?
-  [ "$status" -eq 124 ] || {
-    echo "$program of the package ended by itself with status $status." >&2
-    exit 1
-  }
+  [ "$status" -eq 124 ] || complain "$program of the package ended by itself with status $status."
 done

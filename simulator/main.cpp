@@ -63,12 +63,10 @@ int Rehearse(const simulator::CommandLine& line) {
 
 /// Becomes the program with the window, which gets the same words.
 [[noreturn]] void BecomeWindow(char** argv) {
-  const QString folder = QCoreApplication::applicationDirPath();
-  const QString name = QStringLiteral("tamberloom3-panel-window");
-  for (const char* place : {"/window/", "/../" TAMBERLOOM_MODULE_DIR "/"}) {
-    const QByteArray path = QFile::encodeName(folder + QLatin1String(place) + name);
-    execv(path.constData(), argv);
-  }
+  const QByteArray path =
+      QFile::encodeName(QCoreApplication::applicationDirPath() + "/../" TAMBERLOOM_WINDOW_DIR
+                                                                 "/tamberloom3-panel-window");
+  execv(path.constData(), argv);
   throw std::runtime_error(std::string("the window cannot be started: ") + std::strerror(errno) +
                            ". Install the program again.");
 }

@@ -14,9 +14,8 @@ namespace {
 /// Beside this program, or where the desktop finds programs; empty where it is not installed.
 QString PanelProgram() {
   const QString name = QStringLiteral("tamberloom3-panel");
-  const QString folder = QCoreApplication::applicationDirPath();
   const QString beside =
-      QStandardPaths::findExecutable(name, {folder, folder + QStringLiteral("/simulator")});
+      QStandardPaths::findExecutable(name, {QCoreApplication::applicationDirPath()});
   return beside.isEmpty() ? QStandardPaths::findExecutable(name) : beside;
 }
 
