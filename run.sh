@@ -8,32 +8,50 @@ install_missing "${build_packages[@]}" fonts-dejavu-core
 cmake --preset release >/dev/null
 cmake --build build/release
 
-port=10001
-panel_arguments=(--pty --link COM16 --log build/panel.log)
-if (exec 3<>"/dev/tcp/127.0.0.1/$port") 2>/dev/null; then
-  answers="on COM16 only, as TCP port $port is taken"
-else
-  panel_arguments+=(--tcp "$port")
-  answers="on TCP 127.0.0.1 (port $port) and on COM16"
+rm -rf build/run
+mkdir -p build/run/home
+display=${DISPLAY:-}${WAYLAND_DISPLAY:-}
+# What nobody sees leaves nothing in the user's own folder.
+[ -n "$display" ] || export HOME="$PWD/build/run/home"
+if [ ! -w "${XDG_RUNTIME_DIR:-/nowhere}" ]; then
+  export XDG_RUNTIME_DIR="$PWD/build/run/runtime"
+  mkdir -m 700 "$XDG_RUNTIME_DIR"
 fi
 
-display=${DISPLAY:-}${WAYLAND_DISPLAY:-}
+panel=build/release/bin/tamberloom3-panel
+panel_arguments=(--pty --link COM16 --log build/panel.log)
+address=
+# The program knows this port alone; another panel may have it at the first address.
+for host in 127.0.0.{1..9}; do
+  echo quit | "$panel" --host "$host" --tcp 10001 >/dev/null 2>&1 || continue
+  address=$host
+  panel_arguments+=(--host "$host" --tcp 10001)
+  break
+done
 [ -z "$display" ] || panel_arguments+=(--window)
 
 children=()
 trap 'kill "${children[@]}" 2>/dev/null; wait' EXIT
-build/release/simulator/tamberloom3-panel "${panel_arguments[@]}" </dev/null >build/panel.out 2>&1 &
+"$panel" "${panel_arguments[@]}" </dev/null >build/panel.out 2>&1 &
 children+=($!)
+running() { kill -0 "${children[0]}" 2>/dev/null; }
 sleep 0.5
-kill -0 "${children[0]}" 2>/dev/null || {
+# Without a window it tells when it is ready.
+until [ -n "$display" ] || grep -q '^Serial:' build/panel.out || ! running; do sleep 0.1; done
+running || {
   cat build/panel.out >&2
   exit 1
 }
-echo "The simulated panel answers $answers."
+if [ -n "$address" ]; then
+  echo "The simulated panel answers on TCP $address (port 10001) and on COM16."
+else
+  echo "The simulated panel answers on COM16 only, as TCP port 10001 is taken."
+fi
 
 if [ -n "$display" ]; then
-  build/release/tamberloom3
+  build/release/bin/tamberloom3
 else
   source packaging/picture.sh
-  take_picture build/connected.png
+  take_picture build/connected.png "$address"
+  echo "A picture of the program, connected to the simulated panel: build/connected.png"
 fi

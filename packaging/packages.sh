@@ -1,4 +1,4 @@
-# Sourced by the scripts that need packages.
+# Sourced by the scripts that need packages; they run in the project's folder.
 
 # Installs those of the named Debian packages that are missing.
 install_missing() {
@@ -8,20 +8,23 @@ install_missing() {
       missing+=("$package")
   done
   [ ${#missing[@]} -eq 0 ] && return
-  echo "Installing: ${missing[*]}"
-  local root=()
-  if [ "$(id -u)" -ne 0 ]; then
-    root=(sudo)
-    command -v sudo >/dev/null || {
-      echo "Please install these packages as root and start again." >&2
-      exit 1
-    }
+  local root=() install=(apt-get install -y --no-install-recommends "${missing[@]}")
+  [ "$(id -u)" -eq 0 ] || root=(sudo)
+  mkdir -p build
+  if [ "${root[*]}" = sudo ] && ! command -v sudo >/dev/null; then
+    echo "Packages are missing, and there is no sudo. Please do this as root and start again:" >&2
+  else
+    echo "Installing: ${missing[*]}"
+    { "${root[@]}" apt-get update && "${root[@]}" env DEBIAN_FRONTEND=noninteractive "${install[@]}"; } \
+      </dev/null >build/packages.log 2>&1 && return
+    echo "Packages are missing and cannot be installed (build/packages.log tells why). With a" \
+      "network, as root:" >&2
   fi
-  "${root[@]}" apt-get update -qq
-  "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -qq -y --no-install-recommends "${missing[@]}" >/dev/null
+  echo "  apt-get update && ${install[*]}" >&2
+  exit 1
 }
 
-# Without a home to write in, the compiler cache and the panel's COM16 have no place.
+# Without a home to write in, the compiler cache has no place.
 if [ ! -w "${HOME:-/nowhere}" ]; then
   export HOME="$PWD/build/home"
   mkdir -p "$HOME"

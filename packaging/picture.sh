@@ -1,47 +1,41 @@
 # Sourced by run.sh where there is no display.
 
-# Starts the program on a virtual display, connects it to the simulated panel with the keyboard as a
-# user would, and leaves a picture of it in the file named.
+# Starts the program, connects it to the simulated panel as a user would, and leaves a picture of its
+# window. Takes the picture's file and the panel's TCP address, empty for COM16.
 take_picture() {
-  install_missing xvfb xdotool imagemagick openbox
-  local number=90
-  while [ -e "/tmp/.X11-unix/X$number" ]; do number=$((number + 1)); done
-  export DISPLAY=":$number"
-  Xvfb "$DISPLAY" -screen 0 800x640x24 >/dev/null 2>&1 &
-  children+=($!)
-  wait_until "the virtual display" xdotool getdisplaygeometry
-  openbox >/dev/null 2>&1 &
-  children+=($!)
-  wait_until "the window manager" xdotool get_desktop
-  build/release/tamberloom3 >/dev/null 2>&1 &
-  children+=($!)
-  wait_until "the program's window" xdotool search --onlyvisible --name "^Orv Tamberloom 3$" \
-    windowactivate
+  cmake --build build/release --target driver >/dev/null
+  coproc program {
+    QT_QPA_PLATFORM=offscreen QT_QPA_GENERIC_PLUGINS=driver QT_PLUGIN_PATH="$PWD/build/release/plugins" \
+      exec build/release/bin/tamberloom3 2>build/program.err
+  }
+  children+=("$program_PID")
+  exec {to_program}>&"${program[1]}" {from_program}<&"${program[0]}"
 
-  local keys=(xdotool key --delay 100)
-  sleep 0.5
-  "${keys[@]}" alt+c
-  sleep 0.5
-  "${keys[@]}" Tab Tab space Tab
-  xdotool type --delay 30 127.0.0.1
-  "${keys[@]}" Tab space
-  sleep 2
-  "${keys[@]}" alt+y  # Yes: take over the panel's hardware.
-  sleep 1
-  import -window root "$1"
-  echo "A picture of the program, connected to the simulated panel: $1"
+  tell open Connect
+  if [ -n "$2" ]; then
+    tell press TCP-IP
+    tell type "TCP/IP Address" "$2"
+  else
+    tell press USB
+    tell press COM16
+  fi
+  tell press "Connect To Tamberloom 3"
+  tell press Yes # Take over the panel's hardware.
+  tell see Connected
+  tell picture "$1"
 }
 
-# Waits up to ten seconds for a command to succeed.
-wait_until() {
-  local what=$1 tries=100
-  shift
-  until "$@" >/dev/null 2>&1; do
+# Has the driver in the program do something (tools/driver), as soon as it can be done.
+tell() {
+  local tries=200 answer
+  while [ "$tries" -gt 0 ] && kill -0 "$program_PID" 2>/dev/null; do
+    (IFS=$'\t' && echo "$*") >&"$to_program"
+    read -r -t 20 answer <&"$from_program" || break
+    [ "$answer" = ok ] && return
     tries=$((tries - 1))
-    [ "$tries" -gt 0 ] || {
-      echo "Gave up waiting for $what." >&2
-      exit 1
-    }
     sleep 0.1
   done
+  cat build/program.err >&2
+  echo "The program did not get as far as this: $*" >&2
+  exit 1
 }

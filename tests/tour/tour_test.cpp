@@ -81,8 +81,8 @@ class Driven {
     auto environment = QProcessEnvironment::systemEnvironment();
     environment.insert("HOME", home);
     environment.insert("QT_LOGGING_RULES", "*.warning=false");
-    environment.insert("QT_QPA_GENERIC_PLUGINS", "tour");
-    environment.insert("QT_PLUGIN_PATH", TOUR_PLUGINS);
+    environment.insert("QT_QPA_GENERIC_PLUGINS", "driver");
+    environment.insert("QT_PLUGIN_PATH", DRIVER_PLUGINS);
     Process.setProcessEnvironment(environment);
     Process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     Process.start(program, arguments);
