@@ -8,7 +8,7 @@ install_missing "${build_packages[@]}" fonts-dejavu-core
 cmake --preset release >/dev/null
 cmake --build build/release
 
-rm -rf build/run
+rm -rf build/run build/connected.png
 mkdir -p build/run/home
 display=${DISPLAY:-}${WAYLAND_DISPLAY:-}
 # What nobody sees leaves nothing in the user's own folder.
@@ -42,10 +42,12 @@ running || {
   cat build/panel.out >&2
   exit 1
 }
+# A machine can have an address that leads nowhere.
+[ -n "$display" ] || (exec 3<>"/dev/tcp/$address/10001") 2>/dev/null || address=
 if [ -n "$address" ]; then
   echo "The simulated panel answers on TCP $address (port 10001) and on COM16."
 else
-  echo "The simulated panel answers on COM16 only, as TCP port 10001 is taken."
+  echo "The simulated panel answers on COM16 only; TCP port 10001 is taken or cannot be reached."
 fi
 
 if [ -n "$display" ]; then

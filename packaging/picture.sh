@@ -5,8 +5,9 @@
 take_picture() {
   cmake --build build/release --target driver >/dev/null
   coproc program {
-    QT_QPA_PLATFORM=offscreen QT_QPA_GENERIC_PLUGINS=driver QT_PLUGIN_PATH="$PWD/build/release/plugins" \
-      exec build/release/bin/tamberloom3 2>build/program.err
+    export QT_QPA_PLATFORM=offscreen QT_LOGGING_RULES="*.warning=false"
+    export QT_QPA_GENERIC_PLUGINS=driver QT_PLUGIN_PATH="$PWD/build/release/plugins"
+    exec build/release/bin/tamberloom3 2>build/program.err
   }
   children+=("$program_PID")
   exec {to_program}>&"${program[1]}" {from_program}<&"${program[0]}"
