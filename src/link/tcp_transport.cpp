@@ -1,16 +1,76 @@
+#include <netdb.h>
+
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QNetworkProxy>
 #include <QTcpSocket>
 #include <QTimer>
+#include <QUrl>
 #include <algorithm>
 #include <array>
+#include <mutex>
+#include <optional>
+#include <thread>
 #include <utility>
 
 #include "link/transport.h"
 
 namespace {
+
+using Addresses = QList<QHostAddress>;
+
+/// Asks the system for a host's addresses, in a thread that nobody waits for: while no name server
+/// answers that takes longer than people wait, and the toolkit's own look-up would keep the program
+/// from ending.
+class LookUp {
+ public:
+  LookUp(const QString& host, const std::function<void(const Addresses&)>& told) {
+    asker_->Receiver = &receiver_;
+    const auto find = [asker = asker_, name = QUrl::toAce(host), told] {
+      const Addresses found = Find(name);
+      const std::lock_guard lock(asker->Lock);
+      if (!asker->Receiver) return;
+      QMetaObject::invokeMethod(
+          asker->Receiver, [told, found] { told(found); }, Qt::QueuedConnection);
+    };
+    std::thread(find).detach();
+  }
+  /// Nothing is told any more.
+  ~LookUp() {
+    const std::lock_guard lock(asker_->Lock);
+    asker_->Receiver = nullptr;
+  }
+  LookUp(const LookUp&) = delete;
+  LookUp& operator=(const LookUp&) = delete;
+
+ private:
+  struct Asker {
+    std::mutex Lock;
+    QObject* Receiver;
+  };
+
+  static Addresses Find(const QByteArray& name) {
+    addrinfo wanted{};
+    wanted.ai_flags = AI_ADDRCONFIG;
+    wanted.ai_socktype = SOCK_STREAM;
+    addrinfo* first = nullptr;
+    Addresses found;
+    if (getaddrinfo(name.constData(), nullptr, &wanted, &first) != 0) return found;
+    for (const addrinfo* one = first; one; one = one->ai_next) found << QHostAddress(one->ai_addr);
+    freeaddrinfo(first);
+    return found;
+  }
+
+  QObject receiver_;
+  std::shared_ptr<Asker> asker_ = std::make_shared<Asker>();
+};
+
+/// Digits and dots that are no address are nobody's name.
+bool IsNumber(const QString& host) {
+  return std::all_of(host.begin(), host.end(),
+                     [](QChar c) { return c == u'.' || (c >= u'0' && c <= u'9'); });
+}
 
 /// The socket hands its bytes straight on, without a buffer and the bookkeeping of its own.
 class QtSocketControl : public SocketControl {
@@ -18,24 +78,31 @@ class QtSocketControl : public SocketControl {
   QtSocketControl() {
     socket_.setProxy(QNetworkProxy::NoProxy);
     QObject::connect(&socket_, &QIODevice::readyRead, &socket_, [this] { Fetch(); });
+    // The name's next address, where nobody answers at one.
+    const auto tryNext = [this] {
+      if (socket_.state() == QAbstractSocket::UnconnectedState) ConnectToNext();
+    };
+    QObject::connect(&socket_, &QAbstractSocket::stateChanged, &socket_, tryNext,
+                     Qt::QueuedConnection);
   }
 
   void SetLocalPort(quint16 port) override { localPort_ = port; }
-  void SetRemoteHost(const QString& host) override { remoteHost_ = host; }
+  void SetRemoteHost(const QString& host) override { remoteHost_ = host.trimmed(); }
   void SetRemotePort(quint16 port) override { remotePort_ = port; }
 
   void Connect() override {
     Close();
-    if (localPort_ != 0) socket_.bind(localPort_);
-    socket_.connectToHost(remoteHost_, remotePort_, QIODevice::ReadWrite | QIODevice::Unbuffered);
-    // Each frame waits for its reply, so holding small packets back only costs time.
-    socket_.setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    if (const QHostAddress address(remoteHost_); !address.isNull()) {
+      ConnectTo({address});
+    } else if (!IsNumber(remoteHost_)) {
+      lookUp_.emplace(remoteHost_, [this](const Addresses& found) { ConnectTo(found); });
+    }
   }
 
   int State() const override {
+    if (lookUp_) return Resolving;
+    if (!addresses_.isEmpty()) return Connecting;
     switch (socket_.state()) {
-      case QAbstractSocket::HostLookupState:
-        return Resolving;
       case QAbstractSocket::ConnectingState:
         return Connecting;
       case QAbstractSocket::ConnectedState:
@@ -48,6 +115,8 @@ class QtSocketControl : public SocketControl {
   }
 
   void Close() override {
+    lookUp_.reset();
+    addresses_.clear();
     socket_.abort();
     buffer_.clear();
   }
@@ -85,12 +154,29 @@ class QtSocketControl : public SocketControl {
       if (over()) loop.quit();
     });
     QObject::connect(&socket_, &QAbstractSocket::stateChanged, &loop, &QEventLoop::quit);
+    QObject::connect(&socket_, &QAbstractSocket::errorOccurred, &loop, &QEventLoop::quit);
     QTimer::singleShot(std::chrono::milliseconds(deadline.remainingTime()), Qt::PreciseTimer, &loop,
                        &QEventLoop::quit);
     loop.exec();
   }
 
  private:
+  void ConnectTo(const Addresses& addresses) {
+    lookUp_.reset();
+    addresses_ = addresses;
+    if (addresses_.isEmpty()) Q_EMIT socket_.errorOccurred(QAbstractSocket::HostNotFoundError);
+    ConnectToNext();
+  }
+
+  void ConnectToNext() {
+    if (addresses_.isEmpty()) return;
+    const QHostAddress address = addresses_.takeFirst();
+    if (localPort_ != 0) socket_.bind(localPort_);
+    socket_.connectToHost(address, remotePort_, QIODevice::ReadWrite | QIODevice::Unbuffered);
+    // Each frame waits for its reply, so holding small packets back only costs time.
+    socket_.setSocketOption(QAbstractSocket::LowDelayOption, 1);
+  }
+
   void Fetch() {
     std::array<char, 1024> bytes;
     const qint64 count = socket_.read(bytes.data(), static_cast<qint64>(bytes.size()));
@@ -99,6 +185,8 @@ class QtSocketControl : public SocketControl {
   }
 
   QTcpSocket socket_;
+  std::optional<LookUp> lookUp_;
+  Addresses addresses_;  ///< Those of the host that have not been tried.
   std::string buffer_;
   QElapsedTimer looked_;
   QString remoteHost_;

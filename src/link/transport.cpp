@@ -48,6 +48,8 @@ SocketControl& WinSockQZ() {
 
 std::unique_ptr<SocketControl> NewSocketControl() {
   QLibrary module(QStringLiteral("tamberloom3_tcp"));
+  // A look-up of a name may still be under way when the program ends.
+  module.setLoadHints(QLibrary::PreventUnloadHint);
   const auto make = reinterpret_cast<SocketControl* (*)()>(module.resolve("MakeSocketControl"));
   if (!make) {
     throw TransportFailure(QStringLiteral("The program's part for TCP connections cannot be "

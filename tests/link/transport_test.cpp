@@ -1,7 +1,9 @@
 #include "link/transport.h"
 
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <netdb.h>
 #include <stdlib.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -12,10 +14,79 @@
 #include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <atomic>
 #include <thread>
 
 #include "panel/program_state.h"
+#include "shell/application.h"
 #include "shell/stopwatch.h"
+
+namespace {
+
+std::atomic<bool> nameServerAsked = false;
+
+}  // namespace
+
+/// In place of the system's: "two.test" has two addresses, no name server knows "none.test" and
+/// none answers for any other.
+extern "C" int getaddrinfo(const char* name, const char* service, const addrinfo* hints,
+                           addrinfo** found) {
+  const auto systems = reinterpret_cast<decltype(&getaddrinfo)>(dlsym(RTLD_NEXT, "getaddrinfo"));
+  const std::string_view asked = name ? name : "";
+  if (asked == "none.test") return EAI_NONAME;
+  if (asked != "two.test") {
+    nameServerAsked = true;
+    while (true) pause();
+  }
+  const int failure = systems("127.0.0.1", service, hints, found);
+  addrinfo* first = nullptr;
+  if (failure != 0 || systems("127.0.0.2", service, hints, &first) != 0) return EAI_NONAME;
+  first->ai_next = *found;
+  *found = first;
+  return 0;
+}
+
+TEST(TransportTest, AHostIsFoundByNameAtAnyOfItsAddressesOrToldAtOnce) {
+  QTcpServer server;
+  ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
+  const auto socket = NewSocketControl();
+  socket->SetRemotePort(server.serverPort());
+  bool late = false;
+  constexpr int lateMs = 10'000;
+  QTimer::singleShot(lateMs, [&] { late = true; });
+  const auto stateAt = [&](const char* host) {
+    socket->SetRemoteHost(QString::fromLatin1(host));
+    socket->Connect();
+    const auto underWay = [&] {
+      return socket->State() == SocketControl::Resolving ||
+             socket->State() == SocketControl::Connecting;
+    };
+    while (underWay() && !late) socket->Wait(1, lateMs);
+    return socket->State();
+  };
+  EXPECT_EQ(stateAt("two.test"), SocketControl::Up);
+  for (const char* nowhere : {"none.test", "192.168.1.300", "1.2.3.4.5", ""}) {
+    EXPECT_EQ(stateAt(nowhere), SocketControl::Closed) << nowhere;
+  }
+  EXPECT_FALSE(late);
+  EXPECT_FALSE(nameServerAsked);
+}
+
+TEST(TransportTest, TheProgramEndsWhileNoNameServerAnswers) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");  // the end in a process of its own
+  const auto end = [] {
+    constexpr int patience = 20;
+    alarm(patience);
+    auto socket = NewSocketControl();
+    socket->SetRemoteHost(QStringLiteral("silent.test"));
+    socket->Connect();
+    while (!nameServerAsked) std::this_thread::yield();
+    socket.reset();
+    static_cast<Application*>(QCoreApplication::instance())->~Application();
+    _exit(0);
+  };
+  EXPECT_EXIT(end(), testing::ExitedWithCode(0), "");
+}
 
 TEST(TransportTest, APeerThatFloodsIsClosed) {
   QTcpServer server;
