@@ -61,6 +61,9 @@ struct SwitchSetting {
   int Minutes = 0;
   int OffLevel = 0;  // of a photocell
   int OnLevel = 0;
+
+  Mask TurnsOn() const { return Rows[OnOnly] | Rows[OnAndOff] | Rows[BlinkAlert]; }
+  bool operator==(const SwitchSetting&) const = default;
 };
 
 /// What is to be on and off afterwards.

@@ -24,9 +24,12 @@ void Engine::PowerOn(Instant at) {
   Told = Held = HeldOn = Output = Warned = BlinkShown = InputsOff = TimersOff = StatusHeld = 0;
   Contacts.fill(0);
   DeviceContacts.fill(0);
-  Lights.fill({});
-  RememberShown();
+  Occupants.clear();
+  Lights.fill({0, 0, at});
+  Unheard.reset();
+  GroupsShown = PresetsShown = 0;
   PilotsShown.assign(Settings->Pilots.size(), false);
+  StartPhotocells(*Settings);
   StartHours();
   PlanAnew();
 
@@ -35,17 +38,24 @@ void Engine::PowerOn(Instant at) {
   TurnOn(Settings->OnAfterPower);
   StartDimmers();
   Settle(cause);
+  TellGroupsAndPresets(cause, AllItems);
   TellPilots(cause);
 }
 
 void Engine::Refresh() {
   if (Memory->Revision() == KnownRevision) return;
   const std::int64_t wall = Wall();
+  for (int device = 1; device <= Devices; ++device) {
+    Light& light = Lights[static_cast<std::size_t>(device)];
+    light = {LightNow(device), light.To, Present};
+  }
+  const std::shared_ptr<const Configuration> known = Settings;
   KnownRevision = Memory->Revision();
   Settings = std::make_shared<Configuration>(*Memory);
   Sky = Sun(Settings->Latitude, Settings->LongitudeWest);
   // A rule of daylight saving that comes or goes does not move the clock.
   if (Wall() != wall) MoveTo(Settings->Days.FromWall(wall));
+  StartPhotocells(*known);
   StartHours();
   PlanAnew();
   RememberShown();
@@ -176,12 +186,12 @@ void Engine::TellSettledRelays(const Subject& cause, std::string_view ownWords, 
     const Subject& source = ownWords.empty() ? cause : item;
     const std::string& name = Settings->RelayNames[static_cast<std::size_t>(relay)];
     if (!ownWords.empty()) TellFires(source, ownWords);
+    const bool begins = Has(blinks & ~BlinkShown, relay);
     const bool on = Has(Output, relay);
-    if (Has(blinks & ~BlinkShown, relay)) {
-      Tell(source, item, Change::Blinks, name);
-    } else {
+    if (Has(changed, relay) || !begins) {
       Tell(source, item, on ? Change::On : Change::Off, name);
     }
+    if (begins) Tell(source, item, Change::Blinks, name);
   });
 }
 

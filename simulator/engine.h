@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <bitset>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -117,6 +118,11 @@ class Engine {
     std::int64_t To = 0;
     Instant Since = 0;
   };
+  /// A contact that stays closed as long as somebody is there.
+  struct Occupant {
+    int Switch = 0;
+    Mask Relays = 0;  // that it has turned on, and nobody off
+  };
   struct DimmerState {
     enum class Goal { Base, Tracking, Fixed };
     Goal Towards = Goal::Base;
@@ -181,11 +187,15 @@ class Engine {
   void TurnOn(Mask on);
   /// By somebody who is there: off-hours sweeps wait for the override time.
   void PersonTurnsOn(Mask on);
+  /// Of relays that nobody holds on any more.
+  void BeginOverride(Mask relays);
   void TurnOff(Mask off);
   void WarnOff(Mask off);
   void Forget(Mask relays);
   Mask Waiting(Due due) const;
-  void ApplyPreset(int preset);
+  /// By somebody who tells the preset or timer, which is a row whatever comes of it.
+  void ApplyPreset(int preset, const Subject& cause);
+  void ApplyTimer(int timer, const Subject& cause);
 
   // Inputs
   Subject SwitchSubject(int number) const;
@@ -194,6 +204,11 @@ class Engine {
   /// Within its active times, and not disabled by another.
   bool Active(int number) const;
   bool InActiveTimes(int number) const;
+  /// What occupants whose input is in force hold on.
+  Mask Occupied() const;
+  void Occupy(int number, Mask relays);
+  /// The relays that it still held.
+  Mask Leave(int number);
   void RunSwitch(int number, Contact contact, bool closed, const Subject& cause);
   void RunLevelSwitches(const Subject& cause);
   void Toggle(const SwitchSetting& setting);
@@ -202,6 +217,8 @@ class Engine {
   void NextStep(const SwitchSetting& setting);
   void BeginTimedOn(const SwitchSetting& setting, bool closed);
   std::int64_t LightNow(int device) const;
+  /// Lets photocells tell their light anew; inputs that were set otherwise take it as news.
+  void StartPhotocells(const Configuration& before);
   void SchedulePhotocell(int device);
   void RunPhotocell(int device);
 
@@ -246,7 +263,9 @@ class Engine {
   std::array<std::uint8_t, Items> Contacts{};
   std::array<std::uint8_t, Devices + 1> DeviceContacts{};
   std::array<bool, Devices + 1> Silent{};
+  std::vector<Occupant> Occupants;
   std::array<Light, Devices + 1> Lights{};
+  std::bitset<Switches> Unheard;  // closed by photocells before their settings changed
   Mask InputsOff = 0;
   Mask TimersOff = 0;
   Mask StatusHeld = 0;

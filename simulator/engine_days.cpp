@@ -167,7 +167,7 @@ void Engine::Sweep() {
   *NextSweep += Settings->SweepMs;
   const Subject cause{Subject::Kind::Sweep, 0, 0};
   TellFires(cause, "off hours sweep");
-  const Mask waiting = Waiting(Due::OverrideOver) | Waiting(Due::TimeOver);
+  const Mask waiting = Waiting(Due::OverrideOver) | Waiting(Due::TimeOver) | Occupied();
   TellRelays(0, Settings->Swept & ~waiting, reading::OffBySweep);
   Settle(cause);
 }

@@ -141,7 +141,7 @@ void Engine::RunSlot(int index) {
       state.LevelBefore = state.Level;
     }
     state.Slot = index;
-    state.Reverts = slot.Revert != Never;
+    state.Reverts = slot.Revert != Never && !IsRamp(slot.Action);
     SetGoal(slot.Output, DimmerState::Goal::Fixed, to, ms);
   };
   if (slot.Action == RevertToPhotocell) {

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <span>
 #include <stdexcept>
+#include <utility>
 
 #include "simulator/engine.h"
 
@@ -66,9 +67,9 @@ int Engine::DeviceInputBits(int device) const {
 }
 
 void Engine::SetSilent(int device, bool silent) {
-  Silent[CheckedDevice(device)] = silent;
+  if (std::exchange(Silent[CheckedDevice(device)], silent) == silent) return;
   Refresh();
-  if (Settings->IsPhotocell[static_cast<std::size_t>(device)]) RunPhotocell(device);
+  RunPhotocell(device);
   RunLevelSwitches({Subject::Kind::Hand, 0, 0});
 }
 
@@ -108,6 +109,7 @@ void Engine::RunSwitch(int number, Contact contact, bool closed, const Subject& 
   const SwitchSetting& setting = Settings->Inputs[static_cast<std::size_t>(number)];
   const bool isOn = contact == Contact::On;
   const bool press = isOn && closed;
+  const Mask left = isOn && !closed ? Leave(number) : 0;
   if (Active(number)) {
     switch (setting.Kind) {
       case MomentaryOnOff:
@@ -118,16 +120,23 @@ void Engine::RunSwitch(int number, Contact contact, bool closed, const Subject& 
         if (press) Toggle(setting);
         break;
       case MaintainedOnOff:
-        if (press) SwitchOn(setting);
-        if (closed != isOn) SwitchOff(setting);
+        if (press) {
+          Occupy(number, setting.TurnsOn());
+          SwitchOn(setting);
+        }
+        if (closed != isOn) {
+          SwitchOff(setting);
+          BeginOverride(left & Told & ~Warned);
+        }
         break;
       case MaintainedMultiWay:
         if (isOn) Toggle(setting);
         break;
       case InputKind::SetPreset:
-        if (press && setting.Preset < Items) ApplyPreset(setting.Preset);
+        if (press && setting.Preset < Items) ApplyPreset(setting.Preset, cause);
         break;
       case InputKind::TimedOn:
+        if (press) Occupy(number, setting.Rows[1]);
         if (isOn) BeginTimedOn(setting, closed);
         break;
       case HIDBiLevel:
@@ -136,7 +145,7 @@ void Engine::RunSwitch(int number, Contact contact, bool closed, const Subject& 
         if (press) NextStep(setting);
         break;
       case InputKind::ForceTimer:
-        if (press) EachBit(setting.Rows[1], [&](int timer) { RunTimer(timer, cause); });
+        if (press) EachBit(setting.Rows[1], [&](int timer) { ApplyTimer(timer, cause); });
         break;
       default:
         break;
@@ -148,8 +157,33 @@ void Engine::RunSwitch(int number, Contact contact, bool closed, const Subject& 
   RunLevelSwitches(cause);
 }
 
+Mask Engine::Occupied() const {
+  Mask relays = 0;
+  for (const Occupant& occupant : Occupants) {
+    if (Active(occupant.Switch)) relays |= occupant.Relays;
+  }
+  return relays;
+}
+
+void Engine::Occupy(int number, Mask relays) {
+  const int device = number < Items ? 0 : (number - Items) / DeviceInputs + 1;
+  // A photocell is nobody.
+  if (!Settings->IsPhotocell[static_cast<std::size_t>(device)]) {
+    Occupants.push_back({number, relays});
+  }
+}
+
+Mask Engine::Leave(int number) {
+  Mask relays = 0;
+  std::erase_if(Occupants, [&](const Occupant& occupant) {
+    if (occupant.Switch == number) relays |= occupant.Relays;
+    return occupant.Switch == number;
+  });
+  return relays;
+}
+
 void Engine::SwitchOn(const SwitchSetting& setting) {
-  PersonTurnsOn(setting.Rows[OnOnly] | setting.Rows[OnAndOff] | setting.Rows[BlinkAlert]);
+  PersonTurnsOn(setting.TurnsOn());
 }
 
 void Engine::SwitchOff(const SwitchSetting& setting) {
@@ -158,7 +192,7 @@ void Engine::SwitchOff(const SwitchSetting& setting) {
 }
 
 void Engine::Toggle(const SwitchSetting& setting) {
-  const Mask on = setting.Rows[OnOnly] | setting.Rows[OnAndOff] | setting.Rows[BlinkAlert];
+  const Mask on = setting.TurnsOn();
   // A press during the warning keeps the light.
   if ((on & ~Told) == 0 && (on & Warned) == 0) {
     SwitchOff(setting);
@@ -266,10 +300,20 @@ void Engine::SetPhotocell(int device, int level) {
   Light& light = Lights[CheckedDevice(device)];
   if (level < 0 || level > 255) throw std::out_of_range("level " + std::to_string(level));
   Refresh();
+  if (light.To == level * LightUnits) return;
   light = {LightNow(device), level * LightUnits, Present};
-  if (!Settings->IsPhotocell[static_cast<std::size_t>(device)]) return;
-  SchedulePhotocell(device);
-  RunPhotocell(device);
+  if (Settings->IsPhotocell[static_cast<std::size_t>(device)]) SchedulePhotocell(device);
+}
+
+void Engine::StartPhotocells(const Configuration& before) {
+  for (int device = 1; device <= Devices; ++device) {
+    if (!Settings->IsPhotocell[static_cast<std::size_t>(device)]) continue;
+    SchedulePhotocell(device);
+    for (int i = 0; i < DeviceInputs; ++i) {
+      const auto number = static_cast<std::size_t>(SwitchOf(device, i));
+      if (Settings->Inputs[number] != before.Inputs[number]) Unheard.set(number);
+    }
+  }
 }
 
 void Engine::SchedulePhotocell(int device) {
@@ -296,16 +340,27 @@ void Engine::SchedulePhotocell(int device) {
 }
 
 void Engine::RunPhotocell(int device) {
-  if (Silent[static_cast<std::size_t>(device)]) return;
+  const auto place = static_cast<std::size_t>(device);
+  if (Silent[place] || !Settings->IsPhotocell[place]) return;
   const std::int64_t light = LightNow(device);
+  const std::int64_t to = Lights[place].To;
   for (int i = 0; i < DeviceInputs; ++i) {
     const int number = SwitchOf(device, i);
-    const SwitchSetting& setting = Settings->Inputs[static_cast<std::size_t>(number)];
-    const std::optional<bool> closes =
-        reading::PhotocellSays(light, setting.OnLevel * LightUnits, setting.OffLevel * LightUnits);
-    if (closes) SetDeviceInput(device, i, *closes);
+    const auto at = static_cast<std::size_t>(number);
+    const auto says = [&setting = Settings->Inputs[at]](std::int64_t level) {
+      return reading::PhotocellSays(level, setting.OnLevel * LightUnits,
+                                    setting.OffLevel * LightUnits);
+    };
+    // On its way to where it says something else, or nothing, the light says nothing yet.
+    const std::optional<bool> closes = says(light);
+    if (!closes || closes != says(to)) continue;
+    if (Unheard[at] && SwitchClosed(number) && *closes) {
+      DeviceContacts[place] ^= static_cast<std::uint8_t>(1 << i);
+    }
+    Unheard.reset(at);
+    SetDeviceInput(device, i, *closes);
   }
-  if (light == Lights[static_cast<std::size_t>(device)].To) FollowPhotocell(device);
+  if (light == to) FollowPhotocell(device);
 }
 
 }  // namespace simulator

@@ -23,12 +23,15 @@ void Engine::SetGroup(int group, bool on, Subject::Kind by) {
 
 void Engine::SetPreset(int preset, Subject::Kind by) {
   Refresh();
-  ApplyPreset(preset);
-  Settle({by, 0, 0});
+  const Subject cause{by, 0, 0};
+  ApplyPreset(preset, cause);
+  Settle(cause);
 }
 
-void Engine::ApplyPreset(int preset) {
-  const Outcome& wanted = Settings->Presets.at(static_cast<std::size_t>(preset));
+void Engine::ApplyPreset(int preset, const Subject& cause) {
+  const auto at = static_cast<std::size_t>(preset);
+  const Outcome& wanted = Settings->Presets.at(at);
+  Tell(cause, {Subject::Kind::Preset, preset, 0}, Change::Fires, Settings->PresetNames[at]);
   PersonTurnsOn(wanted.On);
   TellRelays(0, wanted.Off, reading::OffByPerson);
   RunSlots(DimmerSlot::Kind::Preset, preset);
@@ -36,7 +39,13 @@ void Engine::ApplyPreset(int preset) {
 
 void Engine::ForceTimer(int timer, Subject::Kind by) {
   Refresh();
-  RunTimer(timer, {by, 0, 0});
+  ApplyTimer(timer, {by, 0, 0});
+}
+
+void Engine::ApplyTimer(int timer, const Subject& cause) {
+  Tell(cause, {Subject::Kind::Timer, timer, 0}, Change::Fires,
+       Settings->TimerNames.at(static_cast<std::size_t>(timer)));
+  RunTimer(timer, cause);
 }
 
 void Engine::TellRelays(Mask on, Mask off, Manner manner) {
@@ -61,6 +70,7 @@ void Engine::TurnOff(Mask off) {
   Forget(off);
   const Mask ended = off & Told;
   Told &= ~off;
+  for (Occupant& occupant : Occupants) occupant.Relays &= ~off;
   Schedule({Present + reading::PulseMs, Due::PulseBack, ended & Settings->PulsedOff});
   Schedule({Present + Settings->AlarmMs, Due::PulseBack, ended & Settings->AlarmOff});
 }
@@ -78,9 +88,13 @@ void Engine::WarnOff(Mask off) {
 
 void Engine::PersonTurnsOn(Mask on) {
   TurnOn(on);
-  if (!BuildingOpen && Settings->OverrideMs != 0) {
-    Schedule({Present + Settings->OverrideMs, Due::OverrideOver, on & Settings->Swept});
-  }
+  BeginOverride(on);
+}
+
+void Engine::BeginOverride(Mask relays) {
+  if (BuildingOpen || Settings->OverrideMs == 0) return;
+  Schedule(
+      {Present + Settings->OverrideMs, Due::OverrideOver, relays & Settings->Swept & ~Occupied()});
 }
 
 void Engine::Forget(Mask relays) {

@@ -70,11 +70,15 @@ void LogLines::Take(const Row& row, const Calendar& days) {
   const Form form = FormOf(row);
   const bool fires = row.What == Change::Fires;
   if (!fires && *form.Verb == 0) return;
-  if (fires || row.Time != Cause.Time || !(row.Cause == Cause.Cause)) {
+  // A switch that opens after it has set something does not do so in that thing's name.
+  const bool itself = row.Item == row.Cause && Cause.Item.What != Subject::Kind::None &&
+                      Cause.What == Change::Fires;
+  if (fires || itself || row.Time != Cause.Time || !(row.Cause == Cause.Cause)) {
     Finish();
     Cause = row;
     Wall = days.Wall(row.Time);
     Why = Text(row.Cause);
+    if (fires && row.Item.What != Subject::Kind::None) Why += ", " + Text(row.Item);
     if (fires && !row.Words.empty()) Why += " (" + std::string(row.Words) + ")";
     Doing = {};
     Open = fires;

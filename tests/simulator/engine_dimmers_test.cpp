@@ -49,7 +49,8 @@ std::string LevelsAfterSteps(const DimmerCase& one) {
         engine.SetContact(0, Contact::On, step == 'p');
         break;
       case 'b':
-        engine.SetDeviceInput(SlotStation, 1, true);
+      case 'B':
+        engine.SetDeviceInput(SlotStation, 1, step == 'b');
         break;
       case 't':
         engine.ForceTimer(4, Subject::Kind::Hand);
@@ -118,6 +119,15 @@ TEST(EngineDimmersTest, SlotsLimitsCurvesAndRelaysSetTheLevel) {
       {{{ControlType, input}, {ControlAction, lower}, {PowerOnLevel, 10}}, "pm", "0 "},
       {{{ControlType, input}, {ControlAction, rampUp}}, "psrmpm", "125 125 255 "},
       {{{ControlType, input}, {ControlAction, rampDown}}, "psrm", "75 75 "},
+      // What reverts after a ramp goes back to where the ramp has led.
+      {{{ControlType, input},
+        {ControlAction, rampUp},
+        {ControlType + 1, input},
+        {ControlNumber + 1, 1},
+        {ControlDevice + 1, SlotStation},
+        {ControlAction + 1, Goto80}},
+       "psrbmBm",
+       "125 204 125 "},
       // Limits, a minimum above the maximum, and those of the photocell.
       {{{ControlType, input}, {ControlAction, Goto80}, {MaxLevel, 150}}, "pm", "150 "},
       {{{ControlType, input}, {ControlAction, goto0}, {MinLevel, 60}}, "pm", "60 "},

@@ -26,6 +26,8 @@ const InputCase InputCases[]{
     // Momentary PB, by itself, outside its active times and before a group's code.
     {1, 1, 0, -1, "1230", "2prprp", "123 123 1 1 13"},
     {1, -1, -1, -1, "1000", "aprhp", "- - - 1"},
+    {1, -1, -1, -1, "1000", "aNp", "7 17"},  // across midnight
+    {1, -1, -1, -1, "1000", "Ap", "-"},
     {1, 1, 0, -1, "2000", "gpr1p", "5 5 5"},
     {-1, 1, 0, -1, "1000", "spr", "- -"},
     {1, 1, 0, -1, "0004", "prprpw", "4 4 4 4 4 4"},  // a press keeps the light
@@ -74,6 +76,10 @@ PanelMemory InputMemory(const InputCase& one, int deviceType, int type) {
     memory.SetByte(map::InputEnableTime, 40);
     memory.SetByte(map::InputDisableTime, 20);
   }
+  if (steps.front() == 'A') {  // from 05:00 to 07:00
+    memory.SetByte(map::InputEnableTime, 20);
+    memory.SetByte(map::InputDisableTime, 28);
+  }
   memory.SetByte(map::InputType + 1, 1);
   memory.SetCode(map::InputRelayControl, 7, 1, OnAndOff);
   memory.SetCode(map::PresetRelayControl, 0, 5, 1);
@@ -107,6 +113,7 @@ std::string LitAfterSteps(const InputCase& one, int deviceType, int type) {
       case 'g':
       case 'c':
       case 'a':
+      case 'A':
         continue;
       case 's':
         engine.SetSilent(TestedDevice, true);
@@ -131,6 +138,9 @@ std::string LitAfterSteps(const InputCase& one, int deviceType, int type) {
         break;
       case 'h':
         passes = 2 * HourMs;
+        break;
+      case 'N':  // from 08:00 to 02:00
+        passes = 18 * HourMs;
         break;
       case 'd':
         passes = DayMs;
@@ -159,33 +169,108 @@ TEST(EngineInputsTest, EveryTypeDoesItsWorkLocallyAndOnDevices) {
   }
 }
 
-// Relay 1 belongs to the sweep, the office is closed until 08:00, the override takes two hours.
-TEST(EngineInputsTest, ATimedOnInputIsAPersonOffHours) {
-  PanelMemory memory = EmptyInstallation();
-  memory.SetByte(map::OffHoursSweepRelay, 1);
-  memory.SetByte(map::InputType, 5);
-  memory.SetWord(map::InputTimedOnTime, 30);
-  memory.SetCode(map::InputRelayControl, 0, 0, 1);
-  EXPECT_EQ(Rehearsed(memory, "2026-03-02",
-                      "2026-03-02 00:30 press 1\n2026-03-02 02:20 release 1\n"
-                      "2026-03-02 03:10 press 1",
-                      "\tRELAY 01\t"),
-            "03-02 00:30:00 INPUT 01,RELAY 01,on;03-02 02:50:00 RELAY 01,-,fires;"
-            "03-02 02:50:00 RELAY 01,RELAY 01,off;03-02 03:10:00 INPUT 01,RELAY 01,on;"
-            "03-02 05:10:00 RELAY 01,-,fires;03-02 05:10:00 RELAY 01,RELAY 01,off;");
+// Relay 1 belongs to the sweep, which comes every hour; the office is closed until 08:00, the
+// override takes two hours. Of one instant the sweep comes last.
+TEST(EngineInputsTest, AHeldContactIsSomebodyOffHours) {
+  constexpr int maintained = 2;
+  constexpr int timedOn = 5;
+  constexpr int inputDisable = 9;
+  struct Case {
+    int Type;
+    const char* Script;
+    const char* Rows;
+  };
+  const Case cases[]{
+      {maintained, "00:30 press 1,00:40 relay 1 on,03:30 release 1", "00:30 on 05:30 off "},
+      {maintained, "00:30 press 1,00:45 relay 1 off,00:50 relay 1 on",
+       "00:30 on 00:45 off 00:50 on 02:50 off "},
+      {maintained, "00:30 press 1,00:45 relay 1 off,00:50 timer 1",
+       "00:30 on 00:45 off "
+       "00:50 on 01:00 off "},
+      {maintained, "00:30 press 1,01:30 press 2", "00:30 on 02:00 off "},
+      // The one who came first leaves first.
+      {maintained, "00:30 press 1,00:40 press 3,00:50 release 1,04:30 release 3",
+       "00:30 on 06:30 off "},
+      {timedOn, "00:30 press 1,02:20 release 1,03:10 press 1,07:10 release 1",
+       "00:30 on 02:50 off 03:10 on 07:40 off "},
+  };
+  for (const Case& one : cases) {
+    PanelMemory memory = EmptyInstallation();
+    memory.SetByte(map::OffHoursSweepRelay, 3);
+    for (const int input : {0, 2}) {
+      memory.SetByte(map::InputType + input, one.Type);
+      memory.SetWord(map::InputTimedOnTime + 2 * input, 30);
+      memory.SetCode(map::InputRelayControl, 0, input, OnOnly);
+    }
+    memory.SetByte(map::InputType + 1, inputDisable);
+    memory.SetCode(map::InputRelayControl, 0, 1, 1);
+    SetTimer(memory, 0, 23, 0);
+    memory.SetCode(map::TimerRelayControl, 0, 0, 1);
+    memory.SetByte(map::DeviceBlock(TestedDevice), 9);  // a photocell, on in the dark
+    memory.SetByte(map::DeviceBlock(TestedDevice) + map::DeviceOffLevel, 100);
+    memory.SetCode(map::DeviceRelayControl(TestedDevice), 0, 1, OnOnly);
+    QString script = "2026-03-02 " + QString(one.Script);
+    script.replace(",", "\n2026-03-02 ");
+    EXPECT_EQ(TimesAndChanges(Rehearsed(memory, "2026-03-02", script, "\tRELAY 01\to")),
+              std::string(one.Rows) + "23:00 on 23:00 off ")
+        << one.Script;
+    EXPECT_EQ(TimesAndChanges(Rehearsed(memory, "2026-03-02", script, "\tRELAY 02\to")),
+              "00:00 on 02:00 off ");
+  }
 }
 
-TEST(EngineInputsTest, AHeldRelayDoesNotBlink) {
+TEST(EngineInputsTest, AHeldRelayDoesNotBlinkUntilItIsLetGo) {
+  struct Case {
+    int Hold;
+    const char* Until;
+    const char* Rows;
+  };
+  const Case cases[]{{1, "09:30", "09:30 off "},
+                     {2, "09:05", "08:30 off 09:05 on 09:05 blinks 09:10 off "}};
+  for (const auto& [hold, until, rows] : cases) {
+    PanelMemory memory = EmptyInstallation();
+    memory.SetByte(map::RelayTimerType, 1);
+    memory.SetByte(map::RelayPowerOnType, 1);
+    memory.SetByte(map::InputType, 11);
+    memory.SetCode(map::InputRelayControl, 0, 0, hold);
+    SetTimer(memory, 0, 9, 0);
+    memory.SetCode(map::TimerRelayControl, 0, 0, 2);
+    const QString script = "2026-03-02 08:30 press 1\n2026-03-02 %1 release 1";
+    EXPECT_EQ(TimesAndChanges(Rehearsed(memory, "2026-03-02", script.arg(until), "\tRELAY 01\t")),
+              rows);
+  }
+}
+
+TEST(EngineInputsTest, HoldOffStandsBeforeHoldOnAndBothBeforeTheStatus) {
   PanelMemory memory = EmptyInstallation();
-  memory.SetByte(map::RelayTimerType, 1);
-  memory.SetByte(map::RelayPowerOnType, 1);
-  memory.SetByte(map::InputType, 11);
-  memory.SetCode(map::InputRelayControl, 0, 0, 1);
-  SetTimer(memory, 0, 9, 0);
-  memory.SetCode(map::TimerRelayControl, 0, 0, 2);
-  EXPECT_EQ(Rehearsed(memory, "2026-03-02", "2026-03-02 08:30 press 1\n2026-03-02 09:30 release 1",
-                      "\tRELAY 01\t"),
-            "03-02 09:30:00 INPUT 01,RELAY 01,off;");
+  for (int input = 0; input < 3; ++input) {
+    memory.SetByte(map::InputType + input, 11);
+    memory.SetCode(map::InputRelayControl, 0, input, input + 1);
+  }
+  const QString script =
+      "2026-03-02 08:00 press 1\n2026-03-02 08:01 press 2\n2026-03-02 08:02 release 2\n"
+      "2026-03-02 08:03 press 3\n2026-03-02 08:04 release 1\n2026-03-02 08:05 press 2\n"
+      "2026-03-02 08:06 press 1";
+  EXPECT_EQ(TimesAndChanges(Rehearsed(memory, "2026-03-02", script, "\tRELAY 01\t")),
+            "08:00 on 08:01 off 08:02 on 08:05 off ");
+}
+
+TEST(EngineInputsTest, ATimerOrPresetThatIsToldIsARowWhateverComesOfIt) {
+  PanelMemory memory = EmptyInstallation();
+  memory.SetByte(map::InputType, 4);  // sets preset 6, which turns a relay off that is off
+  memory.SetByte(map::InputPreset, 5);
+  memory.SetCode(map::PresetRelayControl, 0, 5, 2);
+  memory.SetByte(map::InputType + 1, 12);  // forces timer 4, which does the same
+  memory.SetCode(map::InputRelayControl, 3, 1, 1);
+  SetTimer(memory, 3, 12, 0);
+  memory.SetCode(map::TimerRelayControl, 0, 3, 2);
+  EXPECT_EQ(Rehearsed(memory, "2026-03-02",
+                      "2026-03-02 08:00 tap 1\n2026-03-02 08:01 tap 2\n"
+                      "2026-03-02 08:02 preset 6\n2026-03-02 08:03 timer 4",
+                      "fires"),
+            "03-02 08:00:00 INPUT 01,PRESET 06,fires;03-02 08:01:00 INPUT 02,TIMER 04,fires;"
+            "03-02 08:02:00 HAND,PRESET 06,fires;03-02 08:03:00 HAND,TIMER 04,fires;"
+            "03-02 12:00:00 TIMER 04,-,fires;");
 }
 
 TEST(EngineInputsTest, APhotocellThatIsBackTakesUpTheLight) {
@@ -204,13 +289,19 @@ TEST(EngineInputsTest, APhotocellThatIsBackTakesUpTheLight) {
 TEST(EngineInputsTest, APhotocellGoesByItsLevelsAndItsFilter) {
   struct Case {
     int On, Off, Filter;
+    const char* Script;
     const char* Rows;
   };
-  // From 1 to 200 at noon, to 0 at one o'clock.
+  const char* day =
+      "11:00 photocell 26 1,12:00 photocell 26 200,12:00:10 photocell 26 200,"
+      "13:00 photocell 26 0";
   const Case cases[]{
-      {100, 50, 0, "12:00:14 on 13:00:22 off "},
-      {50, 100, 1, "12:00:00 off 13:00:01 on "},
-      {100, 100, 0, ""},
+      {100, 50, 0, day, "12:00:14 on 13:00:22 off "},
+      {50, 100, 1, day, "00:00:02 on 12:00:00 off 13:00:01 on "},
+      {100, 100, 0, day, ""},
+      // The light comes before it has been dark for long enough, and half of it.
+      {50, 100, 0, "00:00:10 photocell 26 200,12:00 photocell 26 0", "12:00:22 on "},
+      {50, 100, 0, "00:00:10 photocell 26 75,12:00 photocell 26 40", "12:00:21 on "},
   };
   for (const Case& one : cases) {
     PanelMemory memory = EmptyInstallation();
@@ -219,19 +310,42 @@ TEST(EngineInputsTest, APhotocellGoesByItsLevelsAndItsFilter) {
     memory.SetByte(block, 9);
     memory.SetByte(block + map::DeviceOnLevel, one.On);
     memory.SetByte(block + map::DeviceOffLevel, one.Off);
+    // The second input looks at the light while that of the first is on its way.
+    memory.SetByte(block + map::DeviceOnLevel + 1, 30);
     memory.SetCode(map::DeviceRelayControl(TestedDevice), 0, 0, OnAndOff);
-    memory.SetByte(map::RelayPowerOnType, one.On < one.Off ? 1 : 0);
-    const std::string script =
-        "2026-03-02 11:00 photocell 26 1\n2026-03-02 12:00 photocell 26 200\n"
-        "2026-03-02 13:00 photocell 26 0";
-    std::string rows;
-    const QString all = QString::fromStdString(
-        Rehearsed(memory, "2026-03-02", QString::fromStdString(script), "\tRELAY 01\t"));
-    for (const QString& row : all.split(';', Qt::SkipEmptyParts)) {
-      rows += (row.mid(6, 8) + " " + row.section(',', -1) + " ").toStdString();
-    }
-    EXPECT_EQ(rows, one.Rows) << one.On;
+    QString script = "2026-03-02 " + QString(one.Script);
+    script.replace(",", "\n2026-03-02 ");
+    EXPECT_EQ(TimesAndChanges(Rehearsed(memory, "2026-03-02", script, "\tRELAY 01\t"), 8), one.Rows)
+        << one.On << " " << one.Script;
   }
+}
+
+TEST(EngineInputsTest, APhotocellTellsTheLightToNewSettings) {
+  PanelMemory memory = EmptyInstallation();
+  const int block = map::DeviceBlock(TestedDevice);
+  memory.SetByte(block, 9);
+  memory.SetByte(block + map::DeviceOnLevel, 50);
+  memory.SetByte(block + map::DeviceOffLevel, 100);
+  Engine engine(memory);
+  engine.PowerOn(DayOf({2026, 3, 2}) * DayMs);
+  engine.AdvanceTo(engine.Now() + HourMs);
+  EXPECT_TRUE(engine.DeviceInput(TestedDevice, 0));
+  memory.SetCode(map::DeviceRelayControl(TestedDevice), 0, 0, OnAndOff);
+  engine.AdvanceTo(engine.Now() + 29 * SecondMs);
+  EXPECT_FALSE(engine.Relay(0));
+  engine.AdvanceTo(engine.Now() + SecondMs);
+  EXPECT_TRUE(engine.Relay(0));
+  // What is set elsewhere is no news to it.
+  engine.SetRelay(0, false, Subject::Kind::Hand);
+  memory.SetByte(map::AlarmSeconds, 9);
+  engine.AdvanceTo(engine.Now() + MinuteMs);
+  EXPECT_FALSE(engine.Relay(0));
+  // A photocell that has become a station looks at no light.
+  memory.SetByte(block + map::DeviceOnLevel, 60);
+  engine.SetPhotocell(TestedDevice, 200);
+  memory.SetByte(block, 2);
+  engine.AdvanceTo(engine.Now() + MinuteMs);
+  EXPECT_TRUE(engine.DeviceInput(TestedDevice, 0));
 }
 
 }  // namespace

@@ -56,4 +56,15 @@ inline std::string Rehearsed(const PanelMemory& memory, const QString& range,
   return result;
 }
 
+/// As in "08:10 on 09:00 blinks " of what Rehearsed returns, without the causes that fire;
+/// `digits` of the times.
+inline std::string TimesAndChanges(const std::string& rows, int digits = 5) {
+  std::string result;
+  for (const QString& row : QString::fromStdString(rows).split(';', Qt::SkipEmptyParts)) {
+    if (row.endsWith("fires")) continue;
+    result += (row.mid(6, digits) + " " + row.section(',', -1) + " ").toStdString();
+  }
+  return result;
+}
+
 }  // namespace simulator

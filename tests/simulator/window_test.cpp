@@ -282,6 +282,8 @@ TEST(PanelWindowParts, TheLogTellsWhatHappenedAndWhy) {
       {5, {Kind::Timer, 3, 0}, {}, Change::Fires, 0, "at open"},
       {5, input, input, Change::On, 0, "DOOR"},
       {5, input, {Kind::Timer, 47, 0}, Change::Disabled, 0, "NIGHT"},
+      {5, input, {Kind::Preset, 1, 0}, Change::Fires, 0, "EVENING"},
+      {5, input, input, Change::Off, 0, "DOOR"},
   };
   LogLines lines(LogLines::When::Past);
   for (const Row& row : rows) lines.Take(row, days);
@@ -293,7 +295,9 @@ TEST(PanelWindowParts, TheLogTellsWhatHappenedAndWhy) {
             "TIMER 03 (at sunset) moved DIMMER 3 OUTPUT 1 to level 40\n"
             "TIMER 04 (at open) fires\n"
             "INPUT 12 closed\n"
-            "INPUT 12 disabled TIMER 48\n");
+            "INPUT 12 disabled TIMER 48\n"
+            "INPUT 12, PRESET 02 (EVENING) fires\n"
+            "INPUT 12 opened\n");
 }
 
 }  // namespace
