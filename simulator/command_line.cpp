@@ -9,6 +9,8 @@
 #include <QRegularExpression>
 #include <stdexcept>
 
+#include "simulator/console.h"
+
 namespace simulator {
 
 namespace {
@@ -84,7 +86,8 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
   if (parsed && parser.isSet("help")) {
     result.Say = parser.helpText().toStdString() + "\nFaults:\n" + FaultHelp() +
                  "FIRST counts replies, 1 is the next; COUNT is how many, * for all from FIRST "
-                 "on.\n";
+                 "on.\n\nTyped commands:\n" +
+                 Console::CommandHelp() + "\n" + ScriptHelp();
     return result;
   }
   if (parsed && parser.isSet("version")) {
@@ -128,12 +131,20 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
   wanted.Password = parser.value("password").toStdString();
   wanted.MemoryFile = parser.value("memory");
   wanted.LogFile = parser.value("log");
+  if (parser.values("rehearse").size() > 1) {
+    throw std::invalid_argument("--rehearse takes one range of dates");
+  }
   if (parser.isSet("rehearse")) {
     result.Rehearsal.emplace();
     if (parser.isSet("inputs")) result.Rehearsal->Script = ReadScript(parser.value("inputs"));
     result.Rehearsal->PlanFile = parser.value("plan");
     result.Rehearsal->BurnHours = parser.isSet("burn-hours");
-    ParseRange(parser.value("rehearse"), *result.Rehearsal);
+    const QString range = parser.value("rehearse");
+    ParseRange(range, *result.Rehearsal);
+    for (const int number : LinesOutside(*result.Rehearsal)) {
+      result.Notes.push_back(parser.value("inputs").toStdString() + ", line " +
+                             std::to_string(number) + ": left out, not in " + range.toStdString());
+    }
   } else if (parser.isSet("inputs") || parser.isSet("plan") || parser.isSet("burn-hours")) {
     throw std::invalid_argument("--inputs, --plan and --burn-hours belong to --rehearse");
   }

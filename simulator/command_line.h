@@ -13,6 +13,8 @@ struct CommandLine {
   Options Wanted;
   std::optional<RehearsalOptions> Rehearsal;  // in place of serving lines
   bool Window = false;                        // to be shown in one
+  std::vector<std::string>
+      Notes;        // for standard error; nothing that keeps the program from running
   std::string Say;  // a text to print in place of running, for --help and --version
 };
 

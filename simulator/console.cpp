@@ -94,7 +94,7 @@ std::string Console::Execute(const QString& line) {
   return "there is no command " + words[0].toStdString() + "; \"help\" lists them\n";
 }
 
-std::string Console::Help(const QStringList&) {
+std::string Console::CommandHelp() {
   constexpr std::size_t column = 34;
   std::string text;
   for (const Command& command : Commands) {
@@ -107,6 +107,10 @@ std::string Console::Help(const QStringList&) {
     text += row + command.Help + "\n";
   }
   return text;
+}
+
+std::string Console::Help(const QStringList&) {
+  return CommandHelp();
 }
 
 std::string Console::Press(const QStringList& words) {

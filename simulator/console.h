@@ -13,6 +13,8 @@ class Console {
  public:
   Console(Simulator& simulator, std::function<void()> quit);
 
+  /// All commands with their usage, a line each.
+  static std::string CommandHelp();
   /// Runs one line and returns the text to show: a result, or what was wrong with the line.
   std::string Execute(const QString& line);
 

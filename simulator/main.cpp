@@ -40,9 +40,19 @@ void ReadCommands(simulator::Console& console) {
       });
 }
 
-/// What the settings or the files have wrong ends with a status that a script can tell.
+/// What the options, the settings or the files of a rehearsal have wrong ends with a status that a
+/// script can tell.
+constexpr int WrongInput = 2;
+
+int Failed(const std::exception& failure, int status) {
+  std::fprintf(stderr, "tamberloom3-panel: %s\n", failure.what());
+  return status;
+}
+
 int Rehearse(const simulator::CommandLine& line) {
-  constexpr int wrongInput = 2;
+  for (const std::string& note : line.Notes) {
+    std::fprintf(stderr, "tamberloom3-panel: %s\n", note.c_str());
+  }
   try {
     const QString& file = line.Wanted.MemoryFile;
     if (!file.isEmpty() && !QFile::exists(file)) {
@@ -56,8 +66,7 @@ int Rehearse(const simulator::CommandLine& line) {
         });
     return 0;
   } catch (const std::exception& failure) {
-    std::fprintf(stderr, "tamberloom3-panel: %s\n", failure.what());
-    return wrongInput;
+    return Failed(failure, WrongInput);
   }
 }
 
@@ -97,9 +106,9 @@ int main(int argc, char** argv) {
     simulator::Console console(panel, [] { QCoreApplication::quit(); });
     ReadCommands(console);
     return QCoreApplication::exec();
+  } catch (const std::invalid_argument& failure) {
+    return Failed(failure, WrongInput);
   } catch (const std::exception& failure) {
-    std::fprintf(stderr, "tamberloom3-panel: %s\n", failure.what());
-    const bool rehearsing = QCoreApplication::arguments().indexOf("--rehearse") > 0;
-    return rehearsing ? 2 : 1;
+    return Failed(failure, 1);
   }
 }

@@ -86,9 +86,14 @@ Act ButtonAct(Words& words) {
   });
 }
 
+const QStringList& Verbs() {
+  static const QStringList verbs{"press", "release", "tap",    "button", "photocell",
+                                 "relay", "group",   "preset", "timer"};
+  return verbs;
+}
+
 Act ParseAct(Words& words) {
-  const int verb = words.Choice(
-      {"press", "release", "tap", "button", "photocell", "relay", "group", "preset", "timer"});
+  const int verb = words.Choice(Verbs());
   if (verb < 3) return ContactAct(verb, words);
   if (verb == 3) return ButtonAct(words);
   if (verb == 4) {
@@ -113,7 +118,7 @@ ScriptedAct ParseLine(const QString& line) {
   if (!time.isValid()) time = QTime::fromString(clock, "HH:mm:ss");
   if (!time.isValid()) throw std::invalid_argument("\"" + clock.toStdString() + "\" is no time");
   Words words(list);
-  ScriptedAct act{day * DayMs + time.msecsSinceStartOfDay(), ParseAct(words)};
+  ScriptedAct act{day * DayMs + time.msecsSinceStartOfDay(), ParseAct(words), 0};
   if (!words.Done())
     throw std::invalid_argument("\"" + words.Next().toStdString() + "\" is too much");
   return act;
@@ -173,6 +178,7 @@ std::vector<ScriptedAct> ParseScript(const QString& text) {
     if (line.isEmpty() || line.startsWith('#')) continue;
     try {
       acts.push_back(ParseLine(line));
+      acts.back().Line = static_cast<int>(i) + 1;
     } catch (const std::invalid_argument& failure) {
       throw std::invalid_argument("line " + std::to_string(i + 1) + ": " + failure.what());
     }
@@ -180,6 +186,21 @@ std::vector<ScriptedAct> ParseScript(const QString& text) {
   std::stable_sort(acts.begin(), acts.end(),
                    [](const auto& a, const auto& b) { return a.Wall < b.Wall; });
   return acts;
+}
+
+std::string ScriptHelp() {
+  return "A line of --inputs is a date, a time and a command, one of\n" +
+         Verbs().join(", ").toStdString() + ".\nOne that begins with # is passed over.\n";
+}
+
+std::vector<int> LinesOutside(const RehearsalOptions& options) {
+  std::vector<int> lines;
+  for (const ScriptedAct& act : options.Script) {
+    const std::int64_t day = act.Wall / DayMs;
+    if (day < options.FirstDay || day > options.LastDay) lines.push_back(act.Line);
+  }
+  std::sort(lines.begin(), lines.end());
+  return lines;
 }
 
 std::vector<ScriptedAct> ReadScript(const QString& path) {

@@ -13,6 +13,7 @@ namespace simulator {
 struct ScriptedAct {
   std::int64_t Wall = 0;
   std::function<void(Engine&)> Do;
+  int Line = 0;  // of the script, from 1
 };
 
 /// Lines as in "2026-03-02 08:10 tap 3", sorted by time. Empty ones and those that begin with # are
@@ -21,6 +22,9 @@ std::vector<ScriptedAct> ParseScript(const QString& text);
 
 /// The same from a file, which the texts of failures name too.
 std::vector<ScriptedAct> ReadScript(const QString& path);
+
+/// What a script is made of, for people.
+std::string ScriptHelp();
 
 /// A rehearsal of some days from the command line.
 struct RehearsalOptions {
@@ -33,6 +37,9 @@ struct RehearsalOptions {
 
 /// As in "2026-01-01..2026-12-31" or one date. Throws std::invalid_argument.
 void ParseRange(const QString& text, RehearsalOptions& options);
+
+/// The lines of the script whose day is not rehearsed.
+std::vector<int> LinesOutside(const RehearsalOptions& options);
 
 /// Runs the days and hands the output to `write` piece by piece. Throws std::runtime_error when
 /// the picture cannot be written.

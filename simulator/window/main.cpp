@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <exception>
 #include <optional>
+#include <stdexcept>
 
 #include "simulator/command_line.h"
 #include "simulator/end_signals.h"
@@ -53,6 +54,9 @@ int main(int argc, char** argv) {
     simulator::PanelWindow window(panel);
     window.show();
     return QApplication::exec();
+  } catch (const std::invalid_argument& failure) {
+    TellFailure(failure.what());
+    return 2;
   } catch (const std::exception& failure) {
     TellFailure(failure.what());
     return 1;

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QFile>
+#include <QRegularExpression>
+
 #include "simulator/command_line.h"
 
 namespace simulator {
@@ -54,6 +57,22 @@ TEST(SimulatorConsole, CommandsActOnThePanelAndBadOnesSayWhy) {
   EXPECT_EQ(run("  "), "");
   run("quit");
   EXPECT_TRUE(ended);
+}
+
+TEST(SimulatorConsole, EveryCommandStandsInThePagesAboutIt) {
+  QFile file(GUIDE_FOLDER "/../simulated_panel.md");
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QString page =
+      QString(file.readAll()).section("## Typed commands", 1).section("\n## ", 0, 0);
+  const QString help = QString::fromStdString(ParseCommandLine({"panel", "--help"}).Say);
+  const QString commands = help.section("Typed commands:\n", 1).section("\n\n", 0, 0);
+  EXPECT_GT(commands.count('\n'), 20);
+  for (const QString& line : commands.split('\n')) {
+    if (line.startsWith("   ")) continue;  // what the verb of the line before does
+    const QString verb = line.trimmed().section(' ', 0, 0);
+    EXPECT_TRUE(page.contains(QRegularExpression("\\b" + verb + "\\b"))) << verb.toStdString();
+  }
+  EXPECT_TRUE(help.contains("press, release, tap, button, photocell, relay, group, preset, timer"));
 }
 
 TEST(SimulatorCommandLine, ChoosesLinesAndRefusesNonsense) {
