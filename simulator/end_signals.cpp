@@ -25,7 +25,8 @@ void QuitOnSignals() {
   if (pipe2(SignalPipe.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
   auto* notifier =
       new QSocketNotifier(SignalPipe[0], QSocketNotifier::Read, QCoreApplication::instance());
-  QObject::connect(notifier, &QSocketNotifier::activated, &QCoreApplication::quit);
+  // Not quit(), which leaves a message box that stands before the event loop has begun.
+  QObject::connect(notifier, &QSocketNotifier::activated, [] { QCoreApplication::exit(); });
   for (const int number : {SIGINT, SIGTERM, SIGHUP}) signal(number, WakeUp);
   signal(SIGPIPE, SIG_IGN);
   // In the background the terminal has no commands for us, and must not stop us either.

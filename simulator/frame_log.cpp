@@ -1,10 +1,14 @@
 #include "simulator/frame_log.h"
 
+#include <unistd.h>
+
 #include <QDateTime>
+#include <QFileInfo>
 #include <cstdio>
 #include <stdexcept>
 
 #include "simulator/digits.h"
+#include "simulator/write_file.h"
 
 namespace simulator {
 
@@ -27,13 +31,22 @@ std::string Printable(std::string_view text) {
 
 void FrameLog::Open(const QString& path) {
   if (File.isOpen()) File.close();
+  Path = path;
   File.setFileName(path);
-  const bool opened = path == "-" ? File.open(stdout, QIODevice::WriteOnly)
-                                  : File.open(QIODevice::WriteOnly | QIODevice::Append);
-  if (!opened) {
-    throw std::runtime_error("The log " + path.toStdString() +
-                             " cannot be written: " + File.errorString().toStdString());
+  // Unbuffered: what a full disk does not take must not wait for better times.
+  constexpr auto mode = QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered;
+  const QFileInfo there(path);
+  QString refusal;
+  if (path == "-") {
+    File.open(STDOUT_FILENO, mode);
+  } else if (there.exists() && !there.isFile()) {
+    refusal = OpenInPlace(File, path);
+  } else if (File.open(mode)) {
+    File.setPermissions(OwnersAlone);
+  } else {
+    refusal = File.errorString();
   }
+  if (!refusal.isEmpty()) throw std::runtime_error(Failure(refusal));
   Enabled = true;
 }
 
@@ -45,8 +58,14 @@ void FrameLog::Add(const char* line, Direction way, std::string_view text) {
   const std::string stamp =
       QDateTime::currentDateTime().toString("yyyy-MM-dd HH:mm:ss.zzz").toStdString();
   const std::string row = stamp + " " + line + arrow + Printable(text) + "\n";
-  File.write(row.data(), static_cast<qint64>(row.size()));
-  File.flush();
+  const auto size = static_cast<qint64>(row.size());
+  const bool written = File.write(row.data(), size) == size;
+  if (!written && !Failed) std::fprintf(stderr, "%s\n", Failure(File.errorString()).c_str());
+  Failed = !written;
+}
+
+std::string FrameLog::Failure(const QString& reason) const {
+  return "The log " + Path.toStdString() + " cannot be written: " + reason.toStdString();
 }
 
 }  // namespace simulator

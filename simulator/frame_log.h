@@ -31,7 +31,11 @@ class FrameLog {
   void Forget() { Kept.clear(); }
 
  private:
+  std::string Failure(const QString& reason) const;
+
+  QString Path;
   QFile File;
+  bool Failed = false;  // the user has been told
   bool Enabled = true;
   std::deque<Entry> Kept;
 };

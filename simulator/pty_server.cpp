@@ -70,7 +70,8 @@ void PtyServer::PullPlug() {
 }
 
 void PtyServer::Read() {
-  std::array<char, 4096> bytes{};
+  // Commands of about five milliseconds, so that hosts on other lines are not held up.
+  std::array<char, 512> bytes{};
   const ssize_t count = read(Master.Get(), bytes.data(), bytes.size());
   if (count <= 0) return;
   const LineTime arrival = ToHost.Punctual(std::chrono::steady_clock::now());

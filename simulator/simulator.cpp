@@ -14,6 +14,11 @@ namespace {
 std::string MemoryContent(const QString& path) {
   QFile file(path);
   const std::string name = path.toStdString();
+  const QFileInfo there(path);
+  // Nothing may ever come out of a pipe.
+  if (there.exists() && !there.isFile()) {
+    throw std::runtime_error("The memory file " + name + " is no plain file");
+  }
   if (!file.open(QIODevice::ReadOnly)) {
     throw std::runtime_error("The memory file " + name +
                              " cannot be read: " + file.errorString().toStdString());
@@ -50,7 +55,9 @@ Simulator::Simulator(Options options)
     : Setting(std::move(options)), Common{Panel(StartMemory(Setting), Setting.Now), {}, {}} {
   if (!Setting.LogFile.isEmpty()) Common.Log.Open(Setting.LogFile);
   for (const Fault& fault : Setting.Faults) Common.Faults.Add(fault);
-  if (Setting.TcpPort) Tcp = std::make_unique<TcpServer>(Common, Setting.Host, *Setting.TcpPort);
+  if (Setting.TcpPort) {
+    Tcp = std::make_unique<TcpServer>(Common, Setting.Host, *Setting.TcpPort, Setting.Turn);
+  }
   if (Setting.Pty) Pty = std::make_unique<PtyServer>(Common, *Setting.Pty);
   constexpr int keepMs = 500;
   if (!Setting.FollowedFile.isEmpty()) {
@@ -95,7 +102,7 @@ void Simulator::SaveMemory(const QString& path) {
   const QString name = path.isEmpty() ? Setting.MemoryFile : path;
   if (name.isEmpty()) throw std::runtime_error("No memory file has been named");
   const std::uint64_t revision = Common.ThePanel.Memory.Revision();
-  WriteFile(name, Common.ThePanel.Memory.Content(), "The memory file");
+  WriteFile(name, Common.ThePanel.Memory.Content(), "The memory file", OwnersAlone);
   if (name == Setting.MemoryFile) SavedRevision = revision;
 }
 

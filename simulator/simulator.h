@@ -18,6 +18,7 @@ namespace simulator {
 struct Options {
   std::optional<quint16> TcpPort;  // 0: a free port
   QString Host = "127.0.0.1";
+  std::chrono::milliseconds Turn{5};  // of one TCP host, while others wait
   std::optional<PtyServer::Options> Pty;
   bool Blank = false;    // memory all 0 in place of the small installation
   std::string Password;  // six digits, or empty: as in memory

@@ -1,57 +1,70 @@
 #include "simulator/tcp_server.h"
 
+#include <sys/resource.h>
+
 #include <QHostAddress>
 #include <QTcpSocket>
+#include <algorithm>
 #include <stdexcept>
-
-#include "simulator/paced_line.h"
+#include <utility>
 
 namespace simulator {
 
 namespace {
 
+/// Whether a host's descriptor is among the last ones, which the panel needs to keep its memory.
+bool IsSpare(qintptr descriptor) {
+  constexpr rlim_t spare = 16;
+  rlimit limit{};
+  return getrlimit(RLIMIT_NOFILE, &limit) == 0 &&
+         static_cast<rlim_t>(descriptor) + spare >= limit.rlim_cur;
+}
+
+}  // namespace
+
 /// One host; lives as long as its socket.
-class Client : public QObject {
+class TcpServer::Client : public QObject {
  public:
-  Client(Shared& shared, QTcpSocket* socket)
+  Client(TcpServer& server, QTcpSocket* socket)
       : QObject(socket),
+        Owner(server),
         Socket(socket),
-        Talk(shared, "tcp"),
+        Talk(server.Common, "tcp"),
         Output(std::chrono::nanoseconds(0),
                [this](std::string_view bytes, LineTime) { Write(bytes); }) {
     constexpr qint64 readBuffer = 16'384;
     Socket->setReadBufferSize(readBuffer);
-    connect(Socket, &QTcpSocket::readyRead, this, [this] { Read(); });
-    connect(Socket, &QTcpSocket::bytesWritten, this, [this] {
-      if (Socket->bytesAvailable() > 0) Read();
-    });
+    connect(Socket, &QTcpSocket::readyRead, this, [this] { Owner.Serve(this); });
+    connect(Socket, &QTcpSocket::bytesWritten, this, [this] { Owner.Serve(this); });
     connect(Socket, &QTcpSocket::disconnected, Socket, &QObject::deleteLater);
+  }
+  ~Client() override { std::erase(Owner.Waiting, this); }
+  Client(const Client&) = delete;
+  Client& operator=(const Client&) = delete;
+
+  /// Answers commands until the time has come; whether any are left. None are taken from a host
+  /// that does not take its replies.
+  bool TakeTurn(LineTime end) {
+    constexpr qint64 mostUntaken = 65'536;
+    char byte = 0;
+    while (Socket->isOpen() && Socket->bytesToWrite() <= mostUntaken && Socket->getChar(&byte)) {
+      Take(byte);
+      if (byte == ']' && std::chrono::steady_clock::now() >= end) {
+        return Socket->bytesAvailable() > 0;
+      }
+    }
+    return false;
   }
 
  private:
-  /// A host that sends more than any host would must not hold up the others: it is read a little
-  /// at a time, and not at all while it does not take its replies.
-  void Read() {
-    constexpr qint64 mostAtOnce = 2048;
-    constexpr qint64 mostUntaken = 65'536;
-    if (Socket->bytesToWrite() > mostUntaken) return;
-    const QByteArray bytes = Socket->read(mostAtOnce);
-    if (Socket->bytesAvailable() > 0) {
-      QMetaObject::invokeMethod(
-          this, [this] { Read(); }, Qt::QueuedConnection);
+  void Take(char byte) {
+    const auto result = Talk.Receive(byte);
+    if (!result) return;
+    const LineTime now = std::chrono::steady_clock::now();
+    for (const TimedBytes& piece : result->Reply.Pieces) {
+      Output.Send(piece.Bytes, now + piece.After);
     }
-    for (const char byte : bytes) {
-      const auto result = Talk.Receive(byte);
-      if (!result) continue;
-      const LineTime now = std::chrono::steady_clock::now();
-      for (const TimedBytes& piece : result->Reply.Pieces) {
-        Output.Send(piece.Bytes, now + piece.After);
-      }
-      if (result->Reply.Drop) {
-        Socket->abort();
-        return;
-      }
-    }
+    if (result->Reply.Drop) Socket->abort();
   }
 
   void Write(std::string_view bytes) {
@@ -67,14 +80,15 @@ class Client : public QObject {
     Socket->flush();
   }
 
+  TcpServer& Owner;
   QTcpSocket* Socket;
   Conversation Talk;
   PacedLine Output;
 };
 
-}  // namespace
-
-TcpServer::TcpServer(Shared& shared, const QString& host, quint16 port) : Common(shared) {
+TcpServer::TcpServer(Shared& shared, const QString& host, quint16 port,
+                     std::chrono::milliseconds turn)
+    : Common(shared), Turn(turn), Turns([this] { NextTurn(); }) {
   const QHostAddress address(host == "localhost" ? QString("127.0.0.1") : host);
   if (address.isNull() || !Server.listen(address, port)) {
     const QString reason =
@@ -87,9 +101,32 @@ TcpServer::TcpServer(Shared& shared, const QString& host, quint16 port) : Common
 
 void TcpServer::NewConnection() {
   while (QTcpSocket* socket = Server.nextPendingConnection()) {
+    if (IsSpare(socket->socketDescriptor())) {
+      Common.Log.Add("tcp", FrameLog::Direction::Note, "a host refused, too many are connected");
+      delete socket;
+      continue;
+    }
     socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-    new Client(Common, socket);
+    new Client(*this, socket);
   }
+}
+
+void TcpServer::Serve(Client* client) {
+  if (client == Served || std::find(Waiting.begin(), Waiting.end(), client) != Waiting.end())
+    return;
+  Waiting.push_back(client);
+  // At once, if nobody else is there: the event loop has its turn already.
+  if (Waiting.size() == 1 && Served == nullptr) NextTurn();
+}
+
+void TcpServer::NextTurn() {
+  if (Waiting.empty()) return;
+  Served = Waiting.front();
+  Waiting.pop_front();
+  const bool goesOn = Served->TakeTurn(std::chrono::steady_clock::now() + Turn);
+  if (goesOn) Waiting.push_back(Served);
+  Served = nullptr;
+  if (!Waiting.empty()) Turns.Start(std::chrono::steady_clock::now());
 }
 
 }  // namespace simulator

@@ -10,6 +10,7 @@
 #include <QXmlStreamReader>
 
 #include "rehearsed.h"
+#include "simulator/simulator.h"
 #include "simulator/write_file.h"
 
 namespace simulator {
@@ -43,6 +44,9 @@ TEST(RehearsalTest, WrongDatesAndLinesAreTold) {
       {"2026-03-02 08:00 photocell 1 256", "expected a number from 0 to 255, found \"256\""},
       {"2026-03-02 08:00 relay 1 up", "expected on or off, found \"up\""},
       {"2026-03-02 08:00 timer 1 2", "\"2\" is too much"},
+      {"2026-03-02 08:00 save",
+       "expected press or release or tap or button or photocell or relay or group or preset or "
+       "timer, found \"save\""},
   };
   for (const auto& [line, message] : lines) {
     const QString script = "# a day\n\n2026-03-02 07:00:30 tap 1 off\n" + QString(line);
@@ -69,6 +73,15 @@ TEST(RehearsalTest, TheProgramEndsWithStatusTwoAndAMessage) {
             "2 tamberloom3-panel: The file " + folder.path().toStdString() +
                 " cannot be written: Is a directory\n");
   EXPECT_EQ(run({"--rehearse", "2026-03-02"}), "0 ");
+  EXPECT_EQ(run({"--rehearse", "2026-03-02", "--rehearse", "2026-03-03"}),
+            "2 tamberloom3-panel: --rehearse takes one range of dates\n");
+  EXPECT_EQ(run({"--tcp", "x"}), "2 tamberloom3-panel: --tcp takes a number from 0 to 65535\n");
+  WriteFile(script, "2026-03-03 00:00 tap 1\n2026-03-02 23:59 tap 1\n2026-03-01 23:59 tap 1\n",
+            "The file");
+  const std::string start = "tamberloom3-panel: " + script.toStdString();
+  EXPECT_EQ(run({"--rehearse", "2026-03-02", "--inputs", script}),
+            "0 " + start + ", line 1: left out, not in 2026-03-02\n" + start +
+                ", line 3: left out, not in 2026-03-02\n");
 }
 
 // At 70 degrees the sun stays up in June: the lamp that waits for it stays off, and the picture
@@ -119,6 +132,13 @@ TEST(RehearsalTest, AFileDoesNotTakeThePlaceOfAPipe) {
   QTemporaryDir folder;
   const QString path = folder.filePath("pipe");
   ASSERT_EQ(mkfifo(path.toLocal8Bit().constData(), 0600), 0);
+  // Nor does anybody wait at its other end.
+  EXPECT_EQ(FailureOf([&] { WriteFile(path, "whole", "The file"); }),
+            "The file " + path.toStdString() + " cannot be written: No such device or address");
+  Options options;
+  options.MemoryFile = path;
+  EXPECT_EQ(FailureOf([&] { StartMemory(options); }),
+            "The memory file " + path.toStdString() + " is no plain file");
   const int reader = open(path.toLocal8Bit().constData(), O_RDONLY | O_NONBLOCK);
   WriteFile(path, "whole", "The file");
   std::array<char, 8> bytes{};

@@ -5,7 +5,10 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <algorithm>
+#include <atomic>
 #include <csignal>
+#include <deque>
 
 #include "hosts.h"
 #include "simulator/frame.h"
@@ -13,6 +16,9 @@
 
 namespace simulator {
 namespace {
+
+constexpr QFile::Permissions ForOthers =
+    QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
 
 TEST(SimulatorTcp, ServesSeveralHostsAndSurvivesAnyBytes) {
   PanelThread panel;
@@ -111,6 +117,86 @@ TEST(SimulatorTcp, AHostThatFloodsAndNeverReadsHoldsNobodyUp) {
   }
 }
 
+TEST(SimulatorTcp, ATurnEndsWithItsTimeAndGoesBackToTheSockets) {
+  Options options = PanelThread::TcpOptions();
+  options.Turn = std::chrono::milliseconds(0);
+  PanelThread panel(options);
+  std::deque<TcpHost> floods;
+  for (int i = 0; i < 4; ++i) floods.emplace_back(panel);
+  TcpHost other(panel);
+  std::string much;
+  for (int i = 0; i < 500; ++i) much += FrameCommand("0700");
+  const auto send = [](const TcpHost& host, const std::string& bytes) {
+    const auto sent =
+        write(static_cast<int>(host.Socket.socketDescriptor()), bytes.data(), bytes.size());
+    EXPECT_EQ(sent, static_cast<ssize_t>(bytes.size()));
+  };
+  // Between two turns of the panel, so that all are there at once.
+  panel.With([&](Panel&) {
+    for (const TcpHost& flood : floods) send(flood, much);
+  });
+  const std::string question = FrameCommand("05");
+  const std::size_t before = panel.With([&](Simulator& s) {
+    send(other, question);
+    return s.Log().Entries().size();
+  });
+  EXPECT_EQ(other.Ask("", 44).size(), 44U);
+  const std::size_t turns = panel.With([&](Simulator& s) {
+    const auto& entries = s.Log().Entries();
+    const auto asked = std::find_if(entries.begin(), entries.end(),
+                                    [&](const auto& entry) { return entry.Text == question; });
+    return static_cast<std::size_t>(asked - entries.begin()) - before;
+  });
+  EXPECT_LT(turns, 40U);
+  EXPECT_EQ(other.Ask("[0005D8][0005D8]" + question, 44).size(), 44U) << "a turn goes on";
+}
+
+TEST(SimulatorTcp, ANewcomerIsRefusedWhenDescriptorsRunOut) {
+  PanelThread panel;
+  TcpHost first(panel);
+  rlimit limit{};
+  getrlimit(RLIMIT_NOFILE, &limit);
+  const int lowest = dup(0);
+  close(lowest);
+  const rlimit small{static_cast<rlim_t>(lowest) + 60, limit.rlim_max};
+  setrlimit(RLIMIT_NOFILE, &small);
+  std::deque<TcpHost> hosts;
+  bool refused = false;
+  while (!refused && hosts.size() < 60) {
+    refused = hosts.emplace_back(panel).Ask(FrameCommand("05"), 44).empty();
+  }
+  EXPECT_TRUE(refused);
+  EXPECT_GT(hosts.size(), 5U);
+  EXPECT_EQ(first.Ask(FrameCommand("05"), 44).size(), 44U);
+  EXPECT_TRUE(panel.With([](Simulator& s) {
+    const auto& entries = s.Log().Entries();
+    return std::any_of(entries.begin(), entries.end(), [](const FrameLog::Entry& entry) {
+      return entry.Text == "a host refused, too many are connected";
+    });
+  }));
+  setrlimit(RLIMIT_NOFILE, &limit);
+}
+
+TEST(SimulatorTcp, AHostThatLeavesWithCommandsUnreadIsNoNews) {
+  static std::atomic<int> told;
+  told = 0;
+  PanelThread panel;
+  const auto usual =
+      qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) { ++told; });
+  std::string much;
+  for (int i = 0; i < 2000; ++i) much += FrameCommand("0700");
+  for (int i = 0; i < 5; ++i) {
+    TcpHost host(panel);
+    host.Socket.write(much.data(), static_cast<qint64>(much.size()));
+    host.Socket.flush();
+    host.Socket.abort();
+  }
+  TcpHost other(panel);
+  for (int i = 0; i < 20; ++i) EXPECT_EQ(other.Ask(FrameCommand("05"), 44).size(), 44U);
+  qInstallMessageHandler(usual);
+  EXPECT_EQ(told, 0);
+}
+
 TEST(SimulatorTcp, AHostThatEndsItsHalfStillGetsItsReply) {
   PanelThread panel;
   TcpHost host(panel);
@@ -191,6 +277,7 @@ TEST(SimulatorLog, WritesALineAFrame) {
   QTemporaryDir folder;
   Options options = PanelThread::TcpOptions();
   options.LogFile = folder.path() + "/frames.log";
+  ASSERT_TRUE(QFile(options.LogFile).open(QIODevice::WriteOnly)) << "with everybody's permissions";
   options.Faults = {ParseFault("lost@2")};
   PanelThread panel(options);
   TcpHost host(panel);
@@ -208,6 +295,16 @@ TEST(SimulatorLog, WritesALineAFrame) {
   EXPECT_TRUE(lines[3].endsWith(" tcp - reply withheld"));
   EXPECT_TRUE(lines[5].endsWith(" tcp - no reply to this"));
   EXPECT_TRUE(lines[7].endsWith(" tcp < [00]"));
+  EXPECT_EQ(QFile::permissions(options.LogFile) & ForOthers, 0) << "it tells the password";
+}
+
+TEST(SimulatorLog, AFullDiskIsToldOnce) {
+  FrameLog log;
+  log.Open("/dev/full");
+  testing::internal::CaptureStderr();
+  for (int i = 0; i < 3; ++i) log.Add("tcp", FrameLog::Direction::Note, "a note");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "The log /dev/full cannot be written: No space left on device\n");
 }
 
 TEST(SimulatorMemoryFile, KeepsEveryChangeAndRefusesADamagedOne) {
@@ -224,10 +321,13 @@ TEST(SimulatorMemoryFile, KeepsEveryChangeAndRefusesADamagedOne) {
   const QByteArray content = file.readAll();
   ASSERT_EQ(content.size(), 40960);
   EXPECT_EQ(content.mid(0x1F7A, 6), QByteArray("\1\2\3\4\5\6"));
+  EXPECT_EQ(QFile::permissions(options.MemoryFile) & ForOthers, 0);
+  file.setPermissions(file.permissions() | ForOthers);
   options.Password.clear();
   {
     EXPECT_EQ(PanelThread(options).With([](Panel& p) { return p.Memory.Byte(0x9FFF); }), 0xEE);
   }
+  EXPECT_EQ(QFile::permissions(options.MemoryFile) & ForOthers, 0) << "an older one too";
   ASSERT_TRUE(QFile::resize(options.MemoryFile, 40959));
   EXPECT_THROW(PanelThread other(options), std::runtime_error);
 }
