@@ -46,11 +46,16 @@ class TcpServer::Client : public QObject {
   /// that does not take its replies.
   bool TakeTurn(LineTime end) {
     constexpr qint64 mostUntaken = 65'536;
-    char byte = 0;
-    while (Socket->isOpen() && Socket->bytesToWrite() <= mostUntaken && Socket->getChar(&byte)) {
+    while (Socket->isOpen() && Socket->bytesToWrite() <= mostUntaken) {
+      if (Next == Bytes.size()) {
+        Bytes = Socket->readAll();
+        Next = 0;
+        if (Bytes.isEmpty()) break;
+      }
+      const char byte = Bytes[Next++];
       Take(byte);
       if (byte == ']' && std::chrono::steady_clock::now() >= end) {
-        return Socket->bytesAvailable() > 0;
+        return Next < Bytes.size() || Socket->bytesAvailable() > 0;
       }
     }
     return false;
@@ -82,6 +87,8 @@ class TcpServer::Client : public QObject {
 
   TcpServer& Owner;
   QTcpSocket* Socket;
+  QByteArray Bytes;  // taken from the socket
+  qsizetype Next = 0;
   Conversation Talk;
   PacedLine Output;
 };
