@@ -2,6 +2,7 @@
 
 #include "bench_program.h"
 #include "dimmer/dimmer_output_form.h"
+#include "panel/live_dimmers.h"
 #include "panel/program_state.h"
 #include "ratio.h"
 
@@ -53,7 +54,7 @@ int main(int argc, char** argv) {
   frmT3MasterMDI& window = program.Window;
   FillDimmers();
   window.UnloadAllForms();
-  window.ShowForm("frmT3DimmerOutput");
+  window.ShowForm(Screen::DimmerOutput);
   QApplication::processEvents();
   const auto list = [&window](const char* name) {
     return window.findChild<ComboBox*>(QString::fromLatin1(name));

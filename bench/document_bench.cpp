@@ -1,11 +1,11 @@
 #include "document/rules/check.h"
-#include "document/rules/compare.h"
 #include "document/rules/doc_file.h"
 #include "document/rules/report_writer.h"
 #include "panel/defaults.h"
-#include "panel/dimmer_block.h"
-#include "panel/fennlink_record.h"
-#include "panel/panel_record.h"
+#include "panel/difference.h"
+#include "panel/live_dimmers.h"
+#include "panel/live_project.h"
+#include "panel/project_file.h"
 #include "ratio.h"
 
 namespace {
@@ -45,7 +45,9 @@ void FillPanel(int relays) {
 }
 
 double Render(const DocumentChoice& chosen) {
-  return BestMicroseconds([&] { Keep(RenderDocument("03:05 PM 07/04/2026", chosen).data()); });
+  return BestMicroseconds([&] {
+    Keep(RenderDocument(LiveProject, CurrentFileName, "03:05 PM 07/04/2026", chosen).data());
+  });
 }
 
 }  // namespace
@@ -60,10 +62,12 @@ int main() {
   report.Line("document, full panel", full, "10 milliseconds", 10'000, 1);
 
   const auto best = [](auto work) { return BestMicroseconds(work, 30); };
-  report.Line("check, full panel", best([] { Keep(CheckProject().data()); }), "three documents",
-              3 * full, 1);
-  const ProjectDocument one = ThisProject();
-  ProjectDocument other = one;
+  report.Line("check, full panel", best([] {
+                Keep(CheckProject(LiveProject, {.FileEndsEarly = FileEndsEarly()}).data());
+              }),
+              "three documents", 3 * full, 1);
+  const Project one = LiveProject;
+  Project other = one;
   other.Panel.InputRelayControl.elements.fill(2);
   report.Line("compare, alike", best([&] { Keep(CompareProjects(one, one, true).data()); }),
               "three documents", 3 * full, 1);
@@ -72,10 +76,12 @@ int main() {
               3 * full, 1);
 
   const auto pdf = [] {
-    Keep(LoadReportWriter()->Pdf(BuildReport(QDateTime()), Paper::A4, {}).data());
+    Keep(LoadReportWriter()
+             ->Pdf(BuildReport(LiveProject, CurrentFileName, QDateTime()), Paper::A4, {})
+             .data());
   };
   report.Line("report to print, full panel", BestMicroseconds(pdf, 2), "2 seconds", 2e6, 1);
-  const auto workbook = [] { Keep(LoadReportWriter()->Workbook(BuildSheets()).data()); };
+  const auto workbook = [] { Keep(LoadReportWriter()->Workbook(BuildSheets(LiveProject)).data()); };
   report.Line("spreadsheet, full panel", BestMicroseconds(workbook, 2), "2 seconds", 2e6, 1);
 
   // The relay section has as many rows as relays, each as long as what acts on the relay.

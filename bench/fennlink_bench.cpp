@@ -1,6 +1,5 @@
 #include "bench_program.h"
-#include "panel/fennlink_record.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "ratio.h"
 #include "shell/device_list.h"
 
@@ -22,7 +21,7 @@ void FillPanel() {
 }
 
 /// The slowest device to choose, painted.
-double ChooseMilliseconds(frmT3MasterMDI& window, const char* screen) {
+double ChooseMilliseconds(frmT3MasterMDI& window, Screen screen) {
   window.UnloadAllForms();
   window.ShowForm(screen);
   auto* devices = window.findChild<DeviceList*>();
@@ -46,7 +45,7 @@ double ChooseMilliseconds(frmT3MasterMDI& window, const char* screen) {
 
 double AutoMapMilliseconds(frmT3MasterMDI& window) {
   window.UnloadAllForms();
-  window.ShowForm("frmT3FennlinkPilots");
+  window.ShowForm(Screen::FennlinkPilots);
   window.findChild<DeviceList*>()->SetListIndex(1);
   auto* all = window.findChild<Button*>(QStringLiteral("cmdAutoMapAllFL"));
   double best = 1e12;
@@ -70,9 +69,9 @@ int main(int argc, char** argv) {
   FillPanel();
 
   RatioReport report;
-  for (const char* screen : {"frmT3ConfigureFennlinkDevices", "frmT3FennlinkInputToRelayControl",
-                             "frmT3FennlinkInputToGroupControl", "frmT3FennlinkPilots"}) {
-    report.Line(screen, ChooseMilliseconds(window, screen), "10 milliseconds", 10, 1, "ms");
+  for (const Screen screen : {Screen::ConfigureFennlinkDevices, Screen::FennlinkInputToRelayControl,
+                              Screen::FennlinkInputToGroupControl, Screen::FennlinkPilots}) {
+    report.Line(ScreenName(screen), ChooseMilliseconds(window, screen), "10 milliseconds", 10, 1, "ms");
   }
   report.Line("pilots of all devices", AutoMapMilliseconds(window), "20 milliseconds", 20, 1, "ms");
   return report.ExitCode();

@@ -9,9 +9,7 @@
 
 #include "link/connect_form.h"
 #include "link/panel_transact.h"
-#include "panel/dimmer_block.h"
-#include "panel/fennlink_record.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "ratio.h"
 #include "screen_table.h"
@@ -98,7 +96,7 @@ class Host {
     TcpAddress() = Address;
     PanelRecord.ComPort = 7;
     window_.UnloadAllForms();
-    form_ = dynamic_cast<frmT3Connect*>(window_.ShowForm("frmT3Connect"));
+    form_ = dynamic_cast<frmT3Connect*>(window_.ShowForm(Screen::Connect));
     form_->cmdConnect_Click();
     if (Connected == 0) {
       std::puts("no connection");
@@ -170,7 +168,7 @@ void MeasureTcp(Host& host, RatioReport& report) {
   report.Line("processor in a TCP wait", CpuMs() - cpu, "the wait", wall, 0.1, "ms");
 
   host.Window().UnloadAllForms();
-  auto* status = dynamic_cast<OutputStatusForm*>(host.Window().ShowForm("frmT3RelayStatus"));
+  auto* status = dynamic_cast<OutputStatusForm*>(host.Window().ShowForm(Screen::RelayStatus));
   QApplication::processEvents();
   compare(
       "100 status polls, TCP",

@@ -2,8 +2,9 @@
 #include <cstring>
 #include <new>
 
-#include "link/rules/panel_image.h"
 #include "panel/defaults.h"
+#include "panel/live_project.h"
+#include "panel/panel_image.h"
 #include "panel/project_codec.h"
 #include "ratio.h"
 
@@ -39,27 +40,25 @@ void FillDocument() {
 }
 
 void CompareProject(RatioReport& report, const char* decodeName, const char* encodeName) {
-  const std::string bytes = EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock);
+  const std::string bytes = EncodeProject(LiveProject);
   std::string copy(bytes.size(), '\0');
   const double plain = BestMicroseconds([&] {
     std::memcpy(copy.data(), bytes.data(), bytes.size());
     Keep(copy.data());
   });
   const auto decode = [&bytes] {
-    ChangeDocument([&bytes](ProjectDocument& document) { DecodeProject(bytes, document); });
+    DecodeProject(bytes, LiveProject);
     Keep(&PanelRecord);
   };
-  const auto encode = [] { Keep(EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock).data()); };
+  const auto encode = [] { Keep(EncodeProject(LiveProject).data()); };
   report.Line(decodeName, BestMicroseconds(decode), "memory copy", plain, 20);
   report.Line(encodeName, BestMicroseconds(encode), "memory copy", plain, 20);
 }
 
 void CountAllocations(RatioReport& report) {
-  const std::string bytes = EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock);
-  const auto decode = [&bytes] {
-    ChangeDocument([&bytes](ProjectDocument& document) { DecodeProject(bytes, document); });
-  };
-  const auto encode = [] { Keep(EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock).data()); };
+  const std::string bytes = EncodeProject(LiveProject);
+  const auto decode = [&bytes] { DecodeProject(bytes, LiveProject); };
+  const auto encode = [] { Keep(EncodeProject(LiveProject).data()); };
   const double strings = 1 + 5 * 49 + 65;
   report.Line("allocations of a decode", static_cast<double>(Allocations(decode)),
               "strings and document", strings + 1, 1, "");

@@ -2,7 +2,7 @@
 #include <QKeyEvent>
 
 #include "bench_program.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "ratio.h"
 
 // The walk through the timers of the timer editor by arrow key: each step shows its timer, painted,
@@ -26,7 +26,7 @@ void FillTimers() {
 /// The slowest step of a walk through a timer editor just opened, in microseconds.
 double SlowestStep(frmT3MasterMDI& window) {
   window.UnloadAllForms();
-  ChildForm* form = window.ShowForm("frmT3TimersConfigure");
+  ChildForm* form = window.ShowForm(Screen::TimersConfigure);
   QApplication::processEvents();
   auto* timers = form->findChild<ComboBox*>(QStringLiteral("cboTimerNumber"));
   double slowest = 0;

@@ -2,9 +2,8 @@
 #include <string>
 
 #include "bench_program.h"
-#include "panel/dimmer_block.h"
-#include "panel/fennlink_record.h"
-#include "panel/panel_record.h"
+#include "panel/live_dimmers.h"
+#include "panel/live_project.h"
 #include "ratio.h"
 #include "screen_table.h"
 
@@ -32,17 +31,17 @@ void FillPanel() {
 }
 
 struct Opening {
-  const char* Screen;
+  Screen Shown;
   double First;  ///< Milliseconds from the click on a menu leaf until the screen is painted.
   double Best;   ///< The same when it has been open before.
 };
 
-Opening Open(frmT3MasterMDI& window, const char* screen) {
+Opening Open(frmT3MasterMDI& window, Screen screen) {
   constexpr int runs = 7;
   Opening opening{screen, 0, 1e12};
   for (int run = 0; run < runs; ++run) {
     window.UnloadAllForms();
-    window.ShowForm("frmT3About");
+    window.ShowForm(Screen::About);
     QApplication::processEvents();
     const auto open = [&] {
       window.UnloadAllForms();
@@ -68,7 +67,7 @@ struct Change {
 };
 
 /// Walks each selector of the screen once; the change in the middle of their order counts.
-void AddChanges(frmT3MasterMDI& window, const char* screen, std::vector<Change>& changes) {
+void AddChanges(frmT3MasterMDI& window, Screen screen, std::vector<Change>& changes) {
   window.UnloadAllForms();
   ChildForm* form = window.ShowForm(screen);
   QApplication::processEvents();
@@ -84,12 +83,13 @@ void AddChanges(frmT3MasterMDI& window, const char* screen, std::vector<Change>&
       };
       times.push_back(BestMicroseconds(choose, 1) / 1000);
     }
-    changes.push_back({std::string(screen + std::strlen("frmT3")) + ' ' + selector, Median(times)});
+    changes.push_back(
+        {std::string(ScreenName(screen) + std::strlen("frmT3")) + ' ' + selector, Median(times)});
   }
 }
 
 const char* ShortName(const Opening& opening) {
-  return opening.Screen + std::strlen("frmT3");
+  return ScreenName(opening.Shown) + std::strlen("frmT3");
 }
 
 }  // namespace
@@ -100,11 +100,11 @@ int main(int argc, char** argv) {
   FillPanel();
 
   // A screen of one label costs what every screen costs.
-  const Opening empty = Open(window, "frmT3AddOnModuleNone");
+  const Opening empty = Open(window, Screen::AddOnModuleNone);
   std::vector<Opening> openings;
   std::vector<Change> changes;
   for (const ScreenEntry& entry : ScreenTable()) {
-    if (!entry.Create || std::strcmp(entry.Name, "frmT3About") == 0) continue;
+    if (!entry.Create || entry.Name == Screen::About) continue;
     openings.push_back(Open(window, entry.Name));
     AddChanges(window, entry.Name, changes);
   }

@@ -4,7 +4,7 @@
 #include <QTemporaryDir>
 
 #include "first_paint.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "ratio.h"
 #include "screen_table.h"
 #include "shell/application.h"
@@ -14,7 +14,7 @@
 
 namespace {
 
-void Open(frmT3MasterMDI& window, const char* screen) {
+void Open(frmT3MasterMDI& window, Screen screen) {
   window.UnloadAllForms();
   window.ShowForm(screen);
   QApplication::processEvents();
@@ -27,7 +27,7 @@ void OpenEveryScreen(frmT3MasterMDI& window) {
   }
 }
 
-void OpenAgain(frmT3MasterMDI& window, const char* screen, int times) {
+void OpenAgain(frmT3MasterMDI& window, Screen screen, int times) {
   for (int i = 0; i < times; ++i) Open(window, screen);
 }
 
@@ -41,7 +41,7 @@ int RunProgram(Application& application, const QString& mode) {
       [&] {
         for (int node = 0; node < NodeCount; ++node) PanelRecord.IOCount(node) = 1;
         if (mode != QLatin1String("start")) OpenEveryScreen(window);
-        if (mode == QLatin1String("again")) OpenAgain(window, "frmT3RelayOutputOptions", 1000);
+        if (mode == QLatin1String("again")) OpenAgain(window, Screen::RelayOutputOptions, 1000);
       });
 }
 

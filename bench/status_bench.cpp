@@ -2,8 +2,7 @@
 #include <ctime>
 
 #include "bench_program.h"
-#include "panel/fennlink_record.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "ratio.h"
 #include "simulator/panel_thread.h"
@@ -44,7 +43,7 @@ void ChangePanel(simulator::Panel& panel, bool on) {
 }
 
 /// Processor time of one poll in milliseconds.
-double PollCost(frmT3MasterMDI& window, simulator::PanelThread& panel, const char* screen) {
+double PollCost(frmT3MasterMDI& window, simulator::PanelThread& panel, Screen screen) {
   window.UnloadAllForms();
   ChildForm* form = window.ShowForm(screen);
   Spin(100);
@@ -79,16 +78,17 @@ int main(int argc, char** argv) {
   simulator::PanelThread panel(options);
   ConnectionType() = 2;
   TcpAddress() = address.toStdString();
-  window.ShowForm("frmT3Connect")->findChild<Button*>(QStringLiteral("cmdConnect"))->click();
+  window.ShowForm(Screen::Connect)->findChild<Button*>(QStringLiteral("cmdConnect"))->click();
   if (Connected == 0) {
     std::puts("no connection to the simulated panel");
     return 1;
   }
 
   RatioReport report;
-  for (const char* screen : {"frmT3RelayStatus", "frmT3RelayGroupStatus", "frmT3InputStatus",
-                             "frmT3FennlinkStatus", "frmT3CapturePresets", "frmT3VirtualKeypad"}) {
-    report.Line(screen, PollCost(window, panel, screen), "3 % of 250 ms",
+  for (const Screen screen :
+       {Screen::RelayStatus, Screen::RelayGroupStatus, Screen::InputStatus, Screen::FennlinkStatus,
+        Screen::CapturePresets, Screen::VirtualKeypad}) {
+    report.Line(ScreenName(screen), PollCost(window, panel, screen), "3 % of 250 ms",
                 PollIntervalMs * AllowedShare, 1, "ms");
   }
   return report.ExitCode();

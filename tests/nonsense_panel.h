@@ -2,9 +2,7 @@
 
 #include <limits>
 
-#include "panel/dimmer_block.h"
-#include "panel/fennlink_record.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 
 template <typename Value, typename... Arrays>
 void FillEach(Value value, Arrays&... arrays) {

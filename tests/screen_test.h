@@ -6,14 +6,17 @@
 #include <QtTest/QTest>
 
 #include "panel/defaults.h"
-#include "panel/dimmer_block.h"
-#include "panel/fennlink_record.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "screen_table.h"
 #include "shell/in_place_list.h"
 #include "shell/main_window.h"
 #include "shell/shell.h"
+
+/// In messages of tests.
+inline std::ostream& operator<<(std::ostream& out, Screen screen) {
+  return out << ScreenName(screen);
+}
 
 /// The real main window on a new panel, with a data folder of its own. Screens are driven by
 /// control name; messages are recorded and answered from `answers`, then with Yes or OK.

@@ -5,9 +5,8 @@
 #include <QTemporaryDir>
 #include <cstdio>
 
-#include "panel/dimmer_block.h"
-#include "panel/fennlink_record.h"
-#include "panel/panel_record.h"
+#include "panel/live_dimmers.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "screen_table.h"
 #include "shell/application.h"
@@ -101,7 +100,7 @@ bool SaveDevices(frmT3MasterMDI& window, const QString& path) {
   return saved;
 }
 
-bool SaveScreen(frmT3MasterMDI& window, const char* screen, const QString& path) {
+bool SaveScreen(frmT3MasterMDI& window, Screen screen, const QString& path) {
   window.UnloadAllForms();
   window.ShowForm(screen);
   return Save(window, path) && SaveDevices(window, path);
@@ -131,13 +130,13 @@ bool SaveConnected(frmT3MasterMDI& window, const QStringList& names, const QStri
   ConnectionType() = 2;
   TcpAddress() = options.Host.toStdString();
   window.UnloadAllForms();
-  window.ShowForm("frmT3Connect")->findChild<Button*>(QStringLiteral("cmdConnect"))->click();
+  window.ShowForm(Screen::Connect)->findChild<Button*>(QStringLiteral("cmdConnect"))->click();
   bool saved = Connected != 0;
-  for (const char* screen :
-       {"frmT3Connect", "frmT3RelayStatus", "frmT3RelayGroupStatus", "frmT3InputStatus",
-        "frmT3FennlinkStatus", "frmT3CapturePresets", "frmT3ForceTimers", "frmT3VirtualKeypad",
-        "frmT3SystemDiagnostic", "frmT3DimmerOutput"}) {
-    const QString name = QString::fromLatin1(screen);
+  for (const Screen screen :
+       {Screen::Connect, Screen::RelayStatus, Screen::RelayGroupStatus, Screen::InputStatus,
+        Screen::FennlinkStatus, Screen::CapturePresets, Screen::ForceTimers, Screen::VirtualKeypad,
+        Screen::SystemDiagnostic, Screen::DimmerOutput}) {
+    const QString name = QString::fromLatin1(ScreenName(screen));
     if (!names.isEmpty() && !names.contains(name)) continue;
     saved = saved && SaveScreen(window, screen, before + name + QStringLiteral("-connected"));
   }
@@ -171,10 +170,11 @@ int main(int argc, char** argv) {
     QApplication::setPalette(dark ? DarkPalette() : light);
     const QString before = application.arguments().at(1) + (dark ? "/dark-" : "/light-");
     for (const ScreenEntry& entry : ScreenTable()) {
-      if (!entry.Create || (!names.isEmpty() && !names.contains(QLatin1String(entry.Name)))) {
+      if (!entry.Create ||
+          (!names.isEmpty() && !names.contains(QLatin1String(ScreenName(entry.Name))))) {
         continue;
       }
-      if (!SaveScreen(window, entry.Name, before + QLatin1String(entry.Name))) return 1;
+      if (!SaveScreen(window, entry.Name, before + QLatin1String(ScreenName(entry.Name)))) return 1;
     }
     if (!SaveConnected(window, names, before)) return 1;
   }

@@ -1,6 +1,7 @@
 #include "config/add_on_dmx_form.h"
 
 #include "panel/code_page.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/words.h"
 #include "shell/editor_rows.h"
@@ -22,8 +23,7 @@ void RefuseLevel(const QString& text) {
 }  // namespace
 
 frmT3AddOnModuleDMX::frmT3AddOnModuleDMX()
-    : ChildForm(QStringLiteral("frmT3AddOnModuleDMX"),
-                ToUnicode(AddOnModuleOf(AddOnModuleDMX).EditorCaption)) {}
+    : ChildForm(Screen::AddOnModuleDMX, ToUnicode(AddOnModuleOf(AddOnModuleDMX).EditorCaption)) {}
 
 void frmT3AddOnModuleDMX::Form_Load() {
   const QStringList levels = NumberItems(1, 99, {}, QStringLiteral("%"));

@@ -1,13 +1,13 @@
 #include "config/add_on_modbus_form.h"
 
 #include "panel/code_page.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/words.h"
 #include "shell/row_grid.h"
 
 frmT3AddOnModuleModBus::frmT3AddOnModuleModBus()
-    : ChildForm(QStringLiteral("frmT3AddOnModuleModBus"),
+    : ChildForm(Screen::AddOnModuleModBus,
                 ToUnicode(AddOnModuleOf(AddOnModuleModBus).EditorCaption)) {}
 
 void frmT3AddOnModuleModBus::Form_Load() {

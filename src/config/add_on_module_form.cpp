@@ -5,17 +5,17 @@
 
 namespace {
 
-const AddOnModule& ModuleOf(std::string_view screen) {
+const AddOnModule& ModuleOf(Screen screen) {
   const auto* row =
       std::find_if(AddOnModules.begin(), AddOnModules.end(),
-                   [screen](const AddOnModule& module) { return module.Screen == screen; });
+                   [screen](const AddOnModule& module) { return module.On == screen; });
   return AddOnModules.at(static_cast<std::size_t>(row - AddOnModules.begin()));
 }
 
 }  // namespace
 
-AddOnModuleForm::AddOnModuleForm(const char* name)
-    : ChildForm(QString::fromLatin1(name), ToUnicode(ModuleOf(name).EditorCaption)),
+AddOnModuleForm::AddOnModuleForm(Screen name)
+    : ChildForm(name, ToUnicode(ModuleOf(name).EditorCaption)),
       Text(ToUnicode(ModuleOf(name).EditorText)) {}
 
 void AddOnModuleForm::Form_Load() {

@@ -5,7 +5,7 @@
 /// The screens of add-on modules without settings.
 class AddOnModuleForm : public ChildForm {
  public:
-  explicit AddOnModuleForm(const char* name);
+  explicit AddOnModuleForm(Screen name);
   void Form_Load() override;
 
  private:

@@ -1,6 +1,6 @@
 #include "config/blink_alert_form.h"
 
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "shell/row_grid.h"
 
@@ -13,7 +13,7 @@ constexpr int LeastAlarmSeconds = 1;
 }  // namespace
 
 frmT3BlinkAlertAndAlarmSettings::frmT3BlinkAlertAndAlarmSettings()
-    : ChildForm(QStringLiteral("frmT3BlinkAlertAndAlarmSettings"),
+    : ChildForm(Screen::BlinkAlertAndAlarmSettings,
                 QStringLiteral("Blink Alert And Alarm Settings")) {}
 
 void frmT3BlinkAlertAndAlarmSettings::Form_Load() {

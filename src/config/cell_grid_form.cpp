@@ -1,6 +1,7 @@
 #include "config/cell_grid_form.h"
 
 #include "panel/code_page.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/words.h"
 #include "shell/editor_rows.h"
@@ -52,7 +53,7 @@ Int16& PresetRelay(int preset, int relay) {
 }  // namespace
 
 struct CellGridScreen {
-  std::string_view Name;
+  Screen Name;
   QString Caption;
   QString RowWord;
   const char* NameLabel;
@@ -69,42 +70,43 @@ struct CellGridScreen {
 namespace {
 
 const auto CellGridScreens = std::to_array<CellGridScreen>({
-    {"frmT3RelayGrouping", QStringLiteral("Relay Grouping"), QStringLiteral("Relay "),
+    {Screen::RelayGrouping, QStringLiteral("Relay Grouping"), QStringLiteral("Relay "),
      "lblRelayName", &PanelRecordType::RelayName, true, "lblInclude", IncludeStates, GroupRelay,
      "cboGroup", QStringLiteral("Group"), &PanelRecordType::GroupName},
-    {"frmT3EditPresets", QStringLiteral("Edit Presets"), QStringLiteral("Relay "), "lblRelayName",
+    {Screen::EditPresets, QStringLiteral("Edit Presets"), QStringLiteral("Relay "), "lblRelayName",
      &PanelRecordType::RelayName, true, "lblRelayControl", PresetStates, PresetRelay,
      "cboPresetNumber", QStringLiteral("Preset"), &PanelRecordType::PresetName},
-    {"frmT3OffHoursSweepRelays", QStringLiteral("Off Hours Sweep Relays"), QStringLiteral("Relay "),
-     "lblRelayName", &PanelRecordType::RelayName, true, "lblRelayInclude", SweepStates, SweepRelay},
-    {"frmT3OffHoursSweepGroups", QStringLiteral("Off Hours Sweep Groups"), QStringLiteral("Group "),
-     "lblGroupName", &PanelRecordType::GroupName, false, "lblGroupInclude", SweepStates,
-     SweepGroup},
+    {Screen::OffHoursSweepRelays, QStringLiteral("Off Hours Sweep Relays"),
+     QStringLiteral("Relay "), "lblRelayName", &PanelRecordType::RelayName, true, "lblRelayInclude",
+     SweepStates, SweepRelay},
+    {Screen::OffHoursSweepGroups, QStringLiteral("Off Hours Sweep Groups"),
+     QStringLiteral("Group "), "lblGroupName", &PanelRecordType::GroupName, false,
+     "lblGroupInclude", SweepStates, SweepGroup},
 });
 
 }  // namespace
 
-CellGridForm::CellGridForm(const char* name)
-    : ChildForm(QString::fromLatin1(name), ScreenRow(CellGridScreens, name).Caption),
-      Screen(ScreenRow(CellGridScreens, name)) {}
+CellGridForm::CellGridForm(Screen name)
+    : ChildForm(name, ScreenRow(CellGridScreens, name).Caption),
+      Row(ScreenRow(CellGridScreens, name)) {}
 
 void CellGridForm::Form_Load() {
-  if (Screen.Selector) {
-    cboSelector = AddList(AddRow(), Screen.Selector, Screen.SelectorWord);
+  if (Row.Selector) {
+    cboSelector = AddList(AddRow(), Row.Selector, Row.SelectorWord);
     cboSelector->Click = [this] { cboSelector_Click(); };
     AddSelector(cboSelector);
   }
-  grid = new RowGrid(ItemCount, Screen.RowWord);
-  lblName = grid->AddNames(Screen.NameLabel);
+  grid = new RowGrid(ItemCount, Row.RowWord);
+  lblName = grid->AddNames(Row.NameLabel);
   QStringList words;
-  for (const CellState& state : Screen.States) words << ToUnicode(state.Text);
-  lblCell = grid->Add<Label>(Screen.CellLabel,
+  for (const CellState& state : Row.States) words << ToUnicode(state.Text);
+  lblCell = grid->Add<Label>(Row.CellLabel,
                              {.Chars = 8,
-                              .Act = Screen.States.size() == 2 ? CellAct::Toggles : CellAct::Cycles,
+                              .Act = Row.States.size() == 2 ? CellAct::Toggles : CellAct::Cycles,
                               .Words = words});
   lblCell.OnEach(&Label::Click, this, &CellGridForm::lblCell_Click);
   AddWidget(grid);
-  if (!Screen.Selector) return;
+  if (!Row.Selector) return;
   lblName.OnEach(&Label::MouseDown, this, &CellGridForm::lblName_MouseDown);
   lblName(0).MakeFocusable(CopyToAllAction);
   AddHint(CopyToAllHint(QStringLiteral("relay")));
@@ -112,30 +114,30 @@ void CellGridForm::Form_Load() {
 
 void CellGridForm::Form_Activate() {
   for (int row = 0; row < ItemCount; ++row) {
-    lblName(row).SetCaption(ToUnicode((PanelRecord.*Screen.Names)(row)));
+    lblName(row).SetCaption(ToUnicode((PanelRecord.*Row.Names)(row)));
   }
   grid->ShowRows(RowCount());
   if (!cboSelector) {
     ShowCells();
     return;
   }
-  cboSelector->SetItems(ItemNames(PanelRecord.*Screen.SelectorNames));
+  cboSelector->SetItems(ItemNames(PanelRecord.*Row.SelectorNames));
   cboSelector->SetListIndex(0);
 }
 
 int CellGridForm::RowCount() const {
-  return Screen.InstalledOnly ? PanelIOCount() : ItemCount;
+  return Row.InstalledOnly ? PanelIOCount() : ItemCount;
 }
 
 Int16& CellGridForm::Cell(int row) const {
-  return Screen.Cell(cboSelector ? cboSelector->ListIndex() : 0, row);
+  return Row.Cell(cboSelector ? cboSelector->ListIndex() : 0, row);
 }
 
 void CellGridForm::ShowCells() {
   for (int row = 0; row < RowCount(); ++row) {
-    const int state = StateOf(Cell(row), Screen.States);
-    if (state < 0 || state >= static_cast<int>(Screen.States.size())) continue;
-    const CellState& look = Screen.States[static_cast<std::size_t>(state)];
+    const int state = StateOf(Cell(row), Row.States);
+    if (state < 0 || state >= static_cast<int>(Row.States.size())) continue;
+    const CellState& look = Row.States[static_cast<std::size_t>(state)];
     lblCell(row).SetCaption(ToUnicode(look.Text));
     lblCell(row).SetBackColor(look.Color);
     lblCell(row).SetChecked(state != 0);
@@ -147,7 +149,7 @@ void CellGridForm::cboSelector_Click() {
 }
 
 void CellGridForm::lblCell_Click(int index) {
-  Cell(index) = NextCode(Cell(index), Screen.States);
+  Cell(index) = NextCode(Cell(index), Row.States);
   ShowCells();
   DataChanged = -1;
 }

@@ -9,7 +9,7 @@ struct CellGridScreen;
 /// the relays and groups of the off-hours sweep. The first two edit one group or preset at a time.
 class CellGridForm : public ChildForm {
  public:
-  explicit CellGridForm(const char* name);
+  explicit CellGridForm(Screen name);
   void Form_Load() override;
   void Form_Activate() override;
 
@@ -22,7 +22,7 @@ class CellGridForm : public ChildForm {
   int RowCount() const;
   Int16& Cell(int row) const;
 
-  const CellGridScreen& Screen;
+  const CellGridScreen& Row;
   ComboBox* cboSelector = nullptr;
   RowGrid* grid = nullptr;
   ControlArray<Label> lblName;

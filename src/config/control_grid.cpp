@@ -1,10 +1,11 @@
 #include "config/control_grid.h"
 
 #include "panel/code_page.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "shell/editor_rows.h"
 
-ControlGridForm::ControlGridForm(const QString& name, const QString& caption, ControlTable table)
+ControlGridForm::ControlGridForm(Screen name, const QString& caption, ControlTable table)
     : ChildForm(name, caption), Table(table) {}
 
 void ControlGridForm::AddGrid(QHBoxLayout* selectors) {

@@ -10,7 +10,7 @@
 /// ShowControlledItems and ShowControl when the selection changes.
 class ControlGridForm : public ChildForm {
  public:
-  ControlGridForm(const QString& name, const QString& caption, ControlTable table);
+  ControlGridForm(Screen name, const QString& caption, ControlTable table);
 
   /// Fills the in-place list with what the selected input offers. Without options the list is empty
   /// and MaxControlCode stays.

@@ -7,23 +7,23 @@
 namespace {
 
 struct FennlinkControlScreen {
-  std::string_view Name;
+  Screen Name;
   QString Caption;
   ControlTable Table;
   DeviceControlTable FennlinkRecord::*Cells;
 };
 
 const auto FennlinkControlScreens = std::to_array<FennlinkControlScreen>({
-    {"frmT3FennlinkInputToRelayControl", QStringLiteral("Fennlink Input To Relay Control"),
+    {Screen::FennlinkInputToRelayControl, QStringLiteral("Fennlink Input To Relay Control"),
      ControlTable::Relay, &FennlinkRecord::DeviceRelayControl},
-    {"frmT3FennlinkInputToGroupControl", QStringLiteral("Fennlink Input To Group Control"),
+    {Screen::FennlinkInputToGroupControl, QStringLiteral("Fennlink Input To Group Control"),
      ControlTable::Group, &FennlinkRecord::DeviceGroupControl},
 });
 
 }  // namespace
 
-FennlinkControlForm::FennlinkControlForm(const char* name)
-    : ControlGridForm(QString::fromLatin1(name), ScreenRow(FennlinkControlScreens, name).Caption,
+FennlinkControlForm::FennlinkControlForm(Screen name)
+    : ControlGridForm(name, ScreenRow(FennlinkControlScreens, name).Caption,
                       ScreenRow(FennlinkControlScreens, name).Table),
       Cells(ScreenRow(FennlinkControlScreens, name).Cells) {}
 

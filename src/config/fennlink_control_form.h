@@ -1,7 +1,7 @@
 #pragma once
 
 #include "config/control_grid.h"
-#include "panel/fennlink_record.h"
+#include "panel/live_project.h"
 #include "shell/device_list.h"
 
 /// What an input of a Fennlink device does to each relay (frmT3FennlinkInputToRelayControl) or each
@@ -9,7 +9,7 @@
 /// the input.
 class FennlinkControlForm : public ControlGridForm {
  public:
-  explicit FennlinkControlForm(const char* name);
+  explicit FennlinkControlForm(Screen name);
   void Form_Load() override;
   void Form_Activate() override;
 

@@ -47,8 +47,7 @@ QString LevelText(const QString& word, int level) {
 }  // namespace
 
 frmT3ConfigureFennlinkDevices::frmT3ConfigureFennlinkDevices()
-    : ChildForm(QStringLiteral("frmT3ConfigureFennlinkDevices"),
-                QStringLiteral("Configure Fennlink Devices")) {}
+    : ChildForm(Screen::ConfigureFennlinkDevices, QStringLiteral("Configure Fennlink Devices")) {}
 
 void frmT3ConfigureFennlinkDevices::Form_Load() {
   auto* row = AddRow();

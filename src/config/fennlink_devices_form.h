@@ -1,7 +1,7 @@
 #pragma once
 
-#include "panel/fennlink_record.h"
 #include "panel/fennlink_types.h"
+#include "panel/live_project.h"
 #include "panel/words.h"
 #include "shell/device_list.h"
 #include "shell/in_place_list.h"

@@ -3,14 +3,14 @@
 #include "panel/code_page.h"
 #include "panel/fennlink_types.h"
 #include "panel/input_actions.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "panel/pilot_code.h"
 #include "panel/pilot_source.h"
 #include "panel/program_state.h"
 #include "shell/shell.h"
 
 frmT3FennlinkPilots::frmT3FennlinkPilots()
-    : ChildForm(QStringLiteral("frmT3FennlinkPilots"), QStringLiteral("Fennlink Pilots")) {}
+    : ChildForm(Screen::FennlinkPilots, QStringLiteral("Fennlink Pilots")) {}
 
 void frmT3FennlinkPilots::Form_Load() {
   auto* row = AddRow();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "panel/fennlink_record.h"
+#include "panel/live_project.h"
 #include "shell/device_list.h"
 #include "shell/in_place_list.h"
 #include "shell/row_grid.h"

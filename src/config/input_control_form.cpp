@@ -1,28 +1,29 @@
 #include "config/input_control_form.h"
 
 #include "panel/code_page.h"
+#include "panel/live_project.h"
 #include "shell/editor_rows.h"
 
 namespace {
 
 struct InputControlScreen {
-  std::string_view Name;
+  Screen Name;
   QString Caption;
   ControlTable Table;
   ItemTable PanelRecordType::*Cells;
 };
 
 const auto InputControlScreens = std::to_array<InputControlScreen>({
-    {"frmT3InputToRelayControl", QStringLiteral("Input To Relay Control"), ControlTable::Relay,
+    {Screen::InputToRelayControl, QStringLiteral("Input To Relay Control"), ControlTable::Relay,
      &PanelRecordType::InputRelayControl},
-    {"frmT3InputToGroupControl", QStringLiteral("Input To Group Control"), ControlTable::Group,
+    {Screen::InputToGroupControl, QStringLiteral("Input To Group Control"), ControlTable::Group,
      &PanelRecordType::InputGroupControl},
 });
 
 }  // namespace
 
-InputControlForm::InputControlForm(const char* name)
-    : ControlGridForm(QString::fromLatin1(name), ScreenRow(InputControlScreens, name).Caption,
+InputControlForm::InputControlForm(Screen name)
+    : ControlGridForm(name, ScreenRow(InputControlScreens, name).Caption,
                       ScreenRow(InputControlScreens, name).Table),
       Cells(PanelRecord.*ScreenRow(InputControlScreens, name).Cells) {}
 

@@ -7,7 +7,7 @@
 /// relay editor, what the rows stand for.
 class InputControlForm : public ControlGridForm {
  public:
-  explicit InputControlForm(const char* name);
+  explicit InputControlForm(Screen name);
   void Form_Load() override;
   void Form_Activate() override;
 

@@ -1,6 +1,7 @@
 #include "config/input_options_form.h"
 
 #include "panel/input_actions.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "shell/editor_rows.h"
 
@@ -13,7 +14,7 @@ bool IsTimedOn(int input) {
 }  // namespace
 
 frmT3InputOptions::frmT3InputOptions()
-    : ChildForm(QStringLiteral("frmT3InputOptions"), QStringLiteral("Input Options")) {}
+    : ChildForm(Screen::InputOptions, QStringLiteral("Input Options")) {}
 
 void frmT3InputOptions::Form_Load() {
   grid = new RowGrid(ItemCount, QStringLiteral("Input "));

@@ -1,12 +1,13 @@
 #include "config/local_pilots_form.h"
 
+#include "panel/live_project.h"
 #include "panel/pilot_code.h"
 #include "panel/program_state.h"
 #include "panel/words.h"
 #include "shell/editor_rows.h"
 
 frmT3LocalInputPilots::frmT3LocalInputPilots()
-    : ChildForm(QStringLiteral("frmT3LocalInputPilots"), QStringLiteral("Local Input Pilots")) {}
+    : ChildForm(Screen::LocalInputPilots, QStringLiteral("Local Input Pilots")) {}
 
 void frmT3LocalInputPilots::Form_Load() {
   grid = new RowGrid(ItemCount, QStringLiteral("Input "));

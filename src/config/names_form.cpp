@@ -1,12 +1,12 @@
 #include "config/names_form.h"
 
 #include "panel/code_page.h"
-#include "panel/fennlink_record.h"
 #include "panel/hex.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 
 struct NamesScreen {
-  std::string_view Name;
+  Screen Name;
   QString Caption;
   const char* NumberLabel;
   const char* TextBoxName;
@@ -18,17 +18,17 @@ struct NamesScreen {
 namespace {
 
 const auto NamesScreens = std::to_array<NamesScreen>({
-    {"frmT3EditRelayNames", QStringLiteral("Edit Relay Names"), "lblRelayNumber", "txtRelayName",
+    {Screen::EditRelayNames, QStringLiteral("Edit Relay Names"), "lblRelayNumber", "txtRelayName",
      QStringLiteral("Relay "), &PanelRecordType::RelayName, true},
-    {"frmT3EditGroupNames", QStringLiteral("Edit Group Names"), "lblGroupNumber", "txtGroupName",
+    {Screen::EditGroupNames, QStringLiteral("Edit Group Names"), "lblGroupNumber", "txtGroupName",
      QStringLiteral("Group "), &PanelRecordType::GroupName},
-    {"frmT3EditInputNames", QStringLiteral("Edit Input Names"), "lblInputNumber", "txtInputName",
+    {Screen::EditInputNames, QStringLiteral("Edit Input Names"), "lblInputNumber", "txtInputName",
      QStringLiteral("Input "), &PanelRecordType::InputName, true},
-    {"frmT3EditTimerNames", QStringLiteral("Edit Timer Names"), "lblTimerNumber", "txtTimerName",
+    {Screen::EditTimerNames, QStringLiteral("Edit Timer Names"), "lblTimerNumber", "txtTimerName",
      QStringLiteral("Timer "), &PanelRecordType::TimerName},
-    {"frmT3EditPresetNames", QStringLiteral("Edit Preset Names"), "lblPresetNumber",
+    {Screen::EditPresetNames, QStringLiteral("Edit Preset Names"), "lblPresetNumber",
      "txtPresetName", QStringLiteral("Preset "), &PanelRecordType::PresetName},
-    {"frmT3EditFennlinkNames", QStringLiteral("Edit Fennlink Names"), "lblFennlinkNumber",
+    {Screen::EditFennlinkNames, QStringLiteral("Edit Fennlink Names"), "lblFennlinkNumber",
      "txtFennlinkName", QStringLiteral("FL Node "), nullptr},
 });
 
@@ -38,28 +38,27 @@ constexpr int DeviceDisplayCells = 8;
 
 }  // namespace
 
-NamesForm::NamesForm(const char* name)
-    : ChildForm(QString::fromLatin1(name), ScreenRow(NamesScreens, name).Caption),
-      Screen(ScreenRow(NamesScreens, name)) {}
+NamesForm::NamesForm(Screen name)
+    : ChildForm(name, ScreenRow(NamesScreens, name).Caption), Row(ScreenRow(NamesScreens, name)) {}
 
 int NamesForm::RowCount() const {
-  return Screen.Names ? ItemCount : DeviceCount;
+  return Row.Names ? ItemCount : DeviceCount;
 }
 
 std::string& NamesForm::Name(int row) const {
-  return Screen.Names ? (PanelRecord.*Screen.Names)(row) : FennlinkRecords(row + 1).DeviceName;
+  return Row.Names ? (PanelRecord.*Row.Names)(row) : FennlinkRecords(row + 1).DeviceName;
 }
 
 void NamesForm::Form_Load() {
-  display = new NameDisplay(Screen.Names ? NameDisplayCells : DeviceDisplayCells);
+  display = new NameDisplay(Row.Names ? NameDisplayCells : DeviceDisplayCells);
   AddWidget(display);
-  grid = new RowGrid(RowCount(), Screen.Word);
-  const auto lblNumber = grid->AddNames(Screen.NumberLabel, NumberChars);
-  txtName = grid->Add<TextBox>(Screen.TextBoxName, {.HeaderText = QStringLiteral("Name")});
+  grid = new RowGrid(RowCount(), Row.Word);
+  const auto lblNumber = grid->AddNames(Row.NumberLabel, NumberChars);
+  txtName = grid->Add<TextBox>(Row.TextBoxName, {.HeaderText = QStringLiteral("Name")});
   for (int row = 0; row < RowCount(); ++row) {
     const QString number =
-        Screen.Names ? TwoDigits(row + 1) : QString::fromStdString(HexByte(row + 1));
-    lblNumber(row).SetCaption(Screen.Word + number);
+        Row.Names ? TwoDigits(row + 1) : QString::fromStdString(HexByte(row + 1));
+    lblNumber(row).SetCaption(Row.Word + number);
     grid->SetRowTitle(row, lblNumber(row).Caption());
     txtName(row).setFixedHeight(lblNumber(row).sizeHint().height());
     FilterNameKeys(txtName(row));
@@ -73,7 +72,7 @@ void NamesForm::Form_Load() {
 }
 
 void NamesForm::Form_Activate() {
-  grid->ShowRows(Screen.InstalledOnly ? PanelIOCount() : RowCount());
+  grid->ShowRows(Row.InstalledOnly ? PanelIOCount() : RowCount());
   FormLoading = -1;
   for (int row = 0; row < RowCount(); ++row) txtName(row).SetText(ToUnicode(Name(row)));
   FormLoading = 0;

@@ -9,7 +9,7 @@ struct NamesScreen;
 /// The editors of the names of relays, groups, inputs, timers, presets and bus devices.
 class NamesForm : public ChildForm {
  public:
-  explicit NamesForm(const char* name);
+  explicit NamesForm(Screen name);
   void Form_Load() override;
   void Form_Activate() override;
 
@@ -21,7 +21,7 @@ class NamesForm : public ChildForm {
   int RowCount() const;
   std::string& Name(int row) const;
 
-  const NamesScreen& Screen;
+  const NamesScreen& Row;
   Int16 FormLoading = 0;
   NameDisplay* display = nullptr;
   RowGrid* grid = nullptr;

@@ -9,13 +9,13 @@ struct OptionScreen;
 /// operation, off-hours sweep interval and relay drive.
 class OptionForm : public ChildForm {
  public:
-  explicit OptionForm(const char* name);
+  explicit OptionForm(Screen name);
   void Form_Load() override;
   void Form_Activate() override;
 
   void optOption_Click(int index);
 
  private:
-  const OptionScreen& Screen;
+  const OptionScreen& Row;
   ControlArray<OptionButton> optOption;
 };

@@ -1,7 +1,7 @@
 #include "config/panel_name_form.h"
 
 #include "panel/code_page.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 
 namespace {
@@ -11,7 +11,7 @@ constexpr int DisplayCells = 18;
 }  // namespace
 
 frmT3EditPanelName::frmT3EditPanelName()
-    : ChildForm(QStringLiteral("frmT3EditPanelName"), QStringLiteral("Edit Panel Name")) {}
+    : ChildForm(Screen::EditPanelName, QStringLiteral("Edit Panel Name")) {}
 
 void frmT3EditPanelName::Form_Load() {
   chkDefaultPanelName =

@@ -1,13 +1,12 @@
 #include "config/relay_options_form.h"
 
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/words.h"
 #include "shell/editor_rows.h"
 
 frmT3RelayOutputOptions::frmT3RelayOutputOptions()
-    : ChildForm(QStringLiteral("frmT3RelayOutputOptions"), QStringLiteral("Relay Output Options")) {
-}
+    : ChildForm(Screen::RelayOutputOptions, QStringLiteral("Relay Output Options")) {}
 
 void frmT3RelayOutputOptions::Form_Load() {
   grid = new RowGrid(ItemCount, QStringLiteral("Relay "));

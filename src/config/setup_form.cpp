@@ -1,13 +1,11 @@
 #include "config/setup_form.h"
 
 #include "panel/code_page.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/words.h"
 
 namespace {
-
-constexpr int PointsOfBlock = 4;
 
 QString Points(int blocks) {
   return QStringLiteral("%1 I/O").arg(blocks * PointsOfBlock);
@@ -26,7 +24,7 @@ QString Range(int first, int last) {
 
 }  // namespace
 
-frmT3Setup::frmT3Setup() : ChildForm(QStringLiteral("frmT3Setup"), QStringLiteral("Setup")) {}
+frmT3Setup::frmT3Setup() : ChildForm(Screen::Setup, QStringLiteral("Setup")) {}
 
 void frmT3Setup::Form_Load() {
   auto* row = AddRow();

@@ -5,12 +5,14 @@
 
 #include "dimmer/dimmer_lists.h"
 #include "panel/hex.h"
+#include "panel/live_project.h"
+#include "panel/program_state.h"
 #include "shell/row_grid.h"
 
-const DimmerCopyKind frmT3DimCopyCnf = {"frmT3DimCopyCnf", "Copy Dimmer Configuration", "cmsCopy",
+const DimmerCopyKind frmT3DimCopyCnf = {Screen::DimCopyCnf, "Copy Dimmer Configuration", "cmsCopy",
                                         false};
-const DimmerCopyKind frmT3DimCopyCnt = {"frmT3DimCopyCnt", "Copy Dimmer Control Options", "cmdCopy",
-                                        true};
+const DimmerCopyKind frmT3DimCopyCnt = {Screen::DimCopyCnt, "Copy Dimmer Control Options",
+                                        "cmdCopy", true};
 
 namespace {
 
@@ -27,7 +29,7 @@ std::bitset<Size> Ticked(const ControlArray<CheckBox>& boxes) {
 DimmerCopyDialog::DimmerCopyDialog(const DimmerCopyKind& kind, Int16 dev, Int16 out,
                                    QWidget* parent)
     : QDialog(parent), kind_(kind), Dev(dev), Out(out) {
-  setObjectName(QString::fromLatin1(kind.Name));
+  setObjectName(QString::fromLatin1(ScreenName(kind.Name)));
   setWindowTitle(QString::fromLatin1(kind.Caption));
   auto* body = new QVBoxLayout(this);
   auto* source = new Label;
@@ -126,10 +128,11 @@ void DimmerCopyDialog::cmdAllOut_Click(int out) {
 void DimmerCopyDialog::Copy_Click() {
   const auto destinations = Ticked<DimmerOutputSet().size()>(chkDst);
   if (kind_.ChoosesSlots) {
-    CopyDimmerControls(Dev, Out, destinations, Ticked<ControlSlotCount>(chkCNum));
+    CopyDimmerControls(DimmerBlock, Dev, Out, destinations, Ticked<ControlSlotCount>(chkCNum));
   } else {
-    CopyDimmerConfiguration(Dev, Out, destinations);
+    CopyDimmerConfiguration(DimmerBlock, Dev, Out, destinations);
   }
+  if (destinations.any()) DataChanged = -1;
   MsgBox(QStringLiteral("Copy Complete"), MsgIcon::None, QStringLiteral("Copy Settings"));
   accept();
 }

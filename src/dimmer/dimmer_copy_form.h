@@ -3,11 +3,12 @@
 #include <QDialog>
 
 #include "dimmer/rules/dimmer_copy.h"
+#include "panel/screens.h"
 #include "shell/controls.h"
 
 /// What the two copy dialogs do not share.
 struct DimmerCopyKind {
-  const char* Name;
+  Screen Name;
   const char* Caption;
   const char* CopyButton;
   bool ChoosesSlots;  ///< Copies the control slots that the user ticks, not the configuration.

@@ -3,7 +3,7 @@
 #include <QLabel>
 
 #include "dimmer/dimmer_lists.h"
-#include "dimmer/rules/dimmer_model.h"
+#include "panel/dimmer_words.h"
 #include "panel/fennlink_record.h"
 #include "panel/format.h"
 #include "panel/panel_record.h"
@@ -40,7 +40,7 @@ std::string TargetText(int target) {
 }  // namespace
 
 frmT3DimmerOutput::frmT3DimmerOutput()
-    : ChildForm(QStringLiteral("frmT3DimmerOutput"), QStringLiteral("Dimmer Outputs")) {}
+    : ChildForm(Screen::DimmerOutput, QStringLiteral("Dimmer Outputs")) {}
 
 void frmT3DimmerOutput::Form_Load() {
   BuildSelectors(AddRow());

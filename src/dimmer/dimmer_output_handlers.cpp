@@ -2,16 +2,26 @@
 
 #include "dimmer/dimmer_lists.h"
 #include "dimmer/dimmer_output_form.h"
-#include "dimmer/rules/dimmer_model.h"
 #include "link/panel_queue.h"
 #include "link/panel_transact.h"
-#include "panel/panel_record.h"
+#include "panel/dimmer_fields.h"
+#include "panel/dimmer_words.h"
+#include "panel/live_dimmers.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/shown_percent.h"
 
 // What the controls of the screen show and do.
 
 namespace {
+
+/// Takes a slot that names an input which `device` has not got back to the first input. Timers and
+/// presets share the number, so this is for input slots.
+void LimitControlNumber(Int16 dev, Int16 out, Int16 ctl, int device) {
+  if (device > 0 && DimGetCtlNumber(dev, out, ctl) >= ControlInputCount(device)) {
+    DimSetCtlNumber(dev, out, ctl, 0);
+  }
+}
 
 Int16 Index(const ComboBox& list) {
   return static_cast<Int16>(list.ListIndex());
@@ -95,7 +105,8 @@ void frmT3DimmerOutput::ShowSlot() {
 
 void frmT3DimmerOutput::ShowSummaries() {
   for (Int16 slot = 0; slot < ControlSlotCount; ++slot) {
-    lblSummary(slot).SetCaption(QString::fromStdString(ControlSlotSummary(Dev, Out, slot)));
+    lblSummary(slot).SetCaption(
+        QString::fromStdString(ControlSlotSummary(DimmerOutput(DimmerBlock, Dev, Out), slot)));
     lblSummary(slot).SetBackColor(slot == Ctl ? std::optional(Colors::LightGrey) : std::nullopt);
   }
 }

@@ -5,7 +5,8 @@
 
 #include "dimmer/dimmer_lists.h"
 #include "panel/code_page.h"
-#include "panel/dimmer_block.h"
+#include "panel/live_dimmers.h"
+#include "panel/live_project.h"
 #include "shell/editor_rows.h"
 
 namespace {
@@ -38,8 +39,7 @@ void IncludePicture::paintEvent(QPaintEvent*) {
 }
 
 frmT3DimmerRelayControl::frmT3DimmerRelayControl()
-    : ChildForm(QStringLiteral("frmT3DimmerRelayControl"),
-                QStringLiteral("Dimmer Output / Relay Control")) {}
+    : ChildForm(Screen::DimmerRelayControl, QStringLiteral("Dimmer Output / Relay Control")) {}
 
 void frmT3DimmerRelayControl::Form_Load() {
   auto* row = AddRow();

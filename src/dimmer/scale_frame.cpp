@@ -2,7 +2,10 @@
 
 #include <QGridLayout>
 
-#include "dimmer/rules/dimmer_model.h"
+#include "panel/dimmer_fields.h"
+#include "panel/dimmer_words.h"
+#include "panel/live_dimmers.h"
+#include "panel/live_project.h"
 
 namespace {
 
@@ -93,8 +96,18 @@ frmScale::frmScale() : QGroupBox(QStringLiteral("PhotoCell Input To Dimmer Outpu
   };
 }
 
+void frmScale::Store() const {
+  const ResponseCurve::Points points = curve_.Stored();
+  DimSetAOut(dev_, out_, points.AOut);
+  DimSetAIn(dev_, out_, points.AIn);
+  DimSetCOut(dev_, out_, points.COut);
+  DimSetCIn(dev_, out_, points.CIn);
+  DimSetBOut(dev_, out_, points.BOut);
+  DimSetBIn(dev_, out_, points.BIn);
+}
+
 void frmScale::Show(Int16 dev, Int16 out, bool twoPoint) {
-  curve_.Place(dev, out);
+  curve_.Place(DimmerOutput(DimmerBlock, dev, out));
   dev_ = dev;
   out_ = out;
   twoPoint_ = twoPoint;
@@ -156,7 +169,7 @@ void frmScale::picScale_MouseMove(int, int, double x, double y) {
   } else {
     HideReadouts();
   }
-  curve_.Store(dev_, out_);
+  Store();
 }
 
 void frmScale::picScale_MouseUp(int, int, double, double) {
@@ -183,6 +196,6 @@ void frmScale::picScale_KeyDown(int keyCode, int) {
   curve_.KeepBBetween();
   DrawLines();
   ShowReadouts(SelectedGrip);
-  curve_.Store(dev_, out_);
+  Store();
   picScale->TellChange();
 }

@@ -32,6 +32,7 @@ class frmScale : public QGroupBox {
   Int16 SelectedGrip = 0;
 
  private:
+  void Store() const;
   void SelectByLetter(int keyCode);
   void DrawLines();
   void ShowReadouts(Int16 grip);

@@ -5,7 +5,7 @@
 #include "document/findings_frame.h"
 #include "document/rules/doc_file.h"
 #include "panel/code_page.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/words.h"
 
@@ -22,8 +22,7 @@ QString StartMask() {
 
 }  // namespace
 
-frmT3Document::frmT3Document()
-    : ChildForm(QStringLiteral("frmT3Document"), QStringLiteral("Document")) {}
+frmT3Document::frmT3Document() : ChildForm(Screen::Document, QStringLiteral("Document")) {}
 
 void frmT3Document::Form_Load() {
   auto* fileRow = AddRow();
@@ -105,7 +104,8 @@ void frmT3Document::cmdDocument_Click() {
   for (int i = 0; i < chkPrintOptions.Count(); ++i) {
     chosen[static_cast<std::size_t>(i)] = chkPrintOptions(i).Value() != 0;
   }
-  WriteDocumentFile(RenderDocument(DocumentTimeStamp(QDateTime::currentDateTime()), chosen));
+  WriteDocumentFile(RenderDocument(LiveProject, CurrentFileName,
+                                   DocumentTimeStamp(QDateTime::currentDateTime()), chosen));
   lblOpenDocument->setVisible(true);
   MsgBox(QStringLiteral("Documentation Complete."), MsgIcon::None, ProgramTitle);
 }

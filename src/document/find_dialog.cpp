@@ -3,6 +3,7 @@
 #include <QVBoxLayout>
 
 #include "document/go_to_item.h"
+#include "panel/live_project.h"
 
 FindDialog::FindDialog(QWidget* parent) : QDialog(parent) {
   setWindowTitle(QStringLiteral("Find"));
@@ -27,7 +28,7 @@ FindDialog::FindDialog(QWidget* parent) : QDialog(parent) {
 }
 
 void FindDialog::txtFind_Change() {
-  found_ = FindItems(txtFind->Text());
+  found_ = FindItems(LiveProject, txtFind->Text());
   lstFound->clear();
   for (const FoundItem& found : found_) lstFound->addItem(found.Words);
   if (!found_.empty()) lstFound->setCurrentRow(0);
@@ -38,7 +39,7 @@ void FindDialog::lstFound_Click() {
   if (row < 0) return;
   const FoundItem found = found_[static_cast<std::size_t>(row)];
   accept();
-  GoToItem(found.Screen, found.Where);
+  GoToItem(found.On, found.Where);
 }
 
 /// Up and Down walk the list while the text is typed; Enter takes its row.

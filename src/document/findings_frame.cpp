@@ -10,11 +10,13 @@
 
 #include "document/go_to_item.h"
 #include "document/rehearse.h"
-#include "document/rules/compare.h"
 #include "document/rules/report_writer.h"
 #include "link/panel_memory.h"
 #include "link/panel_queue.h"
 #include "link/panel_transact.h"
+#include "panel/defaults.h"
+#include "panel/difference.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/project_file.h"
 #include "shell/dialogs.h"
@@ -87,21 +89,22 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
   row->addWidget(lblFound, 1);
   connect(lstFindings, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) {
     const Row& pressed = rows_[item->data(0, Qt::UserRole).toUInt()];
-    if (pressed.Screen.empty()) return;
-    RunHandler([screen = pressed.Screen, where = pressed.Where] { GoToItem(screen, where); });
+    if (pressed.On == Screen::None) return;
+    RunHandler([screen = pressed.On, where = pressed.Where] { GoToItem(screen, where); });
   });
   ShowRows({QStringLiteral("Severity"), QStringLiteral("Item"), QStringLiteral("Finding")}, {}, {},
            {});
 }
 
 void FindingsFrame::cmdCheck_Click() {
-  const std::vector<Finding> findings = CheckProject();
+  const std::vector<Finding> findings =
+      CheckProject(LiveProject, {.FileEndsEarly = FileEndsEarly()});
   std::vector<Row> rows;
   rows.reserve(findings.size());
   for (const Finding& finding : findings) {
     rows.push_back({{SeverityWord(finding.Level), ItemCode(finding.Where), finding.Sentence},
                     finding.Where,
-                    finding.Screen});
+                    finding.On});
   }
   ShowRows({QStringLiteral("Severity"), QStringLiteral("Item"), QStringLiteral("Finding")},
            {SeverityWord(Severity::Error), SeverityWord(Severity::Warning),
@@ -115,18 +118,19 @@ void FindingsFrame::cmdCompare_Click() {
   const QString name =
       FileDialog({FileRequest::Kind::Open, ProjectFileFilter, DataPath(QStringLiteral("*.T3"))});
   if (name.isEmpty()) return;
-  ShowDifferences(ThisProject(), ReadOtherProject(name), QStringLiteral("Other project"));
+  ShowDifferences(LiveProject, ReadProject(name, NewProject()).Content,
+                  QStringLiteral("Other project"));
 }
 
-void FindingsFrame::ShowDifferences(const ProjectDocument& one, const ProjectDocument& other,
+void FindingsFrame::ShowDifferences(const Project& one, const Project& other,
                                     const QString& otherTitle) {
   const auto differences = CompareProjects(one, other, chkNames->Value() != 0);
   std::vector<Row> rows;
   QStringList areas;
   for (const Difference& difference : differences) {
     if (!areas.contains(difference.Area)) areas << difference.Area;
-    rows.push_back({{difference.Area, ItemText(difference.Where), difference.Field, difference.This,
-                     difference.Other},
+    rows.push_back({{difference.Area, ItemText(one, difference.Where), difference.Field,
+                     difference.This, difference.Other},
                     {},
                     {}});
   }
@@ -183,7 +187,7 @@ void FindingsFrame::ComparePanel() {
   if (*panelSum != sum.Value()) {
     throw RunTimeFailure("The panel's memory was not read as it is. Please compare again.");
   }
-  ShowDifferences(AsPanelKeeps(ThisProject()), UploadedOver(ThisProject(), *memory),
+  ShowDifferences(AsPanelKeeps(LiveProject), UploadedOver(LiveProject, *memory, true),
                   QStringLiteral("Panel"));
 }
 
@@ -233,7 +237,8 @@ void FindingsFrame::TellReport(const QString& told) {
 }
 
 void FindingsFrame::cmdPrint_Click() {
-  LoadReportWriter()->Preview(BuildReport(QDateTime::currentDateTime()), window());
+  LoadReportWriter()->Preview(
+      BuildReport(LiveProject, CurrentFileName, QDateTime::currentDateTime()), window());
 }
 
 void FindingsFrame::cmdReportPdf_Click() {
@@ -242,7 +247,7 @@ void FindingsFrame::cmdReportPdf_Click() {
   QString outcome;  // of a failure the message box tells
   const auto tell = qScopeGuard([&] { TellReport(outcome); });
   int told = 0;
-  WriteReportPdf(name, UsualPaper(), [&](int percent) {
+  WriteReportPdf(LiveProject, CurrentFileName, name, UsualPaper(), [&](int percent) {
     constexpr int step = 10;
     if (percent < told + step) return;
     told = percent;
@@ -255,7 +260,7 @@ void FindingsFrame::cmdSpreadsheet_Click() {
   const QString name = ReportFileName(QStringLiteral("Spreadsheets"), QStringLiteral("xlsx"));
   if (name.isEmpty()) return;
   TellReport({});
-  WriteReportWorkbook(name);
+  WriteReportWorkbook(LiveProject, name);
   TellReport(QStringLiteral("The spreadsheet is written."));
 }
 

@@ -4,7 +4,7 @@
 #include <QTreeWidget>
 
 #include "document/rules/check.h"
-#include "panel/project_document.h"
+#include "panel/project.h"
 #include "shell/controls.h"
 
 /// What a check has found or in what two projects differ, below what the document's screen has of
@@ -32,15 +32,14 @@ class FindingsFrame : public QGroupBox {
   struct Row {
     QStringList Cells;
     Item Where;
-    std::string_view Screen;
+    Screen On;
   };
 
   void ShowRows(const QStringList& headers, const QStringList& kinds, std::vector<Row> rows,
                 const QString& told);
   void FillList();
   void ComparePanel();
-  void ShowDifferences(const ProjectDocument& one, const ProjectDocument& other,
-                       const QString& otherTitle);
+  void ShowDifferences(const Project& one, const Project& other, const QString& otherTitle);
   void TellReport(const QString& told);
 
   ComboBox* cboShown = nullptr;  ///< One kind of rows, by their first cell, or all.

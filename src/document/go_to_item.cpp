@@ -31,9 +31,9 @@ constexpr auto Selectors = std::to_array<Selector>({
 
 }  // namespace
 
-void GoToItem(std::string_view screen, const Item& item) {
+void GoToItem(Screen screen, const Item& item) {
   UnloadAllForms();
-  ChildForm* form = ShowForm(std::string(screen).c_str());
+  ChildForm* form = ShowForm(screen);
   if (!form || item.Kind == ItemKind::Panel) return;
   bool chosen = false;
   for (const Selector& selector : Selectors) {

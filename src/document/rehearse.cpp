@@ -5,7 +5,8 @@
 #include <QProcess>
 #include <QStandardPaths>
 
-#include "link/rules/panel_image.h"
+#include "panel/live_project.h"
+#include "panel/panel_image.h"
 #include "panel/program_state.h"
 #include "panel/replace_file.h"
 
@@ -32,7 +33,7 @@ QString Rehearse() {
   const QString program = PanelProgram();
   if (program.isEmpty()) return QStringLiteral("The simulated panel is not installed.");
   const QString file = DataPath(QStringLiteral("Rehearsal.memory"));
-  ReplaceFile(file, FreshPanelMemory());
+  ReplaceFile(file, FreshPanelMemory(LiveProject));
   if (IsShown(file)) return QStringLiteral("The panel's window has the new settings.");
   if (!QProcess::startDetached(program, {"--window", "--follow", file})) {
     return QStringLiteral("The simulated panel cannot be started.");

@@ -10,7 +10,7 @@
 
 #include "panel/code_page.h"
 #include "panel/fixed_array.h"
-#include "schedule/rules/time_values.h"
+#include "panel/time_values.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include "link/panel_queue.h"
 #include "link/transport.h"
 #include "panel/code_page.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "shell/shell.h"
 
@@ -32,8 +32,7 @@ QLabel* WrappedLine(const char* name) {
 
 }  // namespace
 
-frmT3Connect::frmT3Connect()
-    : ChildForm(QStringLiteral("frmT3Connect"), QStringLiteral("Connect")) {}
+frmT3Connect::frmT3Connect() : ChildForm(Screen::Connect, QStringLiteral("Connect")) {}
 
 frmT3Connect::~frmT3Connect() {
   Link = {};

@@ -5,7 +5,8 @@
 #include <QProgressBar>
 
 #include "link/com_port.h"
-#include "link/rules/panel_image.h"
+#include "panel/live_project.h"
+#include "panel/panel_image.h"
 #include "shell/accessible_controls.h"
 #include "shell/child_form.h"
 #include "shell/stopwatch.h"

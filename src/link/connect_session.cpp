@@ -7,7 +7,7 @@
 #include "link/panel_transact.h"
 #include "link/transport.h"
 #include "panel/code_page.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "shell/shell.h"
 #include "shell/stopwatch.h"

@@ -5,7 +5,7 @@
 #include "panel/code_page.h"
 #include "panel/format.h"
 #include "panel/hex.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/words.h"
 #include "shell/row_grid.h"
@@ -123,10 +123,10 @@ void frmT3Connect::cmdSetQZClock_Click() {
 
 void frmT3Connect::cmdVirtualKeypad_Click() {
   UnloadAllForms();
-  ShowForm("frmT3VirtualKeypad");
+  ShowForm(Screen::VirtualKeypad);
 }
 
 void frmT3Connect::cmdNetworkDiagnostics_Click() {
   UnloadAllForms();
-  ShowForm("frmT3SystemDiagnostic");
+  ShowForm(Screen::SystemDiagnostic);
 }

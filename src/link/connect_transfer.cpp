@@ -11,7 +11,7 @@
 #include "panel/code_page.h"
 #include "panel/defaults.h"
 #include "panel/hex.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/project_file.h"
 #include "shell/shell.h"

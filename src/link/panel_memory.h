@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "link/rules/panel_image.h"
+#include "panel/panel_image.h"
 
 // Reading the panel's memory, from a request of AskPanel.
 

@@ -3,7 +3,7 @@
 #include <deque>
 #include <utility>
 
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "shell/dialogs.h"
 #include "shell/shell.h"
 

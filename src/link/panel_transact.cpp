@@ -5,7 +5,7 @@
 
 #include "link/transport.h"
 #include "panel/hex.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "shell/child_form.h"
 #include "shell/shell.h"
@@ -159,7 +159,7 @@ void PanelConnectionLost() {
   if (std::exchange(endedWhileWaiting, false) || ProgramEnding()) return;
   if (Link.DisconnectQZ) Link.DisconnectQZ();
   UnloadAllForms();
-  if (ChildForm* form = ShowForm("frmT3Connect")) {
+  if (ChildForm* form = ShowForm(Screen::Connect)) {
     if (auto* connect = form->findChild<QWidget*>(QStringLiteral("cmdConnect")))
       connect->setFocus();
   }

@@ -1,126 +1,98 @@
 #include "panel/defaults.h"
 
+#include "panel/dimmer_fields.h"
+#include "panel/fields.h"
 #include "panel/hex.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 
 namespace {
 
-void LoadItemDefaults(PanelRecordType& record) {
-  for (int i = 0; i < ItemCount; ++i) {
-    const std::string number = {static_cast<char>('0' + (i + 1) / 10),
-                                static_cast<char>('0' + (i + 1) % 10)};
-    record.RelayName(i) = "RELAY " + number;
-    record.GroupName(i) = "GROUP " + number;
-    record.InputName(i) = "INPUT " + number;
-    record.TimerName(i) = "TIMER " + number;
-    record.PresetName(i) = "PRESET " + number;
+class Loader {
+ public:
+  explicit Loader(int device = 0) : device_(device) {}
 
-    record.InputPreset(i) = 0;
-    record.RelayTimerType(i) = 0;
-    record.RelayPowerOnType(i) = 0;
-    record.InputType(i) = 0;
-    record.InputEnableTime(i) = 0;
-    record.InputDisableTime(i) = 0;
-    record.InputTimedOnTime(i) = 10;
-    record.LocalPilot(i) = static_cast<Int16>(i);
-    record.TimerTimeType(i) = 0;
-    record.TimerTime(i) = 0;
-    record.TimerDays(i) = 0;
-    record.TimerHolidayMonth(i) = 0;
-    record.TimerHolidayDate(i) = 1;
-    record.OffHoursSweepRelay(i) = 0;
-    record.OffHoursSweepGroup(i) = 0;
-    record.DMXChannel(i) = 0;
-    for (int j = 0; j < ItemCount; ++j) {
-      record.InputRelayControl(j, i) = 0;
-      record.InputGroupControl(j, i) = 0;
-      record.GroupRelayInclude(j, i) = 0;
-      record.TimerRelayControl(j, i) = 0;
-      record.TimerGroupControl(j, i) = 0;
-      record.TimerPresetControl(j, i) = 0;
-      record.PresetRelayControl(j, i) = 0;
+  void operator()(const FieldFacts& facts, std::string& text) const { Put(facts, text, 0); }
+  void operator()(const FieldFacts& facts, Int16& value) const { Put(facts, value, 0); }
+
+  template <typename T, int First, int Second>
+  void operator()(const FieldFacts& facts, FixedArray<T, First, Second>& array) const {
+    const Default& start = facts.Start.Value;
+    if (start.Is == Default::Kind::Stays) return;
+    const bool everywhere = start.Is == Default::Kind::Everywhere;
+    const int first = everywhere ? First : facts.First.Value.Items;
+    const int second = everywhere ? Second : facts.Second.Value.Items;
+    for (int j = 0; j < second; ++j) {
+      for (int i = 0; i < first; ++i) Put(facts, array(i, j), i);
+    }
+    if (facts.Spare) array(SpareItem) = {};
+  }
+
+ private:
+  template <typename Number>
+  static void Put(const FieldFacts& facts, Number& value, int index) {
+    const Default& start = facts.Start.Value;
+    switch (start.Is) {
+      case Default::Kind::OwnIndex:
+        value = static_cast<Number>(index);
+        break;
+      case Default::Kind::FirstOnly:
+        value = static_cast<Number>(index == 0 ? start.Value : 0);
+        break;
+      default:
+        value = static_cast<Number>(start.Value);
+        break;
     }
   }
-}
 
-void LoadScalarDefaults(PanelRecordType& record) {
-  record.BlinkAlertMinutes = 10;
-  record.OverrideMinutes = 120;
-  record.AlarmSeconds = 5;
-  record.TimedOnOperation = 0;
-  record.OffHoursSweepInterval = 0;
-  record.DSTEnabled = -1;
-  record.DSTStartWeek = 2;
-  record.DSTStartMonth = 3;
-  record.DSTEndWeek = 1;
-  record.DSTEndMonth = 11;
-  record.Latitude = 45;
-  record.Longitude = 90;
-  record.TimeZone = 1;
-  record.RTCSource = 0;
-  record.PhotocellFilter = 0;
-  record.AddOnModuleType = 0;
-  for (int node = 0; node < NodeCount; ++node) record.IOCount(node) = node == 0 ? 1 : 0;
-  record.ComPort = 1;
-  record.DMXOnLevel = 90;
-  record.DMXOffLevel = 10;
-  record.DMXFilter = 0;
-  record.ModBusMode = 0;
-  record.ModBusBaud = 0;
-  record.ModBusParity = 0;
-}
-
-void LoadDeviceDefaults(FennlinkRecord& device, int address) {
-  device.DeviceType = 0;
-  device.DeviceName = "FLINK " + HexByte(address);
-  for (int input = 0; input < DeviceInputCount; ++input) {
-    device.DeviceInputType(input) = 0;
-    device.DeviceTimedOnTime(input) = 10;
-    device.DevicePilot(input) = 0;
-    device.DeviceOffLevel(input) = 0;
-    device.DeviceOnLevel(input) = 0;
-    for (int row = 0; row < ItemCount; ++row) {
-      device.DeviceRelayControl(input, row) = 0;
-      device.DeviceGroupControl(input, row) = 0;
+  void Put(const FieldFacts& facts, std::string& text, int index) const {
+    switch (facts.Start.Value.Is) {
+      case Default::Kind::ItemName:
+        text = ItemCode({KindOf(facts.First.Value), index}).toStdString();
+        break;
+      case Default::Kind::DeviceName:
+        text = "FLINK " + HexByte(device_);
+        break;
+      default:
+        text.clear();
+        break;
     }
-    device.DevicePreset(input) = 0;
   }
-}
 
-void LoadPanelDefaults(PanelRecordType& record) {
-  record.TimerTimeType(SpareItem) = ConnectionUSB;
-  record.TimerName(SpareItem).clear();
-  record.PresetName(SpareItem).clear();
-  record.PanelName.clear();
-  LoadItemDefaults(record);
-  for (int day = 0; day < 7; ++day) {
-    record.NormalOpenTime(day) = 32;
-    record.NormalCloseTime(day) = 84;
-  }
-  record.DateOpenTime.elements.fill(NoEntry);
-  record.DateCloseTime.elements.fill(NoEntry);
-  LoadScalarDefaults(record);
-}
+  int device_;
+};
 
-void LoadDefaultsInto(PanelRecordType& panel, FennlinkRecordsType& devices,
-                      DimmerBlockType& dimmers) {
-  LoadPanelDefaults(panel);
-  for (int address = 0; address <= DeviceCount; ++address) {
-    LoadDeviceDefaults(devices(address), address);
+void LoadDimmers(DimmerBlockType& dimmers) {
+  dimmers = {};
+  for (Int16 dev = 0; dev < DimmerDeviceCount; ++dev) {
+    for (Int16 out = 0; out < DimmerOutputCount; ++out) {
+      for (const DimmerField* field : dim::Fields) {
+        if (field->Start == 0) continue;
+        Int16& element = dimmers(DimmerElement(*field, {dev, out}));
+        element = EncodeDimmer(*field, element, field->Start, 0);
+      }
+    }
   }
-  dimmers = NewDimmerBlock();
 }
 
 }  // namespace
 
+void LoadDefaults(Project& project) {
+  ForEachPanelField(project.Panel, Loader());
+  for (int address = 0; address <= DeviceCount; ++address) {
+    ForEachDeviceField(project.Devices(address), Loader(address));
+  }
+  LoadDimmers(project.Dimmers);
+}
+
+Project NewProject() {
+  Project project;
+  LoadDefaults(project);
+  return project;
+}
+
 void LoadDefaults() {
   DocumentSectionOff = {};
   DocumentFileName = DataPath(QStringLiteral("Documentation/Tamberloom 3.txt"));
-  LoadDefaultsInto(PanelRecord, FennlinkRecords, DimmerBlock);
-}
-
-ProjectDocument NewPanel() {
-  ProjectDocument document;
-  LoadDefaultsInto(document.Panel, document.Devices, document.Dimmers);
-  return document;
+  LoadDefaults(LiveProject);
 }

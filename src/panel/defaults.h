@@ -1,11 +1,15 @@
 #pragma once
 
-#include "panel/project_document.h"
+#include "panel/project.h"
 
-/// Puts the document into the state of a new panel. Spare elements (element 48 of the item arrays
-/// but the three communications settings, row 48 of the tables, element 8 of device inputs) keep
-/// what they held. Touches neither CurrentFileName nor DataChanged.
+/// Puts a project into the state of a new panel. Spare elements (element 48 of the item arrays but
+/// the three communications settings, row 48 of the tables, element 8 of device inputs) keep what
+/// they held.
+void LoadDefaults(Project& project);
+
+/// A new panel's project, spare elements empty.
+Project NewProject();
+
+/// The program's own: LoadDefaults of the live project, all sections of the document on and its
+/// usual file. Touches neither CurrentFileName nor DataChanged.
 void LoadDefaults();
-
-/// A new panel's project apart from the live one, with spare elements 0.
-ProjectDocument NewPanel();

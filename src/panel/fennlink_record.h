@@ -23,8 +23,8 @@ struct FennlinkRecord {
   DeviceControlTable DeviceRelayControl;
   DeviceControlTable DeviceGroupControl;
   DeviceInputArray DevicePreset;  ///< Preset index of a Set Preset input.
+
+  bool operator==(const FennlinkRecord&) const = default;
 };
 
 using FennlinkRecordsType = FixedArray<FennlinkRecord, DeviceCount + 1>;
-
-extern FennlinkRecordsType FennlinkRecords;

@@ -8,37 +8,74 @@ namespace {
 
 using enum InputKind;
 
-constexpr auto SwitchActions = std::to_array<std::string_view>(
-    {"No Action", "On Only", "Off Only", "On And Off", "Blink Alert"});
-constexpr auto NoActions = std::to_array<std::string_view>({"."});
-constexpr auto TimedOnActions = std::to_array<std::string_view>({"No Action", "Timed On"});
-constexpr auto BiLevelActions =
-    std::to_array<std::string_view>({"No Action", "On-Off", "Hi-Lo(NO)", "Hi-Lo(NC)"});
-constexpr auto StepActions = std::to_array<std::string_view>({"No Action", "Step A", "Step B"});
-constexpr auto DisableActions = std::to_array<std::string_view>({"No Action", "Disable"});
-constexpr auto OverrideActions =
-    std::to_array<std::string_view>({"No Action", "Hold On", "Hold Off", "Hold Status"});
-constexpr auto ForceActions = std::to_array<std::string_view>({"No Action", "Force"});
+constexpr unsigned OnOff = EffectOn | EffectOff;
 
-constexpr auto ActionsWithBlink = WordTable(SwitchActions);
-constexpr auto ActionsWithoutBlink = WordTable(SwitchActions).first(4);
+constexpr ControlAction NoAction{"No Action", 0, ""};
+
+constexpr auto SwitchTable = std::to_array<ControlAction>({
+    NoAction,
+    {"On Only", EffectOn, "turns on"},
+    {"Off Only", EffectOff, "turns off"},
+    {"On And Off", OnOff, "turns on and off"},
+    {"Blink Alert", EffectOff, "blinks and turns off"},
+});
+constexpr auto NothingTable = std::to_array<ControlAction>({{".", 0, ""}});
+constexpr auto TimedOnTable =
+    std::to_array<ControlAction>({NoAction, {"Timed On", OnOff, "turns on for a time"}});
+constexpr auto BiLevelTable = std::to_array<ControlAction>({
+    NoAction,
+    {"On-Off", OnOff, "turns on and off"},
+    {"Hi-Lo(NO)", OnOff, "switches between high and low (NO)"},
+    {"Hi-Lo(NC)", OnOff, "switches between high and low (NC)"},
+});
+constexpr auto StepTable = std::to_array<ControlAction>({
+    NoAction,
+    {"Step A", OnOff, "switches as step A"},
+    {"Step B", OnOff, "switches as step B"},
+});
+constexpr auto DisableTable =
+    std::to_array<ControlAction>({NoAction, {"Disable", EffectDisables, "disables"}});
+constexpr auto OverrideTable = std::to_array<ControlAction>({
+    NoAction,
+    {"Hold On", EffectOn | EffectDisables, "holds on"},
+    {"Hold Off", EffectOff | EffectDisables, "holds off"},
+    {"Hold Status", EffectDisables, "holds as it is"},
+});
+constexpr auto ForceTable =
+    std::to_array<ControlAction>({NoAction, {"Force", EffectRuns, "forces"}});
+
+/// The words of a table of actions.
+template <const auto& Table>
+constexpr auto ActionWords = [] {
+  std::array<std::string_view, Table.size()> words;
+  for (std::size_t i = 0; i < words.size(); ++i) words[i] = Table[i].Word;
+  return words;
+}();
+
+/// The first `count` actions of a table, all of them unless told otherwise.
+template <const auto& Table>
+constexpr ControlOptions Offered(ControlRows rows, std::size_t count = Table.size()) {
+  return {WordTable(ActionWords<Table>).first(count), std::span(Table).first(count), rows};
+}
+
+constexpr std::size_t WithoutBlink = 4;
 
 /// By InputKind: the actions and what they act on in the relay table. A kind that acts on relays
 /// acts on groups in the group table; the others have nothing there.
 constexpr auto ActionTable = std::to_array<ControlOptions>({
-    {ActionsWithBlink, ControlRows::Relays},     // Momentary On/Off
-    {ActionsWithoutBlink, ControlRows::Relays},  // Momentary PB
-    {ActionsWithBlink, ControlRows::Relays},     // Maint. On/Off
-    {ActionsWithoutBlink, ControlRows::Relays},  // Maint. Multi-Way
-    {NoActions, ControlRows::None},              // Set Preset
-    {TimedOnActions, ControlRows::Relays},       // Timed On
-    {BiLevelActions, ControlRows::Relays},       // HID Bi-Level
-    {StepActions, ControlRows::Relays},          // 2 Step
-    {StepActions, ControlRows::Relays},          // 4 Step
-    {DisableActions, ControlRows::Inputs},       // Input Disable
-    {DisableActions, ControlRows::Timers},       // Timer Disable
-    {OverrideActions, ControlRows::Relays},      // Output Override
-    {ForceActions, ControlRows::Timers},         // Force Timer
+    Offered<SwitchTable>(ControlRows::Relays),                // Momentary On/Off
+    Offered<SwitchTable>(ControlRows::Relays, WithoutBlink),  // Momentary PB
+    Offered<SwitchTable>(ControlRows::Relays),                // Maint. On/Off
+    Offered<SwitchTable>(ControlRows::Relays, WithoutBlink),  // Maint. Multi-Way
+    Offered<NothingTable>(ControlRows::None),                 // Set Preset
+    Offered<TimedOnTable>(ControlRows::Relays),               // Timed On
+    Offered<BiLevelTable>(ControlRows::Relays),               // HID Bi-Level
+    Offered<StepTable>(ControlRows::Relays),                  // 2 Step
+    Offered<StepTable>(ControlRows::Relays),                  // 4 Step
+    Offered<DisableTable>(ControlRows::Inputs),               // Input Disable
+    Offered<DisableTable>(ControlRows::Timers),               // Timer Disable
+    Offered<OverrideTable>(ControlRows::Relays),              // Output Override
+    Offered<ForceTable>(ControlRows::Timers),                 // Force Timer
 });
 static_assert(ActionTable.size() == InputTypes.size());
 
@@ -55,7 +92,7 @@ constexpr auto EightInputKinds =
 ControlOptions KindControlOptions(InputKind kind, ControlTable table) {
   ControlOptions options = ActionTable[static_cast<std::size_t>(kind)];
   if (table == ControlTable::Relay) return options;
-  if (options.Rows != ControlRows::Relays) return {NoActions, ControlRows::None};
+  if (options.Rows != ControlRows::Relays) return Offered<NothingTable>(ControlRows::None);
   options.Rows = ControlRows::Groups;
   return options;
 }

@@ -32,8 +32,25 @@ enum class ControlTable { Relay, Group };
 /// What the 48 rows of a control table stand for; None: there is nothing to choose.
 enum class ControlRows { None, Relays, Groups, Inputs, Timers };
 
+/// What an action, or any other use of an item by another, does; bits.
+enum ActionEffect : unsigned {
+  EffectOn = 1,        ///< Turns it on.
+  EffectOff = 2,       ///< Turns it off.
+  EffectRuns = 4,      ///< Activates a preset, forces a timer.
+  EffectDisables = 8,  ///< Disables an input or a timer, or holds a relay.
+  EffectHolds = 16,    ///< A group has it as its relay, a preset sets it.
+  EffectFollows = 32,  ///< A pilot or a dimmer shows its state.
+};
+
+struct ControlAction {
+  std::string_view Word;
+  unsigned Effect;        ///< Bits of ActionEffect.
+  std::string_view Does;  ///< In a sentence: "turns on and off".
+};
+
 struct ControlOptions {
   WordTable Actions;  ///< By action code, never empty.
+  std::span<const ControlAction> Meanings;
   ControlRows Rows = ControlRows::None;
 
   /// The highest action code.

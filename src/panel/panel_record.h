@@ -76,14 +76,16 @@ struct PanelRecordType {
   Int16 ModBusMode = 0;
   Int16 ModBusBaud = 0;
   Int16 ModBusParity = 0;
+
+  bool operator==(const PanelRecordType&) const = default;
 };
 
-extern PanelRecordType PanelRecord;
+constexpr int PointsOfBlock = 4;  ///< Relays and inputs of an I/O block.
 
 /// Installed I/O points, the bound of all lists of relays and inputs: at most 48, negative for some
 /// damaged records.
 /// Throws RunTimeFailure when a damaged record overflows the sum.
-Int16 PanelIOCount();
+Int16 PanelIOCount(const PanelRecordType& panel);
 
 /// The item of a timed-on time in a list of all times; -1 for a time shorter than the first.
 constexpr int TimedOnIndex(Int32 minutes) {
@@ -96,12 +98,15 @@ constexpr Int16 ConnectionUSB = 0;
 constexpr Int16 ConnectionModem = 1;
 constexpr Int16 ConnectionTCP = 2;
 
-inline Int16& ConnectionType() {
-  return PanelRecord.TimerTimeType(SpareItem);
+template <typename Panel>
+auto& ConnectionType(Panel& panel) {
+  return panel.TimerTimeType(SpareItem);
 }
-inline std::string& PhoneNumber() {
-  return PanelRecord.TimerName(SpareItem);
+template <typename Panel>
+auto& PhoneNumber(Panel& panel) {
+  return panel.TimerName(SpareItem);
 }
-inline std::string& TcpAddress() {
-  return PanelRecord.PresetName(SpareItem);
+template <typename Panel>
+auto& TcpAddress(Panel& panel) {
+  return panel.PresetName(SpareItem);
 }

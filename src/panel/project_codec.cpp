@@ -5,7 +5,7 @@
 #include <cstring>
 #include <limits>
 
-#include "panel/project_layout.h"
+#include "panel/fields.h"
 
 static_assert(std::endian::native == std::endian::little,
               "the file is little-endian and is copied as it stands");
@@ -17,13 +17,8 @@ class Encoder {
   explicit Encoder(std::string& bytes) : bytes_(bytes) {}
 
   template <typename FieldType>
-  void operator()(const char*, const FieldType& field) {
+  void operator()(const FieldFacts&, const FieldType& field) {
     Field(field);
-  }
-
- private:
-  void Raw(const void* data, std::size_t size) {
-    bytes_.append(static_cast<const char*>(data), size);
   }
 
   void Field(Int16 value) { Raw(&value, sizeof value); }
@@ -46,6 +41,11 @@ class Encoder {
     }
   }
 
+ private:
+  void Raw(const void* data, std::size_t size) {
+    bytes_.append(static_cast<const char*>(data), size);
+  }
+
   std::string& bytes_;
 };
 
@@ -56,19 +56,8 @@ class Decoder {
   bool Whole = true;  ///< Nothing has been missing so far.
 
   template <typename FieldType>
-  void operator()(const char*, FieldType& field) {
+  void operator()(const FieldFacts&, FieldType& field) {
     Field(field);
-  }
-
- private:
-  /// Copies the whole elements that are there; a cut one ends the file.
-  template <typename T>
-  std::size_t Elements(T* elements, std::size_t count) {
-    const std::size_t there = std::min(count, rest_.size() / sizeof(T));
-    if (there > 0) std::memcpy(elements, rest_.data(), there * sizeof(T));
-    Whole = Whole && there == count;
-    rest_.remove_prefix(there < count ? rest_.size() : there * sizeof(T));
-    return there;
   }
 
   void Field(Int16& value) { Elements(&value, 1); }
@@ -81,6 +70,7 @@ class Decoder {
                            ", so it is damaged or no project file");
     }
     const std::string_view there = rest_.substr(0, static_cast<std::size_t>(length));
+    Whole = Whole && there.size() == static_cast<std::size_t>(length);
     text.assign(there);
     rest_.remove_prefix(there.size());
   }
@@ -94,23 +84,41 @@ class Decoder {
     }
   }
 
+ private:
+  /// Copies the whole elements that are there; a cut one ends the file.
+  template <typename T>
+  std::size_t Elements(T* elements, std::size_t count) {
+    const std::size_t there = std::min(count, rest_.size() / sizeof(T));
+    if (there > 0) std::memcpy(elements, rest_.data(), there * sizeof(T));
+    Whole = Whole && there == count;
+    rest_.remove_prefix(there < count ? rest_.size() : there * sizeof(T));
+    return there;
+  }
+
   std::string_view rest_;
 };
 
+/// The one order of the file, for both directions.
+template <typename Archive, typename ProjectType>
+void Walk(Archive& archive, ProjectType& project) {
+  ForEachPanelField(project.Panel, archive);
+  for (auto& device : project.Devices.elements) ForEachDeviceField(device, archive);
+  archive.Field(project.Dimmers);
+}
+
 }  // namespace
 
-std::string EncodeProject(const PanelRecordType& panel, const FennlinkRecordsType& devices,
-                          const DimmerBlockType& dimmers) {
+std::string EncodeProject(const Project& project) {
   constexpr std::size_t roomForUsualNames = 200'000;
   std::string bytes;
   bytes.reserve(roomForUsualNames);
   Encoder encoder(bytes);
-  ProjectLayout(encoder, panel, devices, dimmers);
+  Walk(encoder, project);
   return bytes;
 }
 
-bool DecodeProject(std::string_view bytes, ProjectDocument& document) {
+bool DecodeProject(std::string_view bytes, Project& project) {
   Decoder decoder(bytes);
-  ProjectLayout(decoder, document.Panel, document.Devices, document.Dimmers);
+  Walk(decoder, project);
   return decoder.Whole;
 }

@@ -4,9 +4,8 @@
 #include <QDir>
 #include <QFileInfo>
 #include <algorithm>
-#include <memory>
 
-#include "panel/defaults.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/project_codec.h"
 
@@ -41,44 +40,42 @@ QByteArray ReadBytes(const char* action, const QString& name, qint64 offset) {
   return bytes;
 }
 
-/// Whether the bytes hold a whole project.
-bool Decode(const QString& name, const QByteArray& bytes, ProjectDocument& document) {
+}  // namespace
+
+ProjectRead ReadProject(const QString& name, Project over) {
+  const QByteArray bytes = ReadBytes("open", name, 0);
+  ProjectRead read{std::move(over), false, Fingerprint(bytes)};
   try {
-    return DecodeProject({bytes.constData(), static_cast<std::size_t>(bytes.size())}, document);
+    read.Whole =
+        DecodeProject({bytes.constData(), static_cast<std::size_t>(bytes.size())}, read.Content);
   } catch (const RunTimeFailure& failure) {
     Fail("open", name, QString::fromUtf8(failure.what()));
   }
+  return read;
 }
 
-}  // namespace
+QByteArray WriteProject(const QString& name, const Project& project, Saving saving) {
+  std::string bytes = EncodeProject(project);
+  const QFileInfo old(name);
+  if (old.exists()) {
+    if (old.size() > LargestProjectFile)
+      Fail("save", name, QStringLiteral("what is there is no project file"));
+    bytes += ReadBytes("save", name, static_cast<qint64>(bytes.size())).toStdString();
+  }
+  ReplaceFile(name, bytes, saving);
+  return Fingerprint({bytes.data(), static_cast<qsizetype>(bytes.size())});
+}
 
 void ReadProjectFile() {
-  const QByteArray bytes = ReadBytes("open", CurrentFileName, 0);
-  const QByteArray known = Fingerprint(bytes);
-  bool whole = false;
-  ChangeDocument(
-      [&](ProjectDocument& document) { whole = Decode(CurrentFileName, bytes, document); });
-  knownContent = known;
-  shortFile = whole ? QString() : CurrentFileName;
+  ProjectRead read = ReadProject(CurrentFileName, LiveProject);
+  LiveProject = std::move(read.Content);
+  knownContent = read.Fingerprint;
+  shortFile = read.Whole ? QString() : CurrentFileName;
   CheckLoadedData();
 }
 
-ProjectDocument ReadOtherProject(const QString& name) {
-  auto document = std::make_unique<ProjectDocument>(NewPanel());
-  Decode(name, ReadBytes("open", name, 0), *document);
-  return *document;
-}
-
 void WriteProjectFile(Saving saving) {
-  std::string bytes = EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock);
-  const QFileInfo old(CurrentFileName);
-  if (old.exists()) {
-    if (old.size() > LargestProjectFile)
-      Fail("save", CurrentFileName, QStringLiteral("what is there is no project file"));
-    bytes += ReadBytes("save", CurrentFileName, static_cast<qint64>(bytes.size())).toStdString();
-  }
-  ReplaceFile(CurrentFileName, bytes, saving);
-  knownContent = Fingerprint({bytes.data(), static_cast<qsizetype>(bytes.size())});
+  knownContent = WriteProject(CurrentFileName, LiveProject, saving);
   shortFile.clear();
 }
 

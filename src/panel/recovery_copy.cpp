@@ -5,9 +5,9 @@
 #include <QUuid>
 #include <algorithm>
 
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/project_codec.h"
-#include "panel/project_document.h"
 #include "panel/project_file.h"
 #include "panel/replace_file.h"
 
@@ -18,10 +18,6 @@ const QString LockSuffix = QStringLiteral(".lock");
 
 QString CopyFolder() {
   return DataPath(QStringLiteral("Recovery"));
-}
-
-std::string LiveProject() {
-  return EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock);
 }
 
 std::unique_ptr<QLockFile> LockOf(const QString& copy) {
@@ -40,7 +36,7 @@ bool OwnerIsDead(QLockFile& lock) {
 struct Copy {
   QString ProjectName;
   QByteArray Known;
-  ProjectDocument Project;
+  Project Content;
 };
 
 /// A name may hold a line end.
@@ -57,9 +53,8 @@ std::unique_ptr<Copy> ReadCopy(const QString& path) {
   const qsizetype known = bytes.indexOf('\n', name + 1);
   auto copy = std::make_unique<Copy>();
   const std::string project = bytes.mid(known + 1).toStdString();
-  DecodeProject(project, copy->Project);
-  const ProjectDocument& read = copy->Project;
-  if (name < 0 || known < 0 || EncodeProject(read.Panel, read.Devices, read.Dimmers) != project) {
+  if (name < 0 || known < 0 || !DecodeProject(project, copy->Content) ||
+      EncodeProject(copy->Content) != project) {
     throw RunTimeFailure("The kept copy is damaged.");
   }
   copy->ProjectName = QString::fromUtf8(QByteArray::fromPercentEncoding(bytes.left(name)));
@@ -69,22 +64,22 @@ std::unique_ptr<Copy> ReadCopy(const QString& path) {
 
 }  // namespace
 
-void RecoveryCopy::Settle() {
-  settled_ = LiveProject();
+void RecoveryCopy::Settle(const Project& project) {
+  settled_ = EncodeProject(project);
   Remove();
 }
 
-void RecoveryCopy::Update() {
+void RecoveryCopy::Update(const Project& project) {
   trouble_.clear();
   try {
-    const std::string project = LiveProject();
-    if (project == settled_) {
+    const std::string bytes = EncodeProject(project);
+    if (bytes == settled_) {
       Remove();
     } else {
       Keep(
           (InOneLine(FileNotInMemory ? NoFileName : CurrentFileName) + '\n' + KnownContent() + '\n')
               .toStdString() +
-          project);
+          bytes);
     }
   } catch (const RunTimeFailure& failure) {
     trouble_ = failure.what();
@@ -141,7 +136,7 @@ std::vector<KeptWork> FindKeptWork() {
 
 void TakeUpKeptWork(const KeptWork& work) {
   const std::unique_ptr<Copy> copy = ReadCopy(work.Path);
-  ChangeDocument([&copy](ProjectDocument& document) { document = copy->Project; });
+  LiveProject = std::move(copy->Content);
   CurrentFileName = copy->ProjectName;
   SetKnownContent(copy->Known);
   FileNotInMemory = false;

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "panel/project.h"
+
 // Unsaved work, kept aside for the case that the program ends without its own exit.
 
 /// The recovery copy of this program: the project and the name of its file, in the data folder.
@@ -14,12 +16,12 @@
 class RecoveryCopy {
  public:
   /// The project as it is now is saved, opened or new: nothing of it can be lost.
-  void Settle();
+  void Settle(const Project& project);
   /// The project holds unsaved work, although it may equal what was there before.
   void Unsettle() { settled_.clear(); }
   /// Writes the copy when there is unsaved work that it does not hold, and removes it when there is
   /// none. A disk that does not take it is tried again.
-  void Update();
+  void Update(const Project& project);
   void Remove();
   /// What the copy holds stays behind as kept work, as of a program that has ended.
   void Leave();
@@ -48,8 +50,8 @@ struct KeptWork {
 /// Newest first. Tidies away what else dead programs left there.
 std::vector<KeptWork> FindKeptWork();
 
-/// Puts the kept project in the place of the one in memory, with the name of its file.
-/// Throws RunTimeFailure, with everything as it was, when it cannot be read.
+/// Puts the kept project in the place of the live one, with the name of its file. Throws
+/// RunTimeFailure, with everything as it was, when it cannot be read.
 void TakeUpKeptWork(const KeptWork& work);
 
 void DeleteKeptWork(const KeptWork& work);

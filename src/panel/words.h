@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "panel/screens.h"
+
 // The words of stored codes, once for the editors and the text document. The index in a table is
 // the stored code where the table does not say otherwise.
 
@@ -73,22 +75,22 @@ struct AddOnModule {
   std::string_view DocumentWord;   ///< Empty: the document leaves the module out.
   std::string_view EditorCaption;  ///< Empty: the module has no editor.
   std::string_view EditorText;     ///< All that the editor of a module without settings says.
-  std::string_view Screen;         ///< The editor.
+  Screen On = Screen::None;        ///< The editor.
 };
 
 inline constexpr std::string_view NoConfiguration = "No Configuration Required";
 
 /// By AddOnModuleType.
 inline constexpr auto AddOnModules = std::to_array<AddOnModule>({
-    {"None", "None", "Add On Module", "No Add On Module Installed", "frmT3AddOnModuleNone"},
-    {"DMX Interface Module", "DMX", "Add On Module DMX", "", "frmT3AddOnModuleDMX"},
-    {"MODBUS Interface Module", "MODBus", "Add On Module ModBus", "", "frmT3AddOnModuleModBus"},
-    {"N2 Interface Module", "N2", "Add On Module N2", NoConfiguration, "frmT3AddOnModuleN2"},
+    {"None", "None", "Add On Module", "No Add On Module Installed", Screen::AddOnModuleNone},
+    {"DMX Interface Module", "DMX", "Add On Module DMX", "", Screen::AddOnModuleDMX},
+    {"MODBUS Interface Module", "MODBus", "Add On Module ModBus", "", Screen::AddOnModuleModBus},
+    {"N2 Interface Module", "N2", "Add On Module N2", NoConfiguration, Screen::AddOnModuleN2},
     {"Voice / DTMF Module", "Voice DTMF", "Add On Module Voice DTMF", NoConfiguration,
-     "frmT3AddOnModuleVoiceDTMF"},
+     Screen::AddOnModuleVoiceDTMF},
     {"BACnet Interface Module", "BACnet", "Add On Module BACnet", NoConfiguration,
-     "frmT3AddOnModuleBACnet"},
-    {"Modem / Tamberloom", "", "", "", ""},
+     Screen::AddOnModuleBACnet},
+    {"Modem / Tamberloom", "", "", "", Screen::None},
 });
 
 /// The row of a type; one of empty texts for a code outside the table.
@@ -99,6 +101,8 @@ constexpr AddOnModule AddOnModuleOf(int type) {
 
 constexpr int AddOnModuleDMX = 1;
 constexpr int AddOnModuleModBus = 2;
+
+inline constexpr auto ConnectionTypes = std::to_array<std::string_view>({"USB", "Modem", "TCP-IP"});
 
 inline constexpr auto ModBusModes = std::to_array<std::string_view>({"ASCII", "RTU"});
 inline constexpr auto ModBusBauds =

@@ -8,11 +8,11 @@
 #include <filesystem>
 
 #include "document/rules/check.h"
-#include "document/rules/compare.h"
 #include "document/rules/doc_file.h"
 #include "document/rules/report_writer.h"
-#include "link/rules/panel_image.h"
 #include "panel/defaults.h"
+#include "panel/difference.h"
+#include "panel/panel_image.h"
 #include "panel/program_state.h"
 #include "panel/project_file.h"
 #include "panel/replace_file.h"
@@ -37,14 +37,9 @@ void PrintRow(const CommandLine& line, const QStringList& columns, QStringList c
   Print(cells.join(u'\t').toUtf8() + '\n');
 }
 
-/// Loads a project as the host's Open does.
-void Load(const QString& file) {
-  PanelRecord = {};
-  FennlinkRecords = {};
-  LoadDefaults();
-  HostSoftwareVersion = VersionText();
-  CurrentFileName = file;
-  ReadProjectFile();
+/// A project as the host's Open reads it; what is missing in its file is as in a new panel.
+ProjectRead Load(const QString& file) {
+  return ReadProject(file, NewProject());
 }
 
 /// The file that a name leads to, be it there or not.
@@ -63,9 +58,9 @@ const QStringList CheckColumns = {"File", "Severity", "Rule", "Item", "Sentence"
 const QStringList CompareColumns = {"Area", "Item", "Field", "A", "B"};
 
 ExitStatus Check(const CommandLine& line, const QStringList& files) {
-  Load(files[0]);
+  const ProjectRead read = Load(files[0]);
   ExitStatus status = StatusGood;
-  for (const Finding& finding : CheckProject()) {
+  for (const Finding& finding : CheckProject(read.Content, {.FileEndsEarly = !read.Whole})) {
     if (finding.Level == Severity::Error) status = StatusFound;
     PrintRow(line, CheckColumns,
              {files[0], SeverityWord(finding.Level), QString::fromLatin1(finding.Rule),
@@ -76,7 +71,7 @@ ExitStatus Check(const CommandLine& line, const QStringList& files) {
 
 ExitStatus Compare(const CommandLine& line, const QStringList& files) {
   const auto differences =
-      CompareProjects(ReadOtherProject(files[0]), ReadOtherProject(files[1]), line.Names);
+      CompareProjects(Load(files[0]).Content, Load(files[1]).Content, line.Names);
   for (const Difference& difference : differences) {
     PrintRow(line, CompareColumns,
              {difference.Area, ItemCode(difference.Where), difference.Field, difference.This,
@@ -86,11 +81,12 @@ ExitStatus Compare(const CommandLine& line, const QStringList& files) {
 }
 
 ExitStatus Document(const CommandLine& line, const QStringList& files) {
-  Load(files[0]);
-  if (!line.FileName.isEmpty()) CurrentFileName = line.FileName;
+  HostSoftwareVersion = VersionText();
   DocumentChoice all;
   all.fill(true);
-  Print(QByteArray::fromStdString(RenderDocument(DocumentTimeStamp(line.Date), all)));
+  Print(QByteArray::fromStdString(RenderDocument(Load(files[0]).Content,
+                                                 line.FileName.isEmpty() ? files[0] : line.FileName,
+                                                 DocumentTimeStamp(line.Date), all)));
   return StatusGood;
 }
 
@@ -98,23 +94,23 @@ ExitStatus Report(const CommandLine& line, const QStringList& files) {
   RefuseOutput(line.Pdf, files[0]);
   RefuseOutput(line.Workbook, files[0]);
   RefuseOutput(line.Workbook, line.Pdf);
-  Load(files[0]);
+  const Project project = Load(files[0]).Content;
+  HostSoftwareVersion = VersionText();
   const Paper paper = line.Paper.isEmpty()      ? UsualPaper()
                       : line.Paper == u"letter" ? Paper::Letter
                                                 : Paper::A4;
-  if (!line.Pdf.isEmpty()) WriteReportPdf(line.Pdf, paper, {});
-  if (!line.Workbook.isEmpty()) WriteReportWorkbook(line.Workbook);
+  if (!line.Pdf.isEmpty()) WriteReportPdf(project, files[0], line.Pdf, paper, {});
+  if (!line.Workbook.isEmpty()) WriteReportWorkbook(project, line.Workbook);
   return StatusGood;
 }
 
 ExitStatus Image(const CommandLine&, const QStringList& files) {
   RefuseOutput(files[1], files[0]);
-  Load(files[0]);
-  ReplaceFile(files[1], FreshPanelMemory());
+  ReplaceFile(files[1], FreshPanelMemory(Load(files[0]).Content));
   return StatusGood;
 }
 
-ExitStatus Project(const CommandLine& line, const QStringList& files) {
+ExitStatus FromMemory(const CommandLine& line, const QStringList& files) {
   RefuseOutput(files[1], files[0]);
   QFile memory(files[0]);
   if (!memory.open(QIODevice::ReadOnly)) {
@@ -124,15 +120,7 @@ ExitStatus Project(const CommandLine& line, const QStringList& files) {
   if (bytes.size() != PanelImageSize) {
     throw RunTimeFailure((files[0] + ": a panel's memory has 40,960 bytes").toStdString());
   }
-  PanelRecord = {};
-  FennlinkRecords = {};
-  LoadDefaults();
-  std::transform(bytes.begin(), bytes.end(), PanelImage.elements.begin(),
-                 [](char byte) { return static_cast<Int16>(static_cast<unsigned char>(byte)); });
-  IncludeNamesInUpload = line.Names ? -1 : 0;
-  ApplyPanelImage();
-  CurrentFileName = files[1];
-  WriteProjectFile();
+  WriteProject(files[1], UploadedOver(NewProject(), ImageOf(bytes.toStdString()), line.Names));
   return StatusGood;
 }
 
@@ -151,7 +139,7 @@ const std::vector<Command>& Commands() {
        {},
        Report},
       {"image", "FILE OUT", "A panel's memory after a download.", 2, 2, {}, Image},
-      {"project", "MEMORY OUT.T3", "The way back, as an upload makes it.", 2, 2, {}, Project},
+      {"project", "MEMORY OUT.T3", "The way back, as an upload makes it.", 2, 2, {}, FromMemory},
   };
   return commands;
 }

@@ -7,7 +7,7 @@
 #include <QWindow>
 
 #include "panel/code_page.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/words.h"
 #include "schedule/rules/city_table.h"
@@ -29,8 +29,7 @@ QStringList CityItems() {
 }  // namespace
 
 frmT3AstroClockSettings::frmT3AstroClockSettings()
-    : ChildForm(QStringLiteral("frmT3AstroClockSettings"), QStringLiteral("Astro Clock Settings")) {
-}
+    : ChildForm(Screen::AstroClockSettings, QStringLiteral("Astro Clock Settings")) {}
 
 void frmT3AstroClockSettings::Form_Load() {
   BuildSettings();

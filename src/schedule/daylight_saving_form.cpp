@@ -1,7 +1,7 @@
 #include "schedule/daylight_saving_form.h"
 
 #include "panel/code_page.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/words.h"
 
@@ -22,8 +22,7 @@ QStringList MonthItems() {
 }  // namespace
 
 frmT3DaylightSavingTime::frmT3DaylightSavingTime()
-    : ChildForm(QStringLiteral("frmT3DaylightSavingTime"), QStringLiteral("Daylight Saving Time")) {
-}
+    : ChildForm(Screen::DaylightSavingTime, QStringLiteral("Daylight Saving Time")) {}
 
 void frmT3DaylightSavingTime::Form_Load() {
   chkEnableDaylightSavingTime =

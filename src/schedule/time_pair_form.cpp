@@ -1,14 +1,14 @@
 #include "schedule/time_pair_form.h"
 
 #include "panel/code_page.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
+#include "panel/time_values.h"
 #include "panel/words.h"
-#include "schedule/rules/time_values.h"
 #include "shell/editor_rows.h"
 
 struct TimePairScreen {
-  std::string_view Name;
+  Screen Name;
   QString Caption;
   int Rows;
   QString RowWord;  ///< Starts the tooltips; empty where a row's name says it all.
@@ -55,7 +55,7 @@ QStringList InputNames(int) {
 }
 
 const auto TimePairScreens = std::to_array<TimePairScreen>({
-    {"frmT3OpenAndCloseTimeNormalDays",
+    {Screen::OpenAndCloseTimeNormalDays,
      QStringLiteral("Open And Close Times, Normal Days"),
      static_cast<int>(WeekdayNames.size()),
      {},
@@ -70,7 +70,7 @@ const auto TimePairScreens = std::to_array<TimePairScreen>({
      [](int column, int, int day) -> Int16& {
        return (column == 0 ? PanelRecord.NormalOpenTime : PanelRecord.NormalCloseTime)(day);
      }},
-    {"frmT3OpenAndCloseTimeSingleDates",
+    {Screen::OpenAndCloseTimeSingleDates,
      QStringLiteral("Open And Close Times, Single Dates"),
      LongestMonth,
      {},
@@ -85,7 +85,7 @@ const auto TimePairScreens = std::to_array<TimePairScreen>({
      [](int column, int month, int date) -> Int16& {
        return (column == 0 ? PanelRecord.DateOpenTime : PanelRecord.DateCloseTime)(month, date);
      }},
-    {"frmT3InputActiveTimes",
+    {Screen::InputActiveTimes,
      QStringLiteral("Input Active Times"),
      ItemCount,
      QStringLiteral("Input "),
@@ -103,8 +103,8 @@ const auto TimePairScreens = std::to_array<TimePairScreen>({
 
 }  // namespace
 
-TimePairForm::TimePairForm(const char* name)
-    : ChildForm(QString::fromLatin1(name), ScreenRow(TimePairScreens, name).Caption),
+TimePairForm::TimePairForm(Screen name)
+    : ChildForm(name, ScreenRow(TimePairScreens, name).Caption),
       screen(ScreenRow(TimePairScreens, name)) {}
 
 void TimePairForm::Form_Load() {

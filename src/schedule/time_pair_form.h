@@ -11,7 +11,7 @@ struct TimePairScreen;
 /// to when each input is active (frmT3InputActiveTimes).
 class TimePairForm : public ChildForm {
  public:
-  explicit TimePairForm(const char* name);
+  explicit TimePairForm(Screen name);
   void Form_Load() override;
   void Form_Activate() override;
 

@@ -1,11 +1,12 @@
 #include "schedule/timer_control_form.h"
 
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "shell/editor_rows.h"
 
 /// One kind of target that a firing timer acts on.
 struct TimerControlScreen {
-  std::string_view Name;
+  Screen Name;
   QString Caption;
   QString TargetWord;
   const char* NameLabel;
@@ -21,21 +22,21 @@ constexpr auto SwitchCodes = std::to_array<std::string_view>({"None", "Turn On",
 constexpr auto PresetCodes = std::to_array<std::string_view>({"None", "Activate"});
 
 const auto TimerControlScreens = std::to_array<TimerControlScreen>({
-    {"frmT3TimerToRelayControl", QStringLiteral("Timer To Relay Control"), QStringLiteral("Relay "),
-     "lblRelayName", &PanelRecordType::RelayName, &PanelRecordType::TimerRelayControl, SwitchCodes,
-     true},
-    {"frmT3TimerToGroupControl", QStringLiteral("Timer To Group Control"), QStringLiteral("Group "),
-     "lblGroupName", &PanelRecordType::GroupName, &PanelRecordType::TimerGroupControl, SwitchCodes,
-     false},
-    {"frmT3TimerToPresetControl", QStringLiteral("Timer To Preset Control"),
+    {Screen::TimerToRelayControl, QStringLiteral("Timer To Relay Control"),
+     QStringLiteral("Relay "), "lblRelayName", &PanelRecordType::RelayName,
+     &PanelRecordType::TimerRelayControl, SwitchCodes, true},
+    {Screen::TimerToGroupControl, QStringLiteral("Timer To Group Control"),
+     QStringLiteral("Group "), "lblGroupName", &PanelRecordType::GroupName,
+     &PanelRecordType::TimerGroupControl, SwitchCodes, false},
+    {Screen::TimerToPresetControl, QStringLiteral("Timer To Preset Control"),
      QStringLiteral("Preset "), "lblPresetName", &PanelRecordType::PresetName,
      &PanelRecordType::TimerPresetControl, PresetCodes, false},
 });
 
 }  // namespace
 
-TimerControlForm::TimerControlForm(const char* name)
-    : ChildForm(QString::fromLatin1(name), ScreenRow(TimerControlScreens, name).Caption),
+TimerControlForm::TimerControlForm(Screen name)
+    : ChildForm(name, ScreenRow(TimerControlScreens, name).Caption),
       screen(ScreenRow(TimerControlScreens, name)) {}
 
 void TimerControlForm::Form_Load() {

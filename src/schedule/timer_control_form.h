@@ -10,7 +10,7 @@ struct TimerControlScreen;
 /// (frmT3TimerToGroupControl) or preset (frmT3TimerToPresetControl).
 class TimerControlForm : public ChildForm {
  public:
-  explicit TimerControlForm(const char* name);
+  explicit TimerControlForm(Screen name);
   void Form_Load() override;
   void Form_Activate() override;
 

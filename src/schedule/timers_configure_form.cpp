@@ -1,6 +1,6 @@
 #include "schedule/timers_configure_form.h"
 
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/words.h"
 #include "shell/editor_rows.h"
@@ -58,7 +58,7 @@ ControlArray<OptionButton> AddOptions(QBoxLayout* frame, const QString& name,
 }  // namespace
 
 frmT3TimersConfigure::frmT3TimersConfigure()
-    : ChildForm(QStringLiteral("frmT3TimersConfigure"), QStringLiteral("Configure Timers")) {}
+    : ChildForm(Screen::TimersConfigure, QStringLiteral("Configure Timers")) {}
 
 void frmT3TimersConfigure::Form_Load() {
   Loading = -1;

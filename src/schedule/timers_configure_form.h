@@ -2,7 +2,7 @@
 
 #include <QStackedLayout>
 
-#include "schedule/rules/time_values.h"
+#include "panel/time_values.h"
 #include "shell/child_form.h"
 
 /// When each timer runs: its kind of time, the time, and its weekdays or its one date of the year.

@@ -18,7 +18,7 @@ QString Told(const KeptWork& work) {
 
 }  // namespace
 
-frmT3About::frmT3About() : ChildForm(QString::fromLatin1(ScreenName), QStringLiteral("About")) {}
+frmT3About::frmT3About() : ChildForm(Screen::About, QStringLiteral("About")) {}
 
 void frmT3About::Form_Load() {
   auto* page = new QWidget;
@@ -52,7 +52,7 @@ void frmT3About::Form_Load() {
   Label* lblGuide = AddLabel(nullptr, "lblGuide", QStringLiteral("Guide: F1 explains each screen"));
   lblGuide->SetAlignment(Qt::AlignCenter);
   lblGuide->SetLook(Label::Look::WebLink);
-  lblGuide->Click = [] { ShowGuide(GuidePage({})); };
+  lblGuide->Click = [] { ShowGuide(GuidePage(Screen::None)); };
   column->addWidget(lblGuide, 0, Qt::AlignHCenter);
   lblTakenUp = addLine("lblTakenUp", {});
   lblTakenUp->SetLook(Label::Look::Quiet);

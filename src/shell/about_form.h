@@ -6,8 +6,6 @@
 /// The empty state of the main window, on show whenever no other screen is.
 class frmT3About : public ChildForm {
  public:
-  static constexpr const char* ScreenName = "frmT3About";
-
   frmT3About();
   void Form_Load() override;
   void Form_Activate() override;

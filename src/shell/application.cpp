@@ -4,7 +4,7 @@
 #include <QThread>
 #include <exception>
 
-#include "panel/dimmer_block.h"
+#include "panel/live_dimmers.h"
 #include "panel/program_state.h"
 #include "shell/dialogs.h"
 

@@ -7,8 +7,8 @@
 #include "shell/in_place_list.h"
 #include "shell/row_grid.h"
 
-ChildForm::ChildForm(const QString& name, const QString& caption) : caption_(caption) {
-  setObjectName(name);
+ChildForm::ChildForm(Screen name, const QString& caption) : caption_(caption) {
+  setObjectName(QString::fromLatin1(ScreenName(name)));
   auto* outer = new QVBoxLayout(this);
   outer->setContentsMargins(12, 8, 12, 8);
   body_ = new QVBoxLayout;

@@ -4,13 +4,13 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <string_view>
 
+#include "panel/screens.h"
 #include "shell/controls.h"
 
 /// The row of a screen in the table of the screens of its kind; the table has one with that name.
 template <typename Table>
-const auto& ScreenRow(const Table& table, std::string_view name) {
+const auto& ScreenRow(const Table& table, Screen name) {
   return *std::find_if(std::begin(table), std::end(table),
                        [name](const auto& row) { return row.Name == name; });
 }
@@ -21,7 +21,7 @@ const auto& ScreenRow(const Table& table, std::string_view name) {
 class ChildForm : public QWidget {
   Q_OBJECT
  public:
-  ChildForm(const QString& name, const QString& caption);
+  ChildForm(Screen name, const QString& caption);
 
   QString Caption() const { return caption_; }
 

@@ -5,8 +5,8 @@
 #include <QStyledItemDelegate>
 
 #include "panel/code_page.h"
-#include "panel/fennlink_record.h"
 #include "panel/fennlink_types.h"
+#include "panel/live_project.h"
 #include "panel/words.h"
 
 namespace {

@@ -11,7 +11,7 @@
 #include <exception>
 
 #include "panel/code_page.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "shell/shell.h"
 

@@ -1,6 +1,7 @@
 #include "shell/editor_rows.h"
 
 #include "panel/code_page.h"
+#include "panel/live_project.h"
 
 void ShowNamedRows(RowGrid& grid, const ControlArray<Label>& names, const NameArray& items,
                    int count) {

@@ -21,10 +21,10 @@ QPointer<GuideWindow> shownGuide;
 
 }  // namespace
 
-QString GuidePage(const QString& screen) {
-  if (screen.isEmpty()) return ContentsPage;
+QString GuidePage(Screen screen) {
+  if (screen == Screen::None) return ContentsPage;
   static const QRegularExpression wordStart(QStringLiteral("([a-z])([A-Z])"));
-  QString name = screen;
+  QString name = QString::fromLatin1(ScreenName(screen));
   name.remove(QStringLiteral("frmT3")).replace(wordStart, QStringLiteral("\\1_\\2"));
   return name.toLower() + QStringLiteral(".md");
 }

@@ -3,10 +3,11 @@
 #include <QBoxLayout>
 #include <QTextBrowser>
 
+#include "panel/screens.h"
 #include "shell/controls.h"
 
 /// The page of a screen: "relay_status.md" for "frmT3RelayStatus", the contents for no screen.
-QString GuidePage(const QString& screen);
+QString GuidePage(Screen screen);
 
 /// Shows a page of the guide in its one window.
 void ShowGuide(const QString& page);

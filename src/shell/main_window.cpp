@@ -12,7 +12,7 @@
 #include <QStatusBar>
 
 #include "panel/defaults.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/words.h"
 #include "shell/about_form.h"
@@ -39,8 +39,8 @@ LinkHooks Link;
 QWidget* MainWindow() {
   return mainWindow;
 }
-ChildForm* ShowForm(const char* name) {
-  return mainWindow ? mainWindow->ShowForm(name) : nullptr;
+ChildForm* ShowForm(Screen screen) {
+  return mainWindow ? mainWindow->ShowForm(screen) : nullptr;
 }
 void UnloadAllForms() {
   if (mainWindow) mainWindow->UnloadAllForms();
@@ -101,7 +101,7 @@ frmT3MasterMDI::frmT3MasterMDI(const ProgramScreens& program) : program_(program
   constexpr int marksMs = 250;
   tmrMarks_ = new Timer(this, "tmrMarks", marksMs);
   tmrMarks_->Tick = [this] { ShowMarks(); };
-  tmrRecovery_->Tick = [this] { recovery_.Update(); };
+  tmrRecovery_->Tick = [this] { recovery_.Update(LiveProject); };
   HandlersDoneSeam = [this] {
     for (QWidget* page : retired_) page->deleteLater();
     retired_.clear();
@@ -127,7 +127,7 @@ void frmT3MasterMDI::MDIForm_Load() {
   CurrentFileName = NoFileName;
   LoadDefaults();
   UnloadAllForms();
-  ShowForm(frmT3About::ScreenName);
+  ShowForm(Screen::About);
   DataChanged = 0;
   UpdateStatusBar();
   // The file counts in any letter case.
@@ -138,34 +138,34 @@ void frmT3MasterMDI::MDIForm_Load() {
   }
   qApp->installEventFilter(this);
   tmrFix_->SetEnabled(true);
-  recovery_.Settle();
+  recovery_.Settle(LiveProject);
   tmrRecovery_->SetEnabled(true);
   tmrMarks_->SetEnabled(true);
 }
 
-ChildForm* frmT3MasterMDI::ShowForm(const std::string& name) {
-  auto found = loaded_.find(name);
+ChildForm* frmT3MasterMDI::ShowForm(Screen screen) {
+  auto found = loaded_.find(screen);
   if (found == loaded_.end()) {
-    const ScreenEntry* entry = FindScreen(name);
-    if (!entry || !entry->Create) return nullptr;
-    ChildForm* form = entry->Create(entry->Name);
+    const ScreenEntry& entry = program_.Screens[static_cast<std::size_t>(screen)];
+    if (!entry.Create) return nullptr;
+    ChildForm* form = entry.Create(screen);
     auto* page = new QScrollArea;
     page->setWidgetResizable(true);
     page->setFrameShape(QFrame::NoFrame);
     page->setFocusPolicy(Qt::NoFocus);
-    found = loaded_.emplace(name, LoadedScreen{form, page}).first;
+    found = loaded_.emplace(screen, LoadedScreen{form, page}).first;
     form->Form_Load();
     page->setWidget(form);
     pages_->addWidget(page);
   }
-  front_ = name;
-  const LoadedScreen screen = found->second;
-  lblTitle_->setText(screen.Form->Caption());
-  captionLine_->setVisible(name != frmT3About::ScreenName);
+  front_ = screen;
+  const LoadedScreen shown = found->second;
+  lblTitle_->setText(shown.Form->Caption());
+  captionLine_->setVisible(screen != Screen::About);
   // A failure while the screen fills itself is told, and the screen shows what it has.
-  RunHandler([&] { screen.Form->Form_Activate(); });
-  if (front_ == name) BringToFront(screen);
-  return screen.Form;
+  RunHandler([&] { shown.Form->Form_Activate(); });
+  if (front_ == screen) BringToFront(shown);
+  return shown.Form;
 }
 
 void frmT3MasterMDI::BringToFront(const LoadedScreen& screen) {
@@ -197,29 +197,29 @@ void frmT3MasterMDI::GoToOtherPart() {
   }
 }
 
-ChildForm* frmT3MasterMDI::LoadedForm(const std::string& name) const {
-  const auto found = loaded_.find(name);
+ChildForm* frmT3MasterMDI::LoadedForm(Screen screen) const {
+  const auto found = loaded_.find(screen);
   return found == loaded_.end() ? nullptr : found->second.Form;
 }
 
-void frmT3MasterMDI::Unload(const std::string& name) {
-  const auto found = loaded_.find(name);
+void frmT3MasterMDI::Unload(Screen screen) {
+  const auto found = loaded_.find(screen);
   if (found == loaded_.end()) return;
-  const LoadedScreen screen = found->second;
+  const LoadedScreen unloaded = found->second;
   loaded_.erase(found);
-  if (front_ == name) front_.clear();
+  if (front_ == screen) front_ = Screen::None;
   try {
-    screen.Form->Form_Unload();
+    unloaded.Form->Form_Unload();
   } catch (const std::exception&) {
     // Closing a screen goes on whatever its own tidying meets.
   }
-  pages_->removeWidget(screen.Page);
-  screen.Page->hide();
-  screen.Page->setParent(nullptr);
+  pages_->removeWidget(unloaded.Page);
+  unloaded.Page->hide();
+  unloaded.Page->setParent(nullptr);
   if (HandlerDepth() > 0) {
-    retired_.push_back(screen.Page);
+    retired_.push_back(unloaded.Page);
   } else {
-    screen.Page->deleteLater();
+    unloaded.Page->deleteLater();
   }
 }
 
@@ -232,17 +232,17 @@ void frmT3MasterMDI::UnloadAllForms() {
       Unload(entry.Name);
     }
   }
-  front_.clear();
+  front_ = Screen::None;
 }
 
 void frmT3MasterMDI::CloseFrontForm() {
   UnloadAllForms();
-  ShowForm(frmT3About::ScreenName);
+  ShowForm(Screen::About);
 }
 
 void frmT3MasterMDI::ShowEmptyState() {
   UnloadAllForms();
-  ShowForm(frmT3About::ScreenName);
+  ShowForm(Screen::About);
   if (Link.DisconnectQZ) Link.DisconnectQZ();
 }
 
@@ -288,8 +288,7 @@ void frmT3MasterMDI::SetMainMenusEnabled(bool enabled) {
 
 void frmT3MasterMDI::mnuAddOnModules_Click() {
   UnloadAllForms();
-  const std::string_view screen = AddOnModuleOf(PanelRecord.AddOnModuleType).Screen;
-  if (!ShowForm(std::string(screen))) ShowForm(frmT3About::ScreenName);
+  if (!ShowForm(AddOnModuleOf(PanelRecord.AddOnModuleType).On)) ShowForm(Screen::About);
 }
 
 void frmT3MasterMDI::tmrFix_Timer() {
@@ -324,8 +323,8 @@ bool frmT3MasterMDI::eventFilter(QObject* watched, QEvent* event) {
   }
   if (!key.matches(QKeySequence::HelpContents)) return QMainWindow::eventFilter(watched, event);
   const QWidget* dialog = QApplication::activeModalWidget();
-  const bool isScreen = dialog && FindScreen(dialog->objectName().toStdString());
-  ShowGuide(GuidePage(isScreen ? dialog->objectName() : QString::fromStdString(front_)));
+  const Screen ofDialog = dialog ? ScreenNamed(dialog->objectName().toStdString()) : Screen::None;
+  ShowGuide(GuidePage(ofDialog != Screen::None ? ofDialog : front_));
   return true;
 }
 
@@ -335,13 +334,13 @@ bool frmT3MasterMDI::StepItem(const QObject* pressedOn, int step) {
   if (!widget) return false;
   const QWidget* over = widget->window();
   if (auto* list = qobject_cast<ComboBox*>(over->parentWidget())) over = list->window();
-  if (over != this) return FindScreen(over->objectName().toStdString()) != nullptr;
+  if (over != this) return ScreenNamed(over->objectName().toStdString()) != Screen::None;
   if (ChildForm* form = LoadedForm(front_)) RunHandler([&] { form->StepItem(step); });
   return true;
 }
 
 void frmT3MasterMDI::EndKeepingWork() {
-  recovery_.Update();
+  recovery_.Update(LiveProject);
   keepsWork_ = true;
   ExitProgram();
   QCoreApplication::quit();
@@ -351,7 +350,7 @@ void frmT3MasterMDI::TearDown() {
   ending_ = true;
   tmrRecovery_->SetEnabled(false);
   if (DataChanged == 0) {
-    recovery_.Update();  // nobody was asked
+    recovery_.Update(LiveProject);  // nobody was asked
   } else if (!keepsWork_) {
     recovery_.Remove();
   }

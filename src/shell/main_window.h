@@ -5,8 +5,8 @@
 #include <QStackedWidget>
 #include <QToolButton>
 #include <map>
-#include <string>
 
+#include "panel/live_project.h"
 #include "panel/recovery_copy.h"
 #include "shell/child_form.h"
 #include "shell/screen_entry.h"
@@ -32,8 +32,8 @@ class frmT3MasterMDI : public QMainWindow {
   void ExitProgram();
   /// Ends the program without a question, with unsaved work kept.
   void EndKeepingWork();
-  void KeepUnsavedWork() { recovery_.Update(); }
-  void ForgetUnsavedWork() { recovery_.Settle(); }
+  void KeepUnsavedWork() { recovery_.Update(LiveProject); }
+  void ForgetUnsavedWork() { recovery_.Settle(LiveProject); }
   /// Takes up what another program could not save, under the rules of Open.
   void OpenKeptWork(const KeptWork& work);
 
@@ -50,8 +50,8 @@ class frmT3MasterMDI : public QMainWindow {
   void mnuExit_Click();
   void mnuAddOnModules_Click();
 
-  ChildForm* ShowForm(const std::string& name);
-  ChildForm* LoadedForm(const std::string& name) const;
+  ChildForm* ShowForm(Screen screen);
+  ChildForm* LoadedForm(Screen screen) const;
   void UnloadAllForms();
   void UpdateStatusBar();
   void SetLinkStatus(const QString& text);
@@ -75,9 +75,9 @@ class frmT3MasterMDI : public QMainWindow {
 
   void BuildMenu();
   void BuildClient();
-  QAction* AddLeaf(const char* name, const char* form, const QString& caption);
+  QAction* AddLeaf(const char* name, Screen screen, const QString& caption);
   void CloseFrontForm();
-  void Unload(const std::string& name);
+  void Unload(Screen screen);
   void BringToFront(const LoadedScreen& screen);
   void GoToOtherPart();
   bool StepItem(const QObject* pressedOn, int step);
@@ -89,11 +89,9 @@ class frmT3MasterMDI : public QMainWindow {
   void ShowMarks();
   void TearDown();
 
-  const ScreenEntry* FindScreen(const std::string& name) const;
-
   ProgramScreens program_;
-  std::map<std::string, LoadedScreen> loaded_;
-  std::string front_;
+  std::map<Screen, LoadedScreen> loaded_;
+  Screen front_ = Screen::None;
   std::vector<QWidget*> retired_;  ///< Unloaded screens that a waiting handler may still be using.
   std::vector<QAction*> topEntries_;
   QStackedWidget* pages_ = nullptr;

@@ -57,13 +57,6 @@ class MenuLetters : public QObject {
 
 }  // namespace
 
-const ScreenEntry* frmT3MasterMDI::FindScreen(const std::string& name) const {
-  for (const ScreenEntry& entry : program_.Screens) {
-    if (name == entry.Name) return &entry;
-  }
-  return nullptr;
-}
-
 void frmT3MasterMDI::BuildMenu() {
   const auto& table = program_.Menu;
   auto* letters = new MenuLetters(this);
@@ -80,7 +73,7 @@ void frmT3MasterMDI::BuildMenu() {
       (open.empty() ? static_cast<QWidget*>(menuBar()) : open.back())->addAction(action);
       open.push_back(menu);
     } else {
-      action = AddLeaf(entry.Name, entry.Form, caption);
+      action = AddLeaf(entry.Name, entry.Opens, caption);
       (open.empty() ? static_cast<QWidget*>(menuBar()) : open.back())->addAction(action);
     }
     action->setObjectName(QString::fromLatin1(entry.Name));
@@ -88,13 +81,13 @@ void frmT3MasterMDI::BuildMenu() {
   }
 }
 
-QAction* frmT3MasterMDI::AddLeaf(const char* name, const char* form, const QString& caption) {
+QAction* frmT3MasterMDI::AddLeaf(const char* name, Screen screen, const QString& caption) {
   auto* action = new QAction(caption, this);
   action->setSeparator(caption == QLatin1String("-"));
   action->setShortcut(Shortcut(name));
-  if (form) {
-    const std::string screen = form;
-    action->setEnabled(FindScreen(screen)->Create && name != std::string("mnuRelayDrive"));
+  if (screen != Screen::None) {
+    const ScreenEntry& entry = program_.Screens[static_cast<std::size_t>(screen)];
+    action->setEnabled(entry.Create && screen != Screen::RelayDrive);
     connect(action, &QAction::triggered, this, [this, screen] {
       RunHandler([&] {
         UnloadAllForms();

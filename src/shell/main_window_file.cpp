@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "panel/defaults.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/project_file.h"
 #include "shell/about_form.h"
@@ -33,7 +34,7 @@ bool frmT3MasterMDI::DiscardChanges() const {
 /// Another project comes into memory. Nobody was asked about the work of one that is not marked as
 /// changed, so what of it is in no file stays kept.
 void frmT3MasterMDI::ReplaceProject(const std::function<void()>& replace) {
-  recovery_.Update();
+  recovery_.Update(LiveProject);
   replace();
   if (DataChanged == 0) recovery_.Leave();
 }
@@ -48,9 +49,9 @@ void frmT3MasterMDI::mnuNew_Click() {
     LoadDefaults();
   });
   DataChanged = 0;
-  recovery_.Settle();
+  recovery_.Settle(LiveProject);
   UnloadAllForms();
-  ShowForm(frmT3About::ScreenName);
+  ShowForm(Screen::About);
   DataChanged = 0;
   UpdateStatusBar();
 }
@@ -77,7 +78,7 @@ void frmT3MasterMDI::ReadFile(const QString& name) {
     FileNotInMemory = false;
   });
   DataChanged = 0;
-  recovery_.Settle();
+  recovery_.Settle(LiveProject);
   TellNews(QStringLiteral("Opened"));
 }
 
@@ -110,7 +111,7 @@ void frmT3MasterMDI::FileSave() {
   }
   if (!WriteProject()) return;
   DataChanged = 0;
-  recovery_.Settle();
+  recovery_.Settle(LiveProject);
   TellNews(QStringLiteral("Saved"));
 }
 
@@ -125,7 +126,7 @@ void frmT3MasterMDI::FileSaveAs() {
   FileNotInMemory = false;
   UpdateStatusBar();
   DataChanged = 0;
-  recovery_.Settle();
+  recovery_.Settle(LiveProject);
   TellNews(QStringLiteral("Saved"));
 }
 
@@ -145,11 +146,11 @@ void frmT3MasterMDI::OpenKeptWork(const KeptWork& work) {
   tmrFix_->SetEnabled(false);
   DataChanged = -1;
   recovery_.Unsettle();
-  recovery_.Update();
+  recovery_.Update(LiveProject);
   // On a full disk the old copy is the only one.
   if (recovery_.HoldsWork()) DeleteKeptWork(work);
   UpdateStatusBar();
-  if (auto* about = dynamic_cast<frmT3About*>(ShowForm(frmT3About::ScreenName))) {
+  if (auto* about = dynamic_cast<frmT3About*>(ShowForm(Screen::About))) {
     about->TellTakenUp(work);
   }
 }

@@ -68,8 +68,10 @@ class RowGrid : public QWidget {
 
   /// Puts the values of the selected cells on the clipboard, one a line.
   void CopyCells();
-  /// One value goes to all selected cells, several go down from the first. A value that a cell does
-  /// not take, or too many of them, change nothing, and a quiet line says so.
+  /// One row of values goes to all selected rows, several go down from the first; further columns
+  /// go to the right. A value that a cell does not take, or too many rows or columns, change
+  /// nothing, and the line beside the screen's caption says why. What is left out is told there
+  /// too.
   void PasteCells();
   /// Gives the first selected cell's value to the others.
   void FillDown();

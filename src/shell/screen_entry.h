@@ -3,6 +3,8 @@
 #include <functional>
 #include <vector>
 
+#include "panel/screens.h"
+
 class ChildForm;
 
 /// One line of the menu tree. A line followed by a deeper one is a submenu.
@@ -10,20 +12,19 @@ struct MenuEntry {
   int Level;            ///< 1 for the menu bar.
   const char* Caption;  ///< "-" for a separator.
   const char* Name;
-  const char* Form =
-      nullptr;  ///< The screen that the leaf opens; without one the main window acts.
+  Screen Opens = Screen::None;  ///< What the leaf shows; without one the main window acts.
 };
 
-/// A screen by name, in the order in which UnloadAllForms closes them.
+/// How a screen is made.
 struct ScreenEntry {
-  const char* Name;
-  /// Makes the screen of that name; null while the screen is not built.
-  ChildForm* (*Create)(const char* name) = nullptr;
+  Screen Name;
+  /// Null while the screen is not built, and for what is a dialog.
+  ChildForm* (*Create)(Screen name) = nullptr;
 };
 
 /// What the main window is made of.
 struct ProgramScreens {
   const std::vector<MenuEntry>& Menu;
-  const std::vector<ScreenEntry>& Screens;
-  std::function<void()> Find = {};  ///< What Ctrl+F runs while the menus are on.
+  const std::vector<ScreenEntry>& Screens;  ///< By Screen.
+  std::function<void()> Find = {};          ///< What Ctrl+F runs while the menus are on.
 };

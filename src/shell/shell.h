@@ -3,6 +3,8 @@
 #include <QString>
 #include <functional>
 
+#include "panel/screens.h"
+
 class ChildForm;
 struct KeptWork;
 class QWidget;
@@ -12,9 +14,8 @@ class QWidget;
 /// The main window itself, for dialogs to stand over; null while there is none.
 QWidget* MainWindow();
 
-/// Brings a screen to the front, created on first use; its name is one of the screen table.
-/// A name without a screen shows nothing and gives null.
-ChildForm* ShowForm(const char* name);
+/// Brings a screen to the front, created on first use. Screen::None shows nothing and gives null.
+ChildForm* ShowForm(Screen screen);
 
 /// Closes every screen; one that stays loaded is hidden.
 void UnloadAllForms();

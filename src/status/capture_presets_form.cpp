@@ -3,12 +3,12 @@
 #include "link/panel_queue.h"
 #include "link/panel_transact.h"
 #include "panel/hex.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "shell/editor_rows.h"
 
 frmT3CapturePresets::frmT3CapturePresets()
-    : StatusForm(QStringLiteral("frmT3CapturePresets"), QStringLiteral("Capture Presets")) {}
+    : StatusForm(Screen::CapturePresets, QStringLiteral("Capture Presets")) {}
 
 void frmT3CapturePresets::Form_Load() {
   AddUpdateControls();

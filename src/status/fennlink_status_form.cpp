@@ -2,8 +2,8 @@
 
 #include "link/panel_transact.h"
 #include "panel/code_page.h"
-#include "panel/fennlink_record.h"
 #include "panel/fennlink_types.h"
+#include "panel/live_project.h"
 #include "panel/shown_percent.h"
 
 namespace {
@@ -21,7 +21,7 @@ QString TypeText(int deviceType) {
 }  // namespace
 
 frmT3FennlinkStatus::frmT3FennlinkStatus()
-    : StatusForm(QStringLiteral("frmT3FennlinkStatus"), QStringLiteral("Fennlink Status")) {}
+    : StatusForm(Screen::FennlinkStatus, QStringLiteral("Fennlink Status")) {}
 
 void frmT3FennlinkStatus::Form_Load() {
   AddUpdateControls();

@@ -3,11 +3,11 @@
 #include "link/panel_queue.h"
 #include "link/panel_transact.h"
 #include "panel/hex.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "shell/editor_rows.h"
 
 frmT3ForceTimers::frmT3ForceTimers()
-    : LiveForm(QStringLiteral("frmT3ForceTimers"), QStringLiteral("Force Timers")) {}
+    : LiveForm(Screen::ForceTimers, QStringLiteral("Force Timers")) {}
 
 void frmT3ForceTimers::Form_Load() {
   AddNoConnection();

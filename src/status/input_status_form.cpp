@@ -1,7 +1,7 @@
 #include "status/input_status_form.h"
 
 #include "link/panel_transact.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "shell/editor_rows.h"
 
 namespace {
@@ -14,7 +14,7 @@ void ShowLamp(Label& lamp, bool lit) {
 }  // namespace
 
 frmT3InputStatus::frmT3InputStatus()
-    : StatusForm(QStringLiteral("frmT3InputStatus"), QStringLiteral("Input Status")) {}
+    : StatusForm(Screen::InputStatus, QStringLiteral("Input Status")) {}
 
 void frmT3InputStatus::Form_Load() {
   AddUpdateControls();

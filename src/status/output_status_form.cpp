@@ -3,12 +3,12 @@
 #include "link/panel_queue.h"
 #include "link/panel_transact.h"
 #include "panel/hex.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "shell/editor_rows.h"
 
 /// Relays or groups: what is read, what switches one, and the names of the controls.
 struct OutputStatusScreen {
-  std::string_view Name;
+  Screen Name;
   QString Caption;
   QString Word;  ///< In front of a row's number.
   const char* NameLabel;
@@ -22,16 +22,16 @@ struct OutputStatusScreen {
 namespace {
 
 const auto OutputStatusScreens = std::to_array<OutputStatusScreen>({
-    {"frmT3RelayStatus", QStringLiteral("Relay Status"), QStringLiteral("Relay "), "lblRelayName",
+    {Screen::RelayStatus, QStringLiteral("Relay Status"), QStringLiteral("Relay "), "lblRelayName",
      "lblRelayStatus", "23FF", "10", &PanelRecordType::RelayName, true},
-    {"frmT3RelayGroupStatus", QStringLiteral("Group Status"), QStringLiteral("Group "),
+    {Screen::RelayGroupStatus, QStringLiteral("Group Status"), QStringLiteral("Group "),
      "lblGroupName", "lblGroupStatus", "24FF", "11", &PanelRecordType::GroupName, false},
 });
 
 }  // namespace
 
-OutputStatusForm::OutputStatusForm(const char* name)
-    : StatusForm(QString::fromLatin1(name), ScreenRow(OutputStatusScreens, name).Caption),
+OutputStatusForm::OutputStatusForm(Screen name)
+    : StatusForm(name, ScreenRow(OutputStatusScreens, name).Caption),
       screen(ScreenRow(OutputStatusScreens, name)) {}
 
 void OutputStatusForm::Form_Load() {

@@ -8,7 +8,7 @@ struct OutputStatusScreen;
 class OutputStatusForm : public StatusForm {
  public:
   /// `name`: frmT3RelayStatus or frmT3RelayGroupStatus.
-  explicit OutputStatusForm(const char* name);
+  explicit OutputStatusForm(Screen name);
   void Form_Load() override;
 
   void cmdTurnOn_Click(int index);

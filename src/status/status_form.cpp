@@ -14,7 +14,7 @@ void LiveForm::AddNoConnection() {
   auto* cmdGoConnect = Add<Button>(row, "cmdGoConnect", QStringLiteral("Connect..."));
   cmdGoConnect->Click = [] {
     UnloadAllForms();
-    ShowForm("frmT3Connect");
+    ShowForm(Screen::Connect);
   };
   row->addStretch(1);
   AddWidget(connect_);

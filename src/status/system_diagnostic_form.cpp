@@ -3,6 +3,7 @@
 #include "link/panel_queue.h"
 #include "link/panel_transact.h"
 #include "panel/code_page.h"
+#include "panel/live_project.h"
 #include "shell/shell.h"
 
 namespace {
@@ -21,7 +22,7 @@ Int32 DeviceByte(int cell) {
 }  // namespace
 
 frmT3SystemDiagnostic::frmT3SystemDiagnostic()
-    : ChildForm(QStringLiteral("frmT3SystemDiagnostic"), QStringLiteral("Network Diagnostics")) {}
+    : ChildForm(Screen::SystemDiagnostic, QStringLiteral("Network Diagnostics")) {}
 
 void frmT3SystemDiagnostic::Form_Load() {
   auto* row = AddRow();

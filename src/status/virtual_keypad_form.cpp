@@ -49,7 +49,7 @@ QString KeyCaption(int index) {
 }  // namespace
 
 frmT3VirtualKeypad::frmT3VirtualKeypad()
-    : StatusForm(QStringLiteral("frmT3VirtualKeypad"), QStringLiteral("Virtual Keypad")) {
+    : StatusForm(Screen::VirtualKeypad, QStringLiteral("Virtual Keypad")) {
   ScreenCache.elements.fill(-1);
 }
 

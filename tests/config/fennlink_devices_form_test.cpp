@@ -1,3 +1,4 @@
+#include "panel/live_project.h"
 #include "panel/project_codec.h"
 #include "screen_test.h"
 
@@ -69,14 +70,14 @@ TEST_F(FennlinkDevicesTest, LookingStoresNothingNewEvenWhenItMarksTheData) {
   FennlinkRecords(3).DeviceOffLevel(6) = -300;
   FennlinkRecords(3).DeviceOnLevel(6) = 32767;
   Open(0);
-  const std::string before = EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock);
+  const std::string before = EncodeProject(LiveProject);
   constexpr int visits[] = {1, 0, 1, 2, 3, 4, 5};
   constexpr int marks[] = {-1, 0, 0, -1, -1, 0, 0};
   for (int i = 0; i < 7; ++i) {
     Select(visits[i]);
     EXPECT_EQ(DataChanged, marks[i]) << i;
   }
-  EXPECT_TRUE(EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock) == before);
+  EXPECT_TRUE(EncodeProject(LiveProject) == before);
   EXPECT_EQ(Find<ComboBox>("cboInput16Type(0)").ListIndex(), -1);
   EXPECT_EQ(Find<ScrollBar>("hsInputFOnLevel(6)").Value(), 255);
   EXPECT_EQ(Caption("lblInputFOffLevel", 6), " Off -300/255 (-118%)");

@@ -1,5 +1,6 @@
 #include <QClipboard>
 
+#include "panel/live_project.h"
 #include "screen_test.h"
 
 class NamesTest : public ScreenTest {

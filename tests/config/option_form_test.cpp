@@ -1,3 +1,4 @@
+#include "panel/live_project.h"
 #include "screen_test.h"
 
 class OptionTest : public ScreenTest {};
@@ -35,6 +36,7 @@ TEST_F(OptionTest, EachAddOnModuleHasItsScreen) {
   for (Int16 type = 0; type < screens.size(); ++type) {
     PanelRecord.AddOnModuleType = type;
     Menu("mnuAddOnModules");
-    ASSERT_NE(window->LoadedForm("frmT3AddOnModule" + screens[type].toStdString()), nullptr);
+    ASSERT_NE(window->LoadedForm(ScreenNamed("frmT3AddOnModule" + screens[type].toStdString())),
+              nullptr);
   }
 }

@@ -1,3 +1,4 @@
+#include "panel/live_project.h"
 #include "screen_test.h"
 
 class SetupTest : public ScreenTest {

@@ -1,5 +1,7 @@
 #include "dimmer/dimmer_copy_form.h"
 
+#include "panel/live_dimmers.h"
+#include "panel/live_project.h"
 #include "screen_test.h"
 
 class DimmerCopyTest : public ScreenTest {
@@ -78,7 +80,7 @@ TEST_F(DimmerCopyTest, TheSlotsTickedGoToTheOutputsTicked) {
 
 TEST_F(DimmerCopyTest, UnloadingTheScreenClosesTheDialog) {
   Copy("cmdCopyConfig", [this] {
-    ShowForm("frmT3About");
+    ShowForm(Screen::About);
     UnloadAllForms();
     EXPECT_FALSE(Find<QDialog>("frmT3DimCopyCnf").isVisible());
   });

@@ -1,5 +1,7 @@
 #include "link/panel_transact.h"
 #include "link/scripted_transport.h"
+#include "panel/live_dimmers.h"
+#include "panel/live_project.h"
 #include "screen_test.h"
 
 class DimmerLevelsTest : public ScreenTest {
@@ -67,5 +69,5 @@ TEST_F(DimmerLevelsTest, ASilentPanelEndsTheConnection) {
   EXPECT_EQ(Requests(lines.Socket), 3);
   ASSERT_EQ(messages.size(), 1U);
   EXPECT_EQ(messages[0].Text, "Connection To Tamberloom 3 Panel Lost");
-  EXPECT_EQ(window->LoadedForm("frmT3DimmerOutput"), nullptr);
+  EXPECT_EQ(window->LoadedForm(Screen::DimmerOutput), nullptr);
 }

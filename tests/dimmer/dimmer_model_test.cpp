@@ -1,7 +1,6 @@
-#include "dimmer/rules/dimmer_model.h"
-
 #include <gtest/gtest.h>
 
+#include "panel/dimmer_words.h"
 #include "panel/shown_percent.h"
 
 namespace {

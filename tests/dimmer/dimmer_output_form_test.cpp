@@ -1,6 +1,8 @@
 #include "dimmer/dimmer_output_form.h"
 
-#include "dimmer/rules/dimmer_model.h"
+#include "panel/dimmer_words.h"
+#include "panel/live_dimmers.h"
+#include "panel/live_project.h"
 #include "screen_test.h"
 
 class DimmerOutputTest : public ScreenTest {

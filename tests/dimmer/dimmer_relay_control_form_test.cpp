@@ -1,5 +1,7 @@
 #include "dimmer/dimmer_relay_control_form.h"
 
+#include "panel/live_dimmers.h"
+#include "panel/live_project.h"
 #include "screen_test.h"
 
 class DimmerRelayControlTest : public ScreenTest {

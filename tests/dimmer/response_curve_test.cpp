@@ -1,6 +1,9 @@
 #include "dimmer/rules/response_curve.h"
 
+#include "panel/dimmer_fields.h"
 #include "panel/document_fixture.h"
+#include "panel/live_dimmers.h"
+#include "panel/live_project.h"
 
 class ResponseCurveTest : public DocumentTest {
  protected:
@@ -14,9 +17,9 @@ class ResponseCurveTest : public DocumentTest {
     DimSetCOut(0, 0, values[5]);
   }
 
-  static std::array<Int16, 6> Points() {
-    return {DimGetAIn(0, 0),  DimGetAOut(0, 0), DimGetBIn(0, 0),
-            DimGetBOut(0, 0), DimGetCIn(0, 0),  DimGetCOut(0, 0)};
+  std::array<Int16, 6> Points() const {
+    const ResponseCurve::Points points = curve.Stored();
+    return {points.AIn, points.AOut, points.BIn, points.BOut, points.CIn, points.COut};
   }
 
   static std::array<double, 4> Ends(const ResponseCurve::Line& line) {
@@ -32,22 +35,21 @@ class ResponseCurveTest : public DocumentTest {
 
 TEST_F(ResponseCurveTest, GripsStandByTheStoredPoints) {
   StorePoints({10, 100, 128, 25, 255, 0});
-  curve.Place(0, 0);
+  curve.Place(DimmerOutput(DimmerBlock, 0, 0));
   EXPECT_EQ(At(1), std::pair(150.0, 0.0));
   EXPECT_EQ(At(2), std::pair(3825.0, 2880.0));
   EXPECT_EQ(At(3), std::pair(1920.0, 2160.0));
 
   for (Int16 percent = 0; percent <= 100; ++percent) {
     StorePoints({0, percent, 77, percent, 255, percent});
-    curve.Place(0, 0);
-    curve.Store(0, 0);
+    curve.Place(DimmerOutput(DimmerBlock, 0, 0));
     EXPECT_EQ(Points(), (std::array<Int16, 6>{0, percent, 77, percent, 255, percent}));
   }
 }
 
 TEST_F(ResponseCurveTest, LinesJoinTheGripsInTheOrderOfTheirInputs) {
   StorePoints({20, 100, 100, 50, 200, 0});
-  curve.Place(0, 0);
+  curve.Place(DimmerOutput(DimmerBlock, 0, 0));
   curve.DrawLines(true);
   EXPECT_EQ(Ends(curve.shpLine(0)), (std::array<double, 4>{0, 45, 345, 45}));
   EXPECT_EQ(Ends(curve.shpLine(1)), (std::array<double, 4>{345, 45, 3045, 2925}));
@@ -65,7 +67,7 @@ TEST_F(ResponseCurveTest, LinesJoinTheGripsInTheOrderOfTheirInputs) {
 
 TEST_F(ResponseCurveTest, TheLastOfOverlappingGripsIsTaken) {
   StorePoints({100, 50, 100, 50, 100, 50});
-  curve.Place(0, 0);
+  curve.Place(DimmerOutput(DimmerBlock, 0, 0));
   EXPECT_EQ(curve.GripOver(1500, 1440), 3);
   curve.DrawLines(true);
   EXPECT_EQ(curve.GripOver(1500, 1440), 3) << "a hidden grip is taken too";
@@ -99,18 +101,16 @@ TEST_F(ResponseCurveTest, MovesAreKeptOnTheGraphAndKeyStepsNearlySo) {
 
 TEST_F(ResponseCurveTest, BStaysBetweenAndTheLowerInputIsStoredAsA) {
   StorePoints({100, 90, 10, 40, 200, 20});
-  curve.Place(0, 0);
+  curve.Place(DimmerOutput(DimmerBlock, 0, 0));
   curve.KeepBBetween();
   EXPECT_EQ(At(3), std::pair(1500.0, 1728.0));
 
   curve.MoveTo(ResponseCurve::GripA, 3750, 15);
   curve.KeepBBetween();
   EXPECT_EQ(curve.shpGrip(3).Left, 3000);
-  curve.Store(0, 0);
   EXPECT_EQ(Points(), (std::array<Int16, 6>{200, 20, 200, 40, 250, 99}));
 
   curve.MoveTo(ResponseCurve::GripA, 3000, 15);
-  curve.Store(0, 0);
   EXPECT_EQ(Points(), (std::array<Int16, 6>{200, 99, 200, 40, 200, 20}))
       << "equal inputs keep their letters";
 }

@@ -5,6 +5,7 @@
 
 #include "document/rules/doc_file.h"
 #include "panel/document_fixture.h"
+#include "panel/live_project.h"
 #include "screen_test.h"
 
 class DocumentFormTest : public ScreenTest {
@@ -34,7 +35,8 @@ TEST_F(DocumentFormTest, WritesTheTickedSections) {
   const std::string created = "Document Created\t";
   const std::size_t stamp = document.find(created);
   ASSERT_NE(stamp, std::string::npos) << document;
-  EXPECT_EQ(document, RenderDocument(document.substr(stamp + created.size(), 19), chosen));
+  EXPECT_EQ(document, RenderDocument(LiveProject, CurrentFileName,
+                                     document.substr(stamp + created.size(), 19), chosen));
   ASSERT_EQ(messages.size(), 1U);
   EXPECT_EQ(messages[0].Text, "Documentation Complete.");
   EXPECT_EQ(DataChanged, 0);
@@ -124,7 +126,7 @@ TEST_F(DocumentFormTest, AFailureIsToldAndKeepsTheOldFile) {
   ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
   const QString missing = folder.filePath("none/Hall.TXT");
   const std::pair<QString, QString> wrong[] = {{folder.path(), "it is a folder"},
-                                               {missing, '"' + missing + "\": No such file"},
+                                               {missing, "(No such file or directory)"},
                                                {pipe, "it is not a regular file"}};
   for (const auto& [path, reason] : wrong) {
     nextFileName = path;

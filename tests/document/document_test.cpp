@@ -3,19 +3,21 @@
 #include "document/rules/doc_file.h"
 #include "document/sample_panel.h"
 #include "panel/document_fixture.h"
+#include "panel/live_dimmers.h"
+#include "panel/live_project.h"
 
 namespace {
 
 std::string Render(std::initializer_list<std::size_t> boxes) {
   DocumentChoice chosen{};
   for (const std::size_t box : boxes) chosen[box] = true;
-  return RenderDocument("03:05 PM 07/04/2026", chosen);
+  return RenderDocument(LiveProject, CurrentFileName, "03:05 PM 07/04/2026", chosen);
 }
 
 std::string RenderAll() {
   DocumentChoice all;
   all.fill(true);
-  return RenderDocument("03:05 PM 07/04/2026", all);
+  return RenderDocument(LiveProject, CurrentFileName, "03:05 PM 07/04/2026", all);
 }
 
 bool HasLines(const std::string& document, const std::string& lines) {
@@ -109,7 +111,7 @@ TEST_F(TextDocument, HoldsTheChosenSectionsWithNamesAsTheyStand) {
 
 TEST_F(TextDocument, SurvivesNonsense) {
   const std::string newPanel = Document();
-  ProjectDocument document{PanelRecord, FennlinkRecords, DimmerBlock};
+  Project document = LiveProject;
   for (unsigned seed = 1; seed <= 20; ++seed) {
     DecodeProject(Nonsense(newPanel, seed), document);
     PanelRecord = document.Panel;

@@ -7,7 +7,8 @@
 
 #include "document/rules/find_items.h"
 #include "link/panel_memory.h"
-#include "link/rules/panel_image.h"
+#include "panel/live_project.h"
+#include "panel/panel_image.h"
 #include "panel/project_file.h"
 #include "screen_test.h"
 #include "status/live_panel.h"
@@ -50,12 +51,12 @@ TEST_F(FindingsTest, ACheckIsFilteredCopiedAndLeadsToTheItem) {
   EXPECT_EQ(DataChanged, 0);
 
   Activate("TIMER 07");
-  ASSERT_NE(window->LoadedForm("frmT3TimerToGroupControl"), nullptr);
+  ASSERT_NE(window->LoadedForm(Screen::TimerToGroupControl), nullptr);
   EXPECT_EQ(Find<ComboBox>("cboTimer").ListIndex(), 6);
   Menu("mnuDocument");
   Press("cmdCheck");
   Activate("FL 1A INPUT 3");
-  ASSERT_NE(window->LoadedForm("frmT3FennlinkInputToGroupControl"), nullptr);
+  ASSERT_NE(window->LoadedForm(Screen::FennlinkInputToGroupControl), nullptr);
   EXPECT_EQ(Find<ComboBox>("cboFennlinkDevice").ListIndex(), 26);
   EXPECT_EQ(Find<ComboBox>("cboInput").ListIndex(), 2);
 }
@@ -67,8 +68,8 @@ TEST_F(FindingsTest, CutActionsLeadToWhereTheTypeIsChosenAndStay) {
   FennlinkRecords(26).DeviceType = 3;
   FennlinkRecords(26).DeviceGroupControl(2, 1) = 4;
   for (const auto& [item, screen, focus] :
-       {std::tuple{"INPUT 07", "frmT3InputOptions", "lblInputType(6)"},
-        {"FL 1A INPUT 3", "frmT3ConfigureFennlinkDevices", "cboInput16Type(2)"}}) {
+       {std::tuple{"INPUT 07", Screen::InputOptions, "lblInputType(6)"},
+        {"FL 1A INPUT 3", Screen::ConfigureFennlinkDevices, "cboInput16Type(2)"}}) {
     Menu("mnuDocument");
     Press("cmdCheck");
     Choose("cboShown", 1);
@@ -99,7 +100,7 @@ TEST_F(FindingsTest, AnItemIsFoundByNameOrNumberWithItsUses) {
   FennlinkRecords(26).DeviceRelayControl(1, 7) = 3;
   const auto words = [](const char* text) {
     QStringList found;
-    for (const FoundItem& item : FindItems(QString::fromLatin1(text)))
+    for (const FoundItem& item : FindItems(LiveProject, QString::fromLatin1(text)))
       found << item.Words.trimmed();
     return found;
   };
@@ -126,7 +127,7 @@ TEST_F(FindingsTest, AnItemIsFoundByNameOrNumberWithItsUses) {
     QTest::keyClick(text, Qt::Key_Return);
   });
   QTest::keyClick(window.get(), Qt::Key_F, Qt::ControlModifier);
-  ASSERT_NE(window->LoadedForm("frmT3TimerToRelayControl"), nullptr);
+  ASSERT_NE(window->LoadedForm(Screen::TimerToRelayControl), nullptr);
   EXPECT_EQ(Find<ComboBox>("cboTimer").ListIndex(), 2);
 }
 
@@ -231,7 +232,7 @@ TEST_F(ComparePanelTest, ThePanelsMemoryIsReadAndTheProjectStays) {
   ApplyPanelImage();
   IncludeNamesInUpload = 0;
   const PanelImageType image = PanelImage;
-  Open("frmT3Document");
+  Open(Screen::Document);
   Press("cmdComparePanel");
   EXPECT_EQ(Text("lblFound"), "Both are equal.");
   PanelRecord.RelayPowerOnType(2) = 1;
@@ -247,7 +248,7 @@ TEST_F(ComparePanelTest, ThePanelsMemoryIsReadAndTheProjectStays) {
   answer = [](const std::string&) { return std::optional<std::string>(); };
   Press("cmdComparePanel");
   EXPECT_EQ(Connected, 0);
-  EXPECT_NE(window->LoadedForm("frmT3Connect"), nullptr);
+  EXPECT_NE(window->LoadedForm(Screen::Connect), nullptr);
 }
 
 }  // namespace

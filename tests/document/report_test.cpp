@@ -5,6 +5,7 @@
 #include "document/rules/doc_file.h"
 #include "document/sample_panel.h"
 #include "panel/document_fixture.h"
+#include "panel/live_project.h"
 
 namespace {
 
@@ -14,7 +15,8 @@ class ReportTest : public DocumentTest {
  protected:
   /// The cells of the row that begins with `item`; none when it is left out.
   static QStringList Row(const QString& chapter, const QString& item) {
-    for (const ReportChapter& known : BuildReport(QDateTime()).Chapters) {
+    for (const ReportChapter& known :
+         BuildReport(LiveProject, CurrentFileName, QDateTime()).Chapters) {
       if (known.Title != chapter) continue;
       for (QStringList row : known.Rows) {
         if (row[0] == item) return row.replaceInStrings(QChar(QChar::Nbsp), QStringLiteral(" "));
@@ -52,7 +54,7 @@ TEST_F(ReportTest, TellsWhatIsUsedInNamesAndActionWords) {
 TEST_F(ReportTest, SheetsHaveEachCellOfItsType) {
   LoadEveryCode();
   PanelRecord.PanelName = "12E5";
-  const auto sheets = BuildSheets();
+  const auto sheets = BuildSheets(LiveProject);
   const struct {
     std::string Sheet;
     std::string Column;

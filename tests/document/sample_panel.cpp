@@ -1,8 +1,7 @@
 #include "document/sample_panel.h"
 
-#include "panel/dimmer_block.h"
-#include "panel/fennlink_record.h"
-#include "panel/panel_record.h"
+#include "panel/live_dimmers.h"
+#include "panel/live_project.h"
 
 namespace {
 

@@ -12,7 +12,7 @@ constexpr std::size_t ShortestFile = 174'522;
 /// A file that is whole must come back to the byte; any other must do no harm. The document is not
 /// reset in between: what an earlier input left in it counts only where this one ends early.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static ProjectDocument document;
+  static Project document;
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   try {
     DecodeProject(bytes, document);
@@ -20,7 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     return 0;
   }
   if (size < ShortestFile) return 0;
-  const std::string encoded = EncodeProject(document.Panel, document.Devices, document.Dimmers);
+  const std::string encoded = EncodeProject(document);
   if (encoded.size() <= size && bytes.substr(0, encoded.size()) != encoded) std::abort();
   return 0;
 }

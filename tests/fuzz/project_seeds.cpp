@@ -2,6 +2,7 @@
 #include <QFile>
 
 #include "panel/defaults.h"
+#include "panel/live_project.h"
 #include "panel/project_codec.h"
 
 namespace {
@@ -31,9 +32,9 @@ int main(int argc, char** argv) {
   if (argc != 2) return 2;
   const QDir folder(QFile::decodeName(argv[1]));
   LoadDefaults();
-  const std::string fresh = EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock);
+  const std::string fresh = EncodeProject(LiveProject);
   FillWithSomething();
-  const std::string full = EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock);
+  const std::string full = EncodeProject(LiveProject);
   const std::string_view cut(fresh);
   const bool written = folder.mkpath(QStringLiteral(".")) && Write(folder, "fresh", fresh) &&
                        Write(folder, "full", full) && Write(folder, "empty", {}) &&

@@ -1,5 +1,5 @@
 #include "link/panel_host.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "simulator/frame.h"
 
 using simulator::FrameReply;

@@ -2,8 +2,7 @@
 #include <QTimer>
 
 #include "link/panel_host.h"
-#include "panel/panel_record.h"
-#include "panel/project_document.h"
+#include "panel/live_project.h"
 
 using simulator::Panel;
 using simulator::PanelThread;
@@ -75,7 +74,7 @@ TEST_F(TransferTest, DownloadedSettingsComeBackAsTheyWere) {
   ExpectMemoryIsImage();
   ExpectUsable();
 
-  const ProjectDocument sent{PanelRecord, FennlinkRecords, DimmerBlock};
+  const Project sent = LiveProject;
   PanelRecord.RelayName(3) = "changed";
   PanelRecord.InputRelayControl(2, 5) = 0;
   FennlinkRecords(64).DeviceName = "changed";

@@ -3,8 +3,9 @@
 #include <unistd.h>
 
 #include "link/panel_transact.h"
-#include "link/rules/panel_image.h"
 #include "link/scripted_transport.h"
+#include "panel/live_project.h"
+#include "panel/panel_image.h"
 #include "screen_test.h"
 #include "simulator/panel_thread.h"
 

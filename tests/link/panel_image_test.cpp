@@ -1,8 +1,9 @@
-#include "link/rules/panel_image.h"
+#include "panel/panel_image.h"
 
 #include <random>
 
 #include "panel/document_fixture.h"
+#include "panel/live_project.h"
 
 class PanelImageTest : public DocumentTest {
  protected:

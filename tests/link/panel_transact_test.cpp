@@ -1,7 +1,7 @@
 #include "link/panel_transact.h"
 
 #include "link/scripted_transport.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "screen_test.h"
 
 namespace {

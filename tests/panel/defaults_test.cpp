@@ -1,4 +1,5 @@
 #include "panel/document_fixture.h"
+#include "panel/live_project.h"
 
 class DefaultsTest : public DocumentTest {
  protected:

@@ -1,4 +1,6 @@
 #include "panel/document_fixture.h"
+#include "panel/live_dimmers.h"
+#include "panel/live_project.h"
 
 using DimmerBlockTest = DocumentTest;
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "panel/defaults.h"
+#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/project_codec.h"
 
@@ -38,7 +39,7 @@ class DocumentTest : public testing::Test {
     DataChanged = 0;
   }
 
-  static std::string Document() { return EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock); }
+  static std::string Document() { return EncodeProject(LiveProject); }
 
   /// Gives each field a value of its own.
   template <typename... Fields>

@@ -1,5 +1,6 @@
 #include "panel/checked_arithmetic.h"
 #include "panel/document_fixture.h"
+#include "panel/live_project.h"
 
 using PanelRecordTest = DocumentTest;
 

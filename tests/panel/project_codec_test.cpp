@@ -1,6 +1,7 @@
 #include <cstring>
 
 #include "panel/document_fixture.h"
+#include "panel/live_project.h"
 
 namespace {
 
@@ -12,10 +13,10 @@ class ProjectCodecTest : public DocumentTest {
  protected:
   /// The document that results from laying `bytes` over a new panel.
   std::string Laid(std::string_view bytes) {
-    ProjectDocument document{PanelRecord, FennlinkRecords, DimmerBlock};
+    Project document = LiveProject;
     whole_ = DecodeProject(bytes, document);
     laid_ = document.Panel;
-    return EncodeProject(document.Panel, document.Devices, document.Dimmers);
+    return EncodeProject(document);
   }
 
   PanelRecordType laid_;

@@ -14,6 +14,7 @@
 #include <csignal>
 
 #include "panel/document_fixture.h"
+#include "panel/live_project.h"
 
 class ProjectFileTest : public DocumentTest {
  protected:
@@ -216,7 +217,7 @@ TEST_F(ProjectFileTest, FilesOfAnEarlierBuildComeBackByteForByte) {
         FileText(QStringLiteral(TEST_DATA_DIR "/panel/golden/%1.T3.z").arg(QLatin1String(name)));
     const std::string bytes = qUncompress(QByteArray::fromStdString(packed)).toStdString();
     ASSERT_GT(bytes.size(), 176'000U) << name;
-    ChangeDocument([&](ProjectDocument& document) { DecodeProject(bytes, document); });
+    DecodeProject(bytes, LiveProject);
     EXPECT_TRUE(Document() == bytes) << name;
   }
   EXPECT_EQ(PanelRecord.PanelName, "OLD HOUSE");

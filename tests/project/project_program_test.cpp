@@ -6,8 +6,9 @@
 
 #include "document/rules/doc_file.h"
 #include "document/sample_panel.h"
-#include "link/rules/panel_image.h"
 #include "panel/document_fixture.h"
+#include "panel/live_project.h"
+#include "panel/panel_image.h"
 #include "panel/project_file.h"
 
 // The program itself, as a script runs it.
@@ -76,7 +77,8 @@ TEST_F(ProjectProgramTest, DocumentsByteForByteAndConvertsThereAndBack) {
   all.fill(true);
   const QDateTime date(QDate(2026, 11, 25), QTime(10, 0));
   EXPECT_EQ(Run({"document", file, "--date", "2026-11-25 10:00"}), 0);
-  EXPECT_TRUE(output == QByteArray::fromStdString(RenderDocument(DocumentTimeStamp(date), all)));
+  EXPECT_TRUE(output == QByteArray::fromStdString(RenderDocument(LiveProject, CurrentFileName,
+                                                                 DocumentTimeStamp(date), all)));
 
   const QString memory = folder.filePath("memory");
   EXPECT_EQ(Run({"image", file, memory}), 0);

@@ -1,6 +1,7 @@
 #include <QAbstractItemView>
 #include <QCompleter>
 
+#include "panel/live_project.h"
 #include "screen_test.h"
 
 class ClockSettingsTest : public ScreenTest {

@@ -1,3 +1,4 @@
+#include "panel/live_project.h"
 #include "screen_test.h"
 
 class TimerControlTest : public ScreenTest {};
@@ -18,7 +19,7 @@ TEST_F(TimerControlTest, ACellIsMarkedWhenItsListOpensAndStoredWhenAnItemIsChose
   EXPECT_EQ(DataChanged, 0);
   Click(Cell("lblControl", 2));
   EXPECT_EQ(DataChanged, -1);
-  QTest::mouseClick(window->LoadedForm("frmT3TimerToRelayControl"), Qt::LeftButton, {},
+  QTest::mouseClick(window->LoadedForm(Screen::TimerToRelayControl), Qt::LeftButton, {},
                     QPoint(690, 390));
   EXPECT_FALSE(Find<InPlaceList>("cboControl").isVisible());
   EXPECT_EQ(PanelRecord.TimerRelayControl(3, 2), 0);

@@ -1,4 +1,6 @@
 
+#include "panel/live_dimmers.h"
+#include "panel/live_project.h"
 #include "screen_table.h"
 #include "screen_test.h"
 #include "shell/accessible_controls.h"
@@ -49,8 +51,9 @@ TEST_F(AccessibleTest, EveryControlThatTakesTheFocusHasRoleNameAndAction) {
         continue;
       }
       QAccessibleInterface& told = Of(*widget);
-      const std::string where = std::string(entry.Name) + " " + widget->objectName().toStdString() +
-                                " " + widget->metaObject()->className();
+      const std::string where = std::string(ScreenName(entry.Name)) + " " +
+                                widget->objectName().toStdString() + " " +
+                                widget->metaObject()->className();
       EXPECT_NE(told.role(), QAccessible::NoRole) << where;
       EXPECT_NE(told.role(), QAccessible::Client) << where;
       EXPECT_FALSE(told.text(QAccessible::Name).isEmpty()) << where;

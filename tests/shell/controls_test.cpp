@@ -3,6 +3,7 @@
 #include <QInputMethodEvent>
 #include <QMimeData>
 
+#include "panel/live_project.h"
 #include "screen_test.h"
 
 // What every screen relies on: when a control runs its handler, and what a failing handler does.
@@ -162,7 +163,7 @@ TEST_F(ControlsTest, ARunTimeFailureIsOneMessageAndTheProgramGoesOn) {
 
 TEST_F(ControlsTest, AScreenClosedInsideItsOwnHandlerLivesUntilTheHandlerEnds) {
   Menu("mnuSetup");
-  QPointer<ChildForm> setup = window->LoadedForm("frmT3Setup");
+  QPointer<ChildForm> setup = window->LoadedForm(Screen::Setup);
   bool alive = false;
   RunHandler([&] {
     UnloadAllForms();

@@ -3,6 +3,7 @@
 
 #include "link/scripted_transport.h"
 #include "nonsense_panel.h"
+#include "panel/live_project.h"
 #include "panel/project_codec.h"
 #include "screen_test.h"
 #include "shell/row_grid.h"
@@ -29,7 +30,7 @@ class CopyFillTest : public ScreenTest {
     Key(Qt::Key_V, Qt::ControlModifier);
   }
   QString News() { return Text("lblMark"); }
-  static std::string Bytes() { return EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock); }
+  static std::string Bytes() { return EncodeProject(LiveProject); }
 };
 
 TEST_F(CopyFillTest, EveryCellTakesWhatItShows) {
@@ -46,7 +47,7 @@ TEST_F(CopyFillTest, EveryCellTakesWhatItShows) {
     for (Label* label : form->findChildren<Label*>()) {
       const bool inGrid = qobject_cast<RowGrid*>(label->parentWidget()) != nullptr;
       if (!inGrid || !Shown(*label) || !label->Click || label->Act() == CellAct::Press) continue;
-      SCOPED_TRACE(entry.Name + label->objectName().toStdString());
+      SCOPED_TRACE(ScreenName(entry.Name) + label->objectName().toStdString());
       label->setFocus();
       ASSERT_TRUE(label->hasFocus());
       Key(Qt::Key_C, Qt::ControlModifier);

@@ -1,6 +1,8 @@
 #include <QRegularExpression>
 
-#include "dimmer/rules/dimmer_model.h"
+#include "panel/dimmer_words.h"
+#include "panel/live_dimmers.h"
+#include "panel/live_project.h"
 #include "screen_test.h"
 
 // What every control stores, and whether it marks the project as changed.
@@ -316,7 +318,7 @@ TEST_F(EveryEditTest, StoresAndMarksAsTold) {
   const auto open = [&](const Edit& edit) {
     window->UnloadAllForms();
     if (QByteArray(edit.Entry).startsWith("frm")) {
-      window->ShowForm(edit.Entry);
+      window->ShowForm(ScreenNamed(edit.Entry));
     } else {
       Menu(edit.Entry);
     }
@@ -365,7 +367,7 @@ TEST_F(EveryEditTest, ItemsGoByTheirNamesOnEveryScreen) {
   for (const auto& [names, forms] : screens) {
     (PanelRecord.*names)(31) = "NAMED";
     for (const char* form : forms) {
-      ChildForm* screen = window->ShowForm(std::string("frmT3") + form);
+      ChildForm* screen = window->ShowForm(ScreenNamed(std::string("frmT3") + form));
       const auto labels = screen->findChildren<Label*>();
       EXPECT_TRUE(std::any_of(labels.begin(), labels.end(), [&](Label* label) {
         return label->Caption().trimmed() == "NAMED" && Shown(*label);
@@ -396,7 +398,7 @@ TEST_F(EveryEditTest, OneListIsOpenAtATimeAndAClickBesideItClosesIt) {
     QApplication::processEvents();
     for (Label* cell : form->findChildren<Label*>(QRegularExpression("\\(0\\)$"))) {
       if (!Shown(*cell) || !cell->Click || cell->Act() != CellAct::OpensList) continue;
-      SCOPED_TRACE(entry.Name + cell->objectName().toStdString());
+      SCOPED_TRACE(ScreenName(entry.Name) + cell->objectName().toStdString());
       Click(*cell);
       EXPECT_EQ(openLists(form), 1);
       QTest::mouseClick(form, Qt::LeftButton, {}, form->rect().bottomRight());

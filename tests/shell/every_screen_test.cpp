@@ -2,6 +2,7 @@
 
 #include "link/panel_host.h"
 #include "nonsense_panel.h"
+#include "panel/live_project.h"
 #include "screen_table.h"
 
 namespace {
@@ -9,15 +10,15 @@ namespace {
 /// What a screen reads at once in 16-bit arithmetic, which overflows on some damaged records.
 enum class Reads { Nothing, Points, PointsOfPanel, Levels };
 
-const std::map<std::string, Reads> ReadsOf = {
-    {"frmT3RelayStatus", Reads::PointsOfPanel},  {"frmT3RelayOutputOptions", Reads::Points},
-    {"frmT3RelayGrouping", Reads::Points},       {"frmT3InputStatus", Reads::PointsOfPanel},
-    {"frmT3InputOptions", Reads::Points},        {"frmT3InputToRelayControl", Reads::Points},
-    {"frmT3InputToGroupControl", Reads::Points}, {"frmT3LocalInputPilots", Reads::Points},
-    {"frmT3TimerToRelayControl", Reads::Points}, {"frmT3OffHoursSweepRelays", Reads::Points},
-    {"frmT3InputActiveTimes", Reads::Points},    {"frmT3EditPresets", Reads::Points},
-    {"frmT3DimmerOutput", Reads::Levels},        {"frmT3DimmerRelayControl", Reads::Levels},
-    {"frmT3EditRelayNames", Reads::Points},      {"frmT3EditInputNames", Reads::Points},
+const std::map<Screen, Reads> ReadsOf = {
+    {Screen::RelayStatus, Reads::PointsOfPanel},  {Screen::RelayOutputOptions, Reads::Points},
+    {Screen::RelayGrouping, Reads::Points},       {Screen::InputStatus, Reads::PointsOfPanel},
+    {Screen::InputOptions, Reads::Points},        {Screen::InputToRelayControl, Reads::Points},
+    {Screen::InputToGroupControl, Reads::Points}, {Screen::LocalInputPilots, Reads::Points},
+    {Screen::TimerToRelayControl, Reads::Points}, {Screen::OffHoursSweepRelays, Reads::Points},
+    {Screen::InputActiveTimes, Reads::Points},    {Screen::EditPresets, Reads::Points},
+    {Screen::DimmerOutput, Reads::Levels},        {Screen::DimmerRelayControl, Reads::Levels},
+    {Screen::EditRelayNames, Reads::Points},      {Screen::EditInputNames, Reads::Points},
 };
 
 class EveryScreenTest : public PanelHostTest {
@@ -34,22 +35,22 @@ class EveryScreenTest : public PanelHostTest {
   /// Opens every leaf of the menu but those that act on the file.
   void OpenAll(const std::string& panel, bool pointsOverflow = false, bool levelsOverflow = false) {
     for (const MenuEntry& entry : MenuTable()) {
-      if (!entry.Form) continue;
+      if (entry.Opens == Screen::None) continue;
       const QString name = QString::fromLatin1(entry.Name);
       const auto* action = window->findChild<QAction*>(name);
       EXPECT_EQ(action->isEnabled(), name != "mnuRelayDrive") << entry.Name;
       if (!action->isEnabled()) continue;
       messages.clear();
       Menu(entry.Name);
-      ChildForm* form = window->LoadedForm(entry.Form);
-      ASSERT_TRUE(form && form->isVisible()) << entry.Form << " on " << panel;
-      const auto found = ReadsOf.find(entry.Form);
+      ChildForm* form = window->LoadedForm(entry.Opens);
+      ASSERT_TRUE(form && form->isVisible()) << entry.Opens << " on " << panel;
+      const auto found = ReadsOf.find(entry.Opens);
       const Reads reads = found == ReadsOf.end() ? Reads::Nothing : found->second;
       const bool points =
           reads == Reads::Points || (reads == Reads::PointsOfPanel && Connected != 0);
       const bool fails = (pointsOverflow && points) || (levelsOverflow && reads == Reads::Levels);
       EXPECT_EQ(messages.size(), fails ? 1U : 0U)
-          << entry.Form << " on " << panel << ": "
+          << entry.Opens << " on " << panel << ": "
           << (messages.empty() ? "" : messages.front().Text.toStdString());
     }
     for (Int16 type = 0; type < 7; ++type) {
@@ -113,8 +114,9 @@ TEST_F(EveryScreenTest, FitsTheWindowAtEverySizeOfText) {
       auto* page = qobject_cast<QScrollArea*>(form->parentWidget()->parentWidget());
       ASSERT_NE(page, nullptr);
       EXPECT_EQ(page->horizontalScrollBar()->maximum(), 0)
-          << entry.Name << " at " << points << " in " << window->width();
-      EXPECT_EQ(page->verticalScrollBar()->maximum(), 0) << entry.Name << " at " << points;
+          << ScreenName(entry.Name) << " at " << points << " in " << window->width();
+      EXPECT_EQ(page->verticalScrollBar()->maximum(), 0)
+          << ScreenName(entry.Name) << " at " << points;
     }
   }
   QApplication::setFont(usual);

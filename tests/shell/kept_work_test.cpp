@@ -6,6 +6,7 @@
 #include <QDir>
 #include <csignal>
 
+#include "panel/live_project.h"
 #include "panel/project_file.h"
 #include "panel/recovery_copy.h"
 #include "screen_test.h"
@@ -30,9 +31,9 @@ class KeptWorkTest : public ScreenTest {
     if (child == 0) {
       RecoveryCopy copy;
       CurrentFileName = name;
-      copy.Settle();
+      copy.Settle(LiveProject);
       PanelRecord.RelayTimerType(5) = static_cast<Int16>(type);
-      copy.Update();
+      copy.Update(LiveProject);
       _exit(0);
     }
     waitpid(child, nullptr, 0);

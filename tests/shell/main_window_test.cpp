@@ -5,6 +5,7 @@
 #include <QMimeData>
 #include <fstream>
 
+#include "panel/live_project.h"
 #include "screen_table.h"
 #include "screen_test.h"
 
@@ -80,7 +81,7 @@ TEST_F(MainWindowTest, AScreenReplacesTheOneBeforeAndItsCloseBoxBringsTheEmptySt
   Menu("mnuSetup");
   Menu("mnuRelayGrouping");
   EXPECT_EQ(FrontScreen(), "frmT3RelayGrouping");
-  EXPECT_EQ(window->LoadedForm("frmT3Setup"), nullptr);
+  EXPECT_EQ(window->LoadedForm(Screen::Setup), nullptr);
   EXPECT_EQ(Find<QLabel>("lblTitle").text(), "Relay Grouping");
   Click(Find<QToolButton>("cmdClose"));
   EXPECT_EQ(FrontScreen(), "frmT3About");

@@ -1,7 +1,8 @@
 #include <QAbstractItemView>
 #include <QPointer>
 
-#include "dimmer/rules/dimmer_model.h"
+#include "panel/dimmer_words.h"
+#include "panel/live_dimmers.h"
 #include "panel/project_codec.h"
 #include "screen_test.h"
 #include "shell/row_grid.h"
@@ -18,7 +19,7 @@ class ScreenKeysTest : public ScreenTest {
     for (Int16 dimmer = 0; dimmer < 5; ++dimmer) DimSetEnabled(dimmer, 1);
   }
 
-  void Open(const char* screen) {
+  void Open(Screen screen) {
     window->UnloadAllForms();
     window->ShowForm(screen);
     QApplication::processEvents();
@@ -28,7 +29,7 @@ class ScreenKeysTest : public ScreenTest {
   static void Key(QWidget& control, bool down) {
     QTest::keyClick(&control, down ? Qt::Key_PageDown : Qt::Key_PageUp, Qt::ControlModifier);
   }
-  static std::string Bytes() { return EncodeProject(PanelRecord, FennlinkRecords, DimmerBlock); }
+  static std::string Bytes() { return EncodeProject(LiveProject); }
   /// All that takes the focus at present.
   std::vector<QPointer<QWidget>> Stops() {
     std::vector<QPointer<QWidget>> stops;
@@ -46,22 +47,22 @@ TEST_F(ScreenKeysTest, ControlAndPageStepTheSelectorFromEveryControl) {
     const char* List;
     const char* Outer = nullptr;  ///< Of two, the one that has the other within.
   };
-  const std::map<std::string, Selection> selectors = {
-      {"frmT3RelayGrouping", {"cboGroup"}},
-      {"frmT3EditPresets", {"cboPresetNumber"}},
-      {"frmT3InputToRelayControl", {"cboInput"}},
-      {"frmT3InputToGroupControl", {"cboInput"}},
-      {"frmT3ConfigureFennlinkDevices", {"cboFLinkDevice"}},
-      {"frmT3FennlinkInputToRelayControl", {"cboInput", "cboFennlinkDevice"}},
-      {"frmT3FennlinkInputToGroupControl", {"cboInput", "cboFennlinkDevice"}},
-      {"frmT3FennlinkPilots", {"cboFennlinkDevice"}},
-      {"frmT3TimersConfigure", {"cboTimerNumber"}},
-      {"frmT3TimerToRelayControl", {"cboTimer"}},
-      {"frmT3TimerToGroupControl", {"cboTimer"}},
-      {"frmT3TimerToPresetControl", {"cboTimer"}},
-      {"frmT3OpenAndCloseTimeSingleDates", {"optMonth"}},
-      {"frmT3DimmerOutput", {"cboDOut", "cboDDev"}},
-      {"frmT3DimmerRelayControl", {"cboDOut", "cboDDev"}},
+  const std::map<Screen, Selection> selectors = {
+      {Screen::RelayGrouping, {"cboGroup"}},
+      {Screen::EditPresets, {"cboPresetNumber"}},
+      {Screen::InputToRelayControl, {"cboInput"}},
+      {Screen::InputToGroupControl, {"cboInput"}},
+      {Screen::ConfigureFennlinkDevices, {"cboFLinkDevice"}},
+      {Screen::FennlinkInputToRelayControl, {"cboInput", "cboFennlinkDevice"}},
+      {Screen::FennlinkInputToGroupControl, {"cboInput", "cboFennlinkDevice"}},
+      {Screen::FennlinkPilots, {"cboFennlinkDevice"}},
+      {Screen::TimersConfigure, {"cboTimerNumber"}},
+      {Screen::TimerToRelayControl, {"cboTimer"}},
+      {Screen::TimerToGroupControl, {"cboTimer"}},
+      {Screen::TimerToPresetControl, {"cboTimer"}},
+      {Screen::OpenAndCloseTimeSingleDates, {"optMonth"}},
+      {Screen::DimmerOutput, {"cboDOut", "cboDDev"}},
+      {Screen::DimmerRelayControl, {"cboDOut", "cboDDev"}},
   };
   const auto choose = [&](const Selection& by, int item) {
     if (by.List == std::string("optMonth")) {
@@ -82,7 +83,7 @@ TEST_F(ScreenKeysTest, ControlAndPageStepTheSelectorFromEveryControl) {
   int pressed = 0;
   for (const ScreenEntry& entry : ScreenTable()) {
     if (!entry.Create) continue;
-    SCOPED_TRACE(entry.Name);
+    SCOPED_TRACE(ScreenName(entry.Name));
     const auto found = selectors.find(entry.Name);
     Open(entry.Name);
     if (found == selectors.end()) {
@@ -140,24 +141,24 @@ TEST_F(ScreenKeysTest, ControlAndPageStepTheSelectorFromEveryControl) {
 
 TEST_F(ScreenKeysTest, AScreenOpensOnWhatIsChosen) {
   const struct {
-    const char* Screen;
+    ::Screen Shown;
     const char* Focus;
     std::function<void()> Prepare = [] {};
   } screens[] = {
-      {"frmT3OffHoursSweepInterval", "optOffHoursSweepInterval(2)",
+      {Screen::OffHoursSweepInterval, "optOffHoursSweepInterval(2)",
        [] { PanelRecord.OffHoursSweepInterval = 2; }},
-      {"frmT3PhotocellFilter", "optPhotocellFilter(1)", [] { PanelRecord.PhotocellFilter = -1; }},
-      {"frmT3OpenAndCloseTimeSingleDates", "optMonth(0)"},
-      {"frmT3RelayOutputOptions", "lblTimerType(0)"},
-      {"frmT3RelayGrouping", "cboGroup"},
-      {"frmT3InputOptions", "lblInputType(0)"},
-      {"frmT3DimmerRelayControl", "cboDDev"},
-      {"frmT3EditRelayNames", "txtRelayName(0)"},
-      {"frmT3Connect", "cmdConnect", [] { ConnectionType() = ConnectionTCP; }},
-      {"frmT3About", "lblGuide"},
+      {Screen::PhotocellFilter, "optPhotocellFilter(1)", [] { PanelRecord.PhotocellFilter = -1; }},
+      {Screen::OpenAndCloseTimeSingleDates, "optMonth(0)"},
+      {Screen::RelayOutputOptions, "lblTimerType(0)"},
+      {Screen::RelayGrouping, "cboGroup"},
+      {Screen::InputOptions, "lblInputType(0)"},
+      {Screen::DimmerRelayControl, "cboDDev"},
+      {Screen::EditRelayNames, "txtRelayName(0)"},
+      {Screen::Connect, "cmdConnect", [] { ConnectionType() = ConnectionTCP; }},
+      {Screen::About, "lblGuide"},
   };
   for (const auto& [screen, focus, prepare] : screens) {
-    SCOPED_TRACE(screen);
+    SCOPED_TRACE(ScreenName(screen));
     prepare();
     Open(screen);
     EXPECT_EQ(Focus(), focus);
@@ -170,13 +171,13 @@ TEST_F(ScreenKeysTest, AScreenOpensOnWhatIsChosen) {
 
   PanelRecord.TimerTimeType(0) = 12 + 100;
   PanelRecord.TimerHolidayMonth(0) = 5;
-  Open("frmT3TimersConfigure");
+  Open(Screen::TimersConfigure);
   const QString chosen =
       Find<OptionButton>("optTimeType(1)").Value() ? "optTimeType(1)" : "optTimeType(2)";
   QTest::keyClick(&InHand(), Qt::Key_Tab);
   EXPECT_EQ(Focus(), chosen);
 
-  Open("frmT3RelayGrouping");
+  Open(Screen::RelayGrouping);
   QTest::keyClick(&InHand(), Qt::Key_Tab);
   QApplication::processEvents();
   EXPECT_EQ(Focus(), "lblInclude(0)");
@@ -184,20 +185,20 @@ TEST_F(ScreenKeysTest, AScreenOpensOnWhatIsChosen) {
 
 TEST_F(ScreenKeysTest, AnInputWithoutRowsKeepsTheFocusAndSaysWhereItIsSet) {
   const struct {
-    const char* Screen;
+    ::Screen Shown;
     Int16 Type;
     const char* Focus;
     const char* Line;
   } inputs[] = {
-      {"frmT3InputToGroupControl", 4, "cboInput", "a preset, which is chosen in Input To Relay"},
-      {"frmT3InputToGroupControl", 12, "cboInput", "forces timers"},
-      {"frmT3InputToGroupControl", 10, "cboInput", "disables timers"},
-      {"frmT3InputToGroupControl", 9, "cboInput", "disables inputs"},
-      {"frmT3InputToRelayControl", 4, "cboPreset", ""},
-      {"frmT3InputToRelayControl", 9, "lblControl(0)", ""},
+      {Screen::InputToGroupControl, 4, "cboInput", "a preset, which is chosen in Input To Relay"},
+      {Screen::InputToGroupControl, 12, "cboInput", "forces timers"},
+      {Screen::InputToGroupControl, 10, "cboInput", "disables timers"},
+      {Screen::InputToGroupControl, 9, "cboInput", "disables inputs"},
+      {Screen::InputToRelayControl, 4, "cboPreset", ""},
+      {Screen::InputToRelayControl, 9, "lblControl(0)", ""},
   };
   for (const auto& [screen, type, focus, line] : inputs) {
-    SCOPED_TRACE(std::string(screen) + std::to_string(type));
+    SCOPED_TRACE(std::string(ScreenName(screen)) + std::to_string(type));
     PanelRecord.InputType(1) = type;
     Open(screen);
     Cell("lblControl", 0).setFocus();
@@ -209,13 +210,13 @@ TEST_F(ScreenKeysTest, AnInputWithoutRowsKeepsTheFocusAndSaysWhereItIsSet) {
     EXPECT_EQ(Focus(), QString(focus) == "cboInput" ? "cboInput" : "lblControl(0)");
   }
   FennlinkRecords(2).DeviceType = 0;
-  for (const char* screen : {"frmT3FennlinkPilots", "frmT3FennlinkInputToRelayControl"}) {
+  for (const Screen screen : {Screen::FennlinkPilots, Screen::FennlinkInputToRelayControl}) {
     Open(screen);
     Choose("cboFennlinkDevice", 2);
     EXPECT_TRUE(Shown(Find<Label>("lblChooseDevice"))) << screen;
     EXPECT_TRUE(Text("lblChooseDevice").contains("Configure Fennlink Devices"));
   }
-  Open("frmT3FennlinkPilots");
+  Open(Screen::FennlinkPilots);
   Choose("cboFennlinkDevice", 1);
   Cell("lblPilotSource", 0).setFocus();
   Key(InHand(), true);

@@ -5,6 +5,7 @@
 #include <QStyleHints>
 #include <QTimer>
 
+#include "panel/live_project.h"
 #include "screen_test.h"
 
 // What a hand slips into.

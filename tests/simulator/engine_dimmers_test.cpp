@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "panel/live_project.h"
 #include "rehearsed.h"
 
 namespace simulator {

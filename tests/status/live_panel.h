@@ -1,6 +1,7 @@
 #pragma once
 
 #include "link/scripted_transport.h"
+#include "panel/live_project.h"
 #include "screen_test.h"
 #include "simulator/frame.h"
 #include "simulator/panel.h"
@@ -16,13 +17,13 @@ class LivePanelTest : public ScreenTest {
       commands.push_back(frame.substr(3, frame.size() - 6));
       return answer(frame);
     };
-    window->ShowForm("frmT3Connect");  // It ends the session when the link is lost.
+    window->ShowForm(Screen::Connect);  // It ends the session when the link is lost.
     Connected = -1;
     ConnectionType() = 2;
     PanelRecord.IOCount(0) = 4;
   }
 
-  ChildForm* Open(const char* screen) {
+  ChildForm* Open(Screen screen) {
     window->UnloadAllForms();
     ChildForm* form = window->ShowForm(screen);
     QApplication::processEvents();

@@ -1,6 +1,6 @@
 #include "link/panel_host.h"
 #include "link/scripted_transport.h"
-#include "panel/panel_record.h"
+#include "panel/live_project.h"
 #include "simulator/frame.h"
 
 using simulator::FrameReply;

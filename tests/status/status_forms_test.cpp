@@ -1,13 +1,14 @@
 #include "panel/hex.h"
+#include "panel/live_project.h"
 #include "status/live_panel.h"
 
 using Commands = std::vector<std::string>;
 
 class StatusFormsTest : public LivePanelTest {
  protected:
-  static constexpr std::array pollingScreens = {"frmT3RelayStatus",    "frmT3RelayGroupStatus",
-                                                "frmT3InputStatus",    "frmT3FennlinkStatus",
-                                                "frmT3CapturePresets", "frmT3VirtualKeypad"};
+  static constexpr std::array pollingScreens = {Screen::RelayStatus,    Screen::RelayGroupStatus,
+                                                Screen::InputStatus,    Screen::FennlinkStatus,
+                                                Screen::CapturePresets, Screen::VirtualKeypad};
 
   /// A device block of the panel with one device's value.
   static std::string Block(int device, int value) {
@@ -18,13 +19,13 @@ class StatusFormsTest : public LivePanelTest {
 
 TEST_F(StatusFormsTest, WithoutAPanelOnlyTheTextSaysSoAndOffersTheWay) {
   Connected = 0;
-  for (const char* screen : pollingScreens) {
+  for (const Screen screen : pollingScreens) {
     ChildForm* form = Open(screen);
     for (QWidget* control : form->findChildren<QWidget*>()) {
       if (Shown(*control) && !control->objectName().isEmpty()) {
         EXPECT_TRUE(control->objectName() == "lblNoConnection" ||
                     control->objectName() == "cmdGoConnect")
-            << screen;
+            << ScreenName(screen);
       }
     }
   }
@@ -34,7 +35,7 @@ TEST_F(StatusFormsTest, WithoutAPanelOnlyTheTextSaysSoAndOffersTheWay) {
 }
 
 TEST_F(StatusFormsTest, AutomaticUpdatesLockTheMenusAndALostLinkUnlocksThem) {
-  for (const char* screen : pollingScreens) {
+  for (const Screen screen : pollingScreens) {
     WinSockQZ().Connect();
     Connected = -1;
     ChildForm* form = Open(screen);
@@ -42,38 +43,38 @@ TEST_F(StatusFormsTest, AutomaticUpdatesLockTheMenusAndALostLinkUnlocksThem) {
     EXPECT_EQ(Find<Button>("cmdAutoUpdate").Caption(), "Disable Auto Updates");
     EXPECT_EQ(Text("lblAutoUpdate"), "Updates Enabled");
     EXPECT_EQ(Find<Label>("lblAutoUpdate").BackColor(), Colors::LightGreen);
-    EXPECT_FALSE(MenusOn() || Find<Button>("cmdUpdateStatus").isEnabled()) << screen;
+    EXPECT_FALSE(MenusOn() || Find<Button>("cmdUpdateStatus").isEnabled()) << ScreenName(screen);
     Press("cmdAutoUpdate");
     EXPECT_EQ(Text("lblAutoUpdate"), "Updates Disabled");
-    EXPECT_TRUE(MenusOn() && Find<Button>("cmdUpdateStatus").isEnabled()) << screen;
+    EXPECT_TRUE(MenusOn() && Find<Button>("cmdUpdateStatus").isEnabled()) << ScreenName(screen);
 
     Press("cmdAutoUpdate");
     const auto panelAnswers = std::exchange(answer, [](const auto&) { return std::nullopt; });
     Tick(form);
-    EXPECT_EQ(messages.back().Text, "Connection To Tamberloom 3 Panel Lost") << screen;
+    EXPECT_EQ(messages.back().Text, "Connection To Tamberloom 3 Panel Lost") << ScreenName(screen);
     EXPECT_EQ(Connected, 0);
-    EXPECT_TRUE(MenusOn()) << screen;
+    EXPECT_TRUE(MenusOn()) << ScreenName(screen);
     EXPECT_EQ(window->LoadedForm(screen), nullptr);
-    EXPECT_TRUE(window->LoadedForm("frmT3Connect")->isVisible());
+    EXPECT_TRUE(window->LoadedForm(Screen::Connect)->isVisible());
     answer = panelAnswers;
   }
 }
 
 TEST_F(StatusFormsTest, ATickInsideAWaitAsksNothing) {
-  for (const char* screen : pollingScreens) {
+  for (const Screen screen : pollingScreens) {
     ChildForm* form = Open(screen);
     Press("cmdUpdateStatus");
     const Commands once = std::exchange(commands, {});
     whileWaiting = [&] { Tick(form); };
     Press("cmdUpdateStatus");
-    EXPECT_EQ(commands, once) << screen;
+    EXPECT_EQ(commands, once) << ScreenName(screen);
   }
 }
 
 TEST_F(StatusFormsTest, AnyBytesInARightReplyAreShownAndNeverFail) {
-  for (const char* screen : pollingScreens) {
-    const bool keypad = screen == std::string("frmT3VirtualKeypad");
-    const bool fennlink = screen == std::string("frmT3FennlinkStatus");
+  for (const Screen screen : pollingScreens) {
+    const bool keypad = screen == Screen::VirtualKeypad;
+    const bool fennlink = screen == Screen::FennlinkStatus;
     FennlinkRecords(64).DeviceType = 9;
     AnswerWith(std::string(130, '0'));
     Open(screen);
@@ -93,7 +94,7 @@ TEST_F(StatusFormsTest, AnyBytesInARightReplyAreShownAndNeverFail) {
 }
 
 TEST_F(StatusFormsTest, ADigitPaintsTheTwoLampsOfAnInput) {
-  Open("frmT3InputStatus");
+  Open(Screen::InputStatus);
   EXPECT_TRUE(Shown(Cell("lblInputOnStatus", 15)));
   EXPECT_FALSE(Shown(Cell("lblInputOffStatus", 16)));
   std::string digits(48, '0');
@@ -132,7 +133,7 @@ TEST_F(StatusFormsTest, AFennlinkDeviceShowsInTheFrameOfItsFamily) {
     }
     return texts.join(u' ');
   };
-  Open("frmT3FennlinkStatus");
+  Open(Screen::FennlinkStatus);
   EXPECT_EQ(shown(), "");
   for (const Device& device :
        {Device{1, "1 Push Button", "16 Connected On"},
@@ -161,7 +162,7 @@ TEST_F(StatusFormsTest, AFennlinkDeviceShowsInTheFrameOfItsFamily) {
 }
 
 TEST_F(StatusFormsTest, PresetsShowTheirStateAndCaptureTheInstalledRelays) {
-  Open("frmT3CapturePresets");
+  Open(Screen::CapturePresets);
   AnswerWith("210x" + std::string(44, '0'));
   Press("cmdUpdateStatus");
   EXPECT_EQ(Caption("lblPresetStatus", 0), "---");
@@ -187,7 +188,7 @@ TEST_F(StatusFormsTest, PresetsShowTheirStateAndCaptureTheInstalledRelays) {
 
 TEST_F(StatusFormsTest, AForcedTimerIsWaitedForAndATimerThatIsNotAnsweredLosesTheLink) {
   PanelRecord.TimerName(47) = "Caf\xE9";
-  Open("frmT3ForceTimers");
+  Open(Screen::ForceTimers);
   EXPECT_EQ(Caption("lblTimerName", 47), QString::fromUtf8("Café"));
   auto& wait = Find<Label>("lblPleaseWait");
   EXPECT_FALSE(Shown(wait));
@@ -207,6 +208,6 @@ TEST_F(StatusFormsTest, AForcedTimerIsWaitedForAndATimerThatIsNotAnsweredLosesTh
   Press("cmdForce(0)");
   EXPECT_EQ(messages.back().Text, "Connection To Tamberloom 3 Panel Lost");
 
-  Open("frmT3ForceTimers");
+  Open(Screen::ForceTimers);
   EXPECT_TRUE(Shown(Find<Label>("lblNoConnection")) && !Shown(Cell("lblTimerName", 0)));
 }

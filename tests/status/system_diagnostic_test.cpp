@@ -19,7 +19,7 @@ TEST_F(SystemDiagnosticTest, TenThousandCyclesWithDevicesThatComeAndGo) {
   Bring(1);
   Bring(2);
   Bring(64);
-  ChildForm* form = Open("frmT3SystemDiagnostic");
+  ChildForm* form = Open(Screen::SystemDiagnostic);
   Timer& timer = *form->findChild<Timer*>("Timer1");
   timer.setInterval(1'000'000);
   EXPECT_EQ(NodeColor(64), Colors::White);
@@ -69,7 +69,7 @@ TEST_F(SystemDiagnosticTest, TenThousandCyclesWithDevicesThatComeAndGo) {
 
 TEST_F(SystemDiagnosticTest, TicksAndClicksInsideAWaitDoNoHarmAndALostLinkEndsTheTest) {
   Bring(9);
-  ChildForm* form = Open("frmT3SystemDiagnostic");
+  ChildForm* form = Open(Screen::SystemDiagnostic);
   Timer& timer = *form->findChild<Timer*>("Timer1");
   timer.setInterval(1'000'000);
   whileWaiting = [&] {
@@ -88,7 +88,7 @@ TEST_F(SystemDiagnosticTest, TicksAndClicksInsideAWaitDoNoHarmAndALostLinkEndsTh
   Tick(form);
   EXPECT_EQ(messages.back().Text, "Connection To Tamberloom 3 Panel Lost");
   EXPECT_TRUE(MenusOn());
-  EXPECT_EQ(window->LoadedForm("frmT3SystemDiagnostic"), nullptr);
+  EXPECT_EQ(window->LoadedForm(Screen::SystemDiagnostic), nullptr);
 }
 
 TEST_F(SystemDiagnosticTest, TheButtonIsThereOnceTheDiagnosticsFileIsSaved) {

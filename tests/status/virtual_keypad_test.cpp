@@ -4,7 +4,7 @@
 class VirtualKeypadTest : public LivePanelTest {};
 
 TEST_F(VirtualKeypadTest, EachPollCarriesTheLastKeyOnce) {
-  Open("frmT3VirtualKeypad");
+  Open(Screen::VirtualKeypad);
   const std::array sent = {"0701", "0702", "0704", "0708", "0710", "0720", "0730", "0780"};
   for (int key = 0; key < 8; ++key) {
     Press(QStringLiteral("cmdKey(%1)").arg(key));
@@ -34,7 +34,7 @@ TEST_F(VirtualKeypadTest, EachPollCarriesTheLastKeyOnce) {
 }
 
 TEST_F(VirtualKeypadTest, TheDisplayShowsEveryCodeAndRedrawsOnlyWhatChanged) {
-  Open("frmT3VirtualKeypad");
+  Open(Screen::VirtualKeypad);
   for (int first = 0; first < 256; first += 64) {
     std::string data(82, ' ');
     for (int i = 0; i < 80; ++i) data[static_cast<std::size_t>(i)] = static_cast<char>(first + i);
@@ -69,7 +69,7 @@ TEST_F(VirtualKeypadTest, TheDisplayShowsEveryCodeAndRedrawsOnlyWhatChanged) {
   std::string data(82, 'A');
   data[0] = '\x80';
   AnswerWith(data);
-  auto* form = window->LoadedForm("frmT3VirtualKeypad");
+  auto* form = window->LoadedForm(Screen::VirtualKeypad);
   const auto poll = [&] {
     Tick(form);
     QTest::qWait(50);  // The platform gathers what is to be painted for some milliseconds.

@@ -2,83 +2,64 @@
 
 #include <array>
 
+#include "panel/dimmer_fields.h"
+
 namespace {
 
-struct OutputField {
-  Int16 (*Get)(Int16 dev, Int16 out);
-  void (*Set)(Int16 dev, Int16 out, Int16 value);
+constexpr auto ConfigurationFields = std::to_array<const DimmerField*>(
+    {&dim::PowerOnLevel, &dim::FadeRate, &dim::MinFromPhotocell, &dim::MaxFromPhotocell,
+     &dim::MinLevel, &dim::MaxLevel, &dim::TrackMode, &dim::PointAIn, &dim::PointBIn,
+     &dim::PointCIn, &dim::PointAOut, &dim::PointBOut, &dim::PointCOut, &dim::Target,
+     &dim::PhotocellNode, &dim::PhotocellDevice, &dim::DMXChannel});
+
+constexpr auto ControlFields = std::to_array<const DimmerField*>(
+    {&dim::ControlType, &dim::ControlNumber, &dim::ControlDevice, &dim::ControlAction,
+     &dim::ControlInstant, &dim::ControlRevert});
+
+/// A value that is copied.
+struct Copied {
+  const DimmerField* Field;
+  int Slot;
+  Int16 Value;
 };
 
-struct SlotField {
-  Int16 (*Get)(Int16 dev, Int16 out, Int16 ctl);
-  void (*Set)(Int16 dev, Int16 out, Int16 ctl, Int16 value);
-};
+template <typename Fields>
+void Read(std::vector<Copied>& values, const Fields& fields, const DimmerOutput& output, int slot) {
+  for (const DimmerField* field : fields) values.push_back({field, slot, output(*field, slot)});
+}
 
-constexpr auto ConfigurationFields = std::to_array<OutputField>({
-    {DimGetPowerOn, DimSetPowerOn},
-    {DimGetFade, DimSetFade},
-    {DimGetMinPC, DimSetMinPC},
-    {DimGetMaxPC, DimSetMaxPC},
-    {DimGetMin, DimSetMin},
-    {DimGetMax, DimSetMax},
-    {DimGetTrackMode, DimSetTrackMode},
-    {DimGetAIn, DimSetAIn},
-    {DimGetBIn, DimSetBIn},
-    {DimGetCIn, DimSetCIn},
-    {DimGetAOut, DimSetAOut},
-    {DimGetBOut, DimSetBOut},
-    {DimGetCOut, DimSetCOut},
-    {DimGetTarget, DimSetTarget},
-    {DimGetPCNode, DimSetPCNode},
-    {DimGetPCDev, DimSetPCDev},
-    {DimGetDMX, DimSetDMX},
-});
-
-constexpr auto ControlFields = std::to_array<SlotField>({
-    {DimGetCtlType, DimSetCtlType},
-    {DimGetCtlNumber, DimSetCtlNumber},
-    {DimGetCtlDevice, DimSetCtlDevice},
-    {DimGetCtlAction, DimSetCtlAction},
-    {DimGetCtlInstant, DimSetCtlInstant},
-    {DimGetCtlRevert, DimSetCtlRevert},
-});
-
-template <typename Write>
-void ForEachDestination(const DimmerOutputSet& destinations, Write write) {
+void Write(DimmerBlockType& dimmers, const std::vector<Copied>& values,
+           const DimmerOutputSet& destinations) {
   for (std::size_t i = 0; i < destinations.size(); ++i) {
     if (!destinations[i]) continue;
     const auto dev = static_cast<Int16>(i / DimmerOutputCount);
-    DimSetEnabled(dev, 1);
-    write(dev, static_cast<Int16>(i % DimmerOutputCount));
+    dimmers(DeviceEnabledElement + dev) = 1;
+    const OutputPlace place{dev, static_cast<Int16>(i % DimmerOutputCount)};
+    for (const Copied& value : values) {
+      SetDimmerValue(dimmers, *value.Field, place, value.Value, value.Slot);
+    }
   }
 }
 
 }  // namespace
 
-void CopyDimmerConfiguration(Int16 dev, Int16 out, const DimmerOutputSet& destinations) {
-  std::array<Int16, ConfigurationFields.size()> values{};
-  for (std::size_t i = 0; i < values.size(); ++i) values[i] = ConfigurationFields[i].Get(dev, out);
-  ForEachDestination(destinations, [&values](Int16 toDev, Int16 toOut) {
-    for (std::size_t i = 0; i < values.size(); ++i) {
-      ConfigurationFields[i].Set(toDev, toOut, values[i]);
-    }
-  });
+void CopyDimmerConfiguration(DimmerBlockType& dimmers, Int16 dev, Int16 out,
+                             const DimmerOutputSet& destinations) {
+  std::vector<Copied> values;
+  Read(values, ConfigurationFields, DimmerOutput(dimmers, dev, out), 0);
+  Write(dimmers, values, destinations);
 }
 
-void CopyDimmerControls(Int16 dev, Int16 out, const DimmerOutputSet& destinations,
-                        const ControlSlotSet& slots) {
-  FixedArray<Int16, static_cast<int>(ControlFields.size()), ControlSlotCount> values;
-  for (Int16 ctl = 0; ctl < ControlSlotCount; ++ctl) {
-    for (int i = 0; i < static_cast<int>(ControlFields.size()); ++i) {
-      values(i, ctl) = ControlFields[static_cast<std::size_t>(i)].Get(dev, out, ctl);
+void CopyDimmerControls(DimmerBlockType& dimmers, Int16 dev, Int16 out,
+                        const DimmerOutputSet& destinations, const ControlSlotSet& slots) {
+  const DimmerOutput output(dimmers, dev, out);
+  std::vector<Copied> values;
+  for (int slot = 0; slot < ControlSlotCount; ++slot) {
+    std::vector<Copied> ofSlot;
+    Read(ofSlot, ControlFields, output, slot);
+    if (slots[static_cast<std::size_t>(slot)]) {
+      values.insert(values.end(), ofSlot.begin(), ofSlot.end());
     }
   }
-  ForEachDestination(destinations, [&](Int16 toDev, Int16 toOut) {
-    for (Int16 ctl = 0; ctl < ControlSlotCount; ++ctl) {
-      if (!slots[static_cast<std::size_t>(ctl)]) continue;
-      for (int i = 0; i < static_cast<int>(ControlFields.size()); ++i) {
-        ControlFields[static_cast<std::size_t>(i)].Set(toDev, toOut, ctl, values(i, ctl));
-      }
-    }
-  });
+  Write(dimmers, values, destinations);
 }

@@ -14,8 +14,9 @@ using ControlSlotSet = std::bitset<ControlSlotCount>;
 
 /// Copies levels, fade, tracking and the DMX channel of an output; neither control slots nor the
 /// relay map.
-void CopyDimmerConfiguration(Int16 dev, Int16 out, const DimmerOutputSet& destinations);
+void CopyDimmerConfiguration(DimmerBlockType& dimmers, Int16 dev, Int16 out,
+                             const DimmerOutputSet& destinations);
 
 /// Copies the given control slots of an output.
-void CopyDimmerControls(Int16 dev, Int16 out, const DimmerOutputSet& destinations,
-                        const ControlSlotSet& slots);
+void CopyDimmerControls(DimmerBlockType& dimmers, Int16 dev, Int16 out,
+                        const DimmerOutputSet& destinations, const ControlSlotSet& slots);

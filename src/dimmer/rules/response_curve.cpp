@@ -4,8 +4,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "dimmer/rules/dimmer_model.h"
 #include "panel/checked_arithmetic.h"
+#include "panel/dimmer_fields.h"
+#include "panel/dimmer_words.h"
 #include "panel/format.h"
 
 namespace {
@@ -31,10 +32,10 @@ ResponseCurve::Grip GripAt(Int16 input, Int16 percent) {
 
 }  // namespace
 
-void ResponseCurve::Place(Int16 dev, Int16 out) {
-  const Grip a = GripAt(DimGetAIn(dev, out), DimGetAOut(dev, out));
-  const Grip c = GripAt(DimGetCIn(dev, out), DimGetCOut(dev, out));
-  const Grip b = GripAt(DimGetBIn(dev, out), DimGetBOut(dev, out));
+void ResponseCurve::Place(const DimmerOutput& output) {
+  const Grip a = GripAt(output(dim::PointAIn), output(dim::PointAOut));
+  const Grip c = GripAt(output(dim::PointCIn), output(dim::PointCOut));
+  const Grip b = GripAt(output(dim::PointBIn), output(dim::PointBOut));
   shpGrip(GripA) = a;
   shpGrip(GripC) = c;
   shpGrip(GripB) = b;
@@ -104,15 +105,10 @@ ResponseCurve::Readout ResponseCurve::ReadoutOf(Int16 grip) const {
           QString::number(static_cast<double>(tenths) / 10, 'f', 1).toStdString() + " V"};
 }
 
-void ResponseCurve::Store(Int16 dev, Int16 out) const {
+ResponseCurve::Points ResponseCurve::Stored() const {
   const bool inOrder = shpGrip(GripA).Left <= shpGrip(GripC).Left;
   const Grip& a = shpGrip(inOrder ? GripA : GripC);
   const Grip& c = shpGrip(inOrder ? GripC : GripA);
   const Grip& b = shpGrip(GripB);
-  DimSetAOut(dev, out, PercentOf(a));
-  DimSetAIn(dev, out, InputOf(a));
-  DimSetCOut(dev, out, PercentOf(c));
-  DimSetCIn(dev, out, InputOf(c));
-  DimSetBOut(dev, out, PercentOf(b));
-  DimSetBIn(dev, out, InputOf(b));
+  return {InputOf(a), PercentOf(a), InputOf(b), PercentOf(b), InputOf(c), PercentOf(c)};
 }

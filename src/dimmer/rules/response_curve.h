@@ -4,6 +4,8 @@
 
 #include "panel/fixed_array.h"
 
+class DimmerOutput;
+
 /// What an output does as its photocell's input rises: the points A, B and C as square grips on a
 /// graph, and the lines between them. Lengths are in units of which the graph has 3945 by 3000,
 /// Y growing downward. Left of a grip is 15 an input count (0 to 255); Top is 0 at 100 percent and
@@ -46,7 +48,7 @@ class ResponseCurve {
 
   /// Places the grips by the stored points of an output. When a level does not fit the 16-bit
   /// percent rules, throws RunTimeFailure and leaves the grips as they were.
-  void Place(Int16 dev, Int16 out);
+  void Place(const DimmerOutput& output);
 
   /// Lays out the lines. Of a 2 point curve B and the line behind it are hidden.
   void DrawLines(bool twoPoint);
@@ -67,7 +69,10 @@ class ResponseCurve {
 
   Readout ReadoutOf(Int16 grip) const;
 
-  /// Stores the three points, each value rounded; of grips A and C the one with the smaller input
-  /// becomes A.
-  void Store(Int16 dev, Int16 out) const;
+  /// The points as they are stored, inputs 0 to 255 and outputs in percent, each value rounded; of
+  /// grips A and C the one with the smaller input becomes A.
+  struct Points {
+    Int16 AIn, AOut, BIn, BOut, CIn, COut;
+  };
+  Points Stored() const;
 };

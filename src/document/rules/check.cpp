@@ -31,7 +31,8 @@ QString CountOf(Severity severity, std::span<const Finding> findings) {
                                        QLatin1String(count == 1 ? "" : "s"));
 }
 
-CheckScope::CheckScope() : Points(InstalledPoints()), Uses(UsesOfProject()) {
+CheckScope::CheckScope(const Project& project, const CheckFacts& facts)
+    : Of(project), Facts(facts), Points(InstalledPoints(project)), Uses(UsesOfProject(project)) {
   for (const Use& use : Uses) {
     usedWith_[use.Used] |= use.Effect;
     doesWith_[use.User] |= use.Effect;
@@ -96,15 +97,15 @@ bool CheckScope::HoldsRelay(const Item& groupOrPreset) const {
                      [](unsigned effect) { return effect != 0; });
 }
 
-std::vector<Finding> CheckProject() {
-  const CheckScope scope;
+std::vector<Finding> CheckProject(const Project& project, const CheckFacts& facts) {
+  const CheckScope scope(project, facts);
   std::vector<Finding> findings;
   for (const auto rules :
        {TransferRules(), ControlRules(), RelayRules(), TimerRules(), NameRules(), DimmerRules()}) {
     for (const CheckRule& rule : rules) {
-      const auto tell = [&](const Item& where, const QString& sentence, std::string_view screen) {
+      const auto tell = [&](const Item& where, const QString& sentence, Screen screen) {
         findings.push_back(
-            {rule.Level, rule.Name, where, sentence, screen.empty() ? rule.Screen : screen});
+            {rule.Level, rule.Name, where, sentence, screen == Screen::None ? rule.On : screen});
       };
       try {
         rule.Look(scope, tell);

@@ -23,7 +23,7 @@ struct Finding {
   std::string_view Rule;  ///< The rule's short name, which never changes.
   Item Where;
   QString Sentence;
-  std::string_view Screen;  ///< Where it is mended.
+  Screen On;  ///< Where it is mended.
 };
 
 /// How many are of that severity, as in "1 error" or "2 warnings".
@@ -32,10 +32,17 @@ QString CountOf(Severity severity, std::span<const Finding> findings);
 /// EffectOn and EffectOff of each relay.
 using RelayEffects = std::array<unsigned, ItemCount>;
 
+/// What a check is told beside the project.
+struct CheckFacts {
+  bool FileEndsEarly = false;  ///< The file that was opened did not hold all of it.
+};
+
 /// What all rules look at, computed once.
 struct CheckScope {
-  CheckScope();
+  explicit CheckScope(const Project& project, const CheckFacts& facts);
 
+  const Project& Of;
+  const CheckFacts& Facts;
   int Points = 0;  ///< Installed relays and inputs.
   std::vector<Use> Uses;
   // What they do themselves, by their groups and by their presets.
@@ -43,6 +50,11 @@ struct CheckScope {
   RelayEffects BySweep{};
   std::array<RelayEffects, ItemCount> ByTimer{};
 
+  /// ItemText and the like of the project.
+  QString Text(const Item& item) const { return ItemText(Of, item); }
+  QString OwnName(const Item& item) const { return ::OwnName(Of, item); }
+  QString Sentence(const Use& use) const { return SentenceOf(Of, use); }
+  QString InputType(const Item& input) const { return InputTypeWord(Of, input); }
   /// Whether any use of the item has one of these effects.
   bool IsUsed(const Item& used, unsigned effects) const;
   /// Whether the item is the user of any use with one of these effects.
@@ -61,13 +73,12 @@ struct CheckScope {
 };
 
 /// Tells of a finding; without a screen the rule's own.
-using TellFinding =
-    std::function<void(const Item& where, const QString& sentence, std::string_view screen)>;
+using TellFinding = std::function<void(const Item& where, const QString& sentence, Screen screen)>;
 
 struct CheckRule {
   std::string_view Name;
   Severity Level;
-  std::string_view Screen;
+  Screen On;
   void (*Look)(const CheckScope& scope, const TellFinding& tell);
 };
 
@@ -79,4 +90,4 @@ std::span<const CheckRule> NameRules();
 std::span<const CheckRule> DimmerRules();
 
 /// The findings over the whole project: errors, then warnings, then notes, each by item.
-std::vector<Finding> CheckProject();
+std::vector<Finding> CheckProject(const Project& project, const CheckFacts& facts = {});

@@ -21,7 +21,7 @@ bool IsInput(const Item& item) {
 /// Every input in use, with its cells in both tables.
 template <typename Look>
 void ForEachInput(const CheckScope& scope, Look look) {
-  const auto& panel = PanelRecord;
+  const auto& panel = scope.Of.Panel;
   for (int input = 0; input < scope.Points; ++input) {
     const auto options = [&](ControlTable table) {
       return LocalControlOptions(panel.InputType(input), table);
@@ -32,7 +32,7 @@ void ForEachInput(const CheckScope& scope, Look look) {
         [&](int row) { return panel.InputGroupControl(input, row); });
   }
   for (int n = 1; n <= DeviceCount; ++n) {
-    const FennlinkRecord& device = FennlinkRecords(n);
+    const FennlinkRecord& device = scope.Of.Devices(n);
     for (int input = 0; input < FennlinkDevice(device.DeviceType).InputCount; ++input) {
       const auto options = [&](ControlTable table) {
         return FennlinkControlOptions(device.DeviceType, device.DeviceInputType(input), table);
@@ -46,8 +46,8 @@ void ForEachInput(const CheckScope& scope, Look look) {
 }
 
 /// Where the type of an input is chosen. The screens of its actions would cut them.
-std::string_view TypeScreen(const Item& input) {
-  return input.Kind == ItemKind::Input ? "frmT3InputOptions" : "frmT3ConfigureFennlinkDevices";
+Screen TypeScreen(const Item& input) {
+  return input.Kind == ItemKind::Input ? Screen::InputOptions : Screen::ConfigureFennlinkDevices;
 }
 
 void LookAtCutActions(const CheckScope& scope, const TellFinding& tell) {
@@ -62,9 +62,9 @@ void LookAtCutActions(const CheckScope& scope, const TellFinding& tell) {
       tell(input,
            QStringLiteral("%1 has %2 actions that its type \"%3\" does not offer; looking at it "
                           "cuts them to the last that it does.")
-               .arg(ItemText(input))
+               .arg(scope.Text(input))
                .arg(cut)
-               .arg(InputTypeWord(input)),
+               .arg(scope.InputType(input)),
            TypeScreen(input));
     };
     look(ControlTable::Relay, relayCell);
@@ -80,7 +80,7 @@ void LookBeyondPoints(const CheckScope& scope, const TellFinding& tell) {
     if (use.User.Kind == ItemKind::Panel) continue;
     tell(use.User,
          QStringLiteral("%1, which is beyond the %2 installed points.")
-             .arg(SentenceOf(use))
+             .arg(scope.Sentence(use))
              .arg(scope.Points),
          ScreenOf(use));
   }
@@ -90,7 +90,8 @@ void LookAtEmptyPresets(const CheckScope& scope, const TellFinding& tell) {
   for (const Use& use : scope.Uses) {
     const bool runs = (use.Effect & EffectRuns) != 0 || use.User.Kind == ItemKind::DimmerOutput;
     if (use.Used.Kind != ItemKind::Preset || !runs || scope.HoldsRelay(use.Used)) continue;
-    tell(use.User, SentenceOf(use) + QStringLiteral(", which touches no relay."), ScreenOf(use));
+    tell(use.User, scope.Sentence(use) + QStringLiteral(", which touches no relay."),
+         ScreenOf(use));
   }
 }
 
@@ -98,7 +99,7 @@ void LookAtEmptyGroups(const CheckScope& scope, const TellFinding& tell) {
   for (const Use& use : scope.Uses) {
     const bool acts = (use.Effect & ActsOn) != 0;
     if (use.Used.Kind != ItemKind::Group || !acts || scope.HoldsRelay(use.Used)) continue;
-    tell(use.User, SentenceOf(use) + QStringLiteral(", which has no relay."), ScreenOf(use));
+    tell(use.User, scope.Sentence(use) + QStringLiteral(", which has no relay."), ScreenOf(use));
   }
 }
 
@@ -106,7 +107,7 @@ void LookAtForcedTimers(const CheckScope& scope, const TellFinding& tell) {
   for (const Use& use : scope.Uses) {
     if (use.Used.Kind != ItemKind::Timer || (use.Effect & EffectRuns) == 0) continue;
     if (scope.DoesAnything(use.Used)) continue;
-    tell(use.User, SentenceOf(use) + QStringLiteral(", which does nothing."), ScreenOf(use));
+    tell(use.User, scope.Sentence(use) + QStringLiteral(", which does nothing."), ScreenOf(use));
   }
 }
 
@@ -117,29 +118,28 @@ void LookAtPilots(const CheckScope& scope, const TellFinding& tell) {
                                                           : !scope.HoldsRelay(use.Used);
     if (!missing) continue;
     tell(use.User,
-         SentenceOf(use) + (use.Used.Kind == ItemKind::Relay
-                                ? QStringLiteral(", which is not installed.")
-                                : QStringLiteral(", which holds no relay.")),
+         scope.Sentence(use) + (use.Used.Kind == ItemKind::Relay
+                                    ? QStringLiteral(", which is not installed.")
+                                    : QStringLiteral(", which holds no relay.")),
          ScreenOf(use));
   }
-  const auto lookAtSource = [&](const Item& input, Int16 pilot, int sources,
-                                std::string_view screen) {
+  const auto lookAtSource = [&](const Item& input, Int16 pilot, int sources, Screen screen) {
     if (PilotSource(pilot) >= 0 && PilotSource(pilot) < sources) return;
     tell(input,
          QStringLiteral("The pilot of %1 follows a source that does not exist.")
-             .arg(ItemText(input)),
+             .arg(scope.Text(input)),
          screen);
   };
   for (int input = 0; input < scope.Points; ++input) {
-    lookAtSource({ItemKind::Input, input}, PanelRecord.LocalPilot(input), PilotPreset,
-                 "frmT3LocalInputPilots");
+    lookAtSource({ItemKind::Input, input}, scope.Of.Panel.LocalPilot(input), PilotPreset,
+                 Screen::LocalInputPilots);
   }
   for (int n = 1; n <= DeviceCount; ++n) {
-    const FennlinkRecord& device = FennlinkRecords(n);
+    const FennlinkRecord& device = scope.Of.Devices(n);
     if (device.DeviceType == DeviceTypePhotocell) continue;
     for (int input = 0; input < FennlinkDevice(device.DeviceType).InputCount; ++input) {
       lookAtSource({ItemKind::DeviceInput, n, input}, device.DevicePilot(input), PilotPreset + 1,
-                   "frmT3FennlinkPilots");
+                   Screen::FennlinkPilots);
     }
   }
 }
@@ -150,14 +150,14 @@ void LookAtIdleInputs(const CheckScope& scope, const TellFinding& tell) {
   };
   for (int i = 0; i < scope.Points; ++i) {
     const Item input{ItemKind::Input, i};
-    const bool meant = PanelRecord.InputType(i) != 0 || !OwnName(input).isEmpty();
+    const bool meant = scope.Of.Panel.InputType(i) != 0 || !scope.OwnName(input).isEmpty();
     if (meant && isIdle(input)) {
-      tell(input, QStringLiteral("%1 does nothing.").arg(ItemText(input)),
+      tell(input, QStringLiteral("%1 does nothing.").arg(scope.Text(input)),
            ActionScreen(input, false));
     }
   }
   for (int n = 1; n <= DeviceCount; ++n) {
-    const FennlinkRecord& device = FennlinkRecords(n);
+    const FennlinkRecord& device = scope.Of.Devices(n);
     const int count = FennlinkDevice(device.DeviceType).InputCount;
     int idle = 0;
     for (int input = 0; input < count; ++input) {
@@ -165,11 +165,12 @@ void LookAtIdleInputs(const CheckScope& scope, const TellFinding& tell) {
       if (!isIdle(item)) continue;
       ++idle;
       if (device.DeviceInputType(input) == 0 || device.DeviceType == DeviceTypePhotocell) continue;
-      tell(item, QStringLiteral("%1 does nothing.").arg(ItemText(item)), ActionScreen(item, false));
+      tell(item, QStringLiteral("%1 does nothing.").arg(scope.Text(item)),
+           ActionScreen(item, false));
     }
     const Item whole{ItemKind::Device, n};
     if (count > 0 && idle == count && !scope.IsUsed(whole, EffectFollows)) {
-      tell(whole, QStringLiteral("None of the inputs of %1 does anything.").arg(ItemText(whole)),
+      tell(whole, QStringLiteral("None of the inputs of %1 does anything.").arg(scope.Text(whole)),
            ActionScreen({ItemKind::DeviceInput}, false));
     }
   }
@@ -177,28 +178,28 @@ void LookAtIdleInputs(const CheckScope& scope, const TellFinding& tell) {
 
 void LookAtPhotocellLevels(const CheckScope& scope, const TellFinding& tell) {
   for (int n = 1; n <= DeviceCount; ++n) {
-    const FennlinkRecord& device = FennlinkRecords(n);
+    const FennlinkRecord& device = scope.Of.Devices(n);
     if (device.DeviceType != DeviceTypePhotocell) continue;
     for (int input = 0; input < DeviceInputCount; ++input) {
       const Item item{ItemKind::DeviceInput, n, input};
       if (!scope.DoesAnything(item, ActsOn) && !scope.IsUsed(item, EffectFollows)) continue;
       if (device.DeviceOffLevel(input) != device.DeviceOnLevel(input)) continue;
       tell(item,
-           QStringLiteral("The on level and the off level of %1 are equal.").arg(ItemText(item)),
+           QStringLiteral("The on level and the off level of %1 are equal.").arg(scope.Text(item)),
            {});
     }
   }
 }
 
 constexpr auto RulesOfControls = std::to_array<CheckRule>({
-    {"action-cut", Severity::Error, "", LookAtCutActions},
-    {"beyond-points", Severity::Error, "", LookBeyondPoints},
-    {"empty-preset", Severity::Error, "", LookAtEmptyPresets},
-    {"empty-group", Severity::Error, "", LookAtEmptyGroups},
-    {"idle-timer-forced", Severity::Error, "", LookAtForcedTimers},
-    {"pilot-source", Severity::Error, "", LookAtPilots},
-    {"idle-input", Severity::Warning, "", LookAtIdleInputs},
-    {"equal-levels", Severity::Warning, "frmT3ConfigureFennlinkDevices", LookAtPhotocellLevels},
+    {"action-cut", Severity::Error, Screen::None, LookAtCutActions},
+    {"beyond-points", Severity::Error, Screen::None, LookBeyondPoints},
+    {"empty-preset", Severity::Error, Screen::None, LookAtEmptyPresets},
+    {"empty-group", Severity::Error, Screen::None, LookAtEmptyGroups},
+    {"idle-timer-forced", Severity::Error, Screen::None, LookAtForcedTimers},
+    {"pilot-source", Severity::Error, Screen::None, LookAtPilots},
+    {"idle-input", Severity::Warning, Screen::None, LookAtIdleInputs},
+    {"equal-levels", Severity::Warning, Screen::ConfigureFennlinkDevices, LookAtPhotocellLevels},
 });
 
 }  // namespace

@@ -1,5 +1,6 @@
-#include "dimmer/rules/dimmer_model.h"
 #include "document/rules/check.h"
+#include "panel/dimmer_fields.h"
+#include "panel/dimmer_words.h"
 #include "panel/fennlink_record.h"
 #include "panel/fennlink_types.h"
 #include "panel/panel_record.h"
@@ -9,12 +10,12 @@
 namespace {
 
 template <typename Look>
-void ForEachOutput(Look look) {
-  for (Int16 dev = 0; dev < DimmerDeviceCount; ++dev) {
-    if (DimGetEnabled(dev) == 0) continue;
-    for (Int16 out = 0; out < DimmerOutputCount; ++out) {
+void ForEachOutput(const DimmerBlockType& dimmers, Look look) {
+  for (int dev = 0; dev < DimmerDeviceCount; ++dev) {
+    if (!DimmerEnabled(dimmers, dev)) continue;
+    for (int out = 0; out < DimmerOutputCount; ++out) {
       try {
-        look(Item{ItemKind::DimmerOutput, dev, out}, dev, out);
+        look(Item{ItemKind::DimmerOutput, dev, out}, DimmerOutput(dimmers, dev, out));
       } catch (const RunTimeFailure&) {
         // A level that no percentage tells stops the document, whose rule says so.
       }
@@ -28,10 +29,10 @@ bool Exists(const CheckScope& scope, const Item& source) {
       return scope.IsInstalled(source);
     case ItemKind::DeviceInput:
       return source.Number <= DeviceCount &&
-             source.Part < FennlinkDevice(FennlinkRecords(source.Number).DeviceType).InputCount;
+             source.Part < FennlinkDevice(scope.Of.Devices(source.Number).DeviceType).InputCount;
     case ItemKind::Device:
       return source.Number >= 1 && source.Number <= DeviceCount &&
-             FennlinkRecords(source.Number).DeviceType == DeviceTypePhotocell;
+             scope.Of.Devices(source.Number).DeviceType == DeviceTypePhotocell;
     case ItemKind::Timer:
     case ItemKind::Preset:
       return source.Number < ItemCount;
@@ -45,42 +46,42 @@ void LookAtSlots(const CheckScope& scope, const TellFinding& tell) {
     if (use.User.Kind != ItemKind::DimmerOutput || Exists(scope, use.Used)) continue;
     tell(use.User,
          QStringLiteral("%1 %2 %3, which %4.")
-             .arg(ItemText(use.User), use.Words, ItemText(use.Used),
+             .arg(scope.Text(use.User), use.Words, scope.Text(use.Used),
                   use.Used.Kind == ItemKind::Device ? QStringLiteral("is no photocell")
                                                     : QStringLiteral("does not exist")),
          {});
   }
 }
 
-void LookAtLimits(const CheckScope&, const TellFinding& tell) {
-  ForEachOutput([&](const Item& item, Int16 dev, Int16 out) {
-    if (DimGetMinPC(dev, out) != 0 || DimGetMaxPC(dev, out) != 0) return;
-    if (DimGetMin(dev, out) <= DimGetMax(dev, out)) return;
+void LookAtLimits(const CheckScope& scope, const TellFinding& tell) {
+  ForEachOutput(scope.Of.Dimmers, [&](const Item& item, const DimmerOutput& output) {
+    if (output(dim::MinFromPhotocell) != 0 || output(dim::MaxFromPhotocell) != 0) return;
+    if (output(dim::MinLevel) <= output(dim::MaxLevel)) return;
     tell(item,
          QStringLiteral("The minimum of %1, %2%, is above its maximum, %3%.")
-             .arg(ItemText(item))
-             .arg(DimGetMin(dev, out))
-             .arg(DimGetMax(dev, out)),
+             .arg(scope.Text(item))
+             .arg(output(dim::MinLevel))
+             .arg(output(dim::MaxLevel)),
          {});
   });
 }
 
-void LookAtPoints(const CheckScope&, const TellFinding& tell) {
-  ForEachOutput([&](const Item& item, Int16 dev, Int16 out) {
-    if (DimGetTrackMode(dev, out) != Track3Point) return;
-    const Int16 b = DimGetBIn(dev, out);
-    if (b >= DimGetAIn(dev, out) && b <= DimGetCIn(dev, out)) return;
+void LookAtPoints(const CheckScope& scope, const TellFinding& tell) {
+  ForEachOutput(scope.Of.Dimmers, [&](const Item& item, const DimmerOutput& output) {
+    if (output(dim::TrackMode) != Track3Point) return;
+    const Int16 b = output(dim::PointBIn);
+    if (b >= output(dim::PointAIn) && b <= output(dim::PointCIn)) return;
     tell(item,
          QStringLiteral("Point B of the curve of %1 lies outside points A and C.")
-             .arg(ItemText(item)),
+             .arg(scope.Text(item)),
          {});
   });
 }
 
 constexpr auto RulesOfDimmers = std::to_array<CheckRule>({
-    {"dimmer-source", Severity::Error, "frmT3DimmerOutput", LookAtSlots},
-    {"minimum-above-maximum", Severity::Error, "frmT3DimmerOutput", LookAtLimits},
-    {"point-order", Severity::Error, "frmT3DimmerOutput", LookAtPoints},
+    {"dimmer-source", Severity::Error, Screen::DimmerOutput, LookAtSlots},
+    {"minimum-above-maximum", Severity::Error, Screen::DimmerOutput, LookAtLimits},
+    {"point-order", Severity::Error, Screen::DimmerOutput, LookAtPoints},
 });
 
 }  // namespace

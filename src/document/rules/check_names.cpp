@@ -16,61 +16,61 @@ struct NameKind {
   ItemKind Kind;
   int First;
   int Count;
-  std::string_view Screen;
+  Screen On;
 };
 
 constexpr auto NameKinds = std::to_array<NameKind>({
-    {ItemKind::Relay, 0, ItemCount, "frmT3EditRelayNames"},
-    {ItemKind::Group, 0, ItemCount, "frmT3EditGroupNames"},
-    {ItemKind::Input, 0, ItemCount, "frmT3EditInputNames"},
-    {ItemKind::Timer, 0, ItemCount, "frmT3EditTimerNames"},
-    {ItemKind::Preset, 0, ItemCount, "frmT3EditPresetNames"},
-    {ItemKind::Device, 1, DeviceCount, "frmT3EditFennlinkNames"},
+    {ItemKind::Relay, 0, ItemCount, Screen::EditRelayNames},
+    {ItemKind::Group, 0, ItemCount, Screen::EditGroupNames},
+    {ItemKind::Input, 0, ItemCount, Screen::EditInputNames},
+    {ItemKind::Timer, 0, ItemCount, Screen::EditTimerNames},
+    {ItemKind::Preset, 0, ItemCount, Screen::EditPresetNames},
+    {ItemKind::Device, 1, DeviceCount, Screen::EditFennlinkNames},
 });
 
 template <typename Look>
-void ForEachOwnName(const NameKind& kind, Look look) {
+void ForEachOwnName(const CheckScope& scope, const NameKind& kind, Look look) {
   for (int number = kind.First; number < kind.First + kind.Count; ++number) {
     const Item item{kind.Kind, number};
-    const QString name = OwnName(item);
+    const QString name = scope.OwnName(item);
     if (!name.isEmpty()) look(item, name);
   }
 }
 
-void LookAtSameNames(const CheckScope&, const TellFinding& tell) {
+void LookAtSameNames(const CheckScope& scope, const TellFinding& tell) {
   for (const NameKind& kind : NameKinds) {
     std::map<QString, Item> owners;
-    ForEachOwnName(kind, [&](const Item& item, const QString& name) {
+    ForEachOwnName(scope, kind, [&](const Item& item, const QString& name) {
       const auto [owner, isNew] = owners.try_emplace(name, item);
       if (isNew) return;
       tell(item,
            QStringLiteral("%1 and %2 have the same name, %3.")
                .arg(ItemCode(owner->second), ItemCode(item), name),
-           kind.Screen);
+           kind.On);
     });
   }
 }
 
-void LookAtLongNames(const CheckScope&, const TellFinding& tell) {
-  const auto look = [&](const Item& item, const QString& name, int chars, std::string_view screen) {
+void LookAtLongNames(const CheckScope& scope, const TellFinding& tell) {
+  const auto look = [&](const Item& item, const QString& name, int chars, Screen screen) {
     if (name.size() <= chars) return;
     tell(item,
          QStringLiteral("The panel keeps %1 characters of the name of %2: \"%3\".")
              .arg(chars)
-             .arg(ItemText(item), name.left(chars)),
+             .arg(scope.Text(item), name.left(chars)),
          screen);
   };
   for (const NameKind& kind : NameKinds) {
-    ForEachOwnName(kind, [&](const Item& item, const QString& name) {
-      look(item, name, NameChars, kind.Screen);
+    ForEachOwnName(scope, kind, [&](const Item& item, const QString& name) {
+      look(item, name, NameChars, kind.On);
     });
   }
-  look({}, ToUnicode(PanelRecord.PanelName), PanelNameChars, "frmT3EditPanelName");
+  look({}, ToUnicode(scope.Of.Panel.PanelName), PanelNameChars, Screen::EditPanelName);
 }
 
 constexpr auto RulesOfNames = std::to_array<CheckRule>({
-    {"same-name", Severity::Warning, "", LookAtSameNames},
-    {"long-name", Severity::Warning, "", LookAtLongNames},
+    {"same-name", Severity::Warning, Screen::None, LookAtSameNames},
+    {"long-name", Severity::Warning, Screen::None, LookAtLongNames},
 });
 
 }  // namespace

@@ -3,7 +3,7 @@
 #include <map>
 
 #include "document/rules/check.h"
-#include "panel/dimmer_block.h"
+#include "panel/dimmer_fields.h"
 #include "panel/panel_record.h"
 #include "panel/words.h"
 
@@ -18,9 +18,9 @@ void LookAtSwitching(const CheckScope& scope, const TellFinding& tell, unsigned 
                      const QString& words) {
   for (int relay = 0; relay < scope.Points; ++relay) {
     if (scope.OnRelays[static_cast<std::size_t>(relay)] != wanted) continue;
-    if (wanted != 0 && PanelRecord.RelayTimerType(relay) >= FirstTypeThatReturns) continue;
+    if (wanted != 0 && scope.Of.Panel.RelayTimerType(relay) >= FirstTypeThatReturns) continue;
     const Item item{ItemKind::Relay, relay};
-    tell(item, words.arg(ItemText(item)), {});
+    tell(item, words.arg(scope.Text(item)), {});
   }
 }
 
@@ -42,7 +42,7 @@ void LookAtUnused(const CheckScope& scope, const TellFinding& tell, ItemKind kin
   for (int number = 0; number < ItemCount; ++number) {
     const Item item{kind, number};
     if (!scope.HoldsRelay(item) || scope.IsUsed(item, ~0U)) continue;
-    tell(item, QStringLiteral("%1 has relays and is never used.").arg(ItemText(item)), {});
+    tell(item, QStringLiteral("%1 has relays and is never used.").arg(scope.Text(item)), {});
   }
 }
 
@@ -75,7 +75,7 @@ void CountItems(const CheckScope& scope, const TellFinding& tell) {
            .arg(ItemCount)
            .arg(scope.Points)
            .arg(counts.join(QStringLiteral(", "))),
-       "frmT3Setup");
+       Screen::Setup);
 }
 
 void LookAtSweep(const CheckScope& scope, const TellFinding& tell) {
@@ -83,7 +83,7 @@ void LookAtSweep(const CheckScope& scope, const TellFinding& tell) {
   QStringList left;
   for (int relay = 0; relay < scope.Points; ++relay) {
     if (scope.BySweep[static_cast<std::size_t>(relay)] == 0)
-      left << ItemText({ItemKind::Relay, relay});
+      left << scope.Text({ItemKind::Relay, relay});
   }
   if (left.isEmpty()) return;
   tell({},
@@ -94,12 +94,13 @@ void LookAtSweep(const CheckScope& scope, const TellFinding& tell) {
 void LookAtSharedChannels(const CheckScope& scope, const TellFinding& tell) {
   std::map<int, QStringList> users;
   for (int relay = 0; relay < scope.Points; ++relay) {
-    users[PanelRecord.DMXChannel(relay)] << ItemText({ItemKind::Relay, relay});
+    users[scope.Of.Panel.DMXChannel(relay)] << scope.Text({ItemKind::Relay, relay});
   }
-  for (Int16 dev = 0; dev < DimmerDeviceCount; ++dev) {
-    if (DimGetEnabled(dev) == 0) continue;
-    for (Int16 out = 0; out < DimmerOutputCount; ++out) {
-      users[DimGetDMX(dev, out)] << ItemText({ItemKind::DimmerOutput, dev, out});
+  for (int dev = 0; dev < DimmerDeviceCount; ++dev) {
+    if (!DimmerEnabled(scope.Of.Dimmers, dev)) continue;
+    for (int out = 0; out < DimmerOutputCount; ++out) {
+      const DimmerOutput output(scope.Of.Dimmers, dev, out);
+      users[output(dim::DMXChannel)] << scope.Text({ItemKind::DimmerOutput, dev, out});
     }
   }
   for (const auto& [channel, items] : users) {
@@ -113,14 +114,14 @@ void LookAtSharedChannels(const CheckScope& scope, const TellFinding& tell) {
 }
 
 constexpr auto RulesOfRelays = std::to_array<CheckRule>({
-    {"unused-relay", Severity::Warning, "frmT3InputToRelayControl", LookAtUnusedRelays},
-    {"never-off", Severity::Warning, "frmT3OffHoursSweepRelays", LookAtNeverOff},
-    {"never-on", Severity::Warning, "frmT3InputToRelayControl", LookAtNeverOn},
-    {"unused-group", Severity::Warning, "frmT3RelayGrouping", LookAtUnusedGroups},
-    {"unused-preset", Severity::Warning, "frmT3EditPresets", LookAtUnusedPresets},
-    {"items-in-use", Severity::Note, "frmT3Setup", CountItems},
-    {"sweep-leaves", Severity::Note, "frmT3OffHoursSweepRelays", LookAtSweep},
-    {"shared-channel", Severity::Note, "frmT3AddOnModuleDMX", LookAtSharedChannels},
+    {"unused-relay", Severity::Warning, Screen::InputToRelayControl, LookAtUnusedRelays},
+    {"never-off", Severity::Warning, Screen::OffHoursSweepRelays, LookAtNeverOff},
+    {"never-on", Severity::Warning, Screen::InputToRelayControl, LookAtNeverOn},
+    {"unused-group", Severity::Warning, Screen::RelayGrouping, LookAtUnusedGroups},
+    {"unused-preset", Severity::Warning, Screen::EditPresets, LookAtUnusedPresets},
+    {"items-in-use", Severity::Note, Screen::Setup, CountItems},
+    {"sweep-leaves", Severity::Note, Screen::OffHoursSweepRelays, LookAtSweep},
+    {"shared-channel", Severity::Note, Screen::AddOnModuleDMX, LookAtSharedChannels},
 });
 
 }  // namespace

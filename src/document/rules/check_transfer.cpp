@@ -4,137 +4,76 @@
 
 #include "document/rules/check.h"
 #include "document/rules/doc_file.h"
-#include "link/rules/panel_image.h"
-#include "panel/dimmer_block.h"
-#include "panel/fennlink_record.h"
+#include "panel/panel_image.h"
 #include "panel/panel_record.h"
-#include "panel/project_file.h"
 #include "panel/words.h"
 
 // What the file lacks; what stops a download, fails its verification, or stops the document.
 
 namespace {
 
-/// Where the fields of an item that take a byte or a word stand in the panel's memory.
-struct ImageFields {
-  int Address;
-  int Count;
-  int Stride;
-  ItemKind Kind;
-  std::string_view Setting;
-  std::string_view Screen;
+/// The project's image as it is after a first start, or the reason why it cannot be built.
+struct Built {
+  std::unique_ptr<PanelImageType> Image = std::make_unique<PanelImageType>();
+  QString Trouble;
 };
 
-constexpr auto FieldsOfImage = std::to_array<ImageFields>({
-    {0x06C0, 48, 1, ItemKind::Input, "preset", "frmT3InputToRelayControl"},
-    {0x06F0, 48, 1, ItemKind::Relay, "timer type", "frmT3RelayOutputOptions"},
-    {0x0720, 48, 1, ItemKind::Relay, "power-on type", "frmT3RelayOutputOptions"},
-    {0x0750, 48, 1, ItemKind::Input, "type", "frmT3InputOptions"},
-    {0x0780, 48, 2, ItemKind::Input, "timed-on time", "frmT3InputOptions"},
-    {0x0900, 48, 1, ItemKind::Input, "pilot", "frmT3LocalInputPilots"},
-    {0x1110, 14, 1, ItemKind::Panel, "open or close time", "frmT3OpenAndCloseTimeNormalDays"},
-    {0x111E, 744, 1, ItemKind::Panel, "open or close time of a date",
-     "frmT3OpenAndCloseTimeSingleDates"},
-    {0x1E00, 48, 1, ItemKind::Timer, "kind of time", "frmT3TimersConfigure"},
-    {0x1E30, 48, 1, ItemKind::Timer, "time", "frmT3TimersConfigure"},
-    {0x1E60, 48, 1, ItemKind::Timer, "days", "frmT3TimersConfigure"},
-    {0x1E90, 48, 1, ItemKind::Timer, "month", "frmT3TimersConfigure"},
-    {0x1EC0, 48, 1, ItemKind::Timer, "date", "frmT3TimersConfigure"},
-    {0x1EF0, 48, 1, ItemKind::Input, "enable time", "frmT3InputActiveTimes"},
-    {0x1F20, 48, 1, ItemKind::Input, "disable time", "frmT3InputActiveTimes"},
-    {0x1F80, 48, 2, ItemKind::Relay, "DMX channel", "frmT3AddOnModuleDMX"},
-    {0x1FE0, 1, 1, ItemKind::Panel, "DMX on level", "frmT3AddOnModuleDMX"},
-    {0x1FE1, 1, 1, ItemKind::Panel, "DMX off level", "frmT3AddOnModuleDMX"},
-    {0x2000, 65, 0x40, ItemKind::Device, "settings", "frmT3ConfigureFennlinkDevices"},
-    {0x3200, 65, 0x140, ItemKind::Device, "presets", "frmT3FennlinkInputToRelayControl"},
-});
-constexpr int DimmersAddress = 0x8400;
-constexpr int ElementsOfOutput = 128;
-
-/// What stands at an address of the panel's memory.
-struct ImagePlace {
-  Item Where;
-  std::string_view Setting = "settings";
-  std::string_view Screen;
-};
-
-ImagePlace PlaceOf(int address) {
-  const int output = (address - DimmersAddress) / ElementsOfOutput;
-  if (address >= DimmersAddress && output < DimmerDeviceCount * DimmerOutputCount) {
-    return {{ItemKind::DimmerOutput, output / DimmerOutputCount, output % DimmerOutputCount},
-            "settings",
-            "frmT3DimmerOutput"};
-  }
-  for (const ImageFields& fields : FieldsOfImage) {
-    const int offset = address - fields.Address;
-    if (offset < 0 || offset >= fields.Count * fields.Stride) continue;
-    const bool panel = fields.Kind == ItemKind::Panel;
-    return {{fields.Kind, panel ? 0 : offset / fields.Stride}, fields.Setting, fields.Screen};
-  }
-  return {};
-}
-
-/// Runs `look` once the project's image is built, or `failed` with the reason why it cannot be.
-/// What an earlier transfer has left in the image stays.
-template <typename Look, typename Failed>
-void WithImage(Look look, Failed failed) {
-  const auto before = std::make_unique<PanelImageType>(PanelImage);
+Built ImageOf(const Project& project) {
+  Built built;
   try {
-    BuildPanelImage({});
-    look();
+    BuildPanelImage(project, {}, *built.Image);
   } catch (const RunTimeFailure& failure) {
-    failed(QString::fromUtf8(failure.what()));
+    built.Trouble = QString::fromUtf8(failure.what());
   }
-  PanelImage = *before;
+  return built;
 }
 
-void LookAtFile(const CheckScope&, const TellFinding& tell) {
-  if (!FileEndsEarly()) return;
+void LookAtFile(const CheckScope& scope, const TellFinding& tell) {
+  if (!scope.Facts.FileEndsEarly) return;
   tell({},
        QStringLiteral("The project file ends early or is empty: what it lacks has not been read."),
        {});
 }
 
-void LookAtImage(const CheckScope&, const TellFinding& tell) {
-  const auto look = [&] {
-    std::optional<Item> last;
-    for (int address = 0; address < PanelImageSize; ++address) {
-      const Int16 element = PanelImage(address);
-      if (element >= 0 && element <= 255) continue;
-      const ImagePlace place = PlaceOf(address);
-      if (place.Where == last) continue;
-      last = place.Where;
-      tell(place.Where,
-           QStringLiteral("The %1 of %2 is %3 in the panel's memory, which holds 0 to 255: a "
-                          "download fails with code 2.")
-               .arg(QString::fromLatin1(place.Setting), ItemText(place.Where))
-               .arg(element),
-           place.Screen);
-    }
-  };
-  WithImage(look, [](const QString&) {});
+void LookAtImage(const CheckScope& scope, const TellFinding& tell) {
+  const Built built = ImageOf(scope.Of);
+  if (!built.Trouble.isEmpty()) return;
+  std::optional<Item> last;
+  for (int address = 0; address < PanelImageSize; ++address) {
+    const Int16 element = (*built.Image)(address);
+    if (element >= 0 && element <= 255) continue;
+    const std::optional<SettingPlace> place = SettingAt(scope.Of, address);
+    if (!place || place->Where == last) continue;
+    last = place->Where;
+    tell(place->Where,
+         QStringLiteral("The %1 of %2 is %3 in the panel's memory, which holds 0 to 255: a "
+                        "download fails with code 2.")
+             .arg(place->Setting, scope.Text(place->Where))
+             .arg(element),
+         place->On);
+  }
 }
 
-void LookAtDownload(const CheckScope&, const TellFinding& tell) {
-  WithImage(
-      [] {},
-      [&](const QString& reason) { tell({}, QStringLiteral("A download stops: ") + reason, {}); });
+void LookAtDownload(const CheckScope& scope, const TellFinding& tell) {
+  const Built built = ImageOf(scope.Of);
+  if (built.Trouble.isEmpty()) return;
+  tell({}, QStringLiteral("A download stops: ") + built.Trouble, {});
 }
 
-void LookAtDocument(const CheckScope&, const TellFinding& tell) {
+void LookAtDocument(const CheckScope& scope, const TellFinding& tell) {
   try {
     DocumentChoice all;
     all.fill(true);
-    RenderDocument({}, all);
+    RenderDocument(scope.Of, {}, {}, all);
   } catch (const RunTimeFailure& failure) {
     tell({}, QStringLiteral("The document stops: %1").arg(QString::fromUtf8(failure.what())), {});
   }
 }
 
-void LookAtIOCount(const CheckScope&, const TellFinding& tell) {
-  constexpr int pointsOfBlock = 4;
+void LookAtIOCount(const CheckScope& scope, const TellFinding& tell) {
   int total = 0;
-  for (int node = 0; node < NodeCount; ++node) total += PanelRecord.IOCount(node) * pointsOfBlock;
+  for (int node = 0; node < NodeCount; ++node)
+    total += scope.Of.Panel.IOCount(node) * PointsOfBlock;
   if (total >= 0 && total <= ItemCount) return;
   tell(
       {},
@@ -156,35 +95,35 @@ void LookAtLastDevices(const CheckScope& scope, const TellFinding& tell) {
          QStringLiteral(
              "Actions taken away from %1 stay in the panel when it is downloaded a second "
              "time in one run. Start the program anew before that download.")
-             .arg(ItemText(item)),
+             .arg(scope.Text(item)),
          {});
   }
 }
 
-void LookAtModules(const CheckScope&, const TellFinding& tell) {
-  const auto& panel = PanelRecord;
+void LookAtModules(const CheckScope& scope, const TellFinding& tell) {
+  const auto& panel = scope.Of.Panel;
   const auto& channels = panel.DMXChannel.elements;
   const bool dmx = std::any_of(channels.begin(), channels.begin() + ItemCount,
                                [](Int16 channel) { return channel != 0; });
   if (dmx && panel.AddOnModuleType != AddOnModuleDMX) {
     tell({}, QStringLiteral("Relays have DMX channels, but the DMX module is not chosen."),
-         "frmT3Setup");
+         Screen::Setup);
   }
   const bool modBus = panel.ModBusMode != 0 || panel.ModBusBaud != 0 || panel.ModBusParity != 0;
   if (modBus && panel.AddOnModuleType != AddOnModuleModBus) {
     tell({}, QStringLiteral("ModBus settings are made, but the MODBUS module is not chosen."),
-         "frmT3Setup");
+         Screen::Setup);
   }
 }
 
 constexpr auto RulesOfTransfer = std::to_array<CheckRule>({
-    {"file-ends-early", Severity::Error, "frmT3Setup", LookAtFile},
-    {"image-element", Severity::Error, "", LookAtImage},
-    {"download-stops", Severity::Error, "frmT3Setup", LookAtDownload},
-    {"document-stops", Severity::Error, "frmT3Document", LookAtDocument},
-    {"io-count", Severity::Error, "frmT3Setup", LookAtIOCount},
-    {"stale-actions", Severity::Warning, "frmT3FennlinkInputToRelayControl", LookAtLastDevices},
-    {"module-settings", Severity::Note, "frmT3Setup", LookAtModules},
+    {"file-ends-early", Severity::Error, Screen::Setup, LookAtFile},
+    {"image-element", Severity::Error, Screen::None, LookAtImage},
+    {"download-stops", Severity::Error, Screen::Setup, LookAtDownload},
+    {"document-stops", Severity::Error, Screen::Document, LookAtDocument},
+    {"io-count", Severity::Error, Screen::Setup, LookAtIOCount},
+    {"stale-actions", Severity::Warning, Screen::FennlinkInputToRelayControl, LookAtLastDevices},
+    {"module-settings", Severity::Note, Screen::Setup, LookAtModules},
 });
 
 }  // namespace

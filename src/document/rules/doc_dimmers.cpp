@@ -1,5 +1,6 @@
-#include "dimmer/rules/dimmer_model.h"
 #include "document/rules/doc_sections.h"
+#include "panel/dimmer_fields.h"
+#include "panel/dimmer_words.h"
 #include "panel/hex.h"
 #include "panel/panel_record.h"
 
@@ -8,66 +9,64 @@ namespace {
 constexpr int SlotColumns = 10;
 constexpr int PointColumns = 6;
 
-using OutputGetter = Int16 (*)(Int16 dev, Int16 out);
-
 /// A level of the output, which is not read when its photocell gives it.
-void LevelCell(DocumentText& text, Int16 dev, Int16 out, OutputGetter fromPhotocell,
-               OutputGetter percent) {
-  if (fromPhotocell(dev, out) != 0) {
+void LevelCell(DocumentText& text, const DimmerOutput& output, const DimmerField& fromPhotocell,
+               const DimmerField& percent) {
+  if (output(fromPhotocell) != 0) {
     text.Cell("Photocell");
   } else {
-    text.Cell(percent(dev, out));
+    text.Cell(output(percent));
   }
 }
 
 /// Photocell, target and points. A two point curve shows its first point alone.
-void TrackingCells(DocumentText& text, Int16 dev, Int16 out) {
-  const Int16 mode = DimGetTrackMode(dev, out);
+void TrackingCells(DocumentText& text, const DimmerOutput& output) {
+  const Int16 mode = output(dim::TrackMode);
   text.Cell(Word(TrackModes, mode));
   if (mode == TrackDisabled) {
     text.Skip(3 + PointColumns);
     return;
   }
-  text.Cell(HexByte(DimGetPCNode(dev, out))).Cell(HexByte(DimGetPCDev(dev, out)));
+  text.Cell(HexByte(output(dim::PhotocellNode))).Cell(HexByte(output(dim::PhotocellDevice)));
   text.Cell();
   if (mode == TrackSetpoint) {
-    text.Number(DimGetTarget(dev, out)).Skip(PointColumns);
+    text.Number(output(dim::Target)).Skip(PointColumns);
     return;
   }
-  text.Cell(DimGetAIn(dev, out)).Cell(DimGetAOut(dev, out));
+  text.Cell(output(dim::PointAIn)).Cell(output(dim::PointAOut));
   if (mode == Track2Point) {
     text.Skip(PointColumns - 2);
     return;
   }
-  text.Cell(DimGetBIn(dev, out)).Cell(DimGetBOut(dev, out));
-  text.Cell(DimGetCIn(dev, out)).Cell(DimGetCOut(dev, out));
+  text.Cell(output(dim::PointBIn)).Cell(output(dim::PointBOut));
+  text.Cell(output(dim::PointCIn)).Cell(output(dim::PointCOut));
 }
 
-void OutputLine(DocumentText& text, Int16 dev, Int16 out) {
+void OutputLine(DocumentText& text, const DimmerOutput& output, int dev, int out) {
   text.Header({"DO Device", "Output", "Power On%", "Fade Rate (Sec)", "Min Level%", "Max Level%",
                "DMX Channel", "PC Tracking", "PC Node", "PC Device", "Target", "Point A In",
                "Point A Out", "Point B In", "Point B Out", "Point C In", "Point C Out"});
-  text.Cell("DO:").Text(HexByte(dev + 1)).Cell(out + 1).Cell(DimGetPowerOn(dev, out));
-  const Int16 fade = DimGetFade(dev, out);
+  text.Cell("DO:").Text(HexByte(dev + 1)).Cell(out + 1).Cell(output(dim::PowerOnLevel));
+  const Int16 fade = output(dim::FadeRate);
   text.Cell();
   if (fade >= 0 && fade < FadeRateCount) text.Number(FadeSeconds(fade));
-  LevelCell(text, dev, out, DimGetMinPC, DimGetMin);
-  LevelCell(text, dev, out, DimGetMaxPC, DimGetMax);
-  const Int16 channel = DimGetDMX(dev, out);
+  LevelCell(text, output, dim::MinFromPhotocell, dim::MinLevel);
+  LevelCell(text, output, dim::MaxFromPhotocell, dim::MaxLevel);
+  const Int16 channel = output(dim::DMXChannel);
   if (channel == 0) {
     text.Cell("Disabled");
   } else {
     text.Cell(channel);
   }
-  TrackingCells(text, dev, out);
+  TrackingCells(text, output);
   text.EndRow();
   text.LeadFurtherTables(2);
 }
 
 /// Device, input, timer and preset, of which a slot uses what its type names.
-void OperatorCells(DocumentText& text, Int16 dev, Int16 out, Int16 slot, Int16 type) {
-  const Int16 device = DimGetCtlDevice(dev, out, slot);
-  const int number = DimGetCtlNumber(dev, out, slot) + 1;
+void OperatorCells(DocumentText& text, const DimmerOutput& output, int slot, Int16 type) {
+  const Int16 device = output(dim::ControlDevice, slot);
+  const int number = output(dim::ControlNumber, slot) + 1;
   switch (type) {
     case ControlTimer:
       text.Skip(2).Cell(number).Cell();
@@ -81,12 +80,12 @@ void OperatorCells(DocumentText& text, Int16 dev, Int16 out, Int16 slot, Int16 t
   }
 }
 
-void ControlLines(DocumentText& text, Int16 dev, Int16 out) {
+void ControlLines(DocumentText& text, const DimmerOutput& output) {
   text.Header(
       {"Control", "Type", "", "Device", "Input", "Timer", "Preset", "Action", "Fade", "Revert"},
       "Dimmer Controls");
-  for (Int16 slot = 0; slot < ControlSlotCount; ++slot) {
-    const Int16 type = DimGetCtlType(dev, out, slot);
+  for (int slot = 0; slot < ControlSlotCount; ++slot) {
+    const Int16 type = output(dim::ControlType, slot);
     const std::string_view word = Word(ControlTypes, type);
     text.Cell(slot + 1).Cell(word);
     if (type == ControlUnused || word.empty()) {
@@ -94,34 +93,33 @@ void ControlLines(DocumentText& text, Int16 dev, Int16 out) {
       continue;
     }
     text.Cell();
-    OperatorCells(text, dev, out, slot, type);
-    text.Cell(ControlActionText(DimGetCtlAction(dev, out, slot)));
-    text.Cell(Word(ControlFades, DimGetCtlInstant(dev, out, slot) != 0));
-    text.Cell(RevertWhenText(DimGetCtlRevert(dev, out, slot))).EndRow();
+    OperatorCells(text, output, slot, type);
+    text.Cell(ControlActionText(output(dim::ControlAction, slot)));
+    text.Cell(Word(ControlFades, output(dim::ControlInstant, slot) != 0));
+    text.Cell(RevertWhenText(output(dim::ControlRevert, slot))).EndRow();
   }
 }
 
-void RelayLines(DocumentText& text, Int16 dev, Int16 out) {
+void RelayLines(DocumentText& text, const DimmerOutput& output) {
   text.Header({"", "Dimmer/Relay Control", "Off Level(%)", "On Level(%)", "Relays"},
               "Dimmer Relays");
-  text.Skip(2).Cell(DimGetOffLevel(dev, out)).Cell(DimGetOnLevel(dev, out)).Cell();
-  const auto follows = [&](int relay) {
-    return DimGetRelay(dev, out, static_cast<Int16>(relay)) != 0;
-  };
+  text.Skip(2).Cell(output(dim::RelayOffLevel)).Cell(output(dim::RelayOnLevel)).Cell();
+  const auto follows = [&](int relay) { return output(dim::RelayInclude, relay) != 0; };
   text.Items("", ItemCount, follows, 2, ' ').EndRow();
 }
 
 }  // namespace
 
-void DocDimmers(DocumentText& text) {
+void DocDimmers(DocumentText& text, const Project& project) {
   text.Title("Dimmer Outputs");
-  for (Int16 dev = 0; dev < DimmerDeviceCount; ++dev) {
-    if (DimGetEnabled(dev) == 0) continue;
-    for (Int16 out = 0; out < DimmerOutputCount; ++out) {
+  for (int dev = 0; dev < DimmerDeviceCount; ++dev) {
+    if (!DimmerEnabled(project.Dimmers, dev)) continue;
+    for (int out = 0; out < DimmerOutputCount; ++out) {
+      const DimmerOutput output(project.Dimmers, dev, out);
       try {
-        OutputLine(text, dev, out);
-        ControlLines(text, dev, out);
-        RelayLines(text, dev, out);
+        OutputLine(text, output, dev, out);
+        ControlLines(text, output);
+        RelayLines(text, output);
       } catch (const RunTimeFailure& failure) {
         throw RunTimeFailure("dimmer device " + HexByte(dev + 1) + ", output " +
                              std::to_string(out + 1) + ": " + failure.what());
@@ -130,11 +128,11 @@ void DocDimmers(DocumentText& text) {
   }
 }
 
-void DocDMXSchedule(DocumentText& text) {
-  const auto& panel = PanelRecord;
+void DocDMXSchedule(DocumentText& text, const Project& project) {
+  const auto& panel = project.Panel;
   text.Title("DMX Schedule");
   text.Header({"Relay Number", "Relay Name", "DMX Channel"});
-  const int ioCount = PanelIOCount();
+  const int ioCount = PanelIOCount(project.Panel);
   for (int relay = 0; relay < ioCount; ++relay) {
     text.Cell(relay + 1, 2).Cell(panel.RelayName(relay));
     const Int16 channel = panel.DMXChannel(relay);

@@ -11,9 +11,9 @@
 namespace {
 
 /// Says which section a damaged number stands in.
-void WriteSection(const DocumentSection& section, DocumentText& text) {
+void WriteSection(const DocumentSection& section, DocumentText& text, const Project& project) {
   try {
-    section.Write(text);
+    section.Write(text, project);
   } catch (const RunTimeFailure& failure) {
     throw RunTimeFailure("Cannot write the section \"" + std::string(section.Caption) +
                          "\": " + failure.what());
@@ -26,26 +26,27 @@ std::string DocumentTimeStamp(const QDateTime& time) {
   return QLocale::c().toString(time, QStringLiteral("hh:mm AP MM/dd/yyyy")).toStdString();
 }
 
-std::string RenderDocument(std::string_view timeStamp, const DocumentChoice& chosen) {
+std::string RenderDocument(const Project& project, const QString& fileName,
+                           std::string_view timeStamp, const DocumentChoice& chosen) {
   DocumentText text;
   text.Title("Orv Tamberloom 3 Configuration Documentation File");
   text.Cell("Host Software").Cell(FromUnicode(HostSoftwareVersion)).EndRow();
-  text.Cell("Tamberloom 3 File Name").Cell(FromUnicode(CurrentFileName)).EndRow();
+  text.Cell("Tamberloom 3 File Name").Cell(FromUnicode(fileName)).EndRow();
   text.Cell("Document Created").Cell(timeStamp).EndRow();
   for (std::size_t i = 0; i < DocumentSections.size(); ++i) {
-    const bool offered = i != DMXSection || PanelRecord.AddOnModuleType == AddOnModuleDMX;
-    if (chosen[i] && offered) WriteSection(DocumentSections[i], text);
+    const bool offered = i != DMXSection || project.Panel.AddOnModuleType == AddOnModuleDMX;
+    if (chosen[i] && offered) WriteSection(DocumentSections[i], text, project);
   }
   text.Title("End Of File");
   return text.Take();
 }
 
-std::vector<DocumentTable> BuildSheets() {
+std::vector<DocumentTable> BuildSheets(const Project& project) {
   std::vector<DocumentTable> tables;
   for (std::size_t i = 0; i < DocumentSections.size(); ++i) {
-    if (i == DMXSection && PanelRecord.AddOnModuleType != AddOnModuleDMX) continue;
+    if (i == DMXSection && project.Panel.AddOnModuleType != AddOnModuleDMX) continue;
     DocumentText text(&tables);
-    DocumentSections[i].Write(text);
+    DocumentSections[i].Write(text, project);
   }
   return tables;
 }

@@ -10,7 +10,7 @@
 
 struct DocumentSection {
   std::string_view Caption;
-  void (*Write)(DocumentText& text);
+  void (*Write)(DocumentText& text, const Project& project);
 };
 
 /// The sections in the order of the file and of the check boxes that choose them.
@@ -41,12 +41,13 @@ using DocumentChoice = std::array<bool, DocumentSections.size()>;
 /// The time as the document tells it: "03:05 PM 07/04/2026".
 std::string DocumentTimeStamp(const QDateTime& time);
 
-/// The whole document of the live configuration as Windows-1252 bytes. Throws RunTimeFailure, which
-/// names the section, when a damaged configuration overflows a number.
-std::string RenderDocument(std::string_view timeStamp, const DocumentChoice& chosen);
+/// The whole document of a project, which is called `fileName`, as Windows-1252 bytes. Throws
+/// RunTimeFailure, which names the section, when a damaged project overflows a number.
+std::string RenderDocument(const Project& project, const QString& fileName,
+                           std::string_view timeStamp, const DocumentChoice& chosen);
 
 /// The sections, one table a sheet of a spreadsheet; the same failures.
-std::vector<DocumentTable> BuildSheets();
+std::vector<DocumentTable> BuildSheets(const Project& project);
 
 /// Writes `document` to DocumentFileName in place of any old file. At any instant the disk holds
 /// the old file or the new one. Throws RunTimeFailure, which names the file and the reason, with

@@ -40,8 +40,8 @@ void ControlCell(DocumentText& text, int ioCount, std::optional<InputKind> kind,
   }
 }
 
-void FennlinkInputRow(DocumentText& text, int ioCount, int d, int input) {
-  const FennlinkRecord& device = FennlinkRecords(d);
+void FennlinkInputRow(DocumentText& text, const FennlinkRecord& device, int ioCount, int d,
+                      int input) {
   const FennlinkDeviceType& type = FennlinkDevice(device.DeviceType);
   const auto relayCell = [&](int row) { return device.DeviceRelayControl(input, row) != 0; };
   const auto groupCell = [&](int row) { return device.DeviceGroupControl(input, row) != 0; };
@@ -63,12 +63,12 @@ void FennlinkInputRow(DocumentText& text, int ioCount, int d, int input) {
 
 }  // namespace
 
-void DocLocalInputSchedule(DocumentText& text) {
-  const auto& panel = PanelRecord;
+void DocLocalInputSchedule(DocumentText& text, const Project& project) {
+  const auto& panel = project.Panel;
   text.Title("Local Input Schedule");
   text.Header(
       {"Input Number", "Input Name", "Input Type", "Enable Time", "Disable Time", "Control"});
-  const int ioCount = PanelIOCount();
+  const int ioCount = PanelIOCount(project.Panel);
   for (int input = 0; input < ioCount; ++input) {
     const auto kind = LocalInputKind(panel.InputType(input));
     text.Cell(input + 1, 2).Cell(panel.InputName(input));
@@ -83,13 +83,14 @@ void DocLocalInputSchedule(DocumentText& text) {
   }
 }
 
-void DocFennlinkInputSchedule(DocumentText& text) {
+void DocFennlinkInputSchedule(DocumentText& text, const Project& project) {
   text.Title("Fennlink Input Schedule");
   text.Header(
       {"Fennlink Device", "Fennlink Device Type", "Fennlink Input", "Input Type", "Control"});
-  const int ioCount = PanelIOCount();
+  const int ioCount = PanelIOCount(project.Panel);
   for (int d = 0; d <= DeviceCount; ++d) {
-    const int inputs = FennlinkDevice(FennlinkRecords(d).DeviceType).DocumentInputs;
-    for (int input = 0; input < inputs; ++input) FennlinkInputRow(text, ioCount, d, input);
+    const FennlinkRecord& device = project.Devices(d);
+    const int inputs = FennlinkDevice(device.DeviceType).DocumentInputs;
+    for (int input = 0; input < inputs; ++input) FennlinkInputRow(text, device, ioCount, d, input);
   }
 }

@@ -13,11 +13,11 @@ void NumberLine(DocumentText& text, std::string_view label, int number, int digi
   text.Cell(label).Cell(number, digits).EndRow();
 }
 
-void NodeLines(DocumentText& text) {
+void NodeLines(DocumentText& text, const Project& project) {
   int last = 0;
   for (int node = 0; node < NodeCount; ++node) {
     text.Cell("Node ").Text(HexByte(node + 1).substr(1));
-    const int points = PanelRecord.IOCount(node) * 4;
+    const int points = project.Panel.IOCount(node) * PointsOfBlock;
     if (points == 0) {
       text.Cell("No I/O").EndRow();
       continue;
@@ -28,8 +28,8 @@ void NodeLines(DocumentText& text) {
   }
 }
 
-void DaylightSavingLines(DocumentText& text) {
-  const auto& panel = PanelRecord;
+void DaylightSavingLines(DocumentText& text, const Project& project) {
+  const auto& panel = project.Panel;
   WordLine(text, "Automatic DST Adjustment", panel.DSTEnabled != 0 ? "Enabled" : "Disabled");
   if (panel.DSTEnabled == 0) return;
   const auto monthWord = [](Int16 month) { return ShortName(Word(MonthNames, month - 1)); };
@@ -39,8 +39,8 @@ void DaylightSavingLines(DocumentText& text) {
   WordLine(text, "DST End Month", monthWord(panel.DSTEndMonth));
 }
 
-void AddOnLines(DocumentText& text) {
-  const auto& panel = PanelRecord;
+void AddOnLines(DocumentText& text, const Project& project) {
+  const auto& panel = project.Panel;
   if (panel.AddOnModuleType == AddOnModuleDMX) {
     NumberLine(text, "DMX Off Level(%)", panel.DMXOffLevel, 3);
     NumberLine(text, "DMX On  Level(%)", panel.DMXOnLevel, 3);
@@ -55,17 +55,17 @@ void AddOnLines(DocumentText& text) {
 
 }  // namespace
 
-void DocPanelSettings(DocumentText& text) {
-  const auto& panel = PanelRecord;
+void DocPanelSettings(DocumentText& text, const Project& project) {
+  const auto& panel = project.Panel;
   text.Title("Panel Settings");
   text.Cell("Panel Name").Cell(panel.PanelName).EndRow();
-  NumberLine(text, "I/O Count", PanelIOCount(), 2);
-  NodeLines(text);
+  NumberLine(text, "I/O Count", PanelIOCount(project.Panel), 2);
+  NodeLines(text, project);
   WordLine(text, "AddOn Module Type", AddOnModuleOf(panel.AddOnModuleType).DocumentWord);
   NumberLine(text, "Latitude", panel.Latitude, 3);
   NumberLine(text, "Longitude", panel.Longitude, 3);
   WordLine(text, "Time Zone", Word(TimeZones, panel.TimeZone));
-  DaylightSavingLines(text);
+  DaylightSavingLines(text, project);
   NumberLine(text, "Blink Alert (Min)", panel.BlinkAlertMinutes, 3);
   NumberLine(text, "Override (Min)", panel.OverrideMinutes, 3);
   NumberLine(text, "Alarm (Sec)", panel.AlarmSeconds, 3);
@@ -75,5 +75,5 @@ void DocPanelSettings(DocumentText& text) {
            FirstWord(Word(PhotocellFilters, panel.PhotocellFilter != 0)));
   NumberLine(text, "Comm Port: ", panel.ComPort);
   WordLine(text, "Connection Type", "RS232");  // also for the links that came later
-  AddOnLines(text);
+  AddOnLines(text, project);
 }

@@ -16,11 +16,11 @@ std::string LinedUp(std::string_view target) {
 
 }  // namespace
 
-void DocLocalInputPilotSchedule(DocumentText& text) {
-  const auto& panel = PanelRecord;
+void DocLocalInputPilotSchedule(DocumentText& text, const Project& project) {
+  const auto& panel = project.Panel;
   text.Title("Local Input Pilot Schedule");
   text.Header({"Input Number", "Input Name", "Pilot"});
-  const int ioCount = PanelIOCount();
+  const int ioCount = PanelIOCount(project.Panel);
   for (int input = 0; input < ioCount; ++input) {
     const Int16 pilot = panel.LocalPilot(input);
     const std::string_view source = Word(LocalPilotSources, PilotSource(pilot));
@@ -30,11 +30,11 @@ void DocLocalInputPilotSchedule(DocumentText& text) {
   }
 }
 
-void DocFennlinkPilotSchedule(DocumentText& text) {
+void DocFennlinkPilotSchedule(DocumentText& text, const Project& project) {
   text.Title("Fennlink Pilot Schedule");
   text.Header({"Fennlink Device", "Fennlink Input", "Pilot"});
   for (int d = 0; d <= DeviceCount; ++d) {
-    const FennlinkRecord& device = FennlinkRecords(d);
+    const FennlinkRecord& device = project.Devices(d);
     if (device.DeviceType == DeviceTypePhotocell) continue;
     const int inputs = FennlinkDevice(device.DeviceType).DocumentInputs;
     for (int input = 0; input < inputs; ++input) {

@@ -12,10 +12,11 @@ void Follow(std::string_view& word, WordTable table, int code) {
 }
 
 /// The bus inputs with an action on `row` of the given table, in one cell.
-void FennlinkControlCell(DocumentText& text, DeviceControlTable FennlinkRecord::*table, int row) {
+void FennlinkControlCell(DocumentText& text, const FennlinkRecordsType& devices,
+                         DeviceControlTable FennlinkRecord::*table, int row) {
   text.Cell();
   for (int d = 0; d <= DeviceCount; ++d) {
-    const FennlinkRecord& device = FennlinkRecords(d);
+    const FennlinkRecord& device = devices(d);
     if (device.DeviceType == 0) continue;
     for (int input = 0; input < DeviceInputCount; ++input) {
       if ((device.*table)(input, row) != 0) text.FennlinkItem(d, input);
@@ -33,12 +34,12 @@ void LocalControlCell(DocumentText& text, int ioCount, const ItemTable& inputs,
 
 }  // namespace
 
-void DocRelaySchedule(DocumentText& text) {
-  const auto& panel = PanelRecord;
+void DocRelaySchedule(DocumentText& text, const Project& project) {
+  const auto& panel = project.Panel;
   text.Title("Relay Schedule");
   text.Header({"Relay", "Relay Name", "Voltage", "Circuit", "Power On", "Timer Type",
                "Local Control", "Fennlink Control", "Groups", "Presets"});
-  const int ioCount = PanelIOCount();
+  const int ioCount = PanelIOCount(project.Panel);
   std::string_view powerOn;
   std::string_view timerType;
   for (int relay = 0; relay < ioCount; ++relay) {
@@ -48,7 +49,7 @@ void DocRelaySchedule(DocumentText& text) {
     text.Skip(2);  // voltage and circuit are for the reader's pen
     text.Cell(powerOn).Cell(timerType);
     LocalControlCell(text, ioCount, panel.InputRelayControl, panel.TimerRelayControl, relay);
-    FennlinkControlCell(text, &FennlinkRecord::DeviceRelayControl, relay);
+    FennlinkControlCell(text, project.Devices, &FennlinkRecord::DeviceRelayControl, relay);
     text.Cell().Items("G", ItemCount,
                       [&](int group) { return panel.GroupRelayInclude(group, relay) != 0; });
     text.Cell().Items("P", ItemCount,
@@ -57,15 +58,15 @@ void DocRelaySchedule(DocumentText& text) {
   }
 }
 
-void DocGroupSchedule(DocumentText& text) {
-  const auto& panel = PanelRecord;
+void DocGroupSchedule(DocumentText& text, const Project& project) {
+  const auto& panel = project.Panel;
   text.Title("Group Schedule");
   text.Header({"Group", "Group Name", "Local Control", "Fennlink Control", "Relays"});
-  const int ioCount = PanelIOCount();
+  const int ioCount = PanelIOCount(project.Panel);
   for (int group = 0; group < ItemCount; ++group) {
     text.Cell(group + 1, 2).Cell(panel.GroupName(group));
     LocalControlCell(text, ioCount, panel.InputGroupControl, panel.TimerGroupControl, group);
-    FennlinkControlCell(text, &FennlinkRecord::DeviceGroupControl, group);
+    FennlinkControlCell(text, project.Devices, &FennlinkRecord::DeviceGroupControl, group);
     text.Cell().Items("R", ioCount,
                       [&](int relay) { return panel.GroupRelayInclude(group, relay) != 0; });
     text.EndRow();

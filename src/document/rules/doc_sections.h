@@ -1,20 +1,21 @@
 #pragma once
 
 #include "document/rules/doc_text.h"
+#include "panel/project.h"
 
-// The sections of the text document, each from its title to its last row, written from the live
-// document. A damaged document whose numbers overflow makes them throw RunTimeFailure.
+// The sections of the text document, each from its title to its last row, of a project. A
+// damaged project whose numbers overflow makes them throw RunTimeFailure.
 
-void DocPanelSettings(DocumentText& text);
-void DocRelaySchedule(DocumentText& text);
-void DocGroupSchedule(DocumentText& text);
-void DocLocalInputSchedule(DocumentText& text);
-void DocFennlinkInputSchedule(DocumentText& text);
-void DocLocalInputPilotSchedule(DocumentText& text);
-void DocFennlinkPilotSchedule(DocumentText& text);
-void DocTimerSchedule(DocumentText& text);
-void DocPresetSchedule(DocumentText& text);
-void DocOffHoursSweepsSchedule(DocumentText& text);
-void DocOpenCloseTimesSchedule(DocumentText& text);
-void DocDimmers(DocumentText& text);
-void DocDMXSchedule(DocumentText& text);
+void DocPanelSettings(DocumentText& text, const Project& project);
+void DocRelaySchedule(DocumentText& text, const Project& project);
+void DocGroupSchedule(DocumentText& text, const Project& project);
+void DocLocalInputSchedule(DocumentText& text, const Project& project);
+void DocFennlinkInputSchedule(DocumentText& text, const Project& project);
+void DocLocalInputPilotSchedule(DocumentText& text, const Project& project);
+void DocFennlinkPilotSchedule(DocumentText& text, const Project& project);
+void DocTimerSchedule(DocumentText& text, const Project& project);
+void DocPresetSchedule(DocumentText& text, const Project& project);
+void DocOffHoursSweepsSchedule(DocumentText& text, const Project& project);
+void DocOpenCloseTimesSchedule(DocumentText& text, const Project& project);
+void DocDimmers(DocumentText& text, const Project& project);
+void DocDMXSchedule(DocumentText& text, const Project& project);

@@ -5,7 +5,7 @@
 
 #include "panel/format.h"
 #include "panel/hex.h"
-#include "schedule/rules/time_values.h"
+#include "panel/time_values.h"
 
 void DocumentText::Title(std::string_view title) {
   bytes_.append("[").append(title).append("]\r\n");

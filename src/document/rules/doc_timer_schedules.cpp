@@ -1,7 +1,7 @@
 #include "document/rules/doc_sections.h"
 #include "panel/panel_record.h"
+#include "panel/time_values.h"
 #include "panel/words.h"
-#include "schedule/rules/time_values.h"
 
 namespace {
 
@@ -24,8 +24,7 @@ void TimeCell(DocumentText& text, TimerTimeValue time) {
   if (!event.empty()) text.Number(OffsetOfTime(time), 3).Text(" ").Text(event);
 }
 
-void DaysCell(DocumentText& text, int timer) {
-  const auto& panel = PanelRecord;
+void DaysCell(DocumentText& text, const PanelRecordType& panel, int timer) {
   const Int16 month = panel.TimerHolidayMonth(timer);
   if (month != 0) {
     text.Cell(month, 2).Text("/").Number(panel.TimerHolidayDate(timer), 2);
@@ -44,14 +43,15 @@ void SweepBlock(DocumentText& text, std::string_view item, int count, const Name
   }
 }
 
-void OpenCloseMonth(DocumentText& text, std::string_view name, int month, int days) {
+void OpenCloseMonth(DocumentText& text, const PanelRecordType& panel, std::string_view name,
+                    int month, int days) {
   /// From here on an open time stands for none; the editor draws the line at 100.
   constexpr Int16 noEntry = 97;
   for (int date = 0; date < days; ++date) {
-    const Int16 open = PanelRecord.DateOpenTime(month, date);
+    const Int16 open = panel.DateOpenTime(month, date);
     text.Cell(name).Text(" ").Number(date + 1, 2);
     if (open < noEntry) {
-      text.Cell().QuarterHours(open).Cell().QuarterHours(PanelRecord.DateCloseTime(month, date));
+      text.Cell().QuarterHours(open).Cell().QuarterHours(panel.DateCloseTime(month, date));
     } else {
       text.Cell("--:--").Cell("--:--");
     }
@@ -61,17 +61,17 @@ void OpenCloseMonth(DocumentText& text, std::string_view name, int month, int da
 
 }  // namespace
 
-void DocTimerSchedule(DocumentText& text) {
-  const auto& panel = PanelRecord;
+void DocTimerSchedule(DocumentText& text, const Project& project) {
+  const auto& panel = project.Panel;
   text.Title("Timer Relay/Group/Preset Schedule");
   text.Header({"Timer Number", "Timer Name", "Time", "Days", "Off Relays", "On Relays",
                "Off Groups", "On Groups", "Presets"},
               "Timer Schedule");
-  const int ioCount = PanelIOCount();
+  const int ioCount = PanelIOCount(project.Panel);
   for (int timer = 0; timer < ItemCount; ++timer) {
     text.Cell(timer + 1, 2).Cell(panel.TimerName(timer));
     TimeCell(text, {panel.TimerTimeType(timer), panel.TimerTime(timer)});
-    DaysCell(text, timer);
+    DaysCell(text, panel, timer);
     SwitchedCell(text, panel.TimerRelayControl, timer, ioCount, SwitchOff);
     SwitchedCell(text, panel.TimerRelayControl, timer, ioCount, SwitchOn);
     SwitchedCell(text, panel.TimerGroupControl, timer, ItemCount, SwitchOff);
@@ -82,11 +82,11 @@ void DocTimerSchedule(DocumentText& text) {
   }
 }
 
-void DocPresetSchedule(DocumentText& text) {
-  const auto& panel = PanelRecord;
+void DocPresetSchedule(DocumentText& text, const Project& project) {
+  const auto& panel = project.Panel;
   text.Title("Preset Schedule");
   text.Header({"Preset Number", "Preset Name", "Off Relays", "On Relays"});
-  const int ioCount = PanelIOCount();
+  const int ioCount = PanelIOCount(project.Panel);
   for (int preset = 0; preset < ItemCount; ++preset) {
     text.Cell(preset + 1, 2).Cell(panel.PresetName(preset));
     SwitchedCell(text, panel.PresetRelayControl, preset, ioCount, SwitchOff);
@@ -95,14 +95,14 @@ void DocPresetSchedule(DocumentText& text) {
   }
 }
 
-void DocOffHoursSweepsSchedule(DocumentText& text) {
-  const auto& panel = PanelRecord;
-  SweepBlock(text, "Relay", PanelIOCount(), panel.RelayName, panel.OffHoursSweepRelay);
+void DocOffHoursSweepsSchedule(DocumentText& text, const Project& project) {
+  const auto& panel = project.Panel;
+  SweepBlock(text, "Relay", PanelIOCount(project.Panel), panel.RelayName, panel.OffHoursSweepRelay);
   SweepBlock(text, "Group", ItemCount, panel.GroupName, panel.OffHoursSweepGroup);
 }
 
-void DocOpenCloseTimesSchedule(DocumentText& text) {
-  const auto& panel = PanelRecord;
+void DocOpenCloseTimesSchedule(DocumentText& text, const Project& project) {
+  const auto& panel = project.Panel;
   text.Title("Open Close Times Schedule");
   text.Header({"Day Of Week", "Open Time", "Close Time"});
   int day = 0;
@@ -113,6 +113,7 @@ void DocOpenCloseTimesSchedule(DocumentText& text) {
   }
   text.Header({"Date Of Year", "Open Time", "Close Time"}, "Open Close Dates");
   for (std::size_t month = 0; month < MonthNames.size(); ++month) {
-    OpenCloseMonth(text, ShortName(MonthNames[month]), static_cast<int>(month), MonthDays[month]);
+    OpenCloseMonth(text, panel, ShortName(MonthNames[month]), static_cast<int>(month),
+                   MonthDays[month]);
   }
 }

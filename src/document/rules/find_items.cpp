@@ -13,16 +13,16 @@ struct SearchedKind {
   ItemKind Kind;
   int First;
   int Count;
-  std::string_view Screen;
+  Screen On;
 };
 
 constexpr auto SearchedKinds = std::to_array<SearchedKind>({
-    {ItemKind::Relay, 0, ItemCount, "frmT3RelayOutputOptions"},
-    {ItemKind::Group, 0, ItemCount, "frmT3RelayGrouping"},
-    {ItemKind::Input, 0, ItemCount, "frmT3InputOptions"},
-    {ItemKind::Timer, 0, ItemCount, "frmT3TimersConfigure"},
-    {ItemKind::Preset, 0, ItemCount, "frmT3EditPresets"},
-    {ItemKind::Device, 1, DeviceCount, "frmT3ConfigureFennlinkDevices"},
+    {ItemKind::Relay, 0, ItemCount, Screen::RelayOutputOptions},
+    {ItemKind::Group, 0, ItemCount, Screen::RelayGrouping},
+    {ItemKind::Input, 0, ItemCount, Screen::InputOptions},
+    {ItemKind::Timer, 0, ItemCount, Screen::TimersConfigure},
+    {ItemKind::Preset, 0, ItemCount, Screen::EditPresets},
+    {ItemKind::Device, 1, DeviceCount, Screen::ConfigureFennlinkDevices},
 });
 
 /// "RELAY 08" without blanks and leading zeros: "RELAY8".
@@ -37,24 +37,25 @@ QString Plain(const QString& code) {
 
 }  // namespace
 
-std::vector<FoundItem> FindItems(const QString& text) {
+std::vector<FoundItem> FindItems(const Project& project, const QString& text) {
   std::vector<FoundItem> found;
   const QString wanted = text.simplified();
   const QString plain = Plain(wanted);
   if (plain.isEmpty()) return found;
-  const std::vector<Use> uses = UsesOfProject();
+  const std::vector<Use> uses = UsesOfProject(project);
   for (const SearchedKind& kind : SearchedKinds) {
     for (int number = kind.First; number < kind.First + kind.Count; ++number) {
       const Item item{kind.Kind, number};
-      const bool named = OwnName(item).contains(wanted, Qt::CaseInsensitive);
+      const bool named = OwnName(project, item).contains(wanted, Qt::CaseInsensitive);
       if (!named && Plain(ItemCode(item)) != plain) continue;
-      found.push_back({ItemText(item), item, kind.Screen});
+      found.push_back({ItemText(project, item), item, kind.On});
       for (const Use& use : uses) {
         const bool ofItem = use.User == item ||
                             (kind.Kind == ItemKind::Device &&
                              use.User.Kind == ItemKind::DeviceInput && use.User.Number == number);
         if (!ofItem && use.Used != item) continue;
-        found.push_back({QStringLiteral("    ") + SentenceOf(use), use.User, ScreenOf(use)});
+        found.push_back(
+            {QStringLiteral("    ") + SentenceOf(project, use), use.User, ScreenOf(use)});
       }
     }
   }

@@ -4,17 +4,18 @@
 #include <algorithm>
 #include <map>
 
-#include "dimmer/rules/dimmer_model.h"
 #include "dimmer/rules/response_curve.h"
 #include "document/rules/check.h"
 #include "document/rules/doc_file.h"
 #include "panel/code_page.h"
+#include "panel/dimmer_fields.h"
+#include "panel/dimmer_words.h"
 #include "panel/fennlink_record.h"
 #include "panel/fennlink_types.h"
 #include "panel/input_actions.h"
 #include "panel/program_state.h"
+#include "panel/time_values.h"
 #include "panel/words.h"
-#include "schedule/rules/time_values.h"
 
 namespace {
 
@@ -50,14 +51,14 @@ class WordLists {
 
   /// One line for all items of the same words.
   template <typename Line>
-  QStringList Lines(Line line) {
+  QStringList Lines(const Project& project, Line line) {
     Sort();
     QStringList lines;
     for (const auto& [words, items] : lists_) {
       if (items.empty()) continue;
       QStringList names;
       // "RELAY 03" is not to be parted at the end of a line.
-      for (const Item& item : items) names << ItemText(item).replace(u' ', QChar::Nbsp);
+      for (const Item& item : items) names << ItemText(project, item).replace(u' ', QChar::Nbsp);
       lines << line(words, names.join(QStringLiteral(", ")));
     }
     return lines;
@@ -84,7 +85,7 @@ class WordLists {
 /// The uses of the project from both of their ends.
 class ReportUses {
  public:
-  ReportUses() : uses_(UsesOfProject()) {
+  explicit ReportUses(const Project& project) : project_(project), uses_(UsesOfProject(project)) {
     for (const Use& use : uses_) {
       byUser_[use.User].push_back(&use);
       byUsed_[use.Used].push_back(&use);
@@ -100,7 +101,7 @@ class ReportUses {
   QString WhatItDoes(const Item& user) const {
     WordLists lists;
     for (const Use* use : Of(byUser_, user)) lists.Add(use->Words, use->Used);
-    return lists.Lines(WordsAround).join(u'\n');
+    return lists.Lines(project_, WordsAround).join(u'\n');
   }
 
   /// Direct, and through the groups and presets that hold it unless the same is done directly.
@@ -119,8 +120,8 @@ class ReportUses {
     }
     byGroup.Remove(direct);
     byPreset.Remove(direct);
-    const auto lines = [](WordLists& lists, const QString& how) {
-      return lists.Lines([&](const QString& words, const QString& users) {
+    const auto lines = [this](WordLists& lists, const QString& how) {
+      return lists.Lines(project_, [&](const QString& words, const QString& users) {
         return users + QStringLiteral(": ") + WordsAround(words, QStringLiteral("it")) + how;
       });
     };
@@ -144,15 +145,16 @@ class ReportUses {
     return found == index.end() ? none : found->second;
   }
 
+  const Project& project_;
   std::vector<Use> uses_;
   UseIndex byUser_;
   UseIndex byUsed_;
 };
 
-ReportChapter PanelChapter() {
+ReportChapter PanelChapter(const Project& project) {
   std::vector<DocumentTable> tables;
   DocumentText text(&tables);
-  DocPanelSettings(text);
+  DocPanelSettings(text, project);
   ReportChapter chapter{"Panel", {"Setting", "Value"}, {45, 55}, {}, {}, false};
   for (const auto& row : tables[0].Rows) {
     chapter.Rows.push_back({ToUnicode(row[0].Text).trimmed(), ToUnicode(row[1].Text)});
@@ -160,21 +162,21 @@ ReportChapter PanelChapter() {
   return chapter;
 }
 
-ReportChapter RelayChapter(const ReportUses& uses) {
+ReportChapter RelayChapter(const Project& project, const ReportUses& uses) {
   ReportChapter chapter{
       "Relays", {"Relay", "Power on", "Type", "What acts on it"}, {24, 11, 11, 54}, {}, {}, false};
-  for (int relay = 0; relay < InstalledPoints(); ++relay) {
+  for (int relay = 0; relay < InstalledPoints(project); ++relay) {
     const Item item{ItemKind::Relay, relay};
     const QString acts = uses.WhatActsOnIt(item);
-    if (acts.isEmpty() && OwnName(item).isEmpty()) continue;
-    chapter.Rows.push_back({ItemText(item),
-                            WordText(RelayPowerOnTypes, PanelRecord.RelayPowerOnType(relay)),
-                            WordText(RelayTimerTypes, PanelRecord.RelayTimerType(relay)), acts});
+    if (acts.isEmpty() && OwnName(project, item).isEmpty()) continue;
+    chapter.Rows.push_back({ItemText(project, item),
+                            WordText(RelayPowerOnTypes, project.Panel.RelayPowerOnType(relay)),
+                            WordText(RelayTimerTypes, project.Panel.RelayTimerType(relay)), acts});
   }
   return chapter;
 }
 
-ReportChapter GroupChapter(const ReportUses& uses) {
+ReportChapter GroupChapter(const Project& project, const ReportUses& uses) {
   ReportChapter chapter{
       "Groups", {"Group", "What it does", "What acts on it"}, {24, 38, 38}, {}, {}, false};
   for (int group = 0; group < ItemCount; ++group) {
@@ -182,63 +184,65 @@ ReportChapter GroupChapter(const ReportUses& uses) {
     const QString does = uses.WhatItDoes(item);
     const QString acts = uses.WhatActsOnIt(item);
     if (does.isEmpty() && acts.isEmpty()) continue;
-    chapter.Rows.push_back({ItemText(item), does, acts});
+    chapter.Rows.push_back({ItemText(project, item), does, acts});
   }
   return chapter;
 }
 
 /// A timed-on input with its minutes.
-QString InputTypeAndTime(const Item& input, int minutes) {
-  const QString word = InputTypeWord(input);
+QString InputTypeAndTime(const Project& project, const Item& input, int minutes) {
+  const QString word = InputTypeWord(project, input);
   return word == WordText(InputTypes, static_cast<int>(InputKind::TimedOn))
              ? QStringLiteral("%1 %2 min").arg(word).arg(minutes)
              : word;
 }
 
-ReportChapter InputChapter(const ReportUses& uses) {
+ReportChapter InputChapter(const Project& project, const ReportUses& uses) {
   ReportChapter chapter{
       "Inputs", {"Input", "Type", "Active", "What it does"}, {24, 17, 13, 46}, {}, {}, false};
-  const auto& panel = PanelRecord;
-  for (int input = 0; input < InstalledPoints(); ++input) {
+  const auto& panel = project.Panel;
+  for (int input = 0; input < InstalledPoints(project); ++input) {
     const Item item{ItemKind::Input, input};
-    if (!uses.DoesAnything(item) && OwnName(item).isEmpty()) continue;
+    if (!uses.DoesAnything(item) && OwnName(project, item).isEmpty()) continue;
     const int from = panel.InputEnableTime(input);
     const int to = panel.InputDisableTime(input);
     const QString active = from == to
                                ? QStringLiteral("always")
                                : ToUnicode(QuarterHourText(from) + " to " + QuarterHourText(to));
-    chapter.Rows.push_back({ItemText(item), InputTypeAndTime(item, panel.InputTimedOnTime(input)),
-                            active, uses.WhatItDoes(item)});
+    chapter.Rows.push_back({ItemText(project, item),
+                            InputTypeAndTime(project, item, panel.InputTimedOnTime(input)), active,
+                            uses.WhatItDoes(item)});
   }
   return chapter;
 }
 
-ReportChapter DeviceChapter(const ReportUses& uses) {
+ReportChapter DeviceChapter(const Project& project, const ReportUses& uses) {
   ReportChapter chapter{"Bus Devices", {"Input", "Type", "What it does"}, {28, 20, 52}, {}, {},
                         false};
   for (int number = 1; number <= DeviceCount; ++number) {
-    const FennlinkRecord& device = FennlinkRecords(number);
+    const FennlinkRecord& device = project.Devices(number);
     const FennlinkDeviceType& type = FennlinkDevice(device.DeviceType);
     if (type.InputCount == 0) continue;
-    chapter.Rows.push_back({ItemText({ItemKind::Device, number}), ToUnicode(type.ListText), {}});
+    chapter.Rows.push_back(
+        {ItemText(project, {ItemKind::Device, number}), ToUnicode(type.ListText), {}});
     for (int part = 0; part < type.InputCount; ++part) {
       const Item item{ItemKind::DeviceInput, number, part};
-      QString kind = InputTypeAndTime(item, device.DeviceTimedOnTime(part));
+      QString kind = InputTypeAndTime(project, item, device.DeviceTimedOnTime(part));
       if (device.DeviceType == DeviceTypePhotocell) {
         kind = QStringLiteral("off at %1, on at %2")
                    .arg(device.DeviceOffLevel(part))
                    .arg(device.DeviceOnLevel(part));
       }
       const QString does = uses.WhatItDoes(item);
-      if (!does.isEmpty()) chapter.Rows.push_back({ItemText(item), kind, does});
+      if (!does.isEmpty()) chapter.Rows.push_back({ItemText(project, item), kind, does});
     }
   }
   return chapter;
 }
 
-ReportChapter TimerChapter(const ReportUses& uses) {
+ReportChapter TimerChapter(const Project& project, const ReportUses& uses) {
   ReportChapter chapter{"Timers", {"Timer", "When", "What it does"}, {24, 28, 48}, {}, {}, false};
-  const auto& panel = PanelRecord;
+  const auto& panel = project.Panel;
   for (int timer = 0; timer < ItemCount; ++timer) {
     const Item item{ItemKind::Timer, timer};
     const QString does = uses.WhatItDoes(item);
@@ -246,12 +250,12 @@ ReportChapter TimerChapter(const ReportUses& uses) {
     const std::string when =
         TimerInWords({panel.TimerTimeType(timer), panel.TimerTime(timer)}, panel.TimerDays(timer),
                      panel.TimerHolidayMonth(timer), panel.TimerHolidayDate(timer));
-    chapter.Rows.push_back({ItemText(item), ToUnicode(when), does});
+    chapter.Rows.push_back({ItemText(project, item), ToUnicode(when), does});
   }
   return chapter;
 }
 
-ReportChapter PresetChapter(const ReportUses& uses) {
+ReportChapter PresetChapter(const Project& project, const ReportUses& uses) {
   ReportChapter chapter{
       "Presets", {"Preset", "What it does", "What acts on it"}, {24, 42, 34}, {}, {}, false};
   for (int preset = 0; preset < ItemCount; ++preset) {
@@ -259,24 +263,24 @@ ReportChapter PresetChapter(const ReportUses& uses) {
     const QString does = uses.WhatItDoes(item);
     const QString acts = uses.WhatActsOnIt(item);
     if (does.isEmpty() && acts.isEmpty()) continue;
-    chapter.Rows.push_back({ItemText(item), does, acts});
+    chapter.Rows.push_back({ItemText(project, item), does, acts});
   }
   return chapter;
 }
 
-ReportChapter SweepChapter(const ReportUses& uses) {
+ReportChapter SweepChapter(const Project& project, const ReportUses& uses) {
   ReportChapter chapter{"Off Hours Sweep", {"Interval", "What it does"}, {24, 76}, {}, {}, false};
   const QString does = uses.WhatItDoes({});
   if (does.isEmpty()) return chapter;
   chapter.Rows.push_back(
-      {WordText(OffHoursSweepIntervals, PanelRecord.OffHoursSweepInterval), does});
+      {WordText(OffHoursSweepIntervals, project.Panel.OffHoursSweepInterval), does});
   return chapter;
 }
 
-ReportChapter OpenCloseChapter() {
+ReportChapter OpenCloseChapter(const Project& project) {
   std::vector<DocumentTable> tables;
   DocumentText text(&tables);
-  DocOpenCloseTimesSchedule(text);
+  DocOpenCloseTimesSchedule(text, project);
   ReportChapter chapter{
       "Open And Close Times", {"Day", "Open", "Close"}, {40, 30, 30}, {}, {}, false};
   for (const DocumentTable& table : tables) {
@@ -289,10 +293,10 @@ ReportChapter OpenCloseChapter() {
   return chapter;
 }
 
-ReportCurve CurveOf(Int16 dev, Int16 out, const QString& name) {
+ReportCurve CurveOf(const DimmerOutput& output, const QString& name) {
   ResponseCurve curve;
-  curve.Place(dev, out);
-  const bool twoPoint = DimGetTrackMode(dev, out) == Track2Point;
+  curve.Place(output);
+  const bool twoPoint = output(dim::TrackMode) == Track2Point;
   curve.DrawLines(twoPoint);
   ReportCurve drawn;
   drawn.Title = name;
@@ -315,43 +319,44 @@ ReportCurve CurveOf(Int16 dev, Int16 out, const QString& name) {
   return drawn;
 }
 
-QString DimmerSettings(Int16 dev, Int16 out) {
-  const Int16 fade = DimGetFade(dev, out);
-  QStringList lines = {QStringLiteral("Power on %1 %").arg(DimGetPowerOn(dev, out))};
-  const auto level = [&](Int16 fromPhotocell, Int16 (*percent)(Int16, Int16)) {
+QString DimmerSettings(const DimmerOutput& output) {
+  const Int16 fade = output(dim::FadeRate);
+  QStringList lines = {QStringLiteral("Power on %1 %").arg(output(dim::PowerOnLevel))};
+  const auto level = [&](Int16 fromPhotocell, const DimmerField& percent) {
     return fromPhotocell != 0 ? QStringLiteral("the photocell's level")
-                              : QStringLiteral("%1 %").arg(percent(dev, out));
+                              : QStringLiteral("%1 %").arg(output(percent));
   };
   lines << QStringLiteral("From %1 to %2")
-               .arg(level(DimGetMinPC(dev, out), DimGetMin),
-                    level(DimGetMaxPC(dev, out), DimGetMax));
+               .arg(level(output(dim::MinFromPhotocell), dim::MinLevel),
+                    level(output(dim::MaxFromPhotocell), dim::MaxLevel));
   if (fade >= 0 && fade < FadeRateCount) {
     lines << QStringLiteral("Fades in %1 s").arg(FadeSeconds(fade));
   }
-  if (DimGetDMX(dev, out) != 0) lines << QStringLiteral("DMX %1").arg(DimGetDMX(dev, out));
-  const Int16 mode = DimGetTrackMode(dev, out);
+  if (output(dim::DMXChannel) != 0) lines << QStringLiteral("DMX %1").arg(output(dim::DMXChannel));
+  const Int16 mode = output(dim::TrackMode);
   if (mode != TrackDisabled) lines << QStringLiteral("Tracking ") + WordText(TrackModes, mode);
   return lines.join(u'\n');
 }
 
-ReportChapter DimmerChapter(const ReportUses& uses) {
+ReportChapter DimmerChapter(const Project& project, const ReportUses& uses) {
   ReportChapter chapter{
       "Dimmers", {"Output", "Settings", "Controls", "What it does"}, {20, 26, 28, 26}, {}, {},
       false};
-  for (Int16 dev = 0; dev < DimmerDeviceCount; ++dev) {
-    if (DimGetEnabled(dev) == 0) continue;
-    for (Int16 out = 0; out < DimmerOutputCount; ++out) {
+  for (int dev = 0; dev < DimmerDeviceCount; ++dev) {
+    if (!DimmerEnabled(project.Dimmers, dev)) continue;
+    for (int out = 0; out < DimmerOutputCount; ++out) {
+      const DimmerOutput output(project.Dimmers, dev, out);
       const Item item{ItemKind::DimmerOutput, dev, out};
       QStringList lines;
-      for (Int16 slot = 0; slot < ControlSlotCount; ++slot) {
-        if (DimGetCtlType(dev, out, slot) == ControlUnused) continue;
-        lines << ToUnicode(ControlSlotSummary(dev, out, slot)).trimmed();
+      for (int slot = 0; slot < ControlSlotCount; ++slot) {
+        if (output(dim::ControlType, slot) == ControlUnused) continue;
+        lines << ToUnicode(ControlSlotSummary(output, slot)).trimmed();
       }
-      chapter.Rows.push_back(
-          {ItemText(item), DimmerSettings(dev, out), lines.join(u'\n'), uses.WhatItDoes(item)});
-      const Int16 mode = DimGetTrackMode(dev, out);
+      chapter.Rows.push_back({ItemText(project, item), DimmerSettings(output), lines.join(u'\n'),
+                              uses.WhatItDoes(item)});
+      const Int16 mode = output(dim::TrackMode);
       if (mode == Track2Point || mode == Track3Point) {
-        chapter.Curves.push_back(CurveOf(dev, out, ItemText(item)));
+        chapter.Curves.push_back(CurveOf(output, ItemText(project, item)));
       }
     }
   }
@@ -359,12 +364,12 @@ ReportChapter DimmerChapter(const ReportUses& uses) {
 }
 
 /// For the inside of the panel's door: voltage and circuit are for the reader's pen.
-ReportChapter DoorChapter() {
+ReportChapter DoorChapter(const Project& project) {
   ReportChapter chapter{
       "Panel Door", {"Relay", "Name", "Voltage", "Circuit"}, {10, 44, 23, 23}, {}, {}, true};
-  for (int relay = 0; relay < InstalledPoints(); ++relay) {
+  for (int relay = 0; relay < InstalledPoints(project); ++relay) {
     chapter.Rows.push_back({QStringLiteral("%1").arg(relay + 1, 2, 10, QLatin1Char('0')),
-                            OwnName({ItemKind::Relay, relay}),
+                            OwnName(project, {ItemKind::Relay, relay}),
                             {},
                             {}});
   }
@@ -373,22 +378,23 @@ ReportChapter DoorChapter() {
 
 }  // namespace
 
-PanelReport BuildReport(const QDateTime& date) {
+PanelReport BuildReport(const Project& project, const QString& fileName, const QDateTime& date) {
   PanelReport report;
-  report.PanelName = ToUnicode(PanelRecord.PanelName).trimmed();
-  report.FileName = QFileInfo(CurrentFileName).fileName();
+  report.PanelName = ToUnicode(project.Panel.PanelName).trimmed();
+  report.FileName = QFileInfo(fileName).fileName();
   report.Date = date.toString(TimeFormat);
-  const std::vector<Finding> findings = CheckProject();
+  const std::vector<Finding> findings = CheckProject(project);
   QStringList counts;
   for (const Severity severity : {Severity::Error, Severity::Warning, Severity::Note}) {
     counts << CountOf(severity, findings);
   }
   report.Findings = counts.join(QStringLiteral(", "));
-  const ReportUses uses;
+  const ReportUses uses(project);
   for (const ReportChapter& chapter :
-       {PanelChapter(), RelayChapter(uses), GroupChapter(uses), InputChapter(uses),
-        DeviceChapter(uses), TimerChapter(uses), PresetChapter(uses), SweepChapter(uses),
-        OpenCloseChapter(), DimmerChapter(uses), DoorChapter()}) {
+       {PanelChapter(project), RelayChapter(project, uses), GroupChapter(project, uses),
+        InputChapter(project, uses), DeviceChapter(project, uses), TimerChapter(project, uses),
+        PresetChapter(project, uses), SweepChapter(project, uses), OpenCloseChapter(project),
+        DimmerChapter(project, uses), DoorChapter(project)}) {
     if (!chapter.Rows.empty()) report.Chapters.push_back(chapter);
   }
   return report;

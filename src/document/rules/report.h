@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "document/rules/doc_text.h"
+#include "panel/project.h"
 
 // What is printed of a project and what its spreadsheet holds: plain data, from which the writers
 // know all that they need.
@@ -36,6 +37,6 @@ struct PanelReport {
   std::vector<ReportChapter> Chapters;
 };
 
-/// What of the live document is used, in names and words. Throws RunTimeFailure for a damaged
-/// document whose numbers overflow.
-PanelReport BuildReport(const QDateTime& date);
+/// What of a project, which is called `fileName`, is used, in names and words. Throws
+/// RunTimeFailure for a damaged project whose numbers overflow.
+PanelReport BuildReport(const Project& project, const QString& fileName, const QDateTime& date);

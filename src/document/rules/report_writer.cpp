@@ -44,12 +44,14 @@ std::unique_ptr<ReportWriter> LoadReportWriter() {
   return std::unique_ptr<ReportWriter>(make());
 }
 
-void WriteReportPdf(const QString& fileName, Paper paper, const ReportProgress& progress) {
+void WriteReportPdf(const Project& project, const QString& source, const QString& fileName,
+                    Paper paper, const ReportProgress& progress) {
   WriteReportFile(fileName, [&] {
-    return LoadReportWriter()->Pdf(BuildReport(QDateTime::currentDateTime()), paper, progress);
+    return LoadReportWriter()->Pdf(BuildReport(project, source, QDateTime::currentDateTime()),
+                                   paper, progress);
   });
 }
 
-void WriteReportWorkbook(const QString& fileName) {
-  WriteReportFile(fileName, [] { return LoadReportWriter()->Workbook(BuildSheets()); });
+void WriteReportWorkbook(const Project& project, const QString& fileName) {
+  WriteReportFile(fileName, [&] { return LoadReportWriter()->Workbook(BuildSheets(project)); });
 }

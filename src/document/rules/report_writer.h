@@ -33,7 +33,8 @@ class ReportWriter {
 /// Loads the module. Throws RunTimeFailure, which says what to do.
 std::unique_ptr<ReportWriter> LoadReportWriter();
 
-/// Both build from the live document and write their file whole or not at all. They throw
-/// RunTimeFailure, which names the file and the reason, with an old file untouched.
-void WriteReportPdf(const QString& fileName, Paper paper, const ReportProgress& progress);
-void WriteReportWorkbook(const QString& fileName);
+/// Both write the report of a project whole or not at all; `source` is the project's file. They
+/// throw RunTimeFailure, which names the file and the reason, with an old file untouched.
+void WriteReportPdf(const Project& project, const QString& source, const QString& fileName,
+                    Paper paper, const ReportProgress& progress);
+void WriteReportWorkbook(const Project& project, const QString& fileName);

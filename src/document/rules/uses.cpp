@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "dimmer/rules/dimmer_model.h"
 #include "panel/code_page.h"
-#include "panel/fennlink_record.h"
+#include "panel/dimmer_fields.h"
+#include "panel/dimmer_words.h"
 #include "panel/fennlink_types.h"
 #include "panel/input_actions.h"
 #include "panel/panel_record.h"
@@ -14,31 +14,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-struct ActionMeaning {
-  std::string_view Action;
-  unsigned Effect;
-  QLatin1StringView Words;
-};
-
-/// By the words of the action lists.
-constexpr auto ActionMeanings = std::to_array<ActionMeaning>({
-    {"On Only", EffectOn, "turns on"_L1},
-    {"Off Only", EffectOff, "turns off"_L1},
-    {"On And Off", EffectOn | EffectOff, "turns on and off"_L1},
-    {"Blink Alert", EffectOff, "blinks and turns off"_L1},
-    {"Timed On", EffectOn | EffectOff, "turns on for a time"_L1},
-    {"On-Off", EffectOn | EffectOff, "turns on and off"_L1},
-    {"Hi-Lo(NO)", EffectOn | EffectOff, "switches between high and low (NO)"_L1},
-    {"Hi-Lo(NC)", EffectOn | EffectOff, "switches between high and low (NC)"_L1},
-    {"Step A", EffectOn | EffectOff, "switches as step A"_L1},
-    {"Step B", EffectOn | EffectOff, "switches as step B"_L1},
-    {"Disable", EffectDisables, "disables"_L1},
-    {"Hold On", EffectOn | EffectDisables, "holds on"_L1},
-    {"Hold Off", EffectOff | EffectDisables, "holds off"_L1},
-    {"Hold Status", EffectDisables, "holds as it is"_L1},
-    {"Force", EffectRuns, "forces"_L1},
-});
 
 ItemKind KindOfRows(ControlRows rows) {
   switch (rows) {
@@ -72,12 +47,9 @@ class UseList {
     for (int row = 0; row < ItemCount; ++row) {
       const Int16 code = std::min(cell(row), options->MaxControlCode());
       if (code <= 0) continue;
-      const std::string_view action = Word(options->Actions, code);
-      for (const ActionMeaning& meaning : ActionMeanings) {
-        if (meaning.Action == action) {
-          Add(input, {KindOfRows(options->Rows), row}, meaning.Effect, meaning.Words);
-        }
-      }
+      const ControlAction& action = options->Meanings[static_cast<std::size_t>(code)];
+      Add(input, {KindOfRows(options->Rows), row}, action.Effect,
+          QLatin1StringView(action.Does.data(), static_cast<qsizetype>(action.Does.size())));
     }
   }
 
@@ -96,9 +68,9 @@ class UseList {
 
 constexpr auto Activates = "activates"_L1;
 
-void AddLocalInputs(UseList& uses) {
-  const auto& panel = PanelRecord;
-  for (int input = 0; input < InstalledPoints(); ++input) {
+void AddLocalInputs(UseList& uses, const Project& project) {
+  const auto& panel = project.Panel;
+  for (int input = 0; input < InstalledPoints(project); ++input) {
     const Item item{ItemKind::Input, input};
     const int type = panel.InputType(input);
     uses.AddControls(item, LocalControlOptions(type, ControlTable::Relay),
@@ -113,9 +85,9 @@ void AddLocalInputs(UseList& uses) {
   }
 }
 
-void AddDeviceInputs(UseList& uses) {
+void AddDeviceInputs(UseList& uses, const Project& project) {
   for (int n = 1; n <= DeviceCount; ++n) {
-    const FennlinkRecord& device = FennlinkRecords(n);
+    const FennlinkRecord& device = project.Devices(n);
     const int count = FennlinkDevice(device.DeviceType).InputCount;
     for (int input = 0; input < count; ++input) {
       const Item item{ItemKind::DeviceInput, n, input};
@@ -141,8 +113,8 @@ void AddOnOff(UseList& uses, const Item& user, const Item& used, Int16 code, uns
            code == 1 ? "turns on"_L1 : "turns off"_L1);
 }
 
-void AddTimersGroupsAndPresets(UseList& uses) {
-  const auto& panel = PanelRecord;
+void AddTimersGroupsAndPresets(UseList& uses, const Project& project) {
+  const auto& panel = project.Panel;
   for (int i = 0; i < ItemCount; ++i) {
     for (int target = 0; target < ItemCount; ++target) {
       const Item timer{ItemKind::Timer, i};
@@ -168,42 +140,44 @@ void AddTimersGroupsAndPresets(UseList& uses) {
   }
 }
 
-void AddSlot(UseList& uses, const Item& output, Int16 dev, Int16 out, Int16 slot) {
+void AddSlot(UseList& uses, const Item& item, const DimmerOutput& output, int slot) {
   constexpr auto words = "is controlled by"_L1;
-  const int number = DimGetCtlNumber(dev, out, slot);
-  switch (DimGetCtlType(dev, out, slot)) {
+  const int number = output(dim::ControlNumber, slot);
+  switch (output(dim::ControlType, slot)) {
     case ControlInput:
     case ControlInvertInput: {
-      const int device = DimGetCtlDevice(dev, out, slot);
+      const int device = output(dim::ControlDevice, slot);
       const Item input =
           device == 0 ? Item{ItemKind::Input, number} : Item{ItemKind::DeviceInput, device, number};
-      uses.Add(output, input, EffectFollows, words);
+      uses.Add(item, input, EffectFollows, words);
       break;
     }
     case ControlTimer:
-      uses.Add(output, {ItemKind::Timer, number}, EffectFollows, words);
+      uses.Add(item, {ItemKind::Timer, number}, EffectFollows, words);
       break;
     case ControlPreset:
-      uses.Add(output, {ItemKind::Preset, number}, EffectFollows, words);
+      uses.Add(item, {ItemKind::Preset, number}, EffectFollows, words);
       break;
     default:
       break;
   }
 }
 
-void AddDimmers(UseList& uses) {
-  for (Int16 dev = 0; dev < DimmerDeviceCount; ++dev) {
-    if (DimGetEnabled(dev) == 0) continue;
-    for (Int16 out = 0; out < DimmerOutputCount; ++out) {
-      const Item output{ItemKind::DimmerOutput, dev, out};
-      for (Int16 slot = 0; slot < ControlSlotCount; ++slot) AddSlot(uses, output, dev, out, slot);
-      for (Int16 relay = 0; relay < ItemCount; ++relay) {
-        if (DimGetRelay(dev, out, relay) == 0) continue;
-        uses.Add(output, {ItemKind::Relay, relay}, EffectFollows, "follows"_L1);
+void AddDimmers(UseList& uses, const Project& project) {
+  for (int dev = 0; dev < DimmerDeviceCount; ++dev) {
+    if (!DimmerEnabled(project.Dimmers, dev)) continue;
+    for (int out = 0; out < DimmerOutputCount; ++out) {
+      const Item item{ItemKind::DimmerOutput, dev, out};
+      const DimmerOutput output(project.Dimmers, dev, out);
+      for (int slot = 0; slot < ControlSlotCount; ++slot) AddSlot(uses, item, output, slot);
+      for (int relay = 0; relay < ItemCount; ++relay) {
+        if (output(dim::RelayInclude, relay) == 0) continue;
+        uses.Add(item, {ItemKind::Relay, relay}, EffectFollows, "follows"_L1);
       }
-      if (DimGetTrackMode(dev, out) != TrackDisabled || DimGetMinPC(dev, out) != 0 ||
-          DimGetMaxPC(dev, out) != 0) {
-        uses.Add(output, {ItemKind::Device, DimGetPCDev(dev, out) + 1}, EffectFollows, "tracks"_L1);
+      if (output(dim::TrackMode) != TrackDisabled || output(dim::MinFromPhotocell) != 0 ||
+          output(dim::MaxFromPhotocell) != 0) {
+        uses.Add(item, {ItemKind::Device, output(dim::PhotocellDevice) + 1}, EffectFollows,
+                 "tracks"_L1);
       }
     }
   }
@@ -211,60 +185,60 @@ void AddDimmers(UseList& uses) {
 
 }  // namespace
 
-int InstalledPoints() {
-  constexpr int pointsOfBlock = 4;
+int InstalledPoints(const Project& project) {
   int points = 0;
-  for (int node = 0; node < NodeCount; ++node) points += PanelRecord.IOCount(node) * pointsOfBlock;
+  for (int node = 0; node < NodeCount; ++node)
+    points += project.Panel.IOCount(node) * PointsOfBlock;
   return std::clamp(points, 0, ItemCount);
 }
 
-std::vector<Use> UsesOfProject() {
+std::vector<Use> UsesOfProject(const Project& project) {
   UseList uses;
-  AddLocalInputs(uses);
-  AddDeviceInputs(uses);
-  AddTimersGroupsAndPresets(uses);
-  AddDimmers(uses);
+  AddLocalInputs(uses, project);
+  AddDeviceInputs(uses, project);
+  AddTimersGroupsAndPresets(uses, project);
+  AddDimmers(uses, project);
   return uses.Take();
 }
 
-QString SentenceOf(const Use& use) {
-  return ItemText(use.User) + u' ' + use.Words + u' ' + ItemText(use.Used);
+QString SentenceOf(const Project& project, const Use& use) {
+  return ItemText(project, use.User) + u' ' + use.Words + u' ' + ItemText(project, use.Used);
 }
 
-std::string_view ActionScreen(const Item& input, bool groups) {
+Screen ActionScreen(const Item& input, bool groups) {
   if (input.Kind == ItemKind::Input) {
-    return groups ? "frmT3InputToGroupControl" : "frmT3InputToRelayControl";
+    return groups ? Screen::InputToGroupControl : Screen::InputToRelayControl;
   }
-  return groups ? "frmT3FennlinkInputToGroupControl" : "frmT3FennlinkInputToRelayControl";
+  return groups ? Screen::FennlinkInputToGroupControl : Screen::FennlinkInputToRelayControl;
 }
 
-std::string_view ScreenOf(const Use& use) {
+Screen ScreenOf(const Use& use) {
   const bool group = use.Used.Kind == ItemKind::Group;
   const bool follows = (use.Effect & EffectFollows) != 0;
   switch (use.User.Kind) {
     case ItemKind::Input:
-      return follows ? "frmT3LocalInputPilots" : ActionScreen(use.User, group);
+      return follows ? Screen::LocalInputPilots : ActionScreen(use.User, group);
     case ItemKind::DeviceInput:
-      return follows ? "frmT3FennlinkPilots" : ActionScreen(use.User, group);
+      return follows ? Screen::FennlinkPilots : ActionScreen(use.User, group);
     case ItemKind::Timer:
-      return group                               ? "frmT3TimerToGroupControl"
-             : use.Used.Kind == ItemKind::Preset ? "frmT3TimerToPresetControl"
-                                                 : "frmT3TimerToRelayControl";
+      return group                               ? Screen::TimerToGroupControl
+             : use.Used.Kind == ItemKind::Preset ? Screen::TimerToPresetControl
+                                                 : Screen::TimerToRelayControl;
     case ItemKind::Group:
-      return "frmT3RelayGrouping";
+      return Screen::RelayGrouping;
     case ItemKind::Preset:
-      return "frmT3EditPresets";
+      return Screen::EditPresets;
     case ItemKind::DimmerOutput:
-      return use.Used.Kind == ItemKind::Relay ? "frmT3DimmerRelayControl" : "frmT3DimmerOutput";
+      return use.Used.Kind == ItemKind::Relay ? Screen::DimmerRelayControl : Screen::DimmerOutput;
     default:
-      return group ? "frmT3OffHoursSweepGroups" : "frmT3OffHoursSweepRelays";
+      return group ? Screen::OffHoursSweepGroups : Screen::OffHoursSweepRelays;
   }
 }
 
-QString InputTypeWord(const Item& input) {
+QString InputTypeWord(const Project& project, const Item& input) {
   if (input.Kind == ItemKind::Input) {
-    return ToUnicode(Word(InputTypes, PanelRecord.InputType(input.Number)));
+    return ToUnicode(Word(InputTypes, project.Panel.InputType(input.Number)));
   }
-  const FennlinkRecord& device = FennlinkRecords(input.Number);
+  const FennlinkRecord& device = project.Devices(input.Number);
   return ToUnicode(FennlinkInputCaption(device.DeviceType, device.DeviceInputType(input.Part)));
 }

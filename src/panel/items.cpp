@@ -1,67 +1,65 @@
-#include "document/rules/item_names.h"
+#include "panel/items.h"
 
 #include "panel/code_page.h"
-#include "panel/fennlink_record.h"
+#include "panel/format.h"
 #include "panel/hex.h"
-#include "panel/panel_record.h"
 
 namespace {
 
-QString TwoDigitNumber(int number) {
-  return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0'));
+QString Numbered(const char* word, int number) {
+  return QLatin1String(word) + u' ' + QString::fromStdString(NumberText(number + 1, 2));
 }
 
 QString DeviceCode(int device) {
   return QStringLiteral("FL ") + QString::fromStdString(HexByte(device));
 }
 
-/// The name as it is stored; empty for an item that has none or lies outside its table.
-QString StoredName(const Item& item) {
+/// The name as it is stored; null for an item that has none or lies outside its table.
+const std::string* StoredName(const Project& project, const Item& item) {
+  const PanelRecordType& panel = project.Panel;
   const auto of = [&](const NameArray& names) {
-    const bool inside = item.Number >= 0 && item.Number < ItemCount;
-    return inside ? ToUnicode(names(item.Number)).trimmed() : QString();
+    return item.Number >= 0 && item.Number < ItemCount ? &names(item.Number) : nullptr;
   };
   switch (item.Kind) {
     case ItemKind::Panel:
-      return ToUnicode(PanelRecord.PanelName).trimmed();
+      return &panel.PanelName;
     case ItemKind::Relay:
-      return of(PanelRecord.RelayName);
+      return of(panel.RelayName);
     case ItemKind::Group:
-      return of(PanelRecord.GroupName);
+      return of(panel.GroupName);
     case ItemKind::Input:
-      return of(PanelRecord.InputName);
+      return of(panel.InputName);
     case ItemKind::Timer:
-      return of(PanelRecord.TimerName);
+      return of(panel.TimerName);
     case ItemKind::Preset:
-      return of(PanelRecord.PresetName);
+      return of(panel.PresetName);
     case ItemKind::Device:
     case ItemKind::DeviceInput:
       return item.Number >= 1 && item.Number <= DeviceCount
-                 ? ToUnicode(FennlinkRecords(item.Number).DeviceName).trimmed()
-                 : QString();
+                 ? &project.Devices(item.Number).DeviceName
+                 : nullptr;
     case ItemKind::DimmerOutput:
       break;
   }
-  return {};
+  return nullptr;
 }
 
 }  // namespace
 
 QString ItemCode(const Item& item) {
-  const QString number = TwoDigitNumber(item.Number + 1);
   switch (item.Kind) {
     case ItemKind::Panel:
       break;
     case ItemKind::Relay:
-      return QStringLiteral("RELAY ") + number;
+      return Numbered("RELAY", item.Number);
     case ItemKind::Group:
-      return QStringLiteral("GROUP ") + number;
+      return Numbered("GROUP", item.Number);
     case ItemKind::Input:
-      return QStringLiteral("INPUT ") + number;
+      return Numbered("INPUT", item.Number);
     case ItemKind::Timer:
-      return QStringLiteral("TIMER ") + number;
+      return Numbered("TIMER", item.Number);
     case ItemKind::Preset:
-      return QStringLiteral("PRESET ") + number;
+      return Numbered("PRESET", item.Number);
     case ItemKind::Device:
       return DeviceCode(item.Number);
     case ItemKind::DeviceInput:
@@ -72,15 +70,16 @@ QString ItemCode(const Item& item) {
   return QStringLiteral("PANEL");
 }
 
-QString OwnName(const Item& item) {
-  const QString name = StoredName(item);
+QString OwnName(const Project& project, const Item& item) {
+  const std::string* stored = StoredName(project, item);
+  const QString name = stored ? ToUnicode(*stored).trimmed() : QString();
   const bool device = item.Kind == ItemKind::Device || item.Kind == ItemKind::DeviceInput;
   const QString fresh =
       device ? QStringLiteral("FLINK ") + DeviceCode(item.Number).mid(3) : ItemCode(item);
   return name == fresh ? QString() : name;
 }
 
-QString ItemText(const Item& item) {
-  const QString name = OwnName(item);
+QString ItemText(const Project& project, const Item& item) {
+  const QString name = OwnName(project, item);
   return name.isEmpty() ? ItemCode(item) : ItemCode(item) + u' ' + name;
 }

@@ -1,4 +1,4 @@
-#include "schedule/rules/time_values.h"
+#include "panel/time_values.h"
 
 #include <algorithm>
 #include <cctype>

@@ -4,6 +4,8 @@
 #include <QString>
 #include <compare>
 
+#include "panel/project.h"
+
 enum class ItemKind {
   Panel,
   Relay,
@@ -35,7 +37,7 @@ QString ItemCode(const Item& item);
 
 /// The user's name, trimmed; empty for an item without one, and for one that still has the name of
 /// a new panel.
-QString OwnName(const Item& item);
+QString OwnName(const Project& project, const Item& item);
 
 /// The code with the user's name behind it: "RELAY 03 FOYER".
-QString ItemText(const Item& item);
+QString ItemText(const Project& project, const Item& item);

@@ -1,9 +1,10 @@
-#include "dimmer/rules/dimmer_model.h"
+#include "panel/dimmer_words.h"
 
 #include <algorithm>
 #include <cmath>
 #include <iterator>
 
+#include "panel/dimmer_fields.h"
 #include "panel/format.h"
 #include "panel/hex.h"
 
@@ -31,10 +32,10 @@ constexpr ScalePiece PhotocellScale[] = {
 constexpr Int16 FullDaylight = 1800;
 
 /// What operates a slot, with the dash before it where one belongs.
-std::string OperatorText(Int16 dev, Int16 out, Int16 ctl) {
-  const std::string number = NumberText(DimGetCtlNumber(dev, out, ctl) + 1, 2);
-  const Int16 device = DimGetCtlDevice(dev, out, ctl);
-  switch (DimGetCtlType(dev, out, ctl)) {
+std::string OperatorText(const DimmerOutput& output, int ctl) {
+  const std::string number = NumberText(output(dim::ControlNumber, ctl) + 1, 2);
+  const Int16 device = output(dim::ControlDevice, ctl);
+  switch (output(dim::ControlType, ctl)) {
     case ControlUnused:
       return "Unused";
     case ControlInput:
@@ -89,13 +90,13 @@ std::string ControlTypeListText(int type) {
   return word.empty() ? std::string() : "Control - " + std::string(word);
 }
 
-std::string ControlSlotSummary(Int16 dev, Int16 out, Int16 ctl) {
-  std::string summary = ' ' + NumberText(ctl + 1, 2) + '-' + OperatorText(dev, out, ctl);
-  if (DimGetCtlType(dev, out, ctl) == ControlUnused) return summary;
+std::string ControlSlotSummary(const DimmerOutput& output, int ctl) {
+  std::string summary = ' ' + NumberText(ctl + 1, 2) + '-' + OperatorText(output, ctl);
+  if (output(dim::ControlType, ctl) == ControlUnused) return summary;
   const std::string parts[] = {
-      ControlActionText(DimGetCtlAction(dev, out, ctl)),
-      std::string(Word(ControlFades, DimGetCtlInstant(dev, out, ctl) != 0)),
-      ControlRevertText(DimGetCtlRevert(dev, out, ctl))};
+      ControlActionText(output(dim::ControlAction, ctl)),
+      std::string(Word(ControlFades, output(dim::ControlInstant, ctl) != 0)),
+      ControlRevertText(output(dim::ControlRevert, ctl))};
   for (const std::string& part : parts) {
     if (!part.empty()) summary += '-' + part;
   }
@@ -108,10 +109,4 @@ Int16 CodeToFootCandles(Int16 code) {
                                    [code](const ScalePiece& p) { return code <= p.Last; });
   if (piece == std::end(PhotocellScale)) return FullDaylight;
   return static_cast<Int16>((code - piece->From) * piece->SlopeHundredths / 100 + piece->Base);
-}
-
-void LimitControlNumber(Int16 dev, Int16 out, Int16 ctl, int controlDevice) {
-  if (controlDevice > 0 && DimGetCtlNumber(dev, out, ctl) >= ControlInputCount(controlDevice)) {
-    DimSetCtlNumber(dev, out, ctl, 0);
-  }
 }

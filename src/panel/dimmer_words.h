@@ -5,6 +5,8 @@
 #include "panel/dimmer_block.h"
 #include "panel/words.h"
 
+class DimmerOutput;
+
 constexpr int FadeRateCount = 43;        ///< Indices of the fade list.
 constexpr int ControlActionCount = 106;  ///< Action codes of a control slot.
 constexpr int ControlRevertCount = 122;  ///< Revert codes of a control slot.
@@ -57,7 +59,7 @@ std::string ControlTypeListText(int type);
 
 /// A whole slot in one line, such as " 03-HW:-I:01-Goto 50%-Fade-Never Revert". A code without a
 /// text leaves its part out.
-std::string ControlSlotSummary(Int16 dev, Int16 out, Int16 ctl);
+std::string ControlSlotSummary(const DimmerOutput& output, int ctl);
 
 /// Foot-candles of a photocell input, 0 to 240; 1800 for any other code.
 Int16 CodeToFootCandles(Int16 code);
@@ -66,7 +68,3 @@ Int16 CodeToFootCandles(Int16 code);
 constexpr int ControlInputCount(int controlDevice) {
   return controlDevice > 0 ? 8 : 48;
 }
-
-/// Takes a slot that names an input which `controlDevice` has not got back to the first input.
-/// Timers and presets share the number, so this is for input slots.
-void LimitControlNumber(Int16 dev, Int16 out, Int16 ctl, int controlDevice);

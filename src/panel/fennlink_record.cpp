@@ -1,3 +1,0 @@
-#include "panel/fennlink_record.h"
-
-FennlinkRecordsType FennlinkRecords;

@@ -1,0 +1,215 @@
+#include "panel/fields.h"
+
+#include "panel/code_page.h"
+#include "panel/fennlink_types.h"
+#include "panel/format.h"
+#include "panel/hex.h"
+#include "panel/input_actions.h"
+#include "panel/pilot_code.h"
+#include "panel/pilot_source.h"
+#include "panel/time_values.h"
+
+namespace {
+
+QString Action(const std::optional<ControlOptions>& options, Int32 code) {
+  return told::Code(options ? options->Actions : WordTable(), code);
+}
+
+QString LocalAction(const Project& project, const Place& place, Int32 value, ControlTable table) {
+  return Action(LocalControlOptions(project.Panel.InputType(place.First), table), value);
+}
+
+QString DeviceAction(const Project& project, const Place& place, Int32 value, ControlTable table) {
+  const FennlinkRecord& device = project.Devices(place.Device);
+  return Action(
+      FennlinkControlOptions(device.DeviceType, device.DeviceInputType(place.First), table), value);
+}
+
+/// "On If Relay 03".
+QString Pilot(WordTable sources, Int32 value) {
+  const auto pilot = static_cast<Int16>(value);
+  const std::string_view source = Word(sources, PilotSource(pilot));
+  if (source.empty()) return QString::number(value);
+  return ToUnicode(source) + u' ' + QString::fromStdString(NumberText(PilotNumber(pilot) + 1, 2));
+}
+
+ItemKind KindOfRows(const std::optional<ControlOptions>& options) {
+  switch (options ? options->Rows : ControlRows::Relays) {
+    case ControlRows::Inputs:
+      return ItemKind::Input;
+    case ControlRows::Timers:
+      return ItemKind::Timer;
+    default:
+      return ItemKind::Relay;
+  }
+}
+
+}  // namespace
+
+ItemKind KindOf(Axis axis) {
+  switch (axis.Counts) {
+    case Axis::Of::Relay:
+      return ItemKind::Relay;
+    case Axis::Of::Group:
+      return ItemKind::Group;
+    case Axis::Of::Input:
+      return ItemKind::Input;
+    case Axis::Of::Timer:
+      return ItemKind::Timer;
+    case Axis::Of::Preset:
+      return ItemKind::Preset;
+    case Axis::Of::DeviceInput:
+      return ItemKind::DeviceInput;
+    default:
+      return ItemKind::Panel;
+  }
+}
+
+Item ItemOf(const FieldFacts& facts, const Place& place) {
+  const ItemKind kind = KindOf(facts.First.Value);
+  if (kind == ItemKind::DeviceInput) return {kind, place.Device, place.First};
+  if (place.Device > 0) return {ItemKind::Device, place.Device};
+  return kind == ItemKind::Panel ? Item{} : Item{kind, place.First};
+}
+
+QString PhraseOf(const Project& project, const FieldFacts& facts, const Place& place) {
+  const QString phrase = QString::fromLatin1(facts.Phrase.Value);
+  if (!phrase.contains(u'%')) return phrase;
+  switch (facts.First.Value.Counts) {
+    case Axis::Of::Month:
+      return phrase.arg(QStringLiteral("%1 %2")
+                            .arg(ToUnicode(Word(MonthNames, place.First)))
+                            .arg(place.Second + 1));
+    case Axis::Of::Weekday:
+      return phrase.arg(ToUnicode(Word(WeekdayNames, place.First)));
+    case Axis::Of::Node:
+    case Axis::Of::Byte:
+      return phrase.arg(place.First + 1);
+    default:
+      break;
+  }
+  const auto target = facts.Told.Value.Target;
+  const ItemKind kind = target ? target(project, place) : KindOf(facts.Second.Value);
+  return phrase.arg(ItemCode({kind, place.Second}));
+}
+
+namespace told {
+
+QString Code(WordTable table, Int32 code) {
+  const std::string_view word = Word(table, code);
+  return word.empty() ? QString::number(code) : ToUnicode(word);
+}
+
+QString Number(const Project&, const Place&, Int32 value) {
+  return QString::number(value);
+}
+
+QString YesOrNo(const Project&, const Place&, Int32 value) {
+  return value != 0 ? QStringLiteral("Yes") : QStringLiteral("No");
+}
+
+QString Quarters(const Project&, const Place&, Int32 value) {
+  return value >= NoEntry ? QStringLiteral("--:--")
+                          : QString::fromStdString(QuarterHourText(value));
+}
+
+QString Minutes(const Project&, const Place&, Int32 value) {
+  return QStringLiteral("%1 min").arg(value);
+}
+
+QString Seconds(const Project&, const Place&, Int32 value) {
+  return QStringLiteral("%1 s").arg(value);
+}
+
+QString Percent(const Project&, const Place&, Int32 value) {
+  return QStringLiteral("%1%").arg(value);
+}
+
+QString PresetCode(const Project&, const Place&, Int32 value) {
+  return ItemCode({ItemKind::Preset, value});
+}
+
+QString Blocks(const Project&, const Place&, Int32 value) {
+  return value == 0 ? QStringLiteral("No I/O")
+                    : QStringLiteral("%1 I/O").arg(value * PointsOfBlock);
+}
+
+QString Port(const Project&, const Place&, Int32 value) {
+  return QStringLiteral("COM%1").arg(value);
+}
+
+QString DMXChannel(const Project&, const Place&, Int32 value) {
+  return value == 0 ? QStringLiteral("None") : QStringLiteral("DMX %1").arg(value);
+}
+
+QString AddOnModule(const Project&, const Place&, Int32 value) {
+  const std::string_view word = AddOnModuleOf(value).OptionText;
+  return word.empty() ? QString::number(value) : ToUnicode(word);
+}
+
+QString Month(const Project&, const Place&, Int32 value) {
+  const std::string_view word = Word(MonthNames, value - 1);
+  return word.empty() ? QString::number(value) : ToUnicode(word);
+}
+
+QString Week(const Project&, const Place&, Int32 value) {
+  const std::string_view word = Word(DSTWeeks, value - 1);
+  return word.empty() ? QString::number(value) : QString::fromStdString(DSTWeekListText(word));
+}
+
+QString LocalPilot(const Project&, const Place&, Int32 value) {
+  return Pilot(LocalPilotSources, value);
+}
+
+QString DevicePilot(const Project&, const Place&, Int32 value) {
+  const auto pilot = static_cast<Int16>(value);
+  if (PilotSource(pilot) != PilotStatic) return Pilot(FennlinkPilotSources, value);
+  return (pilot & 1) != 0 ? QStringLiteral("Static On") : QStringLiteral("Static Off");
+}
+
+QString RelayAction(const Project& project, const Place& place, Int32 value) {
+  return LocalAction(project, place, value, ControlTable::Relay);
+}
+
+QString GroupAction(const Project& project, const Place& place, Int32 value) {
+  return LocalAction(project, place, value, ControlTable::Group);
+}
+
+QString DeviceRelayAction(const Project& project, const Place& place, Int32 value) {
+  return DeviceAction(project, place, value, ControlTable::Relay);
+}
+
+QString DeviceGroupAction(const Project& project, const Place& place, Int32 value) {
+  return DeviceAction(project, place, value, ControlTable::Group);
+}
+
+ItemKind LocalRows(const Project& project, const Place& place) {
+  return KindOfRows(LocalControlOptions(project.Panel.InputType(place.First), ControlTable::Relay));
+}
+
+ItemKind DeviceRows(const Project& project, const Place& place) {
+  const FennlinkRecord& device = project.Devices(place.Device);
+  return KindOfRows(FennlinkControlOptions(device.DeviceType, device.DeviceInputType(place.First),
+                                           ControlTable::Relay));
+}
+
+QString DeviceType(const Project&, const Place&, Int32 value) {
+  const bool known = value >= 0 && static_cast<std::size_t>(value) < FennlinkDeviceTypes.size();
+  return known ? ToUnicode(FennlinkDevice(value).ListText) : QString::number(value);
+}
+
+QString DeviceInputType(const Project& project, const Place& place, Int32 value) {
+  const std::string_view word =
+      FennlinkInputCaption(project.Devices(place.Device).DeviceType, value);
+  return word.empty() ? QString::number(value) : ToUnicode(word);
+}
+
+QString TimerRuns(const Project& project, const Place& place, Int32) {
+  const PanelRecordType& panel = project.Panel;
+  const int timer = place.First;
+  return QString::fromStdString(TimerInWords({panel.TimerTimeType(timer), panel.TimerTime(timer)},
+                                             panel.TimerDays(timer), panel.TimerHolidayMonth(timer),
+                                             panel.TimerHolidayDate(timer)));
+}
+
+}  // namespace told

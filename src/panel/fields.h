@@ -1,0 +1,344 @@
+#pragma once
+
+#include <QString>
+#include <tuple>
+
+#include "panel/items.h"
+#include "panel/packing.h"
+#include "panel/screens.h"
+#include "panel/words.h"
+
+// The table of fields: all that is known of each field of a project, a row a field, in the order of
+// the file. File, panel image, defaults, comparison, check and editors walk it; nothing of a field
+// is told a second time.
+
+/// What an index of a field counts, and how many of its elements are items. The others are spare.
+struct Axis {
+  enum class Of {
+    Nothing,
+    Relay,
+    Group,
+    Input,
+    Timer,
+    Preset,
+    Month,
+    Date,
+    Weekday,
+    Node,
+    DeviceInput,
+    Byte,
+    Element
+  };
+  Of Counts;
+  int Items;
+};
+
+/// Where a value stands in its field.
+struct Place {
+  int Device = 0;  ///< The bus device, for the fields of bus devices.
+  int First = 0;
+  int Second = 0;
+};
+
+/// How a value is told, and what an editor may put there.
+struct Words {
+  /// The words of a number, given the project that it is of.
+  using Teller = QString (*)(const Project& project, const Place& place, Int32 value);
+
+  Teller Tell;
+  WordTable Choices = {};  ///< By code, where one list holds for all items.
+  /// What the cells of a control table act on, where the input's type says so.
+  ItemKind (*Target)(const Project& project, const Place& place) = nullptr;
+  /// A number by nature: there is no better word for it.
+  bool IsNumber = false;
+};
+
+/// What a new panel has there.
+struct Default {
+  enum class Kind { Number, FirstOnly, OwnIndex, ItemName, DeviceName, Everywhere, Stays };
+  Kind Is;
+  Int32 Value = 0;
+  const char* Why = "";  ///< It stays as it is.
+};
+
+constexpr Default StartsAs(Int32 value) {
+  return {Default::Kind::Number, value};
+}
+/// The first element alone; the others start as 0.
+constexpr Default FirstStartsAs(Int32 value) {
+  return {Default::Kind::FirstOnly, value};
+}
+/// In spare elements too.
+constexpr Default StartsEverywhereAs(Int32 value) {
+  return {Default::Kind::Everywhere, value};
+}
+constexpr Default StartsAsItsIndex() {
+  return {Default::Kind::OwnIndex};
+}
+constexpr Default StartsAsItemName() {
+  return {Default::Kind::ItemName};
+}
+constexpr Default StartsAsDeviceName() {
+  return {Default::Kind::DeviceName};
+}
+constexpr Default Stays(const char* why) {
+  return {Default::Kind::Stays, 0, why};
+}
+
+/// The screen and the control that edit a field.
+struct Editor {
+  Screen On;
+  const char* Control;
+  const char* WhyNone = "";
+};
+
+constexpr Editor EditedBy(Screen screen, const char* control) {
+  return {screen, control};
+}
+constexpr Editor NotEdited(const char* why) {
+  return {Screen::None, "", why};
+}
+
+/// A spare element that holds something else.
+struct SpareUse {
+  const char* Phrase;
+  const char* Area;
+  Words Told;
+  Editor Where;
+};
+
+/// A value without which a row does not compile.
+template <typename T>
+struct Needed {
+  // NOLINTNEXTLINE(google-explicit-constructor): a row is read as a line of values.
+  constexpr Needed(const T& value) : Value(value) {}
+  T Value;
+};
+
+struct FieldFacts {
+  Needed<const char*> Name;
+  Needed<const char*> Area;  ///< Of a comparison: "Relays".
+  Needed<const char*>
+      Phrase;  ///< In a sentence: "power-on type". "%1" is what a table's cell is for.
+  Needed<Axis> First;
+  Needed<Axis> Second;
+  Needed<Packing> Memory;
+  Needed<Words> Told;
+  Needed<Default> Start;
+  Needed<Editor> Where;
+  const SpareUse* Spare = nullptr;  ///< What element 48 holds.
+};
+
+template <typename Owner, typename Type>
+struct Field {
+  Type Owner::*Member;
+  FieldFacts Facts;
+};
+
+/// The kind of item that an index counts; Panel where it counts none.
+ItemKind KindOf(Axis axis);
+
+/// The item that an element of a field is of.
+Item ItemOf(const FieldFacts& facts, const Place& place);
+
+/// What an element is, in a sentence or as a row of a comparison: "power-on type", "open time of
+/// Sunday"; of a table's cell what it is for: "RELAY 03".
+QString PhraseOf(const Project& project, const FieldFacts& facts, const Place& place);
+
+/// Calls `visit(field, owner.*member)` for each field of a panel record, in the order of the file.
+template <typename Panel, typename Visit>
+void ForEachPanelField(Panel& panel, Visit&& visit);
+/// The same for the fields of a bus device.
+template <typename Device, typename Visit>
+void ForEachDeviceField(Device& device, Visit&& visit);
+
+// The words that rows are made of.
+
+namespace told {
+
+QString Code(WordTable table, Int32 code);
+QString Number(const Project&, const Place&, Int32 value);
+QString YesOrNo(const Project&, const Place&, Int32 value);
+QString Quarters(const Project&, const Place&, Int32 value);
+QString Minutes(const Project&, const Place&, Int32 value);
+QString Seconds(const Project&, const Place&, Int32 value);
+QString Percent(const Project&, const Place&, Int32 value);
+QString PresetCode(const Project&, const Place&, Int32 value);
+QString Blocks(const Project&, const Place&, Int32 value);
+QString Port(const Project&, const Place&, Int32 value);
+QString DMXChannel(const Project&, const Place&, Int32 value);
+QString AddOnModule(const Project&, const Place&, Int32 value);
+QString Month(const Project&, const Place&, Int32 value);
+QString Week(const Project&, const Place&, Int32 value);
+QString LocalPilot(const Project&, const Place&, Int32 value);
+QString DevicePilot(const Project&, const Place&, Int32 value);
+QString RelayAction(const Project&, const Place&, Int32 value);
+QString GroupAction(const Project&, const Place&, Int32 value);
+QString DeviceRelayAction(const Project&, const Place&, Int32 value);
+QString DeviceGroupAction(const Project&, const Place&, Int32 value);
+/// What the cells of an input's relay table stand for: relays, inputs or timers.
+ItemKind LocalRows(const Project& project, const Place& place);
+ItemKind DeviceRows(const Project& project, const Place& place);
+QString DeviceType(const Project&, const Place&, Int32 value);
+QString DeviceInputType(const Project&, const Place&, Int32 value);
+/// All that a timer runs by, whichever part of it is asked for.
+QString TimerRuns(const Project&, const Place&, Int32 value);
+
+template <const auto& Table>
+QString Listed(const Project&, const Place&, Int32 value) {
+  return Code(Table, value);
+}
+/// The second word for any value but 0.
+template <const auto& Table>
+QString Flagged(const Project&, const Place&, Int32 value) {
+  return Code(Table, value != 0 ? 1 : 0);
+}
+
+}  // namespace told
+
+constexpr Words ByNumber() {
+  return {told::Number, {}, nullptr, true};
+}
+template <const auto& Table>
+constexpr Words FromList() {
+  return {told::Listed<Table>, Table};
+}
+template <const auto& Table>
+constexpr Words FromFlags() {
+  return {told::Flagged<Table>, Table};
+}
+constexpr Words AsText() {
+  return {nullptr};
+}
+
+namespace fields {
+
+inline constexpr Axis One{Axis::Of::Nothing, 1};
+inline constexpr Axis Relays{Axis::Of::Relay, ItemCount};
+inline constexpr Axis Groups{Axis::Of::Group, ItemCount};
+inline constexpr Axis Inputs{Axis::Of::Input, ItemCount};
+inline constexpr Axis Timers{Axis::Of::Timer, ItemCount};
+inline constexpr Axis Presets{Axis::Of::Preset, ItemCount};
+inline constexpr Axis Months{Axis::Of::Month, 12};
+inline constexpr Axis Dates{Axis::Of::Date, 31};
+inline constexpr Axis Weekdays{Axis::Of::Weekday, 7};
+inline constexpr Axis Nodes{Axis::Of::Node, NodeCount};
+inline constexpr Axis DeviceInputs{Axis::Of::DeviceInput, DeviceInputCount};
+inline constexpr Axis ReservedBytes{Axis::Of::Byte, 24};
+
+inline constexpr SpareUse PhoneNumber{"phone number", "Connection", AsText(),
+                                      EditedBy(Screen::Connect, "txtPhoneNumber")};
+inline constexpr SpareUse TcpAddress{"TCP/IP address", "Connection", AsText(),
+                                     EditedBy(Screen::Connect, "txtTCPIP")};
+inline constexpr SpareUse ConnectionType{"connection type", "Connection",
+                                         FromList<ConnectionTypes>(),
+                                         EditedBy(Screen::Connect, "chkConnectionType")};
+
+using P = PanelRecordType;
+using D = FennlinkRecord;
+using enum Screen;
+
+// clang-format off
+inline constexpr auto OfPanel = std::tuple(
+    Field{&P::PanelName, {"PanelName", "Names", "name", One, One, AsPanelName(0x1F65), AsText(), StartsAs(0), EditedBy(EditPanelName, "txtPanelName")}},
+    Field{&P::InputRelayControl, {"InputRelayControl", "Inputs", "%1", Inputs, Relays, AsPlanes(0x0000, 3), Words{told::RelayAction, {}, told::LocalRows}, StartsAs(0), EditedBy(InputToRelayControl, "lblControl")}},
+    Field{&P::InputGroupControl, {"InputGroupControl", "Inputs", "%1", Inputs, Groups, AsPlanes(0x0360, 3), Words{told::GroupAction}, StartsAs(0), EditedBy(InputToGroupControl, "lblControl")}},
+    Field{&P::InputPreset, {"InputPreset", "Inputs", "preset", Inputs, One, AsByte(0x06C0), Words{told::PresetCode}, StartsAs(0), EditedBy(InputToRelayControl, "cboPreset")}},
+    Field{&P::RelayTimerType, {"RelayTimerType", "Relays", "timer type", Relays, One, AsByte(0x06F0), FromList<RelayTimerTypes>(), StartsAs(0), EditedBy(RelayOutputOptions, "lblTimerType")}},
+    Field{&P::RelayPowerOnType, {"RelayPowerOnType", "Relays", "power-on type", Relays, One, AsByte(0x0720), FromList<RelayPowerOnTypes>(), StartsAs(0), EditedBy(RelayOutputOptions, "lblPowerOnType")}},
+    Field{&P::InputType, {"InputType", "Inputs", "type", Inputs, One, AsByte(0x0750), FromList<InputTypes>(), StartsAs(0), EditedBy(InputOptions, "lblInputType")}},
+    Field{&P::InputEnableTime, {"InputEnableTime", "Inputs", "enable time", Inputs, One, AsByte(0x1EF0), Words{told::Quarters}, StartsAs(0), EditedBy(InputActiveTimes, "lblInputEnableTime")}},
+    Field{&P::InputDisableTime, {"InputDisableTime", "Inputs", "disable time", Inputs, One, AsByte(0x1F20), Words{told::Quarters}, StartsAs(0), EditedBy(InputActiveTimes, "lblInputDisableTime")}},
+    Field{&P::InputTimedOnTime, {"InputTimedOnTime", "Inputs", "timed-on time", Inputs, One, AsWord(0x0780), Words{told::Minutes}, StartsAs(10), EditedBy(InputOptions, "lblInputTimedOn")}},
+    Field{&P::GroupRelayInclude, {"GroupRelayInclude", "Groups", "%1", Groups, Relays, AsBits(0x07E0), Words{told::YesOrNo}, StartsAs(0), EditedBy(RelayGrouping, "lblInclude")}},
+    Field{&P::LocalPilot, {"LocalPilot", "Pilots", "pilot", Inputs, One, AsByte(0x0900), Words{told::LocalPilot}, StartsAsItsIndex(), EditedBy(LocalInputPilots, "lblPilotSource")}},
+    Field{&P::TimerRelayControl, {"TimerRelayControl", "Timers", "%1", Timers, Relays, AsPlanes(0x0930, 2), FromList<PresetRelayCodes>(), StartsAs(0), EditedBy(TimerToRelayControl, "lblControl")}},
+    Field{&P::TimerGroupControl, {"TimerGroupControl", "Timers", "%1", Timers, Groups, AsPlanes(0x0B70, 2), FromList<PresetRelayCodes>(), StartsAs(0), EditedBy(TimerToGroupControl, "lblControl")}},
+    Field{&P::TimerPresetControl, {"TimerPresetControl", "Timers", "%1", Timers, Presets, AsPlanes(0x0DB0, 1), Words{told::YesOrNo}, StartsAs(0), EditedBy(TimerToPresetControl, "lblControl")}},
+    Field{&P::PresetRelayControl, {"PresetRelayControl", "Presets", "%1", Presets, Relays, AsPlanes(0x0ED0, 2), FromList<PresetRelayCodes>(), StartsAs(0), EditedBy(EditPresets, "lblRelayControl")}},
+    Field{&P::NormalOpenTime, {"NormalOpenTime", "Panel", "open time of %1", Weekdays, One, AsByte(0x1110), Words{told::Quarters}, StartsAs(32), EditedBy(OpenAndCloseTimeNormalDays, "lblOpenTime")}},
+    Field{&P::NormalCloseTime, {"NormalCloseTime", "Panel", "close time of %1", Weekdays, One, AsByte(0x1117), Words{told::Quarters}, StartsAs(84), EditedBy(OpenAndCloseTimeNormalDays, "lblCloseTime")}},
+    Field{&P::DateOpenTime, {"DateOpenTime", "Panel", "open time of %1", Months, Dates, AsByte(0x111E), Words{told::Quarters}, StartsEverywhereAs(NoEntry), EditedBy(OpenAndCloseTimeSingleDates, "lblOpenTime")}},
+    Field{&P::DateCloseTime, {"DateCloseTime", "Panel", "close time of %1", Months, Dates, AsByte(0x1292), Words{told::Quarters}, StartsEverywhereAs(NoEntry), EditedBy(OpenAndCloseTimeSingleDates, "lblCloseTime")}},
+    Field{&P::RelayName, {"RelayName", "Names", "name", Relays, One, AsName(0x1420), AsText(), StartsAsItemName(), EditedBy(EditRelayNames, "txtRelayName")}},
+    Field{&P::GroupName, {"GroupName", "Names", "name", Groups, One, AsName(0x1600), AsText(), StartsAsItemName(), EditedBy(EditGroupNames, "txtGroupName")}},
+    Field{&P::InputName, {"InputName", "Names", "name", Inputs, One, AsName(0x17E0), AsText(), StartsAsItemName(), EditedBy(EditInputNames, "txtInputName")}},
+    Field{&P::TimerName, {"TimerName", "Names", "name", Timers, One, AsName(0x19C0), AsText(), StartsAsItemName(), EditedBy(EditTimerNames, "txtTimerName"), &PhoneNumber}},
+    Field{&P::PresetName, {"PresetName", "Names", "name", Presets, One, AsName(0x1BA0), AsText(), StartsAsItemName(), EditedBy(EditPresetNames, "txtPresetName"), &TcpAddress}},
+    Field{&P::TimerTimeType, {"TimerTimeType", "Timers", "kind of time", Timers, One, AsByte(0x1E00), Words{told::TimerRuns}, StartsAs(0), EditedBy(TimersConfigure, "optTimeType"), &ConnectionType}},
+    Field{&P::TimerTime, {"TimerTime", "Timers", "time", Timers, One, AsByte(0x1E30), Words{told::TimerRuns}, StartsAs(0), EditedBy(TimersConfigure, "cboNormalTimeHour")}},
+    Field{&P::TimerDays, {"TimerDays", "Timers", "days", Timers, One, AsByte(0x1E60), Words{told::TimerRuns}, StartsAs(0), EditedBy(TimersConfigure, "chkDays")}},
+    Field{&P::TimerHolidayMonth, {"TimerHolidayMonth", "Timers", "month", Timers, One, AsByte(0x1E90), Words{told::TimerRuns}, StartsAs(0), EditedBy(TimersConfigure, "cboHolidayMonth")}},
+    Field{&P::TimerHolidayDate, {"TimerHolidayDate", "Timers", "date", Timers, One, AsByte(0x1EC0), Words{told::TimerRuns}, StartsAs(1), EditedBy(TimersConfigure, "cboHolidayDate")}},
+    Field{&P::BlinkAlertMinutes, {"BlinkAlertMinutes", "Panel", "blink alert time", One, One, AsByte(0x1F50), Words{told::Minutes}, StartsAs(10), EditedBy(BlinkAlertAndAlarmSettings, "cboBlinkAlert")}},
+    Field{&P::OverrideMinutes, {"OverrideMinutes", "Panel", "override time", One, One, AsWord(0x1F51), Words{told::Minutes}, StartsAs(120), EditedBy(BlinkAlertAndAlarmSettings, "cboOverRide")}},
+    Field{&P::AlarmSeconds, {"AlarmSeconds", "Panel", "alarm time", One, One, AsByte(0x1F53), Words{told::Seconds}, StartsAs(5), EditedBy(BlinkAlertAndAlarmSettings, "cboAlarm")}},
+    Field{&P::TimedOnOperation, {"TimedOnOperation", "Panel", "timed-on operation", One, One, AsFlag(0x1F79), FromFlags<TimedOnOperations>(), StartsAs(0), EditedBy(ConfigureTimedOn, "optTimedOnOperation")}},
+    Field{&P::OffHoursSweepInterval, {"OffHoursSweepInterval", "Sweeps", "interval", One, One, AsByte(0x1F54), FromList<OffHoursSweepIntervals>(), StartsAs(0), EditedBy(Screen::OffHoursSweepInterval, "optOffHoursSweepInterval")}},
+    Field{&P::OffHoursSweepRelay, {"OffHoursSweepRelay", "Sweeps", "swept", Relays, One, AsBits(0x1F55), Words{told::YesOrNo}, StartsAs(0), EditedBy(OffHoursSweepRelays, "lblRelayInclude")}},
+    Field{&P::OffHoursSweepGroup, {"OffHoursSweepGroup", "Sweeps", "swept", Groups, One, AsBits(0x1F5B), Words{told::YesOrNo}, StartsAs(0), EditedBy(OffHoursSweepGroups, "lblGroupInclude")}},
+    Field{&P::DSTEnabled, {"DSTEnabled", "Panel", "daylight saving", One, One, AsFlag(0x1F61), Words{told::YesOrNo}, StartsAs(-1), EditedBy(DaylightSavingTime, "chkEnableDaylightSavingTime")}},
+    Field{&P::DSTStartWeek, {"DSTStartWeek", "Panel", "first Sunday of daylight saving", One, One, AsByte(0x1FFC), Words{told::Week}, StartsAs(2), EditedBy(DaylightSavingTime, "cboDSTStartWeek")}},
+    Field{&P::DSTStartMonth, {"DSTStartMonth", "Panel", "first month of daylight saving", One, One, AsByte(0x1FFD), Words{told::Month}, StartsAs(3), EditedBy(DaylightSavingTime, "cboDSTStartMonth")}},
+    Field{&P::DSTEndWeek, {"DSTEndWeek", "Panel", "last Sunday of daylight saving", One, One, AsByte(0x1FFE), Words{told::Week}, StartsAs(1), EditedBy(DaylightSavingTime, "cboDSTEndWeek")}},
+    Field{&P::DSTEndMonth, {"DSTEndMonth", "Panel", "last month of daylight saving", One, One, AsByte(0x1FFF), Words{told::Month}, StartsAs(11), EditedBy(DaylightSavingTime, "cboDSTEndMonth")}},
+    Field{&P::Latitude, {"Latitude", "Panel", "latitude", One, One, AsByte(0x1F62), ByNumber(), StartsAs(45), EditedBy(AstroClockSettings, "hsLatitude")}},
+    Field{&P::Longitude, {"Longitude", "Panel", "longitude", One, One, AsByte(0x1F63), ByNumber(), StartsAs(90), EditedBy(AstroClockSettings, "hsLongitude")}},
+    Field{&P::TimeZone, {"TimeZone", "Panel", "time zone", One, One, AsByte(0x1F64), FromList<TimeZones>(), StartsAs(1), EditedBy(AstroClockSettings, "cboTimeZone")}},
+    Field{&P::RTCSource, {"RTCSource", "Panel", "clock source", One, One, AsByte(0x1F77), FromList<RTCSources>(), StartsAs(0), EditedBy(Screen::RTCSource, "optRTCSource")}},
+    Field{&P::PhotocellFilter, {"PhotocellFilter", "Panel", "photocell filter", One, One, AsFlag(0x1F78), FromFlags<PhotocellFilters>(), StartsAs(0), EditedBy(Screen::PhotocellFilter, "optPhotocellFilter")}},
+    Field{&P::AddOnModuleType, {"AddOnModuleType", "Panel", "add-on module", One, One, NotSent("the panel finds its module itself"), Words{told::AddOnModule}, StartsAs(0), EditedBy(Setup, "optAddOnModuleType")}},
+    Field{&P::IOCount, {"IOCount", "Panel", "I/O of node %1", Nodes, One, AsByte(0x1FF0), Words{told::Blocks}, FirstStartsAs(1), EditedBy(Setup, "lblIOCount")}},
+    Field{&P::ComPort, {"ComPort", "Connection", "serial port", One, One, NotSent("of this computer"), Words{told::Port}, StartsAs(1), EditedBy(Connect, "optComPort")}},
+    Field{&P::DMXChannel, {"DMXChannel", "Add-on module", "DMX channel", Relays, One, AsWord(0x1F80), Words{told::DMXChannel}, StartsAs(0), EditedBy(AddOnModuleDMX, "lblDMXChan")}},
+    Field{&P::DMXOnLevel, {"DMXOnLevel", "Add-on module", "DMX on level", One, One, AsPercent(0x1FE0), Words{told::Percent}, StartsAs(90), EditedBy(AddOnModuleDMX, "cboOnLevel")}},
+    Field{&P::DMXOffLevel, {"DMXOffLevel", "Add-on module", "DMX off level", One, One, AsPercent(0x1FE1), Words{told::Percent}, StartsAs(10), EditedBy(AddOnModuleDMX, "cboOffLevel")}},
+    Field{&P::DMXFilter, {"DMXFilter", "Add-on module", "DMX filter", One, One, AsByte(0x1FE2), ByNumber(), StartsAs(0), EditedBy(AddOnModuleDMX, "cboFilter")}},
+    Field{&P::ModBusMode, {"ModBusMode", "Add-on module", "ModBus mode", One, One, AsPartOfByte(0x1FE3, 0, 1), FromList<ModBusModes>(), StartsAs(0), EditedBy(AddOnModuleModBus, "cboMode")}},
+    Field{&P::ModBusBaud, {"ModBusBaud", "Add-on module", "ModBus baud rate", One, One, AsPartOfByte(0x1FE3, 1, 2), FromList<ModBusBauds>(), StartsAs(0), EditedBy(AddOnModuleModBus, "cboBaud")}},
+    Field{&P::ModBusParity, {"ModBusParity", "Add-on module", "ModBus parity", One, One, AsPartOfByte(0x1FE3, 3, 2), FromList<ModBusParities>(), StartsAs(0), EditedBy(AddOnModuleModBus, "cboParity")}});
+
+inline constexpr auto OfDevice = std::tuple(
+    Field{&D::DeviceType, {"DeviceType", "Bus devices", "type", One, One, AsByte(DeviceBlock), Words{told::DeviceType}, StartsAs(0), EditedBy(ConfigureFennlinkDevices, "cboFLinkType")}},
+    Field{&D::DeviceName, {"DeviceName", "Names", "name", One, One, AsName(DeviceBlock + 0x01), AsText(), StartsAsDeviceName(), EditedBy(EditFennlinkNames, "txtFennlinkName")}},
+    Field{&D::DeviceInputType, {"DeviceInputType", "Bus devices", "type", DeviceInputs, One, AsByte(DeviceBlock + 0x0B), Words{told::DeviceInputType}, StartsAs(0), EditedBy(ConfigureFennlinkDevices, "cboInput16Type")}},
+    Field{&D::DeviceTimedOnTime, {"DeviceTimedOnTime", "Bus devices", "timed-on time", DeviceInputs, One, AsWord(DeviceBlock + 0x13), Words{told::Minutes}, StartsAs(10), EditedBy(ConfigureFennlinkDevices, "lblInput16TimedOn")}},
+    Field{&D::DevicePilot, {"DevicePilot", "Pilots", "pilot", DeviceInputs, One, AsByte(DeviceBlock + 0x23), Words{told::DevicePilot}, StartsAs(0), EditedBy(FennlinkPilots, "lblPilotSource")}},
+    Field{&D::DeviceOffLevel, {"DeviceOffLevel", "Bus devices", "off level", DeviceInputs, One, AsByte(DeviceBlock + 0x2B), ByNumber(), StartsAs(0), EditedBy(ConfigureFennlinkDevices, "hsInputFOffLevel")}},
+    Field{&D::DeviceOnLevel, {"DeviceOnLevel", "Bus devices", "on level", DeviceInputs, One, AsByte(DeviceBlock + 0x33), ByNumber(), StartsAs(0), EditedBy(ConfigureFennlinkDevices, "hsInputFOnLevel")}},
+    Field{&D::DeviceReserved, {"DeviceReserved", "Bus devices", "reserved byte %1", ReservedBytes, One, NotSent("it means nothing"), ByNumber(), Stays("it means nothing"), NotEdited("it means nothing")}},
+    Field{&D::DeviceRelayControl, {"DeviceRelayControl", "Bus devices", "%1", DeviceInputs, Relays, AsPlanes(DeviceControlBlock, 3), Words{told::DeviceRelayAction, {}, told::DeviceRows}, StartsAs(0), EditedBy(FennlinkInputToRelayControl, "lblControl")}},
+    Field{&D::DeviceGroupControl, {"DeviceGroupControl", "Bus devices", "%1", DeviceInputs, Groups, AsPlanes(DeviceControlBlock + 0x90, 3), Words{told::DeviceGroupAction}, StartsAs(0), EditedBy(FennlinkInputToGroupControl, "lblControl")}},
+    Field{&D::DevicePreset, {"DevicePreset", "Bus devices", "preset", DeviceInputs, One, AsByte(DeviceControlBlock + 0x120), Words{told::PresetCode}, StartsAs(0), EditedBy(FennlinkInputToRelayControl, "cboPreset")}});
+// clang-format on
+
+}  // namespace fields
+
+template <typename Panel, typename Visit>
+void ForEachPanelField(Panel& panel, Visit&& visit) {
+  std::apply([&](const auto&... field) { (visit(field.Facts, panel.*field.Member), ...); },
+             fields::OfPanel);
+}
+
+template <typename Device, typename Visit>
+void ForEachDeviceField(Device& device, Visit&& visit) {
+  std::apply([&](const auto&... field) { (visit(field.Facts, device.*field.Member), ...); },
+             fields::OfDevice);
+}
+
+/// The row of a field, by its member.
+template <typename Owner, typename Type>
+constexpr const FieldFacts& FactsOf(Type Owner::*member) {
+  const FieldFacts* found = nullptr;
+  const auto look = [&](const auto& field) {
+    if constexpr (std::is_same_v<decltype(field.Member), Type Owner::*>) {
+      if (field.Member == member) found = &field.Facts;
+    }
+  };
+  if constexpr (std::is_same_v<Owner, FennlinkRecord>) {
+    std::apply([&](const auto&... field) { (look(field), ...); }, fields::OfDevice);
+  } else {
+    std::apply([&](const auto&... field) { (look(field), ...); }, fields::OfPanel);
+  }
+  return *found;
+}

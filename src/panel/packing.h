@@ -1,0 +1,66 @@
+#pragma once
+
+#include "panel/fennlink_record.h"
+#include "panel/panel_record.h"
+
+// How the fields of a project are packed in the panel's memory.
+
+constexpr int DeviceBlock = 0x2000;  ///< Of device 0, which is none.
+constexpr int DeviceBlockStride = 0x40;
+constexpr int DeviceControlBlock = 0x3200;  ///< Of device 0.
+constexpr int DeviceControlStride = 0x140;
+constexpr int DimmerBlockAddress = 0x8400;  ///< An element a byte.
+
+constexpr int BitRowSize = ItemCount / 8;  ///< Bytes of a row of 48 bits.
+
+struct Packing {
+  enum class How {
+    None,
+    Byte,        ///< The number as it stands; the wire carries its low byte.
+    Word,        ///< High byte first.
+    Flag,        ///< 1 when set; read back as -1 exactly from 1.
+    Bit,         ///< Of a table or a row of bits; read back as -1.
+    Planes,      ///< A code's bits, lowest first, in tables of bits one behind the other.
+    Percent,     ///< As a byte 0 to 255.
+    PartOfByte,  ///< `Width` bits from bit `Shift` on.
+    Name,        ///< Ten characters, filled up with blanks; read back only when asked.
+    PanelName,   ///< Eighteen characters; always read back.
+  };
+  How Way = How::None;
+  int Address = 0;
+  int Width = 0;  ///< Planes, or bits.
+  int Shift = 0;
+  const char* WhyNot = "";  ///< Why a field has no place there.
+};
+
+constexpr Packing AsByte(int address) {
+  return {Packing::How::Byte, address};
+}
+constexpr Packing AsWord(int address) {
+  return {Packing::How::Word, address};
+}
+constexpr Packing AsFlag(int address) {
+  return {Packing::How::Flag, address};
+}
+constexpr Packing AsBits(int address) {
+  return {Packing::How::Bit, address};
+}
+constexpr Packing AsPlanes(int address, int planes) {
+  return {Packing::How::Planes, address, planes};
+}
+constexpr Packing AsPercent(int address) {
+  return {Packing::How::Percent, address};
+}
+constexpr Packing AsPartOfByte(int address, int shift, int width) {
+  return {Packing::How::PartOfByte, address, width, shift};
+}
+constexpr Packing AsName(int address) {
+  return {Packing::How::Name, address};
+}
+constexpr Packing AsPanelName(int address) {
+  return {Packing::How::PanelName, address};
+}
+/// The panel does not keep it; a transfer leaves it alone.
+constexpr Packing NotSent(const char* why) {
+  return {Packing::How::None, 0, 0, 0, why};
+}
