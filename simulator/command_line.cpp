@@ -91,7 +91,7 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
     return result;
   }
   if (parsed && parser.isSet("version")) {
-    result.Say = "tamberloom3-panel 1.02\n";
+    result.Say = "tamberloom3-panel " TAMBERLOOM_VERSION "\n";
     return result;
   }
   if (!parsed) throw std::invalid_argument(parser.errorText().toStdString());

@@ -22,7 +22,7 @@
 #include "dimmer/dimmer_relay_control_form.h"
 #include "document/document_form.h"
 #include "document/find_dialog.h"
-#include "document/rules/check.h"
+#include "document/rules/check/check.h"
 #include "link/connect_form.h"
 #include "panel/live_project.h"
 #include "panel/project_file.h"

@@ -24,4 +24,8 @@ while IFS=: read -r file _ line; do
     wrong=1
   fi
 done < <(grep -rn '^#include "' src simulator --include='*.h' --include='*.cpp')
+# What computes is handed a project; only screens know which one is open.
+if grep -rn '^#include "panel/live_' src/*/rules src/project --include='*.h' --include='*.cpp' >&2; then
+  wrong=1
+fi
 exit $wrong

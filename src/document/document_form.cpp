@@ -3,7 +3,7 @@
 #include <QGridLayout>
 
 #include "document/findings_frame.h"
-#include "document/rules/doc_file.h"
+#include "document/rules/text/doc_file.h"
 #include "panel/code_page.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"

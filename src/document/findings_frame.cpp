@@ -10,7 +10,7 @@
 
 #include "document/go_to_item.h"
 #include "document/rehearse.h"
-#include "document/rules/report_writer.h"
+#include "document/rules/report/report_writer.h"
 #include "link/panel_memory.h"
 #include "link/panel_queue.h"
 #include "link/panel_transact.h"

@@ -3,7 +3,7 @@
 #include <QGroupBox>
 #include <QTreeWidget>
 
-#include "document/rules/check.h"
+#include "document/rules/check/check.h"
 #include "panel/project.h"
 #include "shell/controls.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "document/rules/report_writer.h"
+#include "document/rules/report/report_writer.h"
 
 class QPagedPaintDevice;
 

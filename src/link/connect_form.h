@@ -31,7 +31,7 @@ class frmT3Connect : public ChildForm {
 
   /// Tries which of the sixteen ports can be opened, unless a link is up.
   void FindComPorts();
-  /// The menus go off and the cancel button comes while the document is in transit.
+  /// The menus go off and the cancel button comes while the project is in transit.
   void MasterMDIMenuDisable();
   void MasterMDIMenuEnable();
   void LoadRevLabels();

@@ -1,8 +1,9 @@
 #pragma once
 
 #include <limits>
+#include <string>
 
-#include "panel/fixed_array.h"
+#include "panel/numbers.h"
 
 /// The value as an Int16; throws RunTimeFailure ("Overflow: <what><value> ...") when it does not
 /// fit. Rules whose arithmetic is 16-bit pass each intermediate result through this.

@@ -100,12 +100,12 @@ inline constexpr DimmerField MinLevel{"MinLevel", 3, Percent, 0, 1, "minimum", W
 inline constexpr DimmerField MaxLevel{"MaxLevel", 4, Percent, 0, 1, "maximum", Words{told::Percent}, 100, OnOutput("cboMaxLevel")};
 inline constexpr DimmerField PhotocellNode{"PhotocellNode", 5, Raw, 0, 1, "photocell node", ByNumber(), 0, NotEdited("it is copied with an output, and the panel has one node")};
 inline constexpr DimmerField PhotocellDevice{"PhotocellDevice", 6, Raw, 0, 1, "tracking photocell", Words{told::DimmerPhotocell}, 0, OnOutput("cboPCDev")};
-inline constexpr DimmerField PointAIn{"PointAIn", 7, Raw, 0, 1, "point A input", ByNumber(), 0, OnOutput("picCurve")};
-inline constexpr DimmerField PointAOut{"PointAOut", 8, Percent, 0, 1, "point A output", Words{told::Percent}, 100, OnOutput("picCurve")};
-inline constexpr DimmerField PointBIn{"PointBIn", 9, Raw, 0, 1, "point B input", ByNumber(), 128, OnOutput("picCurve")};
-inline constexpr DimmerField PointBOut{"PointBOut", 10, Percent, 0, 1, "point B output", Words{told::Percent}, 50, OnOutput("picCurve")};
-inline constexpr DimmerField PointCIn{"PointCIn", 11, Raw, 0, 1, "point C input", ByNumber(), 255, OnOutput("picCurve")};
-inline constexpr DimmerField PointCOut{"PointCOut", 12, Percent, 0, 1, "point C output", Words{told::Percent}, 0, OnOutput("picCurve")};
+inline constexpr DimmerField PointAIn{"PointAIn", 7, Raw, 0, 1, "point A input", ByNumber(), 0, OnOutput("picScale")};
+inline constexpr DimmerField PointAOut{"PointAOut", 8, Percent, 0, 1, "point A output", Words{told::Percent}, 100, OnOutput("picScale")};
+inline constexpr DimmerField PointBIn{"PointBIn", 9, Raw, 0, 1, "point B input", ByNumber(), 128, OnOutput("picScale")};
+inline constexpr DimmerField PointBOut{"PointBOut", 10, Percent, 0, 1, "point B output", Words{told::Percent}, 50, OnOutput("picScale")};
+inline constexpr DimmerField PointCIn{"PointCIn", 11, Raw, 0, 1, "point C input", ByNumber(), 255, OnOutput("picScale")};
+inline constexpr DimmerField PointCOut{"PointCOut", 12, Percent, 0, 1, "point C output", Words{told::Percent}, 0, OnOutput("picScale")};
 inline constexpr DimmerField DMXChannel{"DimmerDMXChannel", 13, HighLow, 0, 1, "DMX channel", Words{told::DMXChannel}, 0, OnOutput("cboDMX")};
 inline constexpr DimmerField Target{"Target", 15, Raw, 0, 1, "target", ByNumber(), 0, OnOutput("cboTarget")};
 inline constexpr DimmerField ControlType{"ControlType", 16, LowBits, 3, ControlSlotCount, "control type %1", FromList<ControlTypes>(), 0, OnOutput("cboCOTyp")};
@@ -117,7 +117,7 @@ inline constexpr DimmerField ControlAction{"ControlAction", 80, Raw, 0, ControlS
 inline constexpr DimmerField ControlRevert{"ControlRevert", 96, Raw, 0, ControlSlotCount, "control revert %1", Words{told::SlotRevert}, 0, OnOutput("cboCORevert")};
 inline constexpr DimmerField RelayOnLevel{"RelayOnLevel", 112, Percent, 0, 1, "relay on level", Words{told::Percent}, 0, EditedBy(Screen::DimmerRelayControl, "cboOnLevel")};
 inline constexpr DimmerField RelayOffLevel{"RelayOffLevel", 113, Percent, 0, 1, "relay off level", Words{told::Percent}, 0, EditedBy(Screen::DimmerRelayControl, "cboOffLevel")};
-inline constexpr DimmerField RelayInclude{"RelayInclude", 114, BitRow, 0, ItemCount, "RELAY %1", Words{told::YesOrNo}, 0, EditedBy(Screen::DimmerRelayControl, "lblRelay")};
+inline constexpr DimmerField RelayInclude{"RelayInclude", 114, BitRow, 0, ItemCount, "RELAY %1", Words{told::YesOrNo}, 0, EditedBy(Screen::DimmerRelayControl, "imgInclude")};
 inline constexpr DimmerField Unused120{"", 120, Raw, 0, 8, "unused element %1", ByNumber(), 0, NotEdited("it means nothing")};
 // clang-format on
 

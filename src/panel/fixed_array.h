@@ -1,18 +1,8 @@
 #pragma once
 
 #include <array>
-#include <cstdint>
-#include <stdexcept>
-#include <string>
 
-using Int16 = std::int16_t;
-using Int32 = std::int32_t;
-
-/// A failure that ends a handler, not the program; the event loop shows it as one message.
-class RunTimeFailure : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
+#include "panel/numbers.h"
 
 [[noreturn]] void SubscriptOutOfRange(int first, int second);
 

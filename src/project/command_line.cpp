@@ -54,7 +54,7 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
     return line;
   }
   if (parsed && parser.isSet(QStringLiteral("version"))) {
-    line.Say = QStringLiteral("tamberloom3-project 1.02\n");
+    line.Say = QStringLiteral("tamberloom3-project " TAMBERLOOM_VERSION "\n");
     return line;
   }
   if (!parsed) Refuse(parser.errorText());

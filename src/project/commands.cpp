@@ -7,9 +7,9 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "document/rules/check.h"
-#include "document/rules/doc_file.h"
-#include "document/rules/report_writer.h"
+#include "document/rules/check/check.h"
+#include "document/rules/report/report_writer.h"
+#include "document/rules/text/doc_file.h"
 #include "panel/defaults.h"
 #include "panel/difference.h"
 #include "panel/panel_image.h"

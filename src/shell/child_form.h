@@ -16,8 +16,8 @@ const auto& ScreenRow(const Table& table, Screen name) {
 }
 
 /// A screen of the main window. A derived class carries the screen's own name; it builds its
-/// controls in Form_Load and fills them from the document in Form_Activate. Controls write straight
-/// into the document: there is no OK, no Cancel and no copy.
+/// controls in Form_Load and fills them from the project in Form_Activate. Controls write straight
+/// into it: there is no OK, no Cancel and no copy.
 class ChildForm : public QWidget {
   Q_OBJECT
  public:

@@ -8,7 +8,6 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QUrl>
-#include <exception>
 
 #include "panel/code_page.h"
 #include "panel/live_project.h"
@@ -17,7 +16,6 @@
 
 namespace {
 
-int handlerDepth = 0;
 QString lastFolder;  ///< In which a file was chosen.
 
 QMessageBox::Icon BoxIcon(MsgIcon icon) {
@@ -137,7 +135,6 @@ QString ChooseFile(const FileRequest& request) {
 
 std::function<MsgAnswer(const Message&)> MsgBoxSeam = ShowMessage;
 std::function<QString(const FileRequest&)> FileDialogSeam = ChooseFile;
-std::function<void()> HandlersDoneSeam;
 std::function<void(const QString&)> OpenUrlSeam = [](const QString& address) {
   QDesktopServices::openUrl(QUrl::fromUserInput(address));
 };
@@ -153,22 +150,4 @@ QString FileDialog(const FileRequest& request) {
 
 void OpenUrl(const QString& address) {
   OpenUrlSeam(address);
-}
-
-void RunHandler(const std::function<void()>& handler) {
-  if (!handler) return;
-  ++handlerDepth;
-  QString failure;
-  try {
-    handler();
-  } catch (const std::exception& error) {
-    failure = QString::fromUtf8(error.what());
-  }
-  --handlerDepth;
-  if (!failure.isEmpty()) MsgBox(failure, MsgIcon::Critical, ProgramTitle);
-  if (handlerDepth == 0 && HandlersDoneSeam) HandlersDoneSeam();
-}
-
-int HandlerDepth() {
-  return handlerDepth;
 }

@@ -3,6 +3,8 @@
 #include <QString>
 #include <functional>
 
+#include "shell/handlers.h"
+
 enum class MsgIcon { None, Information, Question, Exclamation, Critical };
 enum class MsgButtons { Ok, YesNo, YesNoCancel };
 enum class MsgAnswer { Ok, Yes, No, Cancel };
@@ -38,14 +40,3 @@ void OpenUrl(const QString& address);
 extern std::function<MsgAnswer(const Message&)> MsgBoxSeam;
 extern std::function<QString(const FileRequest&)> FileDialogSeam;
 extern std::function<void(const QString&)> OpenUrlSeam;
-
-/// Runs an event handler. A run-time failure in it is shown as one message and ends the handler,
-/// not the program.
-void RunHandler(const std::function<void()>& handler);
-
-/// How many handlers are running inside each other. Above zero, a screen may be in use by a handler
-/// that waits further down the stack.
-int HandlerDepth();
-
-/// Called when the outermost handler has ended.
-extern std::function<void()> HandlersDoneSeam;

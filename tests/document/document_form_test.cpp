@@ -3,7 +3,7 @@
 
 #include <csignal>
 
-#include "document/rules/doc_file.h"
+#include "document/rules/text/doc_file.h"
 #include "panel/document_fixture.h"
 #include "panel/live_project.h"
 #include "screen_test.h"

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "document/rules/doc_file.h"
+#include "document/rules/text/doc_file.h"
 #include "document/sample_panel.h"
 #include "panel/document_fixture.h"
 #include "panel/live_dimmers.h"

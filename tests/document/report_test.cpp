@@ -1,8 +1,8 @@
-#include "document/rules/report.h"
+#include "document/rules/report/report.h"
 
 #include <algorithm>
 
-#include "document/rules/doc_file.h"
+#include "document/rules/text/doc_file.h"
 #include "document/sample_panel.h"
 #include "panel/document_fixture.h"
 #include "panel/live_project.h"

@@ -4,7 +4,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-#include "document/rules/doc_file.h"
+#include "document/rules/text/doc_file.h"
 #include "document/sample_panel.h"
 #include "panel/document_fixture.h"
 #include "panel/live_project.h"

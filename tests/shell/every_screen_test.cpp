@@ -1,7 +1,9 @@
+#include <QRegularExpression>
 #include <QScrollArea>
 
 #include "link/panel_host.h"
 #include "nonsense_panel.h"
+#include "panel/dimmer_fields.h"
 #include "panel/live_project.h"
 #include "screen_table.h"
 
@@ -120,6 +122,30 @@ TEST_F(EveryScreenTest, FitsTheWindowAtEverySizeOfText) {
     }
   }
   QApplication::setFont(usual);
+}
+
+/// The table of fields leads to controls that are there, whatever their screen shows at the moment.
+TEST_F(EveryScreenTest, EveryFieldHasTheEditorThatItsRowTells) {
+  FennlinkRecords(1).DeviceType = 1;
+  const auto look = [&](const Editor& editor, const char* field) {
+    if (editor.On == Screen::None) {
+      EXPECT_STRNE(editor.WhyNone, "") << field;
+      return;
+    }
+    window->UnloadAllForms();
+    ChildForm* form = window->ShowForm(editor.On);
+    ASSERT_NE(form, nullptr) << field;
+    const QRegularExpression name(QStringLiteral("^%1(\\(0\\))?$").arg(editor.Control));
+    EXPECT_FALSE(form->findChildren<QWidget*>(name).isEmpty())
+        << field << ": no " << editor.Control << " on " << editor.On;
+  };
+  const auto lookAtRow = [&](const FieldFacts& facts, const auto&) {
+    look(facts.Where.Value, facts.Name.Value);
+    if (facts.Spare) look(facts.Spare->Where, facts.Spare->Phrase);
+  };
+  ForEachPanelField(PanelRecord, lookAtRow);
+  ForEachDeviceField(FennlinkRecords(1), lookAtRow);
+  for (const DimmerField* field : dim::Fields) look(field->Where, field->Name);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "document/rules/check.h"
+#include "document/rules/check/check.h"
 #include "panel/dimmer_fields.h"
 #include "panel/dimmer_words.h"
 #include "panel/fennlink_record.h"

@@ -1,4 +1,4 @@
-#include "document/rules/doc_sections.h"
+#include "document/rules/text/doc_sections.h"
 #include "panel/fennlink_record.h"
 #include "panel/panel_record.h"
 #include "panel/words.h"

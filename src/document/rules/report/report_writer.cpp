@@ -1,10 +1,10 @@
-#include "document/rules/report_writer.h"
+#include "document/rules/report/report_writer.h"
 
 #include <QDir>
 #include <QLibrary>
 #include <QLocale>
 
-#include "document/rules/doc_file.h"
+#include "document/rules/text/doc_file.h"
 #include "panel/fixed_array.h"
 #include "panel/replace_file.h"
 

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "document/rules/check.h"
+#include "document/rules/check/check.h"
 #include "panel/code_page.h"
 #include "panel/panel_record.h"
 #include "panel/time_values.h"

@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <map>
 
-#include "document/rules/check.h"
+#include "document/rules/check/check.h"
 #include "panel/dimmer_fields.h"
 #include "panel/panel_record.h"
 #include "panel/words.h"

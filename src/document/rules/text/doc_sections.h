@@ -1,6 +1,6 @@
 #pragma once
 
-#include "document/rules/doc_text.h"
+#include "document/rules/text/doc_text.h"
 #include "panel/project.h"
 
 // The sections of the text document, each from its title to its last row, of a project. A

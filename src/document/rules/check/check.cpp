@@ -1,4 +1,4 @@
-#include "document/rules/check.h"
+#include "document/rules/check/check.h"
 
 #include <algorithm>
 #include <tuple>

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "document/rules/doc_sections.h"
+#include "document/rules/text/doc_sections.h"
 #include "panel/program_state.h"
 
 struct DocumentSection {

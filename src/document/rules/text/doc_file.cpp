@@ -1,4 +1,4 @@
-#include "document/rules/doc_file.h"
+#include "document/rules/text/doc_file.h"
 
 #include <QLocale>
 

@@ -1,12 +1,12 @@
-#include "document/rules/report.h"
+#include "document/rules/report/report.h"
 
 #include <QFileInfo>
 #include <algorithm>
 #include <map>
 
 #include "dimmer/rules/response_curve.h"
-#include "document/rules/check.h"
-#include "document/rules/doc_file.h"
+#include "document/rules/check/check.h"
+#include "document/rules/text/doc_file.h"
 #include "panel/code_page.h"
 #include "panel/dimmer_fields.h"
 #include "panel/dimmer_words.h"

@@ -2,8 +2,8 @@
 #include <memory>
 #include <optional>
 
-#include "document/rules/check.h"
-#include "document/rules/doc_file.h"
+#include "document/rules/check/check.h"
+#include "document/rules/text/doc_file.h"
 #include "panel/panel_image.h"
 #include "panel/panel_record.h"
 #include "panel/words.h"

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "document/rules/check.h"
+#include "document/rules/check/check.h"
 #include "panel/fennlink_record.h"
 #include "panel/fennlink_types.h"
 #include "panel/input_actions.h"

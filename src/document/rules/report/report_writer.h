@@ -4,7 +4,7 @@
 #include <functional>
 #include <memory>
 
-#include "document/rules/report.h"
+#include "document/rules/report/report.h"
 
 class QWidget;
 

@@ -1,4 +1,4 @@
-#include "document/rules/doc_sections.h"
+#include "document/rules/text/doc_sections.h"
 #include "panel/dimmer_fields.h"
 #include "panel/dimmer_words.h"
 #include "panel/hex.h"

@@ -1,4 +1,4 @@
-#include "document/rules/doc_text.h"
+#include "document/rules/text/doc_text.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,6 +1,6 @@
 #include <optional>
 
-#include "document/rules/doc_sections.h"
+#include "document/rules/text/doc_sections.h"
 #include "panel/fennlink_record.h"
 #include "panel/fennlink_types.h"
 #include "panel/input_actions.h"

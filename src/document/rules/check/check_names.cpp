@@ -1,6 +1,6 @@
 #include <map>
 
-#include "document/rules/check.h"
+#include "document/rules/check/check.h"
 #include "panel/code_page.h"
 #include "panel/fennlink_record.h"
 #include "panel/panel_record.h"

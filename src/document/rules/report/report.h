@@ -5,7 +5,7 @@
 #include <QStringList>
 #include <vector>
 
-#include "document/rules/doc_text.h"
+#include "document/rules/text/doc_text.h"
 #include "panel/project.h"
 
 // What is printed of a project and what its spreadsheet holds: plain data, from which the writers

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <functional>
+
+/// Runs an event handler. A run-time failure in it is shown as one message and ends the handler,
+/// not the program.
+void RunHandler(const std::function<void()>& handler);
+
+/// How many handlers are running inside each other. Above zero, a screen may be in use by a handler
+/// that waits further down the stack.
+int HandlerDepth();
+
+/// Called when the outermost handler has ended.
+extern std::function<void()> HandlersDoneSeam;
