@@ -15,18 +15,6 @@ QString PortLink(int port) {
   return DataPath(QStringLiteral("Ports/") + PortName(port));
 }
 
-#ifdef Q_OS_WIN
-
-QString SystemDevice(int port) {
-  return PortName(port);
-}
-
-bool MayUse(const QString&) {
-  return true;
-}
-
-#else
-
 /// On-board ports, USB serial adapters, USB modem-class devices.
 QString SystemDevice(int port) {
   struct Range {
@@ -48,8 +36,6 @@ bool MayUse(const QString& device) {
   return info.isReadable() && info.isWritable();
 }
 
-#endif
-
 }  // namespace
 
 QString ComPortDevice(int port) {
@@ -59,11 +45,7 @@ QString ComPortDevice(int port) {
 }
 
 bool ComPortExists(int port) {
-#ifdef Q_OS_WIN
-  return port >= 1;
-#else
   return QFileInfo::exists(ComPortDevice(port));
-#endif
 }
 
 QString ComPortDescription(int port) {

@@ -1,3 +1,6 @@
+#include <linux/serial.h>
+#include <sys/ioctl.h>
+
 #include <QDeadlineTimer>
 #include <QSerialPort>
 #include <algorithm>
@@ -5,21 +8,14 @@
 #include "link/com_port.h"
 #include "link/transport.h"
 
-#ifdef Q_OS_LINUX
-#include <linux/serial.h>
-#include <sys/ioctl.h>
-#endif
-
 namespace {
 
 /// USB adapters hold short replies back for some 16 ms unless they are asked not to.
-void AskForLowLatency([[maybe_unused]] QSerialPort& port) {
-#ifdef Q_OS_LINUX
+void AskForLowLatency(QSerialPort& port) {
   serial_struct line{};
   if (ioctl(port.handle(), TIOCGSERIAL, &line) != 0) return;
   line.flags |= ASYNC_LOW_LATENCY;
   ioctl(port.handle(), TIOCSSERIAL, &line);
-#endif
 }
 
 class QtSerialControl : public SerialControl {

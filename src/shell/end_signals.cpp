@@ -1,19 +1,15 @@
 #include "shell/end_signals.h"
 
-#include <QGuiApplication>
-
-#ifdef Q_OS_UNIX
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <QGuiApplication>
 #include <QSocketNotifier>
 #include <array>
 #include <csignal>
-#endif
 
 namespace {
 
-#ifdef Q_OS_UNIX
 std::array<int, 2> endPipe{-1, -1};
 
 extern "C" void TellPipe(int) {
@@ -30,9 +26,6 @@ void OnSignals(const std::function<void()>& end) {
   });
   for (const int number : {SIGTERM, SIGHUP, SIGINT}) std::signal(number, TellPipe);
 }
-#else
-void OnSignals(const std::function<void()>&) {}
-#endif
 
 }  // namespace
 
