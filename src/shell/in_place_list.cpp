@@ -53,13 +53,13 @@ QString InPlaceList::List(int index) const {
   return index < 0 ? QString() : model_.index(index).data().toString();
 }
 
-void InPlaceList::Open(const QWidget& cell, int index) {
+void InPlaceList::Open(QWidget& cell, int index) {
   constexpr int mostRowsShown = 12;
   for (auto* list : form_->findChildren<InPlaceList*>()) {
     if (list != this) list->Close();
   }
   if (cell_) cell_->removeEventFilter(this);
-  cell_ = const_cast<QWidget*>(&cell);
+  cell_ = &cell;
   cell_->installEventFilter(this);
   const int rows = std::clamp(ListCount(), 1, mostRowsShown);
   const int rowHeight = ListCount() > 0 ? sizeHintForRow(0) : cell.height();

@@ -24,7 +24,7 @@ class InPlaceList : public QListView {
   QString ValueText(int index) const { return List(index) + u' '; }
 
   /// Opens over the cell with item `index` selected, or with no selection outside the list.
-  void Open(const QWidget& cell, int index);
+  void Open(QWidget& cell, int index);
   void Close();
   bool IsOver(const QWidget& cell) const { return isVisible() && cell_ == &cell; }
 
