@@ -16,7 +16,7 @@
 #include "shell/application.h"
 #include "shell/main_window.h"
 #include "shell/shell.h"
-#include "simulator/panel_thread.h"
+#include "simulator/program/panel_thread.h"
 #include "status/output_status_form.h"
 
 // Transfers of 640 blocks against the bare conversation of the same frames, and against the time

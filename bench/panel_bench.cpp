@@ -6,8 +6,8 @@
 #include <deque>
 
 #include "ratio.h"
-#include "simulator/frame.h"
-#include "simulator/panel_thread.h"
+#include "simulator/line/frame.h"
+#include "simulator/program/panel_thread.h"
 
 // How long the simulated panel works before it answers one host's firmware question while four
 // others send as much as it takes, by the processor time of the panel's thread.

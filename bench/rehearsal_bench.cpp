@@ -1,7 +1,7 @@
 #include <QString>
 
 #include "ratio.h"
-#include "simulator/rehearsal.h"
+#include "simulator/rehearsal/rehearsal.h"
 
 // A year of a full panel, against the bare work of writing what changes in it.
 

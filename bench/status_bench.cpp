@@ -5,7 +5,7 @@
 #include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "ratio.h"
-#include "simulator/panel_thread.h"
+#include "simulator/program/panel_thread.h"
 
 // What automatic updates cost over loopback, while everything on the panel changes from poll to
 // poll: the program's processor time a poll (its one thread's; the panel runs on another) against
@@ -32,7 +32,7 @@ void Spin(int ms) {
 /// Turns over whatever the screens show.
 void ChangePanel(simulator::Panel& panel, bool on) {
   panel.SetAllRelays(on);
-  panel.PressKeys(on ? 0x20 : 0x10);
+  panel.Front.Press(on ? 0x20 : 0x10);
   for (int input = 0; input < simulator::Items; ++input) {
     panel.SetContact(input, simulator::Contact::On, on);
   }

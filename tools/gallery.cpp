@@ -13,7 +13,7 @@
 #include "shell/device_list.h"
 #include "shell/main_window.h"
 #include "shell/shell.h"
-#include "simulator/panel_thread.h"
+#include "simulator/program/panel_thread.h"
 
 // tamberloom3-gallery FOLDER [SCREEN...]: writes light-SCREEN.png and dark-SCREEN.png of the
 // screens named, or of all, on a panel with 48 points, and SCREEN-connected.png of those that show

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "simulator/plan.h"
+#include "simulator/rehearsal/plan.h"
 
 namespace simulator {
 

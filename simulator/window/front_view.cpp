@@ -13,9 +13,9 @@ namespace simulator {
 
 namespace {
 
-constexpr int RowLength = 20;
-constexpr int DisplayRows = 4;
-constexpr int LedCount = 6;
+constexpr int RowLength = PanelFront::RowLength;
+constexpr int DisplayRows = PanelFront::Rows;
+constexpr int LedCount = PanelFront::Leds;
 
 struct Key {
   const char* Caption;
@@ -136,7 +136,7 @@ FrontView::FrontView(Panel& panel) : PanelView(panel), Display(new Glass), Light
     auto* button = new QPushButton(QString::fromLatin1(key.Caption));
     button->setObjectName(QStringLiteral("key%1").arg(button->text()));
     connect(button, &QPushButton::clicked, this, [this, bits = key.Bits] {
-      Source.PressKeys(bits);
+      Source.Front.Press(bits);
       ShowStates();
     });
     grid->addWidget(button, key.Row, key.Column + 1);
@@ -145,8 +145,8 @@ FrontView::FrontView(Panel& panel) : PanelView(panel), Display(new Glass), Light
 }
 
 void FrontView::ShowStates() {
-  Display->Show(Source.Display());
-  Lights->Show(Source.Leds());
+  Display->Show(Source.Front.Display());
+  Lights->Show(Source.Front.LitLeds());
 }
 
 }  // namespace simulator

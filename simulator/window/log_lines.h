@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "simulator/row.h"
+#include "simulator/engine/row.h"
 
 namespace simulator {
 

@@ -8,8 +8,8 @@
 #include <optional>
 #include <stdexcept>
 
-#include "simulator/command_line.h"
-#include "simulator/end_signals.h"
+#include "simulator/program/command_line.h"
+#include "simulator/program/end_signals.h"
 #include "simulator/window/panel_window.h"
 
 namespace {

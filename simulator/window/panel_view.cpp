@@ -2,7 +2,7 @@
 
 #include <QVBoxLayout>
 
-#include "simulator/digits.h"
+#include "simulator/memory/digits.h"
 
 namespace simulator {
 

@@ -4,7 +4,7 @@
 #include <functional>
 #include <vector>
 
-#include "simulator/panel.h"
+#include "simulator/engine/panel.h"
 
 class QVBoxLayout;
 

@@ -4,7 +4,7 @@
 #include <QMainWindow>
 #include <vector>
 
-#include "simulator/simulator.h"
+#include "simulator/program/simulator.h"
 
 class QLabel;
 class QTabWidget;

@@ -6,7 +6,7 @@
 #include <QSlider>
 #include <QVBoxLayout>
 
-#include "simulator/digits.h"
+#include "simulator/memory/digits.h"
 
 namespace simulator {
 

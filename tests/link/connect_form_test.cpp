@@ -1,6 +1,6 @@
 #include "link/panel_host.h"
 #include "panel/live_project.h"
-#include "simulator/frame.h"
+#include "simulator/line/frame.h"
 
 using simulator::FrameReply;
 

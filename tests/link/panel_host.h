@@ -7,7 +7,7 @@
 #include "panel/live_project.h"
 #include "panel/panel_image.h"
 #include "screen_test.h"
-#include "simulator/panel_thread.h"
+#include "simulator/program/panel_thread.h"
 
 /// A clock that runs faster than the real one, with the real transports waiting accordingly less.
 class FastClock : ClockSeams {

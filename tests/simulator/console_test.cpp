@@ -1,11 +1,11 @@
-#include "simulator/console.h"
+#include "simulator/program/console.h"
 
 #include <gtest/gtest.h>
 
 #include <QFile>
 #include <QRegularExpression>
 
-#include "simulator/command_line.h"
+#include "simulator/program/command_line.h"
 
 namespace simulator {
 namespace {

@@ -1,4 +1,4 @@
-#include "simulator/engine.h"
+#include "simulator/engine/engine.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <random>
 
 #include "rehearsed.h"
-#include "simulator/panel_clock.h"
+#include "simulator/engine/panel_clock.h"
 
 namespace simulator {
 namespace {

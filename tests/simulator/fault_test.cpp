@@ -1,9 +1,9 @@
-#include "simulator/fault.h"
+#include "simulator/line/fault.h"
 
 #include <gtest/gtest.h>
 
-#include "simulator/frame.h"
-#include "simulator/panel_thread.h"
+#include "simulator/line/frame.h"
+#include "simulator/program/panel_thread.h"
 
 namespace simulator {
 namespace {

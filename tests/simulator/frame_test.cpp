@@ -1,4 +1,4 @@
-#include "simulator/frame.h"
+#include "simulator/line/frame.h"
 
 #include <gtest/gtest.h>
 

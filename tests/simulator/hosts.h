@@ -8,7 +8,7 @@
 #include <QTcpSocket>
 #include <string>
 
-#include "simulator/panel_thread.h"
+#include "simulator/program/panel_thread.h"
 
 namespace simulator {
 

@@ -1,10 +1,9 @@
-#include "simulator/panel.h"
-
 #include <gtest/gtest.h>
 
 #include <random>
 
-#include "simulator/frame.h"
+#include "simulator/line/commands.h"
+#include "simulator/line/frame.h"
 
 namespace simulator {
 namespace {
@@ -17,7 +16,7 @@ class SimulatorPanel : public testing::Test {
 
   /// The data of the reply; "none" for no reply.
   std::string Ask(const std::string& command) {
-    const auto reply = Blank.Answer(FrameCommand(command));
+    const auto reply = Answer(Blank, FrameCommand(command));
     if (!reply) return "none";
     const std::string data = reply->substr(1, reply->size() - 4);
     EXPECT_EQ(*reply, FrameReply(data));
@@ -48,7 +47,7 @@ TEST_F(SimulatorPanel, RepliesHaveTheLengthsThatTheHostExpects) {
       {"49", 96},           {"301F7A05010203040506", 0},
   };
   for (const auto& [command, length] : lengths) {
-    const auto reply = Blank.Answer(FrameCommand(command));
+    const auto reply = Answer(Blank, FrameCommand(command));
     ASSERT_TRUE(reply) << command;
     EXPECT_EQ(reply->size(), length + 4) << command;
   }
@@ -65,7 +64,7 @@ TEST_F(SimulatorPanel, KeepsSilentAboutWhatItDoesNotUnderstand) {
   FrameSplitter splitter;
   for (int i = 0; i < 200'000; ++i) {
     const auto event = splitter.Push("[]%0123456789ABCDEF\x00\xFF"[random() % 21]);
-    if (event) Blank.Answer(event->Text);
+    if (event) Answer(Blank, event->Text);
   }
   EXPECT_EQ(Ask("05").size(), 40U);
 }
@@ -292,7 +291,7 @@ TEST_F(SimulatorPanel, FrontShowsTheClockAndItsMenuSwitchesRelays) {
   display("02");                              // Down: the second one
   EXPECT_EQ(display("04").substr(80), "02");  // Enter: on, LED 1
   EXPECT_EQ(Ask("23FF"), Items48({1}));
-  EXPECT_EQ(Blank.Display().substr(40, 20),
+  EXPECT_EQ(Blank.Front.Display().substr(40, 20),
             "\x01"
             "02 HALL NORTH \x02    ");
   display("20");  // Next: the groups

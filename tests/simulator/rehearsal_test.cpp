@@ -1,4 +1,4 @@
-#include "simulator/rehearsal.h"
+#include "simulator/rehearsal/rehearsal.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -10,8 +10,8 @@
 #include <QXmlStreamReader>
 
 #include "rehearsed.h"
-#include "simulator/simulator.h"
-#include "simulator/write_file.h"
+#include "simulator/memory/write_file.h"
+#include "simulator/program/simulator.h"
 
 namespace simulator {
 namespace {

@@ -3,7 +3,7 @@
 #include <QStringList>
 #include <string>
 
-#include "simulator/rehearsal.h"
+#include "simulator/rehearsal/rehearsal.h"
 
 namespace simulator {
 

@@ -11,8 +11,8 @@
 #include <deque>
 
 #include "hosts.h"
-#include "simulator/frame.h"
-#include "simulator/panel_thread.h"
+#include "simulator/line/frame.h"
+#include "simulator/program/panel_thread.h"
 
 namespace simulator {
 namespace {

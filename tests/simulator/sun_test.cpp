@@ -1,9 +1,9 @@
-#include "simulator/sun.h"
+#include "simulator/engine/sun.h"
 
 #include <gtest/gtest.h>
 
-#include "simulator/calendar.h"
-#include "simulator/digits.h"
+#include "simulator/engine/calendar.h"
+#include "simulator/memory/digits.h"
 
 namespace simulator {
 namespace {

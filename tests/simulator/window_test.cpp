@@ -136,7 +136,7 @@ TEST_F(PanelWindowTest, EachButtonDoesWhatItsThingDoes) {
   Of<QSlider>("photocell3").setValue(120);
   EXPECT_EQ(panel.DeviceLevel(Photocell), 120);
   Click("keyEnter");
-  EXPECT_TRUE(panel.Display().starts_with("Relays"));
+  EXPECT_TRUE(panel.Front.Display().starts_with("Relays"));
 }
 
 TEST_F(PanelWindowTest, TheClockRunsStandsStepsAndJumps) {

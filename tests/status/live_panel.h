@@ -3,8 +3,8 @@
 #include "link/scripted_transport.h"
 #include "panel/live_project.h"
 #include "screen_test.h"
-#include "simulator/frame.h"
-#include "simulator/panel.h"
+#include "simulator/line/commands.h"
+#include "simulator/line/frame.h"
 
 /// The main window connected to a simulated panel without a network: a frame is answered as soon as
 /// the program waits, and silence costs no time.
@@ -45,7 +45,7 @@ class LivePanelTest : public ScreenTest {
 
   simulator::Panel panel;
   std::function<std::optional<std::string>(const std::string&)> answer =
-      [this](const std::string& frame) { return panel.Answer(frame); };
+      [this](const std::string& frame) { return simulator::Answer(panel, frame); };
   std::vector<std::string> commands;
   std::function<void()>& whileWaiting = lines_.Socket.WhileWaiting;
 };

@@ -1,7 +1,7 @@
 #include "link/panel_host.h"
 #include "link/scripted_transport.h"
 #include "panel/live_project.h"
-#include "simulator/frame.h"
+#include "simulator/line/frame.h"
 
 using simulator::FrameReply;
 using simulator::Panel;

@@ -172,7 +172,7 @@ TEST_F(StatusFormsTest, PresetsShowTheirStateAndCaptureTheInstalledRelays) {
   EXPECT_EQ(Caption("lblPresetStatus", 2), "Off");
   EXPECT_TRUE(Shown(Find<Button>("cmdSet(2)")));
 
-  answer = [this](const std::string& frame) { return panel.Answer(frame); };
+  answer = [this](const std::string& frame) { return simulator::Answer(panel, frame); };
   panel.SetRelay(5, true);
   PanelRecord.PresetRelayControl(7, 16) = 1;
   DataChanged = 0;

@@ -1,0 +1,167 @@
+#include "simulator/engine/panel.h"
+
+#include <stdexcept>
+
+namespace simulator {
+
+namespace {
+
+constexpr int CodeOn = 1;
+constexpr int CodeOff = 2;
+
+std::size_t Checked(int value, int first, int last) {
+  if (value < first || value > last) throw std::out_of_range("number " + std::to_string(value));
+  return static_cast<std::size_t>(value);
+}
+
+std::size_t Item(int value) {
+  return Checked(value, 0, Items - 1);
+}
+std::size_t Device(int value) {
+  return Checked(value, 1, Devices);
+}
+
+std::int64_t WallOf(const QDateTime& time) {
+  return QDateTime(time.date(), time.time(), Qt::UTC).toMSecsSinceEpoch();
+}
+
+}  // namespace
+
+Panel::Panel(const PanelMemory& memory, Clock clock)
+    : Memory(memory),
+      Firmware("ORV TAMBERLOOM 3    SIMULATOR  REV 1.02"),
+      Now(clock ? std::move(clock) : Clock(&QDateTime::currentDateTime)),
+      Run(Memory),
+      Pace(Run, RealMs()) {
+  Run.PowerOn(Run.Days().FromWall(WallOf(Now())));
+}
+
+std::string Panel::FirmwareText() const {
+  std::string text = Firmware;
+  text.resize(2 * PanelFront::RowLength, ' ');
+  return text;
+}
+
+Engine& Panel::Runner() {
+  Advance();
+  return Run;
+}
+
+void Panel::SetSpeed(int factor) {
+  Pace.SetSpeed(factor, RealMs());
+}
+
+void Panel::RunDaySoFar() {
+  const Instant now = Runner().Now();
+  Run.PowerOn(Run.Days().FromWall(Run.Wall() / DayMs * DayMs));
+  Run.AdvanceTo(now);
+}
+
+void Panel::JumpTo(const QDateTime& time) {
+  Advance();
+  Pace.JumpTo(WallOf(time));
+}
+
+bool Panel::Step() {
+  Advance();
+  return Pace.Step();
+}
+
+bool Panel::Relay(int relay) {
+  Item(relay);
+  return Runner().Relay(relay);
+}
+
+void Panel::SetRelay(int relay, bool on, By by) {
+  Item(relay);
+  Runner().SetRelay(relay, on, by);
+}
+
+void Panel::SetAllRelays(bool on, By by) {
+  Runner().SetRelays(on ? AllItems : 0, on ? 0 : AllItems, by);
+}
+
+bool Panel::Group(int group) {
+  return Runner().Group(group);
+}
+
+void Panel::SetGroup(int group, bool on, By by) {
+  Runner().SetGroup(group, on, by);
+}
+
+char Panel::PresetState(int preset) {
+  const std::optional<bool> active = Runner().Preset(preset);
+  if (!active) return '2';
+  return *active ? '1' : '0';
+}
+
+void Panel::SetPreset(int preset, By by) {
+  Runner().SetPreset(preset, by);
+}
+
+void Panel::CapturePreset(int preset) {
+  Item(preset);
+  for (int relay = 0; relay < Points(); ++relay) {
+    Memory.SetCode(map::PresetRelayControl, relay, preset, Run.Relay(relay) ? CodeOn : CodeOff);
+  }
+}
+
+void Panel::ForceTimer(int timer, By by) {
+  Item(timer);
+  Runner().ForceTimer(timer, by);
+}
+
+void Panel::SetContact(int input, Contact contact, bool closed) {
+  Runner().SetContact(input, contact, closed);
+}
+
+int Panel::InputState(int input) {
+  return Runner().InputState(input);
+}
+
+void Panel::SetPresence(int device, Presence presence) {
+  Presences[Device(device)] = presence;
+  Runner().SetSilent(device, presence == Presence::Dropped);
+}
+
+bool Panel::DevicePresent(int device) const {
+  const Presence presence = Presences[Device(device)];
+  if (presence == Presence::ByMemory) return Memory.Byte(map::DeviceBlock(device)) != 0;
+  return presence == Presence::Present;
+}
+
+void Panel::SetDeviceInput(int device, int input, bool closed) {
+  Runner().SetDeviceInput(device, input, closed);
+}
+
+int Panel::DeviceInputBits(int device) {
+  return Runner().DeviceInputBits(device);
+}
+
+void Panel::SetDeviceLevel(int device, int level) {
+  Runner().SetPhotocell(device, level);
+}
+
+int Panel::DeviceLevel(int device) {
+  return Runner().PhotocellLevel(device);
+}
+
+int Panel::DimmerLevel(int output) {
+  return Runner().DimmerLevel(output);
+}
+
+QDateTime Panel::Time() {
+  // As a plain calendar time, so that the computer's own daylight saving shifts nothing.
+  return QDateTime::fromMSecsSinceEpoch(Runner().Wall(), Qt::UTC);
+}
+
+int Panel::Weekday() {
+  return Runner().WeekdayToday();
+}
+
+void Panel::SetTime(const QDateTime& time, int weekdayShift) {
+  Runner().SetWall(WallOf(time));
+  Run.SetWeekdayShift(weekdayShift % 7);
+}
+
+}  // namespace simulator
