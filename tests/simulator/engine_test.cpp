@@ -138,12 +138,12 @@ TEST(EngineTest, DaylightSavingBeginsAndEnds) {
   };
   const Case cases[]{
       {{2, 3, 1, 11},
-       "2026-01-01T00:00:00-06:00 power comes\n"
+       "2026-02-01T00:00:00-06:00 power comes\n"
        "2026-03-08T03:00:00-05:00 daylight saving begins\n"
        "2026-11-01T01:30:00-05:00 at 01:30\n"  // the first of two
        "2026-11-01T01:00:00-06:00 daylight saving ends\n"},
       {{1, 10, 5, 4},
-       "2026-01-01T00:00:00-05:00 power comes\n"
+       "2026-02-01T00:00:00-05:00 power comes\n"
        "2026-04-26T01:00:00-06:00 daylight saving ends\n"
        "2026-10-04T03:00:00-05:00 daylight saving begins\n"
        "2026-11-01T01:30:00-05:00 at 01:30\n"},
@@ -162,7 +162,7 @@ TEST(EngineTest, DaylightSavingBeginsAndEnds) {
       if (row.What != Change::Fires) return;
       told += TimeText(engine.Days(), row.Time) + " " + std::string(row.Words) + "\n";
     });
-    engine.PowerOn(engine.Days().FromWall(DayOf({2026, 1, 1}) * DayMs));
+    engine.PowerOn(engine.Days().FromWall(DayOf({2026, 2, 1}) * DayMs));
     engine.AdvanceTo(engine.Now() + 364 * DayMs);
     EXPECT_EQ(told, rows);
   }

@@ -149,6 +149,13 @@ TEST(SimulatorTcp, ATurnEndsWithItsTimeAndGoesBackToTheSockets) {
   });
   EXPECT_LT(turns, 40U);
   EXPECT_EQ(other.Ask("[0005D8][0005D8]" + question, 44).size(), 44U) << "a turn goes on";
+  // All at once, with turns to come.
+  panel.With([&](Panel&) {
+    for (const TcpHost& flood : floods) {
+      shutdown(static_cast<int>(flood.Socket.socketDescriptor()), SHUT_RDWR);
+    }
+  });
+  EXPECT_EQ(other.Ask(question, 44).size(), 44U);
 }
 
 TEST(SimulatorTcp, ANewcomerIsRefusedWhenDescriptorsRunOut) {
