@@ -66,9 +66,9 @@ int main(int argc, char** argv) {
   RatioReport report;
   constexpr double limitMilliseconds = 10;
   const double outputs = LongestChoice(4, [output](int i) { output->SetListIndex(i); });
-  report.Line("another output", outputs, "10 milliseconds", limitMilliseconds, 1, "ms");
+  report.Within("another output", outputs, limitMilliseconds);
   const double slots = LongestChoice(16, [slot](int i) { slot->SetListIndex(i); });
-  report.Line("another slot", slots, "10 milliseconds", limitMilliseconds, 1, "ms");
+  report.Within("another slot", slots, limitMilliseconds);
 
   const auto mouse = [graph](QEvent::Type type, double x, Qt::MouseButtons buttons) {
     const QPointF at(x, 40);
@@ -81,7 +81,7 @@ int main(int argc, char** argv) {
   constexpr double movesEachSecond = 120;
   const double moves = LongestChoice(
       graph->width(), [&mouse](int i) { mouse(QEvent::MouseMove, i, Qt::LeftButton); });
-  report.Line("a move of the curve", moves, "a 120th of a second", 1000 / movesEachSecond, 1, "ms");
+  report.Within("a move of the curve", moves, 1000 / movesEachSecond);
   if (DataChanged == 0) return 1;
   return report.ExitCode();
 }

@@ -71,8 +71,8 @@ int main(int argc, char** argv) {
   RatioReport report;
   for (const Screen screen : {Screen::ConfigureFennlinkDevices, Screen::FennlinkInputToRelayControl,
                               Screen::FennlinkInputToGroupControl, Screen::FennlinkPilots}) {
-    report.Line(ScreenName(screen), ChooseMilliseconds(window, screen), "10 milliseconds", 10, 1, "ms");
+    report.Within(ScreenName(screen), ChooseMilliseconds(window, screen), 10);
   }
-  report.Line("pilots of all devices", AutoMapMilliseconds(window), "20 milliseconds", 20, 1, "ms");
+  report.Within("pilots of all devices", AutoMapMilliseconds(window), 20);
   return report.ExitCode();
 }

@@ -85,7 +85,7 @@ int main(int argc, char** argv) {
   };
   RatioReport report;
   for (const Flood& flood : floods) {
-    report.Line(flood.Topic, AnswerMs(flood), "an answer's limit", AnswerLimitMs, 1, "ms");
+    report.Within(flood.Topic, AnswerMs(flood), AnswerLimitMs);
   }
   return report.ExitCode();
 }

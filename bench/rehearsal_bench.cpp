@@ -117,6 +117,6 @@ int main() {
   RatioReport report;
   report.Line("a year without output", ofYear, "writing its changes", bare, 20);
   report.Line("a year without output", ofYear, "12.5 of its Januaries", 12.5 * ofMonth, 1);
-  report.Line("a year with its output", withOutput / 1000, "a second", YearOutputLimitMs, 1, "ms");
+  report.Within("a year with its output", withOutput / 1000, YearOutputLimitMs);
   return written == 0 ? 1 : report.ExitCode();
 }

@@ -115,13 +115,12 @@ int main(int argc, char** argv) {
             [](const Opening& a, const Opening& b) { return a.First > b.First; });
   openings.resize(std::min(openings.size(), shown));
   for (const Opening& opening : openings) {
-    report.Line(ShortName(opening), opening.First, "30 milliseconds", limitMilliseconds, 1, "ms");
+    report.Within(ShortName(opening), opening.First, limitMilliseconds);
     report.Line("  again", opening.Best, "empty screen", empty.Best, 60, "ms");
   }
   constexpr double changeLimitMilliseconds = 10;
   for (const Change& change : changes) {
-    report.Line(change.Topic.c_str(), change.Milliseconds, "10 milliseconds",
-                changeLimitMilliseconds, 1, "ms");
+    report.Within(change.Topic.c_str(), change.Milliseconds, changeLimitMilliseconds);
   }
   return report.ExitCode();
 }

@@ -42,21 +42,10 @@ bool IsBits(const Packing& memory) {
   return memory.Way == Packing::How::Bit || memory.Way == Packing::How::Planes;
 }
 
-/// Rows of bits are the targets of a local table and its columns the sources; of a bus device it is
-/// the other way round. A single row has a bit for each element. The fields of a bus device repeat
-/// from device to device; `device` is 0 for the panel's own.
-Spot SpotOf(const FieldFacts& facts, int device, int first, int second) {
-  const Packing& memory = facts.Memory.Value;
+/// The fields of a bus device repeat from device to device; `device` is 0 for the panel's own.
+int BaseOf(const Packing& memory, int device) {
   const int stride = memory.Address < DeviceControlBlock ? DeviceBlockStride : DeviceControlStride;
-  const int base = memory.Address + device * stride;
-  if (!IsBits(memory)) {
-    return {base + (first * facts.Second.Value.Items + second) * SizeOf(memory)};
-  }
-  const bool table = facts.Second.Value.Counts != Axis::Of::Nothing;
-  const int row = !table ? 0 : device > 0 ? first : second;
-  const int column = table && device > 0 ? second : first;
-  return {base + row * BitRowSize + column / 8, 1 << column % 8,
-          (device > 0 ? DeviceInputCount : ItemCount) * BitRowSize};
+  return memory.Address + device * stride;
 }
 
 /// What a word is, for a failure: "the timed-on time of input 3, ".
@@ -75,20 +64,45 @@ class Walker {
 
   template <typename Field>
   void operator()(const FieldFacts& facts, Field& field) const {
-    if (facts.Memory.Value.Way == Packing::How::None) return;
+    const Packing& memory = facts.Memory.Value;
+    if (memory.Way == Packing::How::None) return;
+    const int base = BaseOf(memory, device_);
     if constexpr (requires { field.elements; }) {
-      for (int j = 0; j < facts.Second.Value.Items; ++j) {
-        for (int i = 0; i < facts.First.Value.Items; ++i) Put(facts, field(i, j), i, j);
-      }
+      IsBits(memory) ? Bits(facts, field, base) : Numbers(facts, field, base);
     } else {
-      Put(facts, field, 0, 0);
+      Put(facts, field, {base}, 0);
     }
   }
 
  private:
+  template <typename Array>
+  void Numbers(const FieldFacts& facts, Array& array, int base) const {
+    const int size = SizeOf(facts.Memory.Value);
+    for (int i = 0; i < facts.First.Value.Items; ++i) {
+      for (int j = 0; j < facts.Second.Value.Items; ++j) {
+        Put(facts, array(i, j), {base + (i * facts.Second.Value.Items + j) * size}, i);
+      }
+    }
+  }
+
+  /// Rows are the targets of a local table and its columns the sources; of a bus device it is the
+  /// other way round. A single row has a bit for each element.
+  template <typename Array>
+  void Bits(const FieldFacts& facts, Array& array, int base) const {
+    const int planeSize = (device_ > 0 ? DeviceInputCount : ItemCount) * BitRowSize;
+    const bool sourceIsRow = device_ > 0;
+    for (int j = 0; j < facts.Second.Value.Items; ++j) {
+      for (int i = 0; i < facts.First.Value.Items; ++i) {
+        const int row = sourceIsRow ? i : j;
+        const int column = sourceIsRow ? j : i;
+        Put(facts, array(i, j), {base + row * BitRowSize + column / 8, 1 << column % 8, planeSize},
+            i);
+      }
+    }
+  }
+
   template <typename Value>
-  void Put(const FieldFacts& facts, Value& value, int first, int second) const {
-    const Spot spot = SpotOf(facts, device_, first, second);
+  void Put(const FieldFacts& facts, Value& value, const Spot& spot, int first) const {
     if constexpr (std::is_convertible_v<Value, std::string_view>) {
       direction_.Text(spot.Address, facts.Memory.Value, value);
     } else {
@@ -130,7 +144,7 @@ class Packer {
         if (value != 0) SetBit(spot.Address, spot.Mask);
         break;
       case Packing::How::Planes:
-        for (int plane = 0; plane < memory.Width; ++plane) {
+        for (int plane = 0; value != 0 && plane < memory.Width; ++plane) {
           if ((value >> plane & 1) != 0) SetBit(spot.Address + plane * spot.PlaneSize, spot.Mask);
         }
         break;
@@ -279,8 +293,9 @@ std::optional<SettingPlace> SettingAt(const Project& project, int address) {
       if (IsBits(facts.Memory.Value) || facts.Memory.Value.Way == Packing::How::None) return;
       const int size = SizeOf(facts.Memory.Value);
       for (int i = 0; i < facts.First.Value.Items; ++i) {
-        const int offset = address - SpotOf(facts, device, i, 0).Address;
-        if (offset < 0 || offset >= size * facts.Second.Value.Items) continue;
+        const int width = size * facts.Second.Value.Items;
+        const int offset = address - BaseOf(facts.Memory.Value, device) - i * width;
+        if (offset < 0 || offset >= width) continue;
         const Place place{device, i, offset / size};
         found = {ItemOf(facts, place), PhraseOf(project, facts, place), facts.Where.Value.On};
       }

@@ -31,11 +31,42 @@ QString CountOf(Severity severity, std::span<const Finding> findings) {
                                        QLatin1String(count == 1 ? "" : "s"));
 }
 
+int EffectsByItem::Place(const Item& item) {
+  constexpr int numbers = DeviceCount + 1;
+  if (item.Number < 0 || item.Number >= numbers || item.Part < 0 || item.Part >= DeviceInputCount) {
+    return -1;
+  }
+  return (static_cast<int>(item.Kind) * numbers + item.Number) * DeviceInputCount + item.Part;
+}
+
+void EffectsByItem::Add(const Item& item, unsigned effects) {
+  const int place = Place(item);
+  if (place < 0) {
+    others_[item] |= effects;
+    return;
+  }
+  const auto at = static_cast<std::size_t>(place);
+  if (at >= real_.size()) real_.resize(at + 1);
+  real_[at] |= effects;
+}
+
+unsigned EffectsByItem::Of(const Item& item) const {
+  const int place = Place(item);
+  if (place < 0) return others_.value(item);
+  const auto at = static_cast<std::size_t>(place);
+  return at < real_.size() ? real_[at] : 0;
+}
+
 CheckScope::CheckScope(const Project& project, const CheckFacts& facts)
     : Of(project), Facts(facts), Points(InstalledPoints(project)), Uses(UsesOfProject(project)) {
+  try {
+    BuildPanelImage(project, {}, *Image);
+  } catch (const RunTimeFailure& failure) {
+    ImageTrouble = QString::fromUtf8(failure.what());
+  }
   for (const Use& use : Uses) {
-    usedWith_[use.Used] |= use.Effect;
-    doesWith_[use.User] |= use.Effect;
+    usedWith_.Add(use.Used, use.Effect);
+    doesWith_.Add(use.User, use.Effect);
     if ((use.Effect & EffectHolds) == 0) continue;
     const bool group = use.User.Kind == ItemKind::Group;
     const auto holder = static_cast<std::size_t>(use.User.Number);
@@ -77,11 +108,11 @@ void CheckScope::AddEffects(const Use& use, RelayEffects& effects) const {
 }
 
 bool CheckScope::IsUsed(const Item& used, unsigned effects) const {
-  return (usedWith_.value(used) & effects) != 0;
+  return (usedWith_.Of(used) & effects) != 0;
 }
 
 bool CheckScope::DoesAnything(const Item& user, unsigned effects) const {
-  return (doesWith_.value(user) & effects) != 0;
+  return (doesWith_.Of(user) & effects) != 0;
 }
 
 bool CheckScope::IsInstalled(const Item& relayOrInput) const {

@@ -3,12 +3,13 @@
 #include <QHash>
 #include <array>
 #include <functional>
+#include <memory>
 #include <span>
 #include <string_view>
 #include <vector>
 
 #include "document/rules/uses.h"
-#include "panel/panel_record.h"
+#include "panel/panel_image.h"
 
 // What a configuration has wrong that no single screen shows. A rule is a row in one of the tables
 // of the check_*.cpp files and a small function beside it; nothing is changed by looking.
@@ -37,6 +38,21 @@ struct CheckFacts {
   bool FileEndsEarly = false;  ///< The file that was opened did not hold all of it.
 };
 
+/// Effects by item. A panel in full use has tens of thousands of uses, so those of real items stand
+/// in a row; numbers of damaged fields are kept aside.
+class EffectsByItem {
+ public:
+  void Add(const Item& item, unsigned effects);
+  unsigned Of(const Item& item) const;
+
+ private:
+  /// -1 for an item that is none.
+  static int Place(const Item& item);
+
+  std::vector<unsigned> real_;
+  QHash<Item, unsigned> others_;
+};
+
 /// What all rules look at, computed once.
 struct CheckScope {
   explicit CheckScope(const Project& project, const CheckFacts& facts);
@@ -44,6 +60,9 @@ struct CheckScope {
   const Project& Of;
   const CheckFacts& Facts;
   int Points = 0;  ///< Installed relays and inputs.
+  /// What a download after a first start would send, or why there is none.
+  std::unique_ptr<PanelImageType> Image = std::make_unique<PanelImageType>();
+  QString ImageTrouble;
   std::vector<Use> Uses;
   // What they do themselves, by their groups and by their presets.
   RelayEffects OnRelays{};  ///< All inputs, timers and the sweep.
@@ -68,8 +87,8 @@ struct CheckScope {
 
   std::array<RelayEffects, ItemCount> inGroup_{};   ///< All bits for a member.
   std::array<RelayEffects, ItemCount> inPreset_{};  ///< What the preset does.
-  QHash<Item, unsigned> usedWith_;                  ///< The effects of all uses of it.
-  QHash<Item, unsigned> doesWith_;                  ///< The effects of all uses by it.
+  EffectsByItem usedWith_;                          ///< The effects of all uses of it.
+  EffectsByItem doesWith_;                          ///< The effects of all uses by it.
 };
 
 /// Tells of a finding; without a screen the rule's own.

@@ -1,32 +1,14 @@
 #include <algorithm>
-#include <memory>
 #include <optional>
 
 #include "document/rules/check/check.h"
 #include "document/rules/text/doc_file.h"
-#include "panel/panel_image.h"
 #include "panel/panel_record.h"
 #include "panel/words.h"
 
 // What the file lacks; what stops a download, fails its verification, or stops the document.
 
 namespace {
-
-/// The project's image as it is after a first start, or the reason why it cannot be built.
-struct Built {
-  std::unique_ptr<PanelImageType> Image = std::make_unique<PanelImageType>();
-  QString Trouble;
-};
-
-Built ImageOf(const Project& project) {
-  Built built;
-  try {
-    BuildPanelImage(project, {}, *built.Image);
-  } catch (const RunTimeFailure& failure) {
-    built.Trouble = QString::fromUtf8(failure.what());
-  }
-  return built;
-}
 
 void LookAtFile(const CheckScope& scope, const TellFinding& tell) {
   if (!scope.Facts.FileEndsEarly) return;
@@ -36,11 +18,10 @@ void LookAtFile(const CheckScope& scope, const TellFinding& tell) {
 }
 
 void LookAtImage(const CheckScope& scope, const TellFinding& tell) {
-  const Built built = ImageOf(scope.Of);
-  if (!built.Trouble.isEmpty()) return;
+  if (!scope.ImageTrouble.isEmpty()) return;
   std::optional<Item> last;
   for (int address = 0; address < PanelImageSize; ++address) {
-    const Int16 element = (*built.Image)(address);
+    const Int16 element = (*scope.Image)(address);
     if (element >= 0 && element <= 255) continue;
     const std::optional<SettingPlace> place = SettingAt(scope.Of, address);
     if (!place || place->Where == last) continue;
@@ -55,9 +36,8 @@ void LookAtImage(const CheckScope& scope, const TellFinding& tell) {
 }
 
 void LookAtDownload(const CheckScope& scope, const TellFinding& tell) {
-  const Built built = ImageOf(scope.Of);
-  if (built.Trouble.isEmpty()) return;
-  tell({}, QStringLiteral("A download stops: ") + built.Trouble, {});
+  if (scope.ImageTrouble.isEmpty()) return;
+  tell({}, QStringLiteral("A download stops: ") + scope.ImageTrouble, {});
 }
 
 void LookAtDocument(const CheckScope& scope, const TellFinding& tell) {
