@@ -134,6 +134,8 @@ struct Field {
   Type Owner::*Member;
   FieldFacts Facts;
 };
+template <typename Owner, typename Type>
+Field(Type Owner::*, FieldFacts) -> Field<Owner, Type>;
 
 /// The kind of item that an index counts; Panel where it counts none.
 ItemKind KindOf(Axis axis);
