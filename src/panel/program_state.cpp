@@ -10,8 +10,8 @@ QString DocumentFileName;
 FixedArray<Int16, 12> DocumentSectionOff;
 QString HostSoftwareVersion;
 
-// The folder as users know it from Windows; elsewhere it lies in their home. No other place asks for
-// the system.
+// The folder as users know it from Windows; elsewhere it lies in their home. No other place asks
+// for the system.
 QString DataFolder() {
 #ifdef Q_OS_WIN
   return QStringLiteral("C:\\Orv Tamberloom 3");
