@@ -168,10 +168,10 @@ std::vector<Fault> Faults() {
       {"equal-levels", "FL 05 INPUT 1", [&] { cell.DeviceOffLevel(0) = 40; }},
       {"same-name", "GROUP 03", [&] { p.GroupName(1) = p.GroupName(2) = "STAIRS"; }},
       {"long-name", "RELAY 02", [&] { p.RelayName(1) = "STAIRS WEST"; }},
-      {"stale-actions", "FL 3F",
+      {"stale-actions", "FL 3E",
        [&] {
-         FennlinkRecords(63).DeviceType = 1;
-         FennlinkRecords(63).DeviceRelayControl(0, 1) = 3;
+         FennlinkRecords(62).DeviceType = 1;
+         FennlinkRecords(62).DeviceRelayControl(0, 1) = 3;
        }},
       {"module-settings", "PANEL", [&] { p.ModBusBaud = 2; }},
       {"sweep-leaves", "PANEL", [&] { p.OffHoursSweepRelay(2) = 0; }},
@@ -216,6 +216,62 @@ TEST(CheckTest, EachRuleTellsOfItsFaultAndOfNoOther) {
     for (const CheckRule& rule : rules) {
       const bool told = rule.Name == "items-in-use" || seen.count(std::string(rule.Name)) > 0;
       EXPECT_TRUE(told) << rule.Name;
+    }
+  }
+}
+
+TEST(CheckTest, WhatIsJustRightIsNotTold) {
+  auto& p = PanelRecord;
+  const std::function<void()> nearMisses[] = {
+      [] {
+        FennlinkRecords(61).DeviceType = 1;
+        FennlinkRecords(61).DeviceRelayControl(0, 1) = 3;
+      },
+      [&] { p.NormalOpenTime(3) = static_cast<Int16>(p.NormalCloseTime(3) - 1); },
+      [&] { p.TimerDays(0) = 0x7E; },
+      [&] {
+        p.TimerHolidayMonth(0) = 12;
+        p.TimerHolidayDate(0) = 31;
+        p.TimerDays(0) = 0x7F;
+      },
+      [&] {
+        p.TimerRelayControl(1, 2) = 1;
+        p.TimerTimeType(1) = 22;
+        p.TimerTime(1) = 1;
+      },
+      [&] {
+        p.TimerRelayControl(1, 2) = 1;
+        p.TimerTimeType(1) = 22;
+        p.TimerDays(0) = 0x0F;
+        p.TimerDays(1) = 0x70;
+      },
+      [&] { p.RelayName(1) = "STAIRS WES"; },
+      [&] { p.PanelName = "EIGHTEEN CHARACTER"; },
+      [&] { p.GroupName(1) = p.PresetName(1) = "STAIRS"; },
+      [&] { p.GroupName(1) = p.GroupName(SpareItem) = "STAIRS"; },
+      [&] { p.DMXChannel(SpareItem) = 5; },
+      [&] { p.OffHoursSweepRelay(SpareItem) = -1; },
+      [] { DimSetMin(0, 1, DimGetMax(0, 1)); },
+      [] {
+        DimSetTrackMode(0, 0, Track3Point);
+        DimSetPCDev(0, 0, 4);
+        DimSetCIn(0, 0, DimGetBIn(0, 0));
+      },
+      [] { FennlinkRecords(5).DeviceOffLevel(0) = 39; },
+      [] { FennlinkRecords(5).DeviceOffLevel(3) = FennlinkRecords(5).DeviceOnLevel(3) = 7; },
+      [&] {
+        p.AddOnModuleType = 1;
+        p.DMXChannel(0) = 5;
+        DimSetDMX(0, 0, 6);
+      },
+  };
+  int row = 0;
+  for (const auto& make : nearMisses) {
+    SCOPED_TRACE(row++);
+    LoadSoundProject();
+    make();
+    for (const auto& [rule, where] : Found()) {
+      EXPECT_EQ(rule, "items-in-use") << where;
     }
   }
 }

@@ -88,6 +88,21 @@ TEST_F(CompareTest, EachElementOfEachFieldIsToldOnceInWords) {
   EXPECT_EQ(CompareProjects(one, other, false).size(), 2U) << "bits that mean nothing, a device";
 }
 
+TEST_F(CompareTest, EveryDeviceIsLookedAtAndSparesAreNot) {
+  for (int device = 0; device <= DeviceCount; ++device) {
+    Project other = sound;
+    other.Devices(device).DeviceInputType(0) = 1;
+    const auto differences = CompareProjects(sound, other, true);
+    ASSERT_EQ(differences.size(), device == 0 ? 0U : 1U) << device;
+    for (const Difference& row : differences) EXPECT_EQ(row.Where.Number, device);
+  }
+  Project other = sound;
+  other.Panel.RelayTimerType(SpareItem) = other.Panel.InputRelayControl(3, SpareItem) = 1;
+  other.Panel.RelayName(SpareItem) = "SPARE";
+  other.Devices(26).DeviceInputType(DeviceInputCount) = 1;
+  EXPECT_TRUE(CompareProjects(sound, other, true).empty());
+}
+
 TEST_F(CompareTest, DifferencesAreToldInWordsAndNamesWhenAsked) {
   Project other = sound;
   other.Panel.RelayName(2) = "FOYER";

@@ -35,7 +35,7 @@ class TransferTest : public PanelHostTest {
   void ExpectTold(const char* fault, const QString& told, bool staysConnected,
                   std::size_t questions, const std::function<void()>& transfer) {
     SCOPED_TRACE(fault);
-    const FastClock clock(20);
+    const PanelClock clock(panel);
     ConnectToPanel();
     panel->AddFault(fault);
     transfer();
@@ -44,6 +44,30 @@ class TransferTest : public PanelHostTest {
     EXPECT_EQ(Connected != 0, staysConnected);
     ExpectUsable();
     Link.DisconnectQZ();
+  }
+
+  /// What the user does while an answer is due: the panel holds it back until all is done.
+  void WhileRefreshWaits(const std::function<void()>& actions) {
+    const auto held = std::make_shared<QSemaphore>();
+    QSemaphore begun;
+    panel->With([&](simulator::Simulator& s) {
+      const auto hold = [&begun, held] {
+        begun.release();
+        held->acquire();
+      };
+      QMetaObject::invokeMethod(&s, hold, Qt::QueuedConnection);
+    });
+    begun.acquire();
+    const auto usual = WinSockQZ().LongWait;
+    WinSockQZ().LongWait = [&, first = true]() mutable {
+      if (!std::exchange(first, false)) return;
+      QTimer::singleShot(0, window.get(), [&] {
+        actions();
+        held->release();
+      });
+    };
+    Press("cmdRefresh");
+    WinSockQZ().LongWait = usual;
   }
 
   /// Runs `action` once, when block `block` of a transfer shows.
@@ -198,7 +222,7 @@ TEST_F(TransferTest, WhileABlockWaitsTheScreenShowsWhereItIs) {
   for (const Case& c : {Case{true, 300, "Downloading Block 299 Of 640", 299},
                         Case{false, 300, "Uploading Block 299 Of 640", 299}}) {
     ConnectToPanel();
-    panel->AddFault("late:120@" + std::to_string(c.Reply));
+    panel->AddFault("late:1000@" + std::to_string(c.Reply));
     bool seen = false;
     QTimer watch;
     QObject::connect(&watch, &QTimer::timeout, window.get(), [&] {
@@ -234,7 +258,9 @@ TEST_F(TransferTest, TheFocusIsWhereTheWorkGoesOn) {
   Menu("mnuConnect");
   EXPECT_EQ(focus(), "cmdRefresh");
   Menu("mnuRelayStatus");
-  const FastClock clock(50);
+  const PanelClock clock(panel);
+  ConnectTo(QString::fromStdString(TcpAddress()));
+  Menu("mnuRelayStatus");
   panel->AddFault("lost@1x*");
   Press("cmdUpdateStatus");
   EXPECT_EQ(LastMessage(), "Connection To Tamberloom 3 Panel Lost");
@@ -271,29 +297,25 @@ TEST_F(TransferTest, ADocumentThatFitsNoImageIsToldAndNothingIsLocked) {
 
 TEST_F(TransferTest, WhatTheUserDoesDuringAWaitIsDoneInOrderAndTheWindowMayClose) {
   ConnectToPanel();
-  panel->AddFault("late:50x*");
   const std::size_t before = panel->FramesFromHost().size();
-  QTimer::singleShot(10, window.get(), [this] {
+  WhileRefreshWaits([this] {
     for (int i = 0; i < 3; ++i) Press("cmdRefresh");
     Press("cmdSetQZClock");
     Find<Timer>("Timer1").Tick();
   });
-  Press("cmdRefresh");
   EXPECT_EQ(panel->FramesFromHost().size(), before + 5);
   EXPECT_EQ(LinkStatus(), "Connected");
 
   // Leaving forgets a transfer that has not begun, and locks nothing.
-  QTimer::singleShot(10, window.get(), [this] {
+  WhileRefreshWaits([this] {
     Press("cmdUpLoadFromT2");
     Menu("mnuSetup");
   });
-  Press("cmdRefresh");
   Menu("mnuConnect");
   ExpectUsable();
 
   // Disconnecting does not wait, and is no lost connection.
-  QTimer::singleShot(10, window.get(), [this] { Press("cmdConnect"); });
-  Press("cmdRefresh");
+  WhileRefreshWaits([this] { Press("cmdConnect"); });
   EXPECT_EQ(Connected, 0);
   EXPECT_TRUE(messages.empty());
   ExpectUsable();
@@ -318,6 +340,7 @@ TEST_F(TransferTest, TheCloseBoxAsksBeforeItLeavesAPanelHalfNew) {
       panel.emplace(PtyPanel());
       OpenConnect(0);
       Press("cmdConnect");
+      ASSERT_EQ(Connected, -1) << Find<QLabel>("lblTrouble").text().toStdString();
     } else {
       ConnectToPanel();
     }

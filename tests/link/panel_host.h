@@ -59,6 +59,72 @@ class FastClock : ClockSeams {
   };
 };
 
+/// A clock that stands while anything of a conversation with the panel is on its way, and goes to
+/// the end of a wait for what will never come.
+class PanelClock : HandClock {
+ public:
+  explicit PanelClock(std::optional<simulator::PanelThread>& panel) {
+    ReplaceTransports(nullptr, std::make_unique<Socket>(static_cast<HandClock&>(*this), panel));
+  }
+  ~PanelClock() { ReplaceTransports(nullptr, nullptr); }
+
+ private:
+  struct Socket : SocketControl {
+    Socket(HandClock& clock, std::optional<simulator::PanelThread>& panel)
+        : Clock(clock), Panel(panel), Real(NewSocketControl()) {}
+    void SetLocalPort(quint16 port) override { Real->SetLocalPort(port); }
+    void SetRemoteHost(const QString& host) override { Real->SetRemoteHost(host); }
+    void SetRemotePort(quint16 port) override { Real->SetRemotePort(port); }
+    void Connect() override { Real->Connect(); }
+    int State() const override { return Real->State(); }
+    void Close() override { Real->Close(); }
+    void SendData(const std::string& text) override {
+      ++Sent;
+      Real->SendData(text);
+    }
+    std::string GetData() override {
+      const std::string data = Real->GetData();
+      Taken += data.size();
+      return data;
+    }
+    int BytesReceived() override { return Real->BytesReceived(); }
+    void Wait(int count, qint64 ms) override {
+      Real->LongWait = LongWait;
+      if (State() != Up) return Real->Wait(count, ms);
+      const auto waiting = [&] { return BytesReceived() < count && State() != Closed; };
+      constexpr qint64 lookMs = 20;
+      do {
+        Real->Wait(count, lookMs);
+      } while (waiting() && SomethingComes(ms));
+      if (waiting()) Clock.NowMs += ms;
+    }
+
+    /// Whether the panel has still to answer, or its answer to arrive within the wait.
+    bool SomethingComes(qint64 ms) {
+      using Way = simulator::FrameLog::Direction;
+      std::size_t asked = 0;
+      std::size_t told = 0;
+      Panel->With([&](simulator::Simulator& s) {
+        std::size_t last = 0;
+        for (const auto& entry : s.Log().Entries()) {
+          if (entry.Way == Way::FromHost) ++asked;
+          if (entry.Way == Way::ToHost) told += last = entry.Text.size();
+          const QString note = QString::fromStdString(entry.Text);
+          const bool held = entry.Way == Way::Note && note.startsWith(u"held back");
+          if (held && note.section(u' ', 2, 2).toLongLong() >= ms) told -= last;
+        }
+      });
+      return asked < Sent || Taken + static_cast<std::size_t>(BytesReceived()) < told;
+    }
+
+    HandClock& Clock;
+    std::optional<simulator::PanelThread>& Panel;
+    std::unique_ptr<SocketControl> Real;
+    std::size_t Sent = 0;
+    std::size_t Taken = 0;
+  };
+};
+
 /// The main window with the connection screen, and simulated panels for it to reach.
 class PanelHostTest : public ScreenTest {
  protected:

@@ -191,6 +191,11 @@ TEST_F(MainWindowTest, AProjectDroppedIsOpenedUnderTheRulesOfOpen) {
   drop(nextFileName);
   EXPECT_EQ(messages.size(), 1U);
   EXPECT_EQ(PanelRecord.ComPort, 3);
+  DisableMainMenus();
+  drop(nextFileName);
+  EXPECT_EQ(messages.size(), 1U) << "not while the menus are off";
+  EXPECT_EQ(PanelRecord.ComPort, 3);
+  EnableMainMenus();
   drop(nextFileName);
   EXPECT_EQ(PanelRecord.ComPort, 9);
   EXPECT_EQ(DataChanged, 0);

@@ -90,6 +90,7 @@ class Driven {
   ~Driven() {
     Process.terminate();
     if (!Process.waitForFinished(StepMs)) Process.kill();
+    EXPECT_EQ(Process.exitStatus(), QProcess::NormalExit) << "the signal is handled";
   }
 
   /// Whether the driver could do it now.
