@@ -371,7 +371,7 @@ TEST_F(TransferTest, APseudoTerminalLinkedAsAPortCarriesATransfer) {
   OpenConnect(0);
   EXPECT_TRUE(Find<OptionButton>("optComPort(6)").isEnabled());
   Press("cmdConnect");
-  ASSERT_EQ(Connected, -1);
+  ASSERT_EQ(Connected, -1) << Find<QLabel>("lblTrouble").text().toStdString();
   Download();
   EXPECT_EQ(LastMessage(), "Download Complete");
   ExpectMemoryIsImage();

@@ -168,7 +168,7 @@ class PanelHostTest : public ScreenTest {
     TcpAddress() = address.toStdString();
     OpenConnect(2);
     Press("cmdConnect");
-    ASSERT_EQ(Connected, -1);
+    ASSERT_EQ(Connected, -1) << Find<QLabel>("lblTrouble").text().toStdString();
     messages.clear();
   }
 
