@@ -1,10 +1,10 @@
 #include "config/add_on_dmx_form.h"
 
 #include "panel/code_page.h"
-#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/words.h"
 #include "shell/editor_rows.h"
+#include "shell/field_column.h"
 
 namespace {
 
@@ -45,14 +45,14 @@ void frmT3AddOnModuleDMX::Form_Load() {
 
   grid = new RowGrid(ItemCount, QStringLiteral("Relay "));
   lblRelayName = grid->AddNames("lblRelayName");
-  lblDMXChan = grid->Add<Label>(
-      "lblDMXChan", {.HeaderText = QStringLiteral("Channel"), .Act = CellAct::OpensList});
-  lblDMXChan.OnEach(&Label::Click, this, &frmT3AddOnModuleDMX::lblDMXChan_Click);
+  lblDMXChan.Add(this, grid,
+                 FieldColumn<&PanelRecordType::DMXChannel>(
+                     "cboNewDMX", {.HeaderText = QStringLiteral("Channel")},
+                     QStringList{QStringLiteral("None")} +
+                         NumberItems(1, LastChannel, QStringLiteral("DMX "))),
+                 &frmT3AddOnModuleDMX::ShowDMXConfiguration, &frmT3AddOnModuleDMX::lblDMXChan_Click,
+                 &frmT3AddOnModuleDMX::cboNewDMX_Click);
   AddWidget(grid);
-  cboNewDMX = new InPlaceList(
-      this, "cboNewDMX",
-      QStringList{QStringLiteral("None")} + NumberItems(1, LastChannel, QStringLiteral("DMX ")));
-  cboNewDMX->Click = [this] { cboNewDMX_Click(); };
   AddHint(
       QStringLiteral("Once the first relay has a channel, Auto Map gives the relays after it the "
                      "channels that follow."));
@@ -64,25 +64,11 @@ void frmT3AddOnModuleDMX::Form_Activate() {
 }
 
 void frmT3AddOnModuleDMX::ShowDMXConfiguration() {
-  for (int relay = 0; relay < PanelIOCount(); ++relay) {
-    lblDMXChan(relay).SetCaption(cboNewDMX->ValueText(PanelRecord.DMXChannel(relay)));
-  }
+  lblDMXChan.Show(PanelIOCount());
   cmdAutoMap->setVisible(PanelRecord.DMXChannel(0) != 0);
   cboOnLevel->SetListIndex(PanelRecord.DMXOnLevel - 1);
   cboOffLevel->SetListIndex(PanelRecord.DMXOffLevel - 1);
   cboFilter->SetListIndex(PanelRecord.DMXFilter);
-}
-
-void frmT3AddOnModuleDMX::lblDMXChan_Click(int index) {
-  SelectedRow = static_cast<Int16>(index);
-  cboNewDMX->Open(lblDMXChan(index), PanelRecord.DMXChannel(index));
-}
-
-void frmT3AddOnModuleDMX::cboNewDMX_Click() {
-  PanelRecord.DMXChannel(SelectedRow) = static_cast<Int16>(cboNewDMX->ListIndex());
-  cboNewDMX->Close();
-  ShowDMXConfiguration();
-  DataChanged = -1;
 }
 
 void frmT3AddOnModuleDMX::cboOnLevel_Click() {

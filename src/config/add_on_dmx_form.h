@@ -1,8 +1,7 @@
 #pragma once
 
 #include "panel/fixed_array.h"
-#include "shell/in_place_list.h"
-#include "shell/row_grid.h"
+#include "shell/list_column.h"
 
 /// The DMX module: the channel of each relay, and the levels sent for on and off.
 class frmT3AddOnModuleDMX : public ChildForm {
@@ -12,21 +11,19 @@ class frmT3AddOnModuleDMX : public ChildForm {
   void Form_Activate() override;
 
   void ShowDMXConfiguration();
-  void lblDMXChan_Click(int index);
-  void cboNewDMX_Click();
+  void lblDMXChan_Click(int index) { lblDMXChan.Open(index); }
+  void cboNewDMX_Click() { lblDMXChan.Take(); }
   void cboOnLevel_Click();
   void cboOffLevel_Click();
   void cboFilter_Click();
   void cmdAutoMap_Click();
 
  private:
-  Int16 SelectedRow = 0;
   ComboBox* cboOnLevel = nullptr;
   ComboBox* cboOffLevel = nullptr;
   ComboBox* cboFilter = nullptr;
   Button* cmdAutoMap = nullptr;
   RowGrid* grid = nullptr;
   ControlArray<Label> lblRelayName;
-  ControlArray<Label> lblDMXChan;
-  InPlaceList* cboNewDMX = nullptr;
+  ListColumn lblDMXChan;
 };

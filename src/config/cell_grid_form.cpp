@@ -100,10 +100,13 @@ void CellGridForm::Form_Load() {
   lblName = grid->AddNames(Row.NameLabel);
   QStringList words;
   for (const CellState& state : Row.States) words << ToUnicode(state.Text);
-  lblCell = grid->Add<Label>(Row.CellLabel,
-                             {.Chars = 8,
-                              .Act = Row.States.size() == 2 ? CellAct::Toggles : CellAct::Cycles,
-                              .Words = words});
+  lblCell = grid->Add<Label>(
+      Row.CellLabel, {.Chars = 8,
+                      .Act = Row.States.size() == 2 ? CellAct::Toggles : CellAct::Cycles,
+                      .Words = words,
+                      .Put = [this](int row, int state) {
+                        SetCell(row, static_cast<Int16>(Row.States.size() == 2 ? -state : state));
+                      }});
   lblCell.OnEach(&Label::Click, this, &CellGridForm::lblCell_Click);
   AddWidget(grid);
   if (!Row.Selector) return;
@@ -149,7 +152,11 @@ void CellGridForm::cboSelector_Click() {
 }
 
 void CellGridForm::lblCell_Click(int index) {
-  Cell(index) = NextCode(Cell(index), Row.States);
+  SetCell(index, NextCode(Cell(index), Row.States));
+}
+
+void CellGridForm::SetCell(int row, Int16 code) {
+  Cell(row) = code;
   ShowCells();
   DataChanged = -1;
 }

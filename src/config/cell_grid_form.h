@@ -21,6 +21,7 @@ class CellGridForm : public ChildForm {
  private:
   int RowCount() const;
   Int16& Cell(int row) const;
+  void SetCell(int row, Int16 code);
 
   const CellGridScreen& Row;
   ComboBox* cboSelector = nullptr;

@@ -18,14 +18,18 @@ void ControlGridForm::AddGrid(QHBoxLayout* selectors) {
   }
   grid = new RowGrid(ItemCount, relays ? QStringLiteral("Relay ") : QStringLiteral("Group "));
   names = grid->AddNames(relays ? "lblRelayName" : "lblGroupName");
-  lblControl = grid->Add<Label>("lblControl", {.Act = CellAct::OpensList});
-  lblControl.OnEach(&Label::Click, this, &ControlGridForm::lblControl_Click);
+  lblControl.Add(this, grid,
+                 {.Cells = "lblControl",
+                  .List = "cboControl",
+                  .Item = [this](int row) { return *Cell(row); },
+                  .Store = [this](int row, int item) { *Cell(row) = static_cast<Int16>(item); },
+                  .OpeningMarks = true},
+                 &ControlGridForm::ShowControl, &ControlGridForm::lblControl_Click,
+                 &ControlGridForm::cboControl_Click);
   AddWidget(grid);
   lblNoActions = Add<Label>(nullptr, "lblNoActions");
   lblNoActions->SetLook(Label::Look::Quiet);
   AddWidget(lblNoActions);
-  cboControl = new InPlaceList(this, "cboControl");
-  cboControl->Click = [this] { cboControl_Click(); };
   HideControlledItems();
 }
 
@@ -34,12 +38,12 @@ void ControlGridForm::FillPresets() {
 }
 
 void ControlGridForm::SetControlOptions() {
-  cboControl->Close();
-  cboControl->Clear();
+  lblControl.List().Close();
+  lblControl.List().Clear();
   const auto options = SelectedOptions();
   ShowElsewhere(options);
   if (!options) return;
-  cboControl->SetItems(Items(options->Actions));
+  lblControl.List().SetItems(Items(options->Actions));
   MaxControlCode = options->MaxControlCode();
 }
 
@@ -120,27 +124,19 @@ void ControlGridForm::LimitToList(Int16& cell) const {
 
 void ControlGridForm::ShowControl() {
   if (!Cell(0)) return;
-  for (int row = 0; row < ItemCount; ++row) {
-    LimitToList(*Cell(row));
-    lblControl(row).SetCaption(cboControl->ValueText(*Cell(row)));
-  }
+  for (int row = 0; row < ItemCount; ++row) LimitToList(*Cell(row));
+  lblControl.Show(ItemCount);
   if (cboPreset) cboPreset->SetListIndex(*SelectedPreset());
 }
 
 void ControlGridForm::lblControl_Click(int index) {
   if (!Cell(index)) return;
-  SelectedRow = static_cast<Int16>(index);
   LimitToList(*Cell(index));
-  cboControl->Open(lblControl(index), *Cell(index));
-  DataChanged = -1;
+  lblControl.Open(index);
 }
 
 void ControlGridForm::cboControl_Click() {
-  if (!Cell(SelectedRow)) return;
-  *Cell(SelectedRow) = static_cast<Int16>(cboControl->ListIndex());
-  cboControl->Close();
-  ShowControl();
-  DataChanged = -1;
+  if (Cell(0)) lblControl.Take();
 }
 
 void ControlGridForm::cboPreset_Click() {

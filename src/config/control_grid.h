@@ -2,8 +2,7 @@
 
 #include "panel/input_actions.h"
 #include "panel/panel_record.h"
-#include "shell/in_place_list.h"
-#include "shell/row_grid.h"
+#include "shell/list_column.h"
 
 /// The base of the editors that say what one input does to the rows of a control table. A derived
 /// editor adds its selectors, tells which input is selected, and calls SetControlOptions,
@@ -51,10 +50,8 @@ class ControlGridForm : public ChildForm {
   QWidget* FocusWithoutGrid(QWidget* selector) override;
 
   ControlTable Table;
-  Int16 SelectedRow = 0;
   Int16 MaxControlCode = 0;
   ComboBox* cboPreset = nullptr;  ///< In the relay editor only.
-  InPlaceList* cboControl = nullptr;
 
   RowGrid* grid = nullptr;
 
@@ -67,5 +64,5 @@ class ControlGridForm : public ChildForm {
   Label* lblPreset = nullptr;
   Label* lblNoActions = nullptr;  ///< Where an input without rows is set.
   ControlArray<Label> names;
-  ControlArray<Label> lblControl;
+  ListColumn lblControl;
 };

@@ -96,24 +96,30 @@ void frmT3ConfigureFennlinkDevices::AddInputRows(int family) {
   FamilyFrame& frame = frames[static_cast<std::size_t>(family)];
   frame.InputType = frame.Grid->Add<ComboBox>(ControlName("cboInput", family, "Type").constData(),
                                               {.Chars = 22, .HeaderText = QStringLiteral("Type")});
-  frame.TimedOn = frame.Grid->Add<Label>(
-      ControlName("lblInput", family, "TimedOn").constData(),
-      {.Chars = 14, .HeaderText = QStringLiteral("Timed On"), .Act = CellAct::OpensList});
+  static const QStringList times = NumberItems(ShortestTimedOn, LongestTimedOn, {}, Minutes);
+  frame.TimedOn.Add(
+      this, frame.Grid,
+      {.Cells = ControlName("lblInput", family, "TimedOn"),
+       .List = ControlName("cboInput", family, "NewTime"),
+       .Look = {.Chars = 14, .HeaderText = QStringLiteral("Timed On")},
+       .Items = times,
+       .Item = [this](int input) { return TimedOnIndex(Device().DeviceTimedOnTime(input)); },
+       .Store = [this](int input,
+                       int item) { Device().DeviceTimedOnTime(input) = item + ShortestTimedOn; },
+       .Text =
+           [this](int input) {
+             return QStringLiteral(" %1").arg(Device().DeviceTimedOnTime(input)) + Minutes;
+           }},
+      &frmT3ConfigureFennlinkDevices::ShowConfiguration);
   const QStringList types = InputTypeItems(Family(family).LastType);
   for (int input = 0; input < frame.InputType.Count(); ++input) {
-    ComboBox& list = frame.InputType(input);
-    list.SetItems(types);
-    list.setPlaceholderText(QStringLiteral("Choose a type"));
-    list.Click = [this, family, input] { cboInputType_Click(family, input); };
-    frame.TimedOn(input).Click = [this, family, input] { lblInputTimedOn_Click(family, input); };
+    ComboBox& type = frame.InputType(input);
+    type.SetItems(types);
+    type.setPlaceholderText(QStringLiteral("Choose a type"));
+    type.Click = [this, family, input] { cboInputType_Click(family, input); };
   }
   // The first row is in every frame and keeps the room of the times while all are hidden.
   KeepRoomWhileHidden(frame.TimedOn(0));
-
-  static const QStringList times = NumberItems(ShortestTimedOn, LongestTimedOn, {}, Minutes);
-  frame.NewTime =
-      new InPlaceList(this, ControlName("cboInput", family, "NewTime").constData(), times);
-  frame.NewTime->Click = [this, family] { cboInputNewTime_Click(family); };
 }
 
 void frmT3ConfigureFennlinkDevices::AddLevelRows(RowGrid* grid) {
@@ -161,13 +167,12 @@ void frmT3ConfigureFennlinkDevices::ShowConfiguration() {
 
 void frmT3ConfigureFennlinkDevices::ShowInputs(const FamilyFrame& frame) {
   const FennlinkRecord& device = Device();
+  frame.TimedOn.Show(FennlinkDevice(device.DeviceType).InputCount);
   const int timedOn = FennlinkTimedOnIndex(device.DeviceType);
   for (int input = 0; input < FennlinkDevice(device.DeviceType).InputCount; ++input) {
     const int inputType = device.DeviceInputType(input);
     frame.InputType(input).SetListIndex(inputType);
-    Label& time = frame.TimedOn(input);
-    time.SetCaption(QStringLiteral(" %1").arg(device.DeviceTimedOnTime(input)) + Minutes);
-    time.setVisible(inputType == timedOn);
+    frame.TimedOn(input).setVisible(inputType == timedOn);
   }
 }
 
@@ -197,20 +202,6 @@ void frmT3ConfigureFennlinkDevices::cboFLinkType_Click() {
 void frmT3ConfigureFennlinkDevices::cboInputType_Click(int family, int index) {
   const ComboBox& list = frames[static_cast<std::size_t>(family)].InputType(index);
   Device().DeviceInputType(index) = static_cast<Int16>(list.ListIndex());
-  ShowConfiguration();
-  DataChanged = -1;
-}
-
-void frmT3ConfigureFennlinkDevices::lblInputTimedOn_Click(int family, int index) {
-  const FamilyFrame& frame = frames[static_cast<std::size_t>(family)];
-  SelectedRow = static_cast<Int16>(index);
-  frame.NewTime->Open(frame.TimedOn(index), TimedOnIndex(Device().DeviceTimedOnTime(index)));
-}
-
-void frmT3ConfigureFennlinkDevices::cboInputNewTime_Click(int family) {
-  InPlaceList* list = frames[static_cast<std::size_t>(family)].NewTime;
-  Device().DeviceTimedOnTime(SelectedRow) = list->ListIndex() + ShortestTimedOn;
-  list->Close();
   ShowConfiguration();
   DataChanged = -1;
 }

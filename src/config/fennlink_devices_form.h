@@ -4,8 +4,7 @@
 #include "panel/live_project.h"
 #include "panel/words.h"
 #include "shell/device_list.h"
-#include "shell/in_place_list.h"
-#include "shell/row_grid.h"
+#include "shell/list_column.h"
 
 /// The type of each Fennlink device, and by its family the types of its inputs or the levels of its
 /// photocell. A `family` is an index in FennlinkFamilies.
@@ -19,8 +18,6 @@ class frmT3ConfigureFennlinkDevices : public ChildForm {
   void cboFLinkDevice_Click();
   void cboFLinkType_Click();
   void cboInputType_Click(int family, int index);
-  void lblInputTimedOn_Click(int family, int index);
-  void cboInputNewTime_Click(int family);
   void hsInputFOffLevel_Change(int index);
   void hsInputFOnLevel_Change(int index);
 
@@ -30,8 +27,7 @@ class frmT3ConfigureFennlinkDevices : public ChildForm {
     QGroupBox* Frame = nullptr;
     RowGrid* Grid = nullptr;
     ControlArray<ComboBox> InputType;
-    ControlArray<Label> TimedOn;
-    InPlaceList* NewTime = nullptr;
+    ListColumn TimedOn;
   };
 
   FennlinkRecord& Device() const { return FennlinkRecords(SelectedDevice); }
@@ -42,7 +38,6 @@ class frmT3ConfigureFennlinkDevices : public ChildForm {
   void ShowLevels();
 
   int SelectedDevice = 0;  ///< Survives a reactivation.
-  Int16 SelectedRow = 0;
   DeviceList* cboFLinkDevice = nullptr;
   Label* lblFLinkType = nullptr;
   ComboBox* cboFLinkType = nullptr;

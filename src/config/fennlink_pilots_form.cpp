@@ -6,7 +6,6 @@
 #include "panel/live_project.h"
 #include "panel/pilot_code.h"
 #include "panel/pilot_source.h"
-#include "panel/program_state.h"
 #include "shell/shell.h"
 
 frmT3FennlinkPilots::frmT3FennlinkPilots()
@@ -22,17 +21,40 @@ void frmT3FennlinkPilots::Form_Load() {
 
   grid = new RowGrid(DeviceInputCount, QStringLiteral("Input "));
   lblInputName = grid->AddNames("lblInputName", 14);
-  lblPilotSource = grid->Add<Label>("lblPilotSource", {.Chars = 16,
-                                                       .HeaderText = QStringLiteral("Source"),
-                                                       .Act = CellAct::OpensList,
-                                                       .Words = Items(FennlinkPilotSources)});
-  lblPilotNumber =
-      grid->Add<Label>("lblPilotNumber", {.Chars = 8,
-                                          .HeaderText = QStringLiteral("Number"),
-                                          .Act = CellAct::OpensList,
-                                          .Words = {QStringLiteral("On"), QStringLiteral("Off")}});
-  lblPilotSource.OnEach(&Label::Click, this, &frmT3FennlinkPilots::lblPilotSource_Click);
-  lblPilotNumber.OnEach(&Label::Click, this, &frmT3FennlinkPilots::lblPilotNumber_Click);
+  const QStringList sources = Items(FennlinkPilotSources);
+  lblPilotSource.Add(
+      this, grid,
+      {.Cells = "lblPilotSource",
+       .List = "cboNewSource",
+       .Look = {.Chars = 16, .HeaderText = QStringLiteral("Source"), .Words = sources},
+       .Items = sources,
+       .Item = [this](int input) { return PilotSource(Pilot(input)); },
+       .Store = [this](int input,
+                       int item) { Pilot(input) = WithPilotSource(Pilot(input), item); }},
+      &frmT3FennlinkPilots::ShowPilotConfiguration, &frmT3FennlinkPilots::lblPilotSource_Click,
+      &frmT3FennlinkPilots::cboNewSource_Click);
+  const QStringList states{QStringLiteral("On"), QStringLiteral("Off")};
+  lblPilotNumber.Add(
+      this, grid,
+      {.Cells = "lblPilotNumber",
+       .List = "cboNewNumber",
+       .Look = {.Chars = 8, .HeaderText = QStringLiteral("Number"), .Words = states},
+       .ItemsOf = [this, states](
+                      int input) { return IsStatic(input) ? states : NumberItems(1, ItemCount); },
+       .Item = [this](int input) { return PilotNumber(Pilot(input)); },
+       .Store =
+           [this](int input, int item) {
+             Int16& pilot = Pilot(input);
+             pilot = IsStatic(input) ? static_cast<Int16>(item == 0) : WithPilotNumber(pilot, item);
+           },
+       .Text =
+           [this](int input) {
+             const Int16 pilot = Pilot(input);
+             if (!IsStatic(input)) return QStringLiteral(" %1").arg(PilotNumber(pilot) + 1);
+             return (pilot & 1) != 0 ? QStringLiteral(" On") : QStringLiteral(" Off");
+           }},
+      &frmT3FennlinkPilots::ShowPilotConfiguration, &frmT3FennlinkPilots::lblPilotNumber_Click,
+      &frmT3FennlinkPilots::cboNewNumber_Click);
   AddWidget(grid);
 
   auto* buttons = AddRow();
@@ -43,10 +65,6 @@ void frmT3FennlinkPilots::Form_Load() {
                                 QStringLiteral("Auto Map Pilots For All Fennlink Devices"));
   cmdAutoMapAllFL->Click = [this] { cmdAutoMapAllFL_Click(); };
 
-  cboNewSource = new InPlaceList(this, "cboNewSource", Items(FennlinkPilotSources));
-  cboNewSource->Click = [this] { cboNewSource_Click(); };
-  cboNewNumber = new InPlaceList(this, "cboNewNumber", NumberItems(1, ItemCount));
-  cboNewNumber->Click = [this] { cboNewNumber_Click(); };
   AddHint(
       QStringLiteral("Auto map lets each pilot follow the preset of its input, else the first "
                      "relay that the input acts on, else the first group."));
@@ -67,17 +85,14 @@ void frmT3FennlinkPilots::ShowPilotConfiguration() {
   cmdAutoMapAllFL->setVisible(hasPilots);
   for (int input = 0; input < DeviceInputCount; ++input) {
     lblInputName(input).SetCaption(u' ' + DeviceInputText(ToUnicode(device.DeviceName), input));
-    const Int16 pilot = Pilot(input);
-    const int source = PilotSource(pilot);
-    lblPilotSource(input).SetCaption(cboNewSource->ValueText(source));
-    lblPilotNumber(input).SetAct(source == PilotStatic ? CellAct::Cycles : CellAct::OpensList);
-    if (source == PilotStatic) {
-      lblPilotNumber(input).SetCaption((pilot & 1) != 0 ? QStringLiteral(" On")
-                                                        : QStringLiteral(" Off"));
-    } else {
-      lblPilotNumber(input).SetCaption(QStringLiteral(" %1").arg(PilotNumber(pilot) + 1));
-    }
+    lblPilotNumber(input).SetAct(IsStatic(input) ? CellAct::Cycles : CellAct::OpensList);
   }
+  lblPilotSource.Show(DeviceInputCount);
+  lblPilotNumber.Show(DeviceInputCount);
+}
+
+bool frmT3FennlinkPilots::IsStatic(int input) const {
+  return PilotSource(Pilot(input)) == PilotStatic;
 }
 
 void frmT3FennlinkPilots::cboFennlinkDevice_Click() {
@@ -123,35 +138,12 @@ void frmT3FennlinkPilots::cmdAutoMapAllFL_Click() {
   MsgBox(QStringLiteral("Auto Map Complete"), MsgIcon::None, title);
 }
 
-void frmT3FennlinkPilots::lblPilotSource_Click(int index) {
-  SelectedRow = static_cast<Int16>(index);
-  cboNewSource->Open(lblPilotSource(index), PilotSource(Pilot(index)));
-}
-
 void frmT3FennlinkPilots::lblPilotNumber_Click(int index) {
-  SelectedRow = static_cast<Int16>(index);
-  Int16& pilot = Pilot(index);
-  if (PilotSource(pilot) == PilotStatic) {
-    CloseLists();
-    pilot = pilot == 0 ? 1 : 0;
-    ShowPilotConfiguration();
-  } else {
-    cboNewNumber->Open(lblPilotNumber(index), PilotNumber(pilot));
+  if (!IsStatic(index)) {
+    lblPilotNumber.Open(index);
+    return;
   }
-}
-
-void frmT3FennlinkPilots::cboNewSource_Click() {
-  Int16& pilot = Pilot(SelectedRow);
-  pilot = WithPilotSource(pilot, cboNewSource->ListIndex());
-  cboNewSource->Close();
+  CloseLists();
+  Pilot(index) = Pilot(index) == 0 ? 1 : 0;
   ShowPilotConfiguration();
-  DataChanged = -1;
-}
-
-void frmT3FennlinkPilots::cboNewNumber_Click() {
-  Int16& pilot = Pilot(SelectedRow);
-  pilot = WithPilotNumber(pilot, cboNewNumber->ListIndex());
-  cboNewNumber->Close();
-  ShowPilotConfiguration();
-  DataChanged = -1;
 }

@@ -2,8 +2,7 @@
 
 #include "panel/live_project.h"
 #include "shell/device_list.h"
-#include "shell/in_place_list.h"
-#include "shell/row_grid.h"
+#include "shell/list_column.h"
 
 /// What the indicator of each input of a Fennlink device follows.
 class frmT3FennlinkPilots : public ChildForm {
@@ -18,26 +17,24 @@ class frmT3FennlinkPilots : public ChildForm {
   void cmdAutoMapAllFL_Click();
   /// Maps the pilot of AutoMapInput of AutoMapDevice to what the input controls.
   void AutoMapAnInput();
-  void lblPilotSource_Click(int index);
+  void lblPilotSource_Click(int index) { lblPilotSource.Open(index); }
   void lblPilotNumber_Click(int index);
-  void cboNewSource_Click();
-  void cboNewNumber_Click();
+  void cboNewSource_Click() { lblPilotSource.Take(); }
+  void cboNewNumber_Click() { lblPilotNumber.Take(); }
 
  private:
   void AutoMapInputs(int device);
   Int16& Pilot(int input) const { return FennlinkRecords(SelectedDevice).DevicePilot(input); }
+  bool IsStatic(int input) const;
 
   int SelectedDevice = 0;  ///< Survives a reactivation.
-  Int16 SelectedRow = 0;
   Int16 AutoMapDevice = 0;
   Int16 AutoMapInput = 0;
   DeviceList* cboFennlinkDevice = nullptr;
   RowGrid* grid = nullptr;
   ControlArray<Label> lblInputName;
-  ControlArray<Label> lblPilotSource;
-  ControlArray<Label> lblPilotNumber;
+  ListColumn lblPilotSource;
+  ListColumn lblPilotNumber;
   Button* cmdAutoMapThisFL = nullptr;
   Button* cmdAutoMapAllFL = nullptr;
-  InPlaceList* cboNewSource = nullptr;
-  InPlaceList* cboNewNumber = nullptr;
 };

@@ -1,9 +1,8 @@
 #include "config/input_options_form.h"
 
 #include "panel/input_actions.h"
-#include "panel/live_project.h"
-#include "panel/program_state.h"
 #include "shell/editor_rows.h"
+#include "shell/field_column.h"
 
 namespace {
 
@@ -19,21 +18,21 @@ frmT3InputOptions::frmT3InputOptions()
 void frmT3InputOptions::Form_Load() {
   grid = new RowGrid(ItemCount, QStringLiteral("Input "));
   lblInputName = grid->AddNames("lblInputName");
-  lblInputType = grid->Add<Label>(
-      "lblInputType", {.HeaderText = QStringLiteral("Type"), .Act = CellAct::OpensList});
-  lblInputTimedOn = grid->Add<Label>("lblInputTimedOn", {.Chars = 9,
-                                                         .HeaderText = QStringLiteral("Timed On"),
-                                                         .SharesCell = true,
-                                                         .Act = CellAct::OpensList});
-  lblInputType.OnEach(&Label::Click, this, &frmT3InputOptions::lblInputType_Click);
-  lblInputTimedOn.OnEach(&Label::Click, this, &frmT3InputOptions::lblInputTimedOn_Click);
+  lblInputType.Add(this, grid,
+                   FieldColumn<&PanelRecordType::InputType>("cboNewType",
+                                                            {.HeaderText = QStringLiteral("Type")}),
+                   &frmT3InputOptions::ShowInputConfiguration,
+                   &frmT3InputOptions::lblInputType_Click, &frmT3InputOptions::cboNewType_Click);
+  auto timedOn = FieldColumn<&PanelRecordType::InputTimedOnTime>(
+      "cboNewTime", {.Chars = 9, .HeaderText = QStringLiteral("Timed On"), .SharesCell = true},
+      NumberItems(ShortestTimedOn, LongestTimedOn, {}, QStringLiteral("Min")), ShortestTimedOn);
+  timedOn.Text = [](int input) {
+    return QStringLiteral(" %1 Min").arg(PanelRecord.InputTimedOnTime(input));
+  };
+  lblInputTimedOn.Add(this, grid, timedOn, &frmT3InputOptions::ShowInputConfiguration,
+                      &frmT3InputOptions::lblInputTimedOn_Click,
+                      &frmT3InputOptions::cboNewTime_Click);
   AddWidget(grid);
-
-  cboNewType = new InPlaceList(this, "cboNewType", Items(InputTypes));
-  cboNewType->Click = [this] { cboNewType_Click(); };
-  cboNewTime = new InPlaceList(
-      this, "cboNewTime", NumberItems(ShortestTimedOn, LongestTimedOn, {}, QStringLiteral("Min")));
-  cboNewTime->Click = [this] { cboNewTime_Click(); };
 }
 
 void frmT3InputOptions::Form_Activate() {
@@ -42,34 +41,9 @@ void frmT3InputOptions::Form_Activate() {
 }
 
 void frmT3InputOptions::ShowInputConfiguration() {
+  lblInputType.Show(PanelIOCount());
+  lblInputTimedOn.Show(PanelIOCount());
   for (int input = 0; input < PanelIOCount(); ++input) {
-    lblInputType(input).SetCaption(cboNewType->ValueText(PanelRecord.InputType(input)));
-    lblInputTimedOn(input).SetCaption(
-        QStringLiteral(" %1 Min").arg(PanelRecord.InputTimedOnTime(input)));
     lblInputTimedOn(input).setVisible(IsTimedOn(input));
   }
-}
-
-void frmT3InputOptions::lblInputType_Click(int index) {
-  SelectedRow = static_cast<Int16>(index);
-  cboNewType->Open(lblInputType(index), PanelRecord.InputType(index));
-}
-
-void frmT3InputOptions::lblInputTimedOn_Click(int index) {
-  SelectedRow = static_cast<Int16>(index);
-  cboNewTime->Open(lblInputTimedOn(index), TimedOnIndex(PanelRecord.InputTimedOnTime(index)));
-}
-
-void frmT3InputOptions::cboNewType_Click() {
-  PanelRecord.InputType(SelectedRow) = static_cast<Int16>(cboNewType->ListIndex());
-  cboNewType->Close();
-  ShowInputConfiguration();
-  DataChanged = -1;
-}
-
-void frmT3InputOptions::cboNewTime_Click() {
-  PanelRecord.InputTimedOnTime(SelectedRow) = cboNewTime->ListIndex() + ShortestTimedOn;
-  cboNewTime->Close();
-  ShowInputConfiguration();
-  DataChanged = -1;
 }

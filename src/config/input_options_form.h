@@ -1,8 +1,7 @@
 #pragma once
 
 #include "panel/fixed_array.h"
-#include "shell/in_place_list.h"
-#include "shell/row_grid.h"
+#include "shell/list_column.h"
 
 /// The type of each local input, and the time of a Timed On input.
 class frmT3InputOptions : public ChildForm {
@@ -12,17 +11,14 @@ class frmT3InputOptions : public ChildForm {
   void Form_Activate() override;
 
   void ShowInputConfiguration();
-  void lblInputType_Click(int index);
-  void lblInputTimedOn_Click(int index);
-  void cboNewType_Click();
-  void cboNewTime_Click();
+  void lblInputType_Click(int index) { lblInputType.Open(index); }
+  void lblInputTimedOn_Click(int index) { lblInputTimedOn.Open(index); }
+  void cboNewType_Click() { lblInputType.Take(); }
+  void cboNewTime_Click() { lblInputTimedOn.Take(); }
 
  private:
-  Int16 SelectedRow = 0;
   RowGrid* grid = nullptr;
   ControlArray<Label> lblInputName;
-  ControlArray<Label> lblInputType;
-  ControlArray<Label> lblInputTimedOn;
-  InPlaceList* cboNewType = nullptr;
-  InPlaceList* cboNewTime = nullptr;
+  ListColumn lblInputType;
+  ListColumn lblInputTimedOn;
 };

@@ -2,7 +2,6 @@
 
 #include "panel/live_project.h"
 #include "panel/pilot_code.h"
-#include "panel/program_state.h"
 #include "panel/words.h"
 #include "shell/editor_rows.h"
 
@@ -12,21 +11,38 @@ frmT3LocalInputPilots::frmT3LocalInputPilots()
 void frmT3LocalInputPilots::Form_Load() {
   grid = new RowGrid(ItemCount, QStringLiteral("Input "));
   lblInputName = grid->AddNames("lblInputName");
-  lblPilotSource = grid->Add<Label>("lblPilotSource", {.Chars = 12,
-                                                       .HeaderText = QStringLiteral("Source"),
-                                                       .Act = CellAct::OpensList,
-                                                       .Words = Items(LocalPilotSources)});
-  lblPilotNumber = grid->Add<Label>(
-      "lblPilotNumber",
-      {.Chars = 3, .HeaderText = QStringLiteral("Number"), .Act = CellAct::OpensList});
-  lblPilotSource.OnEach(&Label::Click, this, &frmT3LocalInputPilots::lblPilotSource_Click);
-  lblPilotNumber.OnEach(&Label::Click, this, &frmT3LocalInputPilots::lblPilotNumber_Click);
+  const QStringList sources = Items(LocalPilotSources);
+  lblPilotSource.Add(
+      this, grid,
+      {.Cells = "lblPilotSource",
+       .List = "cboNewSource",
+       .Look = {.Chars = 12, .HeaderText = QStringLiteral("Source"), .Words = sources},
+       .Items = sources,
+       .Item = [](int input) { return PilotSource(PanelRecord.LocalPilot(input)); },
+       .Store =
+           [](int input, int item) {
+             Int16& pilot = PanelRecord.LocalPilot(input);
+             pilot = WithPilotSource(pilot, item);
+           }},
+      &frmT3LocalInputPilots::ShowPilotConfiguration, &frmT3LocalInputPilots::lblPilotSource_Click,
+      &frmT3LocalInputPilots::cboNewSource_Click);
+  const auto number = [](int input) { return PilotNumber(PanelRecord.LocalPilot(input)); };
+  lblPilotNumber.Add(
+      this, grid,
+      {.Cells = "lblPilotNumber",
+       .List = "cboNewNumber",
+       .Look = {.Chars = 3, .HeaderText = QStringLiteral("Number")},
+       .Items = NumberItems(1, ItemCount),
+       .Item = number,
+       .Store =
+           [](int input, int item) {
+             Int16& pilot = PanelRecord.LocalPilot(input);
+             pilot = WithPilotNumber(pilot, item);
+           },
+       .Text = [number](int input) { return u' ' + QString::number(number(input) + 1); }},
+      &frmT3LocalInputPilots::ShowPilotConfiguration, &frmT3LocalInputPilots::lblPilotNumber_Click,
+      &frmT3LocalInputPilots::cboNewNumber_Click);
   AddWidget(grid);
-
-  cboNewSource = new InPlaceList(this, "cboNewSource", Items(LocalPilotSources));
-  cboNewSource->Click = [this] { cboNewSource_Click(); };
-  cboNewNumber = new InPlaceList(this, "cboNewNumber", NumberItems(1, ItemCount));
-  cboNewNumber->Click = [this] { cboNewNumber_Click(); };
 }
 
 void frmT3LocalInputPilots::Form_Activate() {
@@ -35,35 +51,6 @@ void frmT3LocalInputPilots::Form_Activate() {
 }
 
 void frmT3LocalInputPilots::ShowPilotConfiguration() {
-  for (int input = 0; input < PanelIOCount(); ++input) {
-    const Int16 pilot = PanelRecord.LocalPilot(input);
-    lblPilotSource(input).SetCaption(cboNewSource->ValueText(PilotSource(pilot)));
-    lblPilotNumber(input).SetCaption(u' ' + QString::number(PilotNumber(pilot) + 1));
-  }
-}
-
-void frmT3LocalInputPilots::lblPilotSource_Click(int index) {
-  SelectedRow = static_cast<Int16>(index);
-  cboNewSource->Open(lblPilotSource(index), PilotSource(PanelRecord.LocalPilot(index)));
-}
-
-void frmT3LocalInputPilots::lblPilotNumber_Click(int index) {
-  SelectedRow = static_cast<Int16>(index);
-  cboNewNumber->Open(lblPilotNumber(index), PilotNumber(PanelRecord.LocalPilot(index)));
-}
-
-void frmT3LocalInputPilots::cboNewSource_Click() {
-  Int16& pilot = PanelRecord.LocalPilot(SelectedRow);
-  pilot = WithPilotSource(pilot, cboNewSource->ListIndex());
-  cboNewSource->Close();
-  ShowPilotConfiguration();
-  DataChanged = -1;
-}
-
-void frmT3LocalInputPilots::cboNewNumber_Click() {
-  Int16& pilot = PanelRecord.LocalPilot(SelectedRow);
-  pilot = WithPilotNumber(pilot, cboNewNumber->ListIndex());
-  cboNewNumber->Close();
-  ShowPilotConfiguration();
-  DataChanged = -1;
+  lblPilotSource.Show(PanelIOCount());
+  lblPilotNumber.Show(PanelIOCount());
 }

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "panel/fixed_array.h"
-#include "shell/in_place_list.h"
-#include "shell/row_grid.h"
+#include "shell/list_column.h"
 
 /// Which relay, group or preset the pilot light of each local input follows.
 class frmT3LocalInputPilots : public ChildForm {
@@ -12,17 +11,14 @@ class frmT3LocalInputPilots : public ChildForm {
   void Form_Activate() override;
 
   void ShowPilotConfiguration();
-  void lblPilotSource_Click(int index);
-  void lblPilotNumber_Click(int index);
-  void cboNewSource_Click();
-  void cboNewNumber_Click();
+  void lblPilotSource_Click(int index) { lblPilotSource.Open(index); }
+  void lblPilotNumber_Click(int index) { lblPilotNumber.Open(index); }
+  void cboNewSource_Click() { lblPilotSource.Take(); }
+  void cboNewNumber_Click() { lblPilotNumber.Take(); }
 
  private:
-  Int16 SelectedRow = 0;
   RowGrid* grid = nullptr;
   ControlArray<Label> lblInputName;
-  ControlArray<Label> lblPilotSource;
-  ControlArray<Label> lblPilotNumber;
-  InPlaceList* cboNewSource = nullptr;
-  InPlaceList* cboNewNumber = nullptr;
+  ListColumn lblPilotSource;
+  ListColumn lblPilotNumber;
 };

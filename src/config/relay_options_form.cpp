@@ -1,9 +1,8 @@
 #include "config/relay_options_form.h"
 
-#include "panel/live_project.h"
 #include "panel/program_state.h"
-#include "panel/words.h"
 #include "shell/editor_rows.h"
+#include "shell/field_column.h"
 
 frmT3RelayOutputOptions::frmT3RelayOutputOptions()
     : ChildForm(Screen::RelayOutputOptions, QStringLiteral("Relay Output Options")) {}
@@ -11,24 +10,23 @@ frmT3RelayOutputOptions::frmT3RelayOutputOptions()
 void frmT3RelayOutputOptions::Form_Load() {
   grid = new RowGrid(ItemCount, QStringLiteral("Relay "));
   lblRelayName = grid->AddNames("lblRelayName");
-  lblTimerType = grid->Add<Label>("lblTimerType", {.Header = "lblTimerTypeHeater",
-                                                   .HeaderText = QStringLiteral("Timers"),
-                                                   .Act = CellAct::OpensList,
-                                                   .Words = Items(RelayTimerTypes)});
-  lblPowerOnType = grid->Add<Label>("lblPowerOnType", {.Header = "lblPowerUpHeader",
-                                                       .HeaderText = QStringLiteral("PowerOn"),
-                                                       .Act = CellAct::OpensList,
-                                                       .Words = Items(RelayPowerOnTypes)});
-  lblTimerType.OnEach(&Label::Click, this, &frmT3RelayOutputOptions::lblTimerType_Click);
-  lblPowerOnType.OnEach(&Label::Click, this, &frmT3RelayOutputOptions::lblPowerOnType_Click);
+  lblTimerType.Add(this, grid,
+                   FieldColumn<&PanelRecordType::RelayTimerType>(
+                       "cboNewTimerType",
+                       {.Header = "lblTimerTypeHeater", .HeaderText = QStringLiteral("Timers")}),
+                   &frmT3RelayOutputOptions::ShowRelayConfiguration,
+                   &frmT3RelayOutputOptions::lblTimerType_Click,
+                   &frmT3RelayOutputOptions::cboNewTimerType_Click);
+  lblPowerOnType.Add(this, grid,
+                     FieldColumn<&PanelRecordType::RelayPowerOnType>(
+                         "cboNewPowerOnType",
+                         {.Header = "lblPowerUpHeader", .HeaderText = QStringLiteral("PowerOn")}),
+                     &frmT3RelayOutputOptions::ShowRelayConfiguration,
+                     &frmT3RelayOutputOptions::lblPowerOnType_Click,
+                     &frmT3RelayOutputOptions::cboNewPowerOnType_Click);
   lblRelayName.OnEach(&Label::MouseDown, this, &frmT3RelayOutputOptions::lblRelayName_MouseDown);
   lblRelayName(0).MakeFocusable(CopyToAllAction);
   AddWidget(grid);
-
-  cboNewTimerType = new InPlaceList(this, "cboNewTimerType", Items(RelayTimerTypes));
-  cboNewTimerType->Click = [this] { cboNewTimerType_Click(); };
-  cboNewPowerOnType = new InPlaceList(this, "cboNewPowerOnType", Items(RelayPowerOnTypes));
-  cboNewPowerOnType->Click = [this] { cboNewPowerOnType_Click(); };
   AddHint(CopyToAllHint(QStringLiteral("relay")));
 }
 
@@ -38,35 +36,8 @@ void frmT3RelayOutputOptions::Form_Activate() {
 }
 
 void frmT3RelayOutputOptions::ShowRelayConfiguration() {
-  for (int relay = 0; relay < PanelIOCount(); ++relay) {
-    lblTimerType(relay).SetCaption(cboNewTimerType->ValueText(PanelRecord.RelayTimerType(relay)));
-    lblPowerOnType(relay).SetCaption(
-        cboNewPowerOnType->ValueText(PanelRecord.RelayPowerOnType(relay)));
-  }
-}
-
-void frmT3RelayOutputOptions::lblTimerType_Click(int index) {
-  SelectedRow = static_cast<Int16>(index);
-  cboNewTimerType->Open(lblTimerType(index), PanelRecord.RelayTimerType(index));
-}
-
-void frmT3RelayOutputOptions::lblPowerOnType_Click(int index) {
-  SelectedRow = static_cast<Int16>(index);
-  cboNewPowerOnType->Open(lblPowerOnType(index), PanelRecord.RelayPowerOnType(index));
-}
-
-void frmT3RelayOutputOptions::cboNewTimerType_Click() {
-  PanelRecord.RelayTimerType(SelectedRow) = static_cast<Int16>(cboNewTimerType->ListIndex());
-  cboNewTimerType->Close();
-  ShowRelayConfiguration();
-  DataChanged = -1;
-}
-
-void frmT3RelayOutputOptions::cboNewPowerOnType_Click() {
-  PanelRecord.RelayPowerOnType(SelectedRow) = static_cast<Int16>(cboNewPowerOnType->ListIndex());
-  cboNewPowerOnType->Close();
-  ShowRelayConfiguration();
-  DataChanged = -1;
+  lblTimerType.Show(PanelIOCount());
+  lblPowerOnType.Show(PanelIOCount());
 }
 
 void frmT3RelayOutputOptions::lblRelayName_MouseDown(int index, int button, int shift) {

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "shell/in_place_list.h"
-#include "shell/row_grid.h"
+#include "shell/list_column.h"
 
 /// Timing and power-on behaviour of each relay.
 class frmT3RelayOutputOptions : public ChildForm {
@@ -11,18 +10,15 @@ class frmT3RelayOutputOptions : public ChildForm {
   void Form_Activate() override;
 
   void ShowRelayConfiguration();
-  void lblTimerType_Click(int index);
-  void lblPowerOnType_Click(int index);
-  void cboNewTimerType_Click();
-  void cboNewPowerOnType_Click();
+  void lblTimerType_Click(int index) { lblTimerType.Open(index); }
+  void lblPowerOnType_Click(int index) { lblPowerOnType.Open(index); }
+  void cboNewTimerType_Click() { lblTimerType.Take(); }
+  void cboNewPowerOnType_Click() { lblPowerOnType.Take(); }
   void lblRelayName_MouseDown(int index, int button, int shift);
 
  private:
-  Int16 SelectedRow = 0;
   RowGrid* grid = nullptr;
   ControlArray<Label> lblRelayName;
-  ControlArray<Label> lblTimerType;
-  ControlArray<Label> lblPowerOnType;
-  InPlaceList* cboNewTimerType = nullptr;
-  InPlaceList* cboNewPowerOnType = nullptr;
+  ListColumn lblTimerType;
+  ListColumn lblPowerOnType;
 };

@@ -11,11 +11,23 @@ QString Points(int blocks) {
   return QStringLiteral("%1 I/O").arg(blocks * PointsOfBlock);
 }
 
-/// "4 I/O" and so on, up to `blocks` blocks.
-QStringList PointItems(int blocks) {
+/// The blocks of the first item: the first node is never empty.
+int FirstItem(int node) {
+  return node == 0 ? 1 : 0;
+}
+
+QStringList NodeItems(int node) {
+  constexpr int mostBlocksOfFirstNode = 8;
+  constexpr int mostBlocksOfOtherNode = 4;
   QStringList items;
-  for (int count = 1; count <= blocks; ++count) items << Points(count);
+  if (node != 0) items << QStringLiteral("None");
+  const int most = node == 0 ? mostBlocksOfFirstNode : mostBlocksOfOtherNode;
+  for (int count = 1; count <= most; ++count) items << Points(count);
   return items;
+}
+
+bool IsInstalled(int node) {
+  return node == 0 || PanelRecord.IOCount(node) != 0;
 }
 
 QString Range(int first, int last) {
@@ -36,13 +48,26 @@ void frmT3Setup::Form_Load() {
     grid->SetRowTitle(node, QStringLiteral("Node ") + QString::number(node + 1, 16).toUpper());
   }
   lblNode = grid->AddNames("lblNode");
-  lblIOCount = grid->Add<Label>("lblIOCount", {.Header = "lblIOCountHeader",
-                                               .HeaderText = QStringLiteral("Installed"),
-                                               .Act = CellAct::OpensList});
+  lblIOCount.Add(
+      this, grid,
+      {.Cells = "lblIOCount",
+       .List = "cboIOCount",
+       .Look = {.Header = "lblIOCountHeader", .HeaderText = QStringLiteral("Installed")},
+       .ItemsOf = NodeItems,
+       .Item = [](int node) { return PanelRecord.IOCount(node) - FirstItem(node); },
+       .Store =
+           [](int node, int item) {
+             PanelRecord.IOCount(node) = static_cast<Int16>(item + FirstItem(node));
+           },
+       .Text =
+           [](int node) {
+             return IsInstalled(node) ? Points(PanelRecord.IOCount(node)) : QStringLiteral("-");
+           },
+       .OpeningMarks = true},
+      &frmT3Setup::ShowConfig, &frmT3Setup::lblIOCount_Click, &frmT3Setup::cboIOCount_Click);
   lblIOAdd = grid->Add<Label>(
       "lblIOAdd", {.Header = "lblIOAddHeader", .HeaderText = QStringLiteral("Numbers")});
   for (int node = 0; node < NodeCount; ++node) lblNode(node).SetCaption(lblNode(node).toolTip());
-  lblIOCount.OnEach(&Label::Click, this, &frmT3Setup::lblIOCount_Click);
   (new QVBoxLayout(fraIOCount))->addWidget(grid);
 
   auto* fraAddOnModule = Add<QGroupBox>(row, "fraAddOnModule", QStringLiteral("Add On Module"));
@@ -55,8 +80,6 @@ void frmT3Setup::Form_Load() {
   }
   optAddOnModuleType.OnEach(&OptionButton::Click, this, &frmT3Setup::optAddOnModuleType_Click);
 
-  cboIOCount = new InPlaceList(this, "cboIOCount");
-  cboIOCount->Click = [this] { cboIOCount_Click(); };
   AddHint(QStringLiteral(
       "The panel has at most 48 I/O points. Relays and inputs that are not installed "
       "are hidden and keep their settings."));
@@ -66,50 +89,25 @@ void frmT3Setup::Form_Activate() {
   const int type = PanelRecord.AddOnModuleType;
   if (type >= 0 && type < optAddOnModuleType.Count()) optAddOnModuleType(type).Select();
   ShowConfig();
-  cboIOCount->Close();
+  CloseLists();
 }
 
 void frmT3Setup::ShowConfig() {
+  lblIOCount.Show(NodeCount);
   int total = 0;
   for (int node = 0; node < NodeCount; ++node) {
-    const int count = PanelRecord.IOCount(node);
-    const bool installed = node == 0 || count != 0;
-    lblIOCount(node).SetCaption(installed ? Points(count) : QStringLiteral("-"));
-    lblIOAdd(node).setVisible(installed);
-    if (!installed) continue;
+    lblIOAdd(node).setVisible(IsInstalled(node));
+    if (!IsInstalled(node)) continue;
     const int first = total + 1;
-    total += count * PointsOfBlock;
+    total += PanelRecord.IOCount(node) * PointsOfBlock;
     const bool valid = node == 0 || total <= ItemCount;
     lblIOAdd(node).SetCaption(valid ? Range(first, total) : QStringLiteral("Invalid"));
     lblIOAdd(node).SetBackColor(valid ? Colors::LightGreen : Colors::LightRed);
   }
 }
 
-void frmT3Setup::lblIOCount_Click(int index) {
-  SelectedRow = static_cast<Int16>(index);
-  constexpr int mostBlocksOfFirstNode = 8;
-  constexpr int mostBlocksOfOtherNode = 4;
-  const int count = PanelRecord.IOCount(index);
-  if (index == 0) {
-    cboIOCount->SetItems(PointItems(mostBlocksOfFirstNode));
-    cboIOCount->Open(lblIOCount(index), count - 1);
-  } else {
-    cboIOCount->SetItems(QStringList{QStringLiteral("None")} + PointItems(mostBlocksOfOtherNode));
-    cboIOCount->Open(lblIOCount(index), count);
-  }
-  DataChanged = -1;
-}
-
-void frmT3Setup::cboIOCount_Click() {
-  const int chosen = cboIOCount->ListIndex();
-  PanelRecord.IOCount(SelectedRow) = static_cast<Int16>(SelectedRow == 0 ? chosen + 1 : chosen);
-  cboIOCount->Close();
-  ShowConfig();
-  DataChanged = -1;
-}
-
 void frmT3Setup::optAddOnModuleType_Click(int index) {
   PanelRecord.AddOnModuleType = static_cast<Int16>(index);
-  cboIOCount->Close();
+  CloseLists();
   DataChanged = -1;
 }

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "shell/in_place_list.h"
-#include "shell/row_grid.h"
+#include "shell/list_column.h"
 
 /// The hardware of the panel: I/O blocks of each node, and the add-on module.
 class frmT3Setup : public ChildForm {
@@ -11,15 +10,13 @@ class frmT3Setup : public ChildForm {
   void Form_Activate() override;
 
   void ShowConfig();
-  void lblIOCount_Click(int index);
-  void cboIOCount_Click();
+  void lblIOCount_Click(int index) { lblIOCount.Open(index); }
+  void cboIOCount_Click() { lblIOCount.Take(); }
   void optAddOnModuleType_Click(int index);
 
  private:
-  Int16 SelectedRow = 0;
   ControlArray<Label> lblNode;
-  ControlArray<Label> lblIOCount;
+  ListColumn lblIOCount;
   ControlArray<Label> lblIOAdd;
   ControlArray<OptionButton> optAddOnModuleType;
-  InPlaceList* cboIOCount = nullptr;
 };

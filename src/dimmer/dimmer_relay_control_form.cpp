@@ -56,8 +56,13 @@ void frmT3DimmerRelayControl::Form_Load() {
 
   frmConfig = new RowGrid(ItemCount, QStringLiteral("Relay "));
   frmConfig->setObjectName(QStringLiteral("frmConfig"));
-  imgInclude = frmConfig->Add<IncludePicture>(
-      "imgInclude", {.Chars = 1, .Act = CellAct::Toggles, .Words = {DarkWord, LitWord}});
+  imgInclude = frmConfig->Add<IncludePicture>("imgInclude", {.Chars = 1,
+                                                             .Act = CellAct::Toggles,
+                                                             .Words = {DarkWord, LitWord},
+                                                             .Put = [this](int relay, int) {
+                                                               ShiftDown = 0;
+                                                               IncCnt(relay);
+                                                             }});
   lblRelayName = frmConfig->AddNames("lblRelayName", 16);
   imgInclude.OnEach(&Label::Click, this, &frmT3DimmerRelayControl::imgInclude_Click);
   imgInclude.OnEach(&Label::MouseDown, this, &frmT3DimmerRelayControl::Row_MouseDown);

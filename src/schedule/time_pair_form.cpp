@@ -2,7 +2,6 @@
 
 #include "panel/code_page.h"
 #include "panel/live_project.h"
-#include "panel/program_state.h"
 #include "panel/time_values.h"
 #include "panel/words.h"
 #include "shell/editor_rows.h"
@@ -112,18 +111,19 @@ void TimePairForm::Form_Load() {
   grid = new RowGrid(screen.Rows, screen.RowWord);
   lblName = grid->AddNames(screen.NameLabel, screen.NameChars);
   for (std::size_t column = 0; column < lblTime.size(); ++column) {
-    const std::string header = screen.TimeLabels[column] + std::string("Header");
-    lblTime[column] =
-        grid->Add<Label>(screen.TimeLabels[column], {.Chars = 8,
-                                                     .Header = header.c_str(),
-                                                     .HeaderText = screen.Headers[column],
-                                                     .Act = CellAct::OpensList,
-                                                     .Words = {QStringLiteral("12:30A")}});
-    for (int row = 0; row < screen.Rows; ++row) {
-      lblTime[column](row).Click = [this, column, row] {
-        lblTime_Click(static_cast<int>(column), row);
-      };
-    }
+    lblTime[column].Add(
+        this, grid,
+        {.Cells = screen.TimeLabels[column],
+         .List = "cboNewTime",
+         .Look = {.Header = QByteArray(screen.TimeLabels[column]) + "Header",
+                  .HeaderText = screen.Headers[column],
+                  .Words = {QStringLiteral("12:30A")}},
+         .Items = TimeItems(screen.ByMonth),
+         .Item = [this, column](int row) { return ItemOf(Time(column, row)); },
+         .Store = [this, column](int row, int item) { StoreTime(column, row, item); },
+         .Text = [this, column](int row) { return TimeText(Time(column, row)); },
+         .OpeningMarks = true},
+        &TimePairForm::ShowTimes);
   }
   // One column of rows keeps to the left, its cells no wider than they need be.
   if (screen.Rows <= RowGrid::RowsInColumn) {
@@ -131,8 +131,6 @@ void TimePairForm::Form_Load() {
   } else {
     AddWidget(grid);
   }
-  cboNewTime = new InPlaceList(this, "cboNewTime", TimeItems(screen.ByMonth));
-  cboNewTime->Click = [this] { cboNewTime_Click(); };
   AddHint(screen.Hint);
 }
 
@@ -165,8 +163,18 @@ void TimePairForm::Form_Activate() {
   ShowTimes();
 }
 
-Int16& TimePairForm::Time(int column, int row) const {
-  return screen.Time(column, Month, row);
+Int16& TimePairForm::Time(std::size_t column, int row) const {
+  return screen.Time(static_cast<int>(column), Month, row);
+}
+
+int TimePairForm::ItemOf(Int16 time) const {
+  if (!screen.ByMonth) return time;
+  return time >= NoEntry ? ClearItem : time + FirstTimeItem;
+}
+
+QString TimePairForm::TimeText(Int16 time) const {
+  const bool none = screen.ByMonth && time >= NoEntry;
+  return none ? QStringLiteral("--:--") : QString::fromStdString(QuarterHourText(time));
 }
 
 void TimePairForm::ShowNames() {
@@ -180,14 +188,7 @@ void TimePairForm::ShowNames() {
 }
 
 void TimePairForm::ShowTimes() {
-  for (int column = 0; column < 2; ++column) {
-    for (int row = 0; row < screen.Rows; ++row) {
-      const Int16 time = Time(column, row);
-      const bool none = screen.ByMonth && time >= NoEntry;
-      lblTime[static_cast<std::size_t>(column)](row).SetCaption(
-          none ? QStringLiteral("--:--") : QString::fromStdString(QuarterHourText(time)));
-    }
-  }
+  for (const ListColumn& column : lblTime) column.Show(screen.Rows);
 }
 
 void TimePairForm::optMonth_Click(int index) {
@@ -196,20 +197,9 @@ void TimePairForm::optMonth_Click(int index) {
   ShowTimes();
 }
 
-void TimePairForm::lblTime_Click(int column, int index) {
-  SelectedColumn = column;
-  SelectedRow = static_cast<Int16>(index);
-  const Int16 time = Time(column, index);
-  int item = time;
-  if (screen.ByMonth) item = time >= NoEntry ? ClearItem : time + FirstTimeItem;
-  cboNewTime->Open(lblTime[static_cast<std::size_t>(column)](index), item);
-  DataChanged = -1;
-}
-
-void TimePairForm::cboNewTime_Click() {
-  const int item = cboNewTime->ListIndex();
-  Int16& chosen = Time(SelectedColumn, SelectedRow);
-  Int16& other = Time(1 - SelectedColumn, SelectedRow);
+void TimePairForm::StoreTime(std::size_t column, int row, int item) {
+  Int16& chosen = Time(column, row);
+  Int16& other = Time(1 - column, row);
   if (!screen.ByMonth) {
     chosen = static_cast<Int16>(item);
   } else if (item == ClearItem) {
@@ -218,7 +208,4 @@ void TimePairForm::cboNewTime_Click() {
     chosen = static_cast<Int16>(item - FirstTimeItem);
     if (other == NoEntry) other = 0;
   }
-  cboNewTime->Close();
-  ShowTimes();
-  DataChanged = -1;
 }

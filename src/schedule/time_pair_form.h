@@ -1,8 +1,7 @@
 #pragma once
 
 #include "panel/fixed_array.h"
-#include "shell/in_place_list.h"
-#include "shell/row_grid.h"
+#include "shell/list_column.h"
 
 struct TimePairScreen;
 
@@ -17,23 +16,21 @@ class TimePairForm : public ChildForm {
 
   void ShowTimes();
   void optMonth_Click(int index);
-  void lblTime_Click(int column, int index);
-  void cboNewTime_Click();
 
  private:
   QWidget* Selector() const override;
   void ChooseBeside(int step) override;
   void AddMonths();
   void ShowNames();
-  Int16& Time(int column, int row) const;
+  Int16& Time(std::size_t column, int row) const;
+  int ItemOf(Int16 time) const;
+  QString TimeText(Int16 time) const;
+  void StoreTime(std::size_t column, int row, int item);
 
   const TimePairScreen& screen;
   int Month = 0;  ///< 0 to 11.
-  Int16 SelectedRow = 0;
-  int SelectedColumn = 0;
   ControlArray<OptionButton> optMonth;
   RowGrid* grid = nullptr;
   ControlArray<Label> lblName;
-  std::array<ControlArray<Label>, 2> lblTime;
-  InPlaceList* cboNewTime = nullptr;
+  std::array<ListColumn, 2> lblTime;
 };

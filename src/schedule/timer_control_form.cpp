@@ -1,7 +1,6 @@
 #include "schedule/timer_control_form.h"
 
 #include "panel/live_project.h"
-#include "panel/program_state.h"
 #include "shell/editor_rows.h"
 
 /// One kind of target that a firing timer acts on.
@@ -46,13 +45,18 @@ void TimerControlForm::Form_Load() {
 
   grid = new RowGrid(ItemCount, screen.TargetWord);
   lblName = grid->AddNames(screen.NameLabel);
-  lblControl = grid->Add<Label>(
-      "lblControl", {.Chars = 8, .Act = CellAct::OpensList, .Words = Items(screen.Codes)});
-  lblControl.OnEach(&Label::Click, this, &TimerControlForm::lblControl_Click);
+  lblControl.Add(
+      this, grid,
+      {.Cells = "lblControl",
+       .List = "cboControl",
+       .Look = {.Words = Items(screen.Codes)},
+       .Items = Items(screen.Codes),
+       .Item = [this](int target) { return Cell(target); },
+       .Store = [this](int target, int item) { Cell(target) = static_cast<Int16>(item); },
+       .OpeningMarks = true},
+      &TimerControlForm::ShowControl, &TimerControlForm::lblControl_Click,
+      &TimerControlForm::cboControl_Click);
   AddWidget(grid);
-
-  cboControl = new InPlaceList(this, "cboControl", Items(screen.Codes));
-  cboControl->Click = [this] { cboControl_Click(); };
 }
 
 void TimerControlForm::Form_Activate() {
@@ -65,7 +69,7 @@ void TimerControlForm::Form_Activate() {
     const QStringList captions = ItemNames(names);
     for (int i = 0; i < ItemCount; ++i) lblName(i).SetCaption(captions[i]);
   }
-  cboControl->Close();
+  CloseLists();
   ShowControl();
 }
 
@@ -74,25 +78,10 @@ Int16& TimerControlForm::Cell(int target) const {
 }
 
 void TimerControlForm::ShowControl() {
-  for (int target = 0; target < ItemCount; ++target) {
-    lblControl(target).SetCaption(cboControl->ValueText(Cell(target)));
-  }
+  lblControl.Show(ItemCount);
 }
 
 void TimerControlForm::cboTimer_Click() {
-  cboControl->Close();
+  CloseLists();
   ShowControl();
-}
-
-void TimerControlForm::lblControl_Click(int index) {
-  SelectedRow = static_cast<Int16>(index);
-  cboControl->Open(lblControl(index), Cell(index));
-  DataChanged = -1;
-}
-
-void TimerControlForm::cboControl_Click() {
-  Cell(SelectedRow) = static_cast<Int16>(cboControl->ListIndex());
-  cboControl->Close();
-  ShowControl();
-  DataChanged = -1;
 }

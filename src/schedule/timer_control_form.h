@@ -1,8 +1,7 @@
 #pragma once
 
 #include "panel/panel_record.h"
-#include "shell/in_place_list.h"
-#include "shell/row_grid.h"
+#include "shell/list_column.h"
 
 struct TimerControlScreen;
 
@@ -16,17 +15,15 @@ class TimerControlForm : public ChildForm {
 
   void ShowControl();
   void cboTimer_Click();
-  void lblControl_Click(int index);
-  void cboControl_Click();
+  void lblControl_Click(int index) { lblControl.Open(index); }
+  void cboControl_Click() { lblControl.Take(); }
 
  private:
   Int16& Cell(int target) const;
 
   const TimerControlScreen& screen;
-  Int16 SelectedRow = 0;
   ComboBox* cboTimer = nullptr;
   RowGrid* grid = nullptr;
   ControlArray<Label> lblName;
-  ControlArray<Label> lblControl;
-  InPlaceList* cboControl = nullptr;
+  ListColumn lblControl;
 };

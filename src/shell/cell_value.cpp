@@ -4,7 +4,7 @@
 #include <QRegularExpression>
 #include <algorithm>
 
-#include "shell/in_place_list.h"
+#include "shell/controls.h"
 
 namespace {
 
@@ -59,45 +59,23 @@ QString TypeValue(TextBox& box, const QString& value) {
   return end < 0 ? left : left + value.sliced(end + 1);
 }
 
-/// The list that a click on the cell opens; null where it has opened none.
-InPlaceList* OpenListOver(Label& cell) {
-  cell.Press();
-  for (InPlaceList* list : cell.window()->findChildren<InPlaceList*>()) {
-    if (list->IsOver(cell)) return list;
-  }
-  return nullptr;
-}
-
 QStringList ItemsOf(const ComboBox& list) {
   QStringList items;
   for (int item = 0; item < list.count(); ++item) items << list.List(item);
   return items;
 }
 
-bool IsValueCell(const Label& label) {
-  return label.Click && label.Act() != CellAct::Press;
-}
-
 }  // namespace
 
 std::optional<QString> CellValue(const QWidget& cell) {
-  if (const auto* label = qobject_cast<const Label*>(&cell)) {
-    return IsValueCell(*label) ? std::optional(label->Value()) : std::nullopt;
-  }
   if (const auto* box = qobject_cast<const TextBox*>(&cell)) return box->Text();
   if (const auto* list = qobject_cast<const ComboBox*>(&cell)) return list->currentText();
   return std::nullopt;
 }
 
-std::optional<QStringList> CellChoices(QWidget& cell, const QStringList& words) {
-  if (auto* list = qobject_cast<ComboBox*>(&cell)) return ItemsOf(*list);
-  auto* label = qobject_cast<Label*>(&cell);
-  if (!label) return std::nullopt;
-  if (label->Act() != CellAct::OpensList) return words;
-  InPlaceList* list = OpenListOver(*label);
-  if (!list) return QStringList();
-  list->Close();
-  return list->Items();
+std::optional<QStringList> CellChoices(const QWidget& cell) {
+  const auto* list = qobject_cast<const ComboBox*>(&cell);
+  return list ? std::optional(ItemsOf(*list)) : std::nullopt;
 }
 
 int ChoiceOf(const QStringList& choices, const QString& value) {
@@ -124,18 +102,8 @@ QString InShort(QStringList choices) {
   return choices.join(QStringLiteral(", "));
 }
 
-QString PutCellValue(QWidget& cell, const QString& value, const QStringList& words) {
-  if (auto* box = qobject_cast<TextBox*>(&cell)) return TypeValue(*box, value);
-  if (auto* list = qobject_cast<ComboBox*>(&cell)) {
-    list->Choose(ChoiceOf(ItemsOf(*list), value));
-  } else if (auto* label = qobject_cast<Label*>(&cell); label->Act() == CellAct::OpensList) {
-    InPlaceList* open = OpenListOver(*label);
-    if (open) open->Choose(ChoiceOf(open->Items(), value));
-  } else {
-    // A code that no word stands for becomes one with the first click.
-    for (int click = 0; click <= words.size() && !IsSame(label->Value(), value); ++click) {
-      label->Press();
-    }
-  }
-  return {};
+QString PutCellValue(QWidget& cell, const QString& value) {
+  if (auto* list = qobject_cast<ComboBox*>(&cell)) list->Choose(ChoiceOf(ItemsOf(*list), value));
+  auto* box = qobject_cast<TextBox*>(&cell);
+  return box ? TypeValue(*box, value) : QString();
 }

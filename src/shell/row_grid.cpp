@@ -4,7 +4,6 @@
 #include <QContextMenuEvent>
 
 #include "panel/code_page.h"
-#include "shell/cell_value.h"
 
 QString TwoDigits(int number) {
   return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0'));
@@ -63,16 +62,15 @@ ControlArray<Label> RowGrid::AddNames(const char* name, int chars) {
 }
 
 void RowGrid::BeginColumn(const Options& options) {
-  headerTexts_.push_back(options.HeaderText);
-  words_.push_back(options.Words);
+  options_.push_back(options);
   if (!options.SharesCell) ++columns_;
   // Names take the room that they need, values the rest up to their greatest width.
   constexpr int valueStretch = 100;
-  const bool names = nameColumn_ == static_cast<int>(headerTexts_.size()) - 1;
+  const bool names = nameColumn_ == static_cast<int>(options_.size()) - 1;
   for (int block = 0; block < static_cast<int>(headers_.size()); ++block) {
     grid_->setColumnStretch(block * columnsPerBlock + columns_ - 1, names ? 0 : valueStretch);
   }
-  if (!options.Header) return;
+  if (options.Header.isEmpty()) return;
   for (std::size_t block = 0; block < headers_.size(); ++block) {
     auto* header = new Label;
     header->setObjectName(
@@ -103,7 +101,7 @@ void RowGrid::Place(QWidget* control, int row, const Options& options) {
     label->SetAct(options.Act);
     if (nameColumn_ != static_cast<int>(controls.size())) {
       label->setMaximumWidth(MostWidth(*label, options));
-      if (options.Header) {
+      if (!options.Header.isEmpty()) {
         headers_[static_cast<std::size_t>(row / RowsInColumn)].back()->setMaximumWidth(
             label->maximumWidth());
       }
@@ -148,7 +146,7 @@ void RowGrid::Describe(int row) {
   }
   for (std::size_t i = 0; i < controls.size(); ++i) {
     QWidget* control = controls[i];
-    const QString& header = headerTexts_[i];
+    const QString& header = options_[i].HeaderText;
     const bool isName = static_cast<int>(i) == nameColumn_;
     if (isName) control->setToolTip(title);
     control->setAccessibleName(isName             ? title
@@ -352,7 +350,7 @@ bool RowGrid::eventFilter(QObject* watched, QEvent* event) {
       break;
     case QEvent::ContextMenu: {
       const auto* label = qobject_cast<const Label*>(&control);
-      if (!label || label->MouseDown || !CellValue(control)) break;
+      if (!label || label->MouseDown || !ValueOf(*cell)) break;
       ShowCellMenu(*cell, static_cast<QContextMenuEvent*>(event)->globalPos());
       return true;
     }

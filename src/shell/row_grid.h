@@ -17,12 +17,16 @@ class RowGrid : public QWidget {
   static constexpr int RowsInColumn = 16;
 
   struct Options {
-    int Chars = 8;                 ///< Least width, in average characters.
-    const char* Header = nullptr;  ///< Object name of the header labels, one for each grid column.
+    int Chars = 8;           ///< Least width, in average characters.
+    QByteArray Header = {};  ///< Object name of the header labels, one for each grid column.
     QString HeaderText = {};
     bool SharesCell = false;       ///< Stands behind the control before it, in the same grid cell.
     CellAct Act = CellAct::Press;  ///< What a click does on labels that take clicks.
     QStringList Words = {};        ///< All that the cells can show, which is how wide they grow.
+    /// What a cell of labels may take; `Words` where there is none.
+    std::function<QStringList(int row)> Choices = {};
+    /// Gives a cell of labels the choice at a place of `Choices`. Labels without are no values.
+    std::function<void(int row, int choice)> Put = {};
   };
 
   /// `word` starts each row's tooltip and its name for screen readers: "Relay " gives "Relay 01".
@@ -89,6 +93,8 @@ class RowGrid : public QWidget {
   struct Cell {
     int Row;
     int Column;
+
+    bool operator==(const Cell&) const = default;
   };
   bool Walkable(Cell cell) const;
   QWidget* At(Cell cell) const;
@@ -105,12 +111,20 @@ class RowGrid : public QWidget {
   /// The cell in hand; on a name the first value of its row.
   std::optional<Cell> InHand() const;
   /// The selected cells from the top, at least the one in hand.
-  std::vector<QWidget*> Selected() const;
-  using Puts = std::vector<std::pair<QWidget*, QString>>;
+  std::vector<Cell> Selected() const;
+  using Puts = std::vector<std::pair<Cell, QString>>;
   void PutValues(const Puts& puts);
+  const Options& ColumnOf(Cell cell) const {
+    return options_[static_cast<std::size_t>(cell.Column)];
+  }
+  /// Nothing for a control that holds no value, such as a button or a caption.
+  std::optional<QString> ValueOf(Cell cell) const;
+  /// All that the cell may take; nothing for a text, which takes what is typed.
+  std::optional<QStringList> ChoicesOf(Cell cell) const;
   /// What keeps a value from its cell; empty where nothing does.
-  QString Refusal(QWidget& cell, const QString& value) const;
-  const QStringList& WordsOf(const QWidget& cell) const;
+  QString Refusal(Cell cell, const QString& value) const;
+  /// Returns what is left out.
+  QString Put(Cell cell, const QString& value);
 
   void MakeVeil();
   void BeginColumn(const Options& options);
@@ -133,8 +147,7 @@ class RowGrid : public QWidget {
   QGridLayout* grid_;
   std::vector<QString> titles_;
   std::vector<std::vector<QWidget*>> controls_;  ///< By row.
-  std::vector<QString> headerTexts_;             ///< By control of a row.
-  std::vector<QStringList> words_;               ///< By control of a row.
+  std::vector<Options> options_;                 ///< By control of a row.
   std::vector<std::vector<QWidget*>> headers_;   ///< By grid column.
 };
 

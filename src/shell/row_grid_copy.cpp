@@ -4,7 +4,6 @@
 #include <QMimeData>
 #include <QPainter>
 
-#include "panel/program_state.h"
 #include "shell/cell_value.h"
 #include "shell/row_grid.h"
 #include "shell/shell.h"
@@ -24,8 +23,9 @@ class RowGrid::Veil : public QWidget {
     painter.setPen(QPen(tint, 2));
     tint.setAlpha(70);
     painter.setBrush(tint);
-    for (const QWidget* cell : grid_->Selected()) {
-      const QRect place(cell->mapTo(grid_, QPoint(0, 0)), cell->size());
+    for (const Cell cell : grid_->Selected()) {
+      const QWidget& control = *grid_->At(cell);
+      const QRect place(control.mapTo(grid_, QPoint(0, 0)), control.size());
       painter.drawRect(place.adjusted(1, 1, -1, -1));
     }
   }
@@ -44,22 +44,22 @@ void RowGrid::resizeEvent(QResizeEvent* event) {
 }
 
 std::optional<RowGrid::Cell> RowGrid::InHand() const {
-  if (!current_ || CellValue(*At(*current_))) return current_;
+  if (!current_ || ValueOf(*current_)) return current_;
   const int columns = static_cast<int>(controls_[static_cast<std::size_t>(current_->Row)].size());
   for (Cell cell = *current_; cell.Column < columns; ++cell.Column) {
-    if (Walkable(cell) && CellValue(*At(cell))) return cell;
+    if (Walkable(cell) && ValueOf(cell)) return cell;
   }
   return std::nullopt;
 }
 
-std::vector<QWidget*> RowGrid::Selected() const {
-  std::vector<QWidget*> cells;
+std::vector<RowGrid::Cell> RowGrid::Selected() const {
+  std::vector<Cell> cells;
   const auto inHand = InHand();
   if (!inHand) return cells;
   const auto& [from, to] = selection_.value_or(std::pair(*inHand, *inHand));
   const auto [first, last] = std::minmax(from.Row, to.Row);
   for (Cell cell{first, from.Column}; cell.Row <= last; ++cell.Row) {
-    if (Walkable(cell)) cells.push_back(At(cell));
+    if (Walkable(cell)) cells.push_back(cell);
   }
   return cells;
 }
@@ -96,7 +96,7 @@ void RowGrid::SelectColumn() {
 
 void RowGrid::CopyCells() {
   QStringList values;
-  for (const QWidget* cell : Selected()) values << CellValue(*cell).value_or(QString());
+  for (const Cell cell : Selected()) values << ValueOf(cell).value_or(QString());
   QApplication::clipboard()->setText(values.join(u'\n'));
   TellNews(values.size() == 1 ? QStringLiteral("Copied")
                               : QStringLiteral("%1 values copied").arg(values.size()));
@@ -163,17 +163,17 @@ QString Refused(const QString& why) {
 /// right.
 void RowGrid::PasteCells() {
   std::vector<QStringList> rows = ClipboardRows();
-  const std::vector<QWidget*> selected = Selected();
+  const std::vector<Cell> selected = Selected();
   if (selected.empty() || !QApplication::clipboard()->mimeData()->hasText()) return;
-  Cell cell = *CellOf(selected[0]);
+  Cell cell = selected[0];
   std::vector<int> columns;
-  for (Cell to = cell; to.Column < static_cast<int>(words_.size()); ++to.Column) {
-    if (CellValue(*At(to))) columns.push_back(to.Column);
+  for (Cell to = cell; to.Column < static_cast<int>(options_.size()); ++to.Column) {
+    if (ValueOf(to)) columns.push_back(to.Column);
   }
   std::vector<int> targets;
   if (rows.size() == 1) {
     rows.resize(selected.size(), rows[0]);
-    for (const QWidget* control : selected) targets.push_back(CellOf(control)->Row);
+    for (const Cell target : selected) targets.push_back(target.Row);
   } else {
     for (; cell.Row < rows_; ++cell.Row) {
       if (Walkable(cell)) targets.push_back(cell.Row);
@@ -194,61 +194,70 @@ void RowGrid::PasteCells() {
       return;
     }
     for (qsizetype i = 0; i < rows[row].size(); ++i) {
-      puts.emplace_back(At({targets[row], columns[static_cast<std::size_t>(i)]}), rows[row][i]);
+      puts.emplace_back(Cell{targets[row], columns[static_cast<std::size_t>(i)]}, rows[row][i]);
     }
   }
   PutValues(puts);
 }
 
 void RowGrid::FillDown() {
-  const std::vector<QWidget*> cells = Selected();
+  const std::vector<Cell> cells = Selected();
   if (cells.size() < 2) return;
   Puts puts;
-  for (QWidget* cell : cells) puts.emplace_back(cell, CellValue(*cells[0]).value_or(QString()));
+  for (const Cell cell : cells) puts.emplace_back(cell, ValueOf(cells[0]).value_or(QString()));
   PutValues(puts);
 }
 
-const QStringList& RowGrid::WordsOf(const QWidget& cell) const {
-  return words_[static_cast<std::size_t>(CellOf(&cell)->Column)];
+std::optional<QString> RowGrid::ValueOf(Cell cell) const {
+  const auto* label = qobject_cast<const Label*>(At(cell));
+  if (!label) return CellValue(*At(cell));
+  return ColumnOf(cell).Put ? std::optional(label->Value()) : std::nullopt;
 }
 
-QString RowGrid::Refusal(QWidget& cell, const QString& value) const {
-  if (!Walkable(*CellOf(&cell))) {
-    return QStringLiteral("%1 has no value at present.").arg(cell.accessibleName());
-  }
-  const std::optional<QStringList> choices = CellChoices(cell, WordsOf(cell));
+std::optional<QStringList> RowGrid::ChoicesOf(Cell cell) const {
+  if (!qobject_cast<const Label*>(At(cell))) return CellChoices(*At(cell));
+  const Options& column = ColumnOf(cell);
+  return column.Choices ? column.Choices(cell.Row) : column.Words;
+}
+
+QString RowGrid::Refusal(Cell cell, const QString& value) const {
+  const QString name = At(cell)->accessibleName();
+  if (!Walkable(cell)) return QStringLiteral("%1 has no value at present.").arg(name);
+  const std::optional<QStringList> choices = ChoicesOf(cell);
   if (!choices || ChoiceOf(*choices, value) >= 0) return {};
-  return QStringLiteral("\"%1\" is no choice of %2 (%3).")
-      .arg(value, cell.accessibleName(), InShort(*choices));
+  return QStringLiteral("\"%1\" is no choice of %2 (%3).").arg(value, name, InShort(*choices));
+}
+
+/// A label that shows the value already keeps what it holds.
+QString RowGrid::Put(Cell cell, const QString& value) {
+  if (!qobject_cast<const Label*>(At(cell))) return PutCellValue(*At(cell), value);
+  if (ChoiceOf({*ValueOf(cell)}, value) >= 0) return {};
+  const int choice = ChoiceOf(*ChoicesOf(cell), value);
+  if (choice >= 0) RunHandler([&] { ColumnOf(cell).Put(cell.Row, choice); });
+  return {};
 }
 
 /// All or nothing.
 void RowGrid::PutValues(const Puts& puts) {
-  const QPointer<QWidget> focus = QApplication::focusWidget();
-  const auto before = DataChanged;
   for (const auto& [cell, value] : puts) {
-    const QString refusal = Refusal(*cell, value);
+    const QString refusal = Refusal(cell, value);
     if (refusal.isEmpty()) continue;
-    // Some lists mark the project by being opened.
-    DataChanged = before;
-    if (focus) focus->setFocus(Qt::OtherFocusReason);
     TellRefusal(Refused(refusal));
     return;
   }
   qsizetype left = 0;
   QString first;
   for (const auto& [cell, value] : puts) {
-    const QString out = PutCellValue(*cell, value, WordsOf(*cell));
-    if (left == 0 && !out.isEmpty()) first = InCell(out.first(1), *cell);
+    const QString out = Put(cell, value);
+    if (left == 0 && !out.isEmpty()) first = InCell(out.first(1), *At(cell));
     left += out.size();
   }
   // A cell may have set another of its row.
-  const auto isAstray = [](const auto& put) {
-    return !qobject_cast<TextBox*>(put.first) &&
-           ChoiceOf({CellValue(*put.first).value_or(QString())}, put.second) < 0;
+  const auto isAstray = [this](const auto& put) {
+    return !qobject_cast<TextBox*>(At(put.first)) &&
+           ChoiceOf({ValueOf(put.first).value_or(QString())}, put.second) < 0;
   };
   const auto astray = std::find_if(puts.begin(), puts.end(), isAstray);
-  if (focus) focus->setFocus(Qt::OtherFocusReason);
   const QString done = puts.size() == 1 ? QStringLiteral("Pasted")
                                         : QStringLiteral("%1 cells filled").arg(puts.size());
   if (left > 0) {
@@ -258,7 +267,7 @@ void RowGrid::PutValues(const Puts& puts) {
     TellRefusal(QStringLiteral("%1. Values that did not stay: %2, first %3.")
                     .arg(done)
                     .arg(std::count_if(puts.begin(), puts.end(), isAstray))
-                    .arg(InCell(astray->second, *astray->first)));
+                    .arg(InCell(astray->second, *At(astray->first))));
   } else {
     TellNews(done);
   }
@@ -307,10 +316,9 @@ bool RowGrid::TakesMouse(const QMouseEvent& mouse, Cell cell) {
     case QEvent::MouseButtonPress:
       if (mouse.button() == Qt::LeftButton) ForgetSelection();
       dragging_ = false;
-      pressed_ =
-          mouse.button() == Qt::LeftButton && qobject_cast<Label*>(At(cell)) && CellValue(*At(cell))
-              ? std::optional(cell)
-              : std::nullopt;
+      pressed_ = mouse.button() == Qt::LeftButton && qobject_cast<Label*>(At(cell)) && ValueOf(cell)
+                     ? std::optional(cell)
+                     : std::nullopt;
       return false;
     case QEvent::MouseMove: {
       if (!pressed_ || !(mouse.buttons() & Qt::LeftButton)) return false;
@@ -331,8 +339,8 @@ bool RowGrid::TakesMouse(const QMouseEvent& mouse, Cell cell) {
 }
 
 void RowGrid::ShowCellMenu(Cell cell, const QPoint& at) {
-  const std::vector<QWidget*> selected = Selected();
-  if (std::find(selected.begin(), selected.end(), At(cell)) == selected.end()) {
+  const std::vector<Cell> selected = Selected();
+  if (std::find(selected.begin(), selected.end(), cell) == selected.end()) {
     ForgetSelection();
     At(cell)->setFocus(Qt::OtherFocusReason);
   }

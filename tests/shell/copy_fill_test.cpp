@@ -165,6 +165,11 @@ TEST_F(CopyFillTest, ARefusedPasteChangesNothingAndSaysWhatMayStandThere) {
   Paste("7");
   EXPECT_TRUE(News().contains("(On, Off).")) << qPrintable(News());
   EXPECT_EQ(FennlinkRecords(2).DevicePilot(0), 0);
+  Paste("Off");
+  EXPECT_EQ(DataChanged, 0) << "it is so already";
+  Paste("On");
+  EXPECT_EQ(FennlinkRecords(2).DevicePilot(0), 1);
+  EXPECT_EQ(DataChanged, -1);
 }
 
 TEST_F(CopyFillTest, AllRowsGoFromOneItemToAnother) {
@@ -216,12 +221,12 @@ TEST_F(CopyFillTest, ADragSelectsAndIsNoClick) {
     QApplication::sendEvent(&first, &event);
   };
   Choose("cboGroup", 0);
-  PanelRecord.GroupRelayInclude(0, 2) = -1;
+  PanelRecord.GroupRelayInclude(0, 2) = 5;
   Choose("cboGroup", 0);
   drag(QEvent::MouseButtonPress, first, Qt::LeftButton);
   drag(QEvent::MouseMove, last, Qt::LeftButton);
   drag(QEvent::MouseButtonRelease, first, Qt::NoButton);
-  EXPECT_EQ(PanelRecord.GroupRelayInclude(0, 2), -1);
+  EXPECT_EQ(PanelRecord.GroupRelayInclude(0, 2), 5);
   Key(Qt::Key_D, Qt::ControlModifier);
   EXPECT_EQ(PanelRecord.GroupRelayInclude(0, 3), -1);
   EXPECT_EQ(PanelRecord.GroupRelayInclude(0, 4), -1);
@@ -234,6 +239,9 @@ TEST_F(CopyFillTest, ADragSelectsAndIsNoClick) {
   ASSERT_NE(QApplication::activePopupWidget(), nullptr);
   QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_C);
   EXPECT_EQ(QApplication::clipboard()->text(), "Yes\nYes\nYes");
+  first.setFocus();
+  Paste("No");
+  EXPECT_EQ(PanelRecord.GroupRelayInclude(0, 2), 0) << "a click would turn its bits";
 }
 
 }  // namespace
