@@ -18,10 +18,10 @@ frmT3InputOptions::frmT3InputOptions()
 void frmT3InputOptions::Form_Load() {
   grid = new RowGrid(ItemCount, QStringLiteral("Input "));
   lblInputName = grid->AddNames("lblInputName");
-  lblInputType.Add(this, grid,
-                   FieldColumn<&PanelRecordType::InputType>("cboNewType",
-                                                            {.HeaderText = QStringLiteral("Type")}),
-                   &frmT3InputOptions::ShowInputConfiguration,
+  auto type = FieldColumn<&PanelRecordType::InputType>("cboNewType",
+                                                       {.HeaderText = QStringLiteral("Type")});
+  type.Look.Words.clear();  // Wide enough for a type and its time.
+  lblInputType.Add(this, grid, type, &frmT3InputOptions::ShowInputConfiguration,
                    &frmT3InputOptions::lblInputType_Click, &frmT3InputOptions::cboNewType_Click);
   auto timedOn = FieldColumn<&PanelRecordType::InputTimedOnTime>(
       "cboNewTime", {.Chars = 9, .HeaderText = QStringLiteral("Timed On"), .SharesCell = true},
