@@ -258,7 +258,10 @@ TEST_F(TransferTest, TheFocusIsWhereTheWorkGoesOn) {
   Menu("mnuConnect");
   EXPECT_EQ(focus(), "cmdRefresh");
   Menu("mnuRelayStatus");
-  const FastClock clock(50);
+  Link.DisconnectQZ();
+  const PanelClock clock(panel);
+  ConnectTo(QString::fromStdString(TcpAddress()));
+  Menu("mnuRelayStatus");
   panel->AddFault("lost@1x*");
   Press("cmdUpdateStatus");
   EXPECT_EQ(LastMessage(), "Connection To Tamberloom 3 Panel Lost");
