@@ -75,7 +75,11 @@ class PanelClock : HandClock {
     void SetLocalPort(quint16 port) override { Real->SetLocalPort(port); }
     void SetRemoteHost(const QString& host) override { Real->SetRemoteHost(host); }
     void SetRemotePort(quint16 port) override { Real->SetRemotePort(port); }
-    void Connect() override { Real->Connect(); }
+    void Connect() override {
+      Panel->With([](simulator::Simulator& s) { s.Log().Forget(); });
+      Sent = Taken = 0;
+      Real->Connect();
+    }
     int State() const override { return Real->State(); }
     void Close() override { Real->Close(); }
     void SendData(const std::string& text) override {
