@@ -34,8 +34,9 @@ QLabel* WrappedLine(const char* name) {
 
 frmT3Connect::frmT3Connect() : ChildForm(Screen::Connect, QStringLiteral("Connect")) {}
 
+/// One that was unloaded goes when its successor may have the link already.
 frmT3Connect::~frmT3Connect() {
-  Link = {};
+  if (linked) Link = {};
 }
 
 void frmT3Connect::Form_Load() {
@@ -62,6 +63,7 @@ void frmT3Connect::Form_Load() {
 
   Timer1 = new Timer(this, "Timer1", 250);
   Timer1->Tick = [this] { Timer1_Timer(); };
+  linked = true;
   Link.DisconnectQZ = [this] { DisconnectQZ(); };
   Link.PutsOffClose = [this] { return PutsOffClose(); };
   Link.MayLeave = [this] { return MayLeave(); };
@@ -298,6 +300,7 @@ void frmT3Connect::Form_Hide() {
 void frmT3Connect::Form_Unload() {
   Form_Hide();
   Link = {};
+  linked = false;
 }
 
 void frmT3Connect::FindComPorts() {

@@ -106,6 +106,7 @@ class frmT3Connect : public ChildForm {
   std::string PanelFirmwareText;
   Int16 CancelRequested = 0;
   enum class Writing { Nothing, TopOfBlock, Block } writing = Writing::Nothing;
+  bool linked = false;      ///< The hooks of the link are this screen's.
   bool closeAsked = false;  ///< While a block was under way.
   Stopwatch progressShown;
   bool pictureDue = false;

@@ -266,6 +266,8 @@ TEST_F(TransferTest, TheFocusIsWhereTheWorkGoesOn) {
   Press("cmdUpdateStatus");
   EXPECT_EQ(LastMessage(), "Connection To Tamberloom 3 Panel Lost");
   EXPECT_EQ(focus(), "cmdConnect");
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(Link.MayLeave) << "the screen before goes without the hooks of this one";
 }
 
 TEST_F(TransferTest, CancelEndsATransferBetweenTwoBlocks) {
