@@ -272,6 +272,13 @@ std::vector<Edit> Edits() {
       {"mnuConnect", Nothing, Press("chkConnectionType(1)"), MarksNot, Is(ConnectionType(), 1)},
       {"mnuConnect", Press("chkConnectionType(2)"), Type("txtTCPIP", "1"), Marks,
        Is(TcpAddress(), "1")},
+      {"mnuConnect", Nothing,
+       [](EveryEditTest& t) {
+         auto& port = t.Find<OptionButton>("optComPort(4)");
+         port.setEnabled(true);
+         port.click();
+       },
+       Marks, Is(p.ComPort, 5)},
       {"mnuConnect", Press("chkConnectionType(1)"), Type("txtPhoneNumber", "1"), Marks,
        Is(PhoneNumber(), "1")},
       {"mnuConfigureDimmers", Nothing, Press("chkEnabled"), Marks},
