@@ -11,6 +11,9 @@ constexpr int DeviceControlBlock = 0x3200;  ///< Of device 0.
 constexpr int DeviceControlStride = 0x140;
 constexpr int DimmerBlockAddress = 0x8400;  ///< An element a byte.
 
+constexpr int NameLength = 10;       ///< Characters that the panel keeps of an item's name.
+constexpr int PanelNameLength = 18;  ///< And of its own.
+
 constexpr int BitRowSize = ItemCount / 8;  ///< Bytes of a row of 48 bits.
 
 struct Packing {

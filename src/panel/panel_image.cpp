@@ -13,8 +13,6 @@ Int16 IncludeNamesInUpload = 0;
 
 namespace {
 
-constexpr int NameLength = 10;
-constexpr int PanelNameLength = 18;
 constexpr int ClearedSize = 0x8000;
 constexpr const char* NamelessPanel = "ORV TAMBERLOOM 3";
 

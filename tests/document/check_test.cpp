@@ -277,7 +277,7 @@ TEST(CheckTest, WhatIsJustRightIsNotTold) {
 }
 
 TEST(CheckTest, ANewPanelHasNoErrorAndNonsenseIsToldWithoutAFailure) {
-  LoadDefaults();
+  LiveProject = NewProject();
   for (const Finding& finding : CheckProject(LiveProject, {.FileEndsEarly = FileEndsEarly()})) {
     EXPECT_NE(finding.Level, Severity::Error) << finding.Sentence.toStdString();
   }

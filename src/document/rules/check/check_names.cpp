@@ -3,14 +3,17 @@
 #include "document/rules/check/check.h"
 #include "panel/code_page.h"
 #include "panel/fennlink_record.h"
+#include "panel/fields.h"
 #include "panel/panel_record.h"
 
 // Names as they are and as the panel keeps them.
 
 namespace {
 
-constexpr int PanelNameChars = 18;
-constexpr int NameChars = 10;
+template <typename Owner, typename Names>
+constexpr Screen ScreenOfName(Names Owner::*names) {
+  return FactsOf(names).Where.Value.On;
+}
 
 struct NameKind {
   ItemKind Kind;
@@ -20,12 +23,12 @@ struct NameKind {
 };
 
 constexpr auto NameKinds = std::to_array<NameKind>({
-    {ItemKind::Relay, 0, ItemCount, Screen::EditRelayNames},
-    {ItemKind::Group, 0, ItemCount, Screen::EditGroupNames},
-    {ItemKind::Input, 0, ItemCount, Screen::EditInputNames},
-    {ItemKind::Timer, 0, ItemCount, Screen::EditTimerNames},
-    {ItemKind::Preset, 0, ItemCount, Screen::EditPresetNames},
-    {ItemKind::Device, 1, DeviceCount, Screen::EditFennlinkNames},
+    {ItemKind::Relay, 0, ItemCount, ScreenOfName(&PanelRecordType::RelayName)},
+    {ItemKind::Group, 0, ItemCount, ScreenOfName(&PanelRecordType::GroupName)},
+    {ItemKind::Input, 0, ItemCount, ScreenOfName(&PanelRecordType::InputName)},
+    {ItemKind::Timer, 0, ItemCount, ScreenOfName(&PanelRecordType::TimerName)},
+    {ItemKind::Preset, 0, ItemCount, ScreenOfName(&PanelRecordType::PresetName)},
+    {ItemKind::Device, 1, DeviceCount, ScreenOfName(&FennlinkRecord::DeviceName)},
 });
 
 template <typename Look>
@@ -62,10 +65,11 @@ void LookAtLongNames(const CheckScope& scope, const TellFinding& tell) {
   };
   for (const NameKind& kind : NameKinds) {
     ForEachOwnName(scope, kind, [&](const Item& item, const QString& name) {
-      look(item, name, NameChars, kind.On);
+      look(item, name, NameLength, kind.On);
     });
   }
-  look({}, ToUnicode(scope.Of.Panel.PanelName), PanelNameChars, Screen::EditPanelName);
+  look({}, ToUnicode(scope.Of.Panel.PanelName), PanelNameLength,
+       ScreenOfName(&PanelRecordType::PanelName));
 }
 
 constexpr auto RulesOfNames = std::to_array<CheckRule>({
