@@ -11,9 +11,11 @@ complain() {
 }
 
 # A screen's page has its name: frmT3RelayStatus stands in relay_status.md.
-screens=$(sed -n '/ScreenTable()/,/^}/p' ../../src/screen_table.cpp | grep -o '"frmT3[^"]*"')
+screens=$(grep -o '{Screen::[A-Za-z0-9]*, "[^"]*"' ../../src/panel/screens.h | cut -d'"' -f2) || {
+  complain "no screen is found in src/panel/screens.h"
+}
 for screen in $screens; do
-  page=$(sed -E 's/"(frmT3)?//g; s/([a-z])([A-Z])/\1_\2/g' <<<"$screen" | tr '[:upper:]' '[:lower:]').md
+  page=$(sed -E 's/^frmT3//; s/([a-z])([A-Z])/\1_\2/g' <<<"$screen" | tr '[:upper:]' '[:lower:]').md
   [ -f "$page" ] || { complain "$page, the page of $screen, is missing" && continue; }
   for part in '!\[.*\](pictures/' '## Controls' '## On the panel' '## Mistakes of the first day' \
     '## See also'; do
