@@ -4,8 +4,8 @@
 #include <memory>
 
 #include "screen_table.h"
-#include "shell/application.h"
-#include "shell/main_window.h"
+#include "shell/window/application.h"
+#include "shell/window/main_window.h"
 
 /// The program with a data folder of its own; its questions are answered with `answer`.
 class BenchProgram {

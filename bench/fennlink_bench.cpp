@@ -1,7 +1,7 @@
 #include "bench_program.h"
 #include "panel/live_project.h"
 #include "ratio.h"
-#include "shell/device_list.h"
+#include "shell/controls/device_list.h"
 
 namespace {
 

@@ -13,9 +13,9 @@
 #include "panel/program_state.h"
 #include "ratio.h"
 #include "screen_table.h"
-#include "shell/application.h"
-#include "shell/main_window.h"
 #include "shell/shell.h"
+#include "shell/window/application.h"
+#include "shell/window/main_window.h"
 #include "simulator/program/panel_thread.h"
 #include "status/output_status_form.h"
 

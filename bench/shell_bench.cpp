@@ -7,8 +7,8 @@
 #include "panel/live_project.h"
 #include "ratio.h"
 #include "screen_table.h"
-#include "shell/application.h"
-#include "shell/main_window.h"
+#include "shell/window/application.h"
+#include "shell/window/main_window.h"
 
 // Start and memory of the whole program, each against an empty Qt window started the same way.
 

@@ -5,9 +5,9 @@
 #include <cstdlib>
 
 #include "screen_table.h"
-#include "shell/application.h"
-#include "shell/end_signals.h"
-#include "shell/main_window.h"
+#include "shell/window/application.h"
+#include "shell/window/end_signals.h"
+#include "shell/window/main_window.h"
 
 namespace {
 

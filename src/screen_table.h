@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/screen_entry.h"
+#include "shell/window/screen_entry.h"
 
 // The only place that knows every screen.
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "shell/application.h"
+#include "shell/window/application.h"
 
 int main(int argc, char** argv) {
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -9,9 +9,9 @@
 #include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "screen_table.h"
-#include "shell/in_place_list.h"
-#include "shell/main_window.h"
+#include "shell/controls/in_place_list.h"
 #include "shell/shell.h"
+#include "shell/window/main_window.h"
 
 /// In messages of tests.
 inline std::ostream& operator<<(std::ostream& out, Screen screen) {

@@ -9,10 +9,10 @@
 #include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "screen_table.h"
-#include "shell/application.h"
-#include "shell/device_list.h"
-#include "shell/main_window.h"
+#include "shell/controls/device_list.h"
 #include "shell/shell.h"
+#include "shell/window/application.h"
+#include "shell/window/main_window.h"
 #include "simulator/program/panel_thread.h"
 
 // tamberloom3-gallery FOLDER [SCREEN...]: writes light-SCREEN.png and dark-SCREEN.png of the

@@ -3,8 +3,8 @@
 #include "panel/code_page.h"
 #include "panel/program_state.h"
 #include "panel/words.h"
-#include "shell/editor_rows.h"
-#include "shell/field_column.h"
+#include "shell/controls/editor_rows.h"
+#include "shell/controls/field_column.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "panel/fixed_array.h"
-#include "shell/list_column.h"
+#include "shell/controls/list_column.h"
 
 /// The DMX module: the channel of each relay, and the levels sent for on and off.
 class frmT3AddOnModuleDMX : public ChildForm {

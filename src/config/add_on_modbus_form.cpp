@@ -4,7 +4,7 @@
 #include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/words.h"
-#include "shell/row_grid.h"
+#include "shell/controls/row_grid.h"
 
 frmT3AddOnModuleModBus::frmT3AddOnModuleModBus()
     : ChildForm(Screen::AddOnModuleModBus,

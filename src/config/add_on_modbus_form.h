@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/child_form.h"
+#include "shell/controls/child_form.h"
 
 /// The serial settings of the Modbus module.
 class frmT3AddOnModuleModBus : public ChildForm {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/child_form.h"
+#include "shell/controls/child_form.h"
 
 /// The screens of add-on modules without settings.
 class AddOnModuleForm : public ChildForm {

@@ -2,7 +2,7 @@
 
 #include "panel/live_project.h"
 #include "panel/program_state.h"
-#include "shell/row_grid.h"
+#include "shell/controls/row_grid.h"
 
 namespace {
 

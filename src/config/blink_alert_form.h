@@ -1,7 +1,7 @@
 #pragma once
 
 #include "panel/fixed_array.h"
-#include "shell/child_form.h"
+#include "shell/controls/child_form.h"
 
 /// The three times of all alerts and overrides of the panel.
 class frmT3BlinkAlertAndAlarmSettings : public ChildForm {

@@ -4,7 +4,7 @@
 #include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/words.h"
-#include "shell/editor_rows.h"
+#include "shell/controls/editor_rows.h"
 
 /// What a cell shows for a code.
 struct CellState {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "panel/panel_record.h"
-#include "shell/row_grid.h"
+#include "shell/controls/row_grid.h"
 
 struct CellGridScreen;
 

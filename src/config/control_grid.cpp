@@ -3,7 +3,7 @@
 #include "panel/code_page.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
-#include "shell/editor_rows.h"
+#include "shell/controls/editor_rows.h"
 
 ControlGridForm::ControlGridForm(Screen name, const QString& caption, ControlTable table)
     : ChildForm(name, caption), Table(table) {}

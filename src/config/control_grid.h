@@ -2,7 +2,7 @@
 
 #include "panel/input_actions.h"
 #include "panel/panel_record.h"
-#include "shell/list_column.h"
+#include "shell/controls/list_column.h"
 
 /// The base of the editors that say what one input does to the rows of a control table. A derived
 /// editor adds its selectors, tells which input is selected, and calls SetControlOptions,

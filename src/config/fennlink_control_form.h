@@ -2,7 +2,7 @@
 
 #include "config/control_grid.h"
 #include "panel/live_project.h"
-#include "shell/device_list.h"
+#include "shell/controls/device_list.h"
 
 /// What an input of a Fennlink device does to each relay (frmT3FennlinkInputToRelayControl) or each
 /// group (frmT3FennlinkInputToGroupControl). The actions depend on the types of the device and of

@@ -3,8 +3,8 @@
 #include "panel/fennlink_types.h"
 #include "panel/live_project.h"
 #include "panel/words.h"
-#include "shell/device_list.h"
-#include "shell/list_column.h"
+#include "shell/controls/device_list.h"
+#include "shell/controls/list_column.h"
 
 /// The type of each Fennlink device, and by its family the types of its inputs or the levels of its
 /// photocell. A `family` is an index in FennlinkFamilies.

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "panel/live_project.h"
-#include "shell/device_list.h"
-#include "shell/list_column.h"
+#include "shell/controls/device_list.h"
+#include "shell/controls/list_column.h"
 
 /// What the indicator of each input of a Fennlink device follows.
 class frmT3FennlinkPilots : public ChildForm {

@@ -2,7 +2,7 @@
 
 #include "panel/code_page.h"
 #include "panel/live_project.h"
-#include "shell/editor_rows.h"
+#include "shell/controls/editor_rows.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "config/input_options_form.h"
 
 #include "panel/input_actions.h"
-#include "shell/editor_rows.h"
-#include "shell/field_column.h"
+#include "shell/controls/editor_rows.h"
+#include "shell/controls/field_column.h"
 
 namespace {
 

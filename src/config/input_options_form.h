@@ -1,7 +1,7 @@
 #pragma once
 
 #include "panel/fixed_array.h"
-#include "shell/list_column.h"
+#include "shell/controls/list_column.h"
 
 /// The type of each local input, and the time of a Timed On input.
 class frmT3InputOptions : public ChildForm {

@@ -3,7 +3,7 @@
 #include "panel/live_project.h"
 #include "panel/pilot_code.h"
 #include "panel/words.h"
-#include "shell/editor_rows.h"
+#include "shell/controls/editor_rows.h"
 
 frmT3LocalInputPilots::frmT3LocalInputPilots()
     : ChildForm(Screen::LocalInputPilots, QStringLiteral("Local Input Pilots")) {}

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "panel/fixed_array.h"
-#include "shell/list_column.h"
+#include "shell/controls/list_column.h"
 
 /// Which relay, group or preset the pilot light of each local input follows.
 class frmT3LocalInputPilots : public ChildForm {

@@ -3,7 +3,7 @@
 #include <QGroupBox>
 #include <string>
 
-#include "shell/controls.h"
+#include "shell/controls/controls.h"
 
 /// The frame that shows a name as the panel's display will hold it: one cell a character, what is
 /// beyond the last cell is cut. The cells are empty at first.

@@ -2,7 +2,7 @@
 
 #include "config/name_display.h"
 #include "panel/panel_record.h"
-#include "shell/row_grid.h"
+#include "shell/controls/row_grid.h"
 
 struct NamesScreen;
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "panel/panel_record.h"
-#include "shell/child_form.h"
+#include "shell/controls/child_form.h"
 
 struct OptionScreen;
 

@@ -2,7 +2,7 @@
 
 #include "config/name_display.h"
 #include "panel/fixed_array.h"
-#include "shell/child_form.h"
+#include "shell/controls/child_form.h"
 
 /// The name of the panel; an empty one stands for the panel's own default.
 class frmT3EditPanelName : public ChildForm {

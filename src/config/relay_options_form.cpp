@@ -1,8 +1,8 @@
 #include "config/relay_options_form.h"
 
 #include "panel/program_state.h"
-#include "shell/editor_rows.h"
-#include "shell/field_column.h"
+#include "shell/controls/editor_rows.h"
+#include "shell/controls/field_column.h"
 
 frmT3RelayOutputOptions::frmT3RelayOutputOptions()
     : ChildForm(Screen::RelayOutputOptions, QStringLiteral("Relay Output Options")) {}

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/list_column.h"
+#include "shell/controls/list_column.h"
 
 /// Timing and power-on behaviour of each relay.
 class frmT3RelayOutputOptions : public ChildForm {

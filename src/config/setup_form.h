@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/list_column.h"
+#include "shell/controls/list_column.h"
 
 /// The hardware of the panel: I/O blocks of each node, and the add-on module.
 class frmT3Setup : public ChildForm {

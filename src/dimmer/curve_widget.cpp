@@ -4,7 +4,7 @@
 #include <QPainter>
 #include <cmath>
 
-#include "shell/dialogs.h"
+#include "shell/controls/dialogs.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "dimmer/rules/response_curve.h"
-#include "shell/accessible_controls.h"
+#include "shell/controls/accessible_controls.h"
 
 /// The graph of a response curve. It paints the curve and tells of the pointer and the keys in the
 /// curve's units; what they do is its owner's.

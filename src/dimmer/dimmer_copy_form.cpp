@@ -7,7 +7,7 @@
 #include "panel/hex.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
-#include "shell/row_grid.h"
+#include "shell/controls/row_grid.h"
 
 const DimmerCopyKind frmT3DimCopyCnf = {Screen::DimCopyCnf, "Copy Dimmer Configuration", "cmsCopy",
                                         false};

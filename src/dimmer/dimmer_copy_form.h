@@ -4,7 +4,7 @@
 
 #include "dimmer/rules/dimmer_copy.h"
 #include "panel/screens.h"
-#include "shell/controls.h"
+#include "shell/controls/controls.h"
 
 /// What the two copy dialogs do not share.
 struct DimmerCopyKind {

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "shell/controls.h"
+#include "shell/controls/controls.h"
 
 class QBoxLayout;
 

@@ -4,8 +4,8 @@
 
 #include "dimmer/dimmer_copy_form.h"
 #include "dimmer/scale_frame.h"
-#include "shell/child_form.h"
-#include "shell/row_grid.h"
+#include "shell/controls/child_form.h"
+#include "shell/controls/row_grid.h"
 
 /// One dimmer output at a time: levels, fade, photocell tracking, DMX channel and control slots,
 /// and the live levels of its device.

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "shell/child_form.h"
-#include "shell/row_grid.h"
+#include "shell/controls/child_form.h"
+#include "shell/controls/row_grid.h"
 
 /// A lamp that is lit or dark.
 class IncludePicture : public Label {

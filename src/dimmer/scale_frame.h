@@ -4,7 +4,7 @@
 #include <QStackedWidget>
 
 #include "dimmer/curve_widget.h"
-#include "shell/controls.h"
+#include "shell/controls/controls.h"
 
 /// The photocell's response curve of one output: the graph, its axes and the values of the grip in
 /// use. Each move over the graph and each key stores the curve.

@@ -7,6 +7,7 @@
 #include "panel/code_page.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
+#include "panel/stopwatch.h"
 #include "panel/words.h"
 
 namespace {
@@ -104,8 +105,7 @@ void frmT3Document::cmdDocument_Click() {
   for (int i = 0; i < chkPrintOptions.Count(); ++i) {
     chosen[static_cast<std::size_t>(i)] = chkPrintOptions(i).Value() != 0;
   }
-  WriteDocumentFile(RenderDocument(LiveProject, CurrentFileName,
-                                   DocumentTimeStamp(QDateTime::currentDateTime()), chosen));
+  WriteDocumentFile(RenderDocument(LiveProject, CurrentFileName, DocumentTimeStamp(Now()), chosen));
   lblOpenDocument->setVisible(true);
   MsgBox(QStringLiteral("Documentation Complete."), MsgIcon::None, ProgramTitle);
 }

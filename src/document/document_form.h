@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/child_form.h"
+#include "shell/controls/child_form.h"
 
 /// Writes the configuration as a text document: its file and the sections that it holds.
 class frmT3Document : public ChildForm {

@@ -4,7 +4,7 @@
 #include <QListWidget>
 
 #include "document/rules/find_items.h"
-#include "shell/controls.h"
+#include "shell/controls/controls.h"
 
 /// Finds an item by its name or number, lists where it is used, and opens the screen at it.
 class FindDialog : public QDialog {

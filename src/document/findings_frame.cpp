@@ -19,9 +19,9 @@
 #include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/project_file.h"
-#include "shell/dialogs.h"
+#include "panel/stopwatch.h"
+#include "shell/controls/dialogs.h"
 #include "shell/shell.h"
-#include "shell/stopwatch.h"
 
 namespace {
 
@@ -237,8 +237,7 @@ void FindingsFrame::TellReport(const QString& told) {
 }
 
 void FindingsFrame::cmdPrint_Click() {
-  LoadReportWriter()->Preview(
-      BuildReport(LiveProject, CurrentFileName, QDateTime::currentDateTime()), window());
+  LoadReportWriter()->Preview(BuildReport(LiveProject, CurrentFileName, Now()), window());
 }
 
 void FindingsFrame::cmdReportPdf_Click() {

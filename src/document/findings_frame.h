@@ -5,7 +5,7 @@
 
 #include "document/rules/check/check.h"
 #include "panel/project.h"
-#include "shell/controls.h"
+#include "shell/controls/controls.h"
 
 /// What a check has found or in what two projects differ, below what the document's screen has of
 /// its own.

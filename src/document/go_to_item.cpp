@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "shell/row_grid.h"
+#include "shell/controls/row_grid.h"
 #include "shell/shell.h"
 
 namespace {

@@ -7,9 +7,9 @@
 #include "link/com_port.h"
 #include "panel/live_project.h"
 #include "panel/panel_image.h"
-#include "shell/accessible_controls.h"
-#include "shell/child_form.h"
-#include "shell/stopwatch.h"
+#include "panel/stopwatch.h"
+#include "shell/controls/accessible_controls.h"
+#include "shell/controls/child_form.h"
 
 /// How many errors the check finds in the project, told before a download and forbidding nothing.
 /// Empty where no check is known.

@@ -9,8 +9,8 @@
 #include "panel/code_page.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
+#include "panel/stopwatch.h"
 #include "shell/shell.h"
-#include "shell/stopwatch.h"
 
 namespace {
 

@@ -7,10 +7,10 @@
 #include "panel/hex.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
+#include "panel/stopwatch.h"
 #include "panel/words.h"
-#include "shell/row_grid.h"
+#include "shell/controls/row_grid.h"
 #include "shell/shell.h"
-#include "shell/stopwatch.h"
 
 namespace {
 

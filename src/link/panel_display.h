@@ -1,7 +1,7 @@
 #pragma once
 
-#include "shell/accessible_controls.h"
-#include "shell/controls.h"
+#include "shell/controls/accessible_controls.h"
+#include "shell/controls/controls.h"
 
 constexpr int DisplayColumns = 20;
 

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "panel/live_project.h"
-#include "shell/dialogs.h"
+#include "shell/controls/dialogs.h"
 #include "shell/shell.h"
 
 namespace {

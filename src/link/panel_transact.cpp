@@ -7,9 +7,9 @@
 #include "panel/hex.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
-#include "shell/child_form.h"
+#include "panel/stopwatch.h"
+#include "shell/controls/child_form.h"
 #include "shell/shell.h"
-#include "shell/stopwatch.h"
 
 std::string ReplyText;
 Int16 ReplyLength = 0;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "panel/stopwatch.h"
 #include "project/commands.h"
 
 namespace {
@@ -84,7 +85,7 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
   if (!line.Paper.isEmpty() && line.Paper != u"letter" && line.Paper != u"a4") {
     Refuse(QStringLiteral("--paper takes letter or A4"));
   }
-  line.Date = QDateTime::currentDateTime();
+  line.Date = Now();
   if (parser.isSet(QStringLiteral("date"))) {
     const QString date = parser.value(QStringLiteral("date"));
     line.Date = QDateTime::fromString(date, QLatin1String(DateFormat));

@@ -11,7 +11,7 @@
 #include "panel/program_state.h"
 #include "panel/words.h"
 #include "schedule/rules/city_table.h"
-#include "shell/row_grid.h"
+#include "shell/controls/row_grid.h"
 
 namespace {
 

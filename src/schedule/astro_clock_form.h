@@ -1,7 +1,7 @@
 #pragma once
 
 #include "panel/fixed_array.h"
-#include "shell/child_form.h"
+#include "shell/controls/child_form.h"
 
 /// The site's position and time zone, from which the panel works out sunrise and sunset.
 class frmT3AstroClockSettings : public ChildForm {

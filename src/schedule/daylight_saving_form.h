@@ -3,7 +3,7 @@
 #include <QGridLayout>
 
 #include "panel/fixed_array.h"
-#include "shell/child_form.h"
+#include "shell/controls/child_form.h"
 
 /// The two Sundays on which the panel changes its own clock.
 class frmT3DaylightSavingTime : public ChildForm {

@@ -4,7 +4,7 @@
 #include "panel/live_project.h"
 #include "panel/time_values.h"
 #include "panel/words.h"
-#include "shell/editor_rows.h"
+#include "shell/controls/editor_rows.h"
 
 struct TimePairScreen {
   Screen Name;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "panel/fixed_array.h"
-#include "shell/list_column.h"
+#include "shell/controls/list_column.h"
 
 struct TimePairScreen;
 

@@ -1,7 +1,7 @@
 #include "schedule/timer_control_form.h"
 
 #include "panel/live_project.h"
-#include "shell/editor_rows.h"
+#include "shell/controls/editor_rows.h"
 
 /// One kind of target that a firing timer acts on.
 struct TimerControlScreen {

@@ -3,7 +3,7 @@
 #include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/words.h"
-#include "shell/editor_rows.h"
+#include "shell/controls/editor_rows.h"
 
 namespace {
 

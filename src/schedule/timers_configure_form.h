@@ -3,7 +3,7 @@
 #include <QStackedLayout>
 
 #include "panel/time_values.h"
-#include "shell/child_form.h"
+#include "shell/controls/child_form.h"
 
 /// When each timer runs: its kind of time, the time, and its weekdays or its one date of the year.
 class frmT3TimersConfigure : public ChildForm {

@@ -5,7 +5,7 @@
 #include "panel/hex.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
-#include "shell/editor_rows.h"
+#include "shell/controls/editor_rows.h"
 
 frmT3CapturePresets::frmT3CapturePresets()
     : StatusForm(Screen::CapturePresets, QStringLiteral("Capture Presets")) {}

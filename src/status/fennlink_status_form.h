@@ -1,7 +1,7 @@
 #pragma once
 
 #include "panel/fennlink_types.h"
-#include "shell/device_list.h"
+#include "shell/controls/device_list.h"
 #include "status/status_form.h"
 
 /// The live state of one Fennlink device at a time, in the frame of its family.

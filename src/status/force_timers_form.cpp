@@ -4,7 +4,7 @@
 #include "link/panel_transact.h"
 #include "panel/hex.h"
 #include "panel/live_project.h"
-#include "shell/editor_rows.h"
+#include "shell/controls/editor_rows.h"
 
 frmT3ForceTimers::frmT3ForceTimers()
     : LiveForm(Screen::ForceTimers, QStringLiteral("Force Timers")) {}

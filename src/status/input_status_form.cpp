@@ -2,7 +2,7 @@
 
 #include "link/panel_transact.h"
 #include "panel/live_project.h"
-#include "shell/editor_rows.h"
+#include "shell/controls/editor_rows.h"
 
 namespace {
 

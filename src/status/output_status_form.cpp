@@ -4,7 +4,7 @@
 #include "link/panel_transact.h"
 #include "panel/hex.h"
 #include "panel/live_project.h"
-#include "shell/editor_rows.h"
+#include "shell/controls/editor_rows.h"
 
 /// Relays or groups: what is read, what switches one, and the names of the controls.
 struct OutputStatusScreen {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/row_grid.h"
+#include "shell/controls/row_grid.h"
 
 /// A screen that needs a panel; without one only lblNoConnection shows.
 class LiveForm : public ChildForm {

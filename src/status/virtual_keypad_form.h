@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/accessible_controls.h"
+#include "shell/controls/accessible_controls.h"
 #include "status/display_glyph.h"
 #include "status/status_form.h"
 

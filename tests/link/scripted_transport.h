@@ -10,7 +10,7 @@
 
 #include "link/transport.h"
 #include "panel/program_state.h"
-#include "shell/stopwatch.h"
+#include "panel/stopwatch.h"
 
 /// Puts the real clock back when it goes.
 struct ClockSeams {

@@ -18,8 +18,8 @@
 #include <thread>
 
 #include "panel/program_state.h"
-#include "shell/application.h"
-#include "shell/stopwatch.h"
+#include "panel/stopwatch.h"
+#include "shell/window/application.h"
 
 namespace {
 

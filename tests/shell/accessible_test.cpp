@@ -3,7 +3,7 @@
 #include "panel/live_project.h"
 #include "screen_table.h"
 #include "screen_test.h"
-#include "shell/accessible_controls.h"
+#include "shell/controls/accessible_controls.h"
 
 // What screen readers are told.
 

@@ -6,7 +6,7 @@
 #include "panel/live_project.h"
 #include "panel/project_codec.h"
 #include "screen_test.h"
-#include "shell/row_grid.h"
+#include "shell/controls/row_grid.h"
 
 // Values of a grid's cells are copied, pasted and filled down by what a user's clicks run.
 

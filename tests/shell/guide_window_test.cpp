@@ -1,4 +1,4 @@
-#include "shell/guide_window.h"
+#include "shell/window/guide_window.h"
 
 #include <QAccessible>
 #include <QDialog>

@@ -10,7 +10,7 @@
 #include "panel/project_file.h"
 #include "panel/recovery_copy.h"
 #include "screen_test.h"
-#include "shell/end_signals.h"
+#include "shell/window/end_signals.h"
 
 // Unsaved work, and files that others change.
 

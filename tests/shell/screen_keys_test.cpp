@@ -5,7 +5,7 @@
 #include "panel/live_dimmers.h"
 #include "panel/project_codec.h"
 #include "screen_test.h"
-#include "shell/row_grid.h"
+#include "shell/controls/row_grid.h"
 
 // Where the focus is, and the keys that mean the same on every screen.
 

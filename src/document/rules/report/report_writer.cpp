@@ -7,6 +7,7 @@
 #include "document/rules/text/doc_file.h"
 #include "panel/fixed_array.h"
 #include "panel/replace_file.h"
+#include "panel/stopwatch.h"
 
 namespace {
 
@@ -47,8 +48,7 @@ std::unique_ptr<ReportWriter> LoadReportWriter() {
 void WriteReportPdf(const Project& project, const QString& source, const QString& fileName,
                     Paper paper, const ReportProgress& progress) {
   WriteReportFile(fileName, [&] {
-    return LoadReportWriter()->Pdf(BuildReport(project, source, QDateTime::currentDateTime()),
-                                   paper, progress);
+    return LoadReportWriter()->Pdf(BuildReport(project, source, Now()), paper, progress);
   });
 }
 

@@ -1,0 +1,332 @@
+#include "shell/controls/controls.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QInputMethodEvent>
+#include <QPainter>
+#include <QRegularExpression>
+#include <QSignalBlocker>
+#include <QStyleOption>
+#include <QWheelEvent>
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "shell/controls/accessible_controls.h"
+
+ComboBox::ComboBox(QWidget* parent) : QComboBox(parent) {
+  InstallAccessibleControls();
+  setMaxVisibleItems(18);
+  setFocusPolicy(Qt::StrongFocus);
+  connect(this, &QComboBox::activated, this, [this] { RunHandler(Click); });
+}
+
+void KeepRoomWhileHidden(QWidget& control) {
+  QSizePolicy policy = control.sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  control.setSizePolicy(policy);
+}
+
+bool LetterSearch::Takes(const QKeyEvent& key) {
+  const QString text = key.text();
+  if (text.isEmpty() || !text[0].isPrint() ||
+      key.modifiers() & (Qt::ControlModifier | Qt::AltModifier)) {
+    return false;
+  }
+  const bool running =
+      sinceLetter_ && sinceLetter_->ElapsedMs() < QApplication::keyboardInputInterval();
+  if (text == u' ' && !running) return false;
+  sinceLetter_.emplace();
+  return true;
+}
+
+void ComboBox::keyPressEvent(QKeyEvent* event) {
+  const bool searched = search_.Takes(*event);
+  if (!searched || event->key() != Qt::Key_Space) {
+    QComboBox::keyPressEvent(event);
+    return;
+  }
+  view()->setCurrentIndex(model()->index(currentIndex(), modelColumn(), rootModelIndex()));
+  view()->keyboardSearch(event->text());
+  const int found = view()->currentIndex().row();
+  if (found < 0 || found == currentIndex()) return;
+  Choose(found);
+}
+
+void ComboBox::showPopup() {
+  view()->removeEventFilter(this);
+  view()->installEventFilter(this);
+  QComboBox::showPopup();
+}
+
+bool ComboBox::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress) return QComboBox::eventFilter(watched, event);
+  auto* key = static_cast<QKeyEvent*>(event);
+  const bool searched = search_.Takes(*key);
+  if (key->key() != Qt::Key_Space) return QComboBox::eventFilter(watched, event);
+  if (searched) {
+    view()->keyboardSearch(key->text());
+  } else if (view()->currentIndex().isValid()) {
+    const int chosen = view()->currentIndex().row();
+    hidePopup();
+    Choose(chosen);
+  }
+  return true;
+}
+
+void ComboBox::SetListIndex(int index) {
+  if (index < 0 || index >= count()) {
+    setCurrentIndex(-1);
+  } else if (index != currentIndex()) {
+    setCurrentIndex(index);
+    if (Click) Click();
+  }
+}
+
+void ComboBox::Choose(int index) {
+  setCurrentIndex(index);
+  Q_EMIT activated(index);
+}
+
+void ComboBox::SetItems(const QStringList& items) {
+  clear();
+  addItems(items);
+  setCurrentIndex(-1);
+}
+
+void ComboBox::SetWidthInChars(int chars) {
+  setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
+  setMinimumContentsLength(chars);
+}
+
+void ComboBox::wheelEvent(QWheelEvent* event) {
+  hasFocus() ? QComboBox::wheelEvent(event) : event->ignore();
+}
+
+namespace {
+
+/// Runs the handler once for whatever a user does, with a click that changes nothing too, and once
+/// for a change through a screen reader, which is no click. Where an option is selected another
+/// gives up its mark, which is nothing that a user did to it.
+template <typename Control>
+void RunOnUse(Control* control, bool marksOnly) {
+  const auto changed = std::make_shared<bool>(false);
+  QObject::connect(control, &Control::pressed, control, [changed] { *changed = false; });
+  QObject::connect(control, &Control::toggled, control, [=](bool on) {
+    if (marksOnly && !on) return;
+    *changed = true;
+    RunHandler(control->Click);
+  });
+  QObject::connect(control, &Control::clicked, control, [=] {
+    if (!std::exchange(*changed, false)) RunHandler(control->Click);
+  });
+}
+
+}  // namespace
+
+OptionButton::OptionButton(const QString& text, QWidget* parent) : QRadioButton(text, parent) {
+  RunOnUse(this, true);
+}
+
+void OptionButton::Select() {
+  if (isChecked()) return;
+  ShowValue(true);
+  if (Click) Click();
+}
+
+void OptionButton::ShowValue(bool value) {
+  const QSignalBlocker silent(this);
+  setChecked(value);
+}
+
+OptionButton* OptionButton::Chosen() {
+  if (!parentWidget()) return this;
+  for (auto* option :
+       parentWidget()->findChildren<OptionButton*>(QString(), Qt::FindDirectChildrenOnly)) {
+    if (option->isChecked() && option->isEnabled() && !option->isHidden()) return option;
+  }
+  return this;
+}
+
+/// Tab goes to the chosen one, or Space would choose another.
+void OptionButton::focusInEvent(QFocusEvent* event) {
+  QRadioButton::focusInEvent(event);
+  const bool tabbed =
+      event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+  if (tabbed && Chosen() != this) Chosen()->setFocus(Qt::OtherFocusReason);
+}
+
+CheckBox::CheckBox(const QString& text, QWidget* parent) : QCheckBox(text, parent) {
+  RunOnUse(this, false);
+}
+
+void CheckBox::SetValue(int value) {
+  if (isChecked() == (value != 0)) return;
+  ShowValue(value != 0);
+  if (Click) Click();
+}
+
+void CheckBox::ShowValue(bool value) {
+  const QSignalBlocker silent(this);
+  setChecked(value);
+}
+
+namespace {
+
+QString WithoutControls(const QString& text) {
+  static const QRegularExpression lineEnd(QStringLiteral("[\\n\\r\\x{85}\\x{2028}\\x{2029}]"));
+  QString clean = text.section(lineEnd, 0, 0);
+  clean.removeIf([](QChar c) { return c.category() == QChar::Other_Control; });
+  return clean;
+}
+
+}  // namespace
+
+TextBox::TextBox(QWidget* parent) : QLineEdit(parent) {
+  connect(this, &QLineEdit::textEdited, this, [this] {
+    CleanEdit();
+    RunHandler(Change);
+  });
+  connect(this, &QLineEdit::textChanged, this, [this] { before_ = text(); });
+  connect(this, &QLineEdit::returnPressed, this, [this] { RunHandler(Click); });
+}
+
+void TextBox::SetText(const QString& text) {
+  setText(text);
+  if (Change) Change();
+}
+
+/// What has come in stands between what the text before and after have in common.
+void TextBox::CleanEdit() {
+  const QString now = text();
+  const auto same = [](auto a, auto aEnd, auto b, auto bEnd) -> qsizetype {
+    return std::mismatch(a, aEnd, b, bEnd).first - a;
+  };
+  const qsizetype start = same(now.cbegin(), now.cend(), before_.cbegin(), before_.cend());
+  const qsizetype end =
+      std::min(same(now.crbegin(), now.crend(), before_.crbegin(), before_.crend()),
+               std::min(now.size(), before_.size()) - start);
+  const QString in = now.sliced(start, now.size() - start - end);
+  const QString clean = WithoutControls(in);
+  if (clean == in) return;
+  setText(now.first(start) + clean + now.last(end));
+  setCursorPosition(static_cast<int>(start + clean.size()));
+}
+
+/// What a key types goes through the filter whatever is held with it; commands of the toolkit, such
+/// as a paste or Delete, type nothing.
+void TextBox::keyPressEvent(QKeyEvent* event) {
+  constexpr char16_t backspace = 8;
+  const QString typed = event->text();
+  const bool control = (event->modifiers() & ~Qt::ShiftModifier) == Qt::ControlModifier;
+  const bool command = control || typed.isEmpty() || typed[0] == u'\x7f' ||
+                       (typed[0] < u' ' && typed[0] != backspace) ||
+                       (typed[0] == backspace && event->modifiers() != Qt::NoModifier);
+  if (!KeyPress || command) {
+    QLineEdit::keyPressEvent(event);
+    return;
+  }
+  if (typed[0] != backspace) {
+    Type(typed);
+    return;
+  }
+  char16_t code = 0;
+  RunHandler([&] { code = KeyPress(backspace); });
+  if (code == backspace) QLineEdit::keyPressEvent(event);
+}
+
+void TextBox::inputMethodEvent(QInputMethodEvent* event) {
+  if (!KeyPress || event->commitString().isEmpty()) {
+    QLineEdit::inputMethodEvent(event);
+    return;
+  }
+  QInputMethodEvent preedit(event->preeditString(), event->attributes());
+  QLineEdit::inputMethodEvent(&preedit);
+  Type(event->commitString());
+  event->accept();
+}
+
+void TextBox::Type(const QString& text) {
+  for (const QChar character : text) {
+    char16_t code = 0;
+    RunHandler([&] { code = KeyPress(character.unicode()); });
+    if (code >= u' ') insert(QString(QChar(code)));
+  }
+}
+
+void TextBox::TypeOver(const QString& text) {
+  selectAll();
+  if (text.isEmpty()) {
+    del();
+  } else if (KeyPress) {
+    Type(text);
+  } else {
+    insert(text);
+  }
+}
+
+/// Whichever way the focus comes, what is typed next replaces the whole text.
+void TextBox::focusInEvent(QFocusEvent* event) {
+  QLineEdit::focusInEvent(event);
+  clickedInto_ = event->reason() == Qt::MouseFocusReason;
+  const bool back =
+      event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason;
+  if (!clickedInto_ && !back) selectAll();
+}
+
+void TextBox::mouseReleaseEvent(QMouseEvent* event) {
+  QLineEdit::mouseReleaseEvent(event);
+  if (std::exchange(clickedInto_, false) && !hasSelectedText()) selectAll();
+  if (event->button() == Qt::LeftButton) RunHandler(Click);
+}
+
+ScrollBar::ScrollBar(QWidget* parent) : QScrollBar(Qt::Horizontal, parent) {
+  // Bars that move a page have their keys and the wheel turned round; these hold a value.
+  setInvertedControls(false);
+  setFocusPolicy(Qt::StrongFocus);
+  connect(this, &QScrollBar::valueChanged, this, [this] { RunHandler(Change); });
+}
+
+void ScrollBar::SetValue(int value) {
+  const int old = this->value();
+  {
+    const QSignalBlocker silent(this);
+    setValue(value);
+  }
+  if (this->value() == value && value != old && Change) Change();
+}
+
+void ScrollBar::paintEvent(QPaintEvent* event) {
+  QScrollBar::paintEvent(event);
+  // The style draws the slider in the colour of its track, and a bar with the focus like any other.
+  QStyleOptionSlider option;
+  initStyleOption(&option);
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(palette().color(hasFocus() ? QPalette::Highlight : QPalette::Mid));
+  const QRectF slider =
+      style()->subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider, this);
+  painter.drawRoundedRect(slider.adjusted(1, 2, -1, -2), 2, 2);
+  if (hasFocus()) DrawFocusRing(painter, *this);
+}
+
+void ScrollBar::wheelEvent(QWheelEvent* event) {
+  hasFocus() ? QScrollBar::wheelEvent(event) : event->ignore();
+}
+
+Button::Button(const QString& text, QWidget* parent) : QPushButton(text, parent) {
+  setAutoDefault(false);
+  connect(this, &QPushButton::clicked, this, [this] { RunHandler(Click); });
+}
+
+Timer::Timer(QObject* parent, const char* name, int intervalMs) : QTimer(parent) {
+  setObjectName(QString::fromLatin1(name));
+  setInterval(intervalMs);
+  connect(this, &QTimer::timeout, this, [this] { RunHandler(Tick); });
+}
+
+void Timer::SetEnabled(bool enabled) {
+  if (enabled == isActive()) return;
+  enabled ? start() : stop();
+}

@@ -1,0 +1,153 @@
+#include "shell/controls/dialogs.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QUrl>
+
+#include "panel/code_page.h"
+#include "panel/live_project.h"
+#include "panel/program_state.h"
+#include "shell/shell.h"
+
+namespace {
+
+QString lastFolder;  ///< In which a file was chosen.
+
+QMessageBox::Icon BoxIcon(MsgIcon icon) {
+  switch (icon) {
+    case MsgIcon::Information:
+      return QMessageBox::Information;
+    case MsgIcon::Question:
+      return QMessageBox::Question;
+    case MsgIcon::Exclamation:
+      return QMessageBox::Warning;
+    case MsgIcon::Critical:
+      return QMessageBox::Critical;
+    case MsgIcon::None:
+      break;
+  }
+  return QMessageBox::NoIcon;
+}
+
+/// Never the guide: it comes over each dialog in turn, and none may hang under what hangs under it.
+QWidget* FrontWindow() {
+  QWidget* dialog = QApplication::activeModalWidget();
+  return dialog ? dialog : MainWindow();
+}
+
+MsgAnswer ShowMessage(const Message& message) {
+  QMessageBox box(BoxIcon(message.Icon), message.Title, message.Text, QMessageBox::NoButton,
+                  FrontWindow());
+  box.setTextFormat(Qt::PlainText);
+  switch (message.Buttons) {
+    case MsgButtons::Ok:
+      box.setStandardButtons(QMessageBox::Ok);
+      break;
+    case MsgButtons::YesNo:
+      box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+      box.setEscapeButton(QMessageBox::No);
+      box.setDefaultButton(QMessageBox::No);
+      break;
+    case MsgButtons::YesNoCancel:
+      box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+      box.setDefaultButton(QMessageBox::No);
+      break;
+  }
+  switch (box.exec()) {
+    case QMessageBox::Yes:
+      return MsgAnswer::Yes;
+    case QMessageBox::No:
+      return MsgAnswer::No;
+    case QMessageBox::Ok:
+      return MsgAnswer::Ok;
+    default:
+      return message.Buttons == MsgButtons::YesNo ? MsgAnswer::No : MsgAnswer::Cancel;
+  }
+}
+
+/// "Text (*.T3)|*.T3|All Files (*.*)|*.*" as the toolkit writes it, in either letter case.
+QStringList NameFilters(const QString& filter) {
+  const QStringList parts = filter.split(u'|');
+  QStringList filters;
+  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+    const QString text = parts[i].section(QStringLiteral(" ("), 0, 0);
+    const QString& pattern = parts[i + 1];
+    filters << (pattern == QLatin1String("*.*")
+                    ? text + QStringLiteral(" (*)")
+                    : QStringLiteral("%1 (%2 %3)").arg(text, pattern, pattern.toLower()));
+  }
+  return filters;
+}
+
+bool IsMask(const QString& name) {
+  return name.isEmpty() || name.contains(u'*');
+}
+
+/// Of the file that is asked about, of the open project, the last one that was used, or the told
+/// one.
+QString StartFolder(const FileRequest& request) {
+  QStringList folders;
+  if (!IsMask(request.FileName)) folders << QFileInfo(request.FileName).absolutePath();
+  if (CurrentFileName != NoFileName) folders << QFileInfo(CurrentFileName).absolutePath();
+  folders << lastFolder << QFileInfo(request.FileName).absolutePath() << DataFolder();
+  for (const QString& folder : folders) {
+    if (!folder.isEmpty() && QDir(folder).exists()) return folder;
+  }
+  return QDir::homePath();
+}
+
+/// The project's name, else the panel's, with the ending of the filter; its stem is selected.
+void SuggestName(QFileDialog& dialog, const FileRequest& request) {
+  QString name = QFileInfo(request.FileName).fileName();
+  if (IsMask(name)) {
+    QString stem = CurrentFileName != NoFileName ? QFileInfo(CurrentFileName).completeBaseName()
+                                                 : ToUnicode(PanelRecord.PanelName).trimmed();
+    stem.replace(u'/', u'-');
+    if (stem.isEmpty()) stem = QStringLiteral("Tamberloom 3");
+    name = stem + request.Filter.section(u'|', 1, 1).mid(1);
+  }
+  dialog.selectFile(name);
+  if (auto* box = dialog.findChild<QLineEdit*>()) {
+    box->setSelection(0, static_cast<int>(QFileInfo(name).completeBaseName().size()));
+  }
+}
+
+QString ChooseFile(const FileRequest& request) {
+  QFileDialog dialog(FrontWindow());
+  dialog.setNameFilters(NameFilters(request.Filter));
+  const bool open = request.Mode == FileRequest::Kind::Open;
+  dialog.setAcceptMode(open ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
+  dialog.setFileMode(open ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+  dialog.setDefaultSuffix(request.Ending);
+  dialog.setDirectory(StartFolder(request));
+  if (!open) SuggestName(dialog, request);
+  if (dialog.exec() != QDialog::Accepted) return {};
+  lastFolder = dialog.directory().absolutePath();
+  return QDir::toNativeSeparators(dialog.selectedFiles().constFirst());
+}
+
+}  // namespace
+
+std::function<MsgAnswer(const Message&)> MsgBoxSeam = ShowMessage;
+std::function<QString(const FileRequest&)> FileDialogSeam = ChooseFile;
+std::function<void(const QString&)> OpenUrlSeam = [](const QString& address) {
+  QDesktopServices::openUrl(QUrl::fromUserInput(address));
+};
+
+MsgAnswer MsgBox(const QString& text, MsgIcon icon, const QString& title, MsgButtons buttons) {
+  if (ProgramEnding()) return buttons == MsgButtons::Ok ? MsgAnswer::Ok : MsgAnswer::No;
+  return MsgBoxSeam({text, icon, title, buttons});
+}
+
+QString FileDialog(const FileRequest& request) {
+  return FileDialogSeam(request);
+}
+
+void OpenUrl(const QString& address) {
+  OpenUrlSeam(address);
+}

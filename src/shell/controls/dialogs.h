@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+
+#include "shell/controls/handlers.h"
+
+enum class MsgIcon { None, Information, Question, Exclamation, Critical };
+enum class MsgButtons { Ok, YesNo, YesNoCancel };
+enum class MsgAnswer { Ok, Yes, No, Cancel };
+
+struct Message {
+  QString Text;
+  MsgIcon Icon;
+  QString Title;
+  MsgButtons Buttons;
+};
+
+struct FileRequest {
+  enum class Kind { Open, Save } Mode;
+  QString Filter;  ///< Pairs of text and pattern, all joined by "|".
+  /// A path, or a mask in the folder that the dialog starts in when nothing leads elsewhere.
+  QString FileName;
+  QString Ending = {};  ///< Behind a name typed without one: "pdf". Empty leaves names as typed.
+};
+
+/// Shows a message and waits for the answer. A question has the focus on No: it is asked before
+/// work is lost, so Yes never is the answer of a key pressed too often. While the program ends
+/// nothing is shown, and a question is answered No.
+MsgAnswer MsgBox(const QString& text, MsgIcon icon, const QString& title,
+                 MsgButtons buttons = MsgButtons::Ok);
+
+/// The chosen path, or an empty string when the user cancels.
+QString FileDialog(const FileRequest& request);
+
+/// Asks the desktop to open an address or a file; what comes of it is ignored.
+void OpenUrl(const QString& address);
+
+/// Tests answer and read the dialogs by putting their own functions here.
+extern std::function<MsgAnswer(const Message&)> MsgBoxSeam;
+extern std::function<QString(const FileRequest&)> FileDialogSeam;
+extern std::function<void(const QString&)> OpenUrlSeam;

@@ -1,0 +1,164 @@
+#pragma once
+
+#include <QGridLayout>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "shell/controls/child_form.h"
+
+/// Rows of a name label and value cells, laid out in columns of sixteen: row i stands at row
+/// i mod 16 of grid column i / 16. The grid is one stop of Tab; the arrow keys, Home, End and Page
+/// walk its cells. With Shift held they select cells of one column, as a drag does, whose values
+/// are copied, pasted and filled down by what a user's own clicks and keys would run.
+class RowGrid : public QWidget {
+  Q_OBJECT
+ public:
+  static constexpr int RowsInColumn = 16;
+
+  struct Options {
+    int Chars = 8;           ///< Least width, in average characters.
+    QByteArray Header = {};  ///< Object name of the header labels, one for each grid column.
+    QString HeaderText = {};
+    bool SharesCell = false;       ///< Stands behind the control before it, in the same grid cell.
+    CellAct Act = CellAct::Press;  ///< What a click does on labels that take clicks.
+    QStringList Words = {};        ///< All that the cells can show, which is how wide they grow.
+    /// What a cell of labels may take; `Words` where there is none.
+    std::function<QStringList(int row)> Choices = {};
+    /// Gives a cell of labels the choice at a place of `Choices`. Labels without are no values.
+    std::function<void(int row, int choice)> Put = {};
+  };
+
+  /// `word` starts each row's tooltip and its name for screen readers: "Relay " gives "Relay 01".
+  explicit RowGrid(int rows, const QString& word = {});
+
+  /// The name labels, with their tooltips.
+  ControlArray<Label> AddNames(const char* name, int chars = 10);
+
+  /// One control for each row, right of those added before.
+  template <typename Control>
+  ControlArray<Control> Add(const char* name, const Options& options) {
+    ControlArray<Control> controls;
+    BeginColumn(options);
+    for (int row = 0; row < rows_; ++row) {
+      auto* control = new Control;
+      Place(control, row, options);
+      controls.Add(control, QString::fromLatin1(name));
+    }
+    return controls;
+  }
+
+  /// Lets Tab walk row by row, for rows whose controls keep the arrow keys for themselves. Called
+  /// when all columns are there.
+  void TabByRows();
+
+  /// Where Tab stops: the cell that had the focus last, or the first that is no name, or the first;
+  /// null where there is none.
+  QWidget* Stop() const;
+  /// Gives the focus to where Tab stops; false where there is none.
+  bool FocusCell();
+
+  /// Gives the focus to the first cell of a row that takes it; false where there is none.
+  bool FocusRow(int row);
+
+  /// Shows or hides all controls of a row.
+  void SetRowVisible(int row, bool visible);
+
+  /// Row i is shown while i is below `count`; the headers of a grid column while it has a row.
+  void ShowRows(int count);
+
+  /// What a row stands for, in its tooltip and for screen readers: "Timer 01".
+  void SetRowTitle(int row, const QString& title);
+
+  /// Puts the values of the selected cells on the clipboard, one a line.
+  void CopyCells();
+  /// One row of values goes to all selected rows, several go down from the first; further columns
+  /// go to the right. A value that a cell does not take, or too many rows or columns, change
+  /// nothing, and the line beside the screen's caption says why. What is left out is told there
+  /// too.
+  void PasteCells();
+  /// Gives the first selected cell's value to the others.
+  void FillDown();
+  void SelectColumn();
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  class Veil;
+  /// A control by its row and its place in the row.
+  struct Cell {
+    int Row;
+    int Column;
+
+    bool operator==(const Cell&) const = default;
+  };
+  bool Walkable(Cell cell) const;
+  QWidget* At(Cell cell) const;
+  std::optional<Cell> CellOf(const QObject* control) const;
+  void Walk(Cell from, int rowStep, int columnStep);
+  void WalkTo(Cell from, int to);
+
+  void KeepFocusCell(Cell cell, Qt::FocusReason reason);
+  bool TakesKey(const QWidget& control, const QKeyEvent& key);
+  bool TakesMouse(const QMouseEvent& mouse, Cell cell);
+  void ShowCellMenu(Cell cell, const QPoint& at);
+  void ExtendTo(Cell cell);
+  void ForgetSelection();
+  /// The cell in hand; on a name the first value of its row.
+  std::optional<Cell> InHand() const;
+  /// The selected cells from the top, at least the one in hand.
+  std::vector<Cell> Selected() const;
+  using Puts = std::vector<std::pair<Cell, QString>>;
+  void PutValues(const Puts& puts);
+  const Options& ColumnOf(Cell cell) const {
+    return options_[static_cast<std::size_t>(cell.Column)];
+  }
+  /// Nothing for a control that holds no value, such as a button or a caption.
+  std::optional<QString> ValueOf(Cell cell) const;
+  /// All that the cell may take; nothing for a text, which takes what is typed.
+  std::optional<QStringList> ChoicesOf(Cell cell) const;
+  /// What keeps a value from its cell; empty where nothing does.
+  QString Refusal(Cell cell, const QString& value) const;
+  /// Returns what is left out.
+  QString Put(Cell cell, const QString& value);
+
+  void MakeVeil();
+  void BeginColumn(const Options& options);
+  int MostWidth(const QWidget& control, const Options& options) const;
+  void Place(QWidget* control, int row, const Options& options);
+  void Describe(int row);
+  int GridColumn(int row) const { return row / RowsInColumn * columnsPerBlock; }
+
+  static constexpr int columnsPerBlock = 8;
+
+  int rows_;
+  int columns_ = 0;
+  int nameColumn_ = -1;
+  bool tabsByRows_ = false;
+  std::optional<Cell> current_;                     ///< The cell that had the focus last.
+  std::optional<std::pair<Cell, Cell>> selection_;  ///< From where to where, in one column.
+  std::optional<Cell> pressed_;                     ///< Where a drag may begin.
+  bool dragging_ = false;
+  QWidget* veil_ = nullptr;  ///< Tints the selected cells.
+  QGridLayout* grid_;
+  std::vector<QString> titles_;
+  std::vector<std::vector<QWidget*>> controls_;  ///< By row.
+  std::vector<Options> options_;                 ///< By control of a row.
+  std::vector<std::vector<QWidget*>> headers_;   ///< By grid column.
+};
+
+/// The number in at least two digits.
+QString TwoDigits(int number);
+
+/// Texts and Windows-1252 names as the items of a list.
+QStringList Items(std::span<const std::string_view> words);
+QStringList Items(std::span<const std::string> names);
+
+/// The numbers `first` to `last` in plain form as the items of a list, each with `before` and
+/// `behind` around it.
+QStringList NumberItems(int first, int last, const QString& before = {},
+                        const QString& behind = {});

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "panel/recovery_copy.h"
+#include "shell/controls/child_form.h"
+
+/// The empty state of the main window, on show whenever no other screen is.
+class frmT3About : public ChildForm {
+ public:
+  frmT3About();
+  void Form_Load() override;
+  void Form_Activate() override;
+  QWidget* FirstFocus() override;
+
+  void lblWebPageInfo_Click();
+  void lblTakeUp_Click(int index);
+  void lblDelete_Click(int index);
+  /// Says until the screen is left what was taken up.
+  void TellTakenUp(const KeptWork& work);
+
+ private:
+  void ShowKeptWork();
+  void AddKeptWork();
+
+  QVBoxLayout* kept_ = nullptr;
+  std::vector<KeptWork> work_;  ///< Of each row.
+  Label* lblTakenUp = nullptr;
+  ControlArray<Label> lblKeptWork;
+  ControlArray<Label> lblTakeUp;
+  ControlArray<Label> lblDelete;
+  Label* lblRevInfo = nullptr;
+  Label* lblWebPageInfo = nullptr;
+};

@@ -1,0 +1,73 @@
+#include "shell/window/application.h"
+
+#include <QProxyStyle>
+#include <QThread>
+#include <QTimer>
+#include <exception>
+
+#include "panel/live_dimmers.h"
+#include "panel/program_state.h"
+#include "shell/controls/dialogs.h"
+
+namespace {
+
+/// The desktop's style with two changes. Drop-down lists open below their field and scroll: a list
+/// of a thousand items would otherwise cover the screen from top to bottom. The menu bar's overflow
+/// button, which six entries never need, has no picture, so that no start waits for the image
+/// plugins.
+class ListStyle : public QProxyStyle {
+ public:
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* returned) const override {
+    return hint == SH_ComboBox_Popup ? 0 : QProxyStyle::styleHint(hint, option, widget, returned);
+  }
+
+  QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
+                     const QWidget* widget) const override {
+    return icon == SP_ToolBarHorizontalExtensionButton
+               ? QIcon()
+               : QProxyStyle::standardIcon(icon, option, widget);
+  }
+};
+
+/// Of the desktop's window colour, so that quiet text is read as easily as the least that is asked
+/// for: 4.5 to 1. Some dark desktops leave it the black of light ones, and the usual half is too
+/// pale on grey.
+void MendQuietText() {
+  constexpr int quiet = 170;
+  QPalette palette = QApplication::palette();
+  QColor text = palette.color(QPalette::WindowText);
+  text.setAlpha(quiet);
+  if (palette.color(QPalette::PlaceholderText) == text) return;
+  palette.setColor(QPalette::PlaceholderText, text);
+  QApplication::setPalette(palette);
+}
+
+}  // namespace
+
+Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
+  setStyle(new ListStyle);
+  MendQuietText();
+  setApplicationName(ProgramTitle);
+  // The image plugins that an icon brings along come after the window's first picture.
+  constexpr int afterFirstPictureMs = 200;
+  QTimer::singleShot(afterFirstPictureMs, this,
+                     [] { setWindowIcon(QIcon(QStringLiteral(":/tamberloom3.png"))); });
+  setDesktopFileName(QStringLiteral("com.example.tamberloom3"));
+  DimmerAddressAlert = [](Int32 addr) {
+    MsgBox(QString::number(addr), MsgIcon::None, ProgramTitle);
+  };
+}
+
+bool Application::notify(QObject* receiver, QEvent* event) {
+  // Qt's own threads deliver events through here too; handlers are the interface thread's.
+  if (QThread::currentThread() != thread()) return QApplication::notify(receiver, event);
+  bool result = true;
+  RunHandler([&] { result = QApplication::notify(receiver, event); });
+  return result;
+}
+
+bool Application::event(QEvent* event) {
+  if (event->type() == QEvent::ApplicationPaletteChange) MendQuietText();
+  return QApplication::event(event);
+}

@@ -1,0 +1,179 @@
+#include <QDir>
+#include <QDropEvent>
+#include <QFileInfo>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QScopeGuard>
+#include <QUrl>
+#include <utility>
+
+#include "panel/defaults.h"
+#include "panel/live_project.h"
+#include "panel/program_state.h"
+#include "panel/project_file.h"
+#include "shell/window/about_form.h"
+#include "shell/window/main_window.h"
+
+namespace {
+
+QString StartMask() {
+  return DataPath(QStringLiteral("*.T3"));
+}
+
+bool Chosen(const QString& name) {
+  return !name.isEmpty() && name != StartMask();
+}
+
+}  // namespace
+
+bool frmT3MasterMDI::DiscardChanges() const {
+  return DataChanged == 0 || MsgBox(QStringLiteral("Discard Any Changes?"), MsgIcon::Question,
+                                    ProgramTitle, MsgButtons::YesNo) == MsgAnswer::Yes;
+}
+
+/// Another project comes into memory. Nobody was asked about the work of one that is not marked as
+/// changed, so what of it is in no file stays kept.
+void frmT3MasterMDI::ReplaceProject(const std::function<void()>& replace) {
+  recovery_.Update(LiveProject);
+  replace();
+  if (DataChanged == 0) recovery_.Leave();
+}
+
+void frmT3MasterMDI::mnuNew_Click() {
+  if (!DiscardChanges()) return;
+  ShowEmptyState();
+  ReplaceProject([] {
+    CurrentFileName = NoFileName;
+    FileNotInMemory = false;
+    SetKnownContent({});
+    LoadDefaults();
+  });
+  DataChanged = 0;
+  recovery_.Settle(LiveProject);
+  UnloadAllForms();
+  ShowForm(Screen::About);
+  DataChanged = 0;
+  UpdateStatusBar();
+}
+
+void frmT3MasterMDI::FileOpen() {
+  if (!DiscardChanges()) return;
+  const QString mask = fileDialogUsed_ ? QString() : StartMask();
+  fileDialogUsed_ = true;
+  const QString name = FileDialog({FileRequest::Kind::Open, ProjectFileFilter, mask});
+  if (Chosen(name)) ReadFile(name);
+}
+
+void frmT3MasterMDI::OpenFile(const QString& name) {
+  if (DiscardChanges()) ReadFile(name);
+}
+
+void frmT3MasterMDI::ReadFile(const QString& name) {
+  CurrentFileName = name;
+  ShowEmptyState();
+  UpdateStatusBar();
+  ReplaceProject([] {
+    FileNotInMemory = true;
+    ReadProjectFile();
+    FileNotInMemory = false;
+  });
+  DataChanged = 0;
+  recovery_.Settle(LiveProject);
+  TellNews(QStringLiteral("Opened"));
+}
+
+/// Saves the project; over its old content where no file may be made beside it and the user takes
+/// the risk. False when the user does not.
+bool frmT3MasterMDI::WriteProject() {
+  try {
+    WriteProjectFile();
+    return true;
+  } catch (const FolderRefuses& refusal) {
+    if (MsgBox(QString::fromUtf8(refusal.what()) +
+                   QStringLiteral("\n\nThe file itself can be written over. A disk that fails "
+                                  "meanwhile leaves it damaged.\nSave In Place?"),
+               MsgIcon::Question, ProgramTitle, MsgButtons::YesNo) != MsgAnswer::Yes) {
+      return false;
+    }
+  }
+  WriteProjectFile(Saving::InPlace);
+  return true;
+}
+
+void frmT3MasterMDI::FileSave() {
+  if (ChangedByOthers() &&
+      MsgBox(
+          QStringLiteral("\"%1\" was changed by somebody else at %2, after it was opened or "
+                         "saved here.\nSave Over It?")
+              .arg(CurrentFileName, QFileInfo(CurrentFileName).lastModified().toString(TimeFormat)),
+          MsgIcon::Question, ProgramTitle, MsgButtons::YesNo) != MsgAnswer::Yes) {
+    return;
+  }
+  if (!WriteProject()) return;
+  DataChanged = 0;
+  recovery_.Settle(LiveProject);
+  TellNews(QStringLiteral("Saved"));
+}
+
+void frmT3MasterMDI::FileSaveAs() {
+  fileDialogUsed_ = true;
+  const QString name = FileDialog({FileRequest::Kind::Save, ProjectFileFilter, StartMask()});
+  if (!Chosen(name)) return;
+  auto restore =
+      qScopeGuard([before = std::exchange(CurrentFileName, name)] { CurrentFileName = before; });
+  if (!WriteProject()) return;
+  restore.dismiss();
+  FileNotInMemory = false;
+  UpdateStatusBar();
+  DataChanged = 0;
+  recovery_.Settle(LiveProject);
+  TellNews(QStringLiteral("Saved"));
+}
+
+void frmT3MasterMDI::mnuSave_Click() {
+  if (CurrentFileName == NoFileName || FileNotInMemory) {
+    FileSaveAs();
+  } else {
+    FileSave();
+  }
+}
+
+void frmT3MasterMDI::OpenKeptWork(const KeptWork& work) {
+  if (!DiscardChanges()) return;
+  ShowEmptyState();
+  ReplaceProject([&work] { TakeUpKeptWork(work); });
+  // The start would take the mark for its own.
+  tmrFix_->SetEnabled(false);
+  DataChanged = -1;
+  recovery_.Unsettle();
+  recovery_.Update(LiveProject);
+  // On a full disk the old copy is the only one.
+  if (recovery_.HoldsWork()) DeleteKeptWork(work);
+  UpdateStatusBar();
+  if (auto* about = dynamic_cast<frmT3About*>(ShowForm(Screen::About))) {
+    about->TellTakenUp(work);
+  }
+}
+
+namespace {
+
+/// The one project file that is dragged; empty for anything else.
+QString DraggedProject(const QDropEvent& event) {
+  const QList<QUrl> urls = event.mimeData()->urls();
+  const QString path = urls.size() == 1 ? urls.front().toLocalFile() : QString();
+  return path.endsWith(QLatin1String(".T3"), Qt::CaseInsensitive) ? path : QString();
+}
+
+}  // namespace
+
+void frmT3MasterMDI::dragEnterEvent(QDragEnterEvent* event) {
+  // Not while the menus are off.
+  if (menuBar()->isEnabled() && !DraggedProject(*event).isEmpty()) event->acceptProposedAction();
+}
+
+void frmT3MasterMDI::dropEvent(QDropEvent* event) {
+  const QString path = DraggedProject(*event);
+  if (path.isEmpty()) return;
+  event->acceptProposedAction();
+  RunHandler([&] { OpenFile(QDir::toNativeSeparators(path)); });
+}
