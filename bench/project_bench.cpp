@@ -47,7 +47,7 @@ void CompareProject(RatioReport& report, const char* decodeName, const char* enc
     Keep(copy.data());
   });
   const auto decode = [&bytes] {
-    DecodeProject(bytes, LiveProject);
+    (void)DecodeProject(bytes, LiveProject);
     Keep(&PanelRecord);
   };
   const auto encode = [] { Keep(EncodeProject(LiveProject).data()); };

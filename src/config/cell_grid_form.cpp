@@ -1,10 +1,10 @@
 #include "config/cell_grid_form.h"
 
 #include "panel/code_page.h"
-#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/words.h"
 #include "shell/controls/editor_rows.h"
+#include "shell/controls/field_column.h"
 
 /// What a cell shows for a code.
 struct CellState {
@@ -34,22 +34,6 @@ Int16 NextCode(Int16 code, CellStates states) {
   return static_cast<Int16>(states.size() == 2 ? ~code : (code + 1) % 3);
 }
 
-Int16& SweepRelay(int, int relay) {
-  return PanelRecord.OffHoursSweepRelay(relay);
-}
-
-Int16& SweepGroup(int, int group) {
-  return PanelRecord.OffHoursSweepGroup(group);
-}
-
-Int16& GroupRelay(int group, int relay) {
-  return PanelRecord.GroupRelayInclude(group, relay);
-}
-
-Int16& PresetRelay(int preset, int relay) {
-  return PanelRecord.PresetRelayControl(preset, relay);
-}
-
 }  // namespace
 
 struct CellGridScreen {
@@ -59,9 +43,8 @@ struct CellGridScreen {
   const char* NameLabel;
   NameArray PanelRecordType::*Names;
   bool InstalledOnly;  ///< Rows beyond PanelIOCount are hidden.
-  const char* CellLabel;
+  FieldCells Cells;
   CellStates States;
-  Int16& (*Cell)(int selected, int row);
   const char* Selector = nullptr;  ///< Null: there is nothing to select, and no copy to all.
   QString SelectorWord = {};
   NameArray PanelRecordType::*SelectorNames = nullptr;
@@ -71,17 +54,18 @@ namespace {
 
 const auto CellGridScreens = std::to_array<CellGridScreen>({
     {Screen::RelayGrouping, QStringLiteral("Relay Grouping"), QStringLiteral("Relay "),
-     "lblRelayName", &PanelRecordType::RelayName, true, "lblInclude", IncludeStates, GroupRelay,
-     "cboGroup", QStringLiteral("Group"), &PanelRecordType::GroupName},
+     "lblRelayName", &PanelRecordType::RelayName, true,
+     CellsOf<&PanelRecordType::GroupRelayInclude>(), IncludeStates, "cboGroup",
+     QStringLiteral("Group"), &PanelRecordType::GroupName},
     {Screen::EditPresets, QStringLiteral("Edit Presets"), QStringLiteral("Relay "), "lblRelayName",
-     &PanelRecordType::RelayName, true, "lblRelayControl", PresetStates, PresetRelay,
-     "cboPresetNumber", QStringLiteral("Preset"), &PanelRecordType::PresetName},
+     &PanelRecordType::RelayName, true, CellsOf<&PanelRecordType::PresetRelayControl>(),
+     PresetStates, "cboPresetNumber", QStringLiteral("Preset"), &PanelRecordType::PresetName},
     {Screen::OffHoursSweepRelays, QStringLiteral("Off Hours Sweep Relays"),
-     QStringLiteral("Relay "), "lblRelayName", &PanelRecordType::RelayName, true, "lblRelayInclude",
-     SweepStates, SweepRelay},
+     QStringLiteral("Relay "), "lblRelayName", &PanelRecordType::RelayName, true,
+     CellsOf<&PanelRecordType::OffHoursSweepRelay>(), SweepStates},
     {Screen::OffHoursSweepGroups, QStringLiteral("Off Hours Sweep Groups"),
      QStringLiteral("Group "), "lblGroupName", &PanelRecordType::GroupName, false,
-     "lblGroupInclude", SweepStates, SweepGroup},
+     CellsOf<&PanelRecordType::OffHoursSweepGroup>(), SweepStates},
 });
 
 }  // namespace
@@ -100,13 +84,14 @@ void CellGridForm::Form_Load() {
   lblName = grid->AddNames(Row.NameLabel);
   QStringList words;
   for (const CellState& state : Row.States) words << ToUnicode(state.Text);
-  lblCell = grid->Add<Label>(
-      Row.CellLabel, {.Chars = 8,
-                      .Act = Row.States.size() == 2 ? CellAct::Toggles : CellAct::Cycles,
-                      .Words = words,
-                      .Put = [this](int row, int state) {
-                        SetCell(row, static_cast<Int16>(Row.States.size() == 2 ? -state : state));
-                      }});
+  lblCell =
+      grid->Add<Label>(Row.Cells.Control,
+                       {.Chars = 8,
+                        .Act = Row.States.size() == 2 ? CellAct::Toggles : CellAct::Cycles,
+                        .Words = words,
+                        .Put = [this](int row, int state) {
+                          SetCell(row, static_cast<Int16>(Row.States.size() == 2 ? -state : state));
+                        }});
   lblCell.OnEach(&Label::Click, this, &CellGridForm::lblCell_Click);
   AddWidget(grid);
   if (!Row.Selector) return;
@@ -133,7 +118,7 @@ int CellGridForm::RowCount() const {
 }
 
 Int16& CellGridForm::Cell(int row) const {
-  return Row.Cell(cboSelector ? cboSelector->ListIndex() : 0, row);
+  return Row.Cells.At(cboSelector ? cboSelector->ListIndex() : 0, row);
 }
 
 void CellGridForm::ShowCells() {

@@ -4,6 +4,7 @@
 #include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "shell/controls/editor_rows.h"
+#include "shell/controls/field_column.h"
 
 ControlGridForm::ControlGridForm(Screen name, const QString& caption, ControlTable table)
     : ChildForm(name, caption), Table(table) {}
@@ -19,7 +20,7 @@ void ControlGridForm::AddGrid(QHBoxLayout* selectors) {
   grid = new RowGrid(ItemCount, relays ? QStringLiteral("Relay ") : QStringLiteral("Group "));
   names = grid->AddNames(relays ? "lblRelayName" : "lblGroupName");
   lblControl.Add(this, grid,
-                 {.Cells = "lblControl",
+                 {.Cells = ControlOf<&PanelRecordType::InputRelayControl>(),
                   .List = "cboControl",
                   .Item = [this](int row) { return *Cell(row); },
                   .Store = [this](int row, int item) { *Cell(row) = static_cast<Int16>(item); },

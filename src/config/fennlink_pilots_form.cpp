@@ -6,6 +6,7 @@
 #include "panel/live_project.h"
 #include "panel/pilot_code.h"
 #include "panel/pilot_source.h"
+#include "shell/controls/field_column.h"
 #include "shell/shell.h"
 
 frmT3FennlinkPilots::frmT3FennlinkPilots()
@@ -24,7 +25,7 @@ void frmT3FennlinkPilots::Form_Load() {
   const QStringList sources = Items(FennlinkPilotSources);
   lblPilotSource.Add(
       this, grid,
-      {.Cells = "lblPilotSource",
+      {.Cells = ControlOf<&FennlinkRecord::DevicePilot>(),
        .List = "cboNewSource",
        .Look = {.Chars = 16, .HeaderText = QStringLiteral("Source"), .Words = sources},
        .Items = sources,

@@ -4,6 +4,7 @@
 #include "panel/pilot_code.h"
 #include "panel/words.h"
 #include "shell/controls/editor_rows.h"
+#include "shell/controls/field_column.h"
 
 frmT3LocalInputPilots::frmT3LocalInputPilots()
     : ChildForm(Screen::LocalInputPilots, QStringLiteral("Local Input Pilots")) {}
@@ -14,7 +15,7 @@ void frmT3LocalInputPilots::Form_Load() {
   const QStringList sources = Items(LocalPilotSources);
   lblPilotSource.Add(
       this, grid,
-      {.Cells = "lblPilotSource",
+      {.Cells = ControlOf<&PanelRecordType::LocalPilot>(),
        .List = "cboNewSource",
        .Look = {.Chars = 12, .HeaderText = QStringLiteral("Source"), .Words = sources},
        .Items = sources,

@@ -1,6 +1,7 @@
 #include "config/names_form.h"
 
 #include "panel/code_page.h"
+#include "panel/fields.h"
 #include "panel/hex.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
@@ -9,7 +10,6 @@ struct NamesScreen {
   Screen Name;
   QString Caption;
   const char* NumberLabel;
-  const char* TextBoxName;
   QString Word;
   NameArray PanelRecordType::*Names;  ///< Null: the names of the bus devices.
   bool InstalledOnly = false;         ///< Rows beyond PanelIOCount are hidden.
@@ -18,18 +18,18 @@ struct NamesScreen {
 namespace {
 
 const auto NamesScreens = std::to_array<NamesScreen>({
-    {Screen::EditRelayNames, QStringLiteral("Edit Relay Names"), "lblRelayNumber", "txtRelayName",
+    {Screen::EditRelayNames, QStringLiteral("Edit Relay Names"), "lblRelayNumber",
      QStringLiteral("Relay "), &PanelRecordType::RelayName, true},
-    {Screen::EditGroupNames, QStringLiteral("Edit Group Names"), "lblGroupNumber", "txtGroupName",
+    {Screen::EditGroupNames, QStringLiteral("Edit Group Names"), "lblGroupNumber",
      QStringLiteral("Group "), &PanelRecordType::GroupName},
-    {Screen::EditInputNames, QStringLiteral("Edit Input Names"), "lblInputNumber", "txtInputName",
+    {Screen::EditInputNames, QStringLiteral("Edit Input Names"), "lblInputNumber",
      QStringLiteral("Input "), &PanelRecordType::InputName, true},
-    {Screen::EditTimerNames, QStringLiteral("Edit Timer Names"), "lblTimerNumber", "txtTimerName",
+    {Screen::EditTimerNames, QStringLiteral("Edit Timer Names"), "lblTimerNumber",
      QStringLiteral("Timer "), &PanelRecordType::TimerName},
     {Screen::EditPresetNames, QStringLiteral("Edit Preset Names"), "lblPresetNumber",
-     "txtPresetName", QStringLiteral("Preset "), &PanelRecordType::PresetName},
+     QStringLiteral("Preset "), &PanelRecordType::PresetName},
     {Screen::EditFennlinkNames, QStringLiteral("Edit Fennlink Names"), "lblFennlinkNumber",
-     "txtFennlinkName", QStringLiteral("FL Node "), nullptr},
+     QStringLiteral("FL Node "), nullptr},
 });
 
 constexpr int NumberChars = 12;
@@ -54,7 +54,9 @@ void NamesForm::Form_Load() {
   AddWidget(display);
   grid = new RowGrid(RowCount(), Row.Word);
   const auto lblNumber = grid->AddNames(Row.NumberLabel, NumberChars);
-  txtName = grid->Add<TextBox>(Row.TextBoxName, {.HeaderText = QStringLiteral("Name")});
+  txtName = grid->Add<TextBox>(
+      (Row.Names ? FactsOf(Row.Names) : FactsOf(&FennlinkRecord::DeviceName)).Where.Value.Control,
+      {.HeaderText = QStringLiteral("Name")});
   for (int row = 0; row < RowCount(); ++row) {
     const QString number =
         Row.Names ? TwoDigits(row + 1) : QString::fromStdString(HexByte(row + 1));

@@ -4,6 +4,7 @@
 #include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/words.h"
+#include "shell/controls/field_column.h"
 
 namespace {
 
@@ -50,7 +51,7 @@ void frmT3Setup::Form_Load() {
   lblNode = grid->AddNames("lblNode");
   lblIOCount.Add(
       this, grid,
-      {.Cells = "lblIOCount",
+      {.Cells = ControlOf<&PanelRecordType::IOCount>(),
        .List = "cboIOCount",
        .Look = {.Header = "lblIOCountHeader", .HeaderText = QStringLiteral("Installed")},
        .ItemsOf = NodeItems,

@@ -12,4 +12,4 @@ std::string EncodeProject(const Project& project);
 /// Lays the bytes of a project file over `project`. Bytes that end early leave the rest of it as it
 /// was, and give false; bytes behind the end are not looked at. No value is checked. Throws
 /// RunTimeFailure for a string of negative length; the project is then half overwritten.
-bool DecodeProject(std::string_view bytes, Project& project);
+[[nodiscard]] bool DecodeProject(std::string_view bytes, Project& project);

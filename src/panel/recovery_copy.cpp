@@ -70,7 +70,7 @@ void RecoveryCopy::Settle(const Project& project) {
 }
 
 void RecoveryCopy::Update(const Project& project) {
-  trouble_.clear();
+  trouble_.reset();
   try {
     const std::string bytes = EncodeProject(project);
     if (bytes == settled_) {

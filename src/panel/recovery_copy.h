@@ -4,6 +4,7 @@
 #include <QLockFile>
 #include <QString>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,8 +27,8 @@ class RecoveryCopy {
   /// What the copy holds stays behind as kept work, as of a program that has ended.
   void Leave();
   bool HoldsWork() const { return !kept_.empty(); }
-  /// Why the last Update could not keep the unsaved work; empty when it is kept.
-  const std::string& Trouble() const { return trouble_; }
+  /// Why the last Update could not keep the unsaved work, if it could not.
+  const std::optional<std::string>& Trouble() const { return trouble_; }
 
  private:
   void Keep(const std::string& content);
@@ -35,7 +36,7 @@ class RecoveryCopy {
   std::string settled_;  ///< The project's bytes when nothing of it was unsaved.
   std::string kept_;     ///< What the copy holds, with the file's name.
   QString path_;
-  std::string trouble_;
+  std::optional<std::string> trouble_;
   std::unique_ptr<QLockFile> alive_;  ///< Held as long as this program lives.
 };
 

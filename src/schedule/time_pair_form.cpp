@@ -1,10 +1,10 @@
 #include "schedule/time_pair_form.h"
 
 #include "panel/code_page.h"
-#include "panel/live_project.h"
 #include "panel/time_values.h"
 #include "panel/words.h"
 #include "shell/controls/editor_rows.h"
+#include "shell/controls/field_column.h"
 
 struct TimePairScreen {
   Screen Name;
@@ -12,15 +12,13 @@ struct TimePairScreen {
   int Rows;
   QString RowWord;  ///< Starts the tooltips; empty where a row's name says it all.
   const char* NameLabel;
-  int NameChars;  ///< Least width of the names, in average characters.
-  std::array<const char*, 2> TimeLabels;
+  int NameChars;                    ///< Least width of the names, in average characters.
+  std::array<FieldCells, 2> Times;  ///< Quarter hours since midnight.
   std::array<QString, 2> Headers;
   QString Hint;
   bool ByMonth;  ///< The rows are the dates of a month; their times may be cleared.
   /// The names of the rows that are shown; `month`, from 0, matters by month only.
   QStringList (*Names)(int month);
-  /// Quarter hours since midnight of a column, 0 or 1.
-  Int16& (*Time)(int column, int month, int row);
 };
 
 namespace {
@@ -60,44 +58,35 @@ const auto TimePairScreens = std::to_array<TimePairScreen>({
      {},
      "lblDay",
      16,
-     {"lblOpenTime", "lblCloseTime"},
+     {CellsOf<&PanelRecordType::NormalOpenTime>(), CellsOf<&PanelRecordType::NormalCloseTime>()},
      {QStringLiteral("Open"), QStringLiteral("Close")},
      QStringLiteral(
          "A date with times of its own, under Single Dates, does not follow its weekday."),
      false,
-     [](int) { return Items(WeekdayNames); },
-     [](int column, int, int day) -> Int16& {
-       return (column == 0 ? PanelRecord.NormalOpenTime : PanelRecord.NormalCloseTime)(day);
-     }},
+     [](int) { return Items(WeekdayNames); }},
     {Screen::OpenAndCloseTimeSingleDates,
      QStringLiteral("Open And Close Times, Single Dates"),
      LongestMonth,
      {},
      "lblDate",
      10,
-     {"lblOpenTime", "lblCloseTime"},
+     {CellsOf<&PanelRecordType::DateOpenTime>(), CellsOf<&PanelRecordType::DateCloseTime>()},
      {QStringLiteral("Open"), QStringLiteral("Close")},
      QStringLiteral(
          "A date that shows --:-- follows its weekday. Clear takes away both times of the date."),
      true,
-     DateNames,
-     [](int column, int month, int date) -> Int16& {
-       return (column == 0 ? PanelRecord.DateOpenTime : PanelRecord.DateCloseTime)(month, date);
-     }},
+     DateNames},
     {Screen::InputActiveTimes,
      QStringLiteral("Input Active Times"),
      ItemCount,
      QStringLiteral("Input "),
      "lblInputName",
      10,
-     {"lblInputEnableTime", "lblInputDisableTime"},
+     {CellsOf<&PanelRecordType::InputEnableTime>(), CellsOf<&PanelRecordType::InputDisableTime>()},
      {QStringLiteral("Enable"), QStringLiteral("Disable")},
      QStringLiteral("An input whose two times are equal is always active."),
      false,
-     InputNames,
-     [](int column, int, int input) -> Int16& {
-       return (column == 0 ? PanelRecord.InputEnableTime : PanelRecord.InputDisableTime)(input);
-     }},
+     InputNames},
 });
 
 }  // namespace
@@ -113,9 +102,9 @@ void TimePairForm::Form_Load() {
   for (std::size_t column = 0; column < lblTime.size(); ++column) {
     lblTime[column].Add(
         this, grid,
-        {.Cells = screen.TimeLabels[column],
+        {.Cells = screen.Times[column].Control,
          .List = "cboNewTime",
-         .Look = {.Header = QByteArray(screen.TimeLabels[column]) + "Header",
+         .Look = {.Header = QByteArray(screen.Times[column].Control) + "Header",
                   .HeaderText = screen.Headers[column],
                   .Words = {QStringLiteral("12:30A")}},
          .Items = TimeItems(screen.ByMonth),
@@ -164,7 +153,7 @@ void TimePairForm::Form_Activate() {
 }
 
 Int16& TimePairForm::Time(std::size_t column, int row) const {
-  return screen.Time(static_cast<int>(column), Month, row);
+  return screen.Times[column].At(Month, row);
 }
 
 int TimePairForm::ItemOf(Int16 time) const {

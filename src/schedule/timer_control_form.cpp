@@ -1,7 +1,7 @@
 #include "schedule/timer_control_form.h"
 
-#include "panel/live_project.h"
 #include "shell/controls/editor_rows.h"
+#include "shell/controls/field_column.h"
 
 /// One kind of target that a firing timer acts on.
 struct TimerControlScreen {
@@ -10,7 +10,7 @@ struct TimerControlScreen {
   QString TargetWord;
   const char* NameLabel;
   NameArray PanelRecordType::*Names;
-  ItemTable PanelRecordType::*Control;  ///< (timer, target): index into Codes.
+  FieldCells Cells;  ///< Of (timer, target): index into Codes.
   std::span<const std::string_view> Codes;
   bool InstalledOnly;  ///< Rows of points that are not installed are hidden.
 };
@@ -23,13 +23,13 @@ constexpr auto PresetCodes = std::to_array<std::string_view>({"None", "Activate"
 const auto TimerControlScreens = std::to_array<TimerControlScreen>({
     {Screen::TimerToRelayControl, QStringLiteral("Timer To Relay Control"),
      QStringLiteral("Relay "), "lblRelayName", &PanelRecordType::RelayName,
-     &PanelRecordType::TimerRelayControl, SwitchCodes, true},
+     CellsOf<&PanelRecordType::TimerRelayControl>(), SwitchCodes, true},
     {Screen::TimerToGroupControl, QStringLiteral("Timer To Group Control"),
      QStringLiteral("Group "), "lblGroupName", &PanelRecordType::GroupName,
-     &PanelRecordType::TimerGroupControl, SwitchCodes, false},
+     CellsOf<&PanelRecordType::TimerGroupControl>(), SwitchCodes, false},
     {Screen::TimerToPresetControl, QStringLiteral("Timer To Preset Control"),
      QStringLiteral("Preset "), "lblPresetName", &PanelRecordType::PresetName,
-     &PanelRecordType::TimerPresetControl, PresetCodes, false},
+     CellsOf<&PanelRecordType::TimerPresetControl>(), PresetCodes, false},
 });
 
 }  // namespace
@@ -47,7 +47,7 @@ void TimerControlForm::Form_Load() {
   lblName = grid->AddNames(screen.NameLabel);
   lblControl.Add(
       this, grid,
-      {.Cells = "lblControl",
+      {.Cells = screen.Cells.Control,
        .List = "cboControl",
        .Look = {.Words = Items(screen.Codes)},
        .Items = Items(screen.Codes),
@@ -74,7 +74,7 @@ void TimerControlForm::Form_Activate() {
 }
 
 Int16& TimerControlForm::Cell(int target) const {
-  return (PanelRecord.*screen.Control)(cboTimer->ListIndex(), target);
+  return screen.Cells.At(cboTimer->ListIndex(), target);
 }
 
 void TimerControlForm::ShowControl() {

@@ -284,7 +284,7 @@ TEST(CheckTest, ANewPanelHasNoErrorAndNonsenseIsToldWithoutAFailure) {
   const std::string fresh = EncodeProject(LiveProject);
   for (unsigned seed = 1; seed <= 40; ++seed) {
     const std::string bytes = Nonsense(fresh, seed);
-    DecodeProject(bytes, LiveProject);
+    (void)DecodeProject(bytes, LiveProject);
     EXPECT_FALSE(CheckProject(LiveProject, {.FileEndsEarly = FileEndsEarly()}).empty());
     EXPECT_TRUE(EncodeProject(LiveProject) == bytes);
   }

@@ -113,7 +113,7 @@ TEST_F(TextDocument, SurvivesNonsense) {
   const std::string newPanel = Document();
   Project document = LiveProject;
   for (unsigned seed = 1; seed <= 20; ++seed) {
-    DecodeProject(Nonsense(newPanel, seed), document);
+    (void)DecodeProject(Nonsense(newPanel, seed), document);
     PanelRecord = document.Panel;
     FennlinkRecords = document.Devices;
     DimmerBlock = document.Dimmers;

@@ -15,7 +15,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   static Project document;
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   try {
-    DecodeProject(bytes, document);
+    (void)DecodeProject(bytes, document);
   } catch (const RunTimeFailure&) {
     return 0;
   }

@@ -4,6 +4,26 @@
 #include "panel/live_project.h"
 #include "shell/controls/list_column.h"
 
+/// The control that edits a field, by the table of fields.
+template <auto Member>
+const char* ControlOf() {
+  return FactsOf(Member).Where.Value.Control;
+}
+
+/// The cells that edit a field of the panel.
+struct FieldCells {
+  const char* Control;
+  /// `selected` is the item that the screen shows; a field of one index passes over it.
+  Int16& (*At)(int selected, int row);
+};
+template <auto Member>
+FieldCells CellsOf() {
+  return {ControlOf<Member>(), [](int selected, int row) -> Int16& {
+            constexpr bool isTable = FactsOf(Member).Second.Value.Counts != Axis::Of::Nothing;
+            return isTable ? (PanelRecord.*Member)(selected, row) : (PanelRecord.*Member)(row);
+          }};
+}
+
 /// The column that edits a field of the panel which has an element for each row: its cells and
 /// words are those of the table of fields. A value's item is the value less `first`.
 template <auto Member>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QGridLayout>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -121,8 +122,8 @@ class RowGrid : public QWidget {
   std::optional<QString> ValueOf(Cell cell) const;
   /// All that the cell may take; nothing for a text, which takes what is typed.
   std::optional<QStringList> ChoicesOf(Cell cell) const;
-  /// What keeps a value from its cell; empty where nothing does.
-  QString Refusal(Cell cell, const QString& value) const;
+  /// What keeps a value from its cell, if anything does.
+  [[nodiscard]] std::optional<QString> Refusal(Cell cell, const QString& value) const;
   /// Returns what is left out.
   QString Put(Cell cell, const QString& value);
 

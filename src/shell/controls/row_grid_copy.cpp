@@ -220,11 +220,11 @@ std::optional<QStringList> RowGrid::ChoicesOf(Cell cell) const {
   return column.Choices ? column.Choices(cell.Row) : column.Words;
 }
 
-QString RowGrid::Refusal(Cell cell, const QString& value) const {
+std::optional<QString> RowGrid::Refusal(Cell cell, const QString& value) const {
   const QString name = At(cell)->accessibleName();
   if (!Walkable(cell)) return QStringLiteral("%1 has no value at present.").arg(name);
   const std::optional<QStringList> choices = ChoicesOf(cell);
-  if (!choices || ChoiceOf(*choices, value) >= 0) return {};
+  if (!choices || ChoiceOf(*choices, value) >= 0) return std::nullopt;
   return QStringLiteral("\"%1\" is no choice of %2 (%3).").arg(value, name, InShort(*choices));
 }
 
@@ -240,10 +240,10 @@ QString RowGrid::Put(Cell cell, const QString& value) {
 /// All or nothing.
 void RowGrid::PutValues(const Puts& puts) {
   for (const auto& [cell, value] : puts) {
-    const QString refusal = Refusal(cell, value);
-    if (refusal.isEmpty()) continue;
-    TellRefusal(Refused(refusal));
-    return;
+    if (const auto refusal = Refusal(cell, value)) {
+      TellRefusal(Refused(*refusal));
+      return;
+    }
   }
   qsizetype left = 0;
   QString first;

@@ -260,12 +260,12 @@ void frmT3MasterMDI::ShowMarks() {
   constexpr qint64 momentMs = 4000;
   const bool news = !news_.isEmpty() && (newsStays_ || newsShown_.ElapsedMs() < momentMs);
   if (!news) news_.clear();
-  const QString trouble = QString::fromStdString(recovery_.Trouble());
-  lblMark_->SetCaption(news                 ? news_
-                       : !trouble.isEmpty() ? QStringLiteral("No copy of unsaved work can be kept")
-                       : DataChanged != 0   ? QStringLiteral("Unsaved changes")
-                                            : QString());
-  lblMark_->setToolTip(trouble);
+  const auto& trouble = recovery_.Trouble();
+  lblMark_->SetCaption(news               ? news_
+                       : trouble          ? QStringLiteral("No copy of unsaved work can be kept")
+                       : DataChanged != 0 ? QStringLiteral("Unsaved changes")
+                                          : QString());
+  lblMark_->setToolTip(QString::fromStdString(trouble.value_or(std::string())));
 }
 
 void frmT3MasterMDI::TellNews(const QString& news, bool stays) {

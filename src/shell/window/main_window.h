@@ -83,7 +83,7 @@ class frmT3MasterMDI : public QMainWindow {
   bool StepItem(const QObject* pressedOn, int step);
   bool DiscardChanges() const;
   void ReplaceProject(const std::function<void()>& replace);
-  bool WriteProject();
+  [[nodiscard]] bool WriteProject();
   void ShowEmptyState();
   void ReadFile(const QString& name);
   void ShowMarks();

@@ -4,6 +4,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -62,7 +63,7 @@ struct CheckScope {
   int Points = 0;  ///< Installed relays and inputs.
   /// What a download after a first start would send, or why there is none.
   std::unique_ptr<PanelImageType> Image = std::make_unique<PanelImageType>();
-  QString ImageTrouble;
+  std::optional<QString> ImageTrouble;
   std::vector<Use> Uses;
   // What they do themselves, by their groups and by their presets.
   RelayEffects OnRelays{};  ///< All inputs, timers and the sweep.

@@ -18,7 +18,7 @@ void LookAtFile(const CheckScope& scope, const TellFinding& tell) {
 }
 
 void LookAtImage(const CheckScope& scope, const TellFinding& tell) {
-  if (!scope.ImageTrouble.isEmpty()) return;
+  if (scope.ImageTrouble) return;
   std::optional<Item> last;
   for (int address = 0; address < PanelImageSize; ++address) {
     const Int16 element = (*scope.Image)(address);
@@ -36,8 +36,8 @@ void LookAtImage(const CheckScope& scope, const TellFinding& tell) {
 }
 
 void LookAtDownload(const CheckScope& scope, const TellFinding& tell) {
-  if (scope.ImageTrouble.isEmpty()) return;
-  tell({}, QStringLiteral("A download stops: ") + scope.ImageTrouble, {});
+  if (!scope.ImageTrouble) return;
+  tell({}, QStringLiteral("A download stops: ") + *scope.ImageTrouble, {});
 }
 
 void LookAtDocument(const CheckScope& scope, const TellFinding& tell) {
