@@ -57,7 +57,7 @@ void CompareProject(RatioReport& report, const char* decodeName, const char* enc
 
 void CountAllocations(RatioReport& report) {
   const std::string bytes = EncodeProject(LiveProject);
-  const auto decode = [&bytes] { DecodeProject(bytes, LiveProject); };
+  const auto decode = [&bytes] { (void)DecodeProject(bytes, LiveProject); };
   const auto encode = [] { Keep(EncodeProject(LiveProject).data()); };
   const double strings = 1 + 5 * 49 + 65;
   report.Line("allocations of a decode", static_cast<double>(Allocations(decode)),

@@ -3,7 +3,7 @@
 # change is looked at in part here and whole by hand.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-most=16
+most=8
 cmake --preset tidy >/dev/null
 cmake --build build/tidy --target tamberloom_core_autogen tamberloom_app_autogen >/dev/null
 last=$(git log -1 --format=%ct)

@@ -29,11 +29,11 @@ class ListColumn {
   /// Adds the cells to the grid. `show` is the form's show procedure; `click` and `choice` are its
   /// handlers, by default Open and Take.
   template <typename Form>
-  void Add(Form* form, RowGrid* grid, Row row, void (Form::*show)(),
+  void Add(Form* form, RowGrid* grid, const Row& row, void (Form::*show)(),
            void (Form::*click)(int) = nullptr, void (Form::*choice)() = nullptr) {
     show_ = [form, show] { (form->*show)(); };
     if (choice) choice_ = [form, choice] { (form->*choice)(); };
-    AddTo(form, grid, std::move(row));
+    AddTo(form, grid, row);
     if (click) cells_.OnEach(&Label::Click, form, click);
   }
 

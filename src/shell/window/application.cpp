@@ -1,9 +1,11 @@
 #include "shell/window/application.h"
 
+#include <QLibrary>
 #include <QProxyStyle>
 #include <QThread>
 #include <QTimer>
 #include <exception>
+#include <thread>
 
 #include "panel/live_dimmers.h"
 #include "panel/program_state.h"
@@ -30,6 +32,17 @@ class ListStyle : public QProxyStyle {
   }
 };
 
+/// The configuration of the fonts is a third of what a start computes. It is read beside the
+/// connection to the display, by the library that the toolkit asks for fonts, and kept there.
+void ReadFontsAhead() {
+  static std::jthread reading([] {
+    QLibrary fontconfig(QStringLiteral("fontconfig"), 1);
+    if (const QFunctionPointer init = fontconfig.resolve("FcInit")) {
+      reinterpret_cast<int (*)()>(init)();
+    }
+  });
+}
+
 /// Of the desktop's window colour, so that quiet text is read as easily as the least that is asked
 /// for: 4.5 to 1. Some dark desktops leave it the black of light ones, and the usual half is too
 /// pale on grey.
@@ -45,7 +58,7 @@ void MendQuietText() {
 
 }  // namespace
 
-Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
+Application::Application(int& argc, char** argv) : QApplication((ReadFontsAhead(), argc), argv) {
   setStyle(new ListStyle);
   MendQuietText();
   setApplicationName(ProgramTitle);
