@@ -2,296 +2,199 @@
 
 #include <algorithm>
 #include <limits>
-#include <stdexcept>
+#include <utility>
+
+#include "simulator/engine/engine_relays.h"
 
 namespace simulator {
 
-Engine::Engine(const PanelMemory& memory)
-    : Memory(&memory),
-      KnownRevision(memory.Revision()),
-      Settings(std::make_shared<Configuration>(memory)),
-      Sky(Settings->Latitude, Settings->LongitudeWest) {}
+namespace {
 
-void Engine::SetSink(Sink sink) {
-  Out.Call = std::move(sink);
-  RememberShown();
+/// What is under way keeps its remaining time.
+void MoveTo(EngineState& state, Instant present) {
+  const std::int64_t way = present - state.Now;
+  state.Now += way;
+  state.Days.Undone += way;
+  state.Coming.Move(way);
+  for (PhotocellState::Light& light : state.Photocells.Lights) light.Since += way;
+  for (DimmerState& dimmer : state.Dimmers) dimmer.Since += way;
+}
+
+void RunPending(EngineState& state) {
+  const Pending due = state.Coming.Take();
+  switch (due.What) {
+    case Due::WarningOver:
+      TurnOff(state, due.Relays);
+      Settle(state, {}, "warning over");
+      break;
+    case Due::TimeOver:
+      TellRelays(state, 0, due.Relays, reading::OffAtTimesEnd);
+      Settle(state, {}, "timed on over");
+      break;
+    case Due::PulseOver:
+      TurnOff(state, due.Relays);
+      Settle(state, {}, "pulse over");
+      break;
+    case Due::PulseBack:
+      TurnOn(state, due.Relays);
+      Settle(state, {}, "pulse over");
+      break;
+    case Due::OverrideOver:
+      if (!state.Days.IsOpen) TellRelays(state, 0, due.Relays, reading::OffAtTimesEnd);
+      Settle(state, {}, "override over");
+      break;
+    case Due::Photocell:
+      RunPhotocell(state, due.Number);
+      break;
+    case Due::Dimmer:
+      RevertAfterTime(state, due.Number);
+      break;
+  }
+}
+
+}  // namespace
+
+Engine::Engine(const PanelMemory& memory) : Memory(&memory), KnownRevision(memory.Revision()) {
+  State.Settings = std::make_shared<Configuration>(memory);
+}
+
+void Engine::SetSink(Listener::Sink sink) {
+  State.Out.Set(std::move(sink));
+  RememberShown(State);
 }
 
 void Engine::PowerOn(Instant at) {
   Refresh();
-  Present = Undone = at;
-  Queue.clear();
-  Told = Held = HeldOn = Output = Warned = BlinkShown = InputsOff = TimersOff = StatusHeld = 0;
-  Contacts.fill(0);
-  DeviceContacts.fill(0);
-  Occupants.clear();
-  Lights.fill({0, 0, at});
-  Unheard.reset();
-  GroupsShown = PresetsShown = 0;
-  PilotsShown.assign(Settings->Pilots.size(), false);
-  StartPhotocells(*Settings);
-  StartHours();
-  PlanAnew();
+  State.Now = State.Days.Undone = at;
+  State.Coming = {};
+  State.Relays = {};
+  const auto silent = State.Inputs.Silent;
+  State.Inputs = {};
+  State.Inputs.Silent = silent;
+  State.Days.DisabledTimers = 0;
+  State.Photocells = {};
+  State.Photocells.Lights.fill({0, 0, at});
+  State.Shown = {};
+  State.Shown.Pilots.assign(State.Settings->Inputs.Pilots.size(), false);
+  StartPhotocells(State, *State.Settings);
+  StartDays(State);
 
   const Subject cause{Subject::Kind::Power, 0, 0};
-  TellFires(cause, "power comes");
-  TurnOn(Settings->OnAfterPower);
-  StartDimmers();
-  Settle(cause);
-  TellGroupsAndPresets(cause, AllItems);
-  TellPilots(cause);
+  State.TellFires(cause, "power comes");
+  TurnOn(State, State.Settings->Relays.OnAfterPower);
+  StartDimmers(State);
+  Settle(State, cause);
+  TellAllShown(State, cause);
 }
 
 void Engine::Refresh() {
   if (Memory->Revision() == KnownRevision) return;
   const std::int64_t wall = Wall();
-  for (int device = 1; device <= Devices; ++device) {
-    Light& light = Lights[static_cast<std::size_t>(device)];
-    light = {LightNow(device), light.To, Present};
-  }
-  const std::shared_ptr<const Configuration> known = Settings;
+  HoldLights(State);
+  const std::shared_ptr<const Configuration> known = State.Settings;
   KnownRevision = Memory->Revision();
-  Settings = std::make_shared<Configuration>(*Memory);
-  Sky = Sun(Settings->Latitude, Settings->LongitudeWest);
+  State.Settings = std::make_shared<Configuration>(*Memory);
   // A rule of daylight saving that comes or goes does not move the clock.
-  if (Wall() != wall) MoveTo(Settings->Days.FromWall(wall));
-  StartPhotocells(*known);
-  StartHours();
-  PlanAnew();
-  RememberShown();
-}
-
-void Engine::MoveTo(Instant present) {
-  const std::int64_t way = present - Present;
-  Present += way;
-  Undone += way;
-  for (Pending& pending : Queue) pending.At += way;
-  for (Light& light : Lights) light.Since += way;
-  for (DimmerState& dimmer : DimmerStates) dimmer.Since += way;
+  if (Wall() != wall) MoveTo(State, Days().FromWall(wall));
+  StartPhotocells(State, *known);
+  StartDays(State);
+  RememberShown(State);
 }
 
 void Engine::SetWall(std::int64_t wall) {
   Refresh();
-  MoveTo(Settings->Days.FromWall(wall));
-  Undone = Present;
-  StartHours();
-  PlanAnew();
+  MoveTo(State, Days().FromWall(wall));
+  State.Days.Undone = State.Now;
+  StartDays(State);
 }
 
 void Engine::SetWeekdayShift(int days) {
-  WeekdayShift = days;
-  StartHours();
-  PlanAnew();
+  State.Days.WeekdayShift = days;
+  StartDays(State);
 }
 
 Instant Engine::NextInstant() const {
   Instant next = std::numeric_limits<Instant>::max();
-  if (PlanHead < Plan.size()) next = Plan[PlanHead] / OrdersAnInstant;
-  if (!Queue.empty()) next = std::min(next, Queue.back().At);
-  if (NextSweep) next = std::min(next, *NextSweep);
+  for (const auto& at : {NextPlanned(State), State.Coming.Next(), State.Days.NextSweep}) {
+    next = std::min(next, at.value_or(next));
+  }
   return next;
 }
 
 void Engine::AdvanceTo(Instant to) {
   Refresh();
   for (Instant next = NextInstant(); next <= to; next = NextInstant()) {
-    Present = std::max(Present, next);
-    if (!Queue.empty() && Queue.back().At == next) {
-      RunPending();
-    } else if (PlanHead < Plan.size() && Plan[PlanHead] / OrdersAnInstant == next) {
-      RunPlanned();
+    State.Now = std::max(State.Now, next);
+    if (State.Coming.Next() == next) {
+      RunPending(State);
+    } else if (NextPlanned(State) == next) {
+      RunPlanned(State);
     } else {
-      Sweep();
+      RunSweep(State);
     }
   }
-  if (to < Present) return;
-  Present = to;
-  Undone = to + 1;
+  if (to < State.Now) return;
+  State.Now = to;
+  State.Days.Undone = to + 1;
 }
 
-void Engine::Schedule(const Pending& pending) {
-  if (pending.What != Due::Photocell && pending.What != Due::Dimmer && pending.Relays == 0) return;
-  // Behind what is due at the same instant already.
-  const auto place =
-      std::lower_bound(Queue.begin(), Queue.end(), pending,
-                       [](const Pending& a, const Pending& b) { return a.At > b.At; });
-  Queue.insert(place, pending);
+void Engine::SetRelay(int relay, bool on, Subject::Kind by) {
+  SetRelays(on ? Bit(relay) : 0, on ? 0 : Bit(relay), by);
 }
 
-void Engine::RunPending() {
-  const Pending due = Queue.back();
-  Queue.pop_back();
-  std::string_view words;
-  Subject cause;
-  switch (due.What) {
-    case Due::WarningOver:
-      TurnOff(due.Relays);
-      words = "warning over";
-      break;
-    case Due::TimeOver:
-      TellRelays(0, due.Relays, reading::OffAtTimesEnd);
-      words = "timed on over";
-      break;
-    case Due::PulseOver:
-      TurnOff(due.Relays);
-      words = "pulse over";
-      break;
-    case Due::PulseBack:
-      TurnOn(due.Relays);
-      words = "pulse over";
-      break;
-    case Due::OverrideOver:
-      if (!BuildingOpen) TellRelays(0, due.Relays, reading::OffAtTimesEnd);
-      words = "override over";
-      break;
-    case Due::Photocell:
-      RunPhotocell(due.Number);
-      return;
-    case Due::Dimmer:
-      cause = {Subject::Kind::Dimmer, due.Number / 4, due.Number % 4};
-      TellFires(cause, "revert time over");
-      RevertDimmer(due.Number, Settings->Dimmers[static_cast<std::size_t>(due.Number)].FadeMs);
-      break;
-  }
-  Settle(cause, words);
+void Engine::SetRelays(Mask on, Mask off, Subject::Kind by) {
+  Refresh();
+  PersonTurnsOn(State, on);
+  TellRelays(State, 0, off, reading::OffByPerson);
+  Settle(State, {by, 0, 0});
 }
 
-void Engine::Settle(const Subject& cause, std::string_view ownWords) {
-  const Mask next = (Told & ~Held) | HeldOn;
-  const Mask changed = next ^ Output;
-  if ((changed & Settings->DimmedRelays) != 0) FollowRelays(next);
-  Output = next;
-  const Mask blinks = BlinkingRelays();
-  if (Out.Call) {
-    Subject source = cause;
-    const Mask told = changed | (blinks ^ BlinkShown);
-    if (!ownWords.empty() && told != 0) {
-      source = {Subject::Kind::Relay, std::countr_zero(told), 0};
-    }
-    if (told != 0) TellSettledRelays(cause, ownWords, changed, blinks);
-    if (changed != 0) {
-      TellGroupsAndPresets(source, changed);
-      TellPilots(source);
-    }
-    if (DimmersTouched || (changed & Settings->DimmedRelays) != 0) TellDimmers(source);
-  }
-  BlinkShown = blinks;
-  DimmersTouched = false;
+void Engine::SetGroup(int group, bool on, Subject::Kind by) {
+  Refresh();
+  const Mask members = State.Settings->Groups.at(static_cast<std::size_t>(group));
+  SetRelays(on ? members : 0, on ? 0 : members, by);
 }
 
-void Engine::TellSettledRelays(const Subject& cause, std::string_view ownWords, Mask changed,
-                               Mask blinks) {
-  EachBit(changed | (blinks ^ BlinkShown), [&](int relay) {
-    const Subject item{Subject::Kind::Relay, relay, 0};
-    const Subject& source = ownWords.empty() ? cause : item;
-    const std::string& name = Settings->RelayNames[static_cast<std::size_t>(relay)];
-    if (!ownWords.empty()) TellFires(source, ownWords);
-    const bool begins = Has(blinks & ~BlinkShown, relay);
-    const bool on = Has(Output, relay);
-    if (Has(changed, relay) || !begins) {
-      Tell(source, item, on ? Change::On : Change::Off, name);
-    }
-    if (begins) Tell(source, item, Change::Blinks, name);
-  });
+void Engine::SetPreset(int preset, Subject::Kind by) {
+  Refresh();
+  const Subject cause{by, 0, 0};
+  ApplyPreset(State, preset, cause);
+  Settle(State, cause);
 }
 
-void Engine::TellGroupsAndPresets(const Subject& cause, Mask changed) {
-  for (int i = 0; i < Items; ++i) {
-    const auto at = static_cast<std::size_t>(i);
-    if ((Settings->GroupRelays[at] & changed) == 0) continue;
-    const bool on = Group(i);
-    if (on == Has(GroupsShown, i)) continue;
-    GroupsShown ^= Bit(i);
-    Tell(cause, {Subject::Kind::Group, i, 0}, on ? Change::On : Change::Off,
-         Settings->GroupNames[at]);
-  }
-  for (int i = 0; i < Items; ++i) {
-    const auto at = static_cast<std::size_t>(i);
-    const Outcome& named = Settings->Presets[at];
-    if (((named.On | named.Off) & changed) == 0) continue;
-    const bool on = Preset(i).value_or(false);
-    if (on == Has(PresetsShown, i)) continue;
-    PresetsShown ^= Bit(i);
-    Tell(cause, {Subject::Kind::Preset, i, 0}, on ? Change::On : Change::Off,
-         Settings->PresetNames[at]);
-  }
+void Engine::ForceTimer(int timer, Subject::Kind by) {
+  Refresh();
+  ApplyTimer(State, timer, {by, 0, 0});
 }
 
-void Engine::TellPilots(const Subject& cause) {
-  if (!Out.Call) return;
-  for (std::size_t i = 0; i < Settings->Pilots.size(); ++i) {
-    const PilotSetting& pilot = Settings->Pilots[i];
-    const bool lit = PilotOf(pilot);
-    if (lit == PilotsShown[i]) continue;
-    PilotsShown[i] = lit;
-    Subject item = SwitchSubject(pilot.Switch);
-    item.What =
-        item.What == Subject::Kind::Input ? Subject::Kind::Pilot : Subject::Kind::DevicePilot;
-    const auto number = static_cast<std::size_t>(item.Number);
-    Tell(cause, item, lit ? Change::On : Change::Off,
-         item.What == Subject::Kind::Pilot ? Settings->InputNames[number]
-                                           : Settings->DeviceNames[number]);
-  }
+void Engine::SetContact(int input, Contact contact, bool closed) {
+  Refresh();
+  simulator::SetContact(State, input, contact, closed);
 }
 
-void Engine::Tell(const Subject& cause, const Subject& item, Change what, std::string_view words,
-                  int level) const {
-  if (Out.Call) Out.Call({Present, cause, item, what, level, words});
+void Engine::SetDeviceInput(int device, int input, bool closed) {
+  Refresh();
+  simulator::SetDeviceInput(State, device, input, closed);
 }
 
-void Engine::TellFires(const Subject& cause, std::string_view words) const {
-  Tell(cause, {}, Change::Fires, words);
+void Engine::SetPhotocell(int device, int level) {
+  Refresh();
+  simulator::SetPhotocell(State, device, level);
 }
 
-void Engine::RememberShown() {
-  GroupsShown = PresetsShown = 0;
-  for (int i = 0; i < Items; ++i) {
-    if (Group(i)) GroupsShown |= Bit(i);
-    if (Preset(i).value_or(false)) PresetsShown |= Bit(i);
-  }
-  PilotsShown.clear();
-  for (const PilotSetting& pilot : Settings->Pilots) PilotsShown.push_back(PilotOf(pilot));
-  for (int i = 0; i < DimmerOutputs; ++i) {
-    DimmerStates[static_cast<std::size_t>(i)].Told = GoalLevel(i);
-  }
-}
-
-bool Engine::Group(int group) const {
-  const Mask members = Settings->GroupRelays.at(static_cast<std::size_t>(group));
-  return members != 0 && (Output & members) == members;
-}
-
-std::optional<bool> Engine::Preset(int preset) const {
-  const Outcome& named = Settings->Presets.at(static_cast<std::size_t>(preset));
-  if ((named.On | named.Off) == 0) return std::nullopt;
-  return (Output & named.On) == named.On && (Output & named.Off) == 0;
-}
-
-bool Engine::PilotOf(const PilotSetting& pilot) const {
-  switch (pilot.What) {
-    case PilotSetting::Kind::Relay:
-      return Relay(pilot.Number);
-    case PilotSetting::Kind::Group:
-      return Group(pilot.Number);
-    case PilotSetting::Kind::Preset:
-      return Preset(pilot.Number).value_or(false);
-    default:
-      return pilot.Number != 0;
-  }
-}
-
-bool Engine::Pilot(int number) const {
-  for (const PilotSetting& pilot : Settings->Pilots) {
-    if (pilot.Switch == number) return PilotOf(pilot);
-  }
-  return false;
+void Engine::SetSilent(int device, bool silent) {
+  Refresh();
+  bool& known = State.Inputs.Silent[CheckedDevice(device)];
+  if (std::exchange(known, silent) == silent) return;
+  RunPhotocell(State, device);
+  RunLevelSwitches(State, {Subject::Kind::Hand, 0, 0});
 }
 
 std::optional<Instant> Engine::NextRow(std::int64_t within) const {
   std::optional<Instant> time;
   Engine ahead = *this;
   ahead.SetSink([&time](const Row& row) { time = time.value_or(row.Time); });
-  while (!time && ahead.NextInstant() <= Present + within) ahead.AdvanceTo(ahead.NextInstant());
+  while (!time && ahead.NextInstant() <= Now() + within) ahead.AdvanceTo(ahead.NextInstant());
   return time;
 }
 

@@ -1,61 +1,61 @@
+#include "simulator/engine/engine_days.h"
+
 #include <algorithm>
 
-#include "simulator/engine/engine.h"
-
-// What the days bring: timers, open and close times, daylight saving, off-hours sweeps.
+#include "simulator/engine/engine_inputs.h"
+#include "simulator/engine/engine_relays.h"
+#include "simulator/engine/engine_settle.h"
+#include "simulator/engine/sun.h"
 
 namespace simulator {
 
 namespace {
+
+// What is planned for one instant goes by this order.
+constexpr std::int64_t OrdersAnInstant = 128;
+enum PlanOrder { NewDay, ClockChange, OpenEvent, CloseEvent, ActiveEdge, FirstTimer = 16 };
 
 template <typename Table>
 auto& AtDate(Table& table, const Date& date) {
   return table[static_cast<std::size_t>(date.Month - 1)][static_cast<std::size_t>(date.Day - 1)];
 }
 
-}  // namespace
-
-void Engine::PlanAnew() {
-  Plan.clear();
-  PlanHead = 0;
-  const std::int64_t today = Today();
-  // An offset carries a timer into the day before or after.
-  for (std::int64_t day = today - 1; day <= today + 1; ++day) PlanDay(day);
-  PlanMidnight(today + 1);
+std::int64_t TodayOf(const EngineState& state) {
+  return state.Wall() / DayMs;
 }
 
-void Engine::PlanMidnight(std::int64_t day) {
-  PlanAt(Settings->Days.FromWallMinute(day * DayMinutes), NewDay);
-  std::sort(Plan.begin() + static_cast<std::ptrdiff_t>(PlanHead), Plan.end());
-}
-
-void Engine::PlanAt(Instant at, int order) {
-  if (at >= std::max(Undone, Present)) Plan.push_back(at * OrdersAnInstant + order);
-}
-
-std::optional<std::int64_t> Engine::HourMinute(std::int64_t day, bool close) const {
-  const Date date = DateOf(day);
-  const int open = AtDate(Settings->DateOpenQuarter, date);
-  const int closing = AtDate(Settings->DateCloseQuarter, date);
-  const auto weekday = static_cast<std::size_t>(Weekday(day));
-  int quarter = (close ? Settings->CloseQuarter : Settings->OpenQuarter)[weekday];
-  if (open < NoEntry || closing < NoEntry) quarter = close ? closing : open;
-  if (quarter > LastQuarter) return std::nullopt;
+std::int64_t MinuteOf(std::int64_t day, int quarter) {
   return day * DayMinutes + std::int64_t{quarter} * QuarterMinutes;
 }
 
-Engine::DayEvents Engine::EventsOf(std::int64_t day, bool withSun) const {
+std::optional<std::int64_t> HourMinute(const EngineState& state, std::int64_t day, bool close) {
+  const HoursSettings& hours = state.Settings->Hours;
+  const Date date = DateOf(day);
+  const int open = AtDate(hours.DateOpenQuarter, date);
+  const int closing = AtDate(hours.DateCloseQuarter, date);
+  const auto weekday = static_cast<std::size_t>(PanelWeekday(state, day));
+  int quarter = (close ? hours.CloseQuarter : hours.OpenQuarter)[weekday];
+  if (open < NoEntry || closing < NoEntry) quarter = close ? closing : open;
+  if (quarter > LastQuarter) return std::nullopt;
+  return MinuteOf(day, quarter);
+}
+
+/// Wall minutes since 1970 of the events of a day that timers count from.
+using DayEvents = std::array<std::optional<std::int64_t>, 5>;
+
+DayEvents EventsOf(const EngineState& state, std::int64_t day, bool withSun) {
   using enum TimerSetting::Event;
+  const Configuration& settings = *state.Settings;
   DayEvents events;
   events[static_cast<std::size_t>(Clock)] = day * DayMinutes;
-  events[static_cast<std::size_t>(Open)] = HourMinute(day, false);
-  events[static_cast<std::size_t>(Close)] = HourMinute(day, true);
+  events[static_cast<std::size_t>(Open)] = HourMinute(state, day, false);
+  events[static_cast<std::size_t>(Close)] = HourMinute(state, day, true);
   if (withSun) {
-    const SunTimes sun = Sky.Of(day);
-    const auto wall = [this](std::optional<std::int64_t> universal) {
+    const SunTimes sun = Sun(settings.Latitude, settings.LongitudeWest).Of(day);
+    const auto wall = [&](std::optional<std::int64_t> universal) {
       if (universal) {
-        const Instant at = (*universal - Settings->Days.StandardMinutesWest()) * MinuteMs;
-        universal = Settings->Days.Wall(at) / MinuteMs;
+        const Instant at = (*universal - settings.Days.StandardMinutesWest()) * MinuteMs;
+        universal = settings.Days.Wall(at) / MinuteMs;
       }
       return universal;
     };
@@ -65,118 +65,163 @@ Engine::DayEvents Engine::EventsOf(std::int64_t day, bool withSun) const {
   return events;
 }
 
-void Engine::PlanDay(std::int64_t day) {
-  const Calendar& calendar = Settings->Days;
+void PlanAt(EngineState& state, Instant at, int order) {
+  if (at < std::max(state.Days.Undone, state.Now)) return;
+  state.Days.Plan.push_back(at * OrdersAnInstant + order);
+}
+
+void PlanDay(EngineState& state, std::int64_t day) {
+  const Configuration& settings = *state.Settings;
+  const Calendar& calendar = settings.Days;
+  const auto planAt = [&](std::int64_t wallMinute, int order) {
+    PlanAt(state, calendar.FromWallMinute(wallMinute), order);
+  };
   const Date date = DateOf(day);
-  const int weekday = Weekday(day);
-  const bool holiday = AtDate(Settings->Holiday, date);
-  const DayEvents events = EventsOf(day, Settings->SunTimers);
+  const int weekday = PanelWeekday(state, day);
+  const bool holiday = AtDate(settings.Hours.Holiday, date);
+  const DayEvents events = EventsOf(state, day, settings.SunTimers);
   for (int i = 0; i < Items; ++i) {
-    const TimerSetting& timer = Settings->Timers[static_cast<std::size_t>(i)];
+    const TimerSetting& timer = settings.Timers[static_cast<std::size_t>(i)];
     if (!timer.Used) continue;
     const bool runs = timer.Month != 0 ? timer.Month == date.Month && timer.Day == date.Day
                                        : (timer.DaysLeftOut >> weekday & 1) == 0 &&
                                              !(holiday && timer.RestsOnHolidays);
     const auto event = events[static_cast<std::size_t>(timer.What)];
-    if (runs && event) PlanAt(calendar.FromWallMinute(*event + timer.Minutes), FirstTimer + i);
+    if (runs && event) planAt(*event + timer.Minutes, FirstTimer + i);
   }
   for (const bool close : {false, true}) {
-    const auto hour = HourMinute(day, close);
-    if (hour) PlanAt(calendar.FromWallMinute(*hour), close ? CloseEvent : OpenEvent);
+    const auto hour = HourMinute(state, day, close);
+    if (hour) planAt(*hour, close ? CloseEvent : OpenEvent);
   }
   const Calendar::Saving saving = calendar.SavingOf(date.Year);
   for (const Instant change : {saving.Start, saving.End}) {
-    if (saving.Start != saving.End && change / DayMs == day) PlanAt(change, ClockChange);
+    if (saving.Start != saving.End && change / DayMs == day) PlanAt(state, change, ClockChange);
   }
-  for (const int number : Settings->LevelSwitches) {
+  for (const int number : settings.Inputs.LevelSwitches) {
     if (number >= Items) break;
     const auto at = static_cast<std::size_t>(number);
-    if (Settings->EnableQuarter[at] == Settings->DisableQuarter[at]) continue;
-    for (const int quarter : {Settings->EnableQuarter[at], Settings->DisableQuarter[at]}) {
-      PlanAt(calendar.FromWallMinute(day * DayMinutes + std::int64_t{quarter} * QuarterMinutes),
-             ActiveEdge);
-    }
+    const int enable = settings.Inputs.EnableQuarter[at];
+    const int disable = settings.Inputs.DisableQuarter[at];
+    if (enable == disable) continue;
+    for (const int quarter : {enable, disable}) planAt(MinuteOf(day, quarter), ActiveEdge);
   }
 }
 
-void Engine::RunPlanned() {
-  const int order = static_cast<int>(Plan[PlanHead++] % OrdersAnInstant);
+void PlanMidnight(EngineState& state, std::int64_t day) {
+  std::vector<std::int64_t>& plan = state.Days.Plan;
+  PlanAt(state, state.Settings->Days.FromWallMinute(day * DayMinutes), NewDay);
+  std::sort(plan.begin() + static_cast<std::ptrdiff_t>(state.Days.PlanHead), plan.end());
+}
+
+void PlanAnew(EngineState& state) {
+  state.Days.Plan.clear();
+  state.Days.PlanHead = 0;
+  const std::int64_t today = TodayOf(state);
+  // An offset carries a timer into the day before or after.
+  for (std::int64_t day = today - 1; day <= today + 1; ++day) PlanDay(state, day);
+  PlanMidnight(state, today + 1);
+}
+
+void PlanTomorrow(EngineState& state) {
+  DayState& days = state.Days;
+  days.Plan.erase(days.Plan.begin(),
+                  days.Plan.begin() + static_cast<std::ptrdiff_t>(days.PlanHead));
+  days.PlanHead = 0;
+  PlanDay(state, TodayOf(state) + 1);
+  PlanMidnight(state, TodayOf(state) + 1);
+}
+
+/// Whether the building is open, by what came last, and the sweep that goes on.
+void StartHours(EngineState& state) {
+  constexpr int daysBack = 7;
+  DayState& days = state.Days;
+  days.IsOpen = true;
+  days.NextSweep.reset();
+  Instant last = -1;
+  const std::int64_t today = TodayOf(state);
+  for (std::int64_t day = today; day >= today - daysBack && last < 0; --day) {
+    for (const bool close : {false, true}) {
+      const auto hour = HourMinute(state, day, close);
+      const Instant at = hour ? state.Settings->Days.FromWallMinute(*hour) : days.Undone;
+      if (at >= days.Undone || at < last) continue;
+      last = at;
+      days.IsOpen = !close;
+    }
+  }
+  const HoursSettings& hours = state.Settings->Hours;
+  if (days.IsOpen || hours.Swept == 0) return;
+  days.NextSweep = last + (days.Undone - last + hours.SweepMs - 1) / hours.SweepMs * hours.SweepMs;
+}
+
+void FireTimer(EngineState& state, int timer) {
+  if (Has(state.Days.DisabledTimers, timer)) return;
+  const Subject cause{Subject::Kind::Timer, timer, 0};
+  state.TellFires(cause, state.Settings->Timers[static_cast<std::size_t>(timer)].Words);
+  RunTimer(state, timer, cause);
+}
+
+}  // namespace
+
+std::optional<Instant> NextPlanned(const EngineState& state) {
+  const DayState& days = state.Days;
+  if (days.PlanHead == days.Plan.size()) return std::nullopt;
+  return days.Plan[days.PlanHead] / OrdersAnInstant;
+}
+
+void RunPlanned(EngineState& state) {
+  DayState& days = state.Days;
+  const int order = static_cast<int>(days.Plan[days.PlanHead++] % OrdersAnInstant);
   const Subject clock{Subject::Kind::Clock, 0, 0};
   switch (order) {
     case NewDay:
-      Plan.erase(Plan.begin(), Plan.begin() + static_cast<std::ptrdiff_t>(PlanHead));
-      PlanHead = 0;
-      PlanDay(Today() + 1);
-      PlanMidnight(Today() + 1);
-      return;
-    case ClockChange:
-      TellFires(clock, Settings->Days.InSaving(Present) ? "daylight saving begins"
-                                                        : "daylight saving ends");
-      return;
-    case OpenEvent:
-      BuildingOpen = true;
-      NextSweep.reset();
-      return;
-    case CloseEvent:
-      BuildingOpen = false;
-      if (Settings->Swept != 0) NextSweep = Present + reading::FirstSweepMs;
-      return;
-    case ActiveEdge:
-      RunLevelSwitches(clock);
-      return;
-    default:
+      PlanTomorrow(state);
       break;
+    case ClockChange:
+      state.TellFires(clock, state.Settings->Days.InSaving(state.Now) ? "daylight saving begins"
+                                                                      : "daylight saving ends");
+      break;
+    case OpenEvent:
+      days.IsOpen = true;
+      days.NextSweep.reset();
+      break;
+    case CloseEvent:
+      days.IsOpen = false;
+      if (state.Settings->Hours.Swept != 0) days.NextSweep = state.Now + reading::FirstSweepMs;
+      break;
+    case ActiveEdge:
+      RunLevelSwitches(state, clock);
+      break;
+    default:
+      FireTimer(state, order - FirstTimer);
   }
-  const int timer = order - FirstTimer;
-  if (Has(TimersOff, timer)) return;
-  const Subject cause{Subject::Kind::Timer, timer, 0};
-  TellFires(cause, Settings->Timers[static_cast<std::size_t>(timer)].Words);
-  RunTimer(timer, cause);
 }
 
-void Engine::RunTimer(int number, const Subject& cause) {
-  const TimerSetting& timer = Settings->Timers[static_cast<std::size_t>(number)];
-  TellRelays(timer.Relays.On, timer.Relays.Off, reading::OffByTimer);
-  if (Has(Settings->SlotTimers, number)) RunSlots(DimmerSlot::Kind::Timer, number);
-  EachBit(timer.Presets & Settings->SlotPresets,
-          [this](int preset) { RunSlots(DimmerSlot::Kind::Preset, preset); });
-  Settle(cause);
-}
-
-void Engine::StartHours() {
-  constexpr int daysBack = 7;
-  BuildingOpen = true;
-  NextSweep.reset();
-  const Calendar& calendar = Settings->Days;
-  Instant last = -1;
-  for (std::int64_t day = Today(); day >= Today() - daysBack && last < 0; --day) {
-    for (const bool close : {false, true}) {
-      const auto hour = HourMinute(day, close);
-      const Instant at = hour ? calendar.FromWallMinute(*hour) : Undone;
-      if (at >= Undone || at < last) continue;
-      last = at;
-      BuildingOpen = !close;
-    }
-  }
-  if (BuildingOpen || Settings->Swept == 0) return;
-  NextSweep =
-      last + (Undone - last + Settings->SweepMs - 1) / Settings->SweepMs * Settings->SweepMs;
-}
-
-void Engine::Sweep() {
-  *NextSweep += Settings->SweepMs;
+void RunSweep(EngineState& state) {
+  const HoursSettings& hours = state.Settings->Hours;
+  *state.Days.NextSweep += hours.SweepMs;
   const Subject cause{Subject::Kind::Sweep, 0, 0};
-  TellFires(cause, "off hours sweep");
-  const Mask waiting = Waiting(Due::OverrideOver) | Waiting(Due::TimeOver) | Occupied();
-  TellRelays(0, Settings->Swept & ~waiting, reading::OffBySweep);
-  Settle(cause);
+  state.TellFires(cause, "off hours sweep");
+  const Mask waiting = state.Coming.RelaysWaiting(Due::OverrideOver) |
+                       state.Coming.RelaysWaiting(Due::TimeOver) | OccupiedRelays(state);
+  TellRelays(state, 0, hours.Swept & ~waiting, reading::OffBySweep);
+  Settle(state, cause);
 }
 
-Engine::SunAndHours Engine::HoursOf(std::int64_t day) const {
-  const DayEvents events = EventsOf(day, true);
+void StartDays(EngineState& state) {
+  StartHours(state);
+  PlanAnew(state);
+}
+
+int PanelWeekday(const EngineState& state, std::int64_t day) {
+  return (WeekdayOf(day) + state.Days.WeekdayShift) % 7;
+}
+
+SunAndHours HoursOf(const EngineState& state, std::int64_t day) {
+  const DayEvents events = EventsOf(state, day, true);
   const auto at = [&](TimerSetting::Event event) {
     const auto minute = events[static_cast<std::size_t>(event)];
-    return minute ? std::optional<Instant>(Settings->Days.FromWallMinute(*minute)) : std::nullopt;
+    return minute ? std::optional<Instant>(state.Settings->Days.FromWallMinute(*minute))
+                  : std::nullopt;
   };
   using enum TimerSetting::Event;
   return {at(Sunrise), at(Sunset), at(Open), at(Close)};

@@ -1,16 +1,16 @@
+#include "simulator/engine/engine_dimmers.h"
+
 #include <algorithm>
 #include <cstdlib>
 
-#include "simulator/engine/engine.h"
-
-// Dimmer outputs. A level on its way is worked out when it is asked for; only where it is going is
-// an event.
+#include "simulator/engine/engine_photocells.h"
+#include "simulator/engine/engine_settle.h"
+#include "simulator/engine/readings.h"
 
 namespace simulator {
 
 namespace {
 
-constexpr int FullLevel = 255;
 constexpr int SetpointMode = 2;
 constexpr int ThreePointMode = 3;
 
@@ -44,108 +44,98 @@ int Curve(const DimmerSetting& setting, std::int64_t light) {
   return static_cast<int>(points.back().second);
 }
 
-}  // namespace
+const DimmerSetting& SettingOf(const EngineState& state, int output) {
+  return state.Settings->Dimmers.Each.at(static_cast<std::size_t>(output));
+}
 
-int Engine::Limited(const DimmerSetting& setting, int level, std::int64_t light) {
+DimmerState& StateOf(EngineState& state, int output) {
+  return state.Dimmers.at(static_cast<std::size_t>(output));
+}
+
+const DimmerState& StateOf(const EngineState& state, int output) {
+  return state.Dimmers.at(static_cast<std::size_t>(output));
+}
+
+Subject OutputSubject(int output) {
+  return {Subject::Kind::Dimmer, output / OutputsADimmer, output % OutputsADimmer};
+}
+
+std::int64_t LightAhead(const EngineState& state, int device) {
+  return state.Photocells.Lights[static_cast<std::size_t>(device)].To;
+}
+
+int Limited(const DimmerSetting& setting, int level, std::int64_t light) {
   const int least = setting.MinFromPhotocell ? Curve(setting, light) : setting.MinLevel;
   const int most = setting.MaxFromPhotocell ? Curve(setting, light) : setting.MaxLevel;
   return reading::Limited(level, least, most);
 }
 
-int Engine::GoalLevel(int output, std::int64_t light) const {
-  const auto at = static_cast<std::size_t>(output);
-  const DimmerSetting& setting = Settings->Dimmers[at];
-  const DimmerState& state = DimmerStates[at];
-  switch (state.Towards) {
+int LevelInLight(const EngineState& state, int output, std::int64_t light) {
+  const DimmerSetting& setting = SettingOf(state, output);
+  const DimmerState& dimmer = StateOf(state, output);
+  switch (dimmer.Towards) {
     case DimmerState::Goal::Base:
       // Relays say on and off and mean it: the limits are those of dimming.
       if (setting.Relays == 0) return setting.PowerOnLevel;
-      return (Output & setting.Relays) != 0 ? setting.RelayOnLevel : setting.RelayOffLevel;
+      return (state.Relays.Output & setting.Relays) != 0 ? setting.RelayOnLevel
+                                                         : setting.RelayOffLevel;
     case DimmerState::Goal::Tracking:
       if (setting.TrackMode != SetpointMode) return Limited(setting, Curve(setting, light), light);
       break;
     case DimmerState::Goal::Fixed:
       break;
   }
-  return Limited(setting, state.Level, light);
+  return Limited(setting, dimmer.Level, light);
 }
 
-int Engine::GoalLevel(int output) const {
-  const DimmerSetting& setting = Settings->Dimmers[static_cast<std::size_t>(output)];
-  return GoalLevel(output, Lights[static_cast<std::size_t>(setting.Photocell)].To);
+void SetGoal(EngineState& state, int output, DimmerState::Goal goal, int level,
+             std::int64_t fadeMs) {
+  DimmerState& dimmer = StateOf(state, output);
+  dimmer.From = DimmerLevel(state, output);
+  dimmer.Towards = goal;
+  dimmer.Level = std::clamp(level, 0, FullLevel);
+  dimmer.Since = state.Now;
+  dimmer.FadeMs = fadeMs;
+  state.Shown.LevelsChange = true;
 }
 
-int Engine::DimmerLevel(int output) const {
-  const DimmerState& state = DimmerStates.at(static_cast<std::size_t>(output));
-  const DimmerSetting& setting = Settings->Dimmers[static_cast<std::size_t>(output)];
-  const int goal = GoalLevel(output, LightNow(setting.Photocell));
-  if (state.FadeMs == 0) return goal;
-  const std::int64_t travelled = (Present - state.Since) * FullLevel / state.FadeMs;
-  if (std::abs(goal - state.From) <= travelled) return goal;
-  return state.From + static_cast<int>(goal > state.From ? travelled : -travelled);
-}
-
-void Engine::SetGoal(int output, DimmerState::Goal goal, int level, std::int64_t fadeMs) {
-  DimmerState& state = DimmerStates[static_cast<std::size_t>(output)];
-  state.From = DimmerLevel(output);
-  state.Towards = goal;
-  state.Level = std::clamp(level, 0, FullLevel);
-  state.Since = Present;
-  state.FadeMs = fadeMs;
-  DimmersTouched = true;
-}
-
-void Engine::Track(int output, std::int64_t fadeMs) {
-  const DimmerSetting& setting = Settings->Dimmers[static_cast<std::size_t>(output)];
-  int level = DimmerLevel(output);
-  const std::int64_t light = Lights[static_cast<std::size_t>(setting.Photocell)].To / LightUnits;
+void Track(EngineState& state, int output, std::int64_t fadeMs) {
+  const DimmerSetting& setting = SettingOf(state, output);
+  int level = DimmerLevel(state, output);
+  const std::int64_t light = LightAhead(state, setting.Photocell) / LightUnits;
   // Too dark means more light, too bright less; how far is for the photocell to say.
   if (light != setting.Target) level = light < setting.Target ? FullLevel : 0;
-  SetGoal(output, DimmerState::Goal::Tracking, level, fadeMs);
+  SetGoal(state, output, DimmerState::Goal::Tracking, level, fadeMs);
 }
 
-void Engine::StartDimmers() {
-  DimmerStates.fill({});
-  for (int output = 0; output < DimmerOutputs; ++output) {
-    const DimmerSetting& setting = Settings->Dimmers[static_cast<std::size_t>(output)];
-    if (setting.TrackMode == 0) continue;
-    SetGoal(output, DimmerState::Goal::Fixed, setting.PowerOnLevel, 0);
-    Track(output, setting.FadeMs);
+void RevertOutput(EngineState& state, int output, std::int64_t fadeMs) {
+  DimmerState& dimmer = StateOf(state, output);
+  if (SettingOf(state, output).TrackMode != 0) {
+    Track(state, output, fadeMs);
+  } else if (dimmer.Slot >= 0) {
+    SetGoal(state, output, dimmer.GoalBefore, dimmer.LevelBefore, fadeMs);
   }
-  DimmersTouched = true;
+  dimmer.Slot = -1;
 }
 
-void Engine::RunSlots(DimmerSlot::Kind kind, int number, bool began) {
-  for (std::size_t i = 0; i < Settings->Slots.size(); ++i) {
-    const DimmerSlot& slot = Settings->Slots[i];
-    if (slot.What != kind || slot.Number != number) continue;
-    if (began != slot.Inverted) {
-      RunSlot(static_cast<int>(i));
-    } else {
-      EndSlot(static_cast<int>(i));
-    }
-  }
-}
-
-void Engine::RunSlot(int index) {
-  const DimmerSlot& slot = Settings->Slots[static_cast<std::size_t>(index)];
-  const DimmerSetting& setting = Settings->Dimmers[static_cast<std::size_t>(slot.Output)];
-  DimmerState& state = DimmerStates[static_cast<std::size_t>(slot.Output)];
+void RunSlot(EngineState& state, int index, const DimmerSlot& slot) {
+  const DimmerSetting& setting = SettingOf(state, slot.Output);
+  DimmerState& dimmer = StateOf(state, slot.Output);
   const std::int64_t fade = slot.Instant ? 0 : setting.FadeMs;
-  ForgetRevert(slot.Output);
-  const int level = DimmerLevel(slot.Output);
+  state.Coming.Forget(Due::Dimmer, slot.Output);
+  const int level = DimmerLevel(state, slot.Output);
   const auto goTo = [&](int to, std::int64_t ms) {
     // What reverts goes back to what stood before the first of several that do.
-    if (state.Slot < 0 || !state.Reverts) {
-      state.GoalBefore = state.Towards;
-      state.LevelBefore = state.Level;
+    if (dimmer.Slot < 0 || !dimmer.Reverts) {
+      dimmer.GoalBefore = dimmer.Towards;
+      dimmer.LevelBefore = dimmer.Level;
     }
-    state.Slot = index;
-    state.Reverts = slot.Revert != Never && !IsRamp(slot.Action);
-    SetGoal(slot.Output, DimmerState::Goal::Fixed, to, ms);
+    dimmer.Slot = index;
+    dimmer.Reverts = slot.Revert != Never && !IsRamp(slot.Action);
+    SetGoal(state, slot.Output, DimmerState::Goal::Fixed, to, ms);
   };
   if (slot.Action == RevertToPhotocell) {
-    RevertDimmer(slot.Output, fade);
+    RevertOutput(state, slot.Output, fade);
     return;
   }
   if (slot.Action == Lower) goTo(level - reading::DimmerStep, fade);
@@ -155,72 +145,100 @@ void Engine::RunSlot(int index) {
   }
   if (IsRamp(slot.Action)) goTo(slot.Action == RampUp ? FullLevel : 0, setting.FadeMs);
   if (slot.Revert >= AfterFiveMinutes) {
-    Schedule(
-        {Present + std::int64_t{slot.Revert - Never} * 5 * MinuteMs, Due::Dimmer, 0, slot.Output});
+    const std::int64_t ms = std::int64_t{slot.Revert - Never} * 5 * MinuteMs;
+    state.Coming.Add({state.Now + ms, Due::Dimmer, 0, slot.Output});
   }
 }
 
-void Engine::EndSlot(int index) {
-  const DimmerSlot& slot = Settings->Slots[static_cast<std::size_t>(index)];
-  DimmerState& state = DimmerStates[static_cast<std::size_t>(slot.Output)];
-  if (state.Slot != index) return;
-  const std::int64_t fade = Settings->Dimmers[static_cast<std::size_t>(slot.Output)].FadeMs;
+void EndSlot(EngineState& state, int index, const DimmerSlot& slot) {
+  if (StateOf(state, slot.Output).Slot != index) return;
   if (IsRamp(slot.Action)) {
-    SetGoal(slot.Output, DimmerState::Goal::Fixed, DimmerLevel(slot.Output), 0);
+    SetGoal(state, slot.Output, DimmerState::Goal::Fixed, DimmerLevel(state, slot.Output), 0);
   } else if (slot.Revert == WhenInputOpens) {
-    RevertDimmer(slot.Output, slot.Instant ? 0 : fade);
+    RevertOutput(state, slot.Output, slot.Instant ? 0 : SettingOf(state, slot.Output).FadeMs);
   }
 }
 
-void Engine::RevertDimmer(int output, std::int64_t fadeMs) {
-  DimmerState& state = DimmerStates[static_cast<std::size_t>(output)];
-  if (Settings->Dimmers[static_cast<std::size_t>(output)].TrackMode != 0) {
-    Track(output, fadeMs);
-  } else if (state.Slot >= 0) {
-    SetGoal(output, state.GoalBefore, state.LevelBefore, fadeMs);
-  }
-  state.Slot = -1;
+}  // namespace
+
+int GoalLevel(const EngineState& state, int output) {
+  return LevelInLight(state, output, LightAhead(state, SettingOf(state, output).Photocell));
 }
 
-void Engine::ForgetRevert(int output) {
-  std::erase_if(Queue, [output](const Pending& pending) {
-    return pending.What == Due::Dimmer && pending.Number == output;
-  });
+int DimmerLevel(const EngineState& state, int output) {
+  const DimmerState& dimmer = StateOf(state, output);
+  const int goal = LevelInLight(state, output, LightNow(state, SettingOf(state, output).Photocell));
+  if (dimmer.FadeMs == 0) return goal;
+  const std::int64_t travelled = (state.Now - dimmer.Since) * FullLevel / dimmer.FadeMs;
+  if (std::abs(goal - dimmer.From) <= travelled) return goal;
+  return dimmer.From + static_cast<int>(goal > dimmer.From ? travelled : -travelled);
 }
 
-void Engine::FollowRelays(Mask next) {
+void StartDimmers(EngineState& state) {
+  state.Dimmers.fill({});
+  state.Shown.Levels.fill(0);
   for (int output = 0; output < DimmerOutputs; ++output) {
-    const DimmerSetting& setting = Settings->Dimmers[static_cast<std::size_t>(output)];
-    if (((Output & setting.Relays) != 0) == ((next & setting.Relays) != 0)) continue;
-    ForgetRevert(output);
-    SetGoal(output, DimmerState::Goal::Base, 0, setting.FadeMs);
-    DimmerStates[static_cast<std::size_t>(output)].Slot = -1;
+    const DimmerSetting& setting = SettingOf(state, output);
+    if (setting.TrackMode == 0) continue;
+    SetGoal(state, output, DimmerState::Goal::Fixed, setting.PowerOnLevel, 0);
+    Track(state, output, setting.FadeMs);
+  }
+  state.Shown.LevelsChange = true;
+}
+
+void RunSlots(EngineState& state, DimmerSlot::Kind kind, int number, bool began) {
+  const std::vector<DimmerSlot>& slots = state.Settings->Dimmers.Slots;
+  for (std::size_t i = 0; i < slots.size(); ++i) {
+    const DimmerSlot& slot = slots[i];
+    if (slot.What != kind || slot.Number != number) continue;
+    if (began != slot.Inverted) {
+      RunSlot(state, static_cast<int>(i), slot);
+    } else {
+      EndSlot(state, static_cast<int>(i), slot);
+    }
   }
 }
 
-void Engine::FollowPhotocell(int device) {
+void RevertAfterTime(EngineState& state, int output) {
+  const Subject cause = OutputSubject(output);
+  state.TellFires(cause, "revert time over");
+  RevertOutput(state, output, SettingOf(state, output).FadeMs);
+  Settle(state, cause);
+}
+
+void FollowRelays(EngineState& state, Mask next) {
   for (int output = 0; output < DimmerOutputs; ++output) {
-    const DimmerSetting& setting = Settings->Dimmers[static_cast<std::size_t>(output)];
+    const DimmerSetting& setting = SettingOf(state, output);
+    const bool wasOn = (state.Relays.Output & setting.Relays) != 0;
+    if (wasOn == ((next & setting.Relays) != 0)) continue;
+    state.Coming.Forget(Due::Dimmer, output);
+    SetGoal(state, output, DimmerState::Goal::Base, 0, setting.FadeMs);
+    StateOf(state, output).Slot = -1;
+  }
+}
+
+void FollowPhotocell(EngineState& state, int device) {
+  for (int output = 0; output < DimmerOutputs; ++output) {
+    const DimmerSetting& setting = SettingOf(state, output);
     if (setting.Photocell != device) continue;
-    DimmersTouched = true;
-    const bool tracks =
-        DimmerStates[static_cast<std::size_t>(output)].Towards == DimmerState::Goal::Tracking;
-    if (tracks && setting.TrackMode == SetpointMode) Track(output, setting.FadeMs);
+    state.Shown.LevelsChange = true;
+    const bool tracks = StateOf(state, output).Towards == DimmerState::Goal::Tracking;
+    if (tracks && setting.TrackMode == SetpointMode) Track(state, output, setting.FadeMs);
   }
-  Settle({Subject::Kind::Photocell, device, 0});
+  Settle(state, {Subject::Kind::Photocell, device, 0});
 }
 
-void Engine::TellDimmers(const Subject& cause) {
+void TellDimmers(EngineState& state, const Subject& cause) {
   for (int output = 0; output < DimmerOutputs; ++output) {
-    const auto at = static_cast<std::size_t>(output);
-    const int level = GoalLevel(output);
-    if (!Settings->Dimmers[at].Fitted || level == DimmerStates[at].Told) continue;
-    DimmerStates[at].Told = level;
-    const std::string words = DimmerStates[at].FadeMs == 0
-                                  ? std::string("at once")
-                                  : "fades, " + std::to_string(DimmerStates[at].FadeMs / SecondMs) +
-                                        " sec from end to end";
-    Tell(cause, {Subject::Kind::Dimmer, output / 4, output % 4}, Change::Level, words, level);
+    const int level = GoalLevel(state, output);
+    int& shown = state.Shown.Levels[static_cast<std::size_t>(output)];
+    if (!SettingOf(state, output).Fitted || level == shown) continue;
+    shown = level;
+    const std::int64_t fadeMs = StateOf(state, output).FadeMs;
+    const std::string words =
+        fadeMs == 0 ? std::string("at once")
+                    : "fades, " + std::to_string(fadeMs / SecondMs) + " sec from end to end";
+    state.Tell(cause, OutputSubject(output), Change::Level, words, level);
   }
 }
 

@@ -1,117 +1,102 @@
-#include "simulator/engine/engine.h"
+#include "simulator/engine/engine_relays.h"
 
-// How relays take what they are told. Only the outcome of a moment counts: Settle shows it.
+#include "simulator/engine/engine_dimmers.h"
+#include "simulator/engine/engine_inputs.h"
+#include "simulator/engine/engine_settle.h"
 
 namespace simulator {
 
-void Engine::SetRelays(Mask on, Mask off, Subject::Kind by) {
-  Refresh();
-  PersonTurnsOn(on);
-  TellRelays(0, off, reading::OffByPerson);
-  Settle({by, 0, 0});
-}
-
-void Engine::SetRelay(int relay, bool on, Subject::Kind by) {
-  SetRelays(on ? Bit(relay) : 0, on ? 0 : Bit(relay), by);
-}
-
-void Engine::SetGroup(int group, bool on, Subject::Kind by) {
-  Refresh();
-  const Mask members = Settings->GroupRelays.at(static_cast<std::size_t>(group));
-  SetRelays(on ? members : 0, on ? 0 : members, by);
-}
-
-void Engine::SetPreset(int preset, Subject::Kind by) {
-  Refresh();
-  const Subject cause{by, 0, 0};
-  ApplyPreset(preset, cause);
-  Settle(cause);
-}
-
-void Engine::ApplyPreset(int preset, const Subject& cause) {
+void ApplyPreset(EngineState& state, int preset, const Subject& cause) {
   const auto at = static_cast<std::size_t>(preset);
-  const Outcome& wanted = Settings->Presets.at(at);
-  Tell(cause, {Subject::Kind::Preset, preset, 0}, Change::Fires, Settings->PresetNames[at]);
-  PersonTurnsOn(wanted.On);
-  TellRelays(0, wanted.Off, reading::OffByPerson);
-  RunSlots(DimmerSlot::Kind::Preset, preset);
+  const Outcome& wanted = state.Settings->Presets.at(at);
+  state.Tell(cause, {Subject::Kind::Preset, preset, 0}, Change::Fires,
+             state.Settings->Names.Preset[at]);
+  PersonTurnsOn(state, wanted.On);
+  TellRelays(state, 0, wanted.Off, reading::OffByPerson);
+  RunSlots(state, DimmerSlot::Kind::Preset, preset);
 }
 
-void Engine::ForceTimer(int timer, Subject::Kind by) {
-  Refresh();
-  ApplyTimer(timer, {by, 0, 0});
+void ApplyTimer(EngineState& state, int timer, const Subject& cause) {
+  state.Tell(cause, {Subject::Kind::Timer, timer, 0}, Change::Fires,
+             state.Settings->Names.Timer.at(static_cast<std::size_t>(timer)));
+  RunTimer(state, timer, cause);
 }
 
-void Engine::ApplyTimer(int timer, const Subject& cause) {
-  Tell(cause, {Subject::Kind::Timer, timer, 0}, Change::Fires,
-       Settings->TimerNames.at(static_cast<std::size_t>(timer)));
-  RunTimer(timer, cause);
+void RunTimer(EngineState& state, int timer, const Subject& cause) {
+  const TimerSetting& setting = state.Settings->Timers[static_cast<std::size_t>(timer)];
+  const DimmerSettings& dimmers = state.Settings->Dimmers;
+  TellRelays(state, setting.Relays.On, setting.Relays.Off, reading::OffByTimer);
+  if (Has(dimmers.SlotTimers, timer)) RunSlots(state, DimmerSlot::Kind::Timer, timer);
+  EachBit(setting.Presets & dimmers.SlotPresets,
+          [&](int preset) { RunSlots(state, DimmerSlot::Kind::Preset, preset); });
+  Settle(state, cause);
 }
 
-void Engine::TellRelays(Mask on, Mask off, Manner manner) {
-  TurnOn(on);
-  const Mask warns = manner == Manner::Warning ? off & (Settings->Blinks | Settings->HIDDelay) : 0;
-  WarnOff(warns);
-  TurnOff(off & ~warns);
+void TellRelays(EngineState& state, Mask on, Mask off, Manner manner) {
+  const RelaySettings& settings = state.Settings->Relays;
+  TurnOn(state, on);
+  const Mask warns = manner == Manner::Warning ? off & (settings.Blinks | settings.HIDDelay) : 0;
+  WarnOff(state, warns);
+  TurnOff(state, off & ~warns);
 }
 
-void Engine::TurnOn(Mask on) {
+void TurnOn(EngineState& state, Mask on) {
+  const RelaySettings& settings = state.Settings->Relays;
+  Mask& told = state.Relays.Told;
   // What runs for a moment only is not begun again while it runs.
-  on &= ~(Told & (Settings->PulsedOn | Settings->AlarmOn));
-  Forget(on);
-  const Mask started = on & ~Told;
-  Told |= on;
-  Schedule({Present + reading::PulseMs, Due::PulseOver, started & Settings->PulsedOn});
-  Schedule({Present + Settings->AlarmMs, Due::PulseOver, started & Settings->AlarmOn});
+  on &= ~(told & (settings.PulsedOn | settings.AlarmOn));
+  Forget(state, on);
+  const Mask started = on & ~told;
+  told |= on;
+  const auto end = [&](std::int64_t ms, Mask kind) {
+    state.Coming.Add({state.Now + ms, Due::PulseOver, started & kind});
+  };
+  end(reading::PulseMs, settings.PulsedOn);
+  end(settings.AlarmMs, settings.AlarmOn);
 }
 
-void Engine::TurnOff(Mask off) {
-  off &= Told | ~(Settings->PulsedOff | Settings->AlarmOff);
-  Forget(off);
-  const Mask ended = off & Told;
-  Told &= ~off;
-  for (Occupant& occupant : Occupants) occupant.Relays &= ~off;
-  Schedule({Present + reading::PulseMs, Due::PulseBack, ended & Settings->PulsedOff});
-  Schedule({Present + Settings->AlarmMs, Due::PulseBack, ended & Settings->AlarmOff});
+void TurnOff(EngineState& state, Mask off) {
+  const RelaySettings& settings = state.Settings->Relays;
+  Mask& told = state.Relays.Told;
+  off &= told | ~(settings.PulsedOff | settings.AlarmOff);
+  Forget(state, off);
+  const Mask ended = off & told;
+  told &= ~off;
+  for (InputState::Occupant& occupant : state.Inputs.Occupants) occupant.Relays &= ~off;
+  const auto goBack = [&](std::int64_t ms, Mask kind) {
+    state.Coming.Add({state.Now + ms, Due::PulseBack, ended & kind});
+  };
+  goBack(reading::PulseMs, settings.PulsedOff);
+  goBack(settings.AlarmMs, settings.AlarmOff);
 }
 
-void Engine::WarnOff(Mask off) {
-  if (Settings->BlinkAlertMs == 0) {
-    TurnOff(off);
+void WarnOff(EngineState& state, Mask off) {
+  const std::int64_t warningMs = state.Settings->Relays.BlinkAlertMs;
+  if (warningMs == 0) {
+    TurnOff(state, off);
     return;
   }
-  const Mask begins = off & Told & ~Warned;
-  Forget(begins);
-  Warned |= begins;
-  Schedule({Present + Settings->BlinkAlertMs, Due::WarningOver, begins});
+  const Mask begins = off & state.Relays.Told & ~state.Relays.Warned;
+  Forget(state, begins);
+  state.Relays.Warned |= begins;
+  state.Coming.Add({state.Now + warningMs, Due::WarningOver, begins});
 }
 
-void Engine::PersonTurnsOn(Mask on) {
-  TurnOn(on);
-  BeginOverride(on);
+void PersonTurnsOn(EngineState& state, Mask on) {
+  TurnOn(state, on);
+  BeginOverride(state, on);
 }
 
-void Engine::BeginOverride(Mask relays) {
-  if (BuildingOpen || Settings->OverrideMs == 0) return;
-  Schedule(
-      {Present + Settings->OverrideMs, Due::OverrideOver, relays & Settings->Swept & ~Occupied()});
+void BeginOverride(EngineState& state, Mask relays) {
+  const HoursSettings& hours = state.Settings->Hours;
+  if (state.Days.IsOpen || hours.OverrideMs == 0) return;
+  state.Coming.Add({state.Now + hours.OverrideMs, Due::OverrideOver,
+                    relays & hours.Swept & ~OccupiedRelays(state)});
 }
 
-void Engine::Forget(Mask relays) {
-  Warned &= ~relays;
-  if (relays == 0 || Queue.empty()) return;
-  for (Pending& pending : Queue) pending.Relays &= ~relays;
-  std::erase_if(Queue, [](const Pending& pending) {
-    return pending.Relays == 0 && pending.What != Due::Photocell && pending.What != Due::Dimmer;
-  });
-}
-
-Mask Engine::Waiting(Due due) const {
-  Mask relays = 0;
-  for (const Pending& pending : Queue) {
-    if (pending.What == due) relays |= pending.Relays;
-  }
-  return relays;
+void Forget(EngineState& state, Mask relays) {
+  state.Relays.Warned &= ~relays;
+  state.Coming.ForgetRelays(relays);
 }
 
 }  // namespace simulator

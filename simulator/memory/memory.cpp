@@ -34,7 +34,7 @@ void PanelMemory::SetText(int address, int length, std::string_view text) {
 int PanelMemory::Code(const PlaneSet& set, int row, int column) const {
   int code = 0;
   for (int plane = 0; plane < set.Planes; ++plane) {
-    const int byte = Byte(set.Address + plane * set.PlaneSize + row * 6 + column / 8);
+    const int byte = Byte(set.Address + plane * set.PlaneSize + row * map::RowBytes + column / 8);
     code |= ((byte >> (column % 8)) & 1) << plane;
   }
   return code;
@@ -43,7 +43,7 @@ int PanelMemory::Code(const PlaneSet& set, int row, int column) const {
 void PanelMemory::SetCode(const PlaneSet& set, int row, int column, int code) {
   const int bit = 1 << (column % 8);
   for (int plane = 0; plane < set.Planes; ++plane) {
-    const int address = set.Address + plane * set.PlaneSize + row * 6 + column / 8;
+    const int address = set.Address + plane * set.PlaneSize + row * map::RowBytes + column / 8;
     const bool isSet = ((code >> plane) & 1) != 0;
     SetByte(address, isSet ? Byte(address) | bit : Byte(address) & ~bit);
   }
@@ -56,7 +56,7 @@ void PanelMemory::Clear(int first, int last) {
 int PanelMemory::Points() const {
   int blocks = 0;
   for (int node = 0; node < map::IONodes; ++node) blocks += Byte(map::IOCount + node);
-  return std::min(blocks * 4, Items);
+  return std::min(blocks * PointsABlock, Items);
 }
 
 int PanelMemory::Sum(int first, int last) const {

@@ -11,7 +11,13 @@ namespace simulator {
 constexpr int Items = 48;  // relays, groups, inputs, timers, presets
 constexpr int Devices = 64;
 constexpr int DeviceInputs = 8;
-constexpr int DimmerOutputs = 48;
+constexpr int DimmerDevices = 12;
+constexpr int OutputsADimmer = 4;
+constexpr int DimmerOutputs = DimmerDevices * OutputsADimmer;
+constexpr int PointsABlock = 4;  // inputs and relays that the nodes' counts speak of
+
+/// Of light on a photocell and of a dimmer output.
+constexpr int FullLevel = 255;
 
 /// What a momentary or maintained switch does to a relay or group.
 constexpr int OnOnly = 1;
@@ -24,12 +30,16 @@ constexpr int QuarterMinutes = 15;
 constexpr int LastQuarter = 95;
 constexpr int NoEntry = 100;
 
-/// A table of codes kept as one bit matrix a code bit, plane 0 the lowest bit. A row takes six
-/// bytes, column c is bit c mod 8 of byte c / 8.
+namespace map {
+constexpr int RowBytes = Items / 8;  // of a bit matrix
+}
+
+/// A table of codes kept as one bit matrix a code bit, plane 0 the lowest bit. Column c of a row is
+/// bit c mod 8 of byte c / 8.
 struct PlaneSet {
   int Address;
   int Planes;
-  int PlaneSize = 0x120;
+  int PlaneSize = Items * map::RowBytes;
 };
 
 /// Where things stand in the panel's memory. Rows are named first.
@@ -49,8 +59,9 @@ constexpr int InputTimedOnTime = 0x0780;  // words, minutes
 constexpr int LocalPilot = 0x0900;
 constexpr int NormalOpenTime = 0x1110;
 constexpr int NormalCloseTime = 0x1117;
-constexpr int DateTimes = 0x111E;  // 12 x 31 open times, then as many close times
-constexpr int DateTimesEnd = 0x1406;
+constexpr int DateTimes = 0x111E;  // open times, then close times
+constexpr int DatesAYear = 12 * 31;
+constexpr int DateTimesEnd = DateTimes + 2 * DatesAYear;
 constexpr int RelayName = 0x1420;
 constexpr int GroupName = 0x1600;
 constexpr int InputName = 0x17E0;
@@ -97,13 +108,13 @@ constexpr int DevicePilot = 0x23;
 constexpr int DeviceOffLevel = 0x2B;
 constexpr int DeviceOnLevel = 0x33;
 constexpr PlaneSet DeviceRelayControl(int device) {
-  return {0x3200 + device * 0x140, 3, 0x30};
+  return {0x3200 + device * 0x140, 3, DeviceInputs * RowBytes};
 }
 constexpr PlaneSet DeviceGroupControl(int device) {
-  return {0x3200 + device * 0x140 + 0x90, 3, 0x30};
+  return {DeviceRelayControl(device).Address + 0x90, 3, DeviceInputs * RowBytes};
 }
 constexpr int DevicePreset(int device) {
-  return 0x3200 + device * 0x140 + 0x120;
+  return DeviceRelayControl(device).Address + 0x120;
 }
 
 /// Block of a dimmer output, device * 4 + output, 0..47.

@@ -10,7 +10,7 @@
 
 namespace simulator {
 
-QString HoursText(const Engine::SunAndHours& hours, const Calendar& days) {
+QString HoursText(const SunAndHours& hours, const Calendar& days) {
   QStringList texts;
   const auto add = [&](const char* name, const std::optional<Instant>& at) {
     const QString word = QString::fromLatin1(name);

@@ -45,6 +45,6 @@ inline constexpr std::array ClockSpeeds{ClockSpeed{0, "Stand Still"}, ClockSpeed
                                         ClockSpeed{3600, "3600 Times"}};
 
 /// As in "sunrise 06:52, sunset 19:10, open 08:00, no close".
-QString HoursText(const Engine::SunAndHours& hours, const Calendar& days);
+QString HoursText(const SunAndHours& hours, const Calendar& days);
 
 }  // namespace simulator

@@ -102,7 +102,7 @@ DayView::DayView(Panel& panel)
 void DayView::ShowSettings(const Configuration& settings) {
   for (int i = 0; i < Items; ++i) {
     const auto at = static_cast<std::size_t>(i);
-    Names[at] = NumberedName("Relay", i, settings.RelayNames[at]);
+    Names[at] = NumberedName("Relay", i, settings.Names.Relay[at]);
   }
   Stale = true;
 }
@@ -169,7 +169,7 @@ DayPlan DayView::PlanOf(std::int64_t first, int days) {
   }
   QString note;
   for (int day = 0; day < days; ++day) {
-    const Engine::SunAndHours hours = runner.HoursOf(first + day);
+    const SunAndHours hours = runner.HoursOf(first + day);
     if (days == 1) note = HoursText(hours, calendar);
     const std::array events{hours.Sunrise, hours.Sunset, hours.Open, hours.Close};
     for (std::size_t kind = 0; kind < events.size(); ++kind) {

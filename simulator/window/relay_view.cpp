@@ -14,18 +14,12 @@ namespace {
 
 constexpr int RelayColumns = 4;
 
-bool SpeaksOfRelays(InputKind kind) {
-  return kind != InputKind::None && kind != InputKind::InputDisable &&
-         kind != InputKind::TimerDisable && kind != InputKind::ForceTimer;
-}
-
 Mask SwitchedRelays(const Configuration& settings) {
-  Mask used = settings.Swept;
-  for (const TimerSetting& timer : settings.Timers) used |= timer.Relays.On | timer.Relays.Off;
-  for (const Outcome& preset : settings.Presets) used |= preset.On | preset.Off;
-  for (const SwitchSetting& setting : settings.Inputs) {
-    if (!SpeaksOfRelays(setting.Kind)) continue;
-    for (std::size_t code = 1; code < setting.Rows.size(); ++code) used |= setting.Rows[code];
+  Mask used = settings.Hours.Swept;
+  for (const TimerSetting& timer : settings.Timers) used |= timer.Relays.All();
+  for (const Outcome& preset : settings.Presets) used |= preset.All();
+  for (const SwitchSetting& setting : settings.Inputs.Each) {
+    if (setting.Kind != InputKind::None && SpeaksOfRelays(setting.Kind)) used |= setting.All();
   }
   return used;
 }
@@ -36,8 +30,7 @@ bool BlinkPhase() {
 }
 
 QString LevelText(int level) {
-  constexpr int full = 255;
-  return QStringLiteral("%1 (%2 %)").arg(level).arg((level * 100 + full / 2) / full);
+  return QStringLiteral("%1 (%2 %)").arg(level).arg((level * 100 + FullLevel / 2) / FullLevel);
 }
 
 }  // namespace
@@ -53,7 +46,7 @@ std::vector<RelayUse> RelaysByUse(const Configuration& settings, int count) {
   };
   for (int group = 0; group < Items; ++group) {
     const auto at = static_cast<std::size_t>(group);
-    add(group, NumberedName("Group", group, settings.GroupNames[at]), settings.GroupRelays[at]);
+    add(group, NumberedName("Group", group, settings.Names.Group[at]), settings.Groups[at]);
   }
   const QString others = uses.empty() ? QStringLiteral("Relays") : QStringLiteral("In No Group");
   add(-1, others, SwitchedRelays(settings));
@@ -67,13 +60,12 @@ void RelayView::ShowSettings(const Configuration& settings) {
   Shown shown;
   shown.Uses = RelaysByUse(settings, ShownPoints(Source));
   for (int i = 0; i < Items; ++i) {
-    const Outcome& preset = settings.Presets[static_cast<std::size_t>(i)];
-    if ((preset.On | preset.Off) != 0) shown.Presets.push_back(i);
+    if (settings.Presets[static_cast<std::size_t>(i)].All() != 0) shown.Presets.push_back(i);
   }
   for (int i = 0; i < DimmerOutputs; ++i) {
-    if (settings.Dimmers[static_cast<std::size_t>(i)].Fitted) shown.Dimmers.push_back(i);
+    if (settings.Dimmers.Each[static_cast<std::size_t>(i)].Fitted) shown.Dimmers.push_back(i);
   }
-  for (const auto* names : {&settings.RelayNames, &settings.GroupNames, &settings.PresetNames}) {
+  for (const auto* names : {&settings.Names.Relay, &settings.Names.Group, &settings.Names.Preset}) {
     shown.Names.insert(shown.Names.end(), names->begin(), names->end());
   }
   if (shown == Known) return;  // a button keeps its focus
@@ -85,16 +77,16 @@ void RelayView::ShowSettings(const Configuration& settings) {
 void RelayView::Build(const Configuration& settings, QVBoxLayout& column) {
   using State = Kind::State;
   const auto onOff = [](bool on) { return State{on, on ? "on" : "off"}; };
-  const Kind relays{"Relay", settings.RelayNames,
+  const Kind relays{"Relay", settings.Names.Relay,
                     [onOff](const Engine& runner, int relay) {
                       const bool blinks = Has(runner.BlinkingRelays(), relay);
                       return blinks ? State{BlinkPhase(), "blinks"} : onOff(runner.Relay(relay));
                     },
                     [this](int relay) { Source.SetRelay(relay, !Source.Relay(relay)); }};
-  const Kind groups{"Group", settings.GroupNames,
+  const Kind groups{"Group", settings.Names.Group,
                     [onOff](const Engine& runner, int group) { return onOff(runner.Group(group)); },
                     [this](int group) { Source.SetGroup(group, !Source.Group(group)); }};
-  const Kind presets{"Preset", settings.PresetNames,
+  const Kind presets{"Preset", settings.Names.Preset,
                      [](const Engine& runner, int preset) {
                        const bool set = runner.Preset(preset).value_or(false);
                        return State{set, set ? "set" : "not set"};
@@ -140,15 +132,13 @@ void RelayView::AddButtons(QGridLayout& grid, const Kind& kind, const std::vecto
 }
 
 void RelayView::AddDimmers(QGridLayout& grid) {
-  constexpr int outputsADevice = 4;
-  constexpr int fullLevel = 255;
   for (std::size_t i = 0; i < Known.Dimmers.size(); ++i) {
     const int output = Known.Dimmers[i];
     const QString name = QStringLiteral("Dimmer %1 Output %2")
-                             .arg(output / outputsADevice + 1)
-                             .arg(output % outputsADevice + 1);
+                             .arg(output / OutputsADimmer + 1)
+                             .arg(output % OutputsADimmer + 1);
     auto* bar = new QProgressBar;
-    bar->setRange(0, fullLevel);
+    bar->setRange(0, FullLevel);
     bar->setAccessibleName(name);
     bar->setObjectName(QStringLiteral("dimmer%1").arg(output + 1));
     const auto row = static_cast<int>(i) / 2;

@@ -12,34 +12,16 @@ namespace simulator {
 
 namespace {
 
-constexpr int FullLight = 255;
-
 bool StaysClosed(InputKind kind) {
-  switch (kind) {
-    case InputKind::MaintainedOnOff:
-    case InputKind::MaintainedMultiWay:
-    case InputKind::InputDisable:
-    case InputKind::TimerDisable:
-    case InputKind::OutputOverride:
-      return true;
-    default:
-      return false;
-  }
+  return kind == InputKind::MaintainedOnOff || kind == InputKind::MaintainedMultiWay ||
+         ActsWhileClosed(kind);
 }
 
 bool DoesSomething(const Configuration& settings, int input) {
   const auto at = static_cast<std::size_t>(input);
-  const SwitchSetting& setting = settings.Inputs[at];
-  Mask all = 0;
-  for (std::size_t code = 1; code < setting.Rows.size(); ++code) all |= setting.Rows[code];
-  return all != 0 || setting.Kind == InputKind::SetPreset || settings.SlotSwitches[at];
-}
-
-/// Inputs that a type of device has; a photocell has none to press.
-int InputsOf(int deviceType) {
-  constexpr std::array counts{0, 1, 2, 3, 4, 5, 8, 4, 8, 0};
-  const auto type = static_cast<std::size_t>(deviceType);
-  return type < counts.size() ? counts[type] : 0;
+  const SwitchSetting& setting = settings.Inputs.Each[at];
+  return setting.All() != 0 || setting.Kind == InputKind::SetPreset ||
+         settings.Dimmers.SlotSwitches[at];
 }
 
 }  // namespace
@@ -51,8 +33,8 @@ std::vector<SwitchView::Box> SwitchView::BoxesOf(const Configuration& settings) 
   Box idle{QStringLiteral("Inputs That Do Nothing"), 0, {}};
   for (int i = 0; i < ShownPoints(Source); ++i) {
     const auto at = static_cast<std::size_t>(i);
-    const InputKind kind = settings.Inputs[at].Kind;
-    const QString name = NumberedName("Input", i, settings.InputNames[at]);
+    const InputKind kind = settings.Inputs.Each[at].Kind;
+    const QString name = NumberedName("Input", i, settings.Names.Input[at]);
     Box& local = DoesSomething(settings, i) ? used : idle;
     local.Places.push_back({0, i, Contact::On, kind, name});
     if (kind == InputKind::MomentaryOnOff) {
@@ -62,12 +44,12 @@ std::vector<SwitchView::Box> SwitchView::BoxesOf(const Configuration& settings) 
   std::vector<Box> boxes;
   if (!used.Places.empty()) boxes.push_back(used);
   for (int device = 1; device <= Devices; ++device) {
-    const int type = Source.Memory.Byte(map::DeviceBlock(device));
     const auto at = static_cast<std::size_t>(device);
-    const QString title = NumberedName("Device", device - 1, settings.DeviceNames[at]);
-    Box box{title, settings.IsPhotocell[at] ? device : 0, {}};
-    for (int i = 0; i < InputsOf(type); ++i) {
-      const InputKind kind = settings.Inputs[static_cast<std::size_t>(SwitchOf(device, i))].Kind;
+    const QString title = NumberedName("Device", device - 1, settings.Names.Device[at]);
+    Box box{title, settings.Inputs.IsPhotocell[at] ? device : 0, {}};
+    for (int i = 0; i < settings.Inputs.Buttons[at]; ++i) {
+      const InputKind kind =
+          settings.Inputs.Each[static_cast<std::size_t>(SwitchOf(device, i))].Kind;
       box.Places.push_back({device, i, Contact::On, kind, QString::number(i + 1)});
     }
     if (box.Photocell != 0 || !box.Places.empty()) boxes.push_back(box);
@@ -130,7 +112,7 @@ void SwitchView::AddButton(QGridLayout& grid, const Place& place) {
 
 void SwitchView::AddPhotocell(QGridLayout& grid, const Box& box) {
   auto* slider = new QSlider(Qt::Horizontal);
-  slider->setRange(0, FullLight);
+  slider->setRange(0, FullLevel);
   slider->setAccessibleName(QStringLiteral("Light on %1").arg(box.Title));
   slider->setObjectName(QStringLiteral("photocell%1").arg(box.Photocell));
   auto* level = new QLabel(QStringLiteral("0"));
