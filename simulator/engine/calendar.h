@@ -28,6 +28,8 @@ std::int64_t DayOf(const Date& date);
 /// 0 Sunday .. 6 Saturday.
 int WeekdayOf(std::int64_t day);
 
+inline constexpr std::array WeekdayNames{"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
+
 /// The panel's wall clock: standard time, and daylight saving by the rule in memory.
 class Calendar {
  public:

@@ -21,19 +21,14 @@ std::size_t Device(int value) {
   return Checked(value, 1, Devices);
 }
 
-std::int64_t WallOf(const QDateTime& time) {
-  return QDateTime(time.date(), time.time(), Qt::UTC).toMSecsSinceEpoch();
-}
-
 }  // namespace
 
-Panel::Panel(const PanelMemory& memory, Clock clock)
+Panel::Panel(const PanelMemory& memory, Clock computer)
     : Memory(memory),
       Firmware("ORV TAMBERLOOM 3    SIMULATOR  REV 1.02"),
-      Now(clock ? std::move(clock) : Clock(&QDateTime::currentDateTime)),
       Run(Memory),
-      Pace(Run, RealMs()) {
-  Run.PowerOn(Run.Days().FromWall(WallOf(Now())));
+      TheClock(Run, std::move(computer)) {
+  Run.PowerOn(Run.Days().FromWall(WallOf(TheClock.Computer())));
 }
 
 std::string Panel::FirmwareText() const {
@@ -43,28 +38,8 @@ std::string Panel::FirmwareText() const {
 }
 
 Engine& Panel::Runner() {
-  Advance();
+  TheClock.Tick();
   return Run;
-}
-
-void Panel::SetSpeed(int factor) {
-  Pace.SetSpeed(factor, RealMs());
-}
-
-void Panel::RunDaySoFar() {
-  const Instant now = Runner().Now();
-  Run.PowerOn(Run.Days().FromWall(Run.Wall() / DayMs * DayMs));
-  Run.AdvanceTo(now);
-}
-
-void Panel::JumpTo(const QDateTime& time) {
-  Advance();
-  Pace.JumpTo(WallOf(time));
-}
-
-bool Panel::Step() {
-  Advance();
-  return Pace.Step();
 }
 
 bool Panel::Relay(int relay) {
@@ -151,8 +126,7 @@ int Panel::DimmerLevel(int output) {
 }
 
 QDateTime Panel::Time() {
-  // As a plain calendar time, so that the computer's own daylight saving shifts nothing.
-  return QDateTime::fromMSecsSinceEpoch(Runner().Wall(), Qt::UTC);
+  return DateTimeOf(Runner().Wall());
 }
 
 int Panel::Weekday() {

@@ -13,9 +13,6 @@
 
 namespace simulator {
 
-/// The present local date and time. Tests put a clock of their own here.
-using Clock = std::function<QDateTime()>;
-
 /// A panel without its wire: memory, outputs, inputs, devices, front. Numbers of relays, groups,
 /// inputs, timers and presets run from 0 to 47, of devices from 1 to 64, of a device's inputs
 /// from 0 to 7; one outside throws std::out_of_range. Belongs to one thread.
@@ -23,7 +20,7 @@ class Panel {
  public:
   using By = Subject::Kind;
 
-  explicit Panel(const PanelMemory& memory = SmallInstallation(), Clock clock = {});
+  explicit Panel(const PanelMemory& memory = SmallInstallation(), Clock computer = &ComputersTime);
   Panel(const Panel&) = delete;
   Panel& operator=(const Panel&) = delete;
 
@@ -36,15 +33,8 @@ class Panel {
 
   /// What runs the memory, brought up to the present. Everything that the panel shows is its state.
   Engine& Runner();
-  /// How many times as fast as real time the panel's clock runs; 0 stands still.
-  int Speed() const { return Pace.Speed(); }
-  void SetSpeed(int factor);
-  /// As if power had come at midnight: the day so far happens.
-  void RunDaySoFar();
-  /// To a time of the panel's clock; see PanelClock.
-  void JumpTo(const QDateTime& time);
-  /// To the next event; false when there is none within a year.
-  bool Step();
+  /// How its time goes.
+  PanelClock& Pace() { return TheClock; }
 
   bool Relay(int relay);
   void SetRelay(int relay, bool on, By by = By::Hand);
@@ -94,13 +84,8 @@ class Panel {
   void SetTime(const QDateTime& time, int weekdayShift = 0);
 
  private:
-  /// Lets happen what real time has brought.
-  void Advance() { Pace.Tick(RealMs()); }
-  std::int64_t RealMs() const { return Now().toMSecsSinceEpoch(); }
-
-  Clock Now;
   Engine Run;
-  PanelClock Pace;
+  PanelClock TheClock;
   std::array<Presence, Devices + 1> Presences{};
 };
 

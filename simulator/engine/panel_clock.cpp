@@ -1,40 +1,61 @@
 #include "simulator/engine/panel_clock.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace simulator {
 
-namespace {
+QDateTime ComputersTime() {
+  return QDateTime::currentDateTime();
+}
 
-constexpr std::int64_t YearMs = 366 * DayMs;
+QDateTime DateTimeOf(std::int64_t wall) {
+  return QDateTime::fromMSecsSinceEpoch(wall, Qt::UTC);
+}
 
-}  // namespace
+std::int64_t WallOf(const QDateTime& time) {
+  return QDateTime(time.date(), time.time(), Qt::UTC).toMSecsSinceEpoch();
+}
 
-void PanelClock::SetSpeed(int factor, std::int64_t realMs) {
-  Tick(realMs);
+PanelClock::PanelClock(Engine& engine, Clock computer)
+    : Runner(engine), Real(std::move(computer)), LastRealMs(RealMs()) {}
+
+void PanelClock::SetSpeed(int factor) {
+  Tick();
   Factor = factor;
 }
 
-void PanelClock::Tick(std::int64_t realMs) {
+void PanelClock::Tick() {
+  const std::int64_t realMs = RealMs();
   const std::int64_t passed = std::max<std::int64_t>(realMs - LastRealMs, 0);
   LastRealMs = realMs;
   Runner.AdvanceTo(Runner.Now() + passed * Factor);
 }
 
-void PanelClock::JumpTo(std::int64_t wall) {
+void PanelClock::JumpTo(const QDateTime& time) {
+  Tick();
   const Calendar& days = Runner.Days();
+  const std::int64_t wall = WallOf(time);
   const Instant at = days.FromWall(wall);
-  if (at < Runner.Now() || at > Runner.Now() + YearMs) {
+  if (at < Runner.Now() || at > Runner.Now() + FarMs) {
     Runner.PowerOn(days.FromWall(wall / DayMs * DayMs));
   }
   Runner.AdvanceTo(at);
 }
 
 bool PanelClock::Step() {
-  const std::optional<Instant> next = Runner.NextRow(YearMs);
+  Tick();
+  const std::optional<Instant> next = Runner.NextRow(FarMs);
   if (!next) return false;
   Runner.AdvanceTo(*next);
   return true;
+}
+
+void PanelClock::RunDaySoFar() {
+  Tick();
+  const Instant now = Runner.Now();
+  Runner.PowerOn(Runner.Days().FromWall(Runner.Wall() / DayMs * DayMs));
+  Runner.AdvanceTo(now);
 }
 
 }  // namespace simulator

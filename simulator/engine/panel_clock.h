@@ -1,29 +1,49 @@
 #pragma once
 
+#include <QDateTime>
+#include <functional>
+
 #include "simulator/engine/engine.h"
 
 namespace simulator {
 
-/// Lets an engine run with real time, at a multiple of it, or stand.
+/// The present local date and time. Tests put a clock of their own in its place.
+using Clock = std::function<QDateTime()>;
+QDateTime ComputersTime();
+
+/// A time of the wall clock, milliseconds since 1970, as a plain calendar time: the computer's own
+/// daylight saving shifts nothing.
+QDateTime DateTimeOf(std::int64_t wall);
+std::int64_t WallOf(const QDateTime& time);
+
+/// Lets an engine run with the computer's clock, at a multiple of it, or stand.
 class PanelClock {
  public:
-  /// Real time is any count of milliseconds that goes on.
-  PanelClock(Engine& engine, std::int64_t realMs) : Runner(engine), LastRealMs(realMs) {}
+  /// Further away than this nothing is looked for.
+  static constexpr std::int64_t FarMs = 366 * DayMs;
 
+  PanelClock(Engine& engine, Clock computer);
+
+  QDateTime Computer() const { return Real(); }
   int Speed() const { return Factor; }
   /// How many times as fast as real time; 0 stands still.
-  void SetSpeed(int factor, std::int64_t realMs);
+  void SetSpeed(int factor);
   /// Lets happen what real time has brought since the last call. Real time that has been set back
   /// brings nothing.
-  void Tick(std::int64_t realMs);
-  /// Goes to a time of the wall clock, milliseconds since 1970: forward through all that happens,
-  /// backward, and further than a year, by power coming anew at the beginning of that day.
-  void JumpTo(std::int64_t wall);
-  /// Goes to the next instant at which something happens, at most a year ahead; false: nothing.
-  bool Step();
+  void Tick();
+  /// Goes to a time of the wall clock: forward through all that happens, backward, and further away
+  /// than FarMs, by power coming anew at the beginning of that day.
+  void JumpTo(const QDateTime& time);
+  /// Goes to the next instant at which something happens; whether there is one, not far away.
+  [[nodiscard]] bool Step();
+  /// As if power had come at midnight: the day so far happens.
+  void RunDaySoFar();
 
  private:
+  std::int64_t RealMs() const { return Real().toMSecsSinceEpoch(); }
+
   Engine& Runner;
+  Clock Real;
   std::int64_t LastRealMs;
   int Factor = 1;
 };

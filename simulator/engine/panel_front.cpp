@@ -15,9 +15,6 @@ constexpr char Pointer = 1;
 constexpr char LampLit = 2;
 constexpr char LampDark = 3;
 
-enum Key { Up = 0x01, Down = 0x02, Enter = 0x04, Exit = 0x08, Previous = 0x10, Next = 0x20 };
-constexpr int Chord = Previous | Next;
-
 std::string DisplayRow(std::string text) {
   text.resize(PanelFront::RowLength, ' ');
   return text;
@@ -83,14 +80,13 @@ std::string PanelFront::Display() const {
 }
 
 std::string PanelFront::HomePage() const {
-  static constexpr const char* days[]{"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
   const QDateTime time = Owner.Time();
   const int hour = time.time().hour();
   int lit = 0;
   for (int relay = 0; relay < Items; ++relay) lit += Owner.Relay(relay) ? 1 : 0;
   return DisplayRow(AsBlanks(Owner.Memory.Text(map::PanelName, map::PanelNameLength))) +
-         DisplayRow(std::string(days[Owner.Weekday()]) + " " + TwoDigits(time.date().month()) +
-                    "/" + TwoDigits(time.date().day()) + "/" +
+         DisplayRow(std::string(WeekdayNames.at(static_cast<std::size_t>(Owner.Weekday()))) + " " +
+                    TwoDigits(time.date().month()) + "/" + TwoDigits(time.date().day()) + "/" +
                     TwoDigits(time.date().year() % 100)) +
          DisplayRow(TwoDigits((hour + 11) % 12 + 1, ' ') + ":" + TwoDigits(time.time().minute()) +
                     ":" + TwoDigits(time.time().second()) + (hour < 12 ? " AM" : " PM")) +

@@ -15,8 +15,16 @@ class PanelFront {
 
   explicit PanelFront(Panel& panel) : Owner(panel) {}
 
-  /// Keys, a bit a key. Up 01, Down 02, Enter 04, Exit 08, Previous 10, Next 20; the chord 30 shows
-  /// the firmware text.
+  enum Key {
+    Up = 0x01,
+    Down = 0x02,
+    Enter = 0x04,
+    Exit = 0x08,
+    Previous = 0x10,
+    Next = 0x20,
+    Chord = Previous | Next,  // shows the firmware text
+  };
+  /// Keys, a bit a key.
   void Press(int keys);
   /// All rows' characters; codes below 8 are the panel's own glyphs.
   std::string Display() const;

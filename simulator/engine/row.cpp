@@ -17,16 +17,11 @@ constexpr std::array SubjectForms{"-",       "POWER",        "HOST",         "HA
 
 constexpr std::array ChangeWords{"on", "off", "blinks", "level ", "disabled", "enabled", "fires"};
 
-void AppendTwo(std::string& text, int value) {
-  text += static_cast<char>('0' + value / 10 % 10);
-  text += static_cast<char>('0' + value % 10);
-}
-
 void AppendSubject(std::string& text, const Subject& subject) {
   for (const char* c = SubjectForms[static_cast<std::size_t>(subject.What)]; *c != 0; ++c) {
     switch (*c) {
       case '@':
-        AppendTwo(text, subject.Number + 1);
+        text += TwoDigits(subject.Number + 1);
         break;
       case '#':
         text += std::to_string(subject.Number + 1);
@@ -69,19 +64,19 @@ std::string TimeText(const Calendar& calendar, Instant instant) {
   const int west = calendar.MinutesWest(instant);
   std::string text = std::to_string(date.Year);
   text += '-';
-  AppendTwo(text, date.Month);
+  text += TwoDigits(date.Month);
   text += '-';
-  AppendTwo(text, date.Day);
+  text += TwoDigits(date.Day);
   text += 'T';
-  AppendTwo(text, seconds / 3600);
+  text += TwoDigits(seconds / 3600);
   text += ':';
-  AppendTwo(text, seconds / 60 % 60);
+  text += TwoDigits(seconds / 60 % 60);
   text += ':';
-  AppendTwo(text, seconds % 60);
+  text += TwoDigits(seconds % 60);
   text += '-';
-  AppendTwo(text, west / 60);
+  text += TwoDigits(west / 60);
   text += ':';
-  AppendTwo(text, west % 60);
+  text += TwoDigits(west % 60);
   return text;
 }
 

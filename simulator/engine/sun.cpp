@@ -88,7 +88,7 @@ SunTimes Sun::Of(std::int64_t day) const {
   double noon = static_cast<double>(day) + 0.5 + LongitudeWest / 360.0;
   noon -= HourAngle(noon, At(noon)) / DegreesADay;
   const auto minutes = [](std::optional<double> at) {
-    return at ? std::optional<std::int64_t>(std::llround(*at * 1440)) : std::nullopt;
+    return at ? std::optional<std::int64_t>(std::llround(*at * DayMinutes)) : std::nullopt;
   };
   return {minutes(Crossing(noon, -1)), minutes(Crossing(noon, 1))};
 }

@@ -67,9 +67,10 @@ using By = Panel::By;
 const std::string Acknowledge;
 
 Data DoSetClock(Panel& panel, const Arguments& a) {
-  const QDate date(2000 + a[4], a[2], a[3]);
+  const QDate date(Calendar::FirstYear + a[4], a[2], a[3]);
   const QTime time(a[0], a[1]);
-  if (a[4] > 99 || !date.isValid() || !time.isValid() || a[5] > 6) return std::nullopt;
+  if (a[4] >= Calendar::Years || !date.isValid() || !time.isValid() || a[5] > 6)
+    return std::nullopt;
   panel.SetTime(QDateTime(date, time, Qt::UTC), a[5] + 7 - date.dayOfWeek());
   return Acknowledge;
 }

@@ -36,17 +36,17 @@ void FrameLog::Open(const QString& path) {
   // Unbuffered: what a full disk does not take must not wait for better times.
   constexpr auto mode = QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered;
   const QFileInfo there(path);
-  QString refusal;
-  if (path == "-") {
-    File.open(STDOUT_FILENO, mode);
-  } else if (there.exists() && !there.isFile()) {
-    refusal = OpenInPlace(File, path);
-  } else if (File.open(mode)) {
-    File.setPermissions(OwnersAlone);
+  if (path != "-" && there.exists() && !there.isFile()) {
+    try {
+      OpenInPlace(File, path);
+    } catch (const std::runtime_error& refusal) {
+      throw std::runtime_error(Failure(refusal.what()));
+    }
   } else {
-    refusal = File.errorString();
+    const bool opened = path == "-" ? File.open(STDOUT_FILENO, mode) : File.open(mode);
+    if (!opened) throw std::runtime_error(Failure(File.errorString().toStdString()));
+    if (path != "-") File.setPermissions(OwnersAlone);
   }
-  if (!refusal.isEmpty()) throw std::runtime_error(Failure(refusal));
   Enabled = true;
 }
 
@@ -55,17 +55,17 @@ void FrameLog::Add(const char* line, Direction way, std::string_view text) {
   if (Kept.size() > MaxEntries) Kept.pop_front();
   if (!Enabled || !File.isOpen()) return;
   const char* arrow = way == Direction::FromHost ? " > " : way == Direction::ToHost ? " < " : " - ";
-  const std::string stamp =
-      QDateTime::currentDateTime().toString("yyyy-MM-dd HH:mm:ss.zzz").toStdString();
+  const std::string stamp = Now().toString("yyyy-MM-dd HH:mm:ss.zzz").toStdString();
   const std::string row = stamp + " " + line + arrow + Printable(text) + "\n";
   const auto size = static_cast<qint64>(row.size());
   const bool written = File.write(row.data(), size) == size;
-  if (!written && !Failed) std::fprintf(stderr, "%s\n", Failure(File.errorString()).c_str());
+  if (!written && !Failed)
+    std::fprintf(stderr, "%s\n", Failure(File.errorString().toStdString()).c_str());
   Failed = !written;
 }
 
-std::string FrameLog::Failure(const QString& reason) const {
-  return "The log " + Path.toStdString() + " cannot be written: " + reason.toStdString();
+std::string FrameLog::Failure(const std::string& reason) const {
+  return "The log " + Path.toStdString() + " cannot be written: " + reason;
 }
 
 }  // namespace simulator

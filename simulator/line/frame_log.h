@@ -5,6 +5,9 @@
 #include <deque>
 #include <string>
 #include <string_view>
+#include <utility>
+
+#include "simulator/engine/panel_clock.h"
 
 namespace simulator {
 
@@ -12,6 +15,8 @@ namespace simulator {
 /// a file has been given.
 class FrameLog {
  public:
+  explicit FrameLog(Clock clock = &ComputersTime) : Now(std::move(clock)) {}
+
   enum class Direction { FromHost, ToHost, Note };
   struct Entry {
     Direction Way;
@@ -31,8 +36,9 @@ class FrameLog {
   void Forget() { Kept.clear(); }
 
  private:
-  std::string Failure(const QString& reason) const;
+  std::string Failure(const std::string& reason) const;
 
+  Clock Now;
   QString Path;
   QFile File;
   bool Failed = false;  // the user has been told

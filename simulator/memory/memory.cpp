@@ -5,6 +5,11 @@
 
 namespace simulator {
 
+bool IsPassword(std::string_view text) {
+  return text.size() == map::PasswordLength &&
+         text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
 void PanelMemory::SetByte(int address, int value) {
   auto& byte = Bytes.at(static_cast<std::size_t>(address));
   const auto changed = static_cast<std::uint8_t>(value);
@@ -28,6 +33,13 @@ void PanelMemory::SetText(int address, int length, std::string_view text) {
   for (int i = 0; i < length; ++i) {
     const auto at = static_cast<std::size_t>(i);
     SetByte(address + i, at < text.size() ? static_cast<unsigned char>(text[at]) : ' ');
+  }
+}
+
+void PanelMemory::SetPassword(std::string_view digits) {
+  if (!IsPassword(digits)) throw std::invalid_argument("a password has six digits");
+  for (int i = 0; i < map::PasswordLength; ++i) {
+    SetByte(map::Password + i, digits[static_cast<std::size_t>(i)] - '0');
   }
 }
 

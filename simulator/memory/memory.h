@@ -146,6 +146,9 @@ constexpr int RelayInclude = 114;
 constexpr int DeviceEnabled = 0x9C00;  // a byte a dimmer device
 }  // namespace map
 
+/// Six decimal digits.
+bool IsPassword(std::string_view text);
+
 /// The 40,960 bytes of a panel, with the encodings its memory uses. An address outside throws
 /// std::out_of_range.
 class PanelMemory {
@@ -162,6 +165,9 @@ class PanelMemory {
   std::string Text(int address, int length) const;
   /// Pads with blanks and cuts to `length`.
   void SetText(int address, int length, std::string_view text);
+
+  /// Throws std::invalid_argument for what is no password.
+  void SetPassword(std::string_view digits);
 
   /// The code of a cell, all planes together.
   int Code(const PlaneSet& set, int row, int column) const;

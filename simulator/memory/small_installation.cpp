@@ -1,3 +1,4 @@
+#include "simulator/memory/digits.h"
 #include "simulator/memory/memory.h"
 
 namespace simulator {
@@ -10,14 +11,10 @@ constexpr int MomentaryPB = 1;
 constexpr int SetPresetType = 4;
 constexpr int TimedOn = 5;
 
-std::string Numbered(const std::string& word, int number) {
-  return word + (number < 10 ? " 0" : " ") + std::to_string(number);
-}
-
 void NameAll(PanelMemory& memory, int address, const std::string& word,
              std::initializer_list<const char*> names) {
   for (int i = 0; i < Items; ++i) {
-    memory.SetText(address + i * map::NameLength, map::NameLength, Numbered(word, i + 1));
+    memory.SetText(address + i * map::NameLength, map::NameLength, word + " " + TwoDigits(i + 1));
   }
   int i = 0;
   for (const char* name : names) {
@@ -92,8 +89,8 @@ void SetDevices(PanelMemory& memory) {
   constexpr int photocell = 9;
   for (int device = 1; device <= Devices; ++device) {
     const int block = map::DeviceBlock(device);
-    const std::string digits{"0123456789ABCDEF"[device / 16], "0123456789ABCDEF"[device % 16]};
-    memory.SetText(block + map::DeviceName, map::NameLength, "FLINK " + digits);
+    memory.SetText(block + map::DeviceName, map::NameLength,
+                   "FLINK " + Hex(static_cast<unsigned>(device), 2));
     for (int i = 0; i < DeviceInputs; ++i) {
       memory.SetWord(block + map::DeviceTimedOnTime + 2 * i, 10);
     }
@@ -111,12 +108,12 @@ void SetDevices(PanelMemory& memory) {
 void SetDimmers(PanelMemory& memory) {
   for (int output = 0; output < DimmerOutputs; ++output) {
     const int block = map::DimmerBlock(output);
-    memory.SetByte(block + map::PowerOnLevel, 255);
-    memory.SetByte(block + map::MaxLevel, 255);
-    memory.SetByte(block + map::PointAOut, 255);
+    memory.SetByte(block + map::PowerOnLevel, FullLevel);
+    memory.SetByte(block + map::MaxLevel, FullLevel);
+    memory.SetByte(block + map::PointAOut, FullLevel);
     memory.SetByte(block + map::PointBIn, 128);
     memory.SetByte(block + map::PointBOut, 127);
-    memory.SetByte(block + map::PointCIn, 255);
+    memory.SetByte(block + map::PointCIn, FullLevel);
   }
 }
 

@@ -10,8 +10,8 @@ namespace simulator {
 constexpr QFileDevice::Permissions OwnersAlone = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
 /// Opens a device or a pipe for writing; one that nobody reads fails in place of waiting for its
-/// reader. Returns why not, or nothing.
-QString OpenInPlace(QFile& file, const QString& path);
+/// reader. Throws std::runtime_error with the reason alone.
+void OpenInPlace(QFile& file, const QString& path);
 
 /// Writes a file whole or not at all; permissions of none are those of any new file. Throws
 /// std::runtime_error, whose text begins with `what`, as in "The memory file".

@@ -124,11 +124,10 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
   const bool served = wanted.Pty || wanted.TcpPort || parser.isSet("follow");
   if (!served) wanted.TcpPort = DefaultPort;
   wanted.Blank = parser.isSet("blank");
-  static const QRegularExpression sixDigits("^[0-9]{6}$");
-  if (parser.isSet("password") && !sixDigits.match(parser.value("password")).hasMatch()) {
+  wanted.Password = parser.value("password").toStdString();
+  if (parser.isSet("password") && !IsPassword(wanted.Password)) {
     throw std::invalid_argument("--password takes six digits");
   }
-  wanted.Password = parser.value("password").toStdString();
   wanted.MemoryFile = parser.value("memory");
   wanted.LogFile = parser.value("log");
   if (parser.values("rehearse").size() > 1) {

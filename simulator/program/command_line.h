@@ -14,8 +14,8 @@ struct CommandLine {
   std::optional<RehearsalOptions> Rehearsal;  // in place of serving lines
   bool Window = false;                        // to be shown in one
   std::vector<std::string>
-      Notes;        // for standard error; nothing that keeps the program from running
-  std::string Say;  // a text to print in place of running, for --help and --version
+      Notes;  // for standard error; nothing that keeps the program from running
+  std::optional<std::string> Say;  // to print in place of running, for --help and --version
 };
 
 /// Throws std::invalid_argument with a text for the user. `arguments` begins with the program's

@@ -1,6 +1,5 @@
 #include "simulator/program/console.h"
 
-#include <QRegularExpression>
 #include <stdexcept>
 
 namespace simulator {
@@ -145,7 +144,7 @@ std::string Console::DeviceInput(const QStringList& words) {
 }
 
 std::string Console::Photocell(const QStringList& words) {
-  ThePanel().SetDeviceLevel(Number(words, 1, 1, Devices), Number(words, 2, 0, 255));
+  ThePanel().SetDeviceLevel(Number(words, 1, 1, Devices), Number(words, 2, 0, FullLevel));
   return {};
 }
 
@@ -175,16 +174,17 @@ std::string Console::Timer(const QStringList& words) {
 }
 
 std::string Console::Key(const QStringList& words) {
-  static constexpr int bits[]{0x01, 0x02, 0x04, 0x08, 0x10, 0x20, 0x30};
+  using enum PanelFront::Key;
+  static constexpr int keys[]{Up, Down, Enter, Exit, Previous, Next, Chord};
   ThePanel().Front.Press(
-      bits[Choice(words, 1, {"up", "down", "enter", "exit", "previous", "next", "chord"})]);
-  return Describe(ThePanel(), "display");
+      keys[Choice(words, 1, {"up", "down", "enter", "exit", "previous", "next", "chord"})]);
+  return Describe(ThePanel(), "display").value();
 }
 
 std::string Console::Show(const QStringList& words) {
-  std::string text = Describe(ThePanel(), words.value(1));
-  if (text.empty()) throw UsageError("nothing to show by that name");
-  return text;
+  const std::optional<std::string> text = Describe(ThePanel(), words.value(1));
+  if (!text) throw UsageError("nothing to show by that name");
+  return *text;
 }
 
 std::string Console::Time(const QStringList& words) {
@@ -192,7 +192,7 @@ std::string Console::Time(const QStringList& words) {
   const QDateTime time = QDateTime::fromString(words.value(1) + " " + clock, "yyyy-MM-dd HH:mm:ss");
   if (!time.isValid()) throw UsageError("that is no date and time");
   ThePanel().SetTime(time);
-  return Describe(ThePanel(), "time");
+  return Describe(ThePanel(), "time").value();
 }
 
 std::string Console::Firmware(const QStringList& words) {
@@ -220,12 +220,9 @@ std::string Console::Card(const QStringList& words) {
 }
 
 std::string Console::Password(const QStringList& words) {
-  static const QRegularExpression sixDigits("^[0-9]{6}$");
   const std::string digits = words.value(1).toStdString();
-  if (!sixDigits.match(words.value(1)).hasMatch()) throw UsageError("a password has six digits");
-  for (int i = 0; i < map::PasswordLength; ++i) {
-    ThePanel().Memory.SetByte(map::Password + i, digits[static_cast<std::size_t>(i)] - '0');
-  }
+  if (!IsPassword(digits)) throw UsageError("a password has six digits");
+  ThePanel().Memory.SetPassword(digits);
   return {};
 }
 

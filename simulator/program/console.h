@@ -2,6 +2,7 @@
 
 #include <QStringList>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "simulator/program/simulator.h"
@@ -57,7 +58,7 @@ class Console {
 };
 
 /// What the parts of a panel look like now, as lines of text. `what` is one of relays, groups,
-/// inputs, presets, devices, dimmers, display, time; empty for anything else.
-std::string Describe(Panel& panel, const QString& what);
+/// inputs, presets, devices, dimmers, display, time; nothing for anything else.
+[[nodiscard]] std::optional<std::string> Describe(Panel& panel, const QString& what);
 
 }  // namespace simulator

@@ -35,9 +35,11 @@ std::string DeviceRows(Panel& panel) {
 
 std::string Dimmers(Panel& panel) {
   std::string text;
-  for (int device = 0; device < DimmerOutputs / 4; ++device) {
+  for (int device = 0; device < DimmerDevices; ++device) {
     text += TwoDigits(device + 1) + " ";
-    for (int i = 0; i < 4; ++i) text += " " + std::to_string(panel.DimmerLevel(device * 4 + i));
+    for (int i = 0; i < OutputsADimmer; ++i) {
+      text += " " + std::to_string(panel.DimmerLevel(device * OutputsADimmer + i));
+    }
     text += "\n";
   }
   return text;
@@ -58,7 +60,7 @@ std::string DisplayText(Panel& panel) {
 
 }  // namespace
 
-std::string Describe(Panel& panel, const QString& what) {
+std::optional<std::string> Describe(Panel& panel, const QString& what) {
   const auto onOff = [](bool on) { return std::string(on ? "on" : "off"); };
   if (what == "relays") {
     return Rows(panel, map::RelayName, panel.Points(),
@@ -82,7 +84,7 @@ std::string Describe(Panel& panel, const QString& what) {
   if (what == "dimmers") return Dimmers(panel);
   if (what == "display") return DisplayText(panel);
   if (what == "time") return panel.Time().toString("ddd yyyy-MM-dd HH:mm:ss\n").toStdString();
-  return {};
+  return std::nullopt;
 }
 
 }  // namespace simulator

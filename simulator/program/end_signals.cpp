@@ -7,6 +7,8 @@
 #include <QCoreApplication>
 #include <QSocketNotifier>
 #include <array>
+#include <cerrno>
+#include <system_error>
 
 namespace simulator {
 
@@ -22,7 +24,9 @@ extern "C" void WakeUp(int) {
 }  // namespace
 
 void QuitOnSignals() {
-  if (pipe2(SignalPipe.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
+  if (pipe2(SignalPipe.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
+    throw std::system_error(errno, std::generic_category(), "Signals cannot be taken");
+  }
   auto* notifier =
       new QSocketNotifier(SignalPipe[0], QSocketNotifier::Read, QCoreApplication::instance());
   // Not quit(), which leaves a message box that stands before the event loop has begun.

@@ -86,8 +86,8 @@ int main(int argc, char** argv) {
   QCoreApplication application(argc, argv);
   try {
     const simulator::CommandLine line = simulator::ParseCommandLine(QCoreApplication::arguments());
-    if (!line.Say.empty()) {
-      std::fputs(line.Say.c_str(), stdout);
+    if (line.Say) {
+      std::fputs(line.Say->c_str(), stdout);
       return 0;
     }
     if (line.Window) BecomeWindow(argv);

@@ -45,14 +45,13 @@ PanelMemory StartMemory(const Options& options) {
   } else if (!options.MemoryFile.isEmpty() && QFile::exists(options.MemoryFile)) {
     memory.SetContent(MemoryContent(options.MemoryFile));
   }
-  for (std::size_t i = 0; i < options.Password.size() && i < map::PasswordLength; ++i) {
-    memory.SetByte(map::Password + static_cast<int>(i), options.Password[i] - '0');
-  }
+  if (!options.Password.empty()) memory.SetPassword(options.Password);
   return memory;
 }
 
 Simulator::Simulator(Options options)
-    : Setting(std::move(options)), Common{Panel(StartMemory(Setting), Setting.Now), {}, {}} {
+    : Setting(std::move(options)),
+      Common{Panel(StartMemory(Setting), Setting.Now), {}, FrameLog(Setting.Now)} {
   if (!Setting.LogFile.isEmpty()) Common.Log.Open(Setting.LogFile);
   for (const Fault& fault : Setting.Faults) Common.Faults.Add(fault);
   if (Setting.TcpPort) {

@@ -26,7 +26,7 @@ struct Options {
   QString FollowedFile;  // in its place: read, and read again when it has changed
   std::vector<Fault> Faults;
   QString LogFile;  // "-": standard output; empty: none
-  Clock Now;
+  Clock Now = &ComputersTime;
 };
 
 /// The memory that a panel starts with. Throws std::runtime_error when the file cannot be had.

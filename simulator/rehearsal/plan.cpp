@@ -50,11 +50,11 @@ class Picture {
   }
 
   void Day(std::int64_t day) {
-    static constexpr const char* weekdays[]{"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
     const Date date = DateOf(day);
     const SunAndHours hours = Panel.HoursOf(day);
-    std::string title = std::string(weekdays[WeekdayOf(day)]) + " " + std::to_string(date.Year) +
-                        "-" + TwoDigits(date.Month) + "-" + TwoDigits(date.Day);
+    std::string title = std::string(WeekdayNames.at(static_cast<std::size_t>(WeekdayOf(day)))) +
+                        " " + std::to_string(date.Year) + "-" + TwoDigits(date.Month) + "-" +
+                        TwoDigits(date.Day);
     const int rows = Top + HeadHeight;
     const int height = std::popcount(Shown) * RowHeight;
     std::string lines;

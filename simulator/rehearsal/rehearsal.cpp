@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "simulator/memory/digits.h"
 #include "simulator/memory/write_file.h"
 #include "simulator/rehearsal/plan.h"
 
@@ -98,7 +99,7 @@ Act ParseAct(Words& words) {
   if (verb == 3) return ButtonAct(words);
   if (verb == 4) {
     const int device = words.Number(1, Devices);
-    const int level = words.Number(0, 255);
+    const int level = words.Number(0, FullLevel);
     return [device, level](Engine& engine) { engine.SetPhotocell(device, level); };
   }
   const int item = words.Number(1, Items) - 1;
@@ -151,7 +152,7 @@ std::string BurnHours(const Engine& engine, const std::vector<Bar>& bars) {
     constexpr std::int64_t hundredthMs = HourMs / 100;
     const std::int64_t hundredths =
         (on[static_cast<std::size_t>(i)] + hundredthMs / 2) / hundredthMs;
-    const std::string fraction = std::to_string(hundredths % 100 + 100).substr(1);
+    const std::string fraction = TwoDigits(static_cast<int>(hundredths % 100));
     text += Text(Subject{Subject::Kind::Relay, i, 0}) + "\t" + std::to_string(hundredths / 100) +
             "." + fraction + "\t" + engine.RelayName(i) + "\n";
   }

@@ -14,8 +14,7 @@ QString HoursText(const SunAndHours& hours, const Calendar& days) {
   QStringList texts;
   const auto add = [&](const char* name, const std::optional<Instant>& at) {
     const QString word = QString::fromLatin1(name);
-    texts << (at ? word + QDateTime::fromMSecsSinceEpoch(days.Wall(*at), Qt::UTC)
-                              .toString(QStringLiteral(" HH:mm"))
+    texts << (at ? word + DateTimeOf(days.Wall(*at)).toString(QStringLiteral(" HH:mm"))
                  : QStringLiteral("no ") + word);
   };
   add("sunrise", hours.Sunrise);
@@ -45,7 +44,7 @@ ClockView::ClockView(Panel& panel)
   for (const ClockSpeed& speed : ClockSpeeds) {
     auto* button = new QRadioButton(QString::fromLatin1(speed.Caption));
     button->setObjectName(QStringLiteral("speed%1").arg(speed.Factor));
-    button->setChecked(speed.Factor == panel.Speed());
+    button->setChecked(speed.Factor == panel.Pace().Speed());
     Speeds->addButton(button, speed.Factor);
     row->addWidget(button);
   }
@@ -78,22 +77,23 @@ ClockView::ClockView(Panel& panel)
 void ClockView::ShowStates() {
   const QDateTime time = Source.Time();
   const std::int64_t second = time.toSecsSinceEpoch();
-  const bool sameDay = second / 86400 == ToldSecond / 86400;
+  constexpr std::int64_t daySeconds = DayMs / SecondMs;
+  const bool sameDay = second / daySeconds == ToldSecond / daySeconds;
   if (second == ToldSecond) return;
   ToldSecond = second;
   Time->setText(time.toString(QStringLiteral("dddd yyyy-MM-dd HH:mm:ss")));
   if (sameDay) return;
   Engine& runner = Source.Runner();
-  Hours->setText(HoursText(runner.HoursOf(second / 86400), runner.Days()));
+  Hours->setText(HoursText(runner.HoursOf(second / daySeconds), runner.Days()));
 }
 
 void ClockView::SetSpeed(int factor) {
-  Source.SetSpeed(factor);
+  Source.Pace().SetSpeed(factor);
   Speeds->button(factor)->setChecked(true);
 }
 
 void ClockView::NextEvent() {
-  const bool found = Source.Step();
+  const bool found = Source.Pace().Step();
   Tell(found ? QString() : QStringLiteral("Nothing happens within a year."));
 }
 

@@ -14,7 +14,7 @@ namespace {
 constexpr int Margin = 6;
 
 QString TimeText(std::int64_t wall, const char* form = "HH:mm") {
-  return QDateTime::fromMSecsSinceEpoch(wall, Qt::UTC).toString(QString::fromLatin1(form));
+  return DateTimeOf(wall).toString(QString::fromLatin1(form));
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "simulator/engine/panel_clock.h"
 #include "simulator/rehearsal/plan.h"
 
 namespace simulator {

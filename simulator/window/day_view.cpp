@@ -94,9 +94,7 @@ DayView::DayView(Panel& panel)
   connect(Day, &QDateEdit::dateChanged, this, refresh);
   connect(Week, &QRadioButton::toggled, this, refresh);
   Picture->Tell = [this](const QString& words) { AtMark->setText(words); };
-  Picture->Choose = [this](std::int64_t wall) {
-    GoTo(QDateTime::fromMSecsSinceEpoch(wall, Qt::UTC));
-  };
+  Picture->Choose = [this](std::int64_t wall) { GoTo(DateTimeOf(wall)); };
 }
 
 void DayView::ShowSettings(const Configuration& settings) {
@@ -122,9 +120,8 @@ void DayView::GoToToday() {
 }
 
 std::vector<Bar> DayView::BarsOf(Instant from, Instant to, bool& fresh) {
-  constexpr std::int64_t farAway = 366 * DayMs;
   const Engine& runner = Source.Runner();
-  fresh = to <= Since || from > runner.Now() + farAway;
+  fresh = to <= Since || from > runner.Now() + PanelClock::FarMs;
   if (fresh) {
     Engine other = runner;
     other.PowerOn(from);

@@ -17,12 +17,8 @@ constexpr std::int64_t LookAheadMs = 8 * DayMs;
 constexpr int LongestLog = 2000;
 constexpr int WallRole = Qt::UserRole;
 
-QDateTime WallTime(std::int64_t wall) {
-  return QDateTime::fromMSecsSinceEpoch(wall, Qt::UTC);
-}
-
 QString LineText(const LogLines::Line& line, const char* timeForm) {
-  return WallTime(line.Wall).toString(QString::fromLatin1(timeForm)) + QStringLiteral("  ") +
+  return DateTimeOf(line.Wall).toString(QString::fromLatin1(timeForm)) + QStringLiteral("  ") +
          QString::fromStdString(line.Sentence);
 }
 
@@ -84,7 +80,7 @@ void EventsView::ShowStates() {
   const bool atEnd = bar.value() == bar.maximum();
   for (const LogLines::Line& line : lines) {
     if (std::exchange(LoggedDay, line.Wall / DayMs) != line.Wall / DayMs) {
-      Log->appendPlainText(WallTime(line.Wall).toString(QStringLiteral("dddd yyyy-MM-dd")));
+      Log->appendPlainText(DateTimeOf(line.Wall).toString(QStringLiteral("dddd yyyy-MM-dd")));
     }
     Log->appendPlainText(LineText(line, "HH:mm:ss"));
   }
@@ -106,7 +102,7 @@ void EventsView::ShowComing(const std::vector<LogLines::Line>& lines) {
     QListWidgetItem* item = Coming->item(i);
     item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
     item->setText(LineText(line, "ddd HH:mm:ss"));
-    item->setData(WallRole, WallTime(line.Wall));
+    item->setData(WallRole, DateTimeOf(line.Wall));
   }
   if (lines.empty()) {
     auto* nothing = new QListWidgetItem(QStringLiteral("Nothing within eight days."), Coming);

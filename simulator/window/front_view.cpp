@@ -23,10 +23,11 @@ struct Key {
   int Row;
   int Column;
 };
-constexpr std::array Keys{Key{"Up", 0x01, 0, 1},      Key{"Previous", 0x10, 0, 0},
-                          Key{"Next", 0x20, 0, 2},    Key{"Exit", 0x08, 1, 0},
-                          Key{"Enter", 0x04, 1, 2},   Key{"Down", 0x02, 1, 1},
-                          Key{"Firmware", 0x30, 2, 0}};
+constexpr std::array Keys{
+    Key{"Up", PanelFront::Up, 0, 1},         Key{"Previous", PanelFront::Previous, 0, 0},
+    Key{"Next", PanelFront::Next, 0, 2},     Key{"Exit", PanelFront::Exit, 1, 0},
+    Key{"Enter", PanelFront::Enter, 1, 2},   Key{"Down", PanelFront::Down, 1, 1},
+    Key{"Firmware", PanelFront::Chord, 2, 0}};
 
 }  // namespace
 

@@ -90,7 +90,7 @@ PanelWindow::PanelWindow(Simulator& simulator) : Source(simulator) {
     raise();
     activateWindow();
   };
-  Source.ThePanel().RunDaySoFar();
+  Source.ThePanel().Pace().RunDaySoFar();
   SeenRevision = ShownRevision = Source.ThePanel().Memory.Revision();
   const Configuration settings(Source.ThePanel().Memory);
   for (PanelView* view : Views) view->ShowSettings(settings);
@@ -175,7 +175,7 @@ void PanelWindow::BuildMenus() {
   add(menu, QStringLiteral("&Go To..."), QKeySequence(QStringLiteral("Ctrl+G")),
       [this] { Clock->AskTime(); });
   add(menu, QStringLiteral("The &Computer's Time"), QKeySequence(QStringLiteral("Ctrl+T")),
-      [this] { GoTo(QDateTime::currentDateTime()); });
+      [this] { GoTo(Source.ThePanel().Pace().Computer()); });
   menu = menuBar()->addMenu(QStringLiteral("&Line"));
   for (const FaultEntry& entry : FaultEntries) {
     add(menu, QString::fromLatin1(entry.Caption), {}, [this, entry] {
@@ -192,7 +192,7 @@ void PanelWindow::BuildMenus() {
 
 void PanelWindow::GoTo(const QDateTime& time) {
   statusBar()->clearMessage();
-  Source.ThePanel().JumpTo(time);
+  Source.ThePanel().Pace().JumpTo(time);
   Refresh();
 }
 
@@ -222,7 +222,7 @@ void PanelWindow::Refresh() {
   }
   for (PanelView* view : Views) view->ShowStates();
   ShowLine();
-  const int wanted = panel.Speed() > 1 ? TickMs : RestingTickMs;
+  const int wanted = panel.Pace().Speed() > 1 ? TickMs : RestingTickMs;
   if (Ticks.interval() != wanted) Ticks.setInterval(wanted);
 }
 

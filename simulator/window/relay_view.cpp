@@ -24,9 +24,9 @@ Mask SwitchedRelays(const Configuration& settings) {
   return used;
 }
 
-bool BlinkPhase() {
+bool BlinkPhase(const QDateTime& computer) {
   constexpr qint64 phaseMs = 400;
-  return QDateTime::currentMSecsSinceEpoch() / phaseMs % 2 == 0;
+  return computer.toMSecsSinceEpoch() / phaseMs % 2 == 0;
 }
 
 QString LevelText(int level) {
@@ -78,9 +78,10 @@ void RelayView::Build(const Configuration& settings, QVBoxLayout& column) {
   using State = Kind::State;
   const auto onOff = [](bool on) { return State{on, on ? "on" : "off"}; };
   const Kind relays{"Relay", settings.Names.Relay,
-                    [onOff](const Engine& runner, int relay) {
+                    [this, onOff](const Engine& runner, int relay) {
                       const bool blinks = Has(runner.BlinkingRelays(), relay);
-                      return blinks ? State{BlinkPhase(), "blinks"} : onOff(runner.Relay(relay));
+                      return blinks ? State{BlinkPhase(Source.Pace().Computer()), "blinks"}
+                                    : onOff(runner.Relay(relay));
                     },
                     [this](int relay) { Source.SetRelay(relay, !Source.Relay(relay)); }};
   const Kind groups{"Group", settings.Names.Group,

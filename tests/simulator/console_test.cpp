@@ -64,7 +64,7 @@ TEST(SimulatorConsole, EveryCommandStandsInThePagesAboutIt) {
   ASSERT_TRUE(file.open(QIODevice::ReadOnly));
   const QString page =
       QString(file.readAll()).section("## Typed commands", 1).section("\n## ", 0, 0);
-  const QString help = QString::fromStdString(ParseCommandLine({"panel", "--help"}).Say);
+  const QString help = QString::fromStdString(ParseCommandLine({"panel", "--help"}).Say.value());
   const QString commands = help.section("Typed commands:\n", 1).section("\n\n", 0, 0);
   EXPECT_GT(commands.count('\n'), 20);
   for (const QString& line : commands.split('\n')) {

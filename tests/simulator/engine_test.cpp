@@ -292,26 +292,29 @@ TEST(EngineTest, ItsClockRunsStandsJumpsAndSteps) {
   Engine engine(memory);
   const std::int64_t day = DayOf({2026, 3, 2}) * DayMs;
   engine.PowerOn(engine.Days().FromWall(day));
-  PanelClock clock(engine, 1000);
-  clock.SetSpeed(3600, 1000);
-  clock.Tick(2000);
+  QDateTime computer(QDate(2020, 5, 17), QTime(6, 0), Qt::UTC);
+  PanelClock clock(engine, [&computer] { return computer; });
+  clock.SetSpeed(3600);
+  computer = computer.addSecs(1);
+  clock.Tick();
   EXPECT_EQ(engine.Wall(), day + HourMs);
-  clock.SetSpeed(0, 2000);
-  clock.Tick(9000);
+  clock.SetSpeed(0);
+  computer = computer.addSecs(7);
+  clock.Tick();
   EXPECT_EQ(engine.Wall(), day + HourMs);
   EXPECT_EQ(engine.NextRow(7 * HourMs), std::nullopt);
   EXPECT_EQ(engine.NextRow(8 * HourMs), engine.Days().FromWall(day + 9 * HourMs));
   EXPECT_TRUE(clock.Step());
   EXPECT_EQ(engine.Wall(), day + 9 * HourMs);
   EXPECT_TRUE(engine.Relay(4));
-  clock.JumpTo(day + 8 * HourMs);  // back: the day begins anew
+  clock.JumpTo(DateTimeOf(day + 8 * HourMs));  // back: the day begins anew
   EXPECT_FALSE(engine.Relay(4));
   // The settings change: the clock stays, and what is new holds at once.
   SetTimer(memory, 6, 8, 30);
   memory.SetByte(map::DSTEnabled, 0);
   engine.AdvanceTo(engine.Now());
   EXPECT_EQ(engine.Wall(), day + 8 * HourMs);
-  clock.JumpTo(day + 8 * HourMs + 30 * MinuteMs);
+  clock.JumpTo(DateTimeOf(day + 8 * HourMs + 30 * MinuteMs));
   EXPECT_TRUE(engine.Relay(4));
 }
 

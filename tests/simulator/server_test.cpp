@@ -287,6 +287,7 @@ TEST(SimulatorLog, WritesALineAFrame) {
   QTemporaryDir folder;
   Options options = PanelThread::TcpOptions();
   options.LogFile = folder.path() + "/frames.log";
+  options.Now = [] { return QDateTime(QDate(2026, 1, 15), QTime(12, 0)); };
   ASSERT_TRUE(QFile(options.LogFile).open(QIODevice::WriteOnly)) << "with everybody's permissions";
   options.Faults = {ParseFault("lost@2")};
   PanelThread panel(options);
@@ -299,7 +300,7 @@ TEST(SimulatorLog, WritesALineAFrame) {
   ASSERT_TRUE(file.open(QIODevice::ReadOnly));
   const QStringList lines = QString(file.readAll()).split('\n');
   ASSERT_EQ(lines.size(), 9) << lines.join('\n').toStdString();
-  EXPECT_TRUE(lines[0].endsWith(" tcp > [000704FB]")) << lines[0].toStdString();
+  EXPECT_EQ(lines[0], "2026-01-15 12:00:00.000 tcp > [000704FB]");
   EXPECT_TRUE(lines[1].contains(" tcp < [Relays   ")) << lines[1].toStdString();
   EXPECT_TRUE(lines[1].contains("\\x0101 LOBBY      \\x03")) << lines[1].toStdString();
   EXPECT_TRUE(lines[3].endsWith(" tcp - reply withheld"));

@@ -163,6 +163,8 @@ TEST_F(PanelWindowTest, TheClockRunsStandsStepsAndJumps) {
   auto& coming = Of<QListWidget>("coming");
   coming.itemActivated(coming.item(0));
   EXPECT_EQ(Time(), "Saturday 2026-01-17 08:00:00");
+  Trigger("The Computer's Time");
+  EXPECT_EQ(Time(), "Thursday 2026-01-15 12:01:06");
 }
 
 TEST_F(PanelWindowTest, ThePictureShowsADayAndGoesToAMoment) {
