@@ -155,6 +155,8 @@ TEST_F(CopyFillTest, ARefusedPasteChangesNothingAndSaysWhatMayStandThere) {
   Focus("lblControl", PanelIOCount() - 1);
   Paste("No Action\nNo Action");
   EXPECT_TRUE(News().contains("1 rows")) << qPrintable(News());
+  QApplication::clipboard()->clear();
+  Key(Qt::Key_V, Qt::ControlModifier);
   EXPECT_EQ(PanelRecord.InputRelayControl(0, 0), 0);
   EXPECT_EQ(DataChanged, 0);
 

@@ -164,7 +164,9 @@ QString Refused(const QString& why) {
 void RowGrid::PasteCells() {
   std::vector<QStringList> rows = ClipboardRows();
   const std::vector<Cell> selected = Selected();
-  if (selected.empty() || !QApplication::clipboard()->mimeData()->hasText()) return;
+  // A clipboard that nobody has filled may have no data at all.
+  const QMimeData* held = QApplication::clipboard()->mimeData();
+  if (selected.empty() || !held || !held->hasText()) return;
   Cell cell = selected[0];
   std::vector<int> columns;
   for (Cell to = cell; to.Column < static_cast<int>(options_.size()); ++to.Column) {
