@@ -114,9 +114,12 @@ TEST_F(KeptWorkTest, CopiesAreTheirOwnersAloneAndAFullDiskIsTold) {
   EXPECT_FALSE(QFileInfo(copy.path()).permissions() & (others | QFile::ExeGroup | QFile::ExeOther));
 
   // A full disk: neither a copy of its own, nor is the one that it takes up removed.
-  LeaveWork(NoFileName, 2);
+  LeaveWork(folder.filePath(QString(200, u'W') + ".T3"), 2);
   Menu("mnuNew");
   ASSERT_EQ(Copies().size(), 1);
+  for (const char* link : {"lblTakeUp", "lblDelete"}) {
+    EXPECT_GE(Cell(link, 0).width(), Cell(link, 0).sizeHint().width()) << "beside a long name";
+  }
   rlimit limit{};
   getrlimit(RLIMIT_FSIZE, &limit);
   const auto previous = std::signal(SIGXFSZ, SIG_IGN);
@@ -174,7 +177,10 @@ TEST_F(KeptWorkTest, WhatADeadProgramLeftIsOfferedTakenUpAndDeleted) {
   Click(Cell("lblTakeUp", 0));
   EXPECT_EQ(PanelRecord.RelayTimerType(5), 0) << "the rules of Open";
   Menu("mnuNew");
+  PanelRecord.RelayTimerType(5) = 6;
+  ForgetUnsavedWork();
   Click(Cell("lblTakeUp", 0));
+  EXPECT_TRUE(FindKeptWork().empty()) << "kept anew, though it equals what was settled before";
   EXPECT_EQ(PanelRecord.RelayTimerType(5), 6);
   EXPECT_EQ(CurrentFileName, hall);
   EXPECT_EQ(DataChanged, -1);

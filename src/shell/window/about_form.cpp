@@ -104,12 +104,18 @@ void frmT3About::AddKeptWork() {
     labels.Add(label, QString::fromLatin1(name));
     return label;
   };
-  add(lblKeptWork, "lblKeptWork", "")->SetLook(Label::Look::Quiet);
+  Label* told = add(lblKeptWork, "lblKeptWork", "");
+  told->SetLook(Label::Look::Quiet);
+  told->SetElideMode(Qt::ElideMiddle);
   Label* takeUp = add(lblTakeUp, "lblTakeUp", "Take Them Up");
   takeUp->Click = [this, index] { lblTakeUp_Click(index); };
   Label* remove = add(lblDelete, "lblDelete", "Delete Them");
   remove->Click = [this, index] { lblDelete_Click(index); };
-  for (Label* link : {takeUp, remove}) link->SetLook(Label::Look::WebLink);
+  for (Label* link : {takeUp, remove}) {
+    link->SetLook(Label::Look::WebLink);
+    // However long the file's name is.
+    link->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  }
   row->addStretch(1);
 }
 
