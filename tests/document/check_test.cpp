@@ -173,6 +173,11 @@ std::vector<Fault> Faults() {
          FennlinkRecords(62).DeviceType = 1;
          FennlinkRecords(62).DeviceRelayControl(0, 1) = 3;
        }},
+      {"stale-actions", "FL 40",
+       [&] {
+         FennlinkRecords(64).DeviceType = 1;
+         FennlinkRecords(64).DeviceRelayControl(0, 1) = 3;
+       }},
       {"module-settings", "PANEL", [&] { p.ModBusBaud = 2; }},
       {"sweep-leaves", "PANEL", [&] { p.OffHoursSweepRelay(2) = 0; }},
       {"shared-channel", "PANEL",
@@ -251,6 +256,18 @@ TEST(CheckTest, WhatIsJustRightIsNotTold) {
       [&] { p.GroupName(1) = p.GroupName(SpareItem) = "STAIRS"; },
       [&] { p.DMXChannel(SpareItem) = 5; },
       [&] { p.OffHoursSweepRelay(SpareItem) = -1; },
+      [&] { p.OffHoursSweepRelay(40) = -1; },
+      [&] { p.PresetRelayControl(0, 40) = 1; },
+      [&] { p.TimerTimeType(0) = 24; },
+      [&] {
+        p.TimerTimeType(0) = 24;
+        p.Latitude = 45;
+        p.Longitude = 91;
+      },
+      [&] {
+        for (const int date : {27, 28}) p.DateOpenTime(1, date) = 20;
+        for (const int date : {27, 28}) p.DateCloseTime(1, date) = 60;
+      },
       [] { DimSetMin(0, 1, DimGetMax(0, 1)); },
       [] {
         DimSetTrackMode(0, 0, Track3Point);
