@@ -24,6 +24,7 @@
 #include "document/find_dialog.h"
 #include "document/rules/check/check.h"
 #include "link/connect_form.h"
+#include "link/panel_link.h"
 #include "panel/live_project.h"
 #include "panel/project_file.h"
 #include "schedule/astro_clock_form.h"
@@ -200,6 +201,7 @@ const std::vector<ScreenEntry>& ScreenTable() {
 }
 
 ProgramScreens AllScreens() {
+  AttachLine();
   ErrorsOfProject = [] {
     const std::vector<Finding> findings =
         CheckProject(LiveProject, {.FileEndsEarly = FileEndsEarly()});

@@ -7,5 +7,5 @@
 const std::vector<MenuEntry>& MenuTable();
 const std::vector<ScreenEntry>& ScreenTable();
 
-/// Both, for the main window; gives the connection screen the check, too.
+/// Both, for the main window; gives the line the window and the connection screen the check, too.
 ProgramScreens AllScreens();

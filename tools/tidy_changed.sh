@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 most=8
 cmake --preset tidy >/dev/null
-cmake --build build/tidy --target tamberloom_core_autogen tamberloom_app_autogen >/dev/null
+cmake --build build/tidy --target tamberloom_core_autogen tamberloom_line_autogen tamberloom_app_autogen >/dev/null
 last=$(git log -1 --format=%ct)
 git log --since=$((last - 86400)) --name-only --format= -- 'src/*.cpp' 'simulator/*.cpp' |
   awk '!seen[$0]++' | while read -r file; do [ -e "$file" ] && echo "$file"; done | head -n $most |

@@ -2,8 +2,9 @@
 
 #include "dimmer/dimmer_lists.h"
 #include "dimmer/dimmer_output_form.h"
+#include "line/panel_commands.h"
+#include "link/panel_link.h"
 #include "link/panel_queue.h"
-#include "link/panel_transact.h"
 #include "panel/dimmer_fields.h"
 #include "panel/dimmer_words.h"
 #include "panel/live_dimmers.h"
@@ -124,13 +125,13 @@ void frmT3DimmerOutput::ShowLiveLevels() {
 
 void frmT3DimmerOutput::DimStsUpdate() {
   if (chkEnabled->Value() == 0 || Connected == 0) return;
-  if (PanelTransact("49", 100, 4) == 0) {
+  const std::optional<DimmerLevels> levels = ReadDimmerLevels();
+  if (!levels) {
     PanelConnectionLost();
     return;
   }
   for (int out = 0; out < DimmerOutputCount; ++out) {
-    const int level = ReplyByte((Dev * DimmerOutputCount + out) * 2 + 2);
-    lblShowLevels(out).SetCaption(QStringLiteral("%1%").arg(ShownPercent(level)));
+    lblShowLevels(out).SetCaption(QStringLiteral("%1%").arg(ShownPercent((*levels)(out, Dev))));
   }
 }
 

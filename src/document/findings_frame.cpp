@@ -11,9 +11,9 @@
 #include "document/go_to_item.h"
 #include "document/rehearse.h"
 #include "document/rules/report/report_writer.h"
-#include "link/panel_memory.h"
+#include "line/transfer.h"
+#include "link/panel_link.h"
 #include "link/panel_queue.h"
-#include "link/panel_transact.h"
 #include "panel/defaults.h"
 #include "panel/difference.h"
 #include "panel/live_project.h"
@@ -162,30 +162,24 @@ void FindingsFrame::ComparePanel() {
     EnableMainMenus();
   });
   const auto memory = std::make_unique<PanelImageType>();
-  ImageSum sum;
   Stopwatch shown;
-  for (int block = 0; block < ImageBlockCount; ++block) {
-    if (!ReadPanelBlock(block, *memory, sum)) {
-      PanelConnectionLost();
-      return;
-    }
-    if (shown.ElapsedMs() < pictureMs) continue;
+  const auto show = [&](int block) {
+    if (shown.ElapsedMs() < pictureMs) return;
     shown.Restart();
-    lblFound->SetCaption(
-        QStringLiteral("Reading block %1 of %2").arg(block + 1).arg(ImageBlockCount));
+    lblFound->SetCaption(QStringLiteral("Reading block %1 of %2").arg(block).arg(ImageBlockCount));
     QCoreApplication::processEvents();
-    if (!reading_) {
+  };
+  switch (FetchImage(*memory, {.Cancelled = [this] { return !reading_; }, .Block = show})) {
+    case TransferOutcome::Complete:
+      break;
+    case TransferOutcome::Cancelled:
       lblFound->SetCaption(QStringLiteral("Cancelled"));
       return;
-    }
-  }
-  const std::optional<Int32> panelSum = PanelMemorySum();
-  if (!panelSum) {
-    PanelConnectionLost();
-    return;
-  }
-  if (*panelSum != sum.Value()) {
-    throw RunTimeFailure("The panel's memory was not read as it is. Please compare again.");
+    case TransferOutcome::SumDiffers:
+      throw RunTimeFailure("The panel's memory was not read as it is. Please compare again.");
+    default:
+      PanelConnectionLost();
+      return;
   }
   ShowDifferences(AsPanelKeeps(LiveProject), UploadedOver(LiveProject, *memory, true),
                   QStringLiteral("Panel"));

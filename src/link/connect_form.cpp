@@ -3,8 +3,8 @@
 #include <QApplication>
 #include <QShortcut>
 
+#include "line/line_kinds.h"
 #include "link/panel_queue.h"
-#include "link/transport.h"
 #include "panel/code_page.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
@@ -36,7 +36,9 @@ frmT3Connect::frmT3Connect() : ChildForm(Screen::Connect, QStringLiteral("Connec
 
 /// One that was unloaded goes when its successor may have the link already.
 frmT3Connect::~frmT3Connect() {
-  if (linked) Link = {};
+  if (!linked) return;
+  Link = {};
+  Line.Stage = nullptr;
 }
 
 void frmT3Connect::Form_Load() {
@@ -64,6 +66,7 @@ void frmT3Connect::Form_Load() {
   Timer1 = new Timer(this, "Timer1", 250);
   Timer1->Tick = [this] { Timer1_Timer(); };
   linked = true;
+  Line.Stage = [this](LineStage stage) { ShowStage(stage); };
   Link.DisconnectQZ = [this] { DisconnectQZ(); };
   Link.PutsOffClose = [this] { return PutsOffClose(); };
   Link.MayLeave = [this] { return MayLeave(); };
@@ -79,8 +82,8 @@ QWidget* frmT3Connect::BuildSettings() {
   auto* lines = new QVBoxLayout(frame);
 
   auto* types = new QHBoxLayout;
-  for (const char* caption : {"USB", "Modem", "TCP-IP"}) {
-    auto* box = new CheckBox(QString::fromLatin1(caption));
+  for (const LineKind& kind : LineKinds) {
+    auto* box = new CheckBox(QString::fromLatin1(kind.Caption));
     types->addWidget(box);
     const int index = chkConnectionType.Count();
     box->Click = [this, index] { chkConnectionType_MouseUp(index); };
@@ -93,7 +96,7 @@ QWidget* frmT3Connect::BuildSettings() {
   grid->setContentsMargins(0, 0, 0, 0);
   constexpr int rows = 8;
   for (int i = 0; i < ComPortCount; ++i) {
-    auto* option = new OptionButton(QStringLiteral("COM%1").arg(i + 1));
+    auto* option = new OptionButton(ComPortName(i + 1));
     grid->addWidget(option, i % rows, i / rows);
     optComPort.Add(option, QStringLiteral("optComPort"));
   }
@@ -300,6 +303,7 @@ void frmT3Connect::Form_Hide() {
 void frmT3Connect::Form_Unload() {
   Form_Hide();
   Link = {};
+  Line.Stage = nullptr;
   linked = false;
 }
 
@@ -308,15 +312,14 @@ void frmT3Connect::FindComPorts() {
   for (int i = 0; i < ComPortCount; ++i) {
     PortPresent(i) = 0;
     try {
-      comQZ().SetCommPort(i + 1);
-      comQZ().SetPortOpen(true);
-      comQZ().SetPortOpen(false);
+      comQZ().Open({.Port = ComPortName(i + 1)});
+      comQZ().Close();
       PortPresent(i) = -1;
     } catch (const TransportFailure&) {
       // The port is not offered.
     }
     optComPort(i).setEnabled(PortPresent(i) != 0);
-    optComPort(i).setToolTip(ComPortDescription(i + 1));
+    optComPort(i).setToolTip(PortDescription(ComPortName(i + 1)));
   }
 }
 
@@ -334,11 +337,18 @@ void frmT3Connect::SelectComPort() {
 void frmT3Connect::ShowConnectionType() {
   const int type = ConnectionType();
   for (int i = 0; i < chkConnectionType.Count(); ++i) chkConnectionType(i).ShowValue(i == type);
-  lblPhoneNumber->setVisible(type == ConnectionModem);
-  txtPhoneNumber->setVisible(type == ConnectionModem);
-  lblTCPIP->setVisible(type == ConnectionTCP);
-  txtTCPIP->setVisible(type == ConnectionTCP);
-  comPorts->setVisible(type != ConnectionTCP);
+  // A code beyond the table has none of the boxes on, and shows no address.
+  const int fields = type >= 0 && type < chkConnectionType.Count()
+                         ? LineKindOf(ConnectionType()).Fields
+                         : LineKind::Port;
+  for (QWidget* control :
+       {static_cast<QWidget*>(lblPhoneNumber), static_cast<QWidget*>(txtPhoneNumber)}) {
+    control->setVisible((fields & LineKind::PhoneNumber) != 0);
+  }
+  for (QWidget* control : {static_cast<QWidget*>(lblTCPIP), static_cast<QWidget*>(txtTCPIP)}) {
+    control->setVisible((fields & LineKind::Host) != 0);
+  }
+  comPorts->setVisible((fields & LineKind::Port) != 0);
 }
 
 void frmT3Connect::ShowSettingsEnabled(bool enabled) {

@@ -4,7 +4,11 @@
 #include <QPointer>
 #include <QProgressBar>
 
-#include "link/com_port.h"
+#include "line/com_port.h"
+#include "line/line_hooks.h"
+#include "line/panel_replies.h"
+#include "line/transfer.h"
+#include "line/transport.h"
 #include "panel/live_project.h"
 #include "panel/panel_image.h"
 #include "panel/stopwatch.h"
@@ -72,14 +76,9 @@ class frmT3Connect : public ChildForm {
   void SelectComPort();
   void ShowSettingsEnabled(bool enabled);
 
-  void OpenSerial();
-  void OpenModem();
-  void OpenSocket();
-  void ReadFirmware(const QString& trouble);
-  void ConnectWith(void (frmT3Connect::*open)());
+  void ConnectOrDisconnect();
   void ConnectFailed(const QString& trouble);
-  void HangUp();
-  void CloseTransports();
+  void ShowStage(LineStage stage);
   void ShowModemBanner(const QString& text, QRgb color);
   void ShowTrouble(const QString& text);
 
@@ -87,21 +86,19 @@ class frmT3Connect : public ChildForm {
   void ReturnOnLine();
   void ShowErrorsOfProject();
   void ShowActivity(const QString& text);
-  void ShowProgress(const char* action, int block);
   void ShowBlock(const char* action, int block);
   bool CancelPressed();
   bool PutsOffClose();
   bool MayLeave();
   void CloseWindowIfAsked();
-  PasswordDigits PassWord() const;
+  static PasswordDigits DigitsOf(const ControlArray<TextBox>& boxes);
   bool PassWordAccepted();
   bool ChangePassWord();
-  Int16 SendImage();
-  Int16 FetchImage();
-  Int16 CompareSums(Int32 sum);
+  TransferOutcome Transfer(const char* action,
+                           const std::function<TransferOutcome(const TransferWatch&)>& run);
   void UploadAnswered();
   void ClearHostData(bool showPorts);
-  void CheckHardware(Int16 addOnType);
+  void CheckHardware(Int16 cardType);
 
   std::string PanelFirmwareText;
   Int16 CancelRequested = 0;
@@ -111,7 +108,6 @@ class frmT3Connect : public ChildForm {
   Stopwatch progressShown;
   bool pictureDue = false;
   QPointer<QWidget> leftFrom;  ///< The function that the password or a transfer belongs to.
-  Int16 ModemHangUpRequired = 0;
   FixedArray<Int16, ComPortCount + 1> PortPresent;
   Int16 HardwareChecked = 0;
 

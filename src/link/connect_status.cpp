@@ -1,10 +1,12 @@
+#include <algorithm>
+#include <tuple>
+
+#include "line/panel_commands.h"
 #include "link/connect_form.h"
 #include "link/panel_display.h"
+#include "link/panel_link.h"
 #include "link/panel_queue.h"
-#include "link/panel_transact.h"
 #include "panel/code_page.h"
-#include "panel/format.h"
-#include "panel/hex.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/stopwatch.h"
@@ -33,10 +35,6 @@ QString ClockText(int hour, int minute, int second) {
          (afternoon ? QStringLiteral(" PM") : QStringLiteral(" AM"));
 }
 
-Int32 ReplyDigit(int position) {
-  return ParseHexByte(ReplyMid(position, 1));
-}
-
 }  // namespace
 
 void frmT3Connect::LoadRevLabels() {
@@ -63,60 +61,50 @@ void frmT3Connect::cmdRefresh_Click() {
 
 void frmT3Connect::ReadQZStatus() {
   if (Connected == 0) return;
-  if (PanelTransact("01", 34, 5) == 0) {
+  const std::optional<PanelStatus> status = ReadPanelStatus();
+  if (!status) {
     PanelConnectionLost();
     return;
   }
   lblReadAt->SetCaption(Now().toString(QStringLiteral("'Read at' hh:mm:ss")));
-  lblPanelTime->SetCaption(ClockText(ReplyByte(2), ReplyByte(4), ReplyByte(6)));
-  const std::string_view day = Word(WeekdayNames, ReplyDigit(14));
+  lblPanelTime->SetCaption(ClockText(status->Hour, status->Minute, status->Second));
+  const std::string_view day = Word(WeekdayNames, status->Weekday);
   if (!day.empty()) weekday = ToUnicode(ShortName(day)) + u' ';
-  lblPanelDate->SetCaption(weekday + TwoDigits(ReplyByte(8)) + u'/' + TwoDigits(ReplyByte(10)) +
-                           u'/' + TwoDigits(ReplyByte(12)));
-  lblIOInstalled->SetCaption(TwoDigits(ReplyByte(16)) + QStringLiteral(" Inputs/Relays"));
-  const auto addOnType = static_cast<Int16>(ReplyDigit(19));
-  lblAddOnCardTypeRev->SetCaption(AddOnCardText(addOnType, ReplyDigit(20)));
+  lblPanelDate->SetCaption(weekday + TwoDigits(status->Month) + u'/' + TwoDigits(status->Day) +
+                           u'/' + TwoDigits(status->Year));
+  lblIOInstalled->SetCaption(TwoDigits(status->Points) + QStringLiteral(" Inputs/Relays"));
+  lblAddOnCardTypeRev->SetCaption(AddOnCardText(status->CardType, status->CardRevision));
   if (HardwareChecked != 0) return;
   HardwareChecked = -1;
-  CheckHardware(addOnType);
+  CheckHardware(static_cast<Int16>(status->CardType));
 }
 
 /// Offers to adopt the panel's hardware where the document has another.
-void frmT3Connect::CheckHardware(Int16 addOnType) {
-  if (PanelTransact("311FF00B", 28, 2) == 0) {
+void frmT3Connect::CheckHardware(Int16 cardType) {
+  const std::optional<PointCounts> counts = ReadPointCounts();
+  if (!counts) {
     PanelConnectionLost();
     return;
   }
-  std::array<Int16, NodeCount> counts{};
-  bool differs = addOnType != PanelRecord.AddOnModuleType;
-  for (int node = 0; node < NodeCount; ++node) {
-    const auto count = static_cast<Int16>(ReplyByte(2 + 2 * node));
-    counts[static_cast<std::size_t>(node)] = count;
-    differs = differs || count != PanelRecord.IOCount(node);
-  }
-  if (!differs || MsgBox(QStringLiteral("Host I/O Configuration Does Not Match Panel Hardware.\n"
-                                        "Change Host Configuration To Match Panel?"),
-                         MsgIcon::Question, ProgramTitle, MsgButtons::YesNo) != MsgAnswer::Yes) {
+  // The project has one element more, which is no node's.
+  const auto own = std::begin(PanelRecord.IOCount.elements);
+  if (cardType == PanelRecord.AddOnModuleType && std::equal(counts->begin(), counts->end(), own)) {
     return;
   }
-  for (int node = 0; node < NodeCount; ++node) {
-    PanelRecord.IOCount(node) = counts[static_cast<std::size_t>(node)];
+  if (MsgBox(QStringLiteral("Host I/O Configuration Does Not Match Panel Hardware.\n"
+                            "Change Host Configuration To Match Panel?"),
+             MsgIcon::Question, ProgramTitle, MsgButtons::YesNo) != MsgAnswer::Yes) {
+    return;
   }
-  PanelRecord.AddOnModuleType = addOnType;
+  std::copy(counts->begin(), counts->end(), own);
+  PanelRecord.AddOnModuleType = cardType;
   DataChanged = -1;
 }
 
 void frmT3Connect::cmdSetQZClock_Click() {
   AskPanel([this] {
     Timer1->SetEnabled(false);
-    const QDateTime now = Now();
-    const QTime time = now.time();
-    const QDate date = now.date();
-    constexpr int daysOfWeek = 7;  // Sunday is 7 in Qt and 0 on the wire.
-    PanelTransact("00" + HexByte(time.hour()) + HexByte(time.minute()) + HexByte(date.month()) +
-                      HexByte(date.day()) + HexByte(date.year() % 100) +
-                      NumberText(date.dayOfWeek() % daysOfWeek),
-                  4, 4);
+    std::ignore = SetPanelClock(Now());
     if (Connected != 0) Timer1->SetEnabled(true);
   });
 }

@@ -3,14 +3,12 @@
 #include <algorithm>
 #include <utility>
 
+#include "line/panel_commands.h"
 #include "link/connect_form.h"
-#include "link/panel_memory.h"
+#include "link/panel_link.h"
 #include "link/panel_queue.h"
-#include "link/panel_transact.h"
-#include "link/transport.h"
 #include "panel/code_page.h"
 #include "panel/defaults.h"
-#include "panel/hex.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/project_file.h"
@@ -18,29 +16,9 @@
 
 namespace {
 
-// What comes of a transfer: these, or the number of an error that the user is told.
-constexpr Int16 Complete = 0;
-constexpr Int16 Cancelled = -1;
-constexpr Int16 BlockNotWritten = 1;
-constexpr Int16 SumDiffers = 2;
-constexpr Int16 NoSum = 3;
-constexpr Int16 BlockNotRead = 19;
-
 const QString PanelHalfNew = QStringLiteral(
     "\nTamberloom 3 Controller May Not Function\nProperly Until A Download Is Complete.");
 const QString DownloadCancelled = QStringLiteral("Manual Download Cancel.") + PanelHalfNew;
-
-/// A block of zeros costs ten characters in place of 128.
-std::string WriteCommand(int block) {
-  const int address = block * ImageBlockSize;
-  const auto* first = &PanelImage(address);
-  if (std::all_of(first, first + ImageBlockSize, [](Int16 element) { return element == 0; })) {
-    return "36" + HexWord(address) + HexWord(address + ImageBlockSize - 1);
-  }
-  std::string command = "30" + HexWord(address) + HexByte(ImageBlockSize - 1);
-  for (int i = 0; i < ImageBlockSize; ++i) command += HexByte(PanelImage(address + i));
-  return command;
-}
 
 /// What is left at the pace so far; nothing until there is a pace.
 QString TimeLeft(qint64 elapsedMs, int block) {
@@ -111,24 +89,18 @@ void frmT3Connect::ShowActivity(const QString& text) {
   pbActivityProgress->setVisible(true);
 }
 
-/// What stands there is right whenever a block has to wait for its reply; of those that pass at
-/// once as many as an eye can follow.
-void frmT3Connect::ShowProgress(const char* action, int block) {
-  BeforeLongWait = [this, action, block] { ShowBlock(action, block); };
-  const bool end = block == 1 || block == ImageBlockCount;
-  if (!pictureDue && !end) return;
-  progressShown.Restart();
-  ShowBlock(action, block);
-  lblActivityProgress->repaint();
-}
-
+/// The words and the bar tell the block under way; they are painted as often as an eye can follow.
 void frmT3Connect::ShowBlock(const char* action, int block) {
   lblActivityProgress->SetCaption(QStringLiteral("%1 Block %2 Of %3")
                                       .arg(QLatin1String(action))
                                       .arg(block)
                                       .arg(ImageBlockCount));
   pbActivityProgress->setValue(block);
+  const bool end = block == 1 || block == ImageBlockCount;
+  if (!pictureDue && !end) return;
+  progressShown.Restart();
   lblTimeLeft->SetCaption(TimeLeft(transferTime.ElapsedMs(), block));
+  lblActivityProgress->repaint();
 }
 
 /// A user who closes the window while a block is under way is asked at the top of the next one.
@@ -191,36 +163,29 @@ void frmT3Connect::cmdPassWordContinue_Click() {
   });
 }
 
-PasswordDigits frmT3Connect::PassWord() const {
+PasswordDigits frmT3Connect::DigitsOf(const ControlArray<TextBox>& boxes) {
   PasswordDigits digits{};
-  for (int i = 0; i < txtPassWord.Count(); ++i) {
-    digits[static_cast<std::size_t>(i)] = static_cast<Int16>(txtPassWord(i).Text().toInt());
+  for (int i = 0; i < boxes.Count(); ++i) {
+    digits[static_cast<std::size_t>(i)] = static_cast<Int16>(boxes(i).Text().toInt());
   }
   return digits;
 }
 
 /// Compares here: a panel tells its password to any caller.
 bool frmT3Connect::PassWordAccepted() {
-  if (PanelTransact("311F7A05", 16, 4) == 0) {
+  const std::optional<PasswordDigits> panels = ReadPassWord();
+  if (!panels) {
     PanelConnectionLost();
     return false;
   }
-  const PasswordDigits typed = PassWord();
-  for (int i = 0; i < txtPassWord.Count(); ++i) {
-    if (ReplyByte(2 + 2 * i) == typed[static_cast<std::size_t>(i)]) continue;
-    MsgBox(QStringLiteral("Password Invalid.\nDownload Denied."), MsgIcon::Critical, ProgramTitle);
-    return false;
-  }
-  return true;
+  if (*panels == DigitsOf(txtPassWord)) return true;
+  MsgBox(QStringLiteral("Password Invalid.\nDownload Denied."), MsgIcon::Critical, ProgramTitle);
+  return false;
 }
 
 bool frmT3Connect::ChangePassWord() {
   if (chkChangePanelPassWord->Value() == 0) return true;
-  std::string command = "301F7A05";
-  for (int i = 0; i < txtNewPassWord.Count(); ++i) {
-    command += HexByte(txtNewPassWord(i).Text().toInt());
-  }
-  if (PanelTransact(command, 4, 4) == 0) {
+  if (!WritePassWord(DigitsOf(txtNewPassWord))) {
     PanelConnectionLost();
     return false;
   }
@@ -229,48 +194,46 @@ bool frmT3Connect::ChangePassWord() {
   return true;
 }
 
-void frmT3Connect::DownLoadSettings() {
-  const Int16 outcome = SendImage();
-  if (outcome == Complete) {
-    MsgBox(QStringLiteral("Download Complete"), MsgIcon::None, QStringLiteral("Download"));
-  } else if (outcome == Cancelled) {
-    MsgBox(DownloadCancelled, MsgIcon::Exclamation, QStringLiteral("Download"));
-  } else {
-    MsgBox(QStringLiteral("Download Error: %1").arg(outcome) + PanelHalfNew, MsgIcon::Critical,
-           QStringLiteral("Error"));
-  }
-}
-
-Int16 frmT3Connect::SendImage() {
+/// Runs a transfer with the menus locked and its progress on show.
+TransferOutcome frmT3Connect::Transfer(
+    const char* action, const std::function<TransferOutcome(const TransferWatch&)>& run) {
   MasterMDIMenuDisable();
   const auto menus = qScopeGuard([this] {
-    BeforeLongWait = nullptr;
     writing = Writing::Nothing;
     MasterMDIMenuEnable();
   });
   CancelRequested = 0;
-  BuildPanelImage(PassWord());
-  ImageSum sum;
-  for (int block = 0; block < ImageBlockCount; ++block) {
-    writing = Writing::TopOfBlock;
-    CloseWindowIfAsked();
-    if (CancelPressed()) return Cancelled;
-    writing = Writing::Block;
-    for (int i = 0; i < ImageBlockSize; ++i) sum.Add(PanelImage(block * ImageBlockSize + i));
-    ShowProgress("Downloading", block + 1);
-    if (PanelTransact(WriteCommand(block), 4, 4) == 0) return BlockNotWritten;
-  }
-  writing = Writing::Nothing;
-  return CompareSums(sum.Value());
+  return run({.Cancelled = [this] { return CancelPressed(); },
+              .Block = [this, action](int block) { ShowBlock(action, block); },
+              .Sum =
+                  [this] {
+                    writing = Writing::Nothing;
+                    lblActivityProgress->SetCaption(QStringLiteral("Verify Checksum"));
+                    lblActivityProgress->repaint();
+                  }});
 }
 
-Int16 frmT3Connect::CompareSums(Int32 sum) {
-  BeforeLongWait = nullptr;
-  lblActivityProgress->SetCaption(QStringLiteral("Verify Checksum"));
-  lblActivityProgress->repaint();
-  const std::optional<Int32> panelSum = PanelMemorySum();
-  if (!panelSum) return NoSum;
-  return *panelSum == sum ? Complete : SumDiffers;
+void frmT3Connect::DownLoadSettings() {
+  const TransferOutcome outcome = Transfer("Downloading", [this](TransferWatch watch) {
+    // A user who closes the window is asked between two blocks.
+    watch.Cancelled = [this, pressed = watch.Cancelled] {
+      writing = Writing::TopOfBlock;
+      CloseWindowIfAsked();
+      const bool cancelled = pressed();
+      writing = Writing::Block;
+      return cancelled;
+    };
+    BuildPanelImage(DigitsOf(txtPassWord));
+    return SendImage(PanelImage, watch);
+  });
+  if (outcome == TransferOutcome::Complete) {
+    MsgBox(QStringLiteral("Download Complete"), MsgIcon::None, QStringLiteral("Download"));
+  } else if (outcome == TransferOutcome::Cancelled) {
+    MsgBox(DownloadCancelled, MsgIcon::Exclamation, QStringLiteral("Download"));
+  } else {
+    MsgBox(QStringLiteral("Download Error: %1").arg(static_cast<int>(outcome)) + PanelHalfNew,
+           MsgIcon::Critical, QStringLiteral("Error"));
+  }
 }
 
 void frmT3Connect::cmdUpLoadFromT2_Click() {
@@ -315,43 +278,30 @@ void frmT3Connect::UploadAnswered() {
   CheckLoadedData();
 }
 
+/// The document is touched only once the sum agrees.
 void frmT3Connect::UpLoadSettings() {
-  const Int16 outcome = FetchImage();
-  if (outcome == Complete) {
+  const TransferOutcome outcome = Transfer("Uploading", [](const TransferWatch& watch) {
+    const TransferOutcome fetched = FetchImage(PanelImage, watch);
+    if (fetched == TransferOutcome::Complete) {
+      ApplyPanelImage();
+      DataChanged = -1;
+    }
+    return fetched;
+  });
+  if (outcome == TransferOutcome::Complete) {
     MsgBox(QStringLiteral("Upload Complete"), MsgIcon::None, QStringLiteral("Upload"));
     return;
   }
   const QString cleared = QStringLiteral("\nAll Host Data Cleared.");
-  if (outcome == Cancelled) {
+  const bool cancelled = outcome == TransferOutcome::Cancelled;
+  if (cancelled) {
     MsgBox(QStringLiteral("Manual Upload Cancel.") + cleared, MsgIcon::Exclamation,
            QStringLiteral("Upload"));
   } else {
-    MsgBox(QStringLiteral("Upload Error: %1").arg(outcome) + cleared, MsgIcon::Critical,
-           QStringLiteral("Error"));
+    MsgBox(QStringLiteral("Upload Error: %1").arg(static_cast<int>(outcome)) + cleared,
+           MsgIcon::Critical, QStringLiteral("Error"));
   }
-  ClearHostData(outcome == Cancelled);
-}
-
-/// The document is touched only once the sum agrees.
-Int16 frmT3Connect::FetchImage() {
-  MasterMDIMenuDisable();
-  const auto menus = qScopeGuard([this] {
-    BeforeLongWait = nullptr;
-    MasterMDIMenuEnable();
-  });
-  CancelRequested = 0;
-  ImageSum sum;
-  for (int block = 0; block < ImageBlockCount; ++block) {
-    if (CancelPressed()) return Cancelled;
-    if (!ReadPanelBlock(block, PanelImage, sum)) return BlockNotRead;
-    ShowProgress("Uploading", block + 1);
-  }
-  const Int16 outcome = CompareSums(sum.Value());
-  if (outcome == Complete) {
-    ApplyPanelImage();
-    DataChanged = -1;
-  }
-  return outcome;
+  ClearHostData(cancelled);
 }
 
 /// New-panel defaults, and the connection's settings shown as they are then.

@@ -1,8 +1,10 @@
 #include "status/capture_presets_form.h"
 
+#include <tuple>
+
+#include "line/panel_commands.h"
+#include "link/panel_link.h"
 #include "link/panel_queue.h"
-#include "link/panel_transact.h"
-#include "panel/hex.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "shell/controls/editor_rows.h"
@@ -29,14 +31,14 @@ void frmT3CapturePresets::ShowConnected(bool connected) {
 }
 
 void frmT3CapturePresets::ShowPresetStatus() {
-  if (PanelTransact("25FF", 52, 5) == 0) {
+  const std::optional<PresetStates> presets = ReadPresets();
+  if (!presets) {
     PanelConnectionLost();
     return;
   }
   for (int i = 0; i < ItemCount; ++i) {
-    const std::string_view state = ReplyMid(i + 2, 1);
-    const bool empty = state == "2";  // The preset has no relays.
-    const bool off = empty || state == "0";
+    const bool empty = (*presets)(i) == PresetState::Empty;
+    const bool off = (*presets)(i) != PresetState::Set;
     cmdSet(i).setVisible(!empty);
     lblPresetStatus(i).SetCaption(empty ? QStringLiteral("---")
                                   : off ? QStringLiteral("Off")
@@ -46,20 +48,21 @@ void frmT3CapturePresets::ShowPresetStatus() {
 }
 
 void frmT3CapturePresets::cmdSet_Click(int index) {
-  AskPanel([index] { PanelTransact("40" + HexByte(index) + "0", 4, 4); });
+  AskPanel([index] { std::ignore = SetPreset(index); });
 }
 
 void frmT3CapturePresets::cmdCapture_Click(int index) {
   AskPanel([index] {
-    PanelTransact("41" + HexByte(index) + "0", 4, 4);
-    if (PanelTransact("23FF", 52, 5) == 0) {
+    std::ignore = CapturePreset(index);
+    const std::optional<OutputStates> relays = ReadRelays();
+    if (!relays) {
       PanelConnectionLost();
       return;
     }
     constexpr Int16 on = 1;
     constexpr Int16 off = 2;
     for (int relay = 0; relay < PanelIOCount(); ++relay) {
-      PanelRecord.PresetRelayControl(index, relay) = ReplyMid(relay + 2, 1) == "0" ? off : on;
+      PanelRecord.PresetRelayControl(index, relay) = (*relays)(relay) ? on : off;
     }
     DataChanged = -1;
   });

@@ -1,6 +1,7 @@
 #include "status/fennlink_status_form.h"
 
-#include "link/panel_transact.h"
+#include "line/panel_commands.h"
+#include "link/panel_link.h"
 #include "panel/code_page.h"
 #include "panel/fennlink_types.h"
 #include "panel/live_project.h"
@@ -104,14 +105,17 @@ void frmT3FennlinkStatus::ReadStatus() {
 }
 
 bool frmT3FennlinkStatus::GetDeviceStatus(int device) {
-  const int position = 2 + 2 * device;
-  if (PanelTransact("46", 134, 4) == 0) return false;
-  const Int32 bits = ReplyByte(position);
-  for (int i = 0; i < DeviceInputCount; ++i) InputFlags(i) = (bits >> i & 1) != 0 ? -1 : 0;
-  if (PanelTransact("47", 134, 4) == 0) return false;
-  DevicePresent = ReplyByte(position) != 0 ? -1 : 0;
-  if (PanelTransact("48", 134, 4) == 0) return false;
-  AnalogLevel = static_cast<Int16>(ReplyByte(position));
+  const std::optional<DeviceBytes> inputs = ReadDeviceInputs();
+  if (!inputs) return false;
+  for (int i = 0; i < DeviceInputCount; ++i) {
+    InputFlags(i) = ((*inputs)(device) >> i & 1) != 0 ? -1 : 0;
+  }
+  const std::optional<DeviceBytes> present = ReadDevicesPresent();
+  if (!present) return false;
+  DevicePresent = (*present)(device) != 0 ? -1 : 0;
+  const std::optional<DeviceBytes> levels = ReadDeviceLevels();
+  if (!levels) return false;
+  AnalogLevel = (*levels)(device);
   return true;
 }
 

@@ -1,8 +1,10 @@
 #include "status/force_timers_form.h"
 
+#include <tuple>
+
+#include "line/panel_commands.h"
+#include "link/panel_link.h"
 #include "link/panel_queue.h"
-#include "link/panel_transact.h"
-#include "panel/hex.h"
 #include "panel/live_project.h"
 #include "shell/controls/editor_rows.h"
 
@@ -38,9 +40,8 @@ void frmT3ForceTimers::cmdForce_Click(int index) {
   AskPanel([this, index] {
     lblPleaseWait->setVisible(true);
     lblPleaseWait->repaint();
-    PanelTransact("13" + HexByte(index) + "0", 4, 4);
-    // Answered once the panel has done what the timer does.
-    const bool done = PanelTransact("02", 80, 6) != 0;
+    std::ignore = ForceTimer(index);
+    const bool done = AwaitForcedTimer();
     lblPleaseWait->setVisible(false);
     if (!done) PanelConnectionLost();
   });

@@ -1,6 +1,7 @@
 #include "status/input_status_form.h"
 
-#include "link/panel_transact.h"
+#include "line/panel_commands.h"
+#include "link/panel_link.h"
 #include "panel/live_project.h"
 #include "shell/controls/editor_rows.h"
 
@@ -40,15 +41,15 @@ void frmT3InputStatus::ShowConnected(bool connected) {
 }
 
 void frmT3InputStatus::ShowInputStatus() {
-  if (PanelTransact("20FF", 52, 4) == 0) {
+  const std::optional<InputStates> inputs = ReadInputs();
+  if (!inputs) {
     PanelConnectionLost();
     return;
   }
   for (int i = 0; i < shownRows; ++i) {
-    const int state = ReplyCode(i + 2) - '0';
-    constexpr int bothContacts = 3;
-    if (state < 0 || state > bothContacts) continue;
-    ShowLamp(lblInputOnStatus(i), (state & 1) != 0);
-    ShowLamp(lblInputOffStatus(i), (state & 2) != 0);
+    const InputState& input = (*inputs)(i);
+    if (!input.Known) continue;
+    ShowLamp(lblInputOnStatus(i), input.On);
+    ShowLamp(lblInputOffStatus(i), input.Off);
   }
 }

@@ -1,8 +1,10 @@
 #include "status/output_status_form.h"
 
+#include <tuple>
+
+#include "line/panel_commands.h"
+#include "link/panel_link.h"
 #include "link/panel_queue.h"
-#include "link/panel_transact.h"
-#include "panel/hex.h"
 #include "panel/live_project.h"
 #include "shell/controls/editor_rows.h"
 
@@ -13,8 +15,8 @@ struct OutputStatusScreen {
   QString Word;  ///< In front of a row's number.
   const char* NameLabel;
   const char* StatusLabel;
-  const char* Read;
-  const char* Switch;
+  std::optional<OutputStates> (*Read)();
+  bool (*Switch)(int index, bool on);
   NameArray PanelRecordType::*Names;
   bool InstalledOnly;  ///< As many rows as points are installed, and buttons for all at once.
 };
@@ -23,9 +25,9 @@ namespace {
 
 const auto OutputStatusScreens = std::to_array<OutputStatusScreen>({
     {Screen::RelayStatus, QStringLiteral("Relay Status"), QStringLiteral("Relay "), "lblRelayName",
-     "lblRelayStatus", "23FF", "10", &PanelRecordType::RelayName, true},
+     "lblRelayStatus", ReadRelays, SwitchRelay, &PanelRecordType::RelayName, true},
     {Screen::RelayGroupStatus, QStringLiteral("Group Status"), QStringLiteral("Group "),
-     "lblGroupName", "lblGroupStatus", "24FF", "11", &PanelRecordType::GroupName, false},
+     "lblGroupName", "lblGroupStatus", ReadGroups, SwitchGroup, &PanelRecordType::GroupName, false},
 });
 
 }  // namespace
@@ -61,11 +63,12 @@ void OutputStatusForm::ShowConnected(bool connected) {
 }
 
 void OutputStatusForm::ReadStatus() {
-  if (PanelTransact(screen.Read, 52, 5) == 0) {
+  const std::optional<OutputStates> on = screen.Read();
+  if (!on) {
     PanelConnectionLost();
     return;
   }
-  for (int i = 0; i < shownRows; ++i) ShowOnOff(lblStatus(i), ReplyMid(i + 2, 1) != "0");
+  for (int i = 0; i < shownRows; ++i) ShowOnOff(lblStatus(i), (*on)(i));
 }
 
 void OutputStatusForm::EnableForManual(bool enabled) {
@@ -85,9 +88,7 @@ void OutputStatusForm::cmdTurnOff_Click(int index) {
 
 /// The next update shows the effect.
 void OutputStatusForm::Switch(int index, bool on) {
-  AskPanel([this, index, on] {
-    PanelTransact(screen.Switch + HexByte(index) + (on ? "1" : "0"), 4, 4);
-  });
+  AskPanel([this, index, on] { std::ignore = screen.Switch(index, on); });
 }
 
 void OutputStatusForm::SwitchAll(bool on) {
@@ -95,7 +96,7 @@ void OutputStatusForm::SwitchAll(bool on) {
   cmdAllOn->setEnabled(false);
   cmdAllOff->setEnabled(false);
   AskPanel([this, on, pressed] {
-    PanelTransact(on ? "10FF1" : "10FF0", 4, 4);
+    std::ignore = SwitchAllRelays(on);
     EnableForManual(!AutoUpdating());
     if (pressed) pressed->setFocus();
   });

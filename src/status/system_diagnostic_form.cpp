@@ -1,7 +1,8 @@
 #include "status/system_diagnostic_form.h"
 
+#include "line/panel_commands.h"
+#include "link/panel_link.h"
 #include "link/panel_queue.h"
-#include "link/panel_transact.h"
 #include "panel/code_page.h"
 #include "panel/live_project.h"
 #include "shell/shell.h"
@@ -13,11 +14,6 @@ constexpr Int16 LargestShownCount = 99;
 
 /// As fast as the link allows, with a turn for the screen between two cycles.
 constexpr int CycleIntervalMs = 1;
-
-/// Blocks of two digits for each device; the first stands for device 0, which does not exist.
-Int32 DeviceByte(int cell) {
-  return ReplyByte(4 + 2 * cell);
-}
 
 }  // namespace
 
@@ -75,12 +71,13 @@ void frmT3SystemDiagnostic::Form_Unload() {
 }
 
 void frmT3SystemDiagnostic::FindDevices() {
-  if (PanelTransact("47", 134, 4) == 0) {
+  const std::optional<DeviceBytes> present = ReadDevicesPresent();
+  if (!present) {
     PanelConnectionLost();
     return;
   }
   for (int cell = 0; cell < DeviceCount; ++cell) {
-    Watched(cell) = DeviceByte(cell) != 0;
+    Watched(cell) = (*present)(cell + 1) != 0;
     ShowWatched(cell);
   }
   Timer1->SetEnabled(Running);
@@ -101,24 +98,22 @@ void frmT3SystemDiagnostic::Timer1_Timer() {
 }
 
 void frmT3SystemDiagnostic::RunCycle() {
-  if (PanelTransact("47", 134, 4) == 0) {
+  const std::optional<DeviceBytes> present = ReadDevicesPresent();
+  if (present) CountErrors(*present);
+  const std::optional<DeviceBytes> inputs = present ? ReadDeviceInputs() : std::nullopt;
+  if (!inputs) {
     PanelConnectionLost();
     return;
   }
-  CountErrors();
-  if (PanelTransact("46", 134, 4) == 0) {
-    PanelConnectionLost();
-    return;
-  }
-  NoteChanges();
+  NoteChanges(*inputs);
 }
 
-void frmT3SystemDiagnostic::CountErrors() {
+void frmT3SystemDiagnostic::CountErrors(const DeviceBytes& present) {
   for (int cell = 0; cell < DeviceCount; ++cell) {
     if (!Watched(cell)) continue;
     Label& errors = lblFLComError(cell);
     Int16& count = ErrorCount(cell);
-    if (DeviceByte(cell) != 0) {
+    if (present(cell + 1) != 0) {
       errors.SetBackColor(count == 0 ? Colors::Green : Colors::Yellow);
       continue;
     }
@@ -129,11 +124,11 @@ void frmT3SystemDiagnostic::CountErrors() {
   }
 }
 
-void frmT3SystemDiagnostic::NoteChanges() {
+void frmT3SystemDiagnostic::NoteChanges(const DeviceBytes& inputs) {
   for (int cell = 0; cell < DeviceCount; ++cell) {
-    const auto inputs = static_cast<Int16>(DeviceByte(cell));
-    if (!Watched(cell) || inputs == LastInputs(cell)) continue;
-    LastInputs(cell) = inputs;
+    const Int16 now = inputs(cell + 1);
+    if (!Watched(cell) || now == LastInputs(cell)) continue;
+    LastInputs(cell) = now;
     lblFLNode(cell).SetBackColor(Colors::Blue);
     lblFLNode(cell).SetState(QStringLiteral("Watched, an input has changed"));
   }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "panel/fennlink_record.h"
+#include "line/panel_replies.h"
 #include "status/status_form.h"
 
 /// A soak test of the Fennlink bus: polls all devices over and over and counts, for each, how often
@@ -21,8 +21,8 @@ class frmT3SystemDiagnostic : public ChildForm {
  private:
   void FindDevices();
   void RunCycle();
-  void CountErrors();
-  void NoteChanges();
+  void CountErrors(const DeviceBytes& present);
+  void NoteChanges(const DeviceBytes& inputs);
   void SetRunning(bool running);
   void ShowWatched(int cell);
 

@@ -3,10 +3,10 @@
 #include <QGridLayout>
 #include <QShortcut>
 
+#include "line/panel_commands.h"
 #include "link/panel_display.h"
-#include "link/panel_transact.h"
+#include "link/panel_link.h"
 #include "panel/code_page.h"
-#include "panel/hex.h"
 
 namespace {
 
@@ -145,22 +145,21 @@ void frmT3VirtualKeypad::cmdKey_Click(int index) {
 void frmT3VirtualKeypad::ShowFromQZ() {
   // A key that is pressed while this poll waits belongs to the next one.
   const Int16 key = std::exchange(PendingKey, Int16{0});
-  if (PanelTransact("07" + HexByte(key), 86, 3) == 0) {
+  const std::optional<PanelFront> told = PressKeys(key);
+  if (!told) {
     PanelConnectionLost();
     return;
   }
   if (PendingKey == 0) lblPendingKey->SetCaption({});
-  constexpr int firstCell = 2;
   for (int i = 0; i < CellCount; ++i) {
-    const Int16 code = ReplyCode(i + firstCell);
+    const Int16 code = told->Cells(i);
     if (code != ScreenCache(i)) ShowCell(i, code);
   }
   display->TellChange();
-  const auto leds = static_cast<Int16>(ReplyByte(firstCell + CellCount));
-  if (leds == LedCache) return;
-  LedCache = leds;
+  if (told->Leds == LedCache) return;
+  LedCache = told->Leds;
   for (int i = 0; i < LedCount; ++i) {
-    const bool lit = (leds >> i & 1) != 0;
+    const bool lit = (LedCache >> i & 1) != 0;
     lblLED(i).SetBackColor(lit ? Colors::LightGreen : Colors::Grey);
     lblLED(i).SetState(LedState(i, lit));
   }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "line/panel_replies.h"
 #include "shell/controls/accessible_controls.h"
 #include "status/display_glyph.h"
 #include "status/status_form.h"
@@ -8,7 +9,7 @@
 /// carries the key pressed since the last one and brings the front back.
 class frmT3VirtualKeypad : public StatusForm {
  public:
-  static constexpr int CellCount = 80;
+  static constexpr int CellCount = PanelFront::CellCount;
   static constexpr int LedCount = 6;
 
   frmT3VirtualKeypad();

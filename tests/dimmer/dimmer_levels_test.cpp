@@ -1,5 +1,5 @@
-#include "link/panel_transact.h"
-#include "link/scripted_transport.h"
+#include "line/panel_transact.h"
+#include "line/scripted_transport.h"
 #include "panel/live_dimmers.h"
 #include "panel/live_project.h"
 #include "screen_test.h"

@@ -6,7 +6,7 @@
 #include <QTreeWidget>
 
 #include "document/rules/find_items.h"
-#include "link/panel_memory.h"
+#include "line/transfer.h"
 #include "panel/live_project.h"
 #include "panel/panel_image.h"
 #include "panel/project_file.h"
@@ -226,8 +226,7 @@ TEST_F(FindingsTest, TheProjectIsRehearsedInThePanelsWindow) {
 class ComparePanelTest : public LivePanelTest {};
 
 TEST_F(ComparePanelTest, ThePanelsMemoryIsReadAndTheProjectStays) {
-  ImageSum sum;
-  for (int block = 0; block < ImageBlockCount; ++block) ReadPanelBlock(block, PanelImage, sum);
+  ASSERT_EQ(FetchImage(PanelImage, {}), TransferOutcome::Complete);
   IncludeNamesInUpload = -1;
   ApplyPanelImage();
   IncludeNamesInUpload = 0;

@@ -74,7 +74,7 @@ TEST_F(ConnectTest, ASerialSessionOpensPollsAndCloses) {
   lines.Serial.Steps.clear();
   lines.Serial.Replies = {{Firmware}};
   Press("cmdConnect");
-  EXPECT_EQ(Told(lines.Serial), (Steps{"port 7", "settings 115200,n,8,1", "open", "RTS on",
+  EXPECT_EQ(Told(lines.Serial), (Steps{"port COM7", "settings 115200,n,8,1", "open", "RTS on",
                                        "DTR on", "send [0005D7]"}));
   EXPECT_TRUE(Waited("wait 44 3000"));
   EXPECT_TRUE(Find<Button>("cmdRefresh").isHidden());
@@ -160,7 +160,7 @@ TEST_F(ConnectTest, AModemCallTakesItsFixedTimes) {
   EXPECT_EQ(messages[0].Text, "Modem Connected");
   EXPECT_EQ(lines.Clock.NowMs - start, 1000 + 5000 + 10 + 3000 + 10);
   EXPECT_EQ(Told(lines.Serial),
-            (Steps{"port 7", "settings 9600,n,8,1", "open", "RTS on", "DTR off", "DTR on",
+            (Steps{"port COM7", "settings 9600,n,8,1", "open", "RTS on", "DTR off", "DTR on",
                    "send ATZ\r", "send ATDT 5551234\r", "send [0005D7]"}));
 
   // The hang-up runs even when the type has changed since.
@@ -180,7 +180,7 @@ TEST_F(ConnectTest, AFailedConnectionSaysWhatToDo) {
   } cases[] = {{0, "COM7 is not there", "COM7 is not there"},
                {0, "", "No panel answers at COM7"},
                {1, "", "reached nobody"},
-               {2, "refused", "Nobody answers at 10.0.0.9, port 10001"},
+               {2, "Nobody answers at 10.0.0.9", "Nobody answers at 10.0.0.9"},
                {2, "", "does not answer like a panel"}};
   PhoneNumber() = "5551234";
   TcpAddress() = "10.0.0.9";

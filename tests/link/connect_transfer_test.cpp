@@ -403,9 +403,8 @@ TEST_F(TransferTest, AModemCallCarriesATransferAndIsHungUp) {
 
 TEST_F(TransferTest, APortInUseOrMissingIsNamed) {
   panel.emplace(PtyPanel());
-  const auto other = NewSerialControl();
-  other->SetCommPort(7);
-  other->SetPortOpen(true);
+  const auto other = NewSerialTransport();
+  other->Open({.Port = QStringLiteral("COM7")});
   OpenConnect(0);
   EXPECT_FALSE(Find<OptionButton>("optComPort(6)").isEnabled());
   Press("cmdConnect");

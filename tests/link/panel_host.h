@@ -2,8 +2,8 @@
 
 #include <unistd.h>
 
-#include "link/panel_transact.h"
-#include "link/scripted_transport.h"
+#include "line/panel_transact.h"
+#include "line/scripted_transport.h"
 #include "panel/live_project.h"
 #include "panel/panel_image.h"
 #include "screen_test.h"
@@ -15,47 +15,28 @@ class FastClock : ClockSeams {
   explicit FastClock(int factor) {
     MonotonicMsSeam = [this, factor] { return RealClock() * factor; };
     PauseSeam = [this, factor](qint64 ms) { RealPause(ms / factor); };
-    ReplaceTransports(std::make_unique<Serial>(factor), std::make_unique<Socket>(factor));
+    ReplaceTransports(std::make_unique<Faster>(factor, NewSerialTransport()),
+                      std::make_unique<Faster>(factor, NewTcpTransport()));
   }
   ~FastClock() { ReplaceTransports(nullptr, nullptr); }
 
  private:
-  struct Serial : SerialControl {
-    explicit Serial(int factor) : Factor(factor), Real(NewSerialControl()) {}
-    void SetCommPort(int port) override { Real->SetCommPort(port); }
-    void SetSettings(const std::string& settings) override { Real->SetSettings(settings); }
-    void SetPortOpen(bool open) override { Real->SetPortOpen(open); }
-    bool PortOpen() const override { return Real->PortOpen(); }
+  struct Faster : Transport {
+    Faster(int factor, std::unique_ptr<Transport> real) : Factor(factor), Real(std::move(real)) {}
+    void Open(const LineSettings& settings) override { Real->Open(settings); }
+    bool IsOpen() const override { return Real->IsOpen(); }
+    void Close() override { Real->Close(); }
     void SetRTSEnable(bool on) override { Real->SetRTSEnable(on); }
     void SetDTREnable(bool on) override { Real->SetDTREnable(on); }
-    void Output(const std::string& text) override { Real->Output(text); }
-    std::string Input() override { return Real->Input(); }
-    int InBufferCount() override { return Real->InBufferCount(); }
+    void Send(const std::string& text) override { Real->Send(text); }
+    std::string Take() override { return Real->Take(); }
+    int Waiting() override { return Real->Waiting(); }
     void Wait(int count, qint64 ms) override {
       Real->LongWait = LongWait;
       Real->Wait(count, ms / Factor + 1);
     }
     int Factor;
-    std::unique_ptr<SerialControl> Real;
-  };
-
-  struct Socket : SocketControl {
-    explicit Socket(int factor) : Factor(factor), Real(NewSocketControl()) {}
-    void SetLocalPort(quint16 port) override { Real->SetLocalPort(port); }
-    void SetRemoteHost(const QString& host) override { Real->SetRemoteHost(host); }
-    void SetRemotePort(quint16 port) override { Real->SetRemotePort(port); }
-    void Connect() override { Real->Connect(); }
-    int State() const override { return Real->State(); }
-    void Close() override { Real->Close(); }
-    void SendData(const std::string& text) override { Real->SendData(text); }
-    std::string GetData() override { return Real->GetData(); }
-    int BytesReceived() override { return Real->BytesReceived(); }
-    void Wait(int count, qint64 ms) override {
-      Real->LongWait = LongWait;
-      Real->Wait(count, ms / Factor + 1);
-    }
-    int Factor;
-    std::unique_ptr<SocketControl> Real;
+    std::unique_ptr<Transport> Real;
   };
 };
 
@@ -69,33 +50,29 @@ class PanelClock : HandClock {
   ~PanelClock() { ReplaceTransports(nullptr, nullptr); }
 
  private:
-  struct Socket : SocketControl {
+  struct Socket : Transport {
     Socket(HandClock& clock, std::optional<simulator::PanelThread>& panel)
-        : Clock(clock), Panel(panel), Real(NewSocketControl()) {}
-    void SetLocalPort(quint16 port) override { Real->SetLocalPort(port); }
-    void SetRemoteHost(const QString& host) override { Real->SetRemoteHost(host); }
-    void SetRemotePort(quint16 port) override { Real->SetRemotePort(port); }
-    void Connect() override {
+        : Clock(clock), Panel(panel), Real(NewTcpTransport()) {}
+    void Open(const LineSettings& settings) override {
       Panel->With([](simulator::Simulator& s) { s.Log().Forget(); });
       Sent = Taken = 0;
-      Real->Connect();
+      Real->Open(settings);
     }
-    int State() const override { return Real->State(); }
+    bool IsOpen() const override { return Real->IsOpen(); }
     void Close() override { Real->Close(); }
-    void SendData(const std::string& text) override {
+    void Send(const std::string& text) override {
       ++Sent;
-      Real->SendData(text);
+      Real->Send(text);
     }
-    std::string GetData() override {
-      const std::string data = Real->GetData();
+    std::string Take() override {
+      const std::string data = Real->Take();
       Taken += data.size();
       return data;
     }
-    int BytesReceived() override { return Real->BytesReceived(); }
+    int Waiting() override { return Real->Waiting(); }
     void Wait(int count, qint64 ms) override {
       Real->LongWait = LongWait;
-      if (State() != Up) return Real->Wait(count, ms);
-      const auto waiting = [&] { return BytesReceived() < count && State() != Closed; };
+      const auto waiting = [&] { return Waiting() < count && IsOpen(); };
       constexpr qint64 lookMs = 20;
       do {
         Real->Wait(count, lookMs);
@@ -118,12 +95,12 @@ class PanelClock : HandClock {
           if (held && note.section(u' ', 2, 2).toLongLong() >= ms) told -= last;
         }
       });
-      return asked < Sent || Taken + static_cast<std::size_t>(BytesReceived()) < told;
+      return asked < Sent || Taken + static_cast<std::size_t>(Waiting()) < told;
     }
 
     HandClock& Clock;
     std::optional<simulator::PanelThread>& Panel;
-    std::unique_ptr<SocketControl> Real;
+    std::unique_ptr<Transport> Real;
     std::size_t Sent = 0;
     std::size_t Taken = 0;
   };

@@ -1,7 +1,7 @@
 #include <QClipboard>
 #include <QContextMenuEvent>
 
-#include "link/scripted_transport.h"
+#include "line/scripted_transport.h"
 #include "nonsense_panel.h"
 #include "panel/live_project.h"
 #include "panel/project_codec.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "link/scripted_transport.h"
+#include "line/scripted_transport.h"
 #include "panel/live_project.h"
 #include "screen_test.h"
 #include "simulator/line/commands.h"

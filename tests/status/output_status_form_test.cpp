@@ -1,5 +1,5 @@
+#include "line/scripted_transport.h"
 #include "link/panel_host.h"
-#include "link/scripted_transport.h"
 #include "panel/live_project.h"
 #include "simulator/line/frame.h"
 

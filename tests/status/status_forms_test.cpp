@@ -36,7 +36,7 @@ TEST_F(StatusFormsTest, WithoutAPanelOnlyTheTextSaysSoAndOffersTheWay) {
 
 TEST_F(StatusFormsTest, AutomaticUpdatesLockTheMenusAndALostLinkUnlocksThem) {
   for (const Screen screen : pollingScreens) {
-    WinSockQZ().Connect();
+    WinSockQZ().Open({});
     Connected = -1;
     ChildForm* form = Open(screen);
     Press("cmdAutoUpdate");

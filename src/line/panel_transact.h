@@ -27,13 +27,17 @@ std::string PanelFrame(std::string_view command);
 /// counts for each attempt, threefold on a modem; a line that breaks ends an attempt at once. On
 /// TCP events are delivered meanwhile: handlers call this from a request of AskPanel, so that no
 /// other command runs inside it. Throws RunTimeFailure for a time-out whose milliseconds overflow.
-Int16 PanelTransact(const std::string& command, Int16 expectedLength, Int32 timeoutSeconds);
+[[nodiscard]] Int16 PanelTransact(const std::string& command, Int16 expectedLength,
+                                  Int32 timeoutSeconds);
 
 /// Sends a text as it stands over the serial line; whether `expectedLength` characters came in
 /// time. ReplyText holds what came in both cases.
-bool ModemTransact(const std::string& text, Int16 expectedLength, Int32 timeoutSeconds);
+[[nodiscard]] bool ModemTransact(const std::string& text, Int16 expectedLength,
+                                 Int32 timeoutSeconds);
 
-/// What every caller does whose command has failed: ends the session, closes the screens, shows the
-/// connection screen and tells the user. Does nothing when the session has been ended while that
-/// command was waiting, by the user or by another failed command, who has been told by then.
-void PanelConnectionLost();
+/// The connection type by which commands travel now.
+Int16 LineType();
+
+/// Whether the last command failed because the session was ended while it was waiting, by the user
+/// or after another failed command: somebody has been told of it then. Tells so once.
+bool EndedWhileWaiting();

@@ -14,7 +14,7 @@
 #include <thread>
 #include <utility>
 
-#include "link/transport.h"
+#include "line/transport.h"
 
 namespace {
 
@@ -73,9 +73,9 @@ bool IsNumber(const QString& host) {
 }
 
 /// The socket hands its bytes straight on, without a buffer and the bookkeeping of its own.
-class QtSocketControl : public SocketControl {
+class TcpTransport : public Transport {
  public:
-  QtSocketControl() {
+  TcpTransport() {
     socket_.setProxy(QNetworkProxy::NoProxy);
     QObject::connect(&socket_, &QIODevice::readyRead, &socket_, [this] { Fetch(); });
     // The name's next address, where nobody answers at one.
@@ -86,33 +86,30 @@ class QtSocketControl : public SocketControl {
                      Qt::QueuedConnection);
   }
 
-  void SetLocalPort(quint16 port) override { localPort_ = port; }
-  void SetRemoteHost(const QString& host) override { remoteHost_ = host.trimmed(); }
-  void SetRemotePort(quint16 port) override { remotePort_ = port; }
-
-  void Connect() override {
+  void Open(const LineSettings& settings) override {
+    constexpr int openTimeoutMs = 5000;
     Close();
-    if (const QHostAddress address(remoteHost_); !address.isNull()) {
+    const QString host = settings.Host.trimmed();
+    port_ = settings.TcpPort;
+    if (const QHostAddress address(host); !address.isNull()) {
       ConnectTo({address});
-    } else if (!IsNumber(remoteHost_)) {
-      lookUp_.emplace(remoteHost_, [this](const Addresses& found) { ConnectTo(found); });
+    } else if (!IsNumber(host)) {
+      lookUp_.emplace(host, [this](const Addresses& found) { ConnectTo(found); });
     }
+    const QDeadlineTimer deadline(openTimeoutMs);
+    while (UnderWay() && !deadline.hasExpired()) RunUntil([] { return false; }, deadline);
+    if (IsOpen()) return;
+    Close();
+    throw TransportFailure(
+        host.isEmpty()
+            ? QStringLiteral("Enter the panel's TCP/IP address.")
+            : QStringLiteral("Nobody answers at %1, port %2. Check the address, the network and "
+                             "the panel's power.")
+                  .arg(host)
+                  .arg(port_));
   }
 
-  int State() const override {
-    if (lookUp_) return Resolving;
-    if (!addresses_.isEmpty()) return Connecting;
-    switch (socket_.state()) {
-      case QAbstractSocket::ConnectingState:
-        return Connecting;
-      case QAbstractSocket::ConnectedState:
-        return Up;
-      case QAbstractSocket::ClosingState:
-        return Closing;
-      default:
-        return Closed;
-    }
-  }
+  bool IsOpen() const override { return socket_.state() == QAbstractSocket::ConnectedState; }
 
   void Close() override {
     lookUp_.reset();
@@ -121,34 +118,46 @@ class QtSocketControl : public SocketControl {
     buffer_.clear();
   }
 
-  void SendData(const std::string& text) override {
-    if (State() == Up) socket_.write(text.data(), static_cast<qint64>(text.size()));
+  void Send(const std::string& text) override {
+    if (IsOpen()) socket_.write(text.data(), static_cast<qint64>(text.size()));
   }
 
-  std::string GetData() override {
+  std::string Take() override {
     // A look costs a call into the system, and to drain is to read four times in a row: looking
     // each time makes transfers a third slower.
     constexpr qint64 lookAgainNs = 20'000;
-    if (State() == Up && (!looked_.isValid() || looked_.nsecsElapsed() > lookAgainNs)) {
+    if (IsOpen() && (!looked_.isValid() || looked_.nsecsElapsed() > lookAgainNs)) {
       if (socket_.bytesAvailable() > 0) Fetch();
       looked_.start();
     }
     return std::exchange(buffer_, {});
   }
 
-  int BytesReceived() override { return static_cast<int>(buffer_.size()); }
+  int Waiting() override { return static_cast<int>(buffer_.size()); }
 
   void Wait(int count, qint64 ms) override {
-    const auto over = [&] { return BytesReceived() >= count || State() == Closed; };
+    const auto over = [&] { return Waiting() >= count || !IsOpen(); };
     // The reply of a panel close by comes before an event loop has begun. A peer that lets bytes
     // drip must not hold up the window for longer than that.
     const QDeadlineTimer deadline(ms);
     const QDeadlineTimer prompt(std::min<qint64>(ms, PromptMs));
-    while (State() == Up && !over() && !prompt.hasExpired() &&
+    while (!over() && !prompt.hasExpired() &&
            socket_.waitForReadyRead(static_cast<int>(prompt.remainingTime()))) {
     }
     if (over() || deadline.hasExpired()) return;
     if (LongWait) LongWait();
+    RunUntil(over, deadline);
+  }
+
+ private:
+  bool UnderWay() const {
+    return lookUp_ || !addresses_.isEmpty() || socket_.state() == QAbstractSocket::ConnectingState;
+  }
+
+  /// Delivers events until what has arrived makes it `over`, the connection comes, fails or goes,
+  /// or the time is up.
+  template <typename Over>
+  void RunUntil(Over over, const QDeadlineTimer& deadline) {
     QEventLoop loop;
     QObject::connect(&socket_, &QIODevice::readyRead, &loop, [&] {
       if (over()) loop.quit();
@@ -160,7 +169,6 @@ class QtSocketControl : public SocketControl {
     loop.exec();
   }
 
- private:
   void ConnectTo(const Addresses& addresses) {
     lookUp_.reset();
     addresses_ = addresses;
@@ -171,8 +179,7 @@ class QtSocketControl : public SocketControl {
   void ConnectToNext() {
     if (addresses_.isEmpty()) return;
     const QHostAddress address = addresses_.takeFirst();
-    if (localPort_ != 0) socket_.bind(localPort_);
-    socket_.connectToHost(address, remotePort_, QIODevice::ReadWrite | QIODevice::Unbuffered);
+    socket_.connectToHost(address, port_, QIODevice::ReadWrite | QIODevice::Unbuffered);
     // Each frame waits for its reply, so holding small packets back only costs time.
     socket_.setSocketOption(QAbstractSocket::LowDelayOption, 1);
   }
@@ -189,13 +196,11 @@ class QtSocketControl : public SocketControl {
   Addresses addresses_;  ///< Those of the host that have not been tried.
   std::string buffer_;
   QElapsedTimer looked_;
-  QString remoteHost_;
-  quint16 remotePort_ = 0;
-  quint16 localPort_ = 0;
+  quint16 port_ = 0;
 };
 
 }  // namespace
 
-extern "C" Q_DECL_EXPORT SocketControl* MakeSocketControl() {
-  return new QtSocketControl;
+extern "C" Q_DECL_EXPORT Transport* MakeTcpTransport() {
+  return new TcpTransport;
 }

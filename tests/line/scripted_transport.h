@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "link/transport.h"
+#include "line/transport.h"
 #include "panel/program_state.h"
 #include "panel/stopwatch.h"
 
@@ -88,24 +88,26 @@ struct ScriptedLine {
   }
 };
 
-class ScriptedSerial : public SerialControl {
+class ScriptedTransport : public Transport {
  public:
-  explicit ScriptedSerial(ScriptedLine& line) : line_(line) {}
-  void SetCommPort(int port) override { Note("port " + std::to_string(port)); }
-  void SetSettings(const std::string& settings) override { Note("settings " + settings); }
-  void SetPortOpen(bool open) override {
-    Note(open ? "open" : "close");
-    if (open && !line_.Refusal.empty()) {
-      throw TransportFailure(QString::fromStdString(line_.Refusal));
-    }
-    open_ = open;
+  explicit ScriptedTransport(ScriptedLine& line) : line_(line) {}
+  void Open(const LineSettings& settings) override {
+    if (!settings.Port.isEmpty()) Note("port " + settings.Port.toStdString());
+    if (settings.Baud != 0) Note("settings " + std::to_string(settings.Baud) + ",n,8,1");
+    Note("open");
+    if (!line_.Refusal.empty()) throw TransportFailure(QString::fromStdString(line_.Refusal));
+    open_ = true;
   }
-  bool PortOpen() const override { return open_ && line_.Up; }
+  bool IsOpen() const override { return open_ && line_.Up; }
+  void Close() override {
+    Note("close");
+    open_ = false;
+  }
   void SetRTSEnable(bool on) override { Note(on ? "RTS on" : "RTS off"); }
   void SetDTREnable(bool on) override { Note(on ? "DTR on" : "DTR off"); }
-  void Output(const std::string& text) override { line_.Send(text); }
-  std::string Input() override { return line_.Take(); }
-  int InBufferCount() override { return line_.Count(); }
+  void Send(const std::string& text) override { line_.Send(text); }
+  std::string Take() override { return line_.Take(); }
+  int Waiting() override { return line_.Count(); }
   void Wait(int count, qint64 ms) override { line_.Wait(count, ms); }
 
  private:
@@ -114,38 +116,12 @@ class ScriptedSerial : public SerialControl {
   bool open_ = true;
 };
 
-class ScriptedSocket : public SocketControl {
- public:
-  explicit ScriptedSocket(ScriptedLine& line) : line_(line) {}
-  void SetLocalPort(quint16 port) override { Note("local " + std::to_string(port)); }
-  void SetRemoteHost(const QString& host) override { Note("host " + host.toStdString()); }
-  void SetRemotePort(quint16 port) override { Note("port " + std::to_string(port)); }
-  void Connect() override {
-    Note("connect");
-    state_ = line_.Refusal.empty() ? Up : Connecting;
-  }
-  int State() const override { return line_.Up ? state_ : Closed; }
-  void Close() override {
-    Note("close");
-    state_ = Closed;
-  }
-  void SendData(const std::string& text) override { line_.Send(text); }
-  std::string GetData() override { return line_.Take(); }
-  int BytesReceived() override { return line_.Count(); }
-  void Wait(int count, qint64 ms) override { line_.Wait(count, ms); }
-
- private:
-  void Note(const std::string& step) { line_.Steps.push_back(step); }
-  ScriptedLine& line_;
-  int state_ = Up;
-};
-
 /// Puts scripted transports in place of the real ones while it lives.
 class ScriptedTransports {
  public:
   ScriptedTransports() {
-    ReplaceTransports(std::make_unique<ScriptedSerial>(Serial),
-                      std::make_unique<ScriptedSocket>(Socket));
+    ReplaceTransports(std::make_unique<ScriptedTransport>(Serial),
+                      std::make_unique<ScriptedTransport>(Socket));
   }
   ~ScriptedTransports() {
     ReplaceTransports(nullptr, nullptr);

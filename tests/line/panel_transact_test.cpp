@@ -1,6 +1,9 @@
-#include "link/panel_transact.h"
+#include "line/panel_transact.h"
 
-#include "link/scripted_transport.h"
+#include <tuple>
+
+#include "line/scripted_transport.h"
+#include "link/panel_link.h"
 #include "panel/live_project.h"
 #include "screen_test.h"
 
@@ -30,7 +33,7 @@ TEST_F(TransactTest, ARefusedCommandLeavesTheLineAndTheLastReplyAlone) {
   EXPECT_FALSE(ModemTransact("ATZ\r", 20, 5));
   EXPECT_TRUE(lines.Serial.Steps.empty());
   EXPECT_EQ(ReplyText, "[old]");
-  EXPECT_THROW(PanelTransact("05", 44, 2147484), RunTimeFailure);
+  EXPECT_THROW(std::ignore = PanelTransact("05", 44, 2147484), RunTimeFailure);
 }
 
 TEST_F(TransactTest, DrainsSendsAndWaitsInTheToldOrderOnBothLines) {

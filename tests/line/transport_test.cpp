@@ -1,4 +1,4 @@
-#include "link/transport.h"
+#include "line/transport.h"
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -46,29 +46,34 @@ extern "C" int getaddrinfo(const char* name, const char* service, const addrinfo
   return 0;
 }
 
+/// Where a connection fails, what is told; empty where it comes.
+static QString TroubleAt(Transport& line, const QString& host, quint16 port) {
+  try {
+    line.Open({.Host = host, .TcpPort = port});
+  } catch (const TransportFailure& failure) {
+    EXPECT_FALSE(line.IsOpen());
+    return QString::fromUtf8(failure.what());
+  }
+  EXPECT_TRUE(line.IsOpen());
+  return {};
+}
+
 TEST(TransportTest, AHostIsFoundByNameAtAnyOfItsAddressesOrToldAtOnce) {
   QTcpServer server;
   ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
-  const auto socket = NewSocketControl();
-  socket->SetRemotePort(server.serverPort());
-  bool late = false;
-  constexpr int lateMs = 10'000;
-  QTimer::singleShot(lateMs, [&] { late = true; });
-  const auto stateAt = [&](const char* host) {
-    socket->SetRemoteHost(QString::fromLatin1(host));
-    socket->Connect();
-    const auto underWay = [&] {
-      return socket->State() == SocketControl::Resolving ||
-             socket->State() == SocketControl::Connecting;
-    };
-    while (underWay() && !late) socket->Wait(1, lateMs);
-    return socket->State();
+  const auto line = NewTcpTransport();
+  const Stopwatch stopwatch;
+  const auto troubleAt = [&](const char* host) {
+    return TroubleAt(*line, QString::fromLatin1(host), server.serverPort());
   };
-  EXPECT_EQ(stateAt("two.test"), SocketControl::Up);
-  for (const char* nowhere : {"none.test", "192.168.1.300", "1.2.3.4.5", ""}) {
-    EXPECT_EQ(stateAt(nowhere), SocketControl::Closed) << nowhere;
+  EXPECT_EQ(troubleAt("two.test"), "");
+  for (const char* nowhere : {"none.test", "192.168.1.300", "1.2.3.4.5"}) {
+    EXPECT_TRUE(troubleAt(nowhere).startsWith(QStringLiteral("Nobody answers at %1, port %2.")
+                                                  .arg(QLatin1String(nowhere))
+                                                  .arg(server.serverPort())));
   }
-  EXPECT_FALSE(late);
+  EXPECT_EQ(troubleAt(""), "Enter the panel's TCP/IP address.");
+  EXPECT_LT(stopwatch.ElapsedMs(), 4000) << "none waits for the time to be up";
   EXPECT_FALSE(nameServerAsked);
 }
 
@@ -77,13 +82,14 @@ TEST(TransportTest, TheProgramEndsWhileNoNameServerAnswers) {
   const auto end = [] {
     constexpr int patience = 20;
     alarm(patience);
-    auto socket = NewSocketControl();
-    socket->SetRemoteHost(QStringLiteral("silent.test"));
-    socket->Connect();
-    while (!nameServerAsked) std::this_thread::yield();
-    socket.reset();
-    static_cast<Application*>(QCoreApplication::instance())->~Application();
-    _exit(0);
+    auto line = NewTcpTransport();
+    QTimer::singleShot(0, [&] {
+      while (!nameServerAsked) std::this_thread::yield();
+      line.reset();
+      static_cast<Application*>(QCoreApplication::instance())->~Application();
+      _exit(0);
+    });
+    TroubleAt(*line, QStringLiteral("silent.test"), PanelTcpPort);
   };
   EXPECT_EXIT(end(), testing::ExitedWithCode(0), "");
 }
@@ -94,33 +100,25 @@ TEST(TransportTest, APeerThatFloodsIsClosed) {
   QObject::connect(&server, &QTcpServer::newConnection, &server, [&] {
     server.nextPendingConnection()->write(QByteArray(10 * ReceiveBufferSize, '['));
   });
-  const auto socket = NewSocketControl();
-  socket->SetRemoteHost(QStringLiteral("127.0.0.1"));
-  socket->SetRemotePort(server.serverPort());
-  socket->Connect();
-  socket->Wait(1, 5000);
-  EXPECT_EQ(socket->State(), SocketControl::Up);
+  const auto line = NewTcpTransport();
+  ASSERT_EQ(TroubleAt(*line, QStringLiteral("127.0.0.1"), server.serverPort()), "");
   const Stopwatch stopwatch;
-  while (socket->State() == SocketControl::Up && stopwatch.ElapsedMs() < 5000) {
+  while (line->IsOpen() && stopwatch.ElapsedMs() < 5000) {
     QCoreApplication::processEvents();
-    EXPECT_LE(socket->BytesReceived(), ReceiveBufferSize);
+    EXPECT_LE(line->Waiting(), ReceiveBufferSize);
   }
-  EXPECT_EQ(socket->State(), SocketControl::Closed);
-  EXPECT_EQ(socket->GetData(), "");
-  socket->SendData("[0005D7]");
+  EXPECT_FALSE(line->IsOpen());
+  EXPECT_EQ(line->Take(), "");
+  line->Send("[0005D7]");
 }
 
 TEST(TransportTest, TheWindowLivesWhileAPeerLetsBytesDrip) {
   QTcpServer server;
   ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
-  const auto socket = NewSocketControl();
-  socket->SetRemoteHost(QStringLiteral("127.0.0.1"));
-  socket->SetRemotePort(server.serverPort());
-  socket->Connect();
-  ASSERT_TRUE(server.waitForNewConnection(5000));
+  const auto line = NewTcpTransport();
+  ASSERT_EQ(TroubleAt(*line, QStringLiteral("127.0.0.1"), server.serverPort()), "");
+  ASSERT_TRUE(server.hasPendingConnections() || server.waitForNewConnection(5000));
   QTcpSocket* peer = server.nextPendingConnection();
-  socket->Wait(1, 5000);
-  ASSERT_EQ(socket->State(), SocketControl::Up);
   std::thread drip([descriptor = static_cast<int>(peer->socketDescriptor())] {
     for (int i = 0; i < 150; ++i) {
       if (send(descriptor, "x", 1, MSG_NOSIGNAL) < 0) return;
@@ -131,7 +129,7 @@ TEST(TransportTest, TheWindowLivesWhileAPeerLetsBytesDrip) {
   QTimer timer;
   QObject::connect(&timer, &QTimer::timeout, [&] { ++events; });
   timer.start(10);
-  socket->Wait(1 << 14, 500);
+  line->Wait(1 << 14, 500);
   drip.join();
   EXPECT_GT(events, 5);
 }
@@ -145,16 +143,14 @@ TEST(TransportTest, ASerialFloodIsHeldBack) {
   QDir().mkpath(DataPath(QStringLiteral("Ports")));
   ASSERT_TRUE(
       QFile::link(QString::fromLocal8Bit(ptsname(device)), DataPath(QStringLiteral("Ports/COM7"))));
-  const auto port = NewSerialControl();
-  port->SetCommPort(7);
-  port->SetSettings("115200,n,8,1");
-  port->SetPortOpen(true);
+  const auto port = NewSerialTransport();
+  port->Open({.Port = QStringLiteral("COM7"), .Baud = 115200});
   const std::string much(4096, '[');
   int most = 0;
   for (int i = 0; i < 200; ++i) {
     [[maybe_unused]] const ssize_t taken = write(device, much.data(), much.size());
     port->Wait(1 << 20, 1);
-    most = std::max(most, port->InBufferCount());
+    most = std::max(most, port->Waiting());
   }
   EXPECT_GT(most, 0);
   EXPECT_LE(most, ReceiveBufferSize);

@@ -5,8 +5,8 @@
 #include <QSerialPort>
 #include <algorithm>
 
-#include "link/com_port.h"
-#include "link/transport.h"
+#include "line/com_port.h"
+#include "line/line_kinds.h"
 
 namespace {
 
@@ -18,30 +18,25 @@ void AskForLowLatency(QSerialPort& port) {
   ioctl(port.handle(), TIOCSSERIAL, &line);
 }
 
-class QtSerialControl : public SerialControl {
+class SerialTransport : public Transport {
  public:
-  QtSerialControl() { port_.setReadBufferSize(ReceiveBufferSize); }
+  SerialTransport() { port_.setReadBufferSize(ReceiveBufferSize); }
 
-  void SetCommPort(int port) override { commPort_ = port; }
-
-  void SetSettings(const std::string& settings) override {
-    // Both links are n,8,1, as the port is when nothing else is said.
-    port_.setBaudRate(std::stoi(settings));
-  }
-
-  void SetPortOpen(bool open) override {
+  void Open(const LineSettings& settings) override {
     port_.close();
-    if (!open) return;
-    port_.setPortName(ComPortDevice(commPort_));
+    // All links are n,8,1, as the port is when nothing else is said.
+    if (settings.Baud != 0) port_.setBaudRate(settings.Baud);
+    port_.setPortName(PortDevice(settings.Port));
     // Qt searches the computer for a missing device, for some 10 ms.
-    if (!ComPortExists(commPort_) || !port_.open(QIODevice::ReadWrite)) {
-      throw TransportFailure(ComPortTrouble(
-          commPort_, port_.error() == QSerialPort::PermissionError, port_.errorString()));
+    if (!PortExists(settings.Port) || !port_.open(QIODevice::ReadWrite)) {
+      throw TransportFailure(PortTrouble(
+          settings.Port, port_.error() == QSerialPort::PermissionError, port_.errorString()));
     }
     AskForLowLatency(port_);
   }
 
-  bool PortOpen() const override { return port_.isOpen(); }
+  bool IsOpen() const override { return port_.isOpen(); }
+  void Close() override { port_.close(); }
 
   void SetRTSEnable(bool on) override {
     if (port_.isOpen()) port_.setRequestToSend(on);
@@ -51,18 +46,18 @@ class QtSerialControl : public SerialControl {
     if (port_.isOpen()) port_.setDataTerminalReady(on);
   }
 
-  void Output(const std::string& text) override {
+  void Send(const std::string& text) override {
     if (!port_.isOpen()) return;
     port_.write(text.data(), static_cast<qint64>(text.size()));
     port_.flush();
   }
 
-  std::string Input() override {
+  std::string Take() override {
     Fetch(0);
     return port_.isOpen() ? port_.readAll().toStdString() : std::string();
   }
 
-  int InBufferCount() override {
+  int Waiting() override {
     Fetch(0);
     return static_cast<int>(port_.bytesAvailable());
   }
@@ -92,11 +87,26 @@ class QtSerialControl : public SerialControl {
   }
 
   QSerialPort port_;
-  int commPort_ = 1;
 };
 
 }  // namespace
 
-std::unique_ptr<SerialControl> NewSerialControl() {
-  return std::make_unique<QtSerialControl>();
+std::unique_ptr<Transport> NewSerialTransport() {
+  return std::make_unique<SerialTransport>();
+}
+
+void OpenDirect(const LineSettings& settings) {
+  constexpr int directBaud = 115200;
+  LineSettings port = settings;
+  if (port.Baud == 0) port.Baud = directBaud;
+  comQZ().Open(port);
+  comQZ().SetRTSEnable(true);
+  comQZ().SetDTREnable(true);
+}
+
+QString NoPanelAtPort(const LineSettings& settings) {
+  return QStringLiteral(
+             "No panel answers at %1. Check the cable, the panel's power and the number "
+             "of the port.")
+      .arg(PortText(settings.Port));
 }

@@ -1,15 +1,14 @@
-#include "link/panel_transact.h"
+#include "line/panel_transact.h"
 
 #include <limits>
 #include <utility>
 
-#include "link/transport.h"
+#include "line/line_hooks.h"
+#include "line/line_kinds.h"
+#include "line/session.h"
 #include "panel/hex.h"
-#include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/stopwatch.h"
-#include "shell/controls/child_form.h"
-#include "shell/shell.h"
 
 std::string ReplyText;
 Int16 ReplyLength = 0;
@@ -21,20 +20,16 @@ constexpr int Drains = 4;
 
 bool endedWhileWaiting = false;
 
-bool OnSocket() {
-  return ConnectionType() >= ConnectionTCP;
+Transport& Carrier() {
+  return LineKindOf(LineType()).Line();
 }
 
-std::string Receive() {
-  return OnSocket() ? WinSockQZ().GetData() : comQZ().Input();
+void Drain(Transport& line) {
+  for (int i = 0; i < Drains; ++i) line.Take();
 }
 
-void Drain() {
-  for (int i = 0; i < Drains; ++i) Receive();
-}
-
-void Send(const std::string& text) {
-  OnSocket() ? WinSockQZ().SendData(text) : comQZ().Output(text);
+void TellLinkStatus(const QString& text) {
+  if (Line.LinkStatus) Line.LinkStatus(text);
 }
 
 /// An 8-bit rotate left with the carry wrapped round, and the character added.
@@ -51,28 +46,13 @@ int FrameChecksum(std::string_view text) {
 /// Waits until `count` characters are there, the line is gone or the time is up. Whether they came
 /// before the deadline; what comes with its last instant has not. Each wait has a stopwatch of its
 /// own, so that one inside another does not put the outer deadline off.
-bool Await(SerialControl& line, int count, Int32 deadlineMs) {
+bool Await(Transport& line, int count, Int32 deadlineMs) {
   const Stopwatch stopwatch;
-  for (qint64 left = deadlineMs; left > 0 && line.InBufferCount() < count && line.PortOpen();
+  for (qint64 left = deadlineMs; left > 0 && line.Waiting() < count && line.IsOpen();
        left = deadlineMs - stopwatch.ElapsedMs()) {
     line.Wait(count, left);
   }
-  return stopwatch.ElapsedMs() < deadlineMs && line.InBufferCount() >= count;
-}
-
-bool Await(SocketControl& line, int count, Int32 deadlineMs) {
-  const Stopwatch stopwatch;
-  for (qint64 left = deadlineMs;
-       left > 0 && line.BytesReceived() < count && line.State() == SocketControl::Up;
-       left = deadlineMs - stopwatch.ElapsedMs()) {
-    line.Wait(count, left);
-  }
-  return stopwatch.ElapsedMs() < deadlineMs && line.BytesReceived() >= count;
-}
-
-void ReadReply() {
-  ReplyText = Receive();
-  ReplyLength = static_cast<Int16>(ReplyText.size());
+  return stopwatch.ElapsedMs() < deadlineMs && line.Waiting() >= count;
 }
 
 /// Counted from the end of the reply: nothing else of it is tested.
@@ -116,54 +96,48 @@ std::string PanelFrame(std::string_view command) {
   return "[" + body + HexByte(FrameChecksum(body)) + "]";
 }
 
+Int16 LineType() {
+  return Line.ConnectionType ? Line.ConnectionType() : OpenedType();
+}
+
 Int16 PanelTransact(const std::string& command, Int16 expectedLength, Int32 timeoutSeconds) {
   endedWhileWaiting = false;
-  const Int32 deadlineMs =
-      Milliseconds(timeoutSeconds, ConnectionType() == ConnectionModem ? 3 : 1);
+  const Int32 deadlineMs = Milliseconds(timeoutSeconds, LineKindOf(LineType()).TimeOutFactor);
   if (Connected == 0) return 0;
-  Drain();
+  Drain(Carrier());
   const std::string frame = PanelFrame(command);
   for (int retry = 1;; ++retry) {
-    Drain();
-    Send(frame);
-    const bool answered = OnSocket() ? Await(WinSockQZ(), expectedLength, deadlineMs)
-                                     : Await(comQZ(), expectedLength, deadlineMs);
+    Drain(Carrier());
+    Carrier().Send(frame);
+    const bool answered = Await(Carrier(), expectedLength, deadlineMs);
     if (Connected == 0) {
       endedWhileWaiting = true;
       return 0;
     }
     if (answered) {
-      ReadReply();
+      ReplyText = Carrier().Take();
+      ReplyLength = static_cast<Int16>(ReplyText.size());
       if (ReplyVerified()) {
-        SetLinkStatus(QStringLiteral("Connected"));
+        TellLinkStatus(QStringLiteral("Connected"));
         return -1;
       }
     }
     if (retry == Attempts) return 0;
-    SetLinkStatus(QStringLiteral("Error - Retry: %1").arg(retry));
+    TellLinkStatus(QStringLiteral("Error - Retry: %1").arg(retry));
   }
 }
 
 bool ModemTransact(const std::string& text, Int16 expectedLength, Int32 timeoutSeconds) {
   if (Connected == 0) return false;
   const Int32 deadlineMs = Milliseconds(timeoutSeconds, 1);
-  for (int i = 0; i < Drains; ++i) comQZ().Input();
-  comQZ().Output(text);
+  Drain(comQZ());
+  comQZ().Send(text);
   const bool answered = Await(comQZ(), expectedLength, deadlineMs);
-  ReplyText = comQZ().Input();
+  ReplyText = comQZ().Take();
   if (answered) ReplyLength = static_cast<Int16>(ReplyText.size());
   return answered;
 }
 
-void PanelConnectionLost() {
-  if (std::exchange(endedWhileWaiting, false) || ProgramEnding()) return;
-  if (Link.DisconnectQZ) Link.DisconnectQZ();
-  UnloadAllForms();
-  if (ChildForm* form = ShowForm(Screen::Connect)) {
-    if (auto* connect = form->findChild<QWidget*>(QStringLiteral("cmdConnect")))
-      connect->setFocus();
-  }
-  MsgBox(QStringLiteral("Connection To Tamberloom 3 Panel Lost"), MsgIcon::Exclamation,
-         ProgramTitle);
-  UpdateStatusBar();
+bool EndedWhileWaiting() {
+  return std::exchange(endedWhileWaiting, false);
 }

@@ -1,0 +1,36 @@
+#include "line/session.h"
+
+#include "line/line_hooks.h"
+#include "line/line_kinds.h"
+#include "line/modem_transport.h"
+#include "line/panel_commands.h"
+#include "panel/panel_record.h"
+#include "panel/program_state.h"
+
+LineHooks Line;
+
+namespace {
+
+Int16 openedType = ConnectionUSB;
+
+}  // namespace
+
+std::string ConnectPanel(Int16 connectionType, const LineSettings& settings) {
+  Connected = -1;
+  openedType = connectionType;
+  const LineKind& kind = LineKindOf(connectionType);
+  kind.Open(settings);
+  const std::optional<std::string> firmware = ReadFirmware();
+  if (!firmware) throw TransportFailure(kind.NoPanel(settings));
+  return *firmware;
+}
+
+void DisconnectPanel() {
+  HangUpModem();
+  CloseTransports();
+  Connected = 0;
+}
+
+Int16 OpenedType() {
+  return openedType;
+}

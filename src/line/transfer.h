@@ -1,0 +1,33 @@
+#pragma once
+
+#include <functional>
+
+#include "panel/panel_image.h"
+
+// Transfers of the whole memory, block by block, confirmed by the panel's own sum.
+
+/// What has come of a transfer; the numbers are those that users are told.
+enum class TransferOutcome : Int16 {
+  Cancelled = -1,
+  Complete = 0,
+  BlockNotWritten = 1,
+  SumDiffers = 2,
+  NoSum = 3,
+  BlockNotRead = 19
+};
+
+/// What a transfer asks and tells whoever watches it; any may be empty.
+struct TransferWatch {
+  /// Asked before each block.
+  std::function<bool()> Cancelled = {};
+  /// Block 1 to 640 is about to be sent, or has been read.
+  std::function<void(int block)> Block = {};
+  /// All blocks are through, and the panel is about to be asked for its sum.
+  std::function<void()> Sum = {};
+};
+
+/// Sends an image. A transfer that does not end Complete leaves the panel half new.
+[[nodiscard]] TransferOutcome SendImage(const PanelImageType& image, const TransferWatch& watch);
+
+/// Reads an image, which is the panel's memory only after Complete.
+[[nodiscard]] TransferOutcome FetchImage(PanelImageType& image, const TransferWatch& watch);
