@@ -1,5 +1,7 @@
 #include "line/transfer.h"
 
+#include <algorithm>
+
 #include "line/panel_commands.h"
 
 namespace {
@@ -14,6 +16,23 @@ void TellBlock(const TransferWatch& watch, int block) {
 
 void AddBlock(ImageSum& sum, int block, const PanelImageType& image) {
   for (int i = 0; i < ImageBlockSize; ++i) sum.Add(image(block * ImageBlockSize + i));
+}
+
+ImageSum SumOf(const PanelImageType& image) {
+  ImageSum sum;
+  for (const Int16 element : image.elements) sum.Add(element);
+  return sum;
+}
+
+PasswordDigits PassWordIn(const PanelImageType& image) {
+  PasswordDigits digits;
+  std::copy_n(&image(PasswordAddress), digits.size(), digits.begin());
+  return digits;
+}
+
+bool SameBlock(int block, const PanelImageType& one, const PanelImageType& other) {
+  const auto* first = &one(block * ImageBlockSize);
+  return std::equal(first, first + ImageBlockSize, &other(block * ImageBlockSize));
 }
 
 TransferOutcome Verify(const ImageSum& sum, const TransferWatch& watch) {
@@ -45,4 +64,35 @@ TransferOutcome FetchImage(PanelImageType& image, const TransferWatch& watch) {
     TellBlock(watch, block);
   }
   return Verify(sum, watch);
+}
+
+TransferOutcome SendChanges(const PanelImageType& known, const PasswordDigits& current,
+                            const PanelImageType& image, const TransferWatch& watch) {
+  PanelImageType held = known;
+  std::copy(current.begin(), current.end(), &held(PasswordAddress));
+  const std::optional<Int32> panelSum = ReadMemorySum();
+  if (!panelSum) return TransferOutcome::NoSum;
+  if (*panelSum != SumOf(held).Value()) return TransferOutcome::HoldsSomethingElse;
+
+  const PasswordDigits wanted = PassWordIn(image);
+  const bool newPassWord = wanted != current;
+  if (newPassWord && !WritePassWord(wanted)) return TransferOutcome::PasswordNotWritten;
+  std::copy(wanted.begin(), wanted.end(), &held(PasswordAddress));
+  if (!newPassWord && held == image) return TransferOutcome::NothingChanged;
+  for (int block = 0; block < ImageBlockCount; ++block) {
+    if (SameBlock(block, held, image)) continue;
+    if (CancelAsked(watch)) return TransferOutcome::Cancelled;
+    TellBlock(watch, block);
+    if (!WriteBlock(block, image)) return TransferOutcome::BlockNotWritten;
+  }
+  return Verify(SumOf(image), watch);
+}
+
+QString TimeLeft(qint64 elapsedMs, int block) {
+  constexpr qint64 settledMs = 1000;
+  if (elapsedMs < settledMs) return {};
+  const auto seconds =
+      static_cast<int>(elapsedMs * (ImageBlockCount - block) / std::max(block, 1) / 1000 + 1);
+  return seconds < 60 ? QStringLiteral("About %1 s left").arg(seconds)
+                      : QStringLiteral("About %1 min left").arg((seconds + 59) / 60);
 }

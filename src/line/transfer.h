@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <functional>
 
 #include "panel/panel_image.h"
@@ -13,7 +14,11 @@ enum class TransferOutcome : Int16 {
   BlockNotWritten = 1,
   SumDiffers = 2,
   NoSum = 3,
-  BlockNotRead = 19
+  BlockNotRead = 19,
+  // Of sending what has changed:
+  HoldsSomethingElse = 100,  ///< Than what is remembered of the panel; nothing was written.
+  NothingChanged = 101,      ///< Nothing was written but a new password.
+  PasswordNotWritten = 102
 };
 
 /// What a transfer asks and tells whoever watches it; any may be empty.
@@ -31,3 +36,13 @@ struct TransferWatch {
 
 /// Reads an image, which is the panel's memory only after Complete.
 [[nodiscard]] TransferOutcome FetchImage(PanelImageType& image, const TransferWatch& watch);
+
+/// Sends the blocks in which an image differs from what the panel holds, `known`, if the panel's
+/// own sum says that it holds just this, with the password `current`; then confirms the whole by
+/// the sum. `image` has the password `current`, or a new one that is written first.
+[[nodiscard]] TransferOutcome SendChanges(const PanelImageType& known,
+                                          const PasswordDigits& current,
+                                          const PanelImageType& image, const TransferWatch& watch);
+
+/// What is left of a transfer at the pace so far, "About 12 s left"; empty until there is a pace.
+QString TimeLeft(qint64 elapsedMs, int block);

@@ -40,14 +40,30 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
       {{"h", "help"}, QStringLiteral("Show this text.")},
       {{"v", "version"}, QStringLiteral("Show the version.")},
       {"json", QStringLiteral("Print rows as JSON objects, one a line.")},
-      {"names", QStringLiteral("compare: names count too. project: take the panel's names.")},
       {"date", QStringLiteral("document: when it says that it was created."),
        QStringLiteral("\"2026-11-25 10:00\"")},
       {"name", QStringLiteral("document: the file name that it says."), QStringLiteral("NAME")},
       {"pdf", QStringLiteral("report: the file to print to."), QStringLiteral("OUT.pdf")},
       {"xlsx", QStringLiteral("report: the spreadsheet to write."), QStringLiteral("OUT.xlsx")},
       {"paper", QStringLiteral("report: letter or A4."), QStringLiteral("PAPER")},
+      {"no-names", QStringLiteral("read: leave the names as in a new panel.")},
+      {"changes", QStringLiteral("send: only what has changed since the last read or send.")},
+      {"password-file",
+       QStringLiteral("send: what holds the panel's password; else "
+                      "TAMBERLOOM3_PASSWORD does, or it is asked for."),
+       QStringLiteral("FILE")},
+      {"set", QStringLiteral("clock: set it by this computer's.")},
+      {"every", QStringLiteral("watch: how often to look, 2 unless told."),
+       QStringLiteral("SECONDS")},
   });
+  // Of a panel that is looked at, the names come from somewhere.
+  const bool namesFrom = arguments.contains(u"status"_qs) || arguments.contains(u"watch"_qs);
+  QCommandLineOption names(
+      {QStringLiteral("names")},
+      QStringLiteral("compare: names count too. project: take the panel's names. status, watch: "
+                     "the project that tells them, in place of the panel."));
+  if (namesFrom) names.setValueName(QStringLiteral("FILE"));
+  parser.addOption(names);
   const bool parsed = parser.parse(arguments);
   CommandLine line;
   if (parsed && parser.isSet(QStringLiteral("help"))) {
@@ -75,6 +91,19 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
   }
   line.Json = parser.isSet(QStringLiteral("json"));
   line.Names = parser.isSet(QStringLiteral("names"));
+  if (namesFrom) line.NamesFrom = parser.value(names);
+  line.NoNames = parser.isSet(QStringLiteral("no-names"));
+  line.Changes = parser.isSet(QStringLiteral("changes"));
+  line.Set = parser.isSet(QStringLiteral("set"));
+  line.PasswordFile = parser.value(QStringLiteral("password-file"));
+  if (parser.isSet(QStringLiteral("every"))) {
+    bool isNumber = false;
+    line.EverySeconds = parser.value(QStringLiteral("every")).toDouble(&isNumber);
+    constexpr double longest = 86400;
+    if (!isNumber || line.EverySeconds < 0 || line.EverySeconds > longest) {
+      Refuse(QStringLiteral("--every takes seconds, 0 to 86400"));
+    }
+  }
   line.FileName = parser.value(QStringLiteral("name"));
   line.Pdf = parser.value(QStringLiteral("pdf"));
   line.Workbook = parser.value(QStringLiteral("xlsx"));

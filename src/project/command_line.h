@@ -9,8 +9,14 @@ struct CommandLine {
   QStringList Files;
   bool Json = false;
   bool Names = false;
-  QDateTime Date;  ///< Now unless told.
-  QString Pdf;     ///< What a report is written to; empty for nothing.
+  QString NamesFrom;  ///< The project that names what a panel tells; empty for the panel itself.
+  bool NoNames = false;
+  bool Changes = false;     ///< Only these are sent.
+  bool Set = false;         ///< The panel's clock.
+  double EverySeconds = 2;  ///< Between two looks.
+  QString PasswordFile;     ///< Empty: the environment or the terminal tells it.
+  QDateTime Date;           ///< Now unless told.
+  QString Pdf;              ///< What a report is written to; empty for nothing.
   QString Workbook;
   QString Paper;     ///< "A4" or "letter"; that of the country unless told.
   QString FileName;  ///< What the document says; the file's own unless told.

@@ -1,0 +1,36 @@
+#include "project/interrupt.h"
+
+#include <unistd.h>
+
+#include <csignal>
+#include <string>
+#include <tuple>
+
+#include "project/output.h"
+
+namespace {
+
+std::string lastWords;
+int lastStatus = StatusGood;
+
+/// Nothing else may be done in a signal's handler.
+void End(int) {
+  std::ignore = write(STDERR_FILENO, lastWords.data(), lastWords.size());
+  _exit(lastStatus);
+}
+
+void EndOnSignals() {
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, End);
+}
+
+}  // namespace
+
+void ExitQuietlyOnInterrupt() {
+  EndOnSignals();
+}
+
+void TellOnInterrupt(const QString& text) {
+  lastWords = ("\ntamberloom3-project: " + text + "\n").toStdString();
+  lastStatus = StatusFailed;
+  EndOnSignals();
+}

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QString>
+
+/// Ctrl+C, or the end of the session, ends the program at once with StatusGood: what it has printed
+/// is complete.
+void ExitQuietlyOnInterrupt();
+
+/// It ends the program with StatusFailed and the text on standard error.
+void TellOnInterrupt(const QString& text);

@@ -1,0 +1,146 @@
+#include "project/live_commands.h"
+
+#include <QRegularExpression>
+#include <iostream>
+#include <map>
+
+#include "line/panel_commands.h"
+#include "panel/stopwatch.h"
+#include "project/interrupt.h"
+#include "project/panel_states.h"
+#include "project/rows.h"
+
+const QStringList ClockColumns = {"Time", "Panel", "Apart"};
+const QStringList StatusColumns = {"Item", "State", "Name"};
+const QStringList WatchColumns = {"Time", "Item", "Was", "Is", "Name"};
+
+namespace {
+
+PanelAddress AddressOf(const QString& place) {
+  if (const auto address = ParsePanelAddress(place)) return *address;
+  throw RunTimeFailure((place + ": is no panel's address, such as tcp:10.0.0.7").toStdString());
+}
+
+/// With this computer's offset from UTC, which the panel does not know of.
+QString IsoTime(const QDateTime& time) {
+  return time.toOffsetFromUtc(time.offsetFromUtc()).toString(Qt::ISODate);
+}
+
+QDateTime PanelTime(const PanelAt& panel) {
+  constexpr int century = 2000;
+  const PanelStatus status = panel.Answer(ReadPanelStatus());
+  const QDateTime time(QDate(century + status.Year, status.Month, status.Day),
+                       QTime(status.Hour, status.Minute, status.Second));
+  if (!time.isValid()) panel.Fail(QStringLiteral("the panel's clock tells no time"));
+  return time;
+}
+
+StateNames NamesFor(const CommandLine& line, const PanelAt& panel) {
+  return line.NamesFrom.isEmpty() ? NamesOfPanel(panel) : NamesOfProject(line.NamesFrom);
+}
+
+QString NameOf(const StateNames& names, const Item& item) {
+  return OwnName(names.Names, item);
+}
+
+/// "RELAY 05 on", whatever the case.
+bool SwitchItem(const PanelAt& panel, const QString& words) {
+  static const QRegularExpression form(
+      QStringLiteral(R"(^\s*(RELAY|GROUP)\s+0*([1-9]\d?)\s+(on|off)\s*$)"),
+      QRegularExpression::CaseInsensitiveOption);
+  const QRegularExpressionMatch match = form.match(words);
+  const int number = match.captured(2).toInt();
+  if (!match.hasMatch() || number > ItemCount) return false;
+  const bool relay = match.captured(1).toUpper() == u"RELAY";
+  const bool on = match.captured(3).toLower() == u"on";
+  panel.Done(relay ? SwitchRelay(number - 1, on) : SwitchGroup(number - 1, on));
+  return true;
+}
+
+/// Each line is done as it comes.
+ExitStatus SwitchLines(const PanelAt& panel) {
+  ExitStatus status = StatusGood;
+  std::string text;
+  for (int number = 1; std::getline(std::cin, text); ++number) {
+    const QString words = QString::fromStdString(text);
+    if (words.trimmed().isEmpty() || SwitchItem(panel, words)) continue;
+    status = StatusFound;
+    TellFailure(qUtf8Printable(
+        QStringLiteral("line %1: \"%2\" is not such as \"RELAY 05 on\"").arg(number).arg(words)));
+  }
+  return status == StatusGood ? StatusGood : StatusFailed;
+}
+
+using States = std::map<QString, StateRow>;
+
+States ByCode(const std::vector<StateRow>& rows) {
+  States states;
+  for (const StateRow& row : rows) states[row.Code] = row;
+  return states;
+}
+
+}  // namespace
+
+ExitStatus ShowClock(const CommandLine& line, const QStringList& places) {
+  const PanelAt panel(AddressOf(places[0]));
+  if (line.Set) panel.Done(SetPanelClock(Now()));
+  const QDateTime told = PanelTime(panel);
+  const QDateTime now = Now();
+  PrintRow(line, ClockColumns, {IsoTime(now), IsoTime(told), static_cast<int>(now.secsTo(told))});
+  return StatusGood;
+}
+
+ExitStatus ShowStatus(const CommandLine& line, const QStringList& places) {
+  const PanelAt panel(AddressOf(places[0]));
+  const StateNames names = NamesFor(line, panel);
+  for (const StateRow& row : ReadStates(panel, names)) {
+    PrintRowNow(line, StatusColumns, {row.Code, row.State, NameOf(names, row.Where)});
+  }
+  return StatusGood;
+}
+
+ExitStatus WatchPanel(const CommandLine& line, const QStringList& places) {
+  const PanelAddress address = AddressOf(places[0]);
+  const QString connected = QStringLiteral("connected");
+  const QString lost = QStringLiteral("lost");
+  const auto tell = [&](const QString& item, const QString& was, const QString& is,
+                        const QString& name) {
+    PrintRowNow(line, WatchColumns, {IsoTime(Now()), item, was, is, name});
+  };
+  ExitQuietlyOnInterrupt();
+  std::optional<PanelAt> panel(std::in_place, address);
+  StateNames names = NamesFor(line, *panel);
+  States known = ByCode(ReadStates(*panel, names));
+  for (;; Pause(static_cast<qint64>(line.EverySeconds * 1000))) {
+    try {
+      const bool back = !panel;
+      if (back) panel.emplace(address);
+      const States states = ByCode(ReadStates(*panel, names));
+      if (back) tell(QStringLiteral("PANEL"), lost, connected, {});
+      for (const auto& [code, row] : states) {
+        const auto before = known.find(code);
+        const QString was = before == known.end() ? QString() : before->second.State;
+        if (was != row.State) tell(code, was, row.State, NameOf(names, row.Where));
+      }
+      for (const auto& [code, row] : known) {
+        if (!states.count(code)) tell(code, row.State, {}, NameOf(names, row.Where));
+      }
+      known = states;
+    } catch (const PanelFailure&) {
+      if (panel) tell(QStringLiteral("PANEL"), connected, lost, {});
+      panel.reset();
+    }
+  }
+}
+
+ExitStatus SwitchItems(const CommandLine&, const QStringList& places) {
+  const PanelAddress address = AddressOf(places[0]);
+  const QString words = places.mid(1).join(u' ');
+  const PanelAt panel(address);
+  if (words == u"-") return SwitchLines(panel);
+  if (!SwitchItem(panel, words)) {
+    throw RunTimeFailure(
+        QStringLiteral("\"%1\" is not such as \"RELAY 05 on\"").arg(words).toStdString());
+  }
+  return StatusGood;
+}

@@ -1,0 +1,31 @@
+#include "project/rows.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QJsonValue>
+
+#include "project/output.h"
+
+void PrintRow(const CommandLine& line, const QStringList& columns, const QVariantList& cells) {
+  if (line.Json) {
+    QJsonObject object;
+    for (int i = 0; i < columns.size(); ++i) object[columns[i]] = QJsonValue::fromVariant(cells[i]);
+    Print(QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n');
+    return;
+  }
+  QStringList texts;
+  for (const QVariant& cell : cells) {
+    QString text = cell.toString();
+    // A name may hold what separates cells and rows.
+    for (QChar& character : text) {
+      if (character < u' ') character = u' ';
+    }
+    texts << text;
+  }
+  Print(texts.join(u'\t').toUtf8() + '\n');
+}
+
+void PrintRowNow(const CommandLine& line, const QStringList& columns, const QVariantList& cells) {
+  PrintRow(line, columns, cells);
+  FlushOutput();
+}

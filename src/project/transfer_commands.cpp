@@ -1,0 +1,153 @@
+#include <termios.h>
+#include <unistd.h>
+
+#include <QFile>
+#include <QScopeGuard>
+#include <algorithm>
+#include <iostream>
+
+#include "document/rules/uses.h"
+#include "line/known_memory.h"
+#include "line/panel_commands.h"
+#include "panel/defaults.h"
+#include "panel/panel_image.h"
+#include "project/interrupt.h"
+#include "project/live_commands.h"
+#include "project/panel_at.h"
+#include "project/places.h"
+
+namespace {
+
+/// A line typed on the terminal, which does not show it.
+QString AskOnTerminal() {
+  termios usual{};
+  tcgetattr(STDIN_FILENO, &usual);
+  termios silent = usual;
+  silent.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+  tcsetattr(STDIN_FILENO, TCSAFLUSH, &silent);
+  const auto restore = qScopeGuard([&usual] {
+    tcsetattr(STDIN_FILENO, TCSAFLUSH, &usual);
+    std::fputc('\n', stderr);
+  });
+  std::fputs("The panel's password: ", stderr);
+  std::string typed;
+  std::getline(std::cin, typed);
+  return QString::fromStdString(typed);
+}
+
+QString PasswordText(const CommandLine& line) {
+  if (!line.PasswordFile.isEmpty()) {
+    QFile file(line.PasswordFile);
+    if (!file.open(QIODevice::ReadOnly)) {
+      throw RunTimeFailure((line.PasswordFile + ": " + file.errorString()).toStdString());
+    }
+    constexpr qint64 most = 100;
+    return QString::fromUtf8(file.readLine(most));
+  }
+  if (const QString set = qEnvironmentVariable("TAMBERLOOM3_PASSWORD"); !set.isEmpty()) return set;
+  if (isatty(STDIN_FILENO) != 0) return AskOnTerminal();
+  throw RunTimeFailure(
+      "the panel's password is missing: --password-file FILE or TAMBERLOOM3_PASSWORD");
+}
+
+PasswordDigits Password(const CommandLine& line) {
+  PasswordDigits digits{};
+  const QString text = PasswordText(line).trimmed();
+  const bool right =
+      text.size() == static_cast<int>(digits.size()) &&
+      std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+  if (!right) throw RunTimeFailure("a panel's password has six digits");
+  for (std::size_t i = 0; i < digits.size(); ++i) {
+    digits[i] = static_cast<Int16>(text[static_cast<int>(i)].digitValue());
+  }
+  return digits;
+}
+
+/// What forbids nothing.
+void TellOtherHardware(const PanelAt& panel, const Project& project) {
+  const PanelStatus status = panel.Answer(ReadPanelStatus());
+  const auto tell = [&](const QString& what) {
+    TellFailure(qUtf8Printable(panel.Address().Text + ": " + what + "; it is sent all the same"));
+  };
+  const int points = InstalledPoints(project);
+  if (status.Points != points) {
+    tell(QStringLiteral("the panel has %1 relays and inputs, the project %2")
+             .arg(status.Points)
+             .arg(points));
+  }
+  if (status.CardType != project.Panel.AddOnModuleType) {
+    tell(QStringLiteral("the panel's add-on module is of type %1, the project's of type %2")
+             .arg(status.CardType)
+             .arg(project.Panel.AddOnModuleType));
+  }
+}
+
+constexpr const char* HalfNew =
+    "; the panel is half new and may not work properly until all of a project is sent";
+
+ExitStatus StatusOfSending(const PanelAt& panel, TransferOutcome outcome,
+                           const PanelImageType& image) {
+  switch (outcome) {
+    case TransferOutcome::Complete:
+      RememberMemory(panel.Key(), image);
+      return StatusGood;
+    case TransferOutcome::NothingChanged:
+      TellFailure(qUtf8Printable(panel.Address().Text + ": nothing has changed"));
+      return StatusGood;
+    case TransferOutcome::HoldsSomethingElse:
+      TellFailure(qUtf8Printable(
+          panel.Address().Text +
+          ": holds something else than was last sent or read; nothing is written. Compare it, or "
+          "send all"));
+      return StatusFound;
+    case TransferOutcome::SumDiffers:
+      ForgetMemory(panel.Key());
+      panel.Fail(QStringLiteral("the panel's sum is not the project's") + QLatin1String(HalfNew));
+    case TransferOutcome::NoSum:
+      ForgetMemory(panel.Key());
+      panel.Fail(QStringLiteral("the panel does not tell the sum of its memory"));
+    default:
+      ForgetMemory(panel.Key());
+      panel.Fail(QStringLiteral("the panel no longer answers") + QLatin1String(HalfNew));
+  }
+}
+
+}  // namespace
+
+ExitStatus ReadPanel(const CommandLine& line, const QStringList& places) {
+  RefuseOutput(places[1], places[0]);
+  const auto address = ParsePanelAddress(places[0]);
+  if (!address) {
+    throw RunTimeFailure((places[0] + ": is no panel's address").toStdString());
+  }
+  const PanelImageType image = PanelAt(*address).ReadMemory();
+  StoreProject(places[1], UploadedOver(NewProject(), image, !line.NoNames));
+  return StatusGood;
+}
+
+ExitStatus SendToPanel(const CommandLine& line, const QStringList& places) {
+  const auto address = ParsePanelAddress(places[1]);
+  if (!address) {
+    throw RunTimeFailure((places[1] + ": is no panel's address").toStdString());
+  }
+  const Project project = LoadProject(places[0]).Content;
+  const PasswordDigits password = Password(line);
+  const auto image = std::make_unique<PanelImageType>();
+  BuildPanelImage(project, password, *image);
+  PanelAt panel(*address);
+  if (panel.Answer(ReadPassWord()) != password) {
+    panel.Fail(QStringLiteral("Password Invalid. Download Denied."));
+  }
+  if (!line.Changes) {
+    TellOtherHardware(panel, project);
+    TellOnInterrupt(panel.Address().Text + QLatin1String(": interrupted") + QLatin1String(HalfNew));
+    ForgetMemory(panel.Key());
+    return StatusOfSending(panel, SendImage(*image, ProgressOnTerminal()), *image);
+  }
+  const auto known = KnownMemory(panel.Key());
+  if (!known) {
+    panel.Fail(QStringLiteral("nothing is known of what the panel holds; read it, or send all"));
+  }
+  TellOnInterrupt(panel.Address().Text + QLatin1String(": interrupted") + QLatin1String(HalfNew));
+  return StatusOfSending(panel, SendChanges(*known, password, *image, {}), *image);
+}
