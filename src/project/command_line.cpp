@@ -32,7 +32,7 @@ QString CommandHelp() {
 CommandLine ParseCommandLine(const QStringList& arguments) {
   QCommandLineParser parser;
   parser.setApplicationDescription(
-      QStringLiteral("Checks, compares, reports and converts Orv Tamberloom 3 project files."));
+      QStringLiteral("Works on Orv Tamberloom 3 projects and panels without a window."));
   parser.addPositionalArgument(QStringLiteral("command"), QStringLiteral("One of those below."));
   parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("What it works on."),
                                QStringLiteral("file..."));

@@ -1,12 +1,11 @@
+#include "project/project_program.h"
+
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
-#include <QTemporaryDir>
 
 #include "document/rules/text/doc_file.h"
 #include "document/sample_panel.h"
-#include "panel/document_fixture.h"
 #include "panel/live_project.h"
 #include "panel/panel_image.h"
 #include "panel/project_file.h"
@@ -14,33 +13,6 @@
 // The program itself, as a script runs it.
 
 namespace {
-
-class ProjectProgramTest : public DocumentTest {
- protected:
-  /// Saves the live document.
-  QString Save(const char* name) {
-    CurrentFileName = folder.filePath(QString::fromLatin1(name));
-    WriteProjectFile();
-    return CurrentFileName;
-  }
-
-  int Run(const QStringList& arguments, const QString& printTo = {}, const char* setting = "") {
-    QProcess program;
-    if (!printTo.isEmpty()) program.setStandardOutputFile(printTo);
-    program.setEnvironment(QProcess::systemEnvironment() << QString::fromLatin1(setting));
-    program.start(QStringLiteral(PROJECT_PROGRAM), arguments);
-    EXPECT_TRUE(program.waitForFinished(60'000));
-    output = program.readAllStandardOutput();
-    errors = program.readAllStandardError();
-    return program.exitCode();
-  }
-
-  QStringList Lines() const { return QString::fromUtf8(output).split(u'\n', Qt::SkipEmptyParts); }
-
-  QTemporaryDir folder;
-  QByteArray output;
-  QByteArray errors;
-};
 
 TEST_F(ProjectProgramTest, ChecksManyFilesInTheirOrder) {
   const QString good = Save("good.T3");

@@ -34,8 +34,10 @@ class ListStyle : public QProxyStyle {
 
 /// The configuration of the fonts is a third of what a start computes. It is read beside the
 /// connection to the display, by the library that the toolkit asks for fonts, and kept there.
+std::thread fontsAhead;
+
 void ReadFontsAhead() {
-  static std::jthread reading([] {
+  fontsAhead = std::thread([] {
     QLibrary fontconfig(QStringLiteral("fontconfig"), 1);
     if (const QFunctionPointer init = fontconfig.resolve("FcInit")) {
       reinterpret_cast<int (*)()>(init)();
@@ -59,6 +61,7 @@ void MendQuietText() {
 }  // namespace
 
 Application::Application(int& argc, char** argv) : QApplication((ReadFontsAhead(), argc), argv) {
+  fontsAhead.join();
   setStyle(new ListStyle);
   MendQuietText();
   setApplicationName(ProgramTitle);

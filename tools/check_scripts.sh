@@ -1,0 +1,91 @@
+#!/usr/bin/env bash
+# Runs the recipes of docs/guide/scripts.md as they are printed, beside simulated panels, with the
+# programs of build/release.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source packaging/packages.sh
+install_missing mosquitto mosquitto-clients systemd git
+root=$PWD
+PATH="$root/build/release/bin:$PATH"
+
+complain() {
+  echo "docs/guide/scripts.md: $1" >&2
+  exit 1
+}
+# The code below a heading: the block of that number and language.
+recipe() {
+  awk -v heading="## $1" -v fence="\`\`\`$2" -v wanted="$3" '
+    /^## / { here = $0 == heading }
+    here && $0 == fence { inside = ++count == wanted; next }
+    /^```$/ { inside = 0 }
+    inside' "$root/docs/guide/scripts.md"
+}
+until_true() {
+  for _ in $(seq 100); do
+    "$@" && return
+    sleep 0.1
+  done
+  return 1
+}
+
+work=$(mktemp -d)
+trap 'kill $(jobs -p) 2>/dev/null || true; rm -rf "$work"' EXIT
+export HOME=$work/home GIT_CONFIG_GLOBAL=$work/gitconfig
+mkdir "$HOME" "$work/panels"
+git config --global user.name Night
+git config --global user.email night@localhost
+git config --global init.defaultBranch main
+cd "$work"
+
+port() { sed -n 's/^TCP: 127.0.0.1 port //p' "$1.log"; }
+for panel in office annex; do
+  tamberloom3-panel --tcp 0 </dev/null >"$panel.log" 2>&1 &
+  until_true grep -q ' port ' "$panel.log"
+  echo "$panel tcp:127.0.0.1:$(port "$panel")" >>panels/panels.list
+done
+PANEL=tcp:127.0.0.1:$(port office)
+export PANEL
+
+# The broker.
+mosquitto -p 18839 >mosquitto.log 2>&1 &
+until_true mosquitto_pub -p 18839 -t lights -m begin 2>/dev/null || complain "there is no broker"
+mkdir bin
+for client in mosquitto_pub mosquitto_sub; do
+  printf '#!/bin/sh\nexec /usr/bin/%s -p 18839 "$@"\n' $client >bin/$client
+  chmod +x bin/$client
+done
+PATH="$work/bin:$PATH"
+mosquitto_sub -t lights >lights.log &
+bash -c "$(recipe 'Lights on a message broker' sh 1)" &
+bash -c "$(recipe 'Lights on a message broker' sh 2)" &
+switched() {
+  mosquitto_pub -t switch -m 'RELAY 05 on'
+  sleep 0.5
+  grep -q '"Is":"on","Item":"RELAY 05"' lights.log
+}
+until_true switched || complain "no message tells of RELAY 05"
+
+# The nightly copy.
+recipe 'A nightly copy of many panels' sh 1 >bin/backup-panels
+chmod +x bin/backup-panels
+commits() { git -C panels rev-list --count HEAD; }
+backup-panels panels || complain "the copy of all panels failed"
+[ "$(git -C panels ls-files | tr '\n' ' ')" = "annex.txt office.txt " ] || complain "a text is missing"
+backup-panels panels
+[ "$(commits)" = 1 ] || complain "panels that have not changed make a commit"
+echo "gone tcp:127.0.0.1:1" >>panels/panels.list
+tamberloom3-project read "$PANEL" a.T3
+tamberloom3-project read "tcp:127.0.0.1:$(port annex)" b.T3 --no-names
+TAMBERLOOM3_PASSWORD=000000 tamberloom3-project send b.T3 "$PANEL"
+if backup-panels panels 2>told.log; then complain "a panel that is gone is no failure"; fi
+grep -q 'tcp:127.0.0.1:1: ' told.log || complain "a panel that is gone is not told"
+[ "$(commits)" = 2 ] || complain "a panel that has changed makes no commit"
+recipe 'A nightly copy of many panels' ini 1 >backup-panels.service
+recipe 'A nightly copy of many panels' ini 2 >backup-panels.timer
+sed -i "s#/usr/local/bin#$work/bin#" backup-panels.service
+systemd-analyze verify ./backup-panels.service ./backup-panels.timer
+
+# Many at once.
+sed -i '/^gone/d' panels/panels.list
+(cd panels && bash -c "$(recipe 'Forty panels at once' sh 1)")
+tamberloom3-project compare panels/office.T3 b.T3 || complain "office.T3 is not what the panel holds"
