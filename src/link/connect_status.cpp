@@ -10,45 +10,22 @@
 #include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/stopwatch.h"
-#include "panel/words.h"
-#include "shell/controls/row_grid.h"
 #include "shell/shell.h"
-
-namespace {
-
-/// By the card type that the panel reports.
-constexpr std::array AddOnCards = {"None",       "DMX",    "MODBUS", "N2",
-                                   "Voice/DTMF", "BACnet", "Modem",  "Ethernet"};
-
-QString AddOnCardText(int type, int revision) {
-  if (type >= static_cast<int>(AddOnCards.size())) return QStringLiteral("Unknown Type");
-  const QString card = QString::fromLatin1(AddOnCards[static_cast<std::size_t>(type)]);
-  return type == 0 ? card : card + QStringLiteral("  Rev %1").arg(revision);
-}
-
-/// "01:05:09 PM".
-QString ClockText(int hour, int minute, int second) {
-  constexpr int half = 12;
-  const bool afternoon = hour >= half;
-  if (afternoon) hour -= half;
-  return TwoDigits(hour == 0 ? half : hour) + u':' + TwoDigits(minute) + u':' + TwoDigits(second) +
-         (afternoon ? QStringLiteral(" PM") : QStringLiteral(" AM"));
-}
-
-}  // namespace
 
 void frmT3Connect::LoadRevLabels() {
   constexpr int rows = 2;
-  lblT2FirmwareRevision = AddDisplayCells(display, rows, "lblT2FirmwareRevision", 1.1);
+  fraOnLineFunctions->lblT2FirmwareRevision =
+      AddDisplayCells(fraOnLineFunctions->display, rows, "lblT2FirmwareRevision", 1.1);
 }
 
 void frmT3Connect::ShowRevLabels() {
-  for (int i = 0; i < lblT2FirmwareRevision.Count(); ++i) {
+  const ControlArray<Label>& cells = fraOnLineFunctions->lblT2FirmwareRevision;
+  for (int i = 0; i < cells.Count(); ++i) {
     const auto at = static_cast<std::size_t>(i);
-    lblT2FirmwareRevision(i).SetCaption(
+    cells(i).SetCaption(
         ToUnicode(at < PanelFirmwareText.size() ? PanelFirmwareText.substr(at, 1) : " "));
   }
-  display->TellChange();
+  fraOnLineFunctions->display->TellChange();
 }
 
 void frmT3Connect::Timer1_Timer() {
@@ -66,14 +43,7 @@ void frmT3Connect::ReadQZStatus() {
     PanelConnectionLost();
     return;
   }
-  lblReadAt->SetCaption(Now().toString(QStringLiteral("'Read at' hh:mm:ss")));
-  lblPanelTime->SetCaption(ClockText(status->Hour, status->Minute, status->Second));
-  const std::string_view day = Word(WeekdayNames, status->Weekday);
-  if (!day.empty()) weekday = ToUnicode(ShortName(day)) + u' ';
-  lblPanelDate->SetCaption(weekday + TwoDigits(status->Month) + u'/' + TwoDigits(status->Day) +
-                           u'/' + TwoDigits(status->Year));
-  lblIOInstalled->SetCaption(TwoDigits(status->Points) + QStringLiteral(" Inputs/Relays"));
-  lblAddOnCardTypeRev->SetCaption(AddOnCardText(status->CardType, status->CardRevision));
+  fraOnLineFunctions->ShowStatus(*status);
   if (HardwareChecked != 0) return;
   HardwareChecked = -1;
   CheckHardware(static_cast<Int16>(status->CardType));

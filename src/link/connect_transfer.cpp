@@ -1,13 +1,11 @@
 #include <QCoreApplication>
 #include <QScopeGuard>
-#include <algorithm>
 #include <utility>
 
 #include "line/panel_commands.h"
 #include "link/connect_form.h"
 #include "link/panel_link.h"
 #include "link/panel_queue.h"
-#include "panel/code_page.h"
 #include "panel/defaults.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
@@ -20,87 +18,35 @@ const QString PanelHalfNew = QStringLiteral(
     "\nTamberloom 3 Controller May Not Function\nProperly Until A Download Is Complete.");
 const QString DownloadCancelled = QStringLiteral("Manual Download Cancel.") + PanelHalfNew;
 
-/// What is left at the pace so far; nothing until there is a pace.
-QString TimeLeft(qint64 elapsedMs, int block) {
-  constexpr qint64 settledMs = 1000;
-  if (elapsedMs < settledMs) return {};
-  const auto seconds =
-      static_cast<int>(elapsedMs * (ImageBlockCount - block) / std::max(block, 1) / 1000 + 1);
-  return seconds < 60 ? QStringLiteral("About %1 s left").arg(seconds)
-                      : QStringLiteral("About %1 min left").arg((seconds + 59) / 60);
-}
-
 }  // namespace
 
 void frmT3Connect::MasterMDIMenuDisable() {
   DisableMainMenus();
-  cmdCancelUpDownLoad->setVisible(true);
-  transferTime.Restart();
-  lblTimeLeft->SetCaption({});
-  lblTimeLeft->setVisible(true);
+  fraOnLineFunctions->Progress->Begin();
   QCoreApplication::processEvents();
 }
 
 void frmT3Connect::MasterMDIMenuEnable() {
   EnableMainMenus();
-  cmdCancelUpDownLoad->setVisible(false);
-  lblTimeLeft->setVisible(false);
+  fraOnLineFunctions->Progress->End();
 }
 
 /// The other functions go off while the password or a transfer is under way.
 void frmT3Connect::LeaveOnLine() {
   Timer1->SetEnabled(false);
   leftFrom = focusWidget();
-  cmdUpLoadFromT2->setVisible(false);
-  cmdDownLoadToT2->setVisible(false);
-  lblErrors->setVisible(false);
-  for (QWidget* control :
-       {static_cast<QWidget*>(cmdConnect), static_cast<QWidget*>(cmdRefresh),
-        static_cast<QWidget*>(cmdSetQZClock), static_cast<QWidget*>(cmdVirtualKeypad),
-        static_cast<QWidget*>(cmdNetworkDiagnostics), static_cast<QWidget*>(lblPanelTime),
-        static_cast<QWidget*>(lblPanelDate)}) {
-    control->setEnabled(false);
-  }
+  fraOnLineFunctions->EnableFunctions(false);
+  line->cmdConnect->setEnabled(false);
 }
 
 void frmT3Connect::ReturnOnLine() {
-  fraPassWord->setVisible(false);
-  lblActivityProgress->setVisible(false);
-  pbActivityProgress->setVisible(false);
-  cmdUpLoadFromT2->setVisible(true);
-  cmdDownLoadToT2->setVisible(true);
-  ShowErrorsOfProject();
-  for (QWidget* control :
-       {static_cast<QWidget*>(cmdConnect), static_cast<QWidget*>(cmdRefresh),
-        static_cast<QWidget*>(cmdSetQZClock), static_cast<QWidget*>(cmdVirtualKeypad),
-        static_cast<QWidget*>(cmdNetworkDiagnostics), static_cast<QWidget*>(lblPanelTime),
-        static_cast<QWidget*>(lblPanelDate)}) {
-    control->setEnabled(true);
-  }
+  fraOnLineFunctions->fraPassWord->setVisible(false);
+  fraOnLineFunctions->Progress->Hide();
+  fraOnLineFunctions->EnableFunctions(true);
+  line->cmdConnect->setEnabled(true);
   if (Connected != 0) Timer1->SetEnabled(true);
   if (leftFrom && Connected != 0) leftFrom->setFocus();
   leftFrom = nullptr;
-}
-
-void frmT3Connect::ShowActivity(const QString& text) {
-  lblActivityProgress->SetCaption(text);
-  lblActivityProgress->setVisible(true);
-  pbActivityProgress->setValue(0);
-  pbActivityProgress->setVisible(true);
-}
-
-/// The words and the bar tell the block under way; they are painted as often as an eye can follow.
-void frmT3Connect::ShowBlock(const char* action, int block) {
-  lblActivityProgress->SetCaption(QStringLiteral("%1 Block %2 Of %3")
-                                      .arg(QLatin1String(action))
-                                      .arg(block)
-                                      .arg(ImageBlockCount));
-  pbActivityProgress->setValue(block);
-  const bool end = block == 1 || block == ImageBlockCount;
-  if (!pictureDue && !end) return;
-  progressShown.Restart();
-  lblTimeLeft->SetCaption(TimeLeft(transferTime.ElapsedMs(), block));
-  lblActivityProgress->repaint();
 }
 
 /// A user who closes the window while a block is under way is asked at the top of the next one.
@@ -124,27 +70,17 @@ void frmT3Connect::cmdCancelUpDownLoad_Click() {
   CancelRequested = -1;
 }
 
-/// Lets the click on Cancel arrive. Events and pictures come as often as an eye can follow: at
-/// every block they would take as long as a network takes to carry it.
-bool frmT3Connect::CancelPressed() {
-  constexpr qint64 pictureMs = 10;
-  pictureDue = progressShown.ElapsedMs() >= pictureMs;
-  if (pictureDue) QCoreApplication::processEvents();
-  return CancelRequested != 0;
-}
-
 void frmT3Connect::cmdDownLoadToT2_Click() {
   LeaveOnLine();
-  chkChangePanelPassWord->SetValue(0);
-  fraPassWord->setVisible(true);
-  txtPassWord(0).setFocus();
+  PassWordFrame* passWord = fraOnLineFunctions->fraPassWord;
+  passWord->chkChangePanelPassWord->SetValue(0);
+  passWord->setVisible(true);
+  passWord->txtPassWord(0).setFocus();
 }
 
 void frmT3Connect::chkChangePanelPassWord_Click() {
-  const bool change = chkChangePanelPassWord->Value() != 0;
-  lblNewPassWord->setVisible(change);
-  for (int i = 0; i < txtNewPassWord.Count(); ++i) txtNewPassWord(i).setVisible(change);
-  if (change) txtNewPassWord(0).setFocus();
+  PassWordFrame* passWord = fraOnLineFunctions->fraPassWord;
+  passWord->ShowNewPassWord(passWord->chkChangePanelPassWord->Value() != 0);
 }
 
 void frmT3Connect::cmdPassWordCancel_Click() {
@@ -152,8 +88,8 @@ void frmT3Connect::cmdPassWordCancel_Click() {
 }
 
 void frmT3Connect::cmdPassWordContinue_Click() {
-  fraPassWord->setVisible(false);
-  ShowActivity(QStringLiteral("Downloading Settings To Tamberloom 3"));
+  fraOnLineFunctions->fraPassWord->setVisible(false);
+  fraOnLineFunctions->Progress->Show(QStringLiteral("Downloading Settings To Tamberloom 3"));
   AskPanel([this] {
     const auto end = qScopeGuard([this] {
       ReturnOnLine();
@@ -163,14 +99,6 @@ void frmT3Connect::cmdPassWordContinue_Click() {
   });
 }
 
-PasswordDigits frmT3Connect::DigitsOf(const ControlArray<TextBox>& boxes) {
-  PasswordDigits digits{};
-  for (int i = 0; i < boxes.Count(); ++i) {
-    digits[static_cast<std::size_t>(i)] = static_cast<Int16>(boxes(i).Text().toInt());
-  }
-  return digits;
-}
-
 /// Compares here: a panel tells its password to any caller.
 bool frmT3Connect::PassWordAccepted() {
   const std::optional<PasswordDigits> panels = ReadPassWord();
@@ -178,52 +106,50 @@ bool frmT3Connect::PassWordAccepted() {
     PanelConnectionLost();
     return false;
   }
-  if (*panels == DigitsOf(txtPassWord)) return true;
+  if (*panels == fraOnLineFunctions->fraPassWord->Current()) return true;
   MsgBox(QStringLiteral("Password Invalid.\nDownload Denied."), MsgIcon::Critical, ProgramTitle);
   return false;
 }
 
 bool frmT3Connect::ChangePassWord() {
-  if (chkChangePanelPassWord->Value() == 0) return true;
-  if (!WritePassWord(DigitsOf(txtNewPassWord))) {
+  PassWordFrame* passWord = fraOnLineFunctions->fraPassWord;
+  if (passWord->chkChangePanelPassWord->Value() == 0) return true;
+  if (!WritePassWord(passWord->New())) {
     PanelConnectionLost();
     return false;
   }
   // The image takes the password from these boxes.
-  for (int i = 0; i < txtPassWord.Count(); ++i) txtPassWord(i).SetText(txtNewPassWord(i).Text());
+  passWord->AdoptNew();
   return true;
 }
 
-/// Runs a transfer with the menus locked and its progress on show.
-TransferOutcome frmT3Connect::Transfer(
-    const char* action, const std::function<TransferOutcome(const TransferWatch&)>& run) {
+/// Runs a transfer with the menus locked.
+TransferOutcome frmT3Connect::Transfer(const std::function<TransferOutcome()>& run) {
   MasterMDIMenuDisable();
-  const auto menus = qScopeGuard([this] {
+  const auto end = qScopeGuard([this] {
     writing = Writing::Nothing;
     MasterMDIMenuEnable();
   });
   CancelRequested = 0;
-  return run({.Cancelled = [this] { return CancelPressed(); },
-              .Block = [this, action](int block) { ShowBlock(action, block); },
-              .Sum =
-                  [this] {
-                    writing = Writing::Nothing;
-                    lblActivityProgress->SetCaption(QStringLiteral("Verify Checksum"));
-                    lblActivityProgress->repaint();
-                  }});
+  return run();
 }
 
 void frmT3Connect::DownLoadSettings() {
-  const TransferOutcome outcome = Transfer("Downloading", [this](TransferWatch watch) {
+  const TransferOutcome outcome = Transfer([this] {
+    BuildPanelImage(fraOnLineFunctions->fraPassWord->Current());
+    TransferWatch watch = fraOnLineFunctions->Progress->Watch("Downloading", CancelRequested);
     // A user who closes the window is asked between two blocks.
-    watch.Cancelled = [this, pressed = watch.Cancelled] {
+    watch.Cancelled = [this, shown = watch.Cancelled] {
       writing = Writing::TopOfBlock;
       CloseWindowIfAsked();
-      const bool cancelled = pressed();
+      const bool cancelled = shown();
       writing = Writing::Block;
       return cancelled;
     };
-    BuildPanelImage(DigitsOf(txtPassWord));
+    watch.Sum = [this, shown = watch.Sum] {
+      writing = Writing::Nothing;
+      shown();
+    };
     return SendImage(PanelImage, watch);
   });
   if (outcome == TransferOutcome::Complete) {
@@ -238,7 +164,7 @@ void frmT3Connect::DownLoadSettings() {
 
 void frmT3Connect::cmdUpLoadFromT2_Click() {
   LeaveOnLine();
-  ShowActivity(QStringLiteral("Uploading Settings From Tamberloom 3"));
+  fraOnLineFunctions->Progress->Show(QStringLiteral("Uploading Settings From Tamberloom 3"));
   AskPanel([this] {
     const auto end = qScopeGuard([this] { ReturnOnLine(); });
     UploadAnswered();
@@ -280,8 +206,9 @@ void frmT3Connect::UploadAnswered() {
 
 /// The document is touched only once the sum agrees.
 void frmT3Connect::UpLoadSettings() {
-  const TransferOutcome outcome = Transfer("Uploading", [](const TransferWatch& watch) {
-    const TransferOutcome fetched = FetchImage(PanelImage, watch);
+  const TransferOutcome outcome = Transfer([this] {
+    const TransferOutcome fetched =
+        FetchImage(PanelImage, fraOnLineFunctions->Progress->Watch("Uploading", CancelRequested));
     if (fetched == TransferOutcome::Complete) {
       ApplyPanelImage();
       DataChanged = -1;
@@ -301,22 +228,10 @@ void frmT3Connect::UpLoadSettings() {
     MsgBox(QStringLiteral("Upload Error: %1").arg(static_cast<int>(outcome)) + cleared,
            MsgIcon::Critical, QStringLiteral("Error"));
   }
-  ClearHostData(cancelled);
-}
-
-/// New-panel defaults, and the connection's settings shown as they are then.
-void frmT3Connect::ClearHostData(bool showPorts) {
+  // New-panel defaults, and the connection's settings shown as they are then.
   DisconnectQZ();
   LoadDefaults();
   FileNotInMemory = true;
   ForgetUnsavedWork();
-  SelectComPort();
-  for (int i = 0; i < chkConnectionType.Count(); ++i) chkConnectionType(i).ShowValue(i == 0);
-  if (showPorts) {
-    comPorts->setVisible(true);
-  } else {
-    ShowTrouble(QStringLiteral("Choose the connection again before you connect."));
-  }
-  txtPhoneNumber->SetText(ToUnicode(PhoneNumber()));
-  txtTCPIP->SetText(ToUnicode(TcpAddress()));
+  line->ShowDefaults(cancelled);
 }

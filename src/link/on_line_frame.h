@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QGroupBox>
+#include <functional>
+
+#include "line/panel_replies.h"
+#include "link/password_frame.h"
+#include "link/transfer_progress.h"
+#include "shell/controls/accessible_controls.h"
+
+/// How many errors the check finds in the project, told before a download and forbidding nothing.
+/// Empty where no check is known.
+extern std::function<int()> ErrorsOfProject;
+
+/// What the connected panel tells of itself, and all that can be done with it.
+class OnLineFrame : public QGroupBox {
+ public:
+  OnLineFrame();
+
+  void ShowStatus(const PanelStatus& status);
+  void ShowErrorsOfProject();
+  /// The functions, off while the password or a transfer is under way.
+  void EnableFunctions(bool enabled);
+
+  DescribedWidget* display = nullptr;
+  ControlArray<Label> lblT2FirmwareRevision;
+  Button* cmdRefresh = nullptr;
+  Label* lblReadAt = nullptr;
+  Button* cmdSetQZClock = nullptr;
+  Button* cmdVirtualKeypad = nullptr;
+  Button* cmdNetworkDiagnostics = nullptr;
+  Button* cmdDownLoadToT2 = nullptr;
+  Button* cmdUpLoadFromT2 = nullptr;
+  PassWordFrame* fraPassWord = nullptr;
+  std::unique_ptr<TransferProgress> Progress;
+
+ private:
+  void AddFacts(QBoxLayout* lines);
+  void AddFunctions(QBoxLayout* lines);
+
+  Label* lblPanelTime = nullptr;
+  Label* lblPanelDate = nullptr;
+  QString weekday_;  ///< In front of the panel's date; a weekday that is none leaves it.
+  Label* lblIOInstalled = nullptr;
+  Label* lblAddOnCardTypeRev = nullptr;
+  Label* lblErrors = nullptr;
+};

@@ -1,0 +1,107 @@
+#include "link/transfer_progress.h"
+
+#include <QCoreApplication>
+#include <algorithm>
+
+#include "link/named_control.h"
+
+namespace {
+
+/// What is left at the pace so far; nothing until there is a pace.
+QString TimeLeft(qint64 elapsedMs, int block) {
+  constexpr qint64 settledMs = 1000;
+  if (elapsedMs < settledMs) return {};
+  const auto seconds =
+      static_cast<int>(elapsedMs * (ImageBlockCount - block) / std::max(block, 1) / 1000 + 1);
+  return seconds < 60 ? QStringLiteral("About %1 s left").arg(seconds)
+                      : QStringLiteral("About %1 min left").arg((seconds + 59) / 60);
+}
+
+}  // namespace
+
+TransferProgress::TransferProgress(QBoxLayout* lines) {
+  lblActivityProgress =
+      NamedLabel(lines, "lblActivityProgress", QStringLiteral("Activity Progress"));
+  constexpr int announceMs = 2000;
+  lblActivityProgress->SetAnnounceMs(announceMs);
+  // So that another block needs no new layout.
+  constexpr int longestChars = 28;
+  lblActivityProgress->SetWidthInChars(longestChars);
+  pbActivityProgress = NamedControl<QProgressBar>(lines, "pbActivityProgress");
+  pbActivityProgress->setRange(0, ImageBlockCount);
+  pbActivityProgress->setTextVisible(false);
+  auto* cancel = new QHBoxLayout;
+  lblTimeLeft = NamedLabel(cancel, "lblTimeLeft");
+  lblTimeLeft->SetLook(Label::Look::Quiet);
+  cancel->addStretch(1);
+  cmdCancelUpDownLoad =
+      NamedControl<Button>(cancel, "cmdCancelUpDownLoad", QStringLiteral("Cancel"));
+  lines->addLayout(cancel);
+  Hide();
+  lblTimeLeft->setVisible(false);
+  cmdCancelUpDownLoad->setVisible(false);
+}
+
+void TransferProgress::Show(const QString& text) {
+  lblActivityProgress->SetCaption(text);
+  lblActivityProgress->setVisible(true);
+  pbActivityProgress->setValue(0);
+  pbActivityProgress->setVisible(true);
+}
+
+void TransferProgress::Hide() {
+  lblActivityProgress->setVisible(false);
+  pbActivityProgress->setVisible(false);
+}
+
+void TransferProgress::Begin() {
+  cmdCancelUpDownLoad->setVisible(true);
+  transferTime_.Restart();
+  lblTimeLeft->SetCaption({});
+  lblTimeLeft->setVisible(true);
+}
+
+void TransferProgress::End() {
+  cmdCancelUpDownLoad->setVisible(false);
+  lblTimeLeft->setVisible(false);
+}
+
+TransferWatch TransferProgress::Watch(const char* action, const Int16& cancelRequested) {
+  return {.Cancelled = [this, &cancelRequested] { return Cancelled(cancelRequested); },
+          .Block = [this, action](int block) { ShowBlock(action, block); },
+          .Sum = [this] { ShowVerify(); }};
+}
+
+/// Lets the click on Cancel arrive. Events and pictures come as often as an eye can follow: at
+/// every block they would take as long as a network takes to carry it.
+bool TransferProgress::Cancelled(const Int16& cancelRequested) {
+  constexpr qint64 pictureMs = 10;
+  pictureDue_ = painted_.ElapsedMs() >= pictureMs;
+  if (pictureDue_) QCoreApplication::processEvents();
+  return cancelRequested != 0;
+}
+
+void TransferProgress::ShowBlock(const char* action, int block) {
+  lblActivityProgress->SetCaption(QStringLiteral("%1 Block %2 Of %3")
+                                      .arg(QLatin1String(action))
+                                      .arg(block)
+                                      .arg(ImageBlockCount));
+  // By itself it would paint at every second block.
+  pbActivityProgress->setUpdatesEnabled(false);
+  pbActivityProgress->setValue(block);
+  pbActivityProgress->setUpdatesEnabled(true);
+  if (!pictureDue_ && block != 1 && block != ImageBlockCount) return;
+  lblTimeLeft->SetCaption(TimeLeft(transferTime_.ElapsedMs(), block));
+  Paint();
+}
+
+void TransferProgress::ShowVerify() {
+  lblActivityProgress->SetCaption(QStringLiteral("Verify Checksum"));
+  Paint();
+}
+
+void TransferProgress::Paint() {
+  painted_.Restart();
+  pbActivityProgress->repaint();
+  lblActivityProgress->repaint();
+}
