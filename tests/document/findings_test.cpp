@@ -212,8 +212,6 @@ TEST_F(FindingsTest, TheProjectIsRehearsedInThePanelsWindow) {
   Press("cmdRehearse");
   EXPECT_EQ(Text("lblFound"), "The panel's window has the new settings.");
   EXPECT_EQ(bytes(memory).mid(0x1420 + 40, 6), "HALL  ");
-  QTest::qWait(100);
-  EXPECT_EQ(bytes(started).count('\n'), 1);
   lock.unlock();
 
   QFile::remove(memory);
