@@ -13,8 +13,7 @@
 namespace {
 
 QString FileOf(const QString& key) {
-  return DataPath(QStringLiteral("Panels/")) +
-         QString::fromLatin1(QUrl::toPercentEncoding(key));
+  return DataPath(QStringLiteral("Panels/")) + QString::fromLatin1(QUrl::toPercentEncoding(key));
 }
 
 bool IsByte(Int16 element) {

@@ -1,5 +1,6 @@
 #include "line/session.h"
 
+#include "line/known_memory.h"
 #include "line/line_hooks.h"
 #include "line/line_kinds.h"
 #include "line/modem_transport.h"
@@ -12,12 +13,14 @@ LineHooks Line;
 namespace {
 
 Int16 openedType = ConnectionUSB;
+LineSettings openedSettings;
 
 }  // namespace
 
 std::string ConnectPanel(Int16 connectionType, const LineSettings& settings) {
   Connected = -1;
   openedType = connectionType;
+  openedSettings = settings;
   const LineKind& kind = LineKindOf(connectionType);
   kind.Open(settings);
   const std::optional<std::string> firmware = ReadFirmware();
@@ -33,4 +36,8 @@ void DisconnectPanel() {
 
 Int16 OpenedType() {
   return openedType;
+}
+
+QString OpenedPanel() {
+  return PanelKey(openedType, openedSettings);
 }

@@ -14,3 +14,6 @@ void DisconnectPanel();
 
 /// The connection type that was opened last.
 Int16 OpenedType();
+
+/// By what the panel that was opened last is remembered.
+QString OpenedPanel();

@@ -71,12 +71,12 @@ TransferOutcome SendChanges(const PanelImageType& known, const PasswordDigits& c
   PanelImageType held = known;
   std::copy(current.begin(), current.end(), &held(PasswordAddress));
   const std::optional<Int32> panelSum = ReadMemorySum();
-  if (!panelSum) return TransferOutcome::NoSum;
+  if (!panelSum) return TransferOutcome::NotAnswered;
   if (*panelSum != SumOf(held).Value()) return TransferOutcome::HoldsSomethingElse;
 
   const PasswordDigits wanted = PassWordIn(image);
   const bool newPassWord = wanted != current;
-  if (newPassWord && !WritePassWord(wanted)) return TransferOutcome::PasswordNotWritten;
+  if (newPassWord && !WritePassWord(wanted)) return TransferOutcome::NotAnswered;
   std::copy(wanted.begin(), wanted.end(), &held(PasswordAddress));
   if (!newPassWord && held == image) return TransferOutcome::NothingChanged;
   for (int block = 0; block < ImageBlockCount; ++block) {

@@ -18,7 +18,7 @@ enum class TransferOutcome : Int16 {
   // Of sending what has changed:
   HoldsSomethingElse = 100,  ///< Than what is remembered of the panel; nothing was written.
   NothingChanged = 101,      ///< Nothing was written but a new password.
-  PasswordNotWritten = 102
+  NotAnswered = 102          ///< Nothing was written.
 };
 
 /// What a transfer asks and tells whoever watches it; any may be empty.

@@ -49,6 +49,7 @@ void frmT3Connect::Form_Load() {
   onClick(fraOnLineFunctions->cmdVirtualKeypad, &frmT3Connect::cmdVirtualKeypad_Click);
   onClick(fraOnLineFunctions->cmdNetworkDiagnostics, &frmT3Connect::cmdNetworkDiagnostics_Click);
   onClick(fraOnLineFunctions->cmdDownLoadToT2, &frmT3Connect::cmdDownLoadToT2_Click);
+  onClick(fraOnLineFunctions->cmdSendChanges, &frmT3Connect::cmdSendChanges_Click);
   onClick(fraOnLineFunctions->cmdUpLoadFromT2, &frmT3Connect::cmdUpLoadFromT2_Click);
   PassWordFrame* passWord = fraOnLineFunctions->fraPassWord;
   passWord->chkChangePanelPassWord->Click = [this] { chkChangePanelPassWord_Click(); };

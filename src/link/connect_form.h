@@ -46,6 +46,7 @@ class frmT3Connect : public ChildForm {
   void cmdVirtualKeypad_Click();
   void cmdSetQZClock_Click();
   void cmdDownLoadToT2_Click();
+  void cmdSendChanges_Click();
   void cmdUpLoadFromT2_Click();
   void cmdCancelUpDownLoad_Click();
   void chkChangePanelPassWord_Click();
@@ -67,6 +68,11 @@ class frmT3Connect : public ChildForm {
   void CloseWindowIfAsked();
   bool PassWordAccepted();
   bool ChangePassWord();
+  void AskPassWord(bool changesAlone);
+  TransferWatch DownloadWatch();
+  void ShowDownloaded(TransferOutcome outcome);
+  void SendChangedSettings();
+  void AskInsteadOfChanges(const QString& why);
   TransferOutcome Transfer(const std::function<TransferOutcome()>& run);
   void UploadAnswered();
 
@@ -81,6 +87,7 @@ class frmT3Connect : public ChildForm {
   OnLineFrame* fraOnLineFunctions = nullptr;
   QPointer<QWidget> leftFrom;  ///< The function that the password or a transfer belongs to.
   enum class Writing { Nothing, TopOfBlock, Block } writing = Writing::Nothing;
-  bool closeAsked = false;  ///< While a block was under way.
-  bool linked = false;      ///< The hooks of the link are this screen's.
+  bool closeAsked = false;    ///< While a block was under way.
+  bool changesAlone = false;  ///< Of what the password is asked for.
+  bool linked = false;        ///< The hooks of the link are this screen's.
 };

@@ -2,7 +2,9 @@
 #include <QScopeGuard>
 #include <utility>
 
+#include "line/known_memory.h"
 #include "line/panel_commands.h"
+#include "line/session.h"
 #include "link/connect_form.h"
 #include "link/panel_link.h"
 #include "link/panel_queue.h"
@@ -71,6 +73,15 @@ void frmT3Connect::cmdCancelUpDownLoad_Click() {
 }
 
 void frmT3Connect::cmdDownLoadToT2_Click() {
+  AskPassWord(false);
+}
+
+void frmT3Connect::cmdSendChanges_Click() {
+  AskPassWord(true);
+}
+
+void frmT3Connect::AskPassWord(bool forChangesAlone) {
+  changesAlone = forChangesAlone;
   LeaveOnLine();
   PassWordFrame* passWord = fraOnLineFunctions->fraPassWord;
   passWord->chkChangePanelPassWord->SetValue(0);
@@ -95,7 +106,12 @@ void frmT3Connect::cmdPassWordContinue_Click() {
       ReturnOnLine();
       CloseWindowIfAsked();
     });
-    if (PassWordAccepted() && ChangePassWord()) DownLoadSettings();
+    if (!PassWordAccepted()) return;
+    if (changesAlone) {
+      SendChangedSettings();
+    } else if (ChangePassWord()) {
+      DownLoadSettings();
+    }
   });
 }
 
@@ -134,24 +150,34 @@ TransferOutcome frmT3Connect::Transfer(const std::function<TransferOutcome()>& r
   return run();
 }
 
+/// A user who closes the window is asked between two blocks.
+TransferWatch frmT3Connect::DownloadWatch() {
+  TransferWatch watch = fraOnLineFunctions->Progress->Watch("Downloading", CancelRequested);
+  watch.Cancelled = [this, shown = watch.Cancelled] {
+    writing = Writing::TopOfBlock;
+    CloseWindowIfAsked();
+    const bool cancelled = shown();
+    writing = Writing::Block;
+    return cancelled;
+  };
+  watch.Sum = [this, shown = watch.Sum] {
+    writing = Writing::Nothing;
+    shown();
+  };
+  return watch;
+}
+
 void frmT3Connect::DownLoadSettings() {
+  ForgetMemory(OpenedPanel());
   const TransferOutcome outcome = Transfer([this] {
     BuildPanelImage(fraOnLineFunctions->fraPassWord->Current());
-    TransferWatch watch = fraOnLineFunctions->Progress->Watch("Downloading", CancelRequested);
-    // A user who closes the window is asked between two blocks.
-    watch.Cancelled = [this, shown = watch.Cancelled] {
-      writing = Writing::TopOfBlock;
-      CloseWindowIfAsked();
-      const bool cancelled = shown();
-      writing = Writing::Block;
-      return cancelled;
-    };
-    watch.Sum = [this, shown = watch.Sum] {
-      writing = Writing::Nothing;
-      shown();
-    };
-    return SendImage(PanelImage, watch);
+    return SendImage(PanelImage, DownloadWatch());
   });
+  if (outcome == TransferOutcome::Complete) RememberMemory(OpenedPanel(), PanelImage);
+  ShowDownloaded(outcome);
+}
+
+void frmT3Connect::ShowDownloaded(TransferOutcome outcome) {
   if (outcome == TransferOutcome::Complete) {
     MsgBox(QStringLiteral("Download Complete"), MsgIcon::None, QStringLiteral("Download"));
   } else if (outcome == TransferOutcome::Cancelled) {
@@ -160,6 +186,54 @@ void frmT3Connect::DownLoadSettings() {
     MsgBox(QStringLiteral("Download Error: %1").arg(static_cast<int>(outcome)) + PanelHalfNew,
            MsgIcon::Critical, QStringLiteral("Error"));
   }
+}
+
+/// A new password is written once the panel has told that it holds what is known of it.
+void frmT3Connect::SendChangedSettings() {
+  const auto known = KnownMemory(OpenedPanel());
+  if (!known) {
+    AskInsteadOfChanges(
+        QStringLiteral("What This Panel Holds Is Not Known: It Has Not Been Downloaded To Or "
+                       "Uploaded From Here."));
+    return;
+  }
+  PassWordFrame* passWord = fraOnLineFunctions->fraPassWord;
+  const PasswordDigits current = passWord->Current();
+  const bool newPassWord = passWord->chkChangePanelPassWord->Value() != 0;
+  const TransferOutcome outcome = Transfer([&] {
+    BuildPanelImage(newPassWord ? passWord->New() : current);
+    return SendChanges(*known, current, PanelImage, DownloadWatch());
+  });
+  switch (outcome) {
+    case TransferOutcome::HoldsSomethingElse:
+      AskInsteadOfChanges(QStringLiteral(
+          "The Panel Holds Something Else Than Was Last Downloaded Or Uploaded Here."));
+      return;
+    case TransferOutcome::NothingChanged:
+      MsgBox(QStringLiteral("Nothing Has Changed Since The Last Download Or Upload."),
+             MsgIcon::None, QStringLiteral("Download"));
+      return;
+    case TransferOutcome::NotAnswered:
+      PanelConnectionLost();
+      return;
+    case TransferOutcome::Complete:
+      if (newPassWord) passWord->AdoptNew();
+      RememberMemory(OpenedPanel(), PanelImage);
+      break;
+    default:
+      ForgetMemory(OpenedPanel());
+  }
+  ShowDownloaded(outcome);
+}
+
+/// Nothing has been written.
+void frmT3Connect::AskInsteadOfChanges(const QString& why) {
+  const MsgAnswer answer =
+      MsgBox(why + QStringLiteral("\nNothing Was Written.\n\nDownload All Settings?\n\nNo goes to "
+                                  "Document, where Compare With Panel tells what differs."),
+             MsgIcon::Question, QStringLiteral("Download"), MsgButtons::YesNoCancel);
+  if (answer == MsgAnswer::No) ShowForm(Screen::Document);
+  if (answer == MsgAnswer::Yes && ChangePassWord()) DownLoadSettings();
 }
 
 void frmT3Connect::cmdUpLoadFromT2_Click() {
@@ -207,9 +281,11 @@ void frmT3Connect::UploadAnswered() {
 /// The document is touched only once the sum agrees.
 void frmT3Connect::UpLoadSettings() {
   const TransferOutcome outcome = Transfer([this] {
+    ForgetMemory(OpenedPanel());
     const TransferOutcome fetched =
         FetchImage(PanelImage, fraOnLineFunctions->Progress->Watch("Uploading", CancelRequested));
     if (fetched == TransferOutcome::Complete) {
+      RememberMemory(OpenedPanel(), PanelImage);
       ApplyPanelImage();
       DataChanged = -1;
     }

@@ -84,17 +84,19 @@ void OnLineFrame::AddFunctions(QBoxLayout* lines) {
                                                QStringLiteral("Network Diagnostics"));
   lines->addLayout(diagnostics);
   auto* transfers = new QVBoxLayout;
-  const auto addTransfer = [&](const char* name, const QString& caption) {
-    auto* row = new QHBoxLayout;
-    transfers->addLayout(row);
-    return NamedControl<Button>(row, name, caption);
-  };
-  cmdDownLoadToT2 =
-      addTransfer("cmdDownLoadToT2", QStringLiteral("Download Settings To Tamberloom 3"));
+  auto* down = new QHBoxLayout;
+  transfers->addLayout(down);
+  cmdDownLoadToT2 = NamedControl<Button>(down, "cmdDownLoadToT2",
+                                         QStringLiteral("Download Settings To Tamberloom 3"));
+  cmdSendChanges = NamedControl<Button>(down, "cmdSendChanges", QStringLiteral("Send Changes"));
+  cmdSendChanges->setToolTip(
+      QStringLiteral("Sends only what has changed since this panel's last download or upload."));
   lblErrors = NamedLabel(transfers, "lblErrors");
   lblErrors->SetLook(Label::Look::Quiet);
-  cmdUpLoadFromT2 =
-      addTransfer("cmdUpLoadFromT2", QStringLiteral("Upload Settings From Tamberloom 3"));
+  auto* up = new QHBoxLayout;
+  transfers->addLayout(up);
+  cmdUpLoadFromT2 = NamedControl<Button>(up, "cmdUpLoadFromT2",
+                                         QStringLiteral("Upload Settings From Tamberloom 3"));
   lines->addLayout(transfers);
 }
 
@@ -120,6 +122,7 @@ void OnLineFrame::ShowErrorsOfProject() {
 void OnLineFrame::EnableFunctions(bool enabled) {
   cmdUpLoadFromT2->setVisible(enabled);
   cmdDownLoadToT2->setVisible(enabled);
+  cmdSendChanges->setVisible(enabled);
   enabled ? ShowErrorsOfProject() : lblErrors->setVisible(false);
   for (QWidget* control :
        std::initializer_list<QWidget*>{cmdRefresh, cmdSetQZClock, cmdVirtualKeypad,

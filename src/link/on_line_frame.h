@@ -30,6 +30,7 @@ class OnLineFrame : public QGroupBox {
   Button* cmdVirtualKeypad = nullptr;
   Button* cmdNetworkDiagnostics = nullptr;
   Button* cmdDownLoadToT2 = nullptr;
+  Button* cmdSendChanges = nullptr;
   Button* cmdUpLoadFromT2 = nullptr;
   PassWordFrame* fraPassWord = nullptr;
   std::unique_ptr<TransferProgress> Progress;

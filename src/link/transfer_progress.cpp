@@ -5,20 +5,6 @@
 
 #include "link/named_control.h"
 
-namespace {
-
-/// What is left at the pace so far; nothing until there is a pace.
-QString TimeLeft(qint64 elapsedMs, int block) {
-  constexpr qint64 settledMs = 1000;
-  if (elapsedMs < settledMs) return {};
-  const auto seconds =
-      static_cast<int>(elapsedMs * (ImageBlockCount - block) / std::max(block, 1) / 1000 + 1);
-  return seconds < 60 ? QStringLiteral("About %1 s left").arg(seconds)
-                      : QStringLiteral("About %1 min left").arg((seconds + 59) / 60);
-}
-
-}  // namespace
-
 TransferProgress::TransferProgress(QBoxLayout* lines) {
   lblActivityProgress =
       NamedLabel(lines, "lblActivityProgress", QStringLiteral("Activity Progress"));

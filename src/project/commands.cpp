@@ -115,6 +115,7 @@ int RunCommand(const CommandLine& line) {
     return line.Command == QLatin1String(row.Name);
   });
   if (!command.Columns.isEmpty() && !line.Json) Print(command.Columns.join(u'\t').toUtf8() + '\n');
+  FlushOutput();  // A reader of a pipe may wait long for the first row.
   if (!command.EachFile) return command.Run(line, line.Files);
   return ForEachFile(line.Files, [&](const QString& file) { return command.Run(line, {file}); });
 }

@@ -85,21 +85,18 @@ void PanelAt::Fail(const QString& reason) const {
   throw PanelFailure((address_.Text + ": " + reason).toStdString());
 }
 
-QString PanelAt::Key() const {
-  return PanelKey(address_.ConnectionType, address_.Settings);
-}
-
 PanelImageType PanelAt::ReadMemory() {
   PanelImageType image;
   TransferWatch watch = ProgressOnTerminal();
   int reached = 0;
+  ForgetMemory(OpenedPanel());
   watch.Block = [&reached, tell = watch.Block](int block) {
     reached = block;
     if (tell) tell(block);
   };
   switch (FetchImage(image, watch)) {
     case TransferOutcome::Complete:
-      RememberMemory(Key(), image);
+      RememberMemory(OpenedPanel(), image);
       return image;
     case TransferOutcome::SumDiffers:
       Fail(QStringLiteral("the sum of what was read is not the panel's own; read it again"));

@@ -48,8 +48,6 @@ class PanelAt {
   PanelImageType ReadMemory();
 
   const PanelAddress& Address() const { return address_; }
-  /// By which its memory is remembered.
-  QString Key() const;
 
  private:
   PanelAddress address_;

@@ -9,6 +9,7 @@
 #include "document/rules/uses.h"
 #include "line/known_memory.h"
 #include "line/panel_commands.h"
+#include "line/session.h"
 #include "panel/defaults.h"
 #include "panel/panel_image.h"
 #include "project/interrupt.h"
@@ -89,7 +90,7 @@ ExitStatus StatusOfSending(const PanelAt& panel, TransferOutcome outcome,
                            const PanelImageType& image) {
   switch (outcome) {
     case TransferOutcome::Complete:
-      RememberMemory(panel.Key(), image);
+      RememberMemory(OpenedPanel(), image);
       return StatusGood;
     case TransferOutcome::NothingChanged:
       TellFailure(qUtf8Printable(panel.Address().Text + ": nothing has changed"));
@@ -100,14 +101,17 @@ ExitStatus StatusOfSending(const PanelAt& panel, TransferOutcome outcome,
           ": holds something else than was last sent or read; nothing is written. Compare it, or "
           "send all"));
       return StatusFound;
+    case TransferOutcome::NotAnswered:
+      panel.Done(false);
+      return StatusFailed;
     case TransferOutcome::SumDiffers:
-      ForgetMemory(panel.Key());
+      ForgetMemory(OpenedPanel());
       panel.Fail(QStringLiteral("the panel's sum is not the project's") + QLatin1String(HalfNew));
     case TransferOutcome::NoSum:
-      ForgetMemory(panel.Key());
+      ForgetMemory(OpenedPanel());
       panel.Fail(QStringLiteral("the panel does not tell the sum of its memory"));
     default:
-      ForgetMemory(panel.Key());
+      ForgetMemory(OpenedPanel());
       panel.Fail(QStringLiteral("the panel no longer answers") + QLatin1String(HalfNew));
   }
 }
@@ -141,10 +145,10 @@ ExitStatus SendToPanel(const CommandLine& line, const QStringList& places) {
   if (!line.Changes) {
     TellOtherHardware(panel, project);
     TellOnInterrupt(panel.Address().Text + QLatin1String(": interrupted") + QLatin1String(HalfNew));
-    ForgetMemory(panel.Key());
+    ForgetMemory(OpenedPanel());
     return StatusOfSending(panel, SendImage(*image, ProgressOnTerminal()), *image);
   }
-  const auto known = KnownMemory(panel.Key());
+  const auto known = KnownMemory(OpenedPanel());
   if (!known) {
     panel.Fail(QStringLiteral("nothing is known of what the panel holds; read it, or send all"));
   }

@@ -2,7 +2,9 @@
 
 #include <tuple>
 
+#include "line/known_memory.h"
 #include "line/panel_commands.h"
+#include "line/session.h"
 #include "link/panel_link.h"
 #include "link/panel_queue.h"
 #include "panel/live_project.h"
@@ -53,6 +55,7 @@ void frmT3CapturePresets::cmdSet_Click(int index) {
 
 void frmT3CapturePresets::cmdCapture_Click(int index) {
   AskPanel([index] {
+    ForgetMemory(OpenedPanel());
     std::ignore = CapturePreset(index);
     const std::optional<OutputStates> relays = ReadRelays();
     if (!relays) {

@@ -37,12 +37,9 @@ class ListStyle : public QProxyStyle {
 std::thread fontsAhead;
 
 void ReadFontsAhead() {
-  fontsAhead = std::thread([] {
-    QLibrary fontconfig(QStringLiteral("fontconfig"), 1);
-    if (const QFunctionPointer init = fontconfig.resolve("FcInit")) {
-      reinterpret_cast<int (*)()>(init)();
-    }
-  });
+  const auto init =
+      reinterpret_cast<int (*)()>(QLibrary(QStringLiteral("fontconfig"), 1).resolve("FcInit"));
+  if (init) fontsAhead = std::thread(init);
 }
 
 /// Of the desktop's window colour, so that quiet text is read as easily as the least that is asked
@@ -61,7 +58,7 @@ void MendQuietText() {
 }  // namespace
 
 Application::Application(int& argc, char** argv) : QApplication((ReadFontsAhead(), argc), argv) {
-  fontsAhead.join();
+  if (fontsAhead.joinable()) fontsAhead.join();
   setStyle(new ListStyle);
   MendQuietText();
   setApplicationName(ProgramTitle);
