@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "line/known_memory.h"
 #include "line/panel_commands.h"
+#include "line/session.h"
 
 namespace {
 
@@ -35,16 +37,21 @@ bool SameBlock(int block, const PanelImageType& one, const PanelImageType& other
   return std::equal(first, first + ImageBlockSize, &other(block * ImageBlockSize));
 }
 
-TransferOutcome Verify(const ImageSum& sum, const TransferWatch& watch) {
+/// What a panel holds is known again once its sum agrees.
+TransferOutcome Verify(const PanelImageType& image, const ImageSum& sum,
+                       const TransferWatch& watch) {
   if (watch.Sum) watch.Sum();
   const std::optional<Int32> panelSum = ReadMemorySum();
   if (!panelSum) return TransferOutcome::NoSum;
-  return *panelSum == sum.Value() ? TransferOutcome::Complete : TransferOutcome::SumDiffers;
+  if (*panelSum != sum.Value()) return TransferOutcome::SumDiffers;
+  RememberMemory(OpenedPanel(), image);
+  return TransferOutcome::Complete;
 }
 
 }  // namespace
 
 TransferOutcome SendImage(const PanelImageType& image, const TransferWatch& watch) {
+  ForgetMemory(OpenedPanel());
   ImageSum sum;
   for (int block = 0; block < ImageBlockCount; ++block) {
     if (CancelAsked(watch)) return TransferOutcome::Cancelled;
@@ -52,10 +59,11 @@ TransferOutcome SendImage(const PanelImageType& image, const TransferWatch& watc
     TellBlock(watch, block);
     if (!WriteBlock(block, image)) return TransferOutcome::BlockNotWritten;
   }
-  return Verify(sum, watch);
+  return Verify(image, sum, watch);
 }
 
 TransferOutcome FetchImage(PanelImageType& image, const TransferWatch& watch) {
+  ForgetMemory(OpenedPanel());
   ImageSum sum;
   for (int block = 0; block < ImageBlockCount; ++block) {
     if (CancelAsked(watch)) return TransferOutcome::Cancelled;
@@ -63,7 +71,7 @@ TransferOutcome FetchImage(PanelImageType& image, const TransferWatch& watch) {
     AddBlock(sum, block, image);
     TellBlock(watch, block);
   }
-  return Verify(sum, watch);
+  return Verify(image, sum, watch);
 }
 
 TransferOutcome SendChanges(const PanelImageType& known, const PasswordDigits& current,
@@ -76,16 +84,17 @@ TransferOutcome SendChanges(const PanelImageType& known, const PasswordDigits& c
 
   const PasswordDigits wanted = PassWordIn(image);
   const bool newPassWord = wanted != current;
-  if (newPassWord && !WritePassWord(wanted)) return TransferOutcome::NotAnswered;
-  std::copy(wanted.begin(), wanted.end(), &held(PasswordAddress));
   if (!newPassWord && held == image) return TransferOutcome::NothingChanged;
+  ForgetMemory(OpenedPanel());
+  if (newPassWord && !WritePassWord(wanted)) return TransferOutcome::BlockNotWritten;
+  std::copy(wanted.begin(), wanted.end(), &held(PasswordAddress));
   for (int block = 0; block < ImageBlockCount; ++block) {
     if (SameBlock(block, held, image)) continue;
     if (CancelAsked(watch)) return TransferOutcome::Cancelled;
     TellBlock(watch, block);
     if (!WriteBlock(block, image)) return TransferOutcome::BlockNotWritten;
   }
-  return Verify(SumOf(image), watch);
+  return Verify(image, SumOf(image), watch);
 }
 
 QString TimeLeft(qint64 elapsedMs, int block) {

@@ -5,7 +5,8 @@
 
 #include "panel/panel_image.h"
 
-// Transfers of the whole memory, block by block, confirmed by the panel's own sum.
+// Transfers of the memory, block by block, confirmed by the panel's own sum. What the panel holds
+// is remembered after a transfer whose sum agrees, and forgotten when one begins.
 
 /// What has come of a transfer; the numbers are those that users are told.
 enum class TransferOutcome : Int16 {
@@ -17,7 +18,7 @@ enum class TransferOutcome : Int16 {
   BlockNotRead = 19,
   // Of sending what has changed:
   HoldsSomethingElse = 100,  ///< Than what is remembered of the panel; nothing was written.
-  NothingChanged = 101,      ///< Nothing was written but a new password.
+  NothingChanged = 101,      ///< Nothing was written.
   NotAnswered = 102          ///< Nothing was written.
 };
 

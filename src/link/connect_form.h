@@ -89,5 +89,6 @@ class frmT3Connect : public ChildForm {
   enum class Writing { Nothing, TopOfBlock, Block } writing = Writing::Nothing;
   bool closeAsked = false;    ///< While a block was under way.
   bool changesAlone = false;  ///< Of what the password is asked for.
+  bool goesToDocument = false;
   bool linked = false;        ///< The hooks of the link are this screen's.
 };

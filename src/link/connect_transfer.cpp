@@ -105,6 +105,9 @@ void frmT3Connect::cmdPassWordContinue_Click() {
     const auto end = qScopeGuard([this] {
       ReturnOnLine();
       CloseWindowIfAsked();
+      if (!std::exchange(goesToDocument, false)) return;
+      UnloadAllForms();
+      ShowForm(Screen::Document);
     });
     if (!PassWordAccepted()) return;
     if (changesAlone) {
@@ -168,12 +171,10 @@ TransferWatch frmT3Connect::DownloadWatch() {
 }
 
 void frmT3Connect::DownLoadSettings() {
-  ForgetMemory(OpenedPanel());
   const TransferOutcome outcome = Transfer([this] {
     BuildPanelImage(fraOnLineFunctions->fraPassWord->Current());
     return SendImage(PanelImage, DownloadWatch());
   });
-  if (outcome == TransferOutcome::Complete) RememberMemory(OpenedPanel(), PanelImage);
   ShowDownloaded(outcome);
 }
 
@@ -216,14 +217,10 @@ void frmT3Connect::SendChangedSettings() {
     case TransferOutcome::NotAnswered:
       PanelConnectionLost();
       return;
-    case TransferOutcome::Complete:
-      if (newPassWord) passWord->AdoptNew();
-      RememberMemory(OpenedPanel(), PanelImage);
-      break;
     default:
-      ForgetMemory(OpenedPanel());
+      if (newPassWord) passWord->AdoptNew();
+      ShowDownloaded(outcome);
   }
-  ShowDownloaded(outcome);
 }
 
 /// Nothing has been written.
@@ -232,7 +229,7 @@ void frmT3Connect::AskInsteadOfChanges(const QString& why) {
       MsgBox(why + QStringLiteral("\nNothing Was Written.\n\nDownload All Settings?\n\nNo goes to "
                                   "Document, where Compare With Panel tells what differs."),
              MsgIcon::Question, QStringLiteral("Download"), MsgButtons::YesNoCancel);
-  if (answer == MsgAnswer::No) ShowForm(Screen::Document);
+  if (answer == MsgAnswer::No) goesToDocument = true;
   if (answer == MsgAnswer::Yes && ChangePassWord()) DownLoadSettings();
 }
 
@@ -281,11 +278,9 @@ void frmT3Connect::UploadAnswered() {
 /// The document is touched only once the sum agrees.
 void frmT3Connect::UpLoadSettings() {
   const TransferOutcome outcome = Transfer([this] {
-    ForgetMemory(OpenedPanel());
     const TransferOutcome fetched =
         FetchImage(PanelImage, fraOnLineFunctions->Progress->Watch("Uploading", CancelRequested));
     if (fetched == TransferOutcome::Complete) {
-      RememberMemory(OpenedPanel(), PanelImage);
       ApplyPanelImage();
       DataChanged = -1;
     }

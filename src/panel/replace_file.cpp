@@ -83,7 +83,8 @@ void WriteInPlace(const QString& target, std::string_view bytes) {
   if (!file.resize(static_cast<qint64>(bytes.size()))) throw Refusal{file.errorString()};
 }
 
-void WriteAside(const QString& target, std::string_view bytes, Readers readers) {
+/// False where the new file was tidied away before it was held.
+bool WriteAside(const QString& target, std::string_view bytes, Readers readers) {
   const QFileInfo info(target);
   QFile file(info.dir().filePath(SavingMark + QUuid::createUuid().toString(QUuid::Id128)));
   if (!file.open(QIODevice::ReadWrite | QIODevice::NewOnly,
@@ -96,7 +97,9 @@ void WriteAside(const QString& target, std::string_view bytes, Readers readers) 
   }
   // Not through the file itself, which would first try to write what the disk did not take.
   auto remove = qScopeGuard([name = file.fileName()] { QFile::remove(name); });
-  Lock(file);
+  // Who tidies just now may have taken it for a dead one.
+  struct stat own {};
+  if (!Lock(file) || fstat(file.handle(), &own) != 0 || own.st_nlink == 0) return false;
   Write(file, bytes);
   SetRights(file, target, readers);
   if (std::rename(QFile::encodeName(file.fileName()).constData(),
@@ -104,6 +107,7 @@ void WriteAside(const QString& target, std::string_view bytes, Readers readers) 
     throw Refusal{qt_error_string()};
   }
   remove.dismiss();
+  return true;
 }
 
 void Replace(const QString& path, std::string_view bytes, Saving saving, Readers readers) {
@@ -119,7 +123,8 @@ void Replace(const QString& path, std::string_view bytes, Saving saving, Readers
   if (saving == Saving::InPlace) {
     WriteInPlace(target, bytes);
   } else {
-    WriteAside(target, bytes, readers);
+    while (!WriteAside(target, bytes, readers)) {
+    }
   }
 }
 

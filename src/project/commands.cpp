@@ -73,7 +73,7 @@ ExitStatus Report(const CommandLine& line, const QStringList& files) {
 
 ExitStatus Image(const CommandLine&, const QStringList& files) {
   RefuseOutput(files[1], files[0]);
-  StoreBytes(files[1], FreshPanelMemory(LoadProject(files[0]).Content));
+  StoreBytes(files[1], FreshPanelMemory(LoadWhole(files[0])));
   return StatusGood;
 }
 

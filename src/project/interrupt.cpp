@@ -20,7 +20,10 @@ void End(int) {
 }
 
 void EndOnSignals() {
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, End);
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    // A shell lets what runs in the background, or after nohup, ignore it.
+    if (std::signal(signal, End) == SIG_IGN) std::signal(signal, SIG_IGN);
+  }
 }
 
 }  // namespace

@@ -4,8 +4,8 @@
 
 #include <QRegularExpression>
 #include <cstdio>
+#include <utility>
 
-#include "line/known_memory.h"
 #include "line/session.h"
 #include "panel/panel_record.h"
 #include "panel/stopwatch.h"
@@ -42,6 +42,12 @@ const AddressKind AddressKinds[] = {
        settings.PhoneNumber = parts.captured(2).toStdString();
      }},
 };
+
+bool progressStands = false;  ///< Without its line end.
+
+void EndProgressLine() {
+  if (std::exchange(progressStands, false)) std::fputc('\n', stderr);
+}
 
 }  // namespace
 
@@ -82,6 +88,7 @@ PanelAt::~PanelAt() {
 }
 
 void PanelAt::Fail(const QString& reason) const {
+  EndProgressLine();
   throw PanelFailure((address_.Text + ": " + reason).toStdString());
 }
 
@@ -89,14 +96,12 @@ PanelImageType PanelAt::ReadMemory() {
   PanelImageType image;
   TransferWatch watch = ProgressOnTerminal();
   int reached = 0;
-  ForgetMemory(OpenedPanel());
   watch.Block = [&reached, tell = watch.Block](int block) {
     reached = block;
     if (tell) tell(block);
   };
   switch (FetchImage(image, watch)) {
     case TransferOutcome::Complete:
-      RememberMemory(OpenedPanel(), image);
       return image;
     case TransferOutcome::SumDiffers:
       Fail(QStringLiteral("the sum of what was read is not the panel's own; read it again"));

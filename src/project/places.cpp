@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <filesystem>
+#include <utility>
 
 #include "panel/defaults.h"
 #include "panel/panel_image.h"
@@ -42,8 +43,12 @@ std::string BytesOf(const QString& file, qint64 most) {
   return bytes;
 }
 
-Project OfMemory(const PanelImageType& image) {
-  return UploadedOver(NewProject(), image, true);
+Project OfMemory(const QString& place, const PanelImageType& image) {
+  try {
+    return UploadedOver(NewProject(), image, true);
+  } catch (const RunTimeFailure& failure) {
+    Fail(place, QString::fromUtf8(failure.what()));
+  }
 }
 
 ProjectRead LoadStandardInput() {
@@ -64,12 +69,18 @@ bool IsPanelMemory(const QString& place) {
 
 ProjectRead LoadProject(const QString& place) {
   if (const auto address = ParsePanelAddress(place)) {
-    return {OfMemory(PanelAt(*address).ReadMemory()), true, {}};
+    return {OfMemory(place, PanelAt(*address).ReadMemory()), true, {}};
   }
   if (place.startsWith(ImagePrefix)) {
-    return {OfMemory(LoadMemory(place.mid(ImagePrefix.size()))), true, {}};
+    return {OfMemory(place, LoadMemory(place.mid(ImagePrefix.size()))), true, {}};
   }
   return place == StandardPlace ? LoadStandardInput() : ReadProject(place, NewProject());
+}
+
+Project LoadWhole(const QString& place) {
+  ProjectRead read = LoadProject(place);
+  if (!read.Whole) Fail(place, QStringLiteral("the project ends early, or is empty"));
+  return std::move(read.Content);
 }
 
 PanelImageType LoadMemory(const QString& file) {
@@ -97,6 +108,7 @@ void StoreProject(const QString& place, const Project& project) {
 }
 
 void RefuseOutput(const QString& output, const QString& other) {
+  if (IsPanelMemory(output)) Fail(output, QStringLiteral("is no file to write to"));
   const auto isFile = [](const QString& place) {
     return !place.isEmpty() && place != StandardPlace && !ParsePanelAddress(place);
   };

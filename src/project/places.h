@@ -14,6 +14,9 @@ bool IsPanelMemory(const QString& place);
 /// one as an upload makes it, names and all. Throws RunTimeFailure.
 ProjectRead LoadProject(const QString& place);
 
+/// The like of what a panel is to hold: a project that ends early, or is empty, is refused.
+Project LoadWhole(const QString& place);
+
 /// The memory of 40,960 bytes that a file, or "-", holds. Throws RunTimeFailure.
 PanelImageType LoadMemory(const QString& file);
 
@@ -21,5 +24,6 @@ PanelImageType LoadMemory(const QString& file);
 void StoreBytes(const QString& place, const std::string& bytes);
 void StoreProject(const QString& place, const Project& project);
 
-/// Throws RunTimeFailure where what is to be written would take the place of `other`.
+/// Throws RunTimeFailure where what is to be written would take the place of `other`, or is no
+/// file.
 void RefuseOutput(const QString& output, const QString& other);

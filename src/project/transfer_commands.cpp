@@ -1,10 +1,9 @@
-#include <termios.h>
 #include <unistd.h>
 
 #include <QFile>
-#include <QScopeGuard>
 #include <algorithm>
-#include <iostream>
+#include <cstdio>
+#include <memory>
 
 #include "document/rules/uses.h"
 #include "line/known_memory.h"
@@ -19,23 +18,6 @@
 
 namespace {
 
-/// A line typed on the terminal, which does not show it.
-QString AskOnTerminal() {
-  termios usual{};
-  tcgetattr(STDIN_FILENO, &usual);
-  termios silent = usual;
-  silent.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-  tcsetattr(STDIN_FILENO, TCSAFLUSH, &silent);
-  const auto restore = qScopeGuard([&usual] {
-    tcsetattr(STDIN_FILENO, TCSAFLUSH, &usual);
-    std::fputc('\n', stderr);
-  });
-  std::fputs("The panel's password: ", stderr);
-  std::string typed;
-  std::getline(std::cin, typed);
-  return QString::fromStdString(typed);
-}
-
 QString PasswordText(const CommandLine& line) {
   if (!line.PasswordFile.isEmpty()) {
     QFile file(line.PasswordFile);
@@ -46,7 +28,11 @@ QString PasswordText(const CommandLine& line) {
     return QString::fromUtf8(file.readLine(most));
   }
   if (const QString set = qEnvironmentVariable("TAMBERLOOM3_PASSWORD"); !set.isEmpty()) return set;
-  if (isatty(STDIN_FILENO) != 0) return AskOnTerminal();
+  // Which may not be standard input: a project can come from there.
+  if (std::FILE* terminal = std::fopen("/dev/tty", "r+")) {
+    std::fclose(terminal);
+    if (const char* typed = getpass("The panel's password: ")) return QString::fromUtf8(typed);
+  }
   throw RunTimeFailure(
       "the panel's password is missing: --password-file FILE or TAMBERLOOM3_PASSWORD");
 }
@@ -86,11 +72,9 @@ void TellOtherHardware(const PanelAt& panel, const Project& project) {
 constexpr const char* HalfNew =
     "; the panel is half new and may not work properly until all of a project is sent";
 
-ExitStatus StatusOfSending(const PanelAt& panel, TransferOutcome outcome,
-                           const PanelImageType& image) {
+ExitStatus StatusOfSending(const PanelAt& panel, TransferOutcome outcome) {
   switch (outcome) {
     case TransferOutcome::Complete:
-      RememberMemory(OpenedPanel(), image);
       return StatusGood;
     case TransferOutcome::NothingChanged:
       TellFailure(qUtf8Printable(panel.Address().Text + ": nothing has changed"));
@@ -105,13 +89,10 @@ ExitStatus StatusOfSending(const PanelAt& panel, TransferOutcome outcome,
       panel.Done(false);
       return StatusFailed;
     case TransferOutcome::SumDiffers:
-      ForgetMemory(OpenedPanel());
       panel.Fail(QStringLiteral("the panel's sum is not the project's") + QLatin1String(HalfNew));
     case TransferOutcome::NoSum:
-      ForgetMemory(OpenedPanel());
       panel.Fail(QStringLiteral("the panel does not tell the sum of its memory"));
     default:
-      ForgetMemory(OpenedPanel());
       panel.Fail(QStringLiteral("the panel no longer answers") + QLatin1String(HalfNew));
   }
 }
@@ -134,7 +115,7 @@ ExitStatus SendToPanel(const CommandLine& line, const QStringList& places) {
   if (!address) {
     throw RunTimeFailure((places[1] + ": is no panel's address").toStdString());
   }
-  const Project project = LoadProject(places[0]).Content;
+  const Project project = LoadWhole(places[0]);
   const PasswordDigits password = Password(line);
   const auto image = std::make_unique<PanelImageType>();
   BuildPanelImage(project, password, *image);
@@ -145,13 +126,12 @@ ExitStatus SendToPanel(const CommandLine& line, const QStringList& places) {
   if (!line.Changes) {
     TellOtherHardware(panel, project);
     TellOnInterrupt(panel.Address().Text + QLatin1String(": interrupted") + QLatin1String(HalfNew));
-    ForgetMemory(OpenedPanel());
-    return StatusOfSending(panel, SendImage(*image, ProgressOnTerminal()), *image);
+    return StatusOfSending(panel, SendImage(*image, ProgressOnTerminal()));
   }
   const auto known = KnownMemory(OpenedPanel());
   if (!known) {
     panel.Fail(QStringLiteral("nothing is known of what the panel holds; read it, or send all"));
   }
   TellOnInterrupt(panel.Address().Text + QLatin1String(": interrupted") + QLatin1String(HalfNew));
-  return StatusOfSending(panel, SendChanges(*known, password, *image, {}), *image);
+  return StatusOfSending(panel, SendChanges(*known, password, *image, {}));
 }
