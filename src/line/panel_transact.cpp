@@ -92,8 +92,11 @@ Int16 ReplyCode(int position) {
 }
 
 std::string PanelFrame(std::string_view command) {
-  const std::string body = "00" + std::string(command);
-  return "[" + body + HexByte(FrameChecksum(body)) + "]";
+  std::string frame = "[00";
+  frame.reserve(frame.size() + command.size() + 3);
+  frame += command;
+  frame += HexByte(FrameChecksum(std::string_view(frame).substr(1)));
+  return frame += ']';
 }
 
 Int16 LineType() {

@@ -17,7 +17,8 @@ void TellBlock(const TransferWatch& watch, int block) {
 }
 
 void AddBlock(ImageSum& sum, int block, const PanelImageType& image) {
-  for (int i = 0; i < ImageBlockSize; ++i) sum.Add(image(block * ImageBlockSize + i));
+  const auto* first = &image(block * ImageBlockSize);
+  std::for_each(first, first + ImageBlockSize, [&](Int16 element) { sum.Add(element); });
 }
 
 ImageSum SumOf(const PanelImageType& image) {

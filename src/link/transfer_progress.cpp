@@ -1,9 +1,22 @@
 #include "link/transfer_progress.h"
 
 #include <QCoreApplication>
+#include <QStringBuilder>
 #include <algorithm>
 
 #include "link/named_control.h"
+
+namespace {
+
+/// At every change a bar works out whether it would look different, which takes longer than a
+/// block; there is no need of it while nothing is painted.
+class PatientBar : public QProgressBar {
+  void initStyleOption(QStyleOptionProgressBar* option) const override {
+    if (updatesEnabled()) QProgressBar::initStyleOption(option);
+  }
+};
+
+}  // namespace
 
 TransferProgress::TransferProgress(QBoxLayout* lines) {
   lblActivityProgress =
@@ -13,7 +26,7 @@ TransferProgress::TransferProgress(QBoxLayout* lines) {
   // So that another block needs no new layout.
   constexpr int longestChars = 28;
   lblActivityProgress->SetWidthInChars(longestChars);
-  pbActivityProgress = NamedControl<QProgressBar>(lines, "pbActivityProgress");
+  pbActivityProgress = NamedControl<PatientBar>(lines, "pbActivityProgress");
   pbActivityProgress->setRange(0, ImageBlockCount);
   pbActivityProgress->setTextVisible(false);
   auto* cancel = new QHBoxLayout;
@@ -68,10 +81,9 @@ bool TransferProgress::Cancelled(const Int16& cancelRequested) {
 }
 
 void TransferProgress::ShowBlock(const char* action, int block) {
-  lblActivityProgress->SetCaption(QStringLiteral("%1 Block %2 Of %3")
-                                      .arg(QLatin1String(action))
-                                      .arg(block)
-                                      .arg(ImageBlockCount));
+  lblActivityProgress->SetCaption(QLatin1String(action) % QStringLiteral(" Block ") %
+                                  QString::number(block) % QStringLiteral(" Of ") %
+                                  QString::number(ImageBlockCount));
   // By itself it would paint at every second block.
   pbActivityProgress->setUpdatesEnabled(false);
   pbActivityProgress->setValue(block);

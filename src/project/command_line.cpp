@@ -22,9 +22,10 @@ QString CommandHelp() {
         QStringLiteral("%1 %2").arg(QLatin1String(command.Name), QLatin1String(command.Files));
     help += QStringLiteral("  %1 %2\n").arg(call, -33).arg(QLatin1String(command.Summary));
   }
-  return help + QStringLiteral(
-                    "\nExit status: 0 no error found, or equal; 1 errors found, or different; 2 a "
-                    "file that\ncannot be read or written, or a wrong call.\n");
+  return help +
+         QStringLiteral(
+             "\nExit status: 0 no error found, or equal; 1 errors found, or different; 2 what "
+             "cannot be\nread, written or reached, or a wrong call.\n");
 }
 
 }  // namespace
@@ -57,7 +58,9 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
        QStringLiteral("SECONDS")},
   });
   // Of a panel that is looked at, the names come from somewhere.
-  const bool namesFrom = arguments.contains(u"status"_qs) || arguments.contains(u"watch"_qs);
+  const auto word = std::find_if(arguments.begin() + 1, arguments.end(),
+                                 [](const QString& w) { return !w.startsWith(u'-'); });
+  const bool namesFrom = word != arguments.end() && (*word == u"status" || *word == u"watch");
   QCommandLineOption names(
       {QStringLiteral("names")},
       QStringLiteral("compare: names count too. project: take the panel's names. status, watch: "
@@ -100,7 +103,7 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
     bool isNumber = false;
     line.EverySeconds = parser.value(QStringLiteral("every")).toDouble(&isNumber);
     constexpr double longest = 86400;
-    if (!isNumber || line.EverySeconds < 0 || line.EverySeconds > longest) {
+    if (!isNumber || !(line.EverySeconds >= 0 && line.EverySeconds <= longest)) {
       Refuse(QStringLiteral("--every takes seconds, 0 to 86400"));
     }
   }

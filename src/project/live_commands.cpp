@@ -1,6 +1,7 @@
 #include "project/live_commands.h"
 
 #include <QRegularExpression>
+#include <algorithm>
 #include <iostream>
 #include <map>
 
@@ -35,8 +36,10 @@ QDateTime PanelTime(const PanelAt& panel) {
   return time;
 }
 
-StateNames NamesFor(const CommandLine& line, const PanelAt& panel) {
-  return line.NamesFrom.isEmpty() ? NamesOfPanel(panel) : NamesOfProject(line.NamesFrom);
+/// Those of a project, which may be another panel's: one is connected at a time.
+std::optional<StateNames> NamesToldBy(const CommandLine& line) {
+  if (line.NamesFrom.isEmpty()) return std::nullopt;
+  return NamesOfProject(line.NamesFrom);
 }
 
 QString NameOf(const StateNames& names, const Item& item) {
@@ -57,18 +60,45 @@ bool SwitchItem(const PanelAt& panel, const QString& words) {
   return true;
 }
 
+void SwitchOrRefuse(const PanelAt& panel, const QString& words) {
+  if (SwitchItem(panel, words)) return;
+  throw RunTimeFailure(
+      QStringLiteral("\"%1\" is not such as \"RELAY 05 on\"").arg(words).toStdString());
+}
+
+void TellLine(int number, const char* reason) {
+  TellFailure(("line " + std::to_string(number) + ": " + reason).c_str());
+}
+
 /// Each line is done as it comes.
-ExitStatus SwitchLines(const PanelAt& panel) {
+ExitStatus SwitchLines(const PanelAddress& address) {
+  std::optional<PanelAt> panel(std::in_place, address);
   ExitStatus status = StatusGood;
   std::string text;
   for (int number = 1; std::getline(std::cin, text); ++number) {
+    const ExitStatus before = status;
     const QString words = QString::fromStdString(text);
-    if (words.trimmed().isEmpty() || SwitchItem(panel, words)) continue;
-    status = StatusFound;
-    TellFailure(qUtf8Printable(
-        QStringLiteral("line %1: \"%2\" is not such as \"RELAY 05 on\"").arg(number).arg(words)));
+    if (words.trimmed().isEmpty()) continue;
+    try {
+      if (!panel) panel.emplace(address);
+      SwitchOrRefuse(*panel, words);
+    } catch (const PanelFailure& failure) {
+      // It may be back already; else the next line tries again.
+      status = StatusFailed;
+      panel.reset();
+      try {
+        panel.emplace(address);
+        SwitchOrRefuse(*panel, words);
+        status = before;
+      } catch (const PanelFailure&) {
+        TellLine(number, failure.what());
+      }
+    } catch (const RunTimeFailure& failure) {
+      status = StatusFailed;
+      TellLine(number, failure.what());
+    }
   }
-  return status == StatusGood ? StatusGood : StatusFailed;
+  return status;
 }
 
 using States = std::map<QString, StateRow>;
@@ -77,6 +107,13 @@ States ByCode(const std::vector<StateRow>& rows) {
   States states;
   for (const StateRow& row : rows) states[row.Code] = row;
   return states;
+}
+
+/// One whose type and name have not been read.
+bool HasNewDevice(const States& states, const States& known) {
+  return std::any_of(states.begin(), states.end(), [&](const auto& state) {
+    return state.second.IsDevice() && !known.count(state.first);
+  });
 }
 
 }  // namespace
@@ -91,8 +128,10 @@ ExitStatus ShowClock(const CommandLine& line, const QStringList& places) {
 }
 
 ExitStatus ShowStatus(const CommandLine& line, const QStringList& places) {
-  const PanelAt panel(AddressOf(places[0]));
-  const StateNames names = NamesFor(line, panel);
+  const PanelAddress address = AddressOf(places[0]);
+  const std::optional<StateNames> told = NamesToldBy(line);
+  const PanelAt panel(address);
+  const StateNames names = told ? *told : NamesOfPanel(panel);
   for (const StateRow& row : ReadStates(panel, names)) {
     PrintRowNow(line, StatusColumns, {row.Code, row.State, NameOf(names, row.Where)});
   }
@@ -108,24 +147,30 @@ ExitStatus WatchPanel(const CommandLine& line, const QStringList& places) {
     PrintRowNow(line, WatchColumns, {IsoTime(Now()), item, was, is, name});
   };
   ExitQuietlyOnInterrupt();
+  const std::optional<StateNames> told = NamesToldBy(line);
   std::optional<PanelAt> panel(std::in_place, address);
-  StateNames names = NamesFor(line, *panel);
+  StateNames names = told ? *told : NamesOfPanel(*panel);
   States known = ByCode(ReadStates(*panel, names));
   for (;; Pause(static_cast<qint64>(line.EverySeconds * 1000))) {
     try {
       const bool back = !panel;
       if (back) panel.emplace(address);
-      const States states = ByCode(ReadStates(*panel, names));
+      if (back && !told) names = NamesOfPanel(*panel);
+      States states = ByCode(ReadStates(*panel, names));
       if (back) tell(QStringLiteral("PANEL"), lost, connected, {});
+      if (!told && HasNewDevice(states, known)) {
+        names = NamesOfPanel(*panel);
+        states = ByCode(ReadStates(*panel, names));
+      }
+      for (const auto& [code, row] : known) {
+        if (row.IsDevice() && !states.count(code)) states[code] = NoResponse(row);
+      }
       for (const auto& [code, row] : states) {
         const auto before = known.find(code);
         const QString was = before == known.end() ? QString() : before->second.State;
         if (was != row.State) tell(code, was, row.State, NameOf(names, row.Where));
       }
-      for (const auto& [code, row] : known) {
-        if (!states.count(code)) tell(code, row.State, {}, NameOf(names, row.Where));
-      }
-      known = states;
+      known = std::move(states);
     } catch (const PanelFailure&) {
       if (panel) tell(QStringLiteral("PANEL"), connected, lost, {});
       panel.reset();
@@ -136,11 +181,8 @@ ExitStatus WatchPanel(const CommandLine& line, const QStringList& places) {
 ExitStatus SwitchItems(const CommandLine&, const QStringList& places) {
   const PanelAddress address = AddressOf(places[0]);
   const QString words = places.mid(1).join(u' ');
+  if (words == u"-") return SwitchLines(address);
   const PanelAt panel(address);
-  if (words == u"-") return SwitchLines(panel);
-  if (!SwitchItem(panel, words)) {
-    throw RunTimeFailure(
-        QStringLiteral("\"%1\" is not such as \"RELAY 05 on\"").arg(words).toStdString());
-  }
+  SwitchOrRefuse(panel, words);
   return StatusGood;
 }

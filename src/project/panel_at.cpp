@@ -117,6 +117,7 @@ PanelImageType PanelAt::ReadMemory() {
 TransferWatch ProgressOnTerminal() {
   if (isatty(STDERR_FILENO) == 0) return {};
   return {.Block = [clock = Stopwatch()](int block) {
+    progressStands = block < ImageBlockCount;
     const bool end = block == ImageBlockCount;
     std::fprintf(stderr, "\r%3d %% %-20s%s", 100 * block / ImageBlockCount,
                  qUtf8Printable(TimeLeft(clock.ElapsedMs(), block)), end ? "\n" : "");

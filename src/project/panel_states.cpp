@@ -5,6 +5,7 @@
 #include "line/panel_commands.h"
 #include "panel/defaults.h"
 #include "panel/fennlink_types.h"
+#include "panel/fields.h"
 #include "panel/packing.h"
 #include "panel/panel_image.h"
 #include "project/places.h"
@@ -13,6 +14,7 @@ namespace {
 
 const QString OnWord = QStringLiteral("on");
 const QString OffWord = QStringLiteral("off");
+const QString NoResponseWord = QStringLiteral("no response");
 
 void ReadBlocks(const PanelAt& panel, int address, int behind, PanelImageType& image) {
   for (int block = address / ImageBlockSize; block * ImageBlockSize < behind; ++block) {
@@ -36,7 +38,7 @@ void AddDevice(std::vector<StateRow>& rows, int device, int type, bool present, 
     rows.push_back({where, code, state});
   };
   const Item own{ItemKind::Device, device, 0};
-  add(own, ItemCode(own), present ? QStringLiteral("connected") : QStringLiteral("no response"));
+  add(own, ItemCode(own), present ? QStringLiteral("connected") : NoResponseWord);
   if (!present) return;
   for (int input = 0; input < FennlinkDevice(type).InputCount; ++input) {
     const Item part{ItemKind::DeviceInput, device, input};
@@ -49,16 +51,22 @@ void AddDevice(std::vector<StateRow>& rows, int device, int type, bool present, 
 
 }  // namespace
 
+StateRow NoResponse(StateRow row) {
+  row.State = NoResponseWord;
+  return row;
+}
+
 StateNames NamesOfProject(const QString& place) {
   return {LoadProject(place).Content, true};
 }
 
 StateNames NamesOfPanel(const PanelAt& panel) {
-  // The names of relays, groups, inputs, timers and presets stand together.
-  constexpr int firstName = 0x1420;
-  constexpr int behindNames = 0x1D80;
   PanelImageType image;
-  ReadBlocks(panel, firstName, behindNames, image);
+  for (const auto names :
+       {&PanelRecordType::RelayName, &PanelRecordType::GroupName, &PanelRecordType::InputName}) {
+    const int address = FactsOf(names).Memory.Value.Address;
+    ReadBlocks(panel, address, address + ItemCount * NameLength, image);
+  }
   const DeviceBytes present = panel.Answer(ReadDevicesPresent());
   for (int device = 1; device <= DeviceCount; ++device) {
     const int address = DeviceBlock + device * DeviceBlockStride;

@@ -12,8 +12,12 @@ struct StateRow {
   QString Code;  ///< "RELAY 05", "FL 1A INPUT 2", "FL 1A LEVEL".
   QString State;
 
-  bool operator==(const StateRow&) const = default;
+  /// Whether it tells of a bus device as a whole.
+  bool IsDevice() const { return Where.Kind == ItemKind::Device && Code == ItemCode(Where); }
 };
+
+/// The row of a bus device that no longer answers.
+StateRow NoResponse(StateRow row);
 
 /// What of a project states are told by: names, and the types of bus devices.
 struct StateNames {

@@ -1,5 +1,6 @@
 #include <QFile>
 #include <QRegularExpression>
+#include <QThread>
 #include <csignal>
 
 #include "panel/panel_image.h"
@@ -63,7 +64,8 @@ TEST_F(PanelProgramTest, APanelStandsWhereAProjectMay) {
   EXPECT_EQ(Run({"compare", address, "image:" + memory}), 0) << output.toStdString();
   EXPECT_EQ(Run({"read", address, file, "--no-names"}), 0);
   EXPECT_EQ(Run({"compare", address, file, "--names"}), 1);
-  EXPECT_TRUE(Lines().contains("Names\tRELAY 01\tname\tLOBBY     \tRELAY 01  ")) << output.toStdString();
+  EXPECT_TRUE(Lines().contains("Names\tRELAY 01\tname\tLOBBY     \tRELAY 01  "))
+      << output.toStdString();
   EXPECT_EQ(Run({"check", address, file}), 0);
   EXPECT_TRUE(output.contains(address.toUtf8() + "\twarning"));
 }
@@ -136,6 +138,7 @@ TEST_F(PanelProgramTest, AWatchTellsChangesAndComesBackAfterALostLine) {
   QProcess watch;
   Start(watch, {"watch", address, "--every", "0.05"});
   EXPECT_EQ(NextRow(watch), "Item\tWas\tIs\tName");
+  while (!Commands().contains("48")) QThread::msleep(10);  // It has looked once.
   panel.With([](Panel& p) { p.SetRelay(6, true); });
   QString row = NextRow(watch);
   EXPECT_EQ(row, "RELAY 07\toff\ton\tOFFICE 3");
