@@ -2,7 +2,6 @@
 
 #include <QCoreApplication>
 #include <QStringBuilder>
-#include <algorithm>
 
 #include "link/named_control.h"
 
