@@ -194,6 +194,18 @@ void MeasureSerial(Host& host, RatioReport& report) {
     report.Line(topic, measured, "bytes on the wire", line, 1.05, "ms");
   };
   compare("download, 115200 baud", 640 * 4 + 8, [&] { host.Form().DownLoadSettings(); });
+  // What Continue runs for one timer's new time, against all of it.
+  const double all = Milliseconds([&] { host.Form().DownLoadSettings(); });
+  ++PanelRecord.TimerTime(3);
+  double changes = 0;
+  const Frames frames = FramesOf(panel, [&] {
+    changes = Milliseconds([&] {
+      host.Form().cmdSendChanges_Click();
+      host.Form().cmdPassWordContinue_Click();
+    });
+  });
+  report.Line("send changes, one timer", changes, "a download", all, 0.03, "ms");
+  report.Line("its exchanges", static_cast<double>(frames.size()), "allowed", 5, 1, "");
   compare("upload, 115200 baud", 640 * 132 + 8, [&] { host.Form().UpLoadSettings(); });
 
   panel.AddFault("late:1000");

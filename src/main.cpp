@@ -1,9 +1,7 @@
-#include <pwd.h>
-#include <unistd.h>
-
 #include <cstdio>
 #include <cstdlib>
 
+#include "panel/program_state.h"
 #include "screen_table.h"
 #include "shell/window/application.h"
 #include "shell/window/end_signals.h"
@@ -20,12 +18,6 @@ void TellNoDisplay(QtMsgType type, const QMessageLogContext& context, const QStr
     std::_Exit(1);
   }
   if (!QByteArray(context.category).startsWith("qt.qpa")) usualHandler(type, context, text);
-}
-
-/// The data folder stands in the home, be it told or not.
-void UseAccountHome() {
-  if (!qEnvironmentVariableIsEmpty("HOME")) return;
-  if (const passwd* account = getpwuid(getuid())) qputenv("HOME", account->pw_dir);
 }
 
 }  // namespace

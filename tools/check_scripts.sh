@@ -29,17 +29,20 @@ until_true() {
 }
 
 work=$(mktemp -d)
-trap 'kill $(jobs -p) 2>/dev/null || true; rm -rf "$work"' EXIT
-export HOME=$work/home GIT_CONFIG_GLOBAL=$work/gitconfig
+started=()
+trap 'for group in "${started[@]}"; do kill -- "-$group" 2>/dev/null || true; done; rm -rf "$work"' EXIT
+export HOME=$work/home
 mkdir "$HOME" "$work/panels"
-git config --global user.name Night
-git config --global user.email night@localhost
-git config --global init.defaultBranch main
+# In a process group of its own, with all that it starts.
+start() {
+  setsid "$@" &
+  started+=($!)
+}
 cd "$work"
 
 port() { sed -n 's/^TCP: 127.0.0.1 port //p' "$1.log"; }
 for panel in office annex; do
-  tamberloom3-panel --tcp 0 </dev/null >"$panel.log" 2>&1 &
+  start tamberloom3-panel --tcp 0 </dev/null >"$panel.log" 2>&1
   until_true grep -q ' port ' "$panel.log"
   echo "$panel tcp:127.0.0.1:$(port "$panel")" >>panels/panels.list
 done
@@ -47,7 +50,7 @@ PANEL=tcp:127.0.0.1:$(port office)
 export PANEL
 
 # The broker.
-mosquitto -p 18839 >mosquitto.log 2>&1 &
+start mosquitto -p 18839 >mosquitto.log 2>&1
 until_true mosquitto_pub -p 18839 -t lights -m begin 2>/dev/null || complain "there is no broker"
 mkdir bin
 for client in mosquitto_pub mosquitto_sub; do
@@ -55,9 +58,9 @@ for client in mosquitto_pub mosquitto_sub; do
   chmod +x bin/$client
 done
 PATH="$work/bin:$PATH"
-mosquitto_sub -t lights >lights.log &
-bash -c "$(recipe 'Lights on a message broker' sh 1)" &
-bash -c "$(recipe 'Lights on a message broker' sh 2)" &
+start mosquitto_sub -t lights >lights.log
+start bash -c "$(recipe 'Lights on a message broker' sh 1)"
+start bash -c "$(recipe 'Lights on a message broker' sh 2)"
 switched() {
   mosquitto_pub -t switch -m 'RELAY 05 on'
   sleep 0.5

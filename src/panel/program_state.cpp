@@ -1,5 +1,8 @@
 #include "panel/program_state.h"
 
+#include <pwd.h>
+#include <unistd.h>
+
 #include <QDir>
 
 Int16 Connected = 0;
@@ -12,6 +15,11 @@ QString HostSoftwareVersion;
 
 // The folder as users know it from Windows; elsewhere it lies in their home. No other place asks
 // for the system.
+void UseAccountHome() {
+  if (!qEnvironmentVariableIsEmpty("HOME")) return;
+  if (const passwd* account = getpwuid(getuid())) qputenv("HOME", account->pw_dir);
+}
+
 QString DataFolder() {
 #ifdef Q_OS_WIN
   return QStringLiteral("C:\\Orv Tamberloom 3");

@@ -17,6 +17,10 @@ extern QString DocumentFileName;                  ///< Target of the text docume
 extern FixedArray<Int16, 12> DocumentSectionOff;  ///< -1 for each section left out of the document.
 extern QString HostSoftwareVersion;
 
+/// The data folder stands in the home, be it told or not: where HOME is not set, it is the
+/// account's.
+void UseAccountHome();
+
 /// The folder that holds the user's projects: "Orv Tamberloom 3" in the home folder, on Windows on
 /// drive C.
 QString DataFolder();

@@ -1,5 +1,6 @@
 #include <QCoreApplication>
 
+#include "panel/program_state.h"
 #include "project/commands.h"
 #include "project/output.h"
 
@@ -21,6 +22,7 @@ int Run(const CommandLine& line) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  UseAccountHome();
   return StatusOf([&] {
     const int status = Run(ReadCommandLine(argc, argv));
     FlushOutput();

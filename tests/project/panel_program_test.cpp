@@ -138,7 +138,7 @@ TEST_F(PanelProgramTest, AWatchTellsChangesAndComesBackAfterALostLine) {
   QProcess watch;
   Start(watch, {"watch", address, "--every", "0.05"});
   EXPECT_EQ(NextRow(watch), "Item\tWas\tIs\tName");
-  while (!Commands().contains("48")) QThread::msleep(10);  // It has looked once.
+  while (!Commands().split(u' ').contains("48")) QThread::msleep(10);  // It has looked once.
   panel.With([](Panel& p) { p.SetRelay(6, true); });
   QString row = NextRow(watch);
   EXPECT_EQ(row, "RELAY 07\toff\ton\tOFFICE 3");
