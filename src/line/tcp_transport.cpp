@@ -102,6 +102,7 @@ class TcpTransport : public Transport {
     }
     const QDeadlineTimer deadline(openTimeoutMs);
     while (UnderWay() && !deadline.hasExpired()) RunUntil([] { return false; }, deadline);
+    mayHaveMore_ = true;
     if (IsOpen()) return;
     Close();
     throw TransportFailure(

@@ -112,6 +112,25 @@ TEST(TransportTest, APeerThatFloodsIsClosed) {
   line->Send("[0005D7]");
 }
 
+TEST(TransportTest, WhatHasComeMeanwhileIsTakenWithoutEvents) {
+  QTcpServer server;
+  ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
+  const auto line = NewTcpTransport();
+  ASSERT_EQ(TroubleAt(*line, QStringLiteral("127.0.0.1"), server.serverPort()), "");
+  ASSERT_TRUE(server.hasPendingConnections() || server.waitForNewConnection(5000));
+  QTcpSocket* socket = server.nextPendingConnection();
+  socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+  const auto peer = static_cast<int>(socket->socketDescriptor());
+  const std::function<void()> before[] = {[] {}, [&] { line->Send("[0005D7]"); },
+                                          [&] { line->Wait(1, 1); }};
+  for (const auto& act : before) {
+    act();
+    ASSERT_EQ(send(peer, "stale", 5, MSG_NOSIGNAL), 5);
+    EXPECT_EQ(line->Take(), "stale");
+    EXPECT_EQ(line->Take(), "");
+  }
+}
+
 TEST(TransportTest, TheWindowLivesWhileAPeerLetsBytesDrip) {
   QTcpServer server;
   ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
