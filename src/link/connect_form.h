@@ -90,5 +90,5 @@ class frmT3Connect : public ChildForm {
   bool closeAsked = false;    ///< While a block was under way.
   bool changesAlone = false;  ///< Of what the password is asked for.
   bool goesToDocument = false;
-  bool linked = false;        ///< The hooks of the link are this screen's.
+  bool linked = false;  ///< The hooks of the link are this screen's.
 };
