@@ -8,6 +8,7 @@
 #include "panel/defaults.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
+#include "panel/project_codec.h"
 #include "screen_table.h"
 #include "shell/controls/in_place_list.h"
 #include "shell/shell.h"
@@ -42,8 +43,7 @@ class ScreenTest : public testing::Test {
       fileRequests.push_back(request);
       return nextFileName;
     };
-    window = std::make_unique<frmT3MasterMDI>(AllScreens());
-    window->MDIForm_Load();
+    StartAnew();
     QApplication::processEvents();
     // The second after the start, in which no mark stays, is over.
     window->tmrFix_Timer();
@@ -56,6 +56,18 @@ class ScreenTest : public testing::Test {
     qputenv("HOME", oldHome);
   }
 
+  /// Ends the program, as it were, and starts it again.
+  void StartAnew() {
+    window.reset();
+    window = std::make_unique<frmT3MasterMDI>(AllScreens());
+    window->MDIForm_Load();
+  }
+
+  /// The text of the one message that there has been; of none or several, their number.
+  QString OnlyMessage() const {
+    return messages.size() == 1 ? messages[0].Text : QString::number(messages.size());
+  }
+
   /// Opens a screen through its menu entry.
   void Menu(const char* entry) {
     auto* action = window->findChild<QAction*>(QString::fromLatin1(entry));
@@ -64,6 +76,21 @@ class ScreenTest : public testing::Test {
     action->trigger();
     QApplication::processEvents();
   }
+
+  /// Shows every screen in turn, alone.
+  void OnEveryScreen(const std::function<void(Screen, ChildForm&)>& look) {
+    for (const ScreenEntry& entry : ScreenTable()) {
+      if (!entry.Create) continue;
+      SCOPED_TRACE(ScreenName(entry.Name));
+      window->UnloadAllForms();
+      ChildForm* form = window->ShowForm(entry.Name);
+      QApplication::processEvents();
+      look(entry.Name, *form);
+    }
+  }
+
+  /// The project as a file has it.
+  static std::string Bytes() { return EncodeProject(LiveProject); }
 
   template <typename Control>
   Control& Find(const QString& name) {
@@ -83,8 +110,22 @@ class ScreenTest : public testing::Test {
   QString LinkStatus() { return Text("StatusBar1(2)"); }
   QString Caption(const QString& name, int index) { return Cell(name, index).Caption(); }
 
+  /// The captions of a column's cells, joined by "|".
+  QString Captions(const QString& name, std::initializer_list<int> indices) {
+    QStringList captions;
+    for (const int index : indices) captions << Caption(name, index);
+    return captions.join(u'|');
+  }
+
   /// Whether the control would be seen, whatever the scroll position.
   bool Shown(QWidget& control) { return control.isVisibleTo(window.get()); }
+  bool Shows(const QString& name) { return Shown(Find<QWidget>(name)); }
+  bool Shows(const QString& name, int index) { return Shown(Find<QWidget>(name, index)); }
+
+  /// What is chosen in a drop-down list, and in a list over the cells.
+  int Chosen(const QString& list) { return Find<ComboBox>(list).ListIndex(); }
+  QString ChosenText(const QString& list) { return Find<ComboBox>(list).currentText(); }
+  int Offered(const QString& list) { return Find<InPlaceList>(list).ListIndex(); }
 
   void Click(QWidget& control) { QTest::mouseClick(&control, Qt::LeftButton); }
   void Press(const char* button) { Click(Find<Button>(QString::fromLatin1(button))); }
@@ -96,6 +137,24 @@ class ScreenTest : public testing::Test {
     list.scrollTo(list.model()->index(index, 0));
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {},
                       list.visualRect(list.model()->index(index, 0)).center());
+  }
+
+  /// Opens the list over a cell and chooses an item.
+  void Pick(const QString& cell, int index, const QString& list, int item) {
+    Click(Cell(cell, index));
+    ChooseInPlace(list, item);
+  }
+
+  /// A key, for the control that has the focus.
+  void Key(Qt::Key key, Qt::KeyboardModifiers held = {}) {
+    QTest::keyClick(QApplication::focusWidget(), key, held);
+  }
+
+  /// Chooses a bus device where the screen has a list of them.
+  void ChooseDevice(int device) {
+    for (const char* list : {"cboFLinkDevice", "cboFennlinkDevice"}) {
+      if (window->findChild<ComboBox*>(list)) Choose(list, device);
+    }
   }
 
   /// A user's choice in a drop-down list; the item shown already may be chosen too.

@@ -1,4 +1,3 @@
-#include "panel/live_project.h"
 #include "screen_test.h"
 
 class DmxTest : public ScreenTest {
@@ -6,22 +5,16 @@ class DmxTest : public ScreenTest {
   void Open() {
     PanelRecord.AddOnModuleType = 1;
     Menu("mnuAddOnModules");
-    DataChanged = 0;
   }
 };
 
-TEST_F(DmxTest, AChannelIsChosenAndAutoMapFollowsTheFirst) {
+TEST_F(DmxTest, AutoMapFollowsTheFirstChannelUpToTheLast) {
   PanelRecord.DMXChannel(2) = 513;
   Open();
-  EXPECT_EQ(Caption("lblDMXChan", 0), "None ");
-  EXPECT_EQ(Caption("lblDMXChan", 2), " ");
-  EXPECT_FALSE(Shown(Find<Button>("cmdAutoMap")));
-  Click(Cell("lblDMXChan", 0));
-  EXPECT_EQ(DataChanged, 0);
-  ChooseInPlace("cboNewDMX", 500);
-  EXPECT_EQ(PanelRecord.DMXChannel(0), 500);
-  EXPECT_EQ(DataChanged, -1);
-  Click(Find<Button>("cmdAutoMap"));
+  EXPECT_EQ(Captions("lblDMXChan", {0, 2}), "None | ");
+  EXPECT_FALSE(Shows("cmdAutoMap"));
+  Pick("lblDMXChan", 0, "cboNewDMX", 500);
+  Press("cmdAutoMap");
   EXPECT_EQ(PanelRecord.DMXChannel(12), 512);
   EXPECT_EQ(PanelRecord.DMXChannel(13), 0);
 }
@@ -29,17 +22,14 @@ TEST_F(DmxTest, AChannelIsChosenAndAutoMapFollowsTheFirst) {
 TEST_F(DmxTest, TheOffLevelStaysBelowTheOnLevel) {
   Open();
   Choose("cboOffLevel", 89);
-  ASSERT_EQ(messages.size(), 1u);
-  EXPECT_EQ(messages[0].Text, "Off Level Must Be Less Than On Level");
-  EXPECT_EQ(Find<ComboBox>("cboOffLevel").currentText(), "10%");
+  EXPECT_EQ(messages.at(0).Text, "Off Level Must Be Less Than On Level");
+  EXPECT_EQ(ChosenText("cboOffLevel"), "10%");
   EXPECT_EQ(PanelRecord.DMXOffLevel, 10);
-  EXPECT_EQ(DataChanged, -1);
   Choose("cboOnLevel", 9);
-  EXPECT_EQ(messages[1].Text, "On Level Must Be Greater Than Off Level");
+  EXPECT_EQ(messages.at(1).Text, "On Level Must Be Greater Than Off Level");
   EXPECT_EQ(PanelRecord.DMXOnLevel, 90);
   Choose("cboOffLevel", 88);
   EXPECT_EQ(PanelRecord.DMXOffLevel, 89);
-  EXPECT_EQ(messages.size(), 2u);
 }
 
 TEST_F(DmxTest, LevelsOutsideTheListsAreKeptUntilOneIsChosen) {
@@ -50,7 +40,7 @@ TEST_F(DmxTest, LevelsOutsideTheListsAreKeptUntilOneIsChosen) {
   Choose("cboOnLevel", 50);
   EXPECT_EQ(messages.size(), 1u);
   EXPECT_EQ(PanelRecord.DMXOnLevel, 200);
-  EXPECT_EQ(Find<ComboBox>("cboOnLevel").ListIndex(), -1);
+  EXPECT_EQ(Chosen("cboOnLevel"), -1);
   Choose("cboOffLevel", 9);
   EXPECT_EQ(PanelRecord.DMXOffLevel, 10);
   Choose("cboOnLevel", 50);

@@ -1,4 +1,3 @@
-#include "panel/live_project.h"
 #include "screen_test.h"
 
 class FennlinkControlTest : public ScreenTest {
@@ -14,13 +13,13 @@ class FennlinkControlTest : public ScreenTest {
   /// The type of the input, and the list of its actions.
   QString Offer() {
     const auto& list = Find<InPlaceList>("cboControl");
-    QString offer = Find<Label>("lblInputType").Caption() + u':';
+    QString offer = Text("lblInputType") + u':';
     for (int i = 0; i < list.ListCount(); ++i) offer += list.List(i);
     return offer;
   }
   int Rows() {
     int rows = 0;
-    while (rows < ItemCount && Shown(Cell("lblControl", rows))) ++rows;
+    while (rows < ItemCount && Shows("lblControl", rows)) ++rows;
     return rows;
   }
 
@@ -30,12 +29,8 @@ class FennlinkControlTest : public ScreenTest {
 TEST_F(FennlinkControlTest, TheTypesOfDeviceAndInputDecideWhatThereIsToChoose) {
   device.DeviceRelayControl(0, 40) = 9;
   device.DeviceGroupControl(0, 40) = 9;
-  const struct {
-    const char* Table;
-    Int16 Type, InputType;
-    QString Offer;
-    int Rows, LastCell;
-  } cases[] = {
+  // Table, types of device and input; the offer, the rows and the last cell.
+  const std::tuple<const char*, Int16, Int16, QString, int, int> cases[] = {
       {"Group", 9, 10, " Maintained On/Off:No ActionOn OnlyOff OnlyOn And OffBlink Alert", 48, 4},
       {"Relay", 7, 8, " Timer Disable:No ActionDisable", 48, 1},
       {"Group", 7, 8, " Timer Disable:.", 0, 0},
@@ -47,29 +42,12 @@ TEST_F(FennlinkControlTest, TheTypesOfDeviceAndInputDecideWhatThereIsToChoose) {
     EXPECT_EQ(Rows(), rows) << offer.toStdString();
     const bool relays = table == std::string("Relay");
     EXPECT_EQ((relays ? device.DeviceRelayControl : device.DeviceGroupControl)(0, 40), lastCell);
-    EXPECT_EQ(Shown(Find<Label>("lblNoActions")), rows == 0);
+    EXPECT_EQ(Shows("lblNoActions"), rows == 0);
     EXPECT_EQ(DataChanged, 0);
   }
   for (const int type : {10, -5, 32767}) {
     Open("Relay", static_cast<Int16>(type));
-    EXPECT_EQ(Find<Label>("lblDeviceType").Caption(), " None");
-    EXPECT_FALSE(Shown(Find<ComboBox>("cboInput")) || Rows() > 0);
+    EXPECT_EQ(Text("lblDeviceType"), " None");
+    EXPECT_FALSE(Shows("cboInput") || Rows() > 0);
   }
-}
-
-TEST_F(FennlinkControlTest, ChoicesGoToTheInputThatIsSelected) {
-  device.DeviceInputType(1) = 1;
-  device.DevicePreset(1) = 12;
-  device.DeviceRelayControl(1, 5) = 4;
-  Open("Relay", 2, 2);
-  Click(Cell("lblControl", 3));
-  ChooseInPlace("cboControl", 1);
-  EXPECT_EQ(device.DeviceRelayControl(0, 3), 1);
-
-  Choose("cboInput", 1);
-  EXPECT_EQ(Rows(), 0);
-  EXPECT_EQ(device.DeviceRelayControl(1, 5), 0);
-  EXPECT_EQ(Find<ComboBox>("cboPreset").ListIndex(), 12);
-  Choose("cboPreset", 47);
-  EXPECT_EQ(device.DevicePreset(1), 47);
 }

@@ -1,5 +1,3 @@
-#include "panel/live_project.h"
-#include "panel/project_codec.h"
 #include "screen_test.h"
 
 class FennlinkDevicesTest : public ScreenTest {
@@ -16,7 +14,7 @@ class FennlinkDevicesTest : public ScreenTest {
   QString Frame() {
     QString shown;
     for (const char* family : {"16", "7", "8", "F"}) {
-      if (Shown(Find<QGroupBox>(QStringLiteral("fraConfigFLinkDevice") + family))) shown += family;
+      if (Shows(QStringLiteral("fraConfigFLinkDevice") + family)) shown += family;
     }
     return shown;
   }
@@ -25,17 +23,15 @@ class FennlinkDevicesTest : public ScreenTest {
 TEST_F(FennlinkDevicesTest, TheTypeChoosesTheFrameItsRowsAndTheInputTypes) {
   Open(0);
   EXPECT_EQ(Frame(), "");
-  EXPECT_FALSE(Shown(Find<ComboBox>("cboFLinkType")));
+  EXPECT_FALSE(Shows("cboFLinkType"));
   Select(5);
-  const struct {
-    int Type, LastRow;
-    QString Frame;
-  } cases[] = {{3, 2, "16"}, {6, 7, "16"}, {7, 3, "7"}, {8, 7, "8"}, {9, 7, "F"}};
+  const std::tuple<int, int, QString> cases[] = {
+      {3, 2, "16"}, {6, 7, "16"}, {7, 3, "7"}, {8, 7, "8"}, {9, 7, "F"}};
   for (const auto& [type, lastRow, frame] : cases) {
     Choose("cboFLinkType", type);
     ASSERT_EQ(Frame(), frame);
-    EXPECT_TRUE(Shown(Cell("lblInput" + frame + "Number", lastRow))) << type;
-    EXPECT_FALSE(type == 3 && Shown(Cell("lblInput16Number", 3)));
+    EXPECT_TRUE(Shows("lblInput" + frame + "Number", lastRow)) << type;
+    EXPECT_FALSE(type == 3 && Shows("lblInput16Number", 3));
   }
 }
 
@@ -44,20 +40,16 @@ TEST_F(FennlinkDevicesTest, ATimedOnInputShowsItsTimeAndKeepsIt) {
   device.DeviceType = 7;
   device.DeviceInputType(3) = 4;
   Open(64);
-  DataChanged = 0;
-  Click(Cell("lblInput7TimedOn", 3));
-  EXPECT_EQ(DataChanged, 0);
-  ChooseInPlace("cboInput7NewTime", 40);
-  EXPECT_EQ(DataChanged, -1);
+  Pick("lblInput7TimedOn", 3, "cboInput7NewTime", 40);
   Choose("cboInput7Type(3)", 2);
-  EXPECT_FALSE(Shown(Cell("lblInput7TimedOn", 3)));
+  EXPECT_FALSE(Shows("lblInput7TimedOn", 3));
   Choose("cboInput7Type(3)", 4);
   EXPECT_EQ(Caption("lblInput7TimedOn", 3), " 45 Minutes");
   device.DeviceTimedOnTime(3) = std::numeric_limits<Int32>::min();
   Click(Cell("lblInput7TimedOn", 3));
-  EXPECT_EQ(Find<InPlaceList>("cboInput7NewTime").ListIndex(), -1);
+  EXPECT_EQ(Offered("cboInput7NewTime"), -1);
   Select(0);
-  EXPECT_FALSE(Find<InPlaceList>("cboInput7NewTime").isVisible());
+  EXPECT_FALSE(Shows("cboInput7NewTime"));
 }
 
 TEST_F(FennlinkDevicesTest, LookingStoresNothingNewEvenWhenItMarksTheData) {
@@ -71,14 +63,14 @@ TEST_F(FennlinkDevicesTest, LookingStoresNothingNewEvenWhenItMarksTheData) {
   FennlinkRecords(3).DeviceOnLevel(6) = 32767;
   Open(0);
   const std::string before = EncodeProject(LiveProject);
-  constexpr int visits[] = {1, 0, 1, 2, 3, 4, 5};
-  constexpr int marks[] = {-1, 0, 0, -1, -1, 0, 0};
-  for (int i = 0; i < 7; ++i) {
-    Select(visits[i]);
-    EXPECT_EQ(DataChanged, marks[i]) << i;
+  constexpr std::pair<int, int> visits[] = {{1, -1}, {0, 0}, {1, 0}, {2, -1},
+                                            {3, -1}, {4, 0}, {5, 0}};
+  for (const auto& [device, marks] : visits) {
+    Select(device);
+    EXPECT_EQ(DataChanged, marks) << device;
   }
   EXPECT_TRUE(EncodeProject(LiveProject) == before);
-  EXPECT_EQ(Find<ComboBox>("cboInput16Type(0)").ListIndex(), -1);
+  EXPECT_EQ(Chosen("cboInput16Type(0)"), -1);
   EXPECT_EQ(Find<ScrollBar>("hsInputFOnLevel(6)").Value(), 255);
   EXPECT_EQ(Caption("lblInputFOffLevel", 6), " Off -300/255 (-118%)");
 }

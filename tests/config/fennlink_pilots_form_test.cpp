@@ -1,4 +1,3 @@
-#include "panel/live_project.h"
 #include "screen_test.h"
 
 class FennlinkPilotsTest : public ScreenTest {
@@ -20,10 +19,10 @@ TEST_F(FennlinkPilotsTest, TheTypeDecidesTheRowsAndAnyCodeIsTold) {
   for (int type = 0; type <= 10; ++type) {
     Open(33, static_cast<Int16>(type));
     for (int i = 0; i < 8; ++i) {
-      EXPECT_EQ(Shown(Cell("lblPilotSource", i)), i < rowsOfType[type]) << type;
+      EXPECT_EQ(Shows("lblPilotSource", i), i < rowsOfType[type]) << type;
       EXPECT_EQ(Caption("lblPilotSource", i) + Caption("lblPilotNumber", i), texts[i]);
     }
-    EXPECT_EQ(Shown(Find<Button>("cmdAutoMapAllFL")), rowsOfType[type] > 0);
+    EXPECT_EQ(Shows("cmdAutoMapAllFL"), rowsOfType[type] > 0);
   }
 }
 
@@ -33,19 +32,16 @@ TEST_F(FennlinkPilotsTest, ChoicesMarkTheDataAndTheStaticToggleDoesNot) {
   pilot(1) = 256 + 64 + 9;
   Open(1, 2);
   Click(Cell("lblPilotNumber", 1));
-  EXPECT_EQ(Find<InPlaceList>("cboNewNumber").ListIndex(), 9);
-  Click(Cell("lblPilotNumber", 0));
-  EXPECT_EQ(pilot(0), 0);
-  Click(Cell("lblPilotNumber", 0));
-  EXPECT_EQ(pilot(0), 1);
-  Click(Cell("lblPilotSource", 0));
+  EXPECT_EQ(Offered("cboNewNumber"), 9);
+  for (const int toggled : {0, 1}) {
+    Click(Cell("lblPilotNumber", 0));
+    EXPECT_EQ(pilot(0), toggled);
+  }
   EXPECT_EQ(DataChanged, 0);
 
-  ChooseInPlace("cboNewSource", 2);
+  Pick("lblPilotSource", 0, "cboNewSource", 2);
   EXPECT_EQ(pilot(0), 128 + 1);
-  EXPECT_EQ(DataChanged, -1);
-  Click(Cell("lblPilotNumber", 1));
-  ChooseInPlace("cboNewNumber", 3);
+  Pick("lblPilotNumber", 1, "cboNewNumber", 3);
   EXPECT_EQ(pilot(1), 64 + 3);
 }
 

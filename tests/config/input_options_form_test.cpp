@@ -1,4 +1,3 @@
-#include "panel/live_project.h"
 #include "screen_test.h"
 
 class InputOptionsTest : public ScreenTest {};
@@ -8,30 +7,22 @@ TEST_F(InputOptionsTest, OnlyATimedOnInputShowsItsTimeAndKeepsItThroughOtherType
   PanelRecord.InputType(2) = 13;
   PanelRecord.InputTimedOnTime(3) = 1000;
   Menu("mnuInputOptions");
-  EXPECT_FALSE(Shown(Cell("lblInputTimedOn", 0)));
-  EXPECT_TRUE(Shown(Cell("lblInputTimedOn", 1)));
+  EXPECT_FALSE(Shows("lblInputTimedOn", 0));
+  EXPECT_TRUE(Shows("lblInputTimedOn", 1));
   EXPECT_EQ(Caption("lblInputTimedOn", 1), " 10 Min");
   EXPECT_EQ(Caption("lblInputType", 2), " ");
 
   Click(Cell("lblInputTimedOn", 1));
   auto& times = Find<InPlaceList>("cboNewTime");
   EXPECT_EQ(times.List(times.ListIndex()), "10Min");
-  EXPECT_EQ(DataChanged, 0);
   ChooseInPlace("cboNewTime", 994);
-  EXPECT_EQ(PanelRecord.InputTimedOnTime(1), 999);
-  EXPECT_EQ(DataChanged, -1);
-
-  Click(Cell("lblInputType", 1));
-  ChooseInPlace("cboNewType", 12);
-  EXPECT_EQ(PanelRecord.InputType(1), 12);
-  EXPECT_FALSE(Shown(Cell("lblInputTimedOn", 1)));
+  Pick("lblInputType", 1, "cboNewType", 12);
+  EXPECT_FALSE(Shows("lblInputTimedOn", 1));
   for (int input : {1, 3}) {
-    Click(Cell("lblInputType", input));
-    ChooseInPlace("cboNewType", 5);
+    Pick("lblInputType", input, "cboNewType", 5);
     Click(Cell("lblInputTimedOn", input));
   }
-  EXPECT_EQ(Caption("lblInputTimedOn", 1), " 999 Min");
-  EXPECT_EQ(Caption("lblInputTimedOn", 3), " 1000 Min");
+  EXPECT_EQ(Captions("lblInputTimedOn", {1, 3}), " 999 Min| 1000 Min");
   EXPECT_EQ(times.ListIndex(), -1);
 }
 
@@ -42,18 +33,10 @@ TEST_F(InputOptionsTest, APilotPacksSourceAndNumber) {
   EXPECT_EQ(Caption("lblPilotSource", 1) + Caption("lblPilotNumber", 1), "  51");
   EXPECT_EQ(Caption("lblPilotSource", 2) + Caption("lblPilotNumber", 2), "On If Group  7");
 
-  Click(Cell("lblPilotSource", 0));
-  EXPECT_EQ(DataChanged, 0);
-  ChooseInPlace("cboNewSource", 1);
-  EXPECT_EQ(PanelRecord.LocalPilot(0), 64);
-  EXPECT_EQ(Caption("lblPilotSource", 0) + Caption("lblPilotNumber", 0), "On If Group  1");
-  Click(Cell("lblPilotNumber", 0));
-  ChooseInPlace("cboNewNumber", 47);
-  EXPECT_EQ(PanelRecord.LocalPilot(0), 64 + 47);
-  Click(Cell("lblPilotSource", 1));
-  ChooseInPlace("cboNewSource", 2);
+  Pick("lblPilotNumber", 2, "cboNewNumber", 47);
+  EXPECT_EQ(PanelRecord.LocalPilot(2), 64 + 47);
+  Pick("lblPilotSource", 1, "cboNewSource", 2);
   EXPECT_EQ(PanelRecord.LocalPilot(1), 128 + 50);
   Click(Cell("lblPilotNumber", 1));
-  EXPECT_EQ(Find<InPlaceList>("cboNewNumber").ListIndex(), -1);
-  EXPECT_EQ(DataChanged, -1);
+  EXPECT_EQ(Offered("cboNewNumber"), -1);
 }

@@ -1,42 +1,43 @@
-#include "panel/live_project.h"
 #include "screen_test.h"
 
 class OptionTest : public ScreenTest {};
 
-TEST_F(OptionTest, AFlagIsStoredAsMinusOneAndAnyOtherValueMeansItToo) {
+TEST_F(OptionTest, AnyFlagMeansYesAndAnIndexBeyondTheOptionsMarksNone) {
   PanelRecord.PhotocellFilter = 7;
   Menu("mnuPhotocellFilter");
   EXPECT_TRUE(Find<OptionButton>("optPhotocellFilter", 1).Value());
   EXPECT_EQ(PanelRecord.PhotocellFilter, 7);
-  Click(Find<OptionButton>("optPhotocellFilter", 0));
-  EXPECT_EQ(PanelRecord.PhotocellFilter, 0);
-  Click(Find<OptionButton>("optPhotocellFilter", 1));
-  EXPECT_EQ(PanelRecord.PhotocellFilter, -1);
-
+  for (const int chosen : {0, 1}) {
+    Click(Find<OptionButton>("optPhotocellFilter", chosen));
+    EXPECT_EQ(PanelRecord.PhotocellFilter, -chosen);
+  }
   Menu("mnuConfigureTimedOn");
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+  Key(Qt::Key_Down);
   EXPECT_EQ(PanelRecord.TimedOnOperation, -1);
-}
 
-TEST_F(OptionTest, AnIndexIsStoredAndOneBeyondTheOptionsMarksNone) {
   PanelRecord.RTCSource = 2;
+  DataChanged = 0;
   Menu("mnuRTCSource");
-  EXPECT_FALSE(Find<OptionButton>("optRTCSource", 0).Value() ||
-               Find<OptionButton>("optRTCSource", 1).Value());
+  for (const int option : {0, 1}) EXPECT_FALSE(Find<OptionButton>("optRTCSource", option).Value());
   EXPECT_EQ(DataChanged, 0);
   Click(Find<OptionButton>("optRTCSource", 1));
   EXPECT_EQ(PanelRecord.RTCSource, 1);
-  Menu("mnuOffHoursSweepInterval");
-  Click(Find<OptionButton>("optOffHoursSweepInterval", 2));
-  EXPECT_EQ(PanelRecord.OffHoursSweepInterval, 2);
 }
 
 TEST_F(OptionTest, EachAddOnModuleHasItsScreen) {
-  const QStringList screens = {"None", "DMX", "ModBus", "N2", "VoiceDTMF", "BACnet"};
-  for (Int16 type = 0; type < screens.size(); ++type) {
+  const std::pair<Int16, Screen> screens[] = {{0, Screen::AddOnModuleNone},
+                                              {1, Screen::AddOnModuleDMX},
+                                              {2, Screen::AddOnModuleModBus},
+                                              {3, Screen::AddOnModuleN2},
+                                              {4, Screen::AddOnModuleVoiceDTMF},
+                                              {5, Screen::AddOnModuleBACnet},
+                                              {6, Screen::About},
+                                              {99, Screen::About},
+                                              {-1, Screen::About}};
+  for (const auto& [type, screen] : screens) {
+    window->UnloadAllForms();
     PanelRecord.AddOnModuleType = type;
     Menu("mnuAddOnModules");
-    ASSERT_NE(window->LoadedForm(ScreenNamed("frmT3AddOnModule" + screens[type].toStdString())),
-              nullptr);
+    EXPECT_NE(window->LoadedForm(screen), nullptr) << type;
   }
 }

@@ -1,4 +1,3 @@
-#include "panel/live_project.h"
 #include "screen_test.h"
 
 class RelayOptionsTest : public ScreenTest {
@@ -6,20 +5,18 @@ class RelayOptionsTest : public ScreenTest {
   void Open(Int16 firstNodeBlocks, Int16 otherBlocks = 0) {
     PanelRecord.IOCount(0) = firstNodeBlocks;
     PanelRecord.IOCount(1) = otherBlocks;
-    DataChanged = 0;
     Menu("mnuRelayOutputOptions");
   }
 };
 
 TEST_F(RelayOptionsTest, RowsAndHeadersFollowTheInstalledPoints) {
   Open(4);
-  EXPECT_TRUE(Shown(Cell("lblRelayName", 15)));
-  EXPECT_FALSE(Shown(Cell("lblTimerType", 16)));
-
+  EXPECT_TRUE(Shows("lblRelayName", 15));
+  EXPECT_FALSE(Shows("lblTimerType", 16));
   Open(5);
-  EXPECT_FALSE(Shown(Cell("lblTimerTypeHeater", 2)));
+  EXPECT_FALSE(Shows("lblTimerTypeHeater", 2));
   Open(8, 1);
-  EXPECT_TRUE(Shown(Cell("lblTimerTypeHeater", 2)));
+  EXPECT_TRUE(Shows("lblTimerTypeHeater", 2));
   EXPECT_EQ(DataChanged, 0);
 }
 
@@ -27,15 +24,16 @@ TEST_F(RelayOptionsTest, OnlyShiftAndTheRightButtonOnTheFirstNameCopies) {
   PanelRecord.RelayTimerType(0) = 3;
   PanelRecord.RelayPowerOnType(0) = 2;
   Open(1);
-  QTest::mouseClick(&Cell("lblRelayName", 0), Qt::MiddleButton, Qt::ShiftModifier);
+  const auto click = [this](int row, Qt::MouseButton button, Qt::KeyboardModifiers held) {
+    QTest::mouseClick(&Cell("lblRelayName", row), button, held);
+  };
+  click(0, Qt::MiddleButton, Qt::ShiftModifier);
   EXPECT_EQ(DataChanged, -1);
-  QTest::mouseClick(&Cell("lblRelayName", 0), Qt::RightButton);
-  QTest::mouseClick(&Cell("lblRelayName", 2), Qt::RightButton, Qt::ShiftModifier);
-  QTest::mouseClick(&Cell("lblRelayName", 0), Qt::RightButton,
-                    Qt::ShiftModifier | Qt::ControlModifier);
+  click(0, Qt::RightButton, {});
+  click(2, Qt::RightButton, Qt::ShiftModifier);
+  click(0, Qt::RightButton, Qt::ShiftModifier | Qt::ControlModifier);
   EXPECT_EQ(PanelRecord.RelayTimerType(1), 0);
-
-  QTest::mouseClick(&Cell("lblRelayName", 0), Qt::RightButton, Qt::ShiftModifier);
+  click(0, Qt::RightButton, Qt::ShiftModifier);
   EXPECT_EQ(PanelRecord.RelayTimerType(3), 3);
   EXPECT_EQ(PanelRecord.RelayPowerOnType(3), 2);
   EXPECT_EQ(PanelRecord.RelayTimerType(4), 0);
@@ -48,22 +46,22 @@ TEST_F(RelayOptionsTest, TheKeyboardDoesAllThatTheMouseDoes) {
   EXPECT_EQ(Caption("lblTimerType", 1), " ");
   QWidget* first = &Cell("lblRelayName", 0);
   ASSERT_EQ(&Cell("lblTimerType", 0), QApplication::focusWidget());
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left);
+  Key(Qt::Key_Left);
   ASSERT_EQ(first, QApplication::focusWidget());
-  QTest::keyClick(first, Qt::Key_Space, Qt::ShiftModifier);
+  Key(Qt::Key_Space, Qt::ShiftModifier);
   EXPECT_EQ(PanelRecord.RelayTimerType(19), 1);
 
-  QTest::keyClick(first, Qt::Key_Right);
-  for (int i = 0; i < 16; ++i) QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+  Key(Qt::Key_Right);
+  for (int i = 0; i < 16; ++i) Key(Qt::Key_Down);
   EXPECT_EQ(QApplication::focusWidget(), &Cell("lblTimerType", 16));
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+  Key(Qt::Key_Return);
   auto& list = Find<InPlaceList>("cboNewTimerType");
   ASSERT_TRUE(list.hasFocus());
-  QTest::keyClick(&list, Qt::Key_Escape);
+  Key(Qt::Key_Escape);
   EXPECT_EQ(QApplication::focusWidget(), &Cell("lblTimerType", 16));
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
-  QTest::keyClick(&list, Qt::Key_Down);
-  QTest::keyClick(&list, Qt::Key_Return);
+  Key(Qt::Key_Space);
+  Key(Qt::Key_Down);
+  Key(Qt::Key_Return);
   EXPECT_EQ(PanelRecord.RelayTimerType(16), 2);
-  EXPECT_EQ(Caption("lblTimerType", 16), Find<InPlaceList>("cboNewTimerType").List(2) + u' ');
+  EXPECT_EQ(Caption("lblTimerType", 16), list.List(2) + u' ');
 }

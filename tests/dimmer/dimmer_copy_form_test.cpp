@@ -1,7 +1,6 @@
 #include "dimmer/dimmer_copy_form.h"
 
 #include "panel/live_dimmers.h"
-#include "panel/live_project.h"
 #include "screen_test.h"
 
 class DimmerCopyTest : public ScreenTest {
@@ -24,7 +23,7 @@ class DimmerCopyTest : public ScreenTest {
       work();
       if (auto* left = window->findChild<QDialog*>()) left->reject();
     });
-    Click(Find<Button>(button));
+    Press(button);
     EXPECT_TRUE(ran);
   }
 
@@ -46,17 +45,15 @@ TEST_F(DimmerCopyTest, TheConfigurationGoesToTheOutputsTickedAndEnablesThem) {
     QTest::keyClick(&Find<Button>("cmdAllDev(1)"), Qt::Key_Return);
     Click(Find<CheckBox>("chkDst(8)"));
     EXPECT_EQ(Find<CheckBox>("chkDst(47)").text(), "D:12.4");
-    Click(Find<Button>("cmsCopy"));
+    Press("cmsCopy");
   });
-  ASSERT_EQ(messages.size(), 1U);
-  EXPECT_EQ(messages[0].Text, "Copy Complete");
+  EXPECT_EQ(OnlyMessage(), "Copy Complete");
   EXPECT_EQ(messages[0].Title, "Copy Settings");
   const std::vector<int> fields = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15};
   for (int out = 0; out < 4; ++out) EXPECT_EQ(Changed(1, out), fields) << out;
   EXPECT_EQ(Changed(2, 0), fields);
   EXPECT_EQ(Changed(2, 1), std::vector<int>());
-  EXPECT_EQ(DimGetEnabled(1) + DimGetEnabled(2), 2);
-  EXPECT_EQ(DimGetEnabled(3), 0);
+  EXPECT_EQ(DimGetEnabled(1) + DimGetEnabled(2) + DimGetEnabled(3), 2);
   for (const int element : {0, 2, 5, 6, 7, 9, 11, 13, 14, 15}) {
     EXPECT_EQ(DimmerBlock(512 + element), DimmerBlock(10 * 512 + 128 + element)) << element;
   }
@@ -65,10 +62,8 @@ TEST_F(DimmerCopyTest, TheConfigurationGoesToTheOutputsTickedAndEnablesThem) {
 
 TEST_F(DimmerCopyTest, TheSlotsTickedGoToTheOutputsTicked) {
   Copy("cmdCopyControl", [this] {
-    Click(Find<CheckBox>("chkCNum(3)"));
-    Click(Find<CheckBox>("chkCNum(15)"));
-    Click(Find<Button>("cmdAllOut(2)"));
-    Click(Find<Button>("cmdCopy"));
+    for (const char* slot : {"chkCNum(3)", "chkCNum(15)"}) Click(Find<CheckBox>(slot));
+    for (const char* button : {"cmdAllOut(2)", "cmdCopy"}) Press(button);
   });
   EXPECT_EQ(messages.size(), 1U);
   for (int dev = 0; dev < 12; ++dev) {

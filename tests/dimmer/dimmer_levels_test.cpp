@@ -1,7 +1,6 @@
 #include "line/panel_transact.h"
 #include "line/scripted_transport.h"
 #include "panel/live_dimmers.h"
-#include "panel/live_project.h"
 #include "screen_test.h"
 
 class DimmerLevelsTest : public ScreenTest {
@@ -20,11 +19,7 @@ class DimmerLevelsTest : public ScreenTest {
     return std::count(line.Steps.begin(), line.Steps.end(), "send " + PanelFrame("49"));
   }
 
-  QString Levels() {
-    QStringList levels;
-    for (int out = 0; out < 4; ++out) levels << Caption("lblShowLevels", out);
-    return levels.join(u' ');
-  }
+  QString Levels() { return Captions("lblShowLevels", {0, 1, 2, 3}); }
 
   Timer& Status() { return Find<Timer>("tmrStatus"); }
 
@@ -38,17 +33,17 @@ TEST_F(DimmerLevelsTest, OverTcpTheTimerReadsTheLevelsOfTheDevice) {
   lines.Socket.Replies = {{Reply()}, {Reply()}};
   lines.Socket.WhileWaiting = [this] { Status().Tick(); };
   Status().Tick();
-  EXPECT_EQ(Levels(), "0% 0% 50% 100%");
+  EXPECT_EQ(Levels(), "0%|0%|50%|100%");
   EXPECT_EQ(Requests(lines.Socket), 1) << "a tick in the wait passes over";
 
   Choose("cboDDev", 11);
-  EXPECT_EQ(Levels(), "   ");
+  EXPECT_EQ(Levels(), "|||");
   Status().Tick();
-  EXPECT_EQ(Levels(), "20% 80% 100% 0%");
+  EXPECT_EQ(Levels(), "20%|80%|100%|0%");
 
   Choose("cboDDev", 1);
   EXPECT_FALSE(Status().Enabled());
-  EXPECT_FALSE(Shown(Cell("lblHdrLev", 0)));
+  EXPECT_FALSE(Shows("lblHdrLev", 0));
   Status().Tick();
   EXPECT_EQ(Requests(lines.Socket), 2) << "a device that is off has no levels";
 }
@@ -59,15 +54,14 @@ TEST_F(DimmerLevelsTest, OnSerialTheTimerRunsOnlyUntilTheFirstChoice) {
   Choose("cboDOut", 1);
   EXPECT_FALSE(Status().Enabled());
   lines.Serial.Replies = {{Reply()}};
-  Click(Find<Button>("cmdUpdate"));
-  EXPECT_EQ(Levels(), "0% 0% 50% 100%");
+  Press("cmdUpdate");
+  EXPECT_EQ(Levels(), "0%|0%|50%|100%");
 }
 
 TEST_F(DimmerLevelsTest, ASilentPanelEndsTheConnection) {
   Open(2);
   Status().Tick();
   EXPECT_EQ(Requests(lines.Socket), 3);
-  ASSERT_EQ(messages.size(), 1U);
-  EXPECT_EQ(messages[0].Text, "Connection To Tamberloom 3 Panel Lost");
+  EXPECT_EQ(OnlyMessage(), "Connection To Tamberloom 3 Panel Lost");
   EXPECT_EQ(window->LoadedForm(Screen::DimmerOutput), nullptr);
 }

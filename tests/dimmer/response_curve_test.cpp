@@ -3,26 +3,26 @@
 #include "panel/dimmer_fields.h"
 #include "panel/document_fixture.h"
 #include "panel/live_dimmers.h"
-#include "panel/live_project.h"
 
 class ResponseCurveTest : public DocumentTest {
  protected:
-  /// Input and percent of A, B and C.
-  static void StorePoints(std::array<Int16, 6> values) {
-    DimSetAIn(0, 0, values[0]);
-    DimSetAOut(0, 0, values[1]);
-    DimSetBIn(0, 0, values[2]);
-    DimSetBOut(0, 0, values[3]);
-    DimSetCIn(0, 0, values[4]);
-    DimSetCOut(0, 0, values[5]);
+  /// The curve of these points: input and percent of A, B and C.
+  void Place(std::array<Int16, 6> values) {
+    constexpr void (*sets[])(Int16, Int16, Int16) = {DimSetAIn,  DimSetAOut, DimSetBIn,
+                                                     DimSetBOut, DimSetCIn,  DimSetCOut};
+    for (std::size_t i = 0; i < values.size(); ++i) sets[i](0, 0, values[i]);
+    curve.Place(DimmerOutput(DimmerBlock, 0, 0));
   }
 
-  std::array<Int16, 6> Points() const {
+  using Six = std::array<Int16, 6>;
+  using Four = std::array<double, 4>;
+  Six Points() const {
     const ResponseCurve::Points points = curve.Stored();
     return {points.AIn, points.AOut, points.BIn, points.BOut, points.CIn, points.COut};
   }
 
-  static std::array<double, 4> Ends(const ResponseCurve::Line& line) {
+  Four Line(int index) const {
+    const ResponseCurve::Line& line = curve.shpLine(index);
     return {line.X1, line.Y1, line.X2, line.Y2};
   }
 
@@ -34,40 +34,36 @@ class ResponseCurveTest : public DocumentTest {
 };
 
 TEST_F(ResponseCurveTest, GripsStandByTheStoredPoints) {
-  StorePoints({10, 100, 128, 25, 255, 0});
-  curve.Place(DimmerOutput(DimmerBlock, 0, 0));
+  Place({10, 100, 128, 25, 255, 0});
   EXPECT_EQ(At(1), std::pair(150.0, 0.0));
   EXPECT_EQ(At(2), std::pair(3825.0, 2880.0));
   EXPECT_EQ(At(3), std::pair(1920.0, 2160.0));
 
   for (Int16 percent = 0; percent <= 100; ++percent) {
-    StorePoints({0, percent, 77, percent, 255, percent});
-    curve.Place(DimmerOutput(DimmerBlock, 0, 0));
-    EXPECT_EQ(Points(), (std::array<Int16, 6>{0, percent, 77, percent, 255, percent}));
+    Place({0, percent, 77, percent, 255, percent});
+    EXPECT_EQ(Points(), (Six{0, percent, 77, percent, 255, percent}));
   }
 }
 
 TEST_F(ResponseCurveTest, LinesJoinTheGripsInTheOrderOfTheirInputs) {
-  StorePoints({20, 100, 100, 50, 200, 0});
-  curve.Place(DimmerOutput(DimmerBlock, 0, 0));
+  Place({20, 100, 100, 50, 200, 0});
   curve.DrawLines(true);
-  EXPECT_EQ(Ends(curve.shpLine(0)), (std::array<double, 4>{0, 45, 345, 45}));
-  EXPECT_EQ(Ends(curve.shpLine(1)), (std::array<double, 4>{345, 45, 3045, 2925}));
-  EXPECT_EQ(Ends(curve.shpLine(3)), (std::array<double, 4>{3045, 2925, 3945, 2925}));
+  EXPECT_EQ(Line(0), (Four{0, 45, 345, 45}));
+  EXPECT_EQ(Line(1), (Four{345, 45, 3045, 2925}));
+  EXPECT_EQ(Line(3), (Four{3045, 2925, 3945, 2925}));
   EXPECT_FALSE(curve.shpLine(2).Visible || curve.shpGrip(3).Visible);
 
   curve.MoveTo(ResponseCurve::GripA, 3300, 288);
   curve.DrawLines(false);
-  EXPECT_EQ(Ends(curve.shpLine(0)), (std::array<double, 4>{0, 2925, 3045, 2925}));
-  EXPECT_EQ(Ends(curve.shpLine(1)), (std::array<double, 4>{3045, 2925, 1545, 1485}));
-  EXPECT_EQ(Ends(curve.shpLine(2)), (std::array<double, 4>{1545, 1485, 3345, 333}));
-  EXPECT_EQ(Ends(curve.shpLine(3)), (std::array<double, 4>{3345, 333, 3945, 333}));
+  EXPECT_EQ(Line(0), (Four{0, 2925, 3045, 2925}));
+  EXPECT_EQ(Line(1), (Four{3045, 2925, 1545, 1485}));
+  EXPECT_EQ(Line(2), (Four{1545, 1485, 3345, 333}));
+  EXPECT_EQ(Line(3), (Four{3345, 333, 3945, 333}));
   EXPECT_TRUE(curve.shpLine(2).Visible && curve.shpGrip(3).Visible);
 }
 
 TEST_F(ResponseCurveTest, TheLastOfOverlappingGripsIsTaken) {
-  StorePoints({100, 50, 100, 50, 100, 50});
-  curve.Place(DimmerOutput(DimmerBlock, 0, 0));
+  Place({100, 50, 100, 50, 100, 50});
   EXPECT_EQ(curve.GripOver(1500, 1440), 3);
   curve.DrawLines(true);
   EXPECT_EQ(curve.GripOver(1500, 1440), 3) << "a hidden grip is taken too";
@@ -100,19 +96,17 @@ TEST_F(ResponseCurveTest, MovesAreKeptOnTheGraphAndKeyStepsNearlySo) {
 }
 
 TEST_F(ResponseCurveTest, BStaysBetweenAndTheLowerInputIsStoredAsA) {
-  StorePoints({100, 90, 10, 40, 200, 20});
-  curve.Place(DimmerOutput(DimmerBlock, 0, 0));
+  Place({100, 90, 10, 40, 200, 20});
   curve.KeepBBetween();
   EXPECT_EQ(At(3), std::pair(1500.0, 1728.0));
 
   curve.MoveTo(ResponseCurve::GripA, 3750, 15);
   curve.KeepBBetween();
   EXPECT_EQ(curve.shpGrip(3).Left, 3000);
-  EXPECT_EQ(Points(), (std::array<Int16, 6>{200, 20, 200, 40, 250, 99}));
+  EXPECT_EQ(Points(), (Six{200, 20, 200, 40, 250, 99}));
 
   curve.MoveTo(ResponseCurve::GripA, 3000, 15);
-  EXPECT_EQ(Points(), (std::array<Int16, 6>{200, 99, 200, 40, 200, 20}))
-      << "equal inputs keep their letters";
+  EXPECT_EQ(Points(), (Six{200, 99, 200, 40, 200, 20})) << "equal inputs keep their letters";
 }
 
 TEST_F(ResponseCurveTest, ReadoutsTellInputAndOutput) {

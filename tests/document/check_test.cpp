@@ -9,7 +9,6 @@
 #include "panel/dimmer_words.h"
 #include "panel/document_fixture.h"
 #include "panel/live_dimmers.h"
-#include "panel/live_project.h"
 #include "panel/project_codec.h"
 #include "panel/project_file.h"
 
@@ -47,10 +46,32 @@ void LoadSoundProject() {
   DimSetCtlType(0, 0, 0, ControlInput);
 }
 
+using Act = std::function<void()>;
+
+Act Sets() {
+  return [] {};
+}
+/// Each field, followed by its value.
+template <typename Field, typename Value, typename... More>
+Act Sets(Field& field, Value value, More&&... more) {
+  return [&field, value, rest = Sets(std::forward<More>(more)...)] {
+    field = static_cast<Field>(value);
+    rest();
+  };
+}
+template <typename... Given>
+Act Calls(void (*function)(Given...), std::common_type_t<Given>... given) {
+  return [=] { function(given...); };
+}
+template <typename... Acts>
+Act All(const Acts&... acts) {
+  return [=] { (acts(), ...); };
+}
+
 struct Fault {
   const char* Rule;
   const char* Where;
-  std::function<void()> Make;
+  Act Make;
   std::set<std::string> Also = {};  ///< What cannot but be wrong with it.
 };
 
@@ -73,21 +94,14 @@ std::vector<Fault> Faults() {
       {"download-stops", "PANEL", [&] { p.DMXOnLevel = 200; }},
       {"document-stops", "PANEL", [&] { DimSet(3, 32767); }, {"image-element"}},
       {"io-count", "PANEL", [&] { p.IOCount(1) = 12; }, {"sweep-leaves", "unused-relay"}},
-      {"action-cut", "INPUT 02",
-       [&] {
-         p.InputType(1) = 1;
-         p.InputRelayControl(1, 1) = 4;
-       }},
+      {"action-cut", "INPUT 02", Sets(p.InputType(1), 1, p.InputRelayControl(1, 1), 4)},
       {"action-cut", "FL 1A INPUT 2", [&] { station.DeviceGroupControl(1, 0) = 4; }},
       {"beyond-points", "INPUT 01", [&] { p.InputRelayControl(0, 40) = 1; }},
       {"beyond-points", "TIMER 01", [&] { p.TimerRelayControl(0, 4) = 1; }},
       {"empty-preset", "INPUT 04", [&] { p.InputPreset(3) = 7; }, {"unused-preset"}},
       {"empty-preset", "TIMER 01", [&] { p.TimerPresetControl(0, 9) = -1; }},
       {"empty-preset", "DIMMER 1 OUTPUT 1",
-       [&] {
-         DimSetCtlType(0, 0, 0, ControlPreset);
-         DimSetCtlNumber(0, 0, 0, 5);
-       }},
+       All(Calls(DimSetCtlType, 0, 0, 0, ControlPreset), Calls(DimSetCtlNumber, 0, 0, 0, 5))},
       {"empty-group", "TIMER 01", [&] { p.TimerGroupControl(0, 3) = 1; }},
       {"empty-group", "FL 1A INPUT 1", [&] { station.DeviceGroupControl(0, 9) = 1; }},
       {"idle-timer-forced", "INPUT 03", [&] { p.InputType(2) = 12; }, {"action-cut"}},
@@ -95,97 +109,44 @@ std::vector<Fault> Faults() {
       {"pilot-source", "INPUT 02", [&] { p.LocalPilot(1) = 64 + 9; }},
       {"pilot-source", "FL 1A INPUT 1", [&] { station.DevicePilot(0) = -1; }, {"image-element"}},
       {"no-day", "TIMER 01", [&] { p.TimerDays(0) = 0x7F; }},
-      {"no-such-date", "TIMER 01",
-       [&] {
-         p.TimerHolidayMonth(0) = 2;
-         p.TimerHolidayDate(0) = 30;
-       }},
+      {"no-such-date", "TIMER 01", Sets(p.TimerHolidayMonth(0), 2, p.TimerHolidayDate(0), 30)},
       {"dimmer-source", "DIMMER 1 OUTPUT 1", [&] { DimSetCtlNumber(0, 0, 0, 30); }},
       {"dimmer-source", "DIMMER 1 OUTPUT 1",
-       [&] {
-         DimSetCtlDevice(0, 0, 0, 26);
-         DimSetCtlNumber(0, 0, 0, 2);
-       }},
+       All(Calls(DimSetCtlDevice, 0, 0, 0, 26), Calls(DimSetCtlNumber, 0, 0, 0, 2))},
       {"minimum-above-maximum", "DIMMER 1 OUTPUT 2",
-       [&] {
-         DimSetMin(0, 1, 60);
-         DimSetMax(0, 1, 50);
-       }},
+       All(Calls(DimSetMin, 0, 1, 60), Calls(DimSetMax, 0, 1, 50))},
       {"point-order", "DIMMER 1 OUTPUT 1",
-       [&] {
-         DimSetTrackMode(0, 0, Track3Point);
-         DimSetPCDev(0, 0, 4);
-         DimSetCIn(0, 0, 100);
-       }},
-      {"unused-relay",
-       "RELAY 05",
-       [&] {
-         p.IOCount(0) = 2;
-         p.LocalPilot(4) = 0;
-       },
-       {"sweep-leaves"}},
+       All(Calls(DimSetTrackMode, 0, 0, Track3Point), Calls(DimSetPCDev, 0, 0, 4),
+           Calls(DimSetCIn, 0, 0, 100))},
+      {"unused-relay", "RELAY 05", Sets(p.IOCount(0), 2, p.LocalPilot(4), 0), {"sweep-leaves"}},
       {"never-off",
        "RELAY 01",
-       [&] {
-         p.OffHoursSweepRelay(0) = 0;
-         p.InputRelayControl(0, 0) = 1;
-         p.TimerGroupControl(0, 0) = 1;
-       },
+       Sets(p.OffHoursSweepRelay(0), 0, p.InputRelayControl(0, 0), 1, p.TimerGroupControl(0, 0), 1),
        {"sweep-leaves"}},
       {"never-on", "RELAY 01", [&] { p.InputRelayControl(0, 0) = 2; }},
-      {"idle-input", "INPUT 03",
-       [&] {
-         p.InputRelayControl(2, 2) = 0;
-         p.InputName(2) = "HALL";
-       }},
+      {"idle-input", "INPUT 03", Sets(p.InputRelayControl(2, 2), 0, p.InputName(2), "HALL")},
       {"idle-input", "FL 1A", [&] { station.DeviceRelayControl = {}; }, {"never-on"}},
       {"idle-timer", "TIMER 05", [&] { p.TimerTime(4) = 30; }},
       {"unused-group", "GROUP 02", [&] { p.GroupRelayInclude(1, 0) = -1; }},
       {"unused-preset", "PRESET 02", [&] { p.PresetRelayControl(1, 0) = 2; }},
       {"conflict", "TIMER 02",
-       [&] {
-         p.TimerRelayControl(1, 2) = 1;
-         p.TimerTimeType(1) = 22;
-         p.TimerDays(1) = 0x7E;
-       }},
+       Sets(p.TimerRelayControl(1, 2), 1, p.TimerTimeType(1), 22, p.TimerDays(1), 0x7E)},
       {"open-after-close", "PANEL", [&] { p.NormalOpenTime(3) = p.NormalCloseTime(3); }},
-      {"open-after-close", "PANEL",
-       [&] {
-         p.DateOpenTime(4, 0) = 40;
-         p.DateCloseTime(4, 0) = 30;
-       }},
-      {"leap-day", "TIMER 01",
-       [&] {
-         p.TimerHolidayMonth(0) = 2;
-         p.TimerHolidayDate(0) = 29;
-       }},
+      {"open-after-close", "PANEL", Sets(p.DateOpenTime(4, 0), 40, p.DateCloseTime(4, 0), 30)},
+      {"leap-day", "TIMER 01", Sets(p.TimerHolidayMonth(0), 2, p.TimerHolidayDate(0), 29)},
       {"default-position", "TIMER 01",
-       [&] {
-         p.TimerTimeType(0) = 24;
-         p.Latitude = 45;
-         p.Longitude = 90;
-       }},
+       Sets(p.TimerTimeType(0), 24, p.Latitude, 45, p.Longitude, 90)},
       {"equal-levels", "FL 05 INPUT 1", [&] { cell.DeviceOffLevel(0) = 40; }},
       {"same-name", "GROUP 03", [&] { p.GroupName(1) = p.GroupName(2) = "STAIRS"; }},
       {"long-name", "RELAY 02", [&] { p.RelayName(1) = "STAIRS WEST"; }},
       {"stale-actions", "FL 3E",
-       [&] {
-         FennlinkRecords(62).DeviceType = 1;
-         FennlinkRecords(62).DeviceRelayControl(0, 1) = 3;
-       }},
+       Sets(FennlinkRecords(62).DeviceType, 1, FennlinkRecords(62).DeviceRelayControl(0, 1), 3)},
       {"stale-actions", "FL 40",
-       [&] {
-         FennlinkRecords(64).DeviceType = 1;
-         FennlinkRecords(64).DeviceRelayControl(0, 1) = 3;
-       }},
+       Sets(FennlinkRecords(64).DeviceType, 1, FennlinkRecords(64).DeviceRelayControl(0, 1), 3)},
       {"module-settings", "PANEL", [&] { p.ModBusBaud = 2; }},
       {"sweep-leaves", "PANEL", [&] { p.OffHoursSweepRelay(2) = 0; }},
       {"shared-channel", "PANEL",
-       [&] {
-         p.AddOnModuleType = 1;
-         p.DMXChannel(0) = 5;
-         DimSetDMX(0, 0, 5);
-       }},
+       All(Sets(p.AddOnModuleType, 1, p.DMXChannel(0), 5), Calls(DimSetDMX, 0, 0, 5))},
   };
 }
 
@@ -227,29 +188,14 @@ TEST(CheckTest, EachRuleTellsOfItsFaultAndOfNoOther) {
 
 TEST(CheckTest, WhatIsJustRightIsNotTold) {
   auto& p = PanelRecord;
-  const std::function<void()> nearMisses[] = {
-      [] {
-        FennlinkRecords(61).DeviceType = 1;
-        FennlinkRecords(61).DeviceRelayControl(0, 1) = 3;
-      },
+  const Act nearMisses[] = {
+      Sets(FennlinkRecords(61).DeviceType, 1, FennlinkRecords(61).DeviceRelayControl(0, 1), 3),
       [&] { p.NormalOpenTime(3) = static_cast<Int16>(p.NormalCloseTime(3) - 1); },
       [&] { p.TimerDays(0) = 0x7E; },
-      [&] {
-        p.TimerHolidayMonth(0) = 12;
-        p.TimerHolidayDate(0) = 31;
-        p.TimerDays(0) = 0x7F;
-      },
-      [&] {
-        p.TimerRelayControl(1, 2) = 1;
-        p.TimerTimeType(1) = 22;
-        p.TimerTime(1) = 1;
-      },
-      [&] {
-        p.TimerRelayControl(1, 2) = 1;
-        p.TimerTimeType(1) = 22;
-        p.TimerDays(0) = 0x0F;
-        p.TimerDays(1) = 0x70;
-      },
+      Sets(p.TimerHolidayMonth(0), 12, p.TimerHolidayDate(0), 31, p.TimerDays(0), 0x7F),
+      Sets(p.TimerRelayControl(1, 2), 1, p.TimerTimeType(1), 22, p.TimerTime(1), 1),
+      Sets(p.TimerRelayControl(1, 2), 1, p.TimerTimeType(1), 22, p.TimerDays(0), 0x0F,
+           p.TimerDays(1), 0x70),
       [&] { p.RelayName(1) = "STAIRS WES"; },
       [&] { p.PanelName = "EIGHTEEN CHARACTER"; },
       [&] { p.GroupName(1) = p.PresetName(1) = "STAIRS"; },
@@ -259,28 +205,17 @@ TEST(CheckTest, WhatIsJustRightIsNotTold) {
       [&] { p.OffHoursSweepRelay(40) = -1; },
       [&] { p.PresetRelayControl(0, 40) = 1; },
       [&] { p.TimerTimeType(0) = 24; },
-      [&] {
-        p.TimerTimeType(0) = 24;
-        p.Latitude = 45;
-        p.Longitude = 91;
-      },
+      Sets(p.TimerTimeType(0), 24, p.Latitude, 45, p.Longitude, 91),
       [&] {
         for (const int date : {27, 28}) p.DateOpenTime(1, date) = 20;
         for (const int date : {27, 28}) p.DateCloseTime(1, date) = 60;
       },
       [] { DimSetMin(0, 1, DimGetMax(0, 1)); },
-      [] {
-        DimSetTrackMode(0, 0, Track3Point);
-        DimSetPCDev(0, 0, 4);
-        DimSetCIn(0, 0, DimGetBIn(0, 0));
-      },
+      All(Calls(DimSetTrackMode, 0, 0, Track3Point), Calls(DimSetPCDev, 0, 0, 4),
+          Calls(DimSetBIn, 0, 0, 99), Calls(DimSetCIn, 0, 0, 99)),
       [] { FennlinkRecords(5).DeviceOffLevel(0) = 39; },
       [] { FennlinkRecords(5).DeviceOffLevel(3) = FennlinkRecords(5).DeviceOnLevel(3) = 7; },
-      [&] {
-        p.AddOnModuleType = 1;
-        p.DMXChannel(0) = 5;
-        DimSetDMX(0, 0, 6);
-      },
+      All(Sets(p.AddOnModuleType, 1, p.DMXChannel(0), 5), Calls(DimSetDMX, 0, 0, 6)),
   };
   int row = 0;
   for (const auto& make : nearMisses) {

@@ -4,7 +4,6 @@
 #include "document/sample_panel.h"
 #include "panel/document_fixture.h"
 #include "panel/live_dimmers.h"
-#include "panel/live_project.h"
 
 namespace {
 
@@ -45,11 +44,8 @@ class TextDocument : public DocumentTest {
   TextDocument() { HostSoftwareVersion = QStringLiteral("Version 1.02"); }
 };
 
-TEST_F(TextDocument, OfANewPanel) {
+TEST_F(TextDocument, OfANewPanelAndOfEveryCode) {
   ExpectGolden("new_panel");
-}
-
-TEST_F(TextDocument, OfEveryCode) {
   LoadEveryCode();
   ExpectGolden("every_code");
 }
@@ -80,13 +76,11 @@ TEST_F(TextDocument, PanelSettingsLeaveOutWhatHasNoWord) {
 TEST_F(TextDocument, PanelSettingsOfTheOtherChoices) {
   CurrentFileName = QStringLiteral("C:\\Caf\u00E9.T3");
   auto& panel = PanelRecord;
-  panel.AddOnModuleType = 2;
+  panel.AddOnModuleType = panel.ModBusParity = 2;
   panel.ModBusMode = 1;
   panel.ModBusBaud = 3;
-  panel.ModBusParity = 2;
   panel.DSTEnabled = 0;
-  panel.TimedOnOperation = -1;
-  panel.PhotocellFilter = -1;
+  panel.TimedOnOperation = panel.PhotocellFilter = -1;
   const std::string document = Render({0});
   for (const char* lines :
        {"Tamberloom 3 File Name\tC:\\Caf\xE9.T3",
@@ -128,12 +122,10 @@ TEST_F(TextDocument, SurvivesNonsense) {
 }
 
 TEST_F(TextDocument, TellsTheTimeAsOnAClock) {
-  const auto stamp = [](int hour) {
-    return DocumentTimeStamp(QDateTime(QDate(2026, 7, 4), QTime(hour, 5)));
-  };
-  EXPECT_EQ(stamp(0), "12:05 AM 07/04/2026");
-  EXPECT_EQ(stamp(12), "12:05 PM 07/04/2026");
-  EXPECT_EQ(stamp(15), "03:05 PM 07/04/2026");
+  for (const auto& [hour, told] : {std::pair{0, "12:05 AM"}, {12, "12:05 PM"}, {15, "03:05 PM"}}) {
+    const QDateTime time(QDate(2026, 7, 4), QTime(hour, 5));
+    EXPECT_EQ(DocumentTimeStamp(time), told + std::string(" 07/04/2026"));
+  }
 }
 
 }  // namespace

@@ -7,7 +7,6 @@
 
 #include "document/rules/find_items.h"
 #include "line/transfer.h"
-#include "panel/live_project.h"
 #include "panel/panel_image.h"
 #include "panel/project_file.h"
 #include "screen_test.h"

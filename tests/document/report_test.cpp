@@ -5,7 +5,6 @@
 #include "document/rules/text/doc_file.h"
 #include "document/sample_panel.h"
 #include "panel/document_fixture.h"
-#include "panel/live_project.h"
 
 namespace {
 
@@ -55,14 +54,7 @@ TEST_F(ReportTest, SheetsHaveEachCellOfItsType) {
   LoadEveryCode();
   PanelRecord.PanelName = "12E5";
   const auto sheets = BuildSheets(LiveProject);
-  const struct {
-    std::string Sheet;
-    std::string Column;
-    std::size_t Row;
-    Kind Type;
-    int Value;
-    std::string Text;
-  } cells[] = {
+  const std::tuple<std::string, std::string, std::size_t, Kind, int, std::string> cells[] = {
       {"Panel Settings", "Value", 0, Kind::Text, 0, "12E5"},
       {"Relay Schedule", "Relay", 0, Kind::Number, 1, "01"},
       {"Local Input Schedule", "Enable Time", 3, Kind::Time, 90, "1:30A"},
@@ -80,19 +72,17 @@ TEST_F(ReportTest, SheetsHaveEachCellOfItsType) {
       {"Dimmer Relays", "Relays", 7, Kind::Text, 0, "01 13 48"},
       {"DMX Schedule", "DMX Channel", 0, Kind::Text, 0, "None"},
   };
-  for (const auto& expected : cells) {
-    const auto sheet = std::find_if(sheets.begin(), sheets.end(), [&](const DocumentTable& table) {
-      return table.Name == expected.Sheet;
-    });
-    ASSERT_NE(sheet, sheets.end()) << expected.Sheet;
-    const auto title = std::find(sheet->Columns.begin(), sheet->Columns.end(), expected.Column);
-    ASSERT_NE(title, sheet->Columns.end()) << expected.Column;
-    ASSERT_LT(expected.Row, sheet->Rows.size()) << expected.Sheet;
-    const DocumentCell& cell =
-        sheet->Rows[expected.Row].at(static_cast<std::size_t>(title - sheet->Columns.begin()));
-    EXPECT_EQ(cell.Text, expected.Text) << expected.Sheet << expected.Column;
-    EXPECT_EQ(cell.Type, expected.Type) << expected.Sheet << expected.Column;
-    EXPECT_EQ(cell.Value, expected.Value) << expected.Sheet << expected.Column;
+  for (const auto& [name, column, row, type, value, text] : cells) {
+    SCOPED_TRACE(name + " " + column);
+    const auto sheet =
+        std::find_if(sheets.begin(), sheets.end(),
+                     [&name = name](const DocumentTable& table) { return table.Name == name; });
+    ASSERT_NE(sheet, sheets.end());
+    const auto title = std::find(sheet->Columns.begin(), sheet->Columns.end(), column);
+    ASSERT_NE(title, sheet->Columns.end());
+    const auto at = static_cast<std::size_t>(title - sheet->Columns.begin());
+    const DocumentCell& cell = sheet->Rows.at(row).at(at);
+    EXPECT_EQ(std::tie(cell.Type, cell.Value, cell.Text), std::tie(type, value, text)) << cell.Text;
   }
 }
 

@@ -1,23 +1,11 @@
 #include <QDir>
 #include <QFile>
 
+#include "nonsense_panel.h"
 #include "panel/defaults.h"
-#include "panel/live_project.h"
 #include "panel/project_codec.h"
 
 namespace {
-
-void FillWithSomething() {
-  for (int i = 0; i <= SpareItem; ++i) {
-    PanelRecord.RelayName(i) = std::string(static_cast<std::size_t>(i) * 7, 'R');
-    PanelRecord.TimerRelayControl(i, i) = 2;
-  }
-  for (FennlinkRecord& device : FennlinkRecords.elements) {
-    device.DeviceType = 6;
-    device.DeviceRelayControl.elements.fill(5);
-  }
-  DimmerBlock.elements.fill(255);
-}
 
 bool Write(const QDir& folder, const char* name, std::string_view bytes) {
   QFile file(folder.filePath(QLatin1String(name)));
@@ -33,7 +21,7 @@ int main(int argc, char** argv) {
   const QDir folder(QFile::decodeName(argv[1]));
   LoadDefaults();
   const std::string fresh = EncodeProject(LiveProject);
-  FillWithSomething();
+  FillWithNonsense(5, 13);
   const std::string full = EncodeProject(LiveProject);
   const std::string_view cut(fresh);
   const bool written = folder.mkpath(QStringLiteral(".")) && Write(folder, "fresh", fresh) &&

@@ -1,5 +1,4 @@
 #include "panel/document_fixture.h"
-#include "panel/live_project.h"
 
 class DefaultsTest : public DocumentTest {
  protected:
@@ -23,10 +22,9 @@ TEST_F(DefaultsTest, NewClearsItemsAndConnectionButNotSpareElements) {
   EXPECT_EQ(PanelRecord.PanelName + PhoneNumber() + TcpAddress(), "");
   EXPECT_EQ(PanelRecord.RelayName(8) + PanelRecord.PresetName(47), "RELAY 09PRESET 48");
   EXPECT_EQ(device.DeviceName + FennlinkRecords(64).DeviceName, "FLINK 0AFLINK 40");
-  EXPECT_EQ(Values(ConnectionType(), PanelRecord.ComPort, PanelRecord.LocalPilot(47),
-                   PanelRecord.TimerRelayControl(47, 47), PanelRecord.NormalCloseTime(6),
-                   PanelRecord.DateCloseTime(12, 31), PanelRecord.DSTEnabled, PanelIOCount()),
-            Values(0, 1, 47, 0, 84, 100, -1, 4));
+  EXPECT_EQ(Values(ConnectionType(), PanelRecord.ComPort, PanelRecord.TimerRelayControl(47, 47),
+                   PanelRecord.NormalCloseTime(6), PanelRecord.DateCloseTime(12, 31)),
+            Values(0, 1, 0, 84, 100));
   EXPECT_EQ(Values(device.DeviceTimedOnTime(7), device.DeviceGroupControl(7, 47), DimmerBlock(33),
                    DimmerBlock(11 * 512 + 3 * 128 + 10), DataChanged),
             Values(10, 0, 0, 127, -1));

@@ -1,34 +1,31 @@
 #include "panel/document_fixture.h"
 #include "panel/live_dimmers.h"
-#include "panel/live_project.h"
 
 using DimmerBlockTest = DocumentTest;
 
 TEST_F(DimmerBlockTest, EveryFieldHasItsElement) {
-  const struct {
-    int element;
-    Int16 (*get)(Int16, Int16);
-    void (*set)(Int16, Int16, Int16);
-    Int16 value, stored;
-  } rows[] = {{1, DimGetPowerOn, DimSetPowerOn, 50, 127},
-              {2, DimGetFade, DimSetFade, 42, 42},
-              {3, DimGetMin, DimSetMin, 1, 2},
-              {4, DimGetMax, DimSetMax, 99, 252},
-              {5, DimGetPCNode, DimSetPCNode, 3, 3},
-              {6, DimGetPCDev, DimSetPCDev, 63, 63},
-              {7, DimGetAIn, DimSetAIn, 200, 200},
-              {8, DimGetAOut, DimSetAOut, 100, 255},
-              {9, DimGetBIn, DimSetBIn, 201, 201},
-              {10, DimGetBOut, DimSetBOut, 10, 25},
-              {11, DimGetCIn, DimSetCIn, 202, 202},
-              {12, DimGetCOut, DimSetCOut, 20, 51},
-              {15, DimGetTarget, DimSetTarget, 255, 255},
-              {112, DimGetOnLevel, DimSetOnLevel, 75, 191},
-              {113, DimGetOffLevel, DimSetOffLevel, 5, 12}};
-  for (const auto& row : rows) {
-    row.set(11, 3, row.value);
-    EXPECT_EQ(DimmerBlock(11 * 512 + 3 * 128 + row.element), row.stored) << row.element;
-    EXPECT_EQ(row.get(11, 3), row.value) << row.element;
+  using Get = Int16 (*)(Int16, Int16);
+  using Set = void (*)(Int16, Int16, Int16);
+  const std::tuple<int, Get, Set, Int16, Int16> rows[] = {
+      {1, DimGetPowerOn, DimSetPowerOn, 50, 127},
+      {2, DimGetFade, DimSetFade, 42, 42},
+      {3, DimGetMin, DimSetMin, 1, 2},
+      {4, DimGetMax, DimSetMax, 99, 252},
+      {5, DimGetPCNode, DimSetPCNode, 3, 3},
+      {6, DimGetPCDev, DimSetPCDev, 63, 63},
+      {7, DimGetAIn, DimSetAIn, 200, 200},
+      {8, DimGetAOut, DimSetAOut, 100, 255},
+      {9, DimGetBIn, DimSetBIn, 201, 201},
+      {10, DimGetBOut, DimSetBOut, 10, 25},
+      {11, DimGetCIn, DimSetCIn, 202, 202},
+      {12, DimGetCOut, DimSetCOut, 20, 51},
+      {15, DimGetTarget, DimSetTarget, 255, 255},
+      {112, DimGetOnLevel, DimSetOnLevel, 75, 191},
+      {113, DimGetOffLevel, DimSetOffLevel, 5, 12}};
+  for (const auto& [element, get, set, value, stored] : rows) {
+    set(11, 3, value);
+    EXPECT_EQ(DimmerBlock(11 * 512 + 3 * 128 + element), stored) << element;
+    EXPECT_EQ(get(11, 3), value) << element;
   }
   DimSetCtlNumber(1, 2, 15, 47);
   DimSetCtlDevice(1, 2, 15, 64);

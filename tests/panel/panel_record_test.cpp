@@ -1,6 +1,5 @@
 #include "panel/checked_arithmetic.h"
 #include "panel/document_fixture.h"
-#include "panel/live_project.h"
 
 using PanelRecordTest = DocumentTest;
 

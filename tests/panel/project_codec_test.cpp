@@ -1,7 +1,6 @@
 #include <cstring>
 
 #include "panel/document_fixture.h"
-#include "panel/live_project.h"
 
 namespace {
 

@@ -1,9 +1,5 @@
 #include "panel/project_file.h"
 
-#include <fcntl.h>
-#include <linux/fs.h>
-#include <sys/ioctl.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -13,8 +9,8 @@
 #include <QTemporaryDir>
 #include <csignal>
 
+#include "limited.h"
 #include "panel/document_fixture.h"
-#include "panel/live_project.h"
 
 class ProjectFileTest : public DocumentTest {
  protected:
@@ -98,57 +94,44 @@ TEST_F(ProjectFileTest, AFullDiskLeavesTheOldFile) {
   WriteProjectFile();
   const std::string old = OnDisk();
   PanelRecord.PanelName = "";
-  rlimit limit{};
-  getrlimit(RLIMIT_FSIZE, &limit);
-  const auto previous = std::signal(SIGXFSZ, SIG_IGN);
   for (const rlim_t size : {rlim_t{0}, rlim_t{100'000}, rlim_t{177'013}}) {
-    const rlimit small{size, limit.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &small);
-    const std::string message = Failure(Save);
-    setrlimit(RLIMIT_FSIZE, &limit);
+    const std::string message = [size] {
+      const Limited full(RLIMIT_FSIZE, size);
+      return Failure(Save);
+    }();
     EXPECT_NE(message.find("Hall.T3\": File too large"), std::string::npos) << message;
     EXPECT_EQ(OnDisk(), old) << size;
     EXPECT_EQ(FilesInFolder(), 1);
   }
-  std::signal(SIGXFSZ, previous);
-}
-
-TEST_F(ProjectFileTest, ASaveThatCannotTakeTheOldFilesPlaceIsTold) {
-  PanelRecord.PanelName = "Hall";
-  WriteProjectFile();
-  const std::string old = OnDisk();
-  // Such a folder takes new files and keeps the names of those that it has.
-  const int folder = open(QFile::encodeName(folder_.path()).constData(), O_RDONLY | O_DIRECTORY);
-  int flags = 0;
-  ASSERT_EQ(ioctl(folder, FS_IOC_GETFLAGS, &flags), 0);
-  const int usual = flags;
-  flags |= FS_APPEND_FL;
-  if (ioctl(folder, FS_IOC_SETFLAGS, &flags) != 0) GTEST_SKIP() << "takes the system's rights";
-  PanelRecord.PanelName = "Yard";
-  const std::string message = Failure(Save);
-  ioctl(folder, FS_IOC_SETFLAGS, &usual);
-  close(folder);
-  EXPECT_NE(message.find("Hall.T3\": Operation not permitted"), std::string::npos) << message;
-  EXPECT_EQ(OnDisk(), old);
 }
 
 TEST_F(ProjectFileTest, WhereOnlyTheFileMayBeWrittenItIsSavedInPlace) {
   WriteProjectFile();
+  const std::string old = OnDisk();
   PanelRecord.PanelName = "Yard";
   chmod(QFile::encodeName(CurrentFileName).constData(), 0666);
-  chmod(QFile::encodeName(folder_.path()).constData(), 0555);
-  // As a user for whom rights count.
   const bool root = geteuid() == 0;
-  ASSERT_EQ(seteuid(root ? 65534 : geteuid()), 0);
-  const std::string message = Failure([] {
+  // As a user for whom rights count, in a folder of these.
+  const auto inFolder = [&](mode_t rights, const std::function<void()>& save) {
+    chmod(QFile::encodeName(folder_.path()).constData(), rights);
+    EXPECT_EQ(seteuid(root ? 65534 : geteuid()), 0);
+    std::string message = Failure(save);
+    EXPECT_EQ(seteuid(root ? 0 : geteuid()), 0);
+    chmod(QFile::encodeName(folder_.path()).constData(), 0755);
+    return message;
+  };
+  // It takes new files and keeps those of others.
+  if (root) {
+    EXPECT_NE(inFolder(01777, Save).find("Hall.T3\": Operation not permitted"), std::string::npos);
+  }
+  const std::string message = inFolder(0555, [] {
     EXPECT_THROW(Save(), FolderRefuses);
     Save();
   });
-  WriteProjectFile(Saving::InPlace);
-  ASSERT_EQ(seteuid(root ? 0 : geteuid()), 0);
-  chmod(QFile::encodeName(folder_.path()).constData(), 0755);
   EXPECT_NE(message.find("in the folder \"" + folder_.path().toStdString()), std::string::npos)
       << message;
+  EXPECT_EQ(OnDisk(), old);
+  EXPECT_EQ(inFolder(0555, [] { WriteProjectFile(Saving::InPlace); }), "");
   EXPECT_EQ(OnDisk(), Document());
 }
 

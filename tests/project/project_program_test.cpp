@@ -6,13 +6,10 @@
 
 #include "document/rules/text/doc_file.h"
 #include "document/sample_panel.h"
-#include "panel/live_project.h"
 #include "panel/panel_image.h"
 #include "panel/project_file.h"
 
 // The program itself, as a script runs it.
-
-namespace {
 
 TEST_F(ProjectProgramTest, ChecksManyFilesInTheirOrder) {
   const QString good = Save("good.T3");
@@ -146,5 +143,3 @@ TEST_F(ProjectProgramTest, AWrongCallOrFileIsToldAndLeavesNothing) {
   }
   EXPECT_FALSE(QFile::exists(out));
 }
-
-}  // namespace

@@ -2,15 +2,11 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
 TEST(TimeValues, ReadAsTwelveHourTimes) {
-  const struct {
-    int QuarterHours;
-    const char* Text;
-  } rows[] = {{0, "12:00A"},  {1, "12:15A"},  {4, "1:00A"},   {48, "12:00P"}, {95, "11:45P"},
-              {96, "12:00A"}, {100, "1:00A"}, {-1, "12:15A"}, {-97, "12:15A"}};
-  for (const auto& row : rows) EXPECT_EQ(QuarterHourText(row.QuarterHours), row.Text);
+  const std::pair<int, const char*> rows[] = {{0, "12:00A"},  {1, "12:15A"},  {4, "1:00A"},
+                                              {48, "12:00P"}, {95, "11:45P"}, {96, "12:00A"},
+                                              {100, "1:00A"}, {-1, "12:15A"}, {-97, "12:15A"}};
+  for (const auto& [quarters, text] : rows) EXPECT_EQ(QuarterHourText(quarters), text);
   EXPECT_EQ(MinuteText(23 * 60 + 59), "11:59P");
 }
 
@@ -40,12 +36,9 @@ TEST(TimeValues, TellWhenATimerRuns) {
   EXPECT_EQ(words(155, 231, 0x54), "999 min before open time, Sun, Mon, Wed, Fri");
   EXPECT_EQ(words(0, 0, 0, 2, 31), "12:00 AM, on no date of the year");
   EXPECT_EQ(words(0, 0, 0, 2, 29), "12:00 AM, on February 29");
-  EXPECT_EQ(words(0, 75, 0), "at an unknown time, every day");
-  EXPECT_EQ(words(-1, 0, 0), "at an unknown time, every day");
-  EXPECT_EQ(words(40, 0, 0), "at an unknown time, every day");
-  EXPECT_EQ(words(27, 255, 0), "at an unknown time, every day");
+  for (const TimerTimeValue& unknown : {TimerTimeValue{0, 75}, {-1, 0}, {40, 0}, {27, 255}}) {
+    EXPECT_EQ(TimerInWords(unknown, 0, 0, 1), "at an unknown time, every day");
+  }
   EXPECT_EQ(words(0, 0, 0, 13, 1), "12:00 AM, on no date of the year");
   EXPECT_EQ(DayMaskText(0x55), "-M-W-F-H");
 }
-
-}  // namespace

@@ -1,13 +1,9 @@
 
 #include "panel/live_dimmers.h"
-#include "panel/live_project.h"
-#include "screen_table.h"
 #include "screen_test.h"
 #include "shell/controls/accessible_controls.h"
 
 // What screen readers are told.
-
-namespace {
 
 class AccessibleTest : public ScreenTest {
  protected:
@@ -19,11 +15,8 @@ class AccessibleTest : public ScreenTest {
   ~AccessibleTest() override { TellReadersSeam = passOn; }
 
   using Event = std::pair<QObject*, QAccessible::Event>;
-  bool Told(const QWidget& widget, QAccessible::Event event) const {
-    for (const Event& told : events) {
-      if (told.first == &widget && told.second == event) return true;
-    }
-    return false;
+  bool Told(QWidget& widget, QAccessible::Event event) const {
+    return std::count(events.begin(), events.end(), Event(&widget, event)) > 0;
   }
 
   static QAccessibleInterface& Of(QWidget& widget) {
@@ -41,27 +34,19 @@ TEST_F(AccessibleTest, EveryControlThatTakesTheFocusHasRoleNameAndAction) {
   for (int d = 1; d <= DeviceCount; ++d) {
     FennlinkRecords(d).DeviceType = static_cast<Int16>(d % 10);
   }
-  for (const ScreenEntry& entry : ScreenTable()) {
-    if (!entry.Create) continue;
-    window->UnloadAllForms();
-    window->ShowForm(entry.Name);
+  OnEveryScreen([this](Screen, ChildForm&) {
     for (QWidget* widget : window->findChildren<QWidget*>()) {
-      if (!(widget->focusPolicy() & Qt::TabFocus) || !widget->isVisibleTo(window.get()) ||
-          !widget->isEnabled()) {
+      if (!(widget->focusPolicy() & Qt::TabFocus) || !Shown(*widget) || !widget->isEnabled())
         continue;
-      }
+      SCOPED_TRACE(widget->objectName().toStdString() + " " + widget->metaObject()->className());
       QAccessibleInterface& told = Of(*widget);
-      const std::string where = std::string(ScreenName(entry.Name)) + " " +
-                                widget->objectName().toStdString() + " " +
-                                widget->metaObject()->className();
-      EXPECT_NE(told.role(), QAccessible::NoRole) << where;
-      EXPECT_NE(told.role(), QAccessible::Client) << where;
-      EXPECT_FALSE(told.text(QAccessible::Name).isEmpty()) << where;
+      EXPECT_NE(told.role(), QAccessible::NoRole);
+      EXPECT_NE(told.role(), QAccessible::Client);
+      EXPECT_FALSE(told.text(QAccessible::Name).isEmpty());
       EXPECT_TRUE(told.actionInterface() || told.valueInterface() || told.textInterface() ||
-                  told.role() == QAccessible::List || told.role() == QAccessible::Tree)
-          << where;
+                  told.role() == QAccessible::List || told.role() == QAccessible::Tree);
     }
-  }
+  });
 }
 
 TEST_F(AccessibleTest, ACellTellsWhatItDoesWhoseItIsAndItsValue) {
@@ -118,5 +103,3 @@ TEST_F(AccessibleTest, WhatIsPaintedIsToldInWords) {
   SetLinkStatus("Error - Retry: 1");
   EXPECT_TRUE(Told(Find<QWidget>("StatusBar1(2)"), QAccessible::NameChanged));
 }
-
-}  // namespace

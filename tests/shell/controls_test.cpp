@@ -3,7 +3,6 @@
 #include <QInputMethodEvent>
 #include <QMimeData>
 
-#include "panel/live_project.h"
 #include "screen_test.h"
 
 // What every screen relies on: when a control runs its handler, and what a failing handler does.
@@ -32,32 +31,9 @@ TEST_F(ControlsTest, ListsRunTheirHandlerOnADifferentValueAndOnAnyChoice) {
   EXPECT_EQ(list.List(9), "");
 }
 
-TEST_F(ControlsTest, OptionsAndBoxesRunTheirHandlerLikeLists) {
-  QWidget group;
-  OptionButton first("1", &group);
-  OptionButton second("2", &group);
-  first.Click = second.Click = count;
-  first.Select();
-  first.Select();
-  EXPECT_EQ(runs, 1);
-  first.click();
-  EXPECT_EQ(runs, 2);
-  second.Select();
-  EXPECT_FALSE(first.Value());
-
-  CheckBox box("box");
-  runs = 0;
-  box.Click = count;
-  box.SetValue(1);
-  box.SetValue(1);
-  EXPECT_EQ(runs, 1);
-  box.click();
-  EXPECT_EQ(runs, 2);
-  EXPECT_EQ(box.Value(), 0);
-
+TEST_F(ControlsTest, BarsRunTheirHandlerOnADifferentValueWithinTheirRange) {
   ScrollBar bar;
   bar.setRange(0, 255);
-  runs = 0;
   bar.Change = count;
   bar.SetValue(300);
   EXPECT_EQ(runs, 0);
@@ -67,24 +43,14 @@ TEST_F(ControlsTest, OptionsAndBoxesRunTheirHandlerLikeLists) {
   EXPECT_EQ(runs, 1);
 }
 
-TEST_F(ControlsTest, TextsRunTheirHandlerAlwaysAndFilterTypedKeysOnly) {
+TEST_F(ControlsTest, TextsRunTheirHandlerAlways) {
   TextBox box;
   box.Change = count;
-  box.SetText("same");
-  box.SetText("same");
+  for (int i = 0; i < 2; ++i) box.SetText("same");
   EXPECT_EQ(runs, 2);
-  box.KeyPress = [](char16_t key) -> char16_t {
-    return key == u'x' ? 0 : key == u'a' ? u'A' : key;
-  };
-  box.clear();
-  QTest::keyClicks(&box, "xab");
-  EXPECT_EQ(box.Text(), "Ab");
-  EXPECT_EQ(runs, 4);
   QTest::keyClick(&box, Qt::Key_Backspace);
-  EXPECT_EQ(box.Text(), "A");
-  QApplication::clipboard()->setText("x,y");
-  box.paste();
-  EXPECT_EQ(box.Text(), "Ax,y");
+  EXPECT_EQ(box.Text(), "sam");
+  EXPECT_EQ(runs, 3);
 }
 
 TEST_F(ControlsTest, NothingBringsAControlCharacterIntoAText) {
@@ -94,33 +60,30 @@ TEST_F(ControlsTest, NothingBringsAControlCharacterIntoAText) {
                                                {QString("A") + QChar(0x2028) + "B", "A"},
                                                {QString("A") + QChar(0x9D), "A"},
                                                {"\n<", ""}};
-  using Way = void (*)(TextBox & box, const QString& text);
-  const Way ways[] = {
-      [](TextBox& box, const QString& text) {
-        QApplication::clipboard()->setText(text);
-        QTest::keyClick(&box, Qt::Key_V, Qt::ControlModifier);
-      },
-      [](TextBox& box, const QString& text) {
-        QInputMethodEvent commit;
-        commit.setCommitString(text);
-        QApplication::sendEvent(&box, &commit);
-      },
-      [](TextBox& box, const QString& text) {
-        QMimeData data;
-        data.setText(text);
-        const QPoint at = box.inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
-        QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, {});
-        QApplication::sendEvent(&box, &enter);
-        QDropEvent drop(at, Qt::CopyAction, &data, Qt::LeftButton, {});
-        QApplication::sendEvent(&box, &drop);
-      },
+  const auto paste = [](TextBox& box, const QString& text) {
+    QApplication::clipboard()->setText(text);
+    QTest::keyClick(&box, Qt::Key_V, Qt::ControlModifier);
+  };
+  const auto commit = [](TextBox& box, const QString& text) {
+    QInputMethodEvent event;
+    event.setCommitString(text);
+    QApplication::sendEvent(&box, &event);
+  };
+  const auto drop = [](TextBox& box, const QString& text) {
+    QMimeData data;
+    data.setText(text);
+    const QPoint at = box.inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
+    QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(&box, &enter);
+    QDropEvent event(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(&box, &event);
   };
   TextBox box;
   box.resize(300, 30);
   std::vector<QString> stored;
   box.Change = [&] { stored.push_back(box.Text()); };
-  for (const Way& way : ways) {
-    SCOPED_TRACE(&way - ways);
+  for (const auto& way :
+       std::vector<std::function<void(TextBox&, const QString&)>>{paste, commit, drop}) {
     for (const auto& [text, arrives] : texts) {
       box.SetText("<\x01>");
       box.setCursorPosition(1);
@@ -156,9 +119,8 @@ TEST_F(ControlsTest, ARunTimeFailureIsOneMessageAndTheProgramGoesOn) {
   };
   button.click();
   EXPECT_EQ(runs, 0);
-  ASSERT_EQ(messages.size(), 1U);
+  EXPECT_TRUE(OnlyMessage().contains("13"));
   EXPECT_EQ(messages[0].Icon, MsgIcon::Critical);
-  EXPECT_TRUE(messages[0].Text.contains("13"));
 }
 
 TEST_F(ControlsTest, AScreenClosedInsideItsOwnHandlerLivesUntilTheHandlerEnds) {

@@ -3,14 +3,10 @@
 
 #include "line/scripted_transport.h"
 #include "nonsense_panel.h"
-#include "panel/live_project.h"
-#include "panel/project_codec.h"
 #include "screen_test.h"
 #include "shell/controls/row_grid.h"
 
 // Values of a grid's cells are copied, pasted and filled down by what a user's clicks run.
-
-namespace {
 
 class CopyFillTest : public ScreenTest {
  protected:
@@ -18,9 +14,6 @@ class CopyFillTest : public ScreenTest {
 
   void Focus(const char* name, int index) {
     Find<QWidget>(QString::fromLatin1(name), index).setFocus();
-  }
-  void Key(int key, Qt::KeyboardModifiers held) {
-    QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(key), held);
   }
   void SelectDown(int rows) {
     for (int row = 0; row < rows; ++row) Key(Qt::Key_Down, Qt::ShiftModifier);
@@ -30,34 +23,25 @@ class CopyFillTest : public ScreenTest {
     Key(Qt::Key_V, Qt::ControlModifier);
   }
   QString News() { return Text("lblMark"); }
-  static std::string Bytes() { return EncodeProject(LiveProject); }
 };
 
 TEST_F(CopyFillTest, EveryCellTakesWhatItShows) {
   FennlinkRecords(2).DeviceType = 4;
   int cells = 0;
-  for (const ScreenEntry& entry : ScreenTable()) {
-    if (!entry.Create) continue;
-    ChildForm* form = window->ShowForm(entry.Name);
-    QApplication::processEvents();
-    for (const char* device : {"cboFLinkDevice", "cboFennlinkDevice"}) {
-      if (form->findChild<ComboBox*>(device)) Choose(device, 2);
-    }
+  OnEveryScreen([&](Screen, ChildForm& form) {
+    ChooseDevice(2);
     const std::string before = Bytes();
-    for (Label* label : form->findChildren<Label*>()) {
+    for (Label* label : form.findChildren<Label*>()) {
       const bool inGrid = qobject_cast<RowGrid*>(label->parentWidget()) != nullptr;
       if (!inGrid || !Shown(*label) || !label->Click || label->Act() == CellAct::Press) continue;
-      SCOPED_TRACE(ScreenName(entry.Name) + label->objectName().toStdString());
       label->setFocus();
       ASSERT_TRUE(label->hasFocus());
-      Key(Qt::Key_C, Qt::ControlModifier);
-      Key(Qt::Key_V, Qt::ControlModifier);
-      EXPECT_EQ(News(), "Pasted") << entry.Name << ' ' << label->objectName().toStdString();
+      for (const Qt::Key key : {Qt::Key_C, Qt::Key_V}) Key(key, Qt::ControlModifier);
+      EXPECT_EQ(News(), "Pasted") << label->objectName().toStdString();
       ++cells;
     }
-    EXPECT_TRUE(Bytes() == before) << entry.Name;
-    window->UnloadAllForms();
-  }
+    EXPECT_TRUE(Bytes() == before);
+  });
   EXPECT_GT(cells, 500);
 }
 
@@ -74,7 +58,7 @@ TEST_F(CopyFillTest, OneValueFillsWhatIsSelectedAndSeveralGoDown) {
   EXPECT_EQ(DataChanged, -1);
   EXPECT_TRUE(Cell("lblTimerType", 5).hasFocus());
 
-  Key(Qt::Key_Home, Qt::NoModifier);
+  Key(Qt::Key_Home);
   Paste(Find<InPlaceList>("cboNewTimerType").List(1) + "\r\n" + pulsed + "\r\n");
   EXPECT_EQ(PanelRecord.RelayTimerType(0), 1);
   EXPECT_EQ(PanelRecord.RelayTimerType(1), 3);
@@ -83,7 +67,7 @@ TEST_F(CopyFillTest, OneValueFillsWhatIsSelectedAndSeveralGoDown) {
   Key(Qt::Key_D, Qt::ControlModifier);
   EXPECT_EQ(PanelRecord.RelayTimerType(2), 1);
 
-  Key(Qt::Key_Home, Qt::NoModifier);
+  Key(Qt::Key_Home);
   Focus("lblRelayName", 0);
   Key(Qt::Key_C, Qt::ControlModifier);
   EXPECT_EQ(QApplication::clipboard()->text(), "Blink")
@@ -112,18 +96,13 @@ TEST_F(CopyFillTest, ColumnsGoToTheRightAndTimesAreReadAsPeopleWriteThem) {
 
   Menu("mnuInputActiveTimes");
   Focus("lblInputEnableTime", 2);
-  for (const auto& [text, quarter] : {std::pair{"7:00 AM", 28},
-                                      {"8:15A", 33},
-                                      {"09:30", 38},
-                                      {"19:00", 76},
-                                      {"7 p.m.", 76},
-                                      {"12:45 am", 3},
-                                      {"12:00", 48},
-                                      {"07:00:00 AM", 28},
-                                      {"0:00", 0},
-                                      {"11:45P", 95}}) {
-    Paste(QString::fromLatin1(text));
-    EXPECT_EQ(p.InputEnableTime(2), quarter) << text;
+  // As people write them, and the quarter hours.
+  for (const QString& time :
+       QStringLiteral("7:00 AM=28,8:15A=33,09:30=38,19:00=76,7 p.m.=76,12:45 am=3,12:00=48,"
+                      "07:00:00 AM=28,0:00=0,11:45P=95")
+           .split(u',')) {
+    Paste(time.section(u'=', 0, 0));
+    EXPECT_EQ(p.InputEnableTime(2), time.section(u'=', 1).toInt()) << time.toStdString();
   }
   const std::string before = Bytes();
   for (const char* text : {"7:10", "25:00", "13:00 PM", "7", "0:30 AM", "7:00\t8:00\t9:00"}) {
@@ -150,7 +129,7 @@ TEST_F(CopyFillTest, ARefusedPasteChangesNothingAndSaysWhatMayStandThere) {
   clock.NowMs += 60'000;
   Find<Timer>("tmrMarks").Tick();
   EXPECT_TRUE(News().contains("Sing")) << "it stays until the next key";
-  Key(Qt::Key_Down, Qt::NoModifier);
+  Key(Qt::Key_Down);
   EXPECT_EQ(News(), "");
   Focus("lblControl", PanelIOCount() - 1);
   Paste("No Action\nNo Action");
@@ -180,10 +159,8 @@ TEST_F(CopyFillTest, AllRowsGoFromOneItemToAnother) {
   }
   Menu("mnuEditPresets");
   Focus("lblRelayControl", 9);
-  Key(Qt::Key_A, Qt::ControlModifier);
-  Key(Qt::Key_C, Qt::ControlModifier);
-  Key(Qt::Key_PageDown, Qt::ControlModifier);
-  EXPECT_EQ(Find<ComboBox>("cboPresetNumber").ListIndex(), 1);
+  for (const Qt::Key key : {Qt::Key_A, Qt::Key_C, Qt::Key_PageDown}) Key(key, Qt::ControlModifier);
+  EXPECT_EQ(Chosen("cboPresetNumber"), 1);
   Focus("lblRelayControl", 0);
   Key(Qt::Key_V, Qt::ControlModifier);
   for (int relay = 0; relay < PanelIOCount(); ++relay) {
@@ -245,5 +222,3 @@ TEST_F(CopyFillTest, ADragSelectsAndIsNoClick) {
   Paste("No");
   EXPECT_EQ(PanelRecord.GroupRelayInclude(0, 2), 0) << "a click would turn its bits";
 }
-
-}  // namespace

@@ -1,8 +1,9 @@
+#include <QMetaProperty>
 #include <QRegularExpression>
+#include <set>
 
 #include "panel/dimmer_words.h"
 #include "panel/live_dimmers.h"
-#include "panel/live_project.h"
 #include "screen_test.h"
 
 // What every control stores, and whether it marks the project as changed.
@@ -13,6 +14,7 @@ class EveryEditTest : public ScreenTest {
  public:
   using ScreenTest::Cell;
   using ScreenTest::Choose;
+  using ScreenTest::ChooseDevice;
   using ScreenTest::ChooseInPlace;
   using ScreenTest::Click;
   using ScreenTest::Find;
@@ -26,18 +28,11 @@ class EveryEditTest : public ScreenTest {
           name == "lblMark") {
         continue;  // Names are displayed as they are typed.
       }
-      QString value;
+      QString value = control->property("text").toString() +
+                      control->metaObject()->userProperty().read(control).toString();
       if (const auto* label = qobject_cast<const Label*>(control)) {
         value = label->Caption() + QString::number(label->BackColor().value_or(1)) +
                 QString::number(label->Checked());
-      } else if (const auto* list = qobject_cast<const ComboBox*>(control)) {
-        value = list->currentText();
-      } else if (const auto* button = qobject_cast<const QAbstractButton*>(control)) {
-        value = button->text() + QString::number(button->isChecked());
-      } else if (const auto* box = qobject_cast<const TextBox*>(control)) {
-        value = box->Text();
-      } else if (const auto* bar = qobject_cast<const ScrollBar*>(control)) {
-        value = QString::number(bar->Value());
       }
       const bool shown = control->isVisibleTo(window.get());
       look << name + (shown ? ": " : ", hidden: ") + (shown ? value : QString());
@@ -105,257 +100,236 @@ void Unmark(EveryEditTest&) {
   DataChanged = 0;
 }
 
-constexpr bool Marks = true;
-constexpr bool MarksNot = false;
-
 struct Edit {
-  Text Entry;      ///< The menu entry of the screen, or its name where the entry leads to several.
-  Action Prepare;  ///< Before the project is unmarked.
   Action Do;
-  bool Marks;
   std::function<void()> Stored = {};
-  Action Select = Nothing;  ///< Which item the screen shows.
+  Action Prepare = Nothing;  ///< Before the project is unmarked.
+  Action Select = Nothing;   ///< Which item the screen shows.
+  bool Marks = true;
 };
 
+struct EditsOfScreen {
+  Text Entry;  ///< In the menu, or the screen's name where the entry leads to several.
+  std::vector<Edit> Edits;
+};
+
+Edit Quiet(Action edit, std::function<void()> stored = {}) {
+  return {std::move(edit), std::move(stored), Nothing, Nothing, false};
+}
+
 /// An edit of bus device 2, which is of a type.
-Edit OnDevice(Text entry, Text list, int type, const Action& edit, std::function<void()> stored,
+Edit OnDevice(int type, const Action& edit, std::function<void()> stored,
               const Action& prepare = Nothing) {
-  return {entry,
-          Both(Set(FennlinkRecords(2).DeviceType, type), prepare),
-          edit,
-          Marks,
-          std::move(stored),
-          Choose(list, 2)};
+  return {edit, std::move(stored), Both(Set(FennlinkRecords(2).DeviceType, type), prepare),
+          [](EveryEditTest& t) { t.ChooseDevice(2); }};
 }
 
 /// An edit of the first output of an enabled dimmer, whose first slot is of a type.
-Edit OnDimmer(Int16 slotType, const Action& edit, std::function<int()> field, int value) {
+Edit OnDimmer(Int16 slotType, const Action& edit, const std::function<int(Int16, Int16)>& field,
+              int value) {
   const Action enabled = [=](EveryEditTest&) {
     DimSetEnabled(0, 1);
     DimSetCtlType(0, 0, 0, slotType);
   };
-  return {"mnuConfigureDimmers", enabled, edit, Marks,
-          [=, field = std::move(field)] { EXPECT_EQ(field(), value); }};
+  return {edit, [=] { EXPECT_EQ(field(0, 0), value); }, enabled};
+}
+/// Of the slot.
+Edit OnSlot(Int16 slotType, const Action& edit, Int16 (*field)(Int16, Int16, Int16), int value) {
+  const auto first = [=](Int16 dev, Int16 out) { return field(dev, out, 0); };
+  return OnDimmer(slotType, edit, first, value);
 }
 
-std::vector<Edit> Edits() {
+/// A cell's list opens, which marks, and of the choice alone.
+Edit TakesFrom(Text cell, int index, Text list, int item, std::function<void()> stored) {
+  return {Both(Open(cell, index), Both(Unmark, Take(list, item))), std::move(stored)};
+}
+
+std::vector<EditsOfScreen> Edits() {
   auto& p = PanelRecord;
   FennlinkRecord& d = FennlinkRecords(2);
   constexpr auto shift = Qt::ShiftModifier;
+  const Action setpoint = [](EveryEditTest&) {
+    DimSetEnabled(0, 1);
+    DimSetTrackMode(0, 0, TrackSetpoint);
+  };
+  const auto relay = [](Int16 dev, Int16 out) { return DimGetRelay(dev, out, 1); };
+  const Action port = [](EveryEditTest& t) {
+    t.Find<OptionButton>("optComPort(4)").setEnabled(true);
+    t.Find<OptionButton>("optComPort(4)").click();
+  };
   return {
-      {"mnuRelayOutputOptions", Nothing, Open("lblTimerType", 1), MarksNot},
-      {"mnuRelayOutputOptions", Nothing, Pick("lblTimerType", 1, "cboNewTimerType", 3), Marks,
-       Is(p.RelayTimerType(1), 3)},
-      {"mnuRelayOutputOptions", Nothing, Pick("lblPowerOnType", 2, "cboNewPowerOnType", 1), Marks,
-       Is(p.RelayPowerOnType(2), 1)},
-      {"mnuRelayOutputOptions", Set(p.RelayTimerType(0), 6), RightClick("lblRelayName(0)"), Marks},
-      {"mnuRelayOutputOptions", Set(p.RelayTimerType(0), 6), RightClick("lblRelayName(0)", shift),
-       Marks, Is(p.RelayTimerType(7), 6)},
-      {"mnuRelayGrouping", Nothing, Choose("cboGroup", 3), MarksNot},
-      {"mnuRelayGrouping", Nothing, Open("lblInclude", 4), Marks,
-       Is(p.GroupRelayInclude(0, 4), -1)},
-      {"mnuRelayGrouping", Nothing, RightClick("lblRelayName(1)"), Marks},
-      {"mnuEditPresets", Nothing, Open("lblRelayControl", 4), Marks,
-       Is(p.PresetRelayControl(0, 4), 1)},
-      {"mnuEditPresets", Set(p.PresetRelayControl(0, 0), 2), RightClick("lblRelayName(0)", shift),
-       Marks, Is(p.PresetRelayControl(0, 7), 2)},
-      {"mnuOffHoursSweepRelays", Set(p.OffHoursSweepRelay(2), 0), Open("lblRelayInclude", 2), Marks,
-       Is(p.OffHoursSweepRelay(2), -1)},
-      {"mnuOffHoursSweepGroups", Set(p.OffHoursSweepGroup(9), 0), Open("lblGroupInclude", 9), Marks,
-       Is(p.OffHoursSweepGroup(9), -1)},
-      {"mnuOffHoursSweepInterval", Nothing, Press("optOffHoursSweepInterval(2)"), Marks,
-       Is(p.OffHoursSweepInterval, 2)},
-      {"mnuConfigureTimedOn", Nothing, Press("optTimedOnOperation(1)"), Marks,
-       Is(p.TimedOnOperation, -1)},
-      {"mnuInputOptions", Nothing, Pick("lblInputType", 3, "cboNewType", 5), Marks,
-       Is(p.InputType(3), 5)},
-      {"mnuInputOptions", Pick("lblInputType", 3, "cboNewType", 5),
-       Pick("lblInputTimedOn", 3, "cboNewTime", 2), Marks, Is(p.InputTimedOnTime(3), 7)},
-      {"mnuInputToRelayControl", Nothing, Open("lblControl", 2), Marks},
-      {"mnuInputToRelayControl", Nothing,
-       Both(Open("lblControl", 2), Both(Unmark, Take("cboControl", 2))), Marks,
-       Is(p.InputRelayControl(0, 2), 2)},
-      {"mnuInputToRelayControl", Set(p.InputType(4), 4), Choose("cboPreset", 8), Marks,
-       Is(p.InputPreset(4), 8), Choose("cboInput", 4)},
-      {"mnuInputToGroupControl", Nothing,
-       Both(Open("lblControl", 40), Both(Unmark, Take("cboControl", 1))), Marks,
-       Is(p.InputGroupControl(0, 40), 1)},
-      {"mnuLocalInputPilots", Set(p.LocalPilot(1), 64),
-       Pick("lblPilotSource", 1, "cboNewSource", 2), Marks, Is(p.LocalPilot(1), 128)},
-      {"mnuLocalInputPilots", Set(p.LocalPilot(1), 64),
-       Pick("lblPilotNumber", 1, "cboNewNumber", 5), Marks, Is(p.LocalPilot(1), 69)},
-      OnDevice("mnuConfigureFennlinkDevices", "cboFLinkDevice", 1, Choose("cboFLinkType", 4),
-               Is(d.DeviceType, 4)),
-      OnDevice("mnuConfigureFennlinkDevices", "cboFLinkDevice", 7, Choose("cboInput7Type(1)", 2),
-               Is(d.DeviceInputType(1), 2)),
-      OnDevice("mnuConfigureFennlinkDevices", "cboFLinkDevice", 2,
-               Pick("lblInput16TimedOn", 0, "cboInput16NewTime", 4), Is(d.DeviceTimedOnTime(0), 9),
-               Set(d.DeviceInputType(0), 3)),
-      OnDevice("mnuConfigureFennlinkDevices", "cboFLinkDevice", 9, Slide("hsInputFOffLevel(2)", 77),
-               Is(d.DeviceOffLevel(2), 77)),
-      OnDevice("mnuConfigureFennlinkDevices", "cboFLinkDevice", 9, Slide("hsInputFOnLevel(2)", 78),
-               Is(d.DeviceOnLevel(2), 78)),
-      OnDevice("mnuFennlinkInputToRelayControl", "cboFennlinkDevice", 4,
-               Pick("lblControl", 3, "cboControl", 1), Is(d.DeviceRelayControl(0, 3), 1)),
-      OnDevice("mnuFennlinkInputToGroupControl", "cboFennlinkDevice", 4,
-               Pick("lblControl", 3, "cboControl", 1), Is(d.DeviceGroupControl(0, 3), 1)),
-      OnDevice("mnuFennlinkPilots", "cboFennlinkDevice", 4,
-               Pick("lblPilotSource", 1, "cboNewSource", 2), Is(d.DevicePilot(1), 128),
-               Set(d.DevicePilot(1), 64)),
-      OnDevice("mnuFennlinkPilots", "cboFennlinkDevice", 4, AutoMap, Is(d.DevicePilot(1), 64 + 3),
-               Both(Set(d.DevicePilot(2), 70), Set(d.DeviceRelayControl(1, 3), 1))),
-      OnDevice("mnuFennlinkPilots", "cboFennlinkDevice", 4,
-               Pick("lblPilotNumber", 1, "cboNewNumber", 6), Is(d.DevicePilot(1), 70),
-               Set(d.DevicePilot(1), 64)),
-      {"mnuConfigureTimers", Nothing, Choose("cboNormalTimeHour", 3), Marks,
-       Is(p.TimerTimeType(0), 3)},
-      {"mnuConfigureTimers", Nothing, Choose("cboNormalTimeMinute", 31), Marks,
-       Is(p.TimerTime(0), 31)},
-      {"mnuConfigureTimers", Nothing, Press("optTimeType(1)"), Marks},
-      {"mnuConfigureTimers", Press("optTimeType(1)"), Choose("cboMinuteFromAstro", 25), Marks,
-       Is(p.TimerTime(0), 25)},
-      {"mnuConfigureTimers", Nothing, Press("optDaysType(1)"), Marks,
-       Is(p.TimerHolidayMonth(0), 1)},
-      {"mnuConfigureTimers", Press("optDaysType(1)"), Choose("cboHolidayMonth", 6), Marks,
-       Is(p.TimerHolidayMonth(0), 7)},
-      {"mnuConfigureTimers", Press("optDaysType(1)"), Choose("cboHolidayDate", 20), Marks,
-       Is(p.TimerHolidayDate(0), 21)},
-      {"mnuConfigureTimers", Nothing, Press("chkDays(1)"), MarksNot},
-      {"mnuTimerToRelayControl", Nothing, Open("lblControl", 6), Marks},
-      {"mnuTimerToRelayControl", Nothing,
-       Both(Open("lblControl", 6), Both(Unmark, Take("cboControl", 2))), Marks,
-       Is(p.TimerRelayControl(0, 6), 2)},
-      {"mnuTimerToGroupControl", Nothing,
-       Both(Open("lblControl", 6), Both(Unmark, Take("cboControl", 1))), Marks,
-       Is(p.TimerGroupControl(0, 6), 1)},
-      {"mnuTimerToPresetControl", Nothing,
-       Both(Open("lblControl", 6), Both(Unmark, Take("cboControl", 1))), Marks,
-       Is(p.TimerPresetControl(0, 6), 1)},
-      {"mnuBlinkAlertAndAlarmSettings", Nothing, Choose("cboBlinkAlert", 3), Marks,
-       Is(p.BlinkAlertMinutes, 5)},
-      {"mnuBlinkAlertAndAlarmSettings", Nothing, Choose("cboOverRide", 30), Marks,
-       Is(p.OverrideMinutes, 35)},
-      {"mnuBlinkAlertAndAlarmSettings", Nothing, Choose("cboAlarm", 7), Marks,
-       Is(p.AlarmSeconds, 8)},
-      {"mnuDaylightSavingTime", Nothing, Press("chkEnableDaylightSavingTime"), Marks},
-      {"mnuDaylightSavingTime", Nothing, Choose("cboDSTStartWeek", 3), Marks,
-       Is(p.DSTStartWeek, 4)},
-      {"mnuDaylightSavingTime", Nothing, Choose("cboDSTStartMonth", 4), Marks,
-       Is(p.DSTStartMonth, 5)},
-      {"mnuDaylightSavingTime", Nothing, Choose("cboDSTEndWeek", 2), Marks, Is(p.DSTEndWeek, 3)},
-      {"mnuDaylightSavingTime", Nothing, Choose("cboDSTEndMonth", 6), Marks, Is(p.DSTEndMonth, 7)},
-      {"mnuAstroClockSettings", Nothing, Choose("cboLatitude", 5), Marks, Is(p.Latitude, 25)},
-      {"mnuAstroClockSettings", Press("cmdFindLatLon"), Press("cmdAccept"), Marks},
-      {"mnuOpenCloseTimeNormalDays", Nothing, Open("lblOpenTime", 2), Marks},
-      {"mnuOpenCloseTimeNormalDays", Nothing, Pick("lblOpenTime", 2, "cboNewTime", 30), Marks,
-       Is(p.NormalOpenTime(2), 30)},
-      {"mnuSetup", Nothing, Open("lblIOCount", 1), Marks},
-      {"mnuSetup", Nothing, Both(Open("lblIOCount", 1), Both(Unmark, Take("cboIOCount", 2))), Marks,
-       Is(p.IOCount(1), 2)},
-      {"mnuSetup", Nothing, Press("optAddOnModuleType(1)"), Marks, Is(p.AddOnModuleType, 1)},
-      {"frmT3AddOnModuleDMX", Nothing, Pick("lblDMXChan", 2, "cboNewDMX", 7), Marks,
-       Is(p.DMXChannel(2), 7)},
-      {"frmT3AddOnModuleDMX", Nothing, Choose("cboOnLevel", 80), Marks, Is(p.DMXOnLevel, 81)},
-      {"frmT3AddOnModuleDMX", Nothing, Choose("cboOffLevel", 20), Marks, Is(p.DMXOffLevel, 21)},
-      {"frmT3AddOnModuleDMX", Nothing, Choose("cboFilter", 15), Marks, Is(p.DMXFilter, 15)},
-      {"frmT3AddOnModuleDMX", Set(p.DMXChannel(0), 510), Press("cmdAutoMap"), Marks,
-       Is(p.DMXChannel(2), 512)},
-      {"frmT3AddOnModuleModBus", Nothing, Choose("cboMode", 1), Marks, Is(p.ModBusMode, 1)},
-      {"frmT3AddOnModuleModBus", Nothing, Choose("cboBaud", 3), Marks, Is(p.ModBusBaud, 3)},
-      {"frmT3AddOnModuleModBus", Nothing, Choose("cboParity", 2), Marks, Is(p.ModBusParity, 2)},
-      {"mnuEditRelayNames", Nothing, Type("txtRelayName(2)", "ab"), Marks,
-       Is(p.RelayName(2), "AB")},
-      {"mnuEditPanelName", Nothing, Both(Press("chkDefaultPanelName"), Type("txtPanelName", "ab")),
-       Marks, Is(p.PanelName, "AB")},
-      {"mnuEditPanelName", Type("txtPanelName", "ab"), Press("chkDefaultPanelName"), Marks,
-       Is(p.PanelName, "")},
-      {"mnuConnect", Nothing, Press("chkConnectionType(1)"), MarksNot, Is(ConnectionType(), 1)},
-      {"mnuConnect", Press("chkConnectionType(2)"), Type("txtTCPIP", "1"), Marks,
-       Is(TcpAddress(), "1")},
-      {"mnuConnect", Nothing,
-       [](EveryEditTest& t) {
-         auto& port = t.Find<OptionButton>("optComPort(4)");
-         port.setEnabled(true);
-         port.click();
-       },
-       Marks, Is(p.ComPort, 5)},
-      {"mnuConnect", Press("chkConnectionType(1)"), Type("txtPhoneNumber", "1"), Marks,
-       Is(PhoneNumber(), "1")},
-      {"mnuConfigureDimmers", Nothing, Press("chkEnabled"), Marks},
-      OnDimmer(
-          0, Choose("cboPowerOnLevel", 40), [] { return DimGetPowerOn(0, 0); }, 40),
-      OnDimmer(
-          0, Choose("cboMinLevel", 31), [] { return DimGetMin(0, 0); }, 30),
-      OnDimmer(
-          0, Choose("cboMaxLevel", 61), [] { return DimGetMax(0, 0); }, 60),
-      OnDimmer(
-          0, Choose("cboFadeRate", 9), [] { return DimGetFade(0, 0); }, 9),
-      OnDimmer(
-          0, Choose("cboDMX", 99), [] { return DimGetDMX(0, 0); }, 99),
-      OnDimmer(
-          0, Choose("cboPCTrack", 1), [] { return DimGetTrackMode(0, 0); }, Track2Point),
-      OnDimmer(
-          0, Choose("cboCOTyp", 3), [] { return DimGetCtlType(0, 0, 0); }, 3),
-      OnDimmer(
-          ControlInput, Choose("cboCODev", 5), [] { return DimGetCtlDevice(0, 0, 0); }, 5),
-      OnDimmer(
-          ControlInput, Choose("cboCOInp", 5), [] { return DimGetCtlNumber(0, 0, 0); }, 5),
-      OnDimmer(
-          ControlInput, Choose("cboCOAct", 2), [] { return DimGetCtlAction(0, 0, 0); }, 2),
-      OnDimmer(
-          ControlInput, Choose("cboCOFade", 1), [] { return DimGetCtlInstant(0, 0, 0); }, -1),
-      OnDimmer(
-          ControlInput, Choose("cboCORevert", 1), [] { return DimGetCtlRevert(0, 0, 0); }, 1),
+      {"mnuRelayOutputOptions",
+       {{Pick("lblTimerType", 1, "cboNewTimerType", 3), Is(p.RelayTimerType(1), 3)},
+        {Pick("lblPowerOnType", 2, "cboNewPowerOnType", 1), Is(p.RelayPowerOnType(2), 1)},
+        {RightClick("lblRelayName(0)"), {}, Set(p.RelayTimerType(0), 6)},
+        {RightClick("lblRelayName(0)", shift), Is(p.RelayTimerType(7), 6),
+         Set(p.RelayTimerType(0), 6)}}},
+      {"mnuRelayGrouping",
+       {Quiet(Choose("cboGroup", 3)),
+        {Open("lblInclude", 4), Is(p.GroupRelayInclude(2, 4), -1), Nothing, Choose("cboGroup", 2)},
+        {RightClick("lblRelayName(1)")}}},
+      {"mnuEditPresets",
+       {{Open("lblRelayControl", 4), Is(p.PresetRelayControl(5, 4), 1), Nothing,
+         Choose("cboPresetNumber", 5)},
+        {RightClick("lblRelayName(0)", shift), Is(p.PresetRelayControl(0, 7), 2),
+         Set(p.PresetRelayControl(0, 0), 2)}}},
+      {"mnuOffHoursSweepRelays",
+       {{Open("lblRelayInclude", 2), Is(p.OffHoursSweepRelay(2), -1),
+         Set(p.OffHoursSweepRelay(2), 0)}}},
+      {"mnuOffHoursSweepGroups",
+       {{Open("lblGroupInclude", 47), Is(p.OffHoursSweepGroup(47), -1),
+         Set(p.OffHoursSweepGroup(47), 0)}}},
+      {"mnuOffHoursSweepInterval",
+       {{Press("optOffHoursSweepInterval(2)"), Is(p.OffHoursSweepInterval, 2)}}},
+      {"mnuConfigureTimedOn", {{Press("optTimedOnOperation(1)"), Is(p.TimedOnOperation, -1)}}},
+      {"mnuInputOptions",
+       {{Pick("lblInputType", 3, "cboNewType", 5), Is(p.InputType(3), 5)},
+        {Pick("lblInputTimedOn", 3, "cboNewTime", 994), Is(p.InputTimedOnTime(3), 999),
+         Set(p.InputType(3), 5)}}},
+      {"mnuInputToRelayControl",
+       {TakesFrom("lblControl", 2, "cboControl", 2, Is(p.InputRelayControl(0, 2), 2)),
+        {Choose("cboPreset", 8), Is(p.InputPreset(4), 8), Set(p.InputType(4), 4),
+         Choose("cboInput", 4)}}},
+      {"mnuInputToGroupControl",
+       {TakesFrom("lblControl", 40, "cboControl", 1, Is(p.InputGroupControl(0, 40), 1))}},
+      {"mnuLocalInputPilots",
+       {{Pick("lblPilotSource", 1, "cboNewSource", 2), Is(p.LocalPilot(1), 128),
+         Set(p.LocalPilot(1), 64)},
+        {Pick("lblPilotNumber", 1, "cboNewNumber", 5), Is(p.LocalPilot(1), 69),
+         Set(p.LocalPilot(1), 64)}}},
+      {"mnuConfigureFennlinkDevices",
+       {OnDevice(1, Choose("cboFLinkType", 4), Is(d.DeviceType, 4)),
+        OnDevice(7, Choose("cboInput7Type(1)", 2), Is(d.DeviceInputType(1), 2)),
+        OnDevice(2, Pick("lblInput16TimedOn", 0, "cboInput16NewTime", 4),
+                 Is(d.DeviceTimedOnTime(0), 9), Set(d.DeviceInputType(0), 3)),
+        OnDevice(9, Slide("hsInputFOffLevel(2)", 77), Is(d.DeviceOffLevel(2), 77)),
+        OnDevice(9, Slide("hsInputFOnLevel(2)", 78), Is(d.DeviceOnLevel(2), 78))}},
+      {"mnuFennlinkInputToRelayControl",
+       {OnDevice(4, Pick("lblControl", 3, "cboControl", 1), Is(d.DeviceRelayControl(0, 3), 1)),
+        OnDevice(2, Choose("cboPreset", 47), Is(d.DevicePreset(0), 47),
+                 Set(d.DeviceInputType(0), 1))}},
+      {"mnuFennlinkInputToGroupControl",
+       {OnDevice(4, Pick("lblControl", 3, "cboControl", 1), Is(d.DeviceGroupControl(0, 3), 1))}},
+      {"mnuFennlinkPilots",
+       {OnDevice(4, Pick("lblPilotSource", 1, "cboNewSource", 2), Is(d.DevicePilot(1), 128),
+                 Set(d.DevicePilot(1), 64)),
+        OnDevice(4, AutoMap, Is(d.DevicePilot(1), 64 + 3),
+                 Both(Set(d.DevicePilot(2), 70), Set(d.DeviceRelayControl(1, 3), 1))),
+        OnDevice(4, Pick("lblPilotNumber", 1, "cboNewNumber", 6), Is(d.DevicePilot(1), 70),
+                 Set(d.DevicePilot(1), 64))}},
+      {"mnuConfigureTimers",
+       {{Choose("cboNormalTimeHour", 3), Is(p.TimerTimeType(0), 3)},
+        {Choose("cboNormalTimeMinute", 31), Is(p.TimerTime(0), 31)},
+        {Press("optTimeType(1)")},
+        {Choose("cboMinuteFromAstro", 25), Is(p.TimerTime(0), 25), Press("optTimeType(1)")},
+        {Press("optDaysType(1)"), Is(p.TimerHolidayMonth(0), 1)},
+        {Choose("cboHolidayMonth", 6), Is(p.TimerHolidayMonth(0), 7), Press("optDaysType(1)")},
+        {Choose("cboHolidayDate", 20), Is(p.TimerHolidayDate(0), 21), Press("optDaysType(1)")},
+        Quiet(Press("chkDays(1)"))}},
+      {"mnuTimerToRelayControl",
+       {TakesFrom("lblControl", 6, "cboControl", 2, Is(p.TimerRelayControl(0, 6), 2))}},
+      {"mnuTimerToGroupControl",
+       {TakesFrom("lblControl", 6, "cboControl", 1, Is(p.TimerGroupControl(0, 6), 1))}},
+      {"mnuTimerToPresetControl",
+       {TakesFrom("lblControl", 6, "cboControl", 1, Is(p.TimerPresetControl(0, 6), 1))}},
+      {"mnuBlinkAlertAndAlarmSettings",
+       {{Choose("cboBlinkAlert", 3), Is(p.BlinkAlertMinutes, 5)},
+        {Choose("cboOverRide", 30), Is(p.OverrideMinutes, 35)},
+        {Choose("cboAlarm", 7), Is(p.AlarmSeconds, 8)}}},
+      {"mnuDaylightSavingTime",
+       {{Press("chkEnableDaylightSavingTime")},
+        {Choose("cboDSTStartWeek", 3), Is(p.DSTStartWeek, 4)},
+        {Choose("cboDSTStartMonth", 4), Is(p.DSTStartMonth, 5)},
+        {Choose("cboDSTEndWeek", 2), Is(p.DSTEndWeek, 3)},
+        {Choose("cboDSTEndMonth", 6), Is(p.DSTEndMonth, 7)}}},
+      {"mnuAstroClockSettings",
+       {{Choose("cboLatitude", 5), Is(p.Latitude, 25)},
+        {Press("cmdAccept"), {}, Press("cmdFindLatLon")}}},
+      {"mnuOpenCloseTimeNormalDays",
+       {TakesFrom("lblOpenTime", 2, "cboNewTime", 30, Is(p.NormalOpenTime(2), 30))}},
+      {"mnuSetup",
+       {TakesFrom("lblIOCount", 1, "cboIOCount", 2, Is(p.IOCount(1), 2)),
+        {Press("optAddOnModuleType(1)"), Is(p.AddOnModuleType, 1)}}},
+      {"frmT3AddOnModuleDMX",
+       {{Pick("lblDMXChan", 2, "cboNewDMX", 7), Is(p.DMXChannel(2), 7)},
+        {Choose("cboOnLevel", 80), Is(p.DMXOnLevel, 81)},
+        {Choose("cboOffLevel", 20), Is(p.DMXOffLevel, 21)},
+        {Choose("cboFilter", 15), Is(p.DMXFilter, 15)},
+        {Press("cmdAutoMap"), Is(p.DMXChannel(2), 512), Set(p.DMXChannel(0), 510)}}},
+      {"frmT3AddOnModuleModBus",
+       {{Choose("cboMode", 1), Is(p.ModBusMode, 1)},
+        {Choose("cboBaud", 3), Is(p.ModBusBaud, 3)},
+        {Choose("cboParity", 2), Is(p.ModBusParity, 2)}}},
+      {"mnuEditRelayNames", {{Type("txtRelayName(2)", "ab"), Is(p.RelayName(2), "AB")}}},
+      {"mnuEditPanelName",
+       {{Both(Press("chkDefaultPanelName"), Type("txtPanelName", "ab")), Is(p.PanelName, "AB")},
+        {Press("chkDefaultPanelName"), Is(p.PanelName, ""), Type("txtPanelName", "ab")}}},
+      {"mnuConnect",
+       {Quiet(Press("chkConnectionType(1)"), Is(ConnectionType(), 1)),
+        {Type("txtTCPIP", "1"), Is(TcpAddress(), "1"), Press("chkConnectionType(2)")},
+        {port, Is(p.ComPort, 5)},
+        {Type("txtPhoneNumber", "1"), Is(PhoneNumber(), "1"), Press("chkConnectionType(1)")}}},
       {"mnuConfigureDimmers",
-       [](EveryEditTest&) {
-         DimSetEnabled(0, 1);
-         DimSetTrackMode(0, 0, TrackSetpoint);
-       },
-       Choose("cboTarget", 20), Marks, [] { EXPECT_EQ(DimGetTarget(0, 0), 20); }},
-      OnDimmer(
-          ControlTimer, Choose("cboCOTmr", 5), [] { return DimGetCtlNumber(0, 0, 0); }, 5),
-      OnDimmer(
-          ControlPreset, Choose("cboCOPrs", 6), [] { return DimGetCtlNumber(0, 0, 0); }, 6),
-      {"mnuDimmerToRelayControl", [](EveryEditTest&) { DimSetEnabled(0, 1); },
-       Open("imgInclude", 1), Marks, [] { EXPECT_EQ(DimGetRelay(0, 0, 1), -1); }},
+       {{Press("chkEnabled")},
+        OnDimmer(0, Choose("cboPowerOnLevel", 40), DimGetPowerOn, 40),
+        OnDimmer(0, Choose("cboMinLevel", 31), DimGetMin, 30),
+        OnDimmer(0, Choose("cboMaxLevel", 61), DimGetMax, 60),
+        OnDimmer(0, Choose("cboFadeRate", 9), DimGetFade, 9),
+        OnDimmer(0, Choose("cboDMX", 512), DimGetDMX, 512),
+        OnDimmer(0, Choose("cboPCTrack", 1), DimGetTrackMode, Track2Point),
+        {Choose("cboTarget", 20), [] { EXPECT_EQ(DimGetTarget(0, 0), 20); }, setpoint},
+        OnSlot(0, Choose("cboCOTyp", 3), DimGetCtlType, 3),
+        OnSlot(ControlInput, Choose("cboCODev", 5), DimGetCtlDevice, 5),
+        OnSlot(ControlInput, Choose("cboCOInp", 5), DimGetCtlNumber, 5),
+        OnSlot(ControlInput, Choose("cboCOAct", 2), DimGetCtlAction, 2),
+        OnSlot(ControlInput, Choose("cboCOFade", 1), DimGetCtlInstant, -1),
+        OnSlot(ControlInput, Choose("cboCORevert", 1), DimGetCtlRevert, 1),
+        OnSlot(ControlTimer, Choose("cboCOTmr", 5), DimGetCtlNumber, 5),
+        OnSlot(ControlPreset, Choose("cboCOPrs", 6), DimGetCtlNumber, 6)}},
+      {"mnuDimmerToRelayControl", {OnDimmer(0, Open("imgInclude", 1), relay, -1)}},
   };
 }
 
 TEST_F(EveryEditTest, StoresAndMarksAsTold) {
-  const auto open = [&](const Edit& edit) {
-    window->UnloadAllForms();
-    if (QByteArray(edit.Entry).startsWith("frm")) {
-      window->ShowForm(ScreenNamed(edit.Entry));
-    } else {
-      Menu(edit.Entry);
-    }
-  };
-  int row = 0;
-  for (const Edit& edit : Edits()) {
-    SCOPED_TRACE("row " + std::to_string(row++) + ", " + edit.Entry);
+  const auto look = [&](const char* entry, const Edit& edit) {
+    SCOPED_TRACE(entry);
+    const auto open = [&] {
+      window->UnloadAllForms();
+      if (QByteArray(entry).startsWith("frm")) {
+        window->ShowForm(ScreenNamed(entry));
+      } else {
+        Menu(entry);
+      }
+    };
     DataChanged = 0;
     ForgetUnsavedWork();  // Or About would read the copy of each row before.
     Menu("mnuNew");
     FennlinkRecords(2) = {};
     for (int node = 0; node < NodeCount; ++node) PanelRecord.IOCount(node) = node == 0 ? 8 : 0;
-    open(edit);
+    open();
     edit.Prepare(*this);
-    open(edit);
+    open();
     edit.Select(*this);
     DataChanged = 0;
     const QStringList before = Look();
     edit.Do(*this);
     EXPECT_EQ(DataChanged, edit.Marks ? -1 : 0);
-    if (!edit.Stored) continue;
+    if (!edit.Stored) return;
     edit.Stored();
     const QStringList after = Look();
-    open(edit);
+    open();
     edit.Select(*this);
     const QStringList again = Look();
     for (const QString& line : again) {
       EXPECT_TRUE(after.contains(line)) << "the screen opened again shows " << line.toStdString();
     }
     EXPECT_TRUE(after != before) << "the edit shows nowhere";
+  };
+  for (const EditsOfScreen& screen : Edits()) {
+    for (std::size_t row = 0; row < screen.Edits.size(); ++row) {
+      SCOPED_TRACE("row " + std::to_string(row));
+      look(screen.Entry, screen.Edits[row]);
+    }
   }
   EXPECT_TRUE(messages.empty());
 }
@@ -384,36 +358,42 @@ TEST_F(EveryEditTest, ItemsGoByTheirNamesOnEveryScreen) {
   }
 }
 
-TEST_F(EveryEditTest, OneListIsOpenAtATimeAndAClickBesideItClosesIt) {
+TEST_F(EveryEditTest, OneListIsOpenAtATimeAClickBesideItClosesItAndOpeningMarksAsTold) {
   PanelRecord.IOCount(0) = 8;
   for (Int16 type = 1; type < 10; ++type) FennlinkRecords(type).DeviceType = type;
   PanelRecord.InputType.elements.fill(5);
   FennlinkRecords(2).DevicePilot(0) = PanelRecord.LocalPilot(0) = 64;
-  const auto openLists = [&](ChildForm* form) {
-    int open = 0;
-    for (const auto* list : form->findChildren<InPlaceList*>()) open += list->isVisible() ? 1 : 0;
-    return open;
+  const std::set<Screen> openingMarks = {Screen::InputToRelayControl,
+                                         Screen::InputToGroupControl,
+                                         Screen::FennlinkInputToRelayControl,
+                                         Screen::FennlinkInputToGroupControl,
+                                         Screen::TimerToRelayControl,
+                                         Screen::TimerToGroupControl,
+                                         Screen::TimerToPresetControl,
+                                         Screen::OpenAndCloseTimeNormalDays,
+                                         Screen::OpenAndCloseTimeSingleDates,
+                                         Screen::InputActiveTimes,
+                                         Screen::Setup};
+  const auto openLists = [](ChildForm& form) {
+    const auto all = form.findChildren<InPlaceList*>();
+    return std::count_if(all.begin(), all.end(), [](auto* list) { return list->isVisible(); });
   };
   int lists = 0;
-  for (const ScreenEntry& entry : ScreenTable()) {
-    if (!entry.Create) continue;
-    window->UnloadAllForms();
-    ChildForm* form = window->ShowForm(entry.Name);
-    for (const char* device : {"cboFLinkDevice", "cboFennlinkDevice"}) {
-      if (form->findChild<ComboBox*>(device)) ScreenTest::Choose(device, 2);
-    }
-    QApplication::processEvents();
-    for (Label* cell : form->findChildren<Label*>(QRegularExpression("\\(0\\)$"))) {
+  OnEveryScreen([&](Screen screen, ChildForm& form) {
+    ScreenTest::ChooseDevice(2);
+    for (Label* cell : form.findChildren<Label*>(QRegularExpression("\\(0\\)$"))) {
       if (!Shown(*cell) || !cell->Click || cell->Act() != CellAct::OpensList) continue;
-      SCOPED_TRACE(ScreenName(entry.Name) + cell->objectName().toStdString());
+      SCOPED_TRACE(cell->objectName().toStdString());
+      DataChanged = 0;
       Click(*cell);
+      EXPECT_EQ(DataChanged, openingMarks.contains(screen) ? -1 : 0);
       EXPECT_EQ(openLists(form), 1);
-      QTest::mouseClick(form, Qt::LeftButton, {}, form->rect().bottomRight());
+      QTest::mouseClick(&form, Qt::LeftButton, {}, form.rect().bottomRight());
       EXPECT_EQ(openLists(form), 0);
       Click(*cell);
       ++lists;
     }
-  }
+  });
   EXPECT_GE(lists, 20);
 }
 

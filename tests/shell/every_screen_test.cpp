@@ -1,11 +1,10 @@
 #include <QRegularExpression>
 #include <QScrollArea>
+#include <set>
 
 #include "link/panel_host.h"
 #include "nonsense_panel.h"
 #include "panel/dimmer_fields.h"
-#include "panel/live_project.h"
-#include "screen_table.h"
 
 namespace {
 
@@ -22,6 +21,16 @@ const std::map<Screen, Reads> ReadsOf = {
     {Screen::DimmerOutput, Reads::Levels},        {Screen::DimmerRelayControl, Reads::Levels},
     {Screen::EditRelayNames, Reads::Points},      {Screen::EditInputNames, Reads::Points},
 };
+
+/// The screens that store what they show, or cut to it.
+const std::set<Screen> StoreWhatTheyShow = {Screen::InputToRelayControl,
+                                            Screen::InputToGroupControl,
+                                            Screen::FennlinkInputToRelayControl,
+                                            Screen::FennlinkInputToGroupControl,
+                                            Screen::TimersConfigure,
+                                            Screen::DaylightSavingTime,
+                                            Screen::DimmerOutput,
+                                            Screen::DimmerRelayControl};
 
 class EveryScreenTest : public PanelHostTest {
  protected:
@@ -43,7 +52,10 @@ class EveryScreenTest : public PanelHostTest {
       EXPECT_EQ(action->isEnabled(), name != "mnuRelayDrive") << entry.Name;
       if (!action->isEnabled()) continue;
       messages.clear();
+      const std::string before = Bytes();
       Menu(entry.Name);
+      EXPECT_TRUE(Bytes() == before || StoreWhatTheyShow.contains(entry.Opens))
+          << entry.Opens << " on " << panel;
       ChildForm* form = window->LoadedForm(entry.Opens);
       ASSERT_TRUE(form && form->isVisible()) << entry.Opens << " on " << panel;
       const auto found = ReadsOf.find(entry.Opens);
@@ -58,7 +70,9 @@ class EveryScreenTest : public PanelHostTest {
     for (Int16 type = 0; type < 7; ++type) {
       PanelRecord.AddOnModuleType = type;
       messages.clear();
+      const std::string before = Bytes();
       Menu("mnuAddOnModules");
+      EXPECT_TRUE(Bytes() == before) << type << " on " << panel;
       EXPECT_EQ(messages.size(), pointsOverflow && type == 1 ? 1U : 0U) << type << " on " << panel;
     }
   }
@@ -94,12 +108,10 @@ TEST_F(EveryScreenTest, OpensConnectedToAPanel) {
 TEST_F(EveryScreenTest, FitsTheWindowAtEverySizeOfText) {
   const QFont usual = QApplication::font();
   for (const int points : {9, 10, 11, 14}) {
-    window.reset();
     QFont font = usual;
     font.setPointSize(points);
     QApplication::setFont(font);
-    window = std::make_unique<frmT3MasterMDI>(AllScreens());
-    window->MDIForm_Load();
+    StartAnew();
     window->showNormal();  // As where the screen has the room.
     QApplication::processEvents();
     window->MDIForm_Resize();
@@ -108,18 +120,13 @@ TEST_F(EveryScreenTest, FitsTheWindowAtEverySizeOfText) {
                              &PanelRecord.TimerName, &PanelRecord.PresetName}) {
       for (int i = 0; i < ItemCount; ++i) (*names)(i) = "WWWWWWWWWW";
     }
-    for (const ScreenEntry& entry : ScreenTable()) {
-      if (!entry.Create) continue;
-      window->UnloadAllForms();
-      ChildForm* form = window->ShowForm(entry.Name);
-      QApplication::processEvents();
-      auto* page = qobject_cast<QScrollArea*>(form->parentWidget()->parentWidget());
+    OnEveryScreen([&](Screen, ChildForm& form) {
+      auto* page = qobject_cast<QScrollArea*>(form.parentWidget()->parentWidget());
       ASSERT_NE(page, nullptr);
-      EXPECT_EQ(page->horizontalScrollBar()->maximum(), 0)
-          << ScreenName(entry.Name) << " at " << points << " in " << window->width();
-      EXPECT_EQ(page->verticalScrollBar()->maximum(), 0)
-          << ScreenName(entry.Name) << " at " << points;
-    }
+      for (const auto* bar : {page->horizontalScrollBar(), page->verticalScrollBar()}) {
+        EXPECT_EQ(bar->maximum(), 0) << "at " << points << " in " << window->width();
+      }
+    });
   }
   QApplication::setFont(usual);
 }

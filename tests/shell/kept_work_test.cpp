@@ -1,12 +1,11 @@
 #include <sys/file.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <QDir>
 #include <csignal>
 
-#include "panel/live_project.h"
+#include "limited.h"
 #include "panel/project_file.h"
 #include "panel/recovery_copy.h"
 #include "screen_test.h"
@@ -120,17 +119,13 @@ TEST_F(KeptWorkTest, CopiesAreTheirOwnersAloneAndAFullDiskIsTold) {
   for (const char* link : {"lblTakeUp", "lblDelete"}) {
     EXPECT_GE(Cell(link, 0).width(), Cell(link, 0).sizeHint().width()) << "beside a long name";
   }
-  rlimit limit{};
-  getrlimit(RLIMIT_FSIZE, &limit);
-  const auto previous = std::signal(SIGXFSZ, SIG_IGN);
-  const rlimit small{1000, limit.rlim_max};
-  setrlimit(RLIMIT_FSIZE, &small);
-  Click(Find<Label>("lblTakeUp(0)"));
-  EXPECT_EQ(Copies().size(), 1);
-  Find<Timer>("tmrMarks").Tick();
-  EXPECT_EQ(Text("lblMark"), "No copy of unsaved work can be kept");
-  setrlimit(RLIMIT_FSIZE, &limit);
-  std::signal(SIGXFSZ, previous);
+  {
+    const Limited full(RLIMIT_FSIZE, 1000);
+    Click(Find<Label>("lblTakeUp(0)"));
+    EXPECT_EQ(Copies().size(), 1);
+    Find<Timer>("tmrMarks").Tick();
+    EXPECT_EQ(Text("lblMark"), "No copy of unsaved work can be kept");
+  }
   Tick();
   Find<Timer>("tmrMarks").Tick();
   EXPECT_EQ(Text("lblMark"), "Unsaved changes");
@@ -249,18 +244,13 @@ TEST_F(KeptWorkTest, ASaveRemovesWhatDeadSavesLeftAndNothingElse) {
   const QString mark = QStringLiteral(".tamberloom3-saving-");
   const QString dead = mark + QString(32, u'a');
   const QString living = mark + QString(32, u'b');
-  const QStringList users = {"Hall.T3.MyCopy",
-                             "Hall.T3.OldWay",
-                             "Hall.T3.JanFeb",
-                             "Hall.T3.backup",
-                             "Hall.T3.saving-notes",
-                             "Hall.T3.saving-abCDef",
-                             mark + "notes",
-                             mark + QString(31, u'a'),
-                             mark + QString(33, u'a'),
-                             mark + QString(32, u'A'),
-                             "Hall.T3~",
-                             ".Hall.T3.swp"};
+  const QStringList users =
+      QStringLiteral(
+          "Hall.T3.MyCopy Hall.T3.OldWay Hall.T3.JanFeb Hall.T3.backup Hall.T3.saving-notes "
+          "Hall.T3.saving-abCDef Hall.T3~ .Hall.T3.swp")
+          .split(u' ') +
+      QStringList{mark + "notes", mark + QString(31, u'a'), mark + QString(33, u'a'),
+                  mark + QString(32, u'A')};
   for (const QString& name : users + QStringList{dead}) make(name);
   const auto held = make(living);
   ASSERT_EQ(flock(held->handle(), LOCK_EX), 0);

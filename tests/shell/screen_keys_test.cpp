@@ -3,13 +3,10 @@
 
 #include "panel/dimmer_words.h"
 #include "panel/live_dimmers.h"
-#include "panel/project_codec.h"
 #include "screen_test.h"
 #include "shell/controls/row_grid.h"
 
 // Where the focus is, and the keys that mean the same on every screen.
-
-namespace {
 
 class ScreenKeysTest : public ScreenTest {
  protected:
@@ -29,7 +26,6 @@ class ScreenKeysTest : public ScreenTest {
   static void Key(QWidget& control, bool down) {
     QTest::keyClick(&control, down ? Qt::Key_PageDown : Qt::Key_PageUp, Qt::ControlModifier);
   }
-  static std::string Bytes() { return EncodeProject(LiveProject); }
   /// All that takes the focus at present.
   std::vector<QPointer<QWidget>> Stops() {
     std::vector<QPointer<QWidget>> stops;
@@ -81,11 +77,8 @@ TEST_F(ScreenKeysTest, ControlAndPageStepTheSelectorFromEveryControl) {
   FennlinkRecords(5).DeviceInputType(0) = 2;
   PanelRecord.InputType(2) = 4;
   int pressed = 0;
-  for (const ScreenEntry& entry : ScreenTable()) {
-    if (!entry.Create) continue;
-    SCOPED_TRACE(ScreenName(entry.Name));
-    const auto found = selectors.find(entry.Name);
-    Open(entry.Name);
+  OnEveryScreen([&](Screen screen, ChildForm&) {
+    const auto found = selectors.find(screen);
     if (found == selectors.end()) {
       const std::string before = Bytes();
       for (const auto& control : Stops()) {
@@ -96,7 +89,7 @@ TEST_F(ScreenKeysTest, ControlAndPageStepTheSelectorFromEveryControl) {
         }
         ++pressed;
       }
-      continue;
+      return;
     }
     const Selection& by = found->second;
     if (by.Outer) Choose(by.Outer, 4);
@@ -135,47 +128,40 @@ TEST_F(ScreenKeysTest, ControlAndPageStepTheSelectorFromEveryControl) {
     choose(by, 0);
     Key(InHand(), false);
     EXPECT_EQ(chosen(by), 0);
-  }
+  });
   EXPECT_GT(pressed, 1500);
 }
 
 TEST_F(ScreenKeysTest, AScreenOpensOnWhatIsChosen) {
-  const struct {
-    ::Screen Shown;
-    const char* Focus;
-    std::function<void()> Prepare = [] {};
-  } screens[] = {
-      {Screen::OffHoursSweepInterval, "optOffHoursSweepInterval(2)",
-       [] { PanelRecord.OffHoursSweepInterval = 2; }},
-      {Screen::PhotocellFilter, "optPhotocellFilter(1)", [] { PanelRecord.PhotocellFilter = -1; }},
+  PanelRecord.OffHoursSweepInterval = 2;
+  PanelRecord.PhotocellFilter = -1;
+  ConnectionType() = ConnectionTCP;
+  const std::pair<Screen, const char*> screens[] = {
+      {Screen::OffHoursSweepInterval, "optOffHoursSweepInterval(2)"},
+      {Screen::PhotocellFilter, "optPhotocellFilter(1)"},
       {Screen::OpenAndCloseTimeSingleDates, "optMonth(0)"},
       {Screen::RelayOutputOptions, "lblTimerType(0)"},
       {Screen::RelayGrouping, "cboGroup"},
       {Screen::InputOptions, "lblInputType(0)"},
       {Screen::DimmerRelayControl, "cboDDev"},
       {Screen::EditRelayNames, "txtRelayName(0)"},
-      {Screen::Connect, "cmdConnect", [] { ConnectionType() = ConnectionTCP; }},
+      {Screen::Connect, "cmdConnect"},
       {Screen::About, "lblGuide"},
   };
-  for (const auto& [screen, focus, prepare] : screens) {
+  for (const auto& [screen, focus] : screens) {
     SCOPED_TRACE(ScreenName(screen));
-    prepare();
     Open(screen);
     EXPECT_EQ(Focus(), focus);
     const std::string before = Bytes();
-    if (InHand().inherits("QRadioButton")) {
-      QTest::keyClick(&InHand(), Qt::Key_Space);
-    }
+    if (InHand().inherits("QRadioButton")) QTest::keyClick(&InHand(), Qt::Key_Space);
     EXPECT_TRUE(Bytes() == before);
   }
 
   PanelRecord.TimerTimeType(0) = 12 + 100;
   PanelRecord.TimerHolidayMonth(0) = 5;
   Open(Screen::TimersConfigure);
-  const QString chosen =
-      Find<OptionButton>("optTimeType(1)").Value() ? "optTimeType(1)" : "optTimeType(2)";
   QTest::keyClick(&InHand(), Qt::Key_Tab);
-  EXPECT_EQ(Focus(), chosen);
+  EXPECT_EQ(Focus(), "optTimeType(1)");
 
   Open(Screen::RelayGrouping);
   QTest::keyClick(&InHand(), Qt::Key_Tab);
@@ -184,12 +170,7 @@ TEST_F(ScreenKeysTest, AScreenOpensOnWhatIsChosen) {
 }
 
 TEST_F(ScreenKeysTest, AnInputWithoutRowsKeepsTheFocusAndSaysWhereItIsSet) {
-  const struct {
-    ::Screen Shown;
-    Int16 Type;
-    const char* Focus;
-    const char* Line;
-  } inputs[] = {
+  const std::tuple<::Screen, Int16, QString, const char*> inputs[] = {
       {Screen::InputToGroupControl, 4, "cboInput", "a preset, which is chosen in Input To Relay"},
       {Screen::InputToGroupControl, 12, "cboInput", "forces timers"},
       {Screen::InputToGroupControl, 10, "cboInput", "disables timers"},
@@ -204,16 +185,16 @@ TEST_F(ScreenKeysTest, AnInputWithoutRowsKeepsTheFocusAndSaysWhereItIsSet) {
     Cell("lblControl", 0).setFocus();
     Key(InHand(), true);
     EXPECT_EQ(Focus(), focus);
-    EXPECT_EQ(Shown(Find<Label>("lblNoActions")), *line != '\0');
+    EXPECT_EQ(Shows("lblNoActions"), *line != '\0');
     EXPECT_TRUE(Text("lblNoActions").contains(line)) << Text("lblNoActions").toStdString();
     Key(InHand(), true);
-    EXPECT_EQ(Focus(), QString(focus) == "cboInput" ? "cboInput" : "lblControl(0)");
+    EXPECT_EQ(Focus(), focus == "cboInput" ? "cboInput" : "lblControl(0)");
   }
   FennlinkRecords(2).DeviceType = 0;
   for (const Screen screen : {Screen::FennlinkPilots, Screen::FennlinkInputToRelayControl}) {
     Open(screen);
     Choose("cboFennlinkDevice", 2);
-    EXPECT_TRUE(Shown(Find<Label>("lblChooseDevice"))) << screen;
+    EXPECT_TRUE(Shows("lblChooseDevice")) << screen;
     EXPECT_TRUE(Text("lblChooseDevice").contains("Configure Fennlink Devices"));
   }
   Open(Screen::FennlinkPilots);
@@ -222,5 +203,3 @@ TEST_F(ScreenKeysTest, AnInputWithoutRowsKeepsTheFocusAndSaysWhereItIsSet) {
   Key(InHand(), true);
   EXPECT_EQ(Focus(), "cboFennlinkDevice");
 }
-
-}  // namespace

@@ -5,7 +5,6 @@
 #include <QStyleHints>
 #include <QTimer>
 
-#include "panel/live_project.h"
 #include "screen_test.h"
 
 // What a hand slips into.

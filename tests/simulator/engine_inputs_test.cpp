@@ -1,11 +1,14 @@
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "rehearsed.h"
 
 namespace simulator {
 namespace {
 
 constexpr int TestedDevice = 26;
+constexpr int PhotocellBlock = map::DeviceBlock(TestedDevice);  // where it is one
 constexpr int FourInputType = 7;
 constexpr int EightInputType = 8;
 constexpr int TwoButtonType = 2;
@@ -33,6 +36,7 @@ const InputCase InputCases[]{
     {1, 1, 0, -1, "0004", "prprpw", "4 4 4 4 4 4"},  // a press keeps the light
     // Maint. On/Off and Maint. Multi-Way.
     {2, 2, -1, 0, "1234", "2prw", "1234 14 1"},
+    {2, -1, -1, -1, "3000", "1PR", "- -"},
     {3, -1, -1, -1, "1030", "prp", "13 1 13"},
     {4, 3, 1, 1, "0000", "2pr", "1 1"},  // Set Preset
     // Timed On from opening, begun again, and from closing.
@@ -56,13 +60,11 @@ PanelMemory InputMemory(const InputCase& one, int deviceType, int type) {
   const auto set = [&](const PlaneSet& local, const PlaneSet& device, int row, int code) {
     memory.SetCode(isLocal ? local : device, isLocal ? row : 0, isLocal ? 0 : row, code);
   };
-  memory.SetByte(isLocal ? map::InputType : map::DeviceBlock(TestedDevice) + map::DeviceInputType,
-                 type);
-  memory.SetByte(isLocal ? map::InputPreset : map::DevicePreset(TestedDevice), 5);
-  memory.SetWord(
-      isLocal ? map::InputTimedOnTime : map::DeviceBlock(TestedDevice) + map::DeviceTimedOnTime,
-      10);
-  if (!isLocal) memory.SetByte(map::DeviceBlock(TestedDevice), deviceType);
+  const int block = map::DeviceBlock(TestedDevice);
+  Set(memory, Byte(isLocal ? map::InputType : block + map::DeviceInputType, type),
+      Byte(isLocal ? map::InputPreset : map::DevicePreset(TestedDevice), 5),
+      Word(isLocal ? map::InputTimedOnTime : block + map::DeviceTimedOnTime, 10));
+  if (!isLocal) memory.SetByte(block, deviceType);
   for (int row = 0; row < 4; ++row) {
     set(map::InputRelayControl, map::DeviceRelayControl(TestedDevice), row, one.Codes[row] - '0');
   }
@@ -71,21 +73,17 @@ PanelMemory InputMemory(const InputCase& one, int deviceType, int type) {
     set(map::InputGroupControl, map::DeviceGroupControl(TestedDevice), 0, OnOnly);
     for (const int relay : {0, 4}) memory.SetCode(map::GroupRelayInclude, relay, 0, 1);
   }
+  constexpr int oclock = 4;
+  const auto active = [&memory](int from, int to) {
+    Set(memory, Byte(map::InputEnableTime, from * oclock),
+        Byte(map::InputDisableTime, to * oclock));
+  };
   if (steps.front() == 'c') memory.SetByte(map::TimedOnOperation, 1);
-  if (steps.front() == 'a') {  // from 10:00 to 05:00
-    memory.SetByte(map::InputEnableTime, 40);
-    memory.SetByte(map::InputDisableTime, 20);
-  }
-  if (steps.front() == 'A') {  // from 05:00 to 07:00
-    memory.SetByte(map::InputEnableTime, 20);
-    memory.SetByte(map::InputDisableTime, 28);
-  }
-  memory.SetByte(map::InputType + 1, 1);
-  memory.SetCode(map::InputRelayControl, 7, 1, OnAndOff);
-  memory.SetCode(map::PresetRelayControl, 0, 5, 1);
-  memory.SetCode(map::PresetRelayControl, 1, 5, 2);
-  SetTimer(memory, 3, 12, 0);
-  memory.SetCode(map::TimerRelayControl, 6, 3, 1);
+  if (steps.front() == 'a') active(10, 5);
+  if (steps.front() == 'A') active(5, 7);
+  Set(memory, Byte(map::InputType + 1, 1), Code(map::InputRelayControl, 7, 1, OnAndOff),
+      Code(map::PresetRelayControl, 0, 5, 1), Code(map::PresetRelayControl, 1, 5, 2),
+      Timer(3, 12, 0, 6, 1));
   return memory;
 }
 
@@ -106,50 +104,28 @@ std::string LitAfterSteps(const InputCase& one, int deviceType, int type) {
     else
       engine.SetDeviceInput(TestedDevice, 0, closed);
   };
+  const auto pushSecond = [&engine] {
+    for (const bool closed : {true, false}) engine.SetContact(1, Contact::On, closed);
+  };
+  const std::map<char, std::function<void()>> acts{
+      {'p', [&] { contact(true); }},
+      {'r', [&] { contact(false); }},
+      {'P', [&] { contact(true, Contact::Off); }},
+      {'R', [&] { contact(false, Contact::Off); }},
+      {'q', pushSecond},
+      {'x', [&] { engine.SetRelays(0, AllItems, Subject::Kind::Hand); }},
+  };
+  // 'N': from 08:00 to 02:00. An act takes a minute.
+  const std::map<char, Instant> waits{
+      {'w', 10 * MinuteMs}, {'h', 2 * HourMs}, {'N', 18 * HourMs}, {'d', DayMs}};
   std::string result;
   for (const char step : std::string_view(one.Steps)) {
-    std::int64_t passes = MinuteMs;
-    switch (step) {
-      case 'g':
-      case 'c':
-      case 'a':
-      case 'A':
-        continue;
-      case 's':
-        engine.SetSilent(TestedDevice, true);
-        continue;
-      case 'p':
-      case 'r':
-        contact(step == 'p');
-        break;
-      case 'P':
-      case 'R':
-        contact(step == 'P', Contact::Off);
-        break;
-      case 'q':
-        engine.SetContact(1, Contact::On, true);
-        engine.SetContact(1, Contact::On, false);
-        break;
-      case 'x':
-        engine.SetRelays(0, AllItems, Subject::Kind::Hand);
-        break;
-      case 'w':
-        passes = 10 * MinuteMs;
-        break;
-      case 'h':
-        passes = 2 * HourMs;
-        break;
-      case 'N':  // from 08:00 to 02:00
-        passes = 18 * HourMs;
-        break;
-      case 'd':
-        passes = DayMs;
-        break;
-      default:
-        engine.SetRelay(step - '1', true, Subject::Kind::Hand);
-        continue;
-    }
-    engine.AdvanceTo(engine.Now() + passes);
+    if (step == 's') engine.SetSilent(TestedDevice, true);
+    if (step >= '1' && step <= '9') engine.SetRelay(step - '1', true, Subject::Kind::Hand);
+    const bool acting = acts.contains(step);
+    if (!acting && !waits.contains(step)) continue;
+    if (acting) acts.at(step)();
+    engine.AdvanceTo(engine.Now() + (acting ? MinuteMs : waits.at(step)));
     result += (result.empty() ? "" : " ") + LitRelays(engine);
   }
   return result;
@@ -175,18 +151,12 @@ TEST(EngineInputsTest, AHeldContactIsSomebodyOffHours) {
   constexpr int maintained = 2;
   constexpr int timedOn = 5;
   constexpr int inputDisable = 9;
-  struct Case {
-    int Type;
-    const char* Script;
-    const char* Rows;
-  };
-  const Case cases[]{
+  const std::tuple<int, const char*, std::string> cases[]{
       {maintained, "00:30 press 1,00:40 relay 1 on,03:30 release 1", "00:30 on 05:30 off "},
       {maintained, "00:30 press 1,00:45 relay 1 off,00:50 relay 1 on",
        "00:30 on 00:45 off 00:50 on 02:50 off "},
       {maintained, "00:30 press 1,00:45 relay 1 off,00:50 timer 1",
-       "00:30 on 00:45 off "
-       "00:50 on 01:00 off "},
+       "00:30 on 00:45 off 00:50 on 01:00 off "},
       {maintained, "00:30 press 1,01:30 press 2", "00:30 on 02:00 off "},
       // The one who came first leaves first.
       {maintained, "00:30 press 1,00:40 press 3,00:50 release 1,04:30 release 3",
@@ -194,89 +164,61 @@ TEST(EngineInputsTest, AHeldContactIsSomebodyOffHours) {
       {timedOn, "00:30 press 1,02:20 release 1,03:10 press 1,07:10 release 1",
        "00:30 on 02:50 off 03:10 on 07:40 off "},
   };
-  for (const Case& one : cases) {
-    PanelMemory memory = EmptyInstallation();
-    memory.SetByte(map::OffHoursSweepRelay, 3);
+  for (const auto& [type, acts, rows] : cases) {
+    // Input 2 disables input 1; device 26 is a photocell, on in the dark.
+    PanelMemory memory = EmptyInstallation(
+        Byte(map::OffHoursSweepRelay, 3), Byte(map::InputType + 1, inputDisable),
+        Code(map::InputRelayControl, 0, 1, 1), Byte(PhotocellBlock, 9),
+        Byte(PhotocellBlock + map::DeviceOffLevel, 100),
+        Code(map::DeviceRelayControl(TestedDevice), 0, 1, OnOnly), Timer(0, 23, 0, 0, 1));
     for (const int input : {0, 2}) {
-      memory.SetByte(map::InputType + input, one.Type);
-      memory.SetWord(map::InputTimedOnTime + 2 * input, 30);
-      memory.SetCode(map::InputRelayControl, 0, input, OnOnly);
+      Set(memory, Byte(map::InputType + input, type), Word(map::InputTimedOnTime + 2 * input, 30),
+          Code(map::InputRelayControl, 0, input, OnOnly));
     }
-    memory.SetByte(map::InputType + 1, inputDisable);
-    memory.SetCode(map::InputRelayControl, 0, 1, 1);
-    SetTimer(memory, 0, 23, 0);
-    memory.SetCode(map::TimerRelayControl, 0, 0, 1);
-    memory.SetByte(map::DeviceBlock(TestedDevice), 9);  // a photocell, on in the dark
-    memory.SetByte(map::DeviceBlock(TestedDevice) + map::DeviceOffLevel, 100);
-    memory.SetCode(map::DeviceRelayControl(TestedDevice), 0, 1, OnOnly);
-    QString script = "2026-03-02 " + QString(one.Script);
-    script.replace(",", "\n2026-03-02 ");
-    EXPECT_EQ(TimesAndChanges(Rehearsed(memory, "2026-03-02", script, "\tRELAY 01\to")),
-              std::string(one.Rows) + "23:00 on 23:00 off ")
-        << one.Script;
-    EXPECT_EQ(TimesAndChanges(Rehearsed(memory, "2026-03-02", script, "\tRELAY 02\to")),
-              "00:00 on 02:00 off ");
+    EXPECT_EQ(RowsOf(memory, acts, "\tRELAY 01\to"), rows + "23:00 on 23:00 off ") << acts;
+    EXPECT_EQ(RowsOf(memory, acts, "\tRELAY 02\to"), "00:00 on 02:00 off ");
   }
 }
 
 TEST(EngineInputsTest, AHeldRelayDoesNotBlinkUntilItIsLetGo) {
-  struct Case {
-    int Hold;
-    const char* Until;
-    const char* Rows;
-  };
-  const Case cases[]{{1, "09:30", "09:30 off "},
-                     {2, "09:05", "08:30 off 09:05 on 09:05 blinks 09:10 off "}};
+  const std::tuple<int, const char*, const char*> cases[]{
+      {1, "09:30", "09:30 off "}, {2, "09:05", "08:30 off 09:05 on 09:05 blinks 09:10 off "}};
   for (const auto& [hold, until, rows] : cases) {
-    PanelMemory memory = EmptyInstallation();
-    memory.SetByte(map::RelayTimerType, 1);
-    memory.SetByte(map::RelayPowerOnType, 1);
-    memory.SetByte(map::InputType, 11);
-    memory.SetCode(map::InputRelayControl, 0, 0, hold);
-    SetTimer(memory, 0, 9, 0);
-    memory.SetCode(map::TimerRelayControl, 0, 0, 2);
-    const QString script = "2026-03-02 08:30 press 1\n2026-03-02 %1 release 1";
-    EXPECT_EQ(TimesAndChanges(Rehearsed(memory, "2026-03-02", script.arg(until), "\tRELAY 01\t")),
-              rows);
+    const PanelMemory memory = EmptyInstallation(
+        Byte(map::RelayTimerType, 1), Byte(map::RelayPowerOnType, 1), Byte(map::InputType, 11),
+        Code(map::InputRelayControl, 0, 0, hold), Timer(0, 9, 0, 0, 2));
+    EXPECT_EQ(RowsOf(memory, QString("08:30 press 1,%1 release 1").arg(until)), rows);
   }
 }
 
 TEST(EngineInputsTest, HoldOffStandsBeforeHoldOnAndBothBeforeTheStatus) {
   PanelMemory memory = EmptyInstallation();
   for (int input = 0; input < 3; ++input) {
-    memory.SetByte(map::InputType + input, 11);
-    memory.SetCode(map::InputRelayControl, 0, input, input + 1);
+    Set(memory, Byte(map::InputType + input, 11),
+        Code(map::InputRelayControl, 0, input, input + 1));
   }
-  const QString script =
-      "2026-03-02 08:00 press 1\n2026-03-02 08:01 press 2\n2026-03-02 08:02 release 2\n"
-      "2026-03-02 08:03 press 3\n2026-03-02 08:04 release 1\n2026-03-02 08:05 press 2\n"
-      "2026-03-02 08:06 press 1";
-  EXPECT_EQ(TimesAndChanges(Rehearsed(memory, "2026-03-02", script, "\tRELAY 01\t")),
+  EXPECT_EQ(RowsOf(memory,
+                   "08:00 press 1,08:01 press 2,08:02 release 2,08:03 press 3,08:04 release 1,"
+                   "08:05 press 2,08:06 press 1"),
             "08:00 on 08:01 off 08:02 on 08:05 off ");
 }
 
+// Preset 6 and timer 4, which inputs 1 and 2 tell, turn a relay off that is off.
 TEST(EngineInputsTest, ATimerOrPresetThatIsToldIsARowWhateverComesOfIt) {
-  PanelMemory memory = EmptyInstallation();
-  memory.SetByte(map::InputType, 4);  // sets preset 6, which turns a relay off that is off
-  memory.SetByte(map::InputPreset, 5);
-  memory.SetCode(map::PresetRelayControl, 0, 5, 2);
-  memory.SetByte(map::InputType + 1, 12);  // forces timer 4, which does the same
-  memory.SetCode(map::InputRelayControl, 3, 1, 1);
-  SetTimer(memory, 3, 12, 0);
-  memory.SetCode(map::TimerRelayControl, 0, 3, 2);
+  const PanelMemory memory =
+      EmptyInstallation(Byte(map::InputType, 4), Byte(map::InputPreset, 5),
+                        Byte(map::InputType + 1, 12), Code(map::PresetRelayControl, 0, 5, 2),
+                        Code(map::InputRelayControl, 3, 1, 1), Timer(3, 12, 0, 0, 2));
   EXPECT_EQ(Rehearsed(memory, "2026-03-02",
-                      "2026-03-02 08:00 tap 1\n2026-03-02 08:01 tap 2\n"
-                      "2026-03-02 08:02 preset 6\n2026-03-02 08:03 timer 4",
-                      "fires"),
+                      Script("08:00 tap 1,08:01 tap 2,08:02 preset 6,08:03 timer 4"), "fires"),
             "03-02 08:00:00 INPUT 01,PRESET 06,fires;03-02 08:01:00 INPUT 02,TIMER 04,fires;"
             "03-02 08:02:00 HAND,PRESET 06,fires;03-02 08:03:00 HAND,TIMER 04,fires;"
             "03-02 12:00:00 TIMER 04,-,fires;");
 }
 
 TEST(EngineInputsTest, APhotocellThatIsBackTakesUpTheLight) {
-  PanelMemory memory = EmptyInstallation();
-  memory.SetByte(map::DeviceBlock(TestedDevice), 9);
-  memory.SetByte(map::DeviceBlock(TestedDevice) + map::DeviceOnLevel, 100);
+  const PanelMemory memory =
+      EmptyInstallation(Byte(PhotocellBlock, 9), Byte(PhotocellBlock + map::DeviceOnLevel, 100));
   Engine engine(memory);
   engine.SetSilent(TestedDevice, true);
   engine.SetPhotocell(TestedDevice, 200);
@@ -304,47 +246,41 @@ TEST(EngineInputsTest, APhotocellGoesByItsLevelsAndItsFilter) {
       {50, 100, 0, "00:00:10 photocell 26 75,12:00 photocell 26 40", "12:00:21 on "},
   };
   for (const Case& one : cases) {
-    PanelMemory memory = EmptyInstallation();
-    memory.SetByte(map::PhotocellFilter, one.Filter);
-    const int block = map::DeviceBlock(TestedDevice);
-    memory.SetByte(block, 9);
-    memory.SetByte(block + map::DeviceOnLevel, one.On);
-    memory.SetByte(block + map::DeviceOffLevel, one.Off);
     // The second input looks at the light while that of the first is on its way.
-    memory.SetByte(block + map::DeviceOnLevel + 1, 30);
-    memory.SetCode(map::DeviceRelayControl(TestedDevice), 0, 0, OnAndOff);
-    QString script = "2026-03-02 " + QString(one.Script);
-    script.replace(",", "\n2026-03-02 ");
-    EXPECT_EQ(TimesAndChanges(Rehearsed(memory, "2026-03-02", script, "\tRELAY 01\t"), 8), one.Rows)
-        << one.On << " " << one.Script;
+    const PanelMemory memory =
+        EmptyInstallation(Byte(map::PhotocellFilter, one.Filter), Byte(PhotocellBlock, 9),
+                          Byte(PhotocellBlock + map::DeviceOnLevel, one.On),
+                          Byte(PhotocellBlock + map::DeviceOffLevel, one.Off),
+                          Byte(PhotocellBlock + map::DeviceOnLevel + 1, 30),
+                          Code(map::DeviceRelayControl(TestedDevice), 0, 0, OnAndOff));
+    EXPECT_EQ(RowsOf(memory, one.Script, "\tRELAY 01\t", 8), one.Rows) << one.On << one.Script;
   }
 }
 
 TEST(EngineInputsTest, APhotocellTellsTheLightToNewSettings) {
-  PanelMemory memory = EmptyInstallation();
-  const int block = map::DeviceBlock(TestedDevice);
-  memory.SetByte(block, 9);
-  memory.SetByte(block + map::DeviceOnLevel, 50);
-  memory.SetByte(block + map::DeviceOffLevel, 100);
+  PanelMemory memory =
+      EmptyInstallation(Byte(PhotocellBlock, 9), Byte(PhotocellBlock + map::DeviceOnLevel, 50),
+                        Byte(PhotocellBlock + map::DeviceOffLevel, 100));
   Engine engine(memory);
   engine.PowerOn(DayOf({2026, 3, 2}) * DayMs);
-  engine.AdvanceTo(engine.Now() + HourMs);
+  const auto pass = [&engine](Instant time) { engine.AdvanceTo(engine.Now() + time); };
+  pass(HourMs);
   EXPECT_TRUE(engine.DeviceInput(TestedDevice, 0));
   memory.SetCode(map::DeviceRelayControl(TestedDevice), 0, 0, OnAndOff);
-  engine.AdvanceTo(engine.Now() + 29 * SecondMs);
+  pass(29 * SecondMs);
   EXPECT_FALSE(engine.Relay(0));
-  engine.AdvanceTo(engine.Now() + SecondMs);
+  pass(SecondMs);
   EXPECT_TRUE(engine.Relay(0));
   // What is set elsewhere is no news to it.
   engine.SetRelay(0, false, Subject::Kind::Hand);
   memory.SetByte(map::AlarmSeconds, 9);
-  engine.AdvanceTo(engine.Now() + MinuteMs);
+  pass(MinuteMs);
   EXPECT_FALSE(engine.Relay(0));
   // A photocell that has become a station looks at no light.
-  memory.SetByte(block + map::DeviceOnLevel, 60);
+  memory.SetByte(PhotocellBlock + map::DeviceOnLevel, 60);
   engine.SetPhotocell(TestedDevice, 200);
-  memory.SetByte(block, 2);
-  engine.AdvanceTo(engine.Now() + MinuteMs);
+  memory.SetByte(PhotocellBlock, 2);
+  pass(MinuteMs);
   EXPECT_TRUE(engine.DeviceInput(TestedDevice, 0));
 }
 

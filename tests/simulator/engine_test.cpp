@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <random>
 
 #include "rehearsed.h"
@@ -19,34 +18,24 @@ constexpr int AfterClose = 248;
 // An office with a porch, a shop window and a store, on Monday 2 March 2026. The sun rises at 06:36
 // and sets at 17:49; the day was written down before it was run.
 TEST(EngineTest, ADayGoesAsItWasWrittenDown) {
-  PanelMemory memory = EmptyInstallation();
-  memory.SetText(map::RelayName, map::NameLength, "PORCH");
-  memory.SetText(map::RelayName + 10, map::NameLength, "WINDOW");
-  memory.SetText(map::RelayName + 20, map::NameLength, "STORE \xC4");
-  memory.SetText(map::GroupName, map::NameLength, "SHOP");
-  memory.SetText(map::PresetName, map::NameLength, "NIGHT");
-  memory.SetText(map::InputName, map::NameLength, "DOOR");
-  memory.SetText(map::PresetName + 10, map::NameLength, "DARK");
-  memory.SetCode(map::PresetRelayControl, 47, 1, 2);
-  memory.SetByte(map::RelayPowerOnType, 1);    // the porch is on after power
-  memory.SetByte(map::RelayTimerType + 1, 1);  // the window blinks
-  for (const int relay : {1, 2}) memory.SetCode(map::GroupRelayInclude, relay, 0, 1);
-  memory.SetCode(map::PresetRelayControl, 0, 0, 1);
-  memory.SetCode(map::PresetRelayControl, 1, 0, 2);
-  memory.SetCode(map::PresetRelayControl, 2, 0, 2);
-  SetTimer(memory, 2, BeforeSunrise, 20);
-  memory.SetCode(map::TimerRelayControl, 0, 2, 2);
-  SetTimer(memory, 3, BeforeOpen, 15);
-  memory.SetCode(map::TimerGroupControl, 0, 3, 1);
-  SetTimer(memory, 4, 21, 0);
-  memory.SetCode(map::TimerPresetControl, 0, 4, 1);
-  memory.SetByte(map::InputType, 1);  // a push button on the store
-  memory.SetCode(map::InputRelayControl, 2, 0, OnAndOff);
-  memory.SetByte(map::LocalPilot, 2);  // its pilot follows the store
-
+  // The porch is on after power, the window blinks; a push button, whose pilot follows it, is on
+  // the store.
+  const PanelMemory memory = EmptyInstallation(
+      Name(map::RelayName, "PORCH"), Name(map::RelayName + 10, "WINDOW"),
+      Name(map::RelayName + 20, "STORE \xC4"), Name(map::GroupName, "SHOP"),
+      Name(map::PresetName, "NIGHT"), Name(map::PresetName + 10, "DARK"),
+      Name(map::InputName, "DOOR"), Byte(map::RelayPowerOnType, 1),
+      Byte(map::RelayTimerType + 1, 1), Byte(map::InputType, 1),
+      Code(map::InputRelayControl, 2, 0, OnAndOff), Byte(map::LocalPilot, 2),
+      Code(map::GroupRelayInclude, 1, 0, 1), Code(map::GroupRelayInclude, 2, 0, 1),
+      Code(map::PresetRelayControl, 0, 0, 1), Code(map::PresetRelayControl, 1, 0, 2),
+      Code(map::PresetRelayControl, 2, 0, 2), Code(map::PresetRelayControl, 47, 1, 2),
+      Timer(2, BeforeSunrise, 20, 0, 2), Timer(3, BeforeOpen, 15),
+      Code(map::TimerGroupControl, 0, 3, 1), Timer(4, 21, 0),
+      Code(map::TimerPresetControl, 0, 4, 1));
   RehearsalOptions options;
   ParseRange("2026-03-02", options);
-  options.Script = ParseScript("# noon\n2026-03-02 12:00 tap 1\n\n2026-03-02 12:00:30 relay 3 off");
+  options.Script = ParseScript("# noon\n" + Script("12:00 tap 1,12:00:30 relay 3 off"));
   std::string text;
   Rehearse(memory, options, [&text](std::string_view piece) { text += piece; });
   EXPECT_EQ(text,
@@ -111,17 +100,13 @@ TEST(EngineTest, TimersFireOnTheirDaysAndDates) {
       {"2026-03-02", 7, 60, 0, 0, 0, 45, ""},
   };
   for (const Case& one : cases) {
-    PanelMemory memory = EmptyInstallation();
-    memory.SetByte(map::Latitude, one.Latitude);
-    SetTimer(memory, 0, one.Type, one.Time);
-    memory.SetByte(map::TimerDays, one.Days);
-    memory.SetByte(map::TimerHolidayMonth, one.Month);
-    memory.SetByte(map::TimerHolidayDate, one.Day);
-    memory.SetByte(map::DateTimes + 6 * 31 + 3, 40);
-    memory.SetByte(map::DateTimes + 12 * 31 + 6 * 31 + 3, 48);
-    memory.SetByte(map::DateTimes + 12 * 31 + 6 * 31 + 5, 48);
-    memory.SetByte(map::DateTimes + 6 * 31 + 6, 40);
-    memory.SetCode(map::TimerRelayControl, 5, 0, 1);
+    constexpr int opens = map::DateTimes + 6 * 31;  // in July
+    constexpr int closes = opens + map::DatesAYear;
+    const PanelMemory memory =
+        EmptyInstallation(Byte(map::Latitude, one.Latitude), Timer(0, one.Type, one.Time, 5, 1),
+                          Byte(map::TimerDays, one.Days), Byte(map::TimerHolidayMonth, one.Month),
+                          Byte(map::TimerHolidayDate, one.Day), Byte(opens + 3, 40),
+                          Byte(closes + 3, 48), Byte(closes + 5, 48), Byte(opens + 6, 40));
     std::string fires;
     const QString rows = QString::fromStdString(Rehearsed(memory, one.Range, {}, "fires"));
     for (const QString& row : rows.split(';')) {
@@ -132,30 +117,23 @@ TEST(EngineTest, TimersFireOnTheirDaysAndDates) {
 }
 
 TEST(EngineTest, DaylightSavingBeginsAndEnds) {
-  struct Case {
-    std::array<int, 4> Rule;  // week and month of start and end
-    const char* Rows;
-  };
-  const Case cases[]{
-      {{2, 3, 1, 11},
+  // Week and month of start and end.
+  const std::tuple<int, int, const char*> cases[]{
+      {0x0203, 0x010B,
        "2026-02-01T00:00:00-06:00 power comes\n"
        "2026-03-08T03:00:00-05:00 daylight saving begins\n"
        "2026-11-01T01:30:00-05:00 at 01:30\n"  // the first of two
        "2026-11-01T01:00:00-06:00 daylight saving ends\n"},
-      {{1, 10, 5, 4},
+      {0x010A, 0x0504,
        "2026-02-01T00:00:00-05:00 power comes\n"
        "2026-04-26T01:00:00-06:00 daylight saving ends\n"
        "2026-10-04T03:00:00-05:00 daylight saving begins\n"
        "2026-11-01T01:30:00-05:00 at 01:30\n"},
   };
-  for (const auto& [rule, rows] : cases) {
-    PanelMemory memory = EmptyInstallation();
-    for (int i = 0; i < 4; ++i)
-      memory.SetByte(map::DSTStartWeek + i, rule[static_cast<std::size_t>(i)]);
-    SetTimer(memory, 0, 1, 30);
-    memory.SetByte(map::TimerHolidayMonth, 11);
-    memory.SetByte(map::TimerHolidayDate, 1);
-    memory.SetCode(map::TimerRelayControl, 0, 0, 1);
+  for (const auto& [start, end, rows] : cases) {
+    const PanelMemory memory = EmptyInstallation(
+        Word(map::DSTStartWeek, start), Word(map::DSTStartWeek + 2, end), Timer(0, 1, 30, 0, 1),
+        Byte(map::TimerHolidayMonth, 11), Byte(map::TimerHolidayDate, 1));
     Engine engine(memory);
     std::string told;
     engine.SetSink([&](const Row& row) {
@@ -169,32 +147,21 @@ TEST(EngineTest, DaylightSavingBeginsAndEnds) {
 }
 
 TEST(EngineTest, TheLastWordOfATimerStandsAndADateMakesAHoliday) {
-  PanelMemory memory = EmptyInstallation();
-  memory.SetByte(map::IOCount, 0);  // relays beyond the points act all the same
-  memory.SetCode(map::GroupRelayInclude, 1, 0, 1);
-  SetTimer(memory, 0, 6, 0);  // relay 2 on, its group off, a preset on
-  memory.SetCode(map::TimerRelayControl, 0, 0, 1);
-  memory.SetCode(map::TimerRelayControl, 1, 0, 1);
-  memory.SetCode(map::TimerGroupControl, 0, 0, 2);
-  SetTimer(memory, 1, 6, 0);
-  memory.SetCode(map::TimerRelayControl, 0, 1, 2);
-  SetTimer(memory, 2, 8, 0);  // rests on holidays
-  memory.SetByte(map::TimerDays + 2, 0x80);
-  memory.SetCode(map::TimerRelayControl, 2, 2, 1);
-  memory.SetByte(map::TimerHolidayMonth + 3, 3);  // set up as a date, controls nothing
-  memory.SetByte(map::TimerHolidayDate + 3, 2);
+  // Relays beyond the points act all the same. Timer 1 turns relay 2 on and its group off, timer 3
+  // rests on holidays, timer 4 is set up as a date and controls nothing.
+  const PanelMemory memory = EmptyInstallation(
+      Byte(map::IOCount, 0), Code(map::GroupRelayInclude, 1, 0, 1), Timer(0, 6, 0, 0, 1),
+      Code(map::TimerRelayControl, 1, 0, 1), Code(map::TimerGroupControl, 0, 0, 2),
+      Timer(1, 6, 0, 0, 2), Timer(2, 8, 0, 2, 1), Byte(map::TimerDays + 2, 0x80),
+      Byte(map::TimerHolidayMonth + 3, 3), Byte(map::TimerHolidayDate + 3, 2));
   EXPECT_EQ(Rehearsed(memory, "2026-03-02"),
             "03-02 06:00:00 TIMER 01,-,fires;03-02 06:00:00 TIMER 01,RELAY 01,on;"
             "03-02 06:00:00 TIMER 02,-,fires;03-02 06:00:00 TIMER 02,RELAY 01,off;");
 }
 
 TEST(EngineTest, RelaysGoByTheirTypes) {
-  struct Case {
-    int Type;
-    const char* Rows;  // of relay 1
-  };
-  // A timer turns it on at 08:00, another off at 09:00; a hand on at 09:15 and off at 23:00.
-  const Case cases[]{
+  // A timer turns relay 1 on at 08:00, another off at 09:00; a hand on at 09:15 and off at 23:00.
+  const std::pair<int, const char*> cases[]{
       {0, "08:00:00 on 09:00:00 off 09:15:00 on 23:00:00 off 08:00:00 on 09:00:00 off "},
       {1,
        "08:00:00 on 09:00:00 blinks 09:10:00 off 09:15:00 on 23:00:00 off "
@@ -209,29 +176,24 @@ TEST(EngineTest, RelaysGoByTheirTypes) {
        "09:00:00 off 09:00:01 on "},
       {6, "08:00:00 on 08:00:01 off 09:15:00 on 09:15:01 off 08:00:00 on 08:00:01 off "},
   };
-  for (const Case& one : cases) {
-    PanelMemory memory = EmptyInstallation();
-    memory.SetByte(map::RelayTimerType, one.Type);
-    SetTimer(memory, 0, 8, 0);
-    SetTimer(memory, 1, 9, 0);
-    memory.SetCode(map::TimerRelayControl, 0, 0, 1);
-    memory.SetCode(map::TimerRelayControl, 0, 1, 2);
-    const QString script = "2026-03-02 09:15 relay 1 on\n2026-03-02 23:00 relay 1 off";
+  for (const auto& [type, wanted] : cases) {
+    const PanelMemory memory = EmptyInstallation(Byte(map::RelayTimerType, type),
+                                                 Timer(0, 8, 0, 0, 1), Timer(1, 9, 0, 0, 2));
+    const QString script = Script("09:15 relay 1 on,23:00 relay 1 off");
     const std::string rows = Rehearsed(memory, "2026-03-02..2026-03-03", script, "\tRELAY 01\t");
-    EXPECT_EQ(TimesAndChanges(rows, 8), one.Rows) << one.Type;
+    EXPECT_EQ(TimesAndChanges(rows, 8), wanted) << type;
   }
 }
 
 TEST(EngineTest, SweepsComeOffHoursAndWaitForTheOverride) {
-  PanelMemory memory = EmptyInstallation();
-  memory.SetByte(map::OffHoursSweepInterval, 1);  // every two hours
-  memory.SetByte(map::OffHoursSweepRelay, 3);     // relays 1 and 2
-  memory.SetByte(map::RelayTimerType + 1, 1);
-  const QString script =
-      "2026-03-02 07:30 relay 1 on\n"   // off hours: two hours, but the office opens meanwhile
-      "2026-03-02 20:00 relay 2 on\n"   // swept at 21:00, with a warning
-      "2026-03-02 21:30 relay 1 on\n";  // the sweep of 23:00 waits for 23:30
-  EXPECT_EQ(Rehearsed(memory, "2026-03-02", script, "RELAY"),
+  // Relays 1 and 2, every two hours.
+  PanelMemory memory =
+      EmptyInstallation(Byte(map::OffHoursSweepInterval, 1), Byte(map::OffHoursSweepRelay, 3),
+                        Byte(map::RelayTimerType + 1, 1));
+  // Off hours: two hours, but the office opens meanwhile; swept at 21:00, with a warning; the sweep
+  // of 23:00 waits for 23:30.
+  const char* acts = "07:30 relay 1 on,20:00 relay 2 on,21:30 relay 1 on";
+  EXPECT_EQ(Rehearsed(memory, "2026-03-02", Script(acts), "RELAY"),
             "03-02 07:30:00 HAND,RELAY 01,on;"
             "03-02 20:00:00 HAND,RELAY 02,on;03-02 21:00:00 SWEEP,RELAY 01,off;"
             "03-02 21:00:00 SWEEP,RELAY 02,blinks;03-02 21:10:00 RELAY 02,-,fires;"
@@ -242,19 +204,20 @@ TEST(EngineTest, SweepsComeOffHoursAndWaitForTheOverride) {
       "03-02 01:00:00 SWEEP,-,fires;03-02 03:00:00 SWEEP,-,fires;03-02 05:00:00 SWEEP,-,fires;");
   // The same open and close time: closed all day, and the override is not kept by an opening.
   memory.SetByte(map::NormalCloseTime + 1, 32);
-  EXPECT_EQ(TimesAndChanges(Rehearsed(memory, "2026-03-02", script, "\tRELAY 01\t")),
-            "07:30 on 09:30 off 21:30 on 23:30 off ");
+  EXPECT_EQ(RowsOf(memory, acts), "07:30 on 09:30 off 21:30 on 23:30 off ");
 }
 
 TEST(EngineTest, RandomMemoriesRunForAYear) {
   std::mt19937 random(24);
+  const auto any = [&random](int below) {
+    return static_cast<int>(random() % static_cast<unsigned>(below));
+  };
   for (int round = 0; round < 6; ++round) {
     PanelMemory memory;
     const auto fill = [&] {
+      // Sparse ones too, in which more of the settings make sense.
       for (int at = 0; at < PanelMemory::Size; ++at) {
-        // Sparse ones too, in which more of the settings make sense.
-        const bool filled = round % 2 == 0 || random() % 8 == 0;
-        memory.SetByte(at, filled ? static_cast<int>(random() % 256) : 0);
+        memory.SetByte(at, round % 2 == 0 || any(8) == 0 ? any(256) : 0);
       }
     };
     fill();
@@ -266,16 +229,13 @@ TEST(EngineTest, RandomMemoriesRunForAYear) {
     for (int day = 0; day < 365; ++day) {
       if (day % 60 == 59) fill();
       for (int act = 0; act < 5; ++act) {
-        const int input = static_cast<int>(random() % Items);
-        engine.SetContact(input, random() % 4 == 0 ? Contact::Off : Contact::On, random() % 2 == 0);
-        engine.SetDeviceInput(1 + static_cast<int>(random() % Devices),
-                              static_cast<int>(random() % DeviceInputs), random() % 2 == 0);
-        engine.SetPhotocell(1 + static_cast<int>(random() % Devices),
-                            static_cast<int>(random() % 256));
-        engine.AdvanceTo(engine.Now() + static_cast<Instant>(random() % (5 * HourMs)));
+        engine.SetContact(any(Items), any(4) == 0 ? Contact::Off : Contact::On, any(2) == 0);
+        engine.SetDeviceInput(1 + any(Devices), any(DeviceInputs), any(2) == 0);
+        engine.SetPhotocell(1 + any(Devices), any(256));
+        engine.AdvanceTo(engine.Now() + any(5 * HourMs));
         for (int output = 0; output < DimmerOutputs; ++output) {
-          const int level = engine.DimmerLevel(output);
-          ASSERT_TRUE(level >= 0 && level <= 255);
+          ASSERT_EQ(engine.DimmerLevel(output),
+                    std::clamp(engine.DimmerLevel(output), 0, FullLevel));
         }
       }
       engine.AdvanceTo(std::max(engine.Now(), start + day * DayMs));
@@ -285,33 +245,22 @@ TEST(EngineTest, RandomMemoriesRunForAYear) {
   }
 }
 
-TEST(EngineTest, ItsClockRunsStandsJumpsAndSteps) {
-  PanelMemory memory = EmptyInstallation();
-  SetTimer(memory, 6, 9, 0);
-  memory.SetCode(map::TimerRelayControl, 4, 6, 1);
+TEST(EngineTest, ItsClockStepsAndJumpsAndTakesNewSettings) {
+  PanelMemory memory = EmptyInstallation(Timer(6, 9, 0, 4, 1));
   Engine engine(memory);
   const std::int64_t day = DayOf({2026, 3, 2}) * DayMs;
   engine.PowerOn(engine.Days().FromWall(day));
-  QDateTime computer(QDate(2020, 5, 17), QTime(6, 0), Qt::UTC);
-  PanelClock clock(engine, [&computer] { return computer; });
-  clock.SetSpeed(3600);
-  computer = computer.addSecs(1);
-  clock.Tick();
-  EXPECT_EQ(engine.Wall(), day + HourMs);
+  PanelClock clock(engine, [] { return QDateTime(QDate(2020, 5, 17), QTime(6, 0), Qt::UTC); });
   clock.SetSpeed(0);
-  computer = computer.addSecs(7);
-  clock.Tick();
-  EXPECT_EQ(engine.Wall(), day + HourMs);
-  EXPECT_EQ(engine.NextRow(7 * HourMs), std::nullopt);
-  EXPECT_EQ(engine.NextRow(8 * HourMs), engine.Days().FromWall(day + 9 * HourMs));
+  EXPECT_EQ(engine.NextRow(8 * HourMs), std::nullopt);
+  EXPECT_EQ(engine.NextRow(9 * HourMs), engine.Days().FromWall(day + 9 * HourMs));
   EXPECT_TRUE(clock.Step());
   EXPECT_EQ(engine.Wall(), day + 9 * HourMs);
   EXPECT_TRUE(engine.Relay(4));
   clock.JumpTo(DateTimeOf(day + 8 * HourMs));  // back: the day begins anew
   EXPECT_FALSE(engine.Relay(4));
   // The settings change: the clock stays, and what is new holds at once.
-  SetTimer(memory, 6, 8, 30);
-  memory.SetByte(map::DSTEnabled, 0);
+  Set(memory, Timer(6, 8, 30, 4, 1), Byte(map::DSTEnabled, 0));
   engine.AdvanceTo(engine.Now());
   EXPECT_EQ(engine.Wall(), day + 8 * HourMs);
   clock.JumpTo(DateTimeOf(day + 8 * HourMs + 30 * MinuteMs));

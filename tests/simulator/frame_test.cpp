@@ -16,13 +16,9 @@ TEST(SimulatorFrame, ChecksumsAreTheWorkedOnes) {
 }
 
 TEST(SimulatorFrame, SplitterFindsFramesInAnyStream) {
-  struct Case {
-    std::string Bytes;
-    std::vector<std::string> Frames;
-  };
   const std::string longest(524, 'A');
   const std::string oversize(100'000, 'A');
-  const Case cases[]{
+  const std::pair<std::string, std::vector<std::string>> cases[]{
       {"[0005D7]", {"[0005D7]"}},
       {"noise]\xFF\x01[0005D7]more", {"[0005D7]"}},
       {"[00[0005D7][0001]", {"[0005D7]", "[0001]"}},
@@ -31,11 +27,11 @@ TEST(SimulatorFrame, SplitterFindsFramesInAnyStream) {
       {"[%%%%%ATZ", {"[%%%%%"}},
       {"[%%%%]", {"[%%%%]"}},
   };
-  for (const Case& one : cases) {
+  for (const auto& [bytes, frames] : cases) {
     FrameSplitter splitter;
-    std::vector<std::string> frames;
-    for (const LineEvent& event : splitter.Feed(one.Bytes)) frames.push_back(event.Text);
-    EXPECT_EQ(frames, one.Frames) << one.Bytes.substr(0, 30);
+    std::vector<std::string> found;
+    for (const LineEvent& event : splitter.Feed(bytes)) found.push_back(event.Text);
+    EXPECT_EQ(found, frames) << bytes.substr(0, 30);
   }
 }
 

@@ -6,11 +6,22 @@
 #include <unistd.h>
 
 #include <QTcpSocket>
+#include <functional>
 #include <string>
 
 #include "simulator/program/panel_thread.h"
 
 namespace simulator {
+
+/// What the failure of the work says; "none" without one.
+inline std::string FailureOf(const std::function<void()>& work) {
+  try {
+    work();
+  } catch (const std::exception& failure) {
+    return failure.what();
+  }
+  return "none";
+}
 
 /// A host on TCP that blocks while it waits.
 class TcpHost {

@@ -7,8 +7,38 @@
 
 namespace simulator {
 
-/// A memory with 48 points, an office's hours and the sun of 45 N 90 W, and nothing set up.
-inline PanelMemory EmptyInstallation() {
+// What a memory is set up with: items from 0.
+
+inline auto Byte(int address, int value) {
+  return [=](PanelMemory& memory) { memory.SetByte(address, value); };
+}
+inline auto Word(int address, int value) {
+  return [=](PanelMemory& memory) { memory.SetWord(address, value); };
+}
+inline auto Code(const PlaneSet& set, int row, int column, int code) {
+  return [=](PanelMemory& memory) { memory.SetCode(set, row, column, code); };
+}
+inline auto Name(int address, const char* text) {
+  return [=](PanelMemory& memory) { memory.SetText(address, map::NameLength, text); };
+}
+/// The time as it stands in memory, and what the timer does to a relay.
+inline auto Timer(int timer, int type, int time, int relay = 0, int code = 0) {
+  return [=](PanelMemory& memory) {
+    memory.SetByte(map::TimerTimeType + timer, type);
+    memory.SetByte(map::TimerTime + timer, time);
+    memory.SetCode(map::TimerRelayControl, relay, timer, code);
+  };
+}
+
+template <typename... Settings>
+void Set(PanelMemory& memory, const Settings&... settings) {
+  (settings(memory), ...);
+}
+
+/// A memory with 48 points, an office's hours and the sun of 45 N 90 W, and nothing else set up but
+/// what is told.
+template <typename... Settings>
+PanelMemory EmptyInstallation(const Settings&... settings) {
   PanelMemory memory;
   memory.SetByte(map::IOCount, 12);
   for (int at = map::DateTimes; at < map::DateTimesEnd; ++at) memory.SetByte(at, NoEntry);
@@ -16,24 +46,19 @@ inline PanelMemory EmptyInstallation() {
     memory.SetByte(map::NormalOpenTime + day, 32);   // 08:00
     memory.SetByte(map::NormalCloseTime + day, 84);  // 21:00
   }
-  memory.SetByte(map::BlinkAlertMinutes, 10);
-  memory.SetWord(map::OverrideMinutes, 120);
-  memory.SetByte(map::AlarmSeconds, 5);
-  memory.SetByte(map::DSTEnabled, 1);
-  const int rule[]{2, 3, 1, 11};
-  for (int i = 0; i < 4; ++i) memory.SetByte(map::DSTStartWeek + i, rule[i]);
-  memory.SetByte(map::Latitude, 45);
-  memory.SetByte(map::Longitude, 90);
-  memory.SetByte(map::TimeZone, 1);
+  Set(memory, Byte(map::BlinkAlertMinutes, 10), Word(map::OverrideMinutes, 120),
+      Byte(map::AlarmSeconds, 5), Byte(map::DSTEnabled, 1), Word(map::DSTStartWeek, 0x0203),
+      Word(map::DSTStartWeek + 2, 0x010B), Byte(map::Latitude, 45), Byte(map::Longitude, 90),
+      Byte(map::TimeZone, 1));
   // Pilots that follow nothing.
   for (int i = 0; i < Items; ++i) memory.SetByte(map::LocalPilot + i, 192);
+  Set(memory, settings...);
   return memory;
 }
 
-/// Times and numbers of a timer as they stand in memory, the timer from 0.
-inline void SetTimer(PanelMemory& memory, int timer, int type, int time) {
-  memory.SetByte(map::TimerTimeType + timer, type);
-  memory.SetByte(map::TimerTime + timer, time);
+/// Script lines of 2 March 2026, as in "08:30 press 1,09:00 release 1".
+inline QString Script(QString acts) {
+  return "2026-03-02 " + acts.replace(",", "\n2026-03-02 ");
 }
 
 /// The rows of some days behind those of POWER, each as "03-02 08:10:00 TIMER 03,RELAY 05,on;".
@@ -65,6 +90,12 @@ inline std::string TimesAndChanges(const std::string& rows, int digits = 5) {
     result += (row.mid(6, digits) + " " + row.section(',', -1) + " ").toStdString();
   }
   return result;
+}
+
+/// The same of relay 1 or other items on 2 March 2026.
+inline std::string RowsOf(const PanelMemory& memory, const QString& acts,
+                          const std::string& only = "\tRELAY 01\t", int digits = 5) {
+  return TimesAndChanges(Rehearsed(memory, "2026-03-02", Script(acts), only), digits);
 }
 
 }  // namespace simulator

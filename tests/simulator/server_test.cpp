@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/socket.h>
 
 #include <QCoreApplication>
@@ -8,10 +7,10 @@
 #include <QTemporaryDir>
 #include <algorithm>
 #include <atomic>
-#include <csignal>
 #include <deque>
 
 #include "hosts.h"
+#include "limited.h"
 #include "simulator/line/frame.h"
 #include "simulator/program/panel_thread.h"
 
@@ -20,6 +19,21 @@ namespace {
 
 constexpr QFile::Permissions ForOthers =
     QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
+
+const std::string Status = FrameCommand("05");
+constexpr std::size_t StatusLength = 44;
+
+std::string Many(int count, const std::string& text) {
+  std::string many;
+  for (int i = 0; i < count; ++i) many += text;
+  return many;
+}
+
+/// Past the socket's own buffer.
+void SendAtOnce(const TcpHost& host, const std::string& bytes) {
+  const auto socket = static_cast<int>(host.Socket.socketDescriptor());
+  EXPECT_EQ(write(socket, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+}
 
 TEST(SimulatorTcp, ServesSeveralHostsAndSurvivesAnyBytes) {
   PanelThread panel;
@@ -35,13 +49,9 @@ TEST(SimulatorTcp, ServesSeveralHostsAndSurvivesAnyBytes) {
   EXPECT_EQ(first.Ask("05D7]", 44).size(), 44U);
   EXPECT_EQ(panel.FramesFromHost().back(), "[0005D7]");
   EXPECT_THROW(panel.With([](Panel& p) { p.SetRelay(48, true); }), std::out_of_range);
-}
-
-TEST(SimulatorTcp, APortInUseIsReported) {
-  PanelThread panel;
-  Options options;
-  options.TcpPort = panel.TcpPort();
-  EXPECT_THROW(PanelThread other(options), std::runtime_error);
+  Options taken;
+  taken.TcpPort = panel.TcpPort();
+  EXPECT_THROW(PanelThread other(taken), std::runtime_error);
 }
 
 TEST(SimulatorPty, AnswersHostsOneAfterTheOther) {
@@ -62,8 +72,9 @@ TEST(SimulatorPty, LinkFollowsThePortAndGoesAtTheEnd) {
     options.Link = link;
     PanelThread panel(PanelThread::PtyOptions(options));
     EXPECT_EQ(QFileInfo(link).symLinkTarget(), panel.PtyPath());
-    SerialHost host(link);
-    EXPECT_EQ(host.Ask(FrameCommand("10FF1"), 4), "[00]");
+    panel.AddFault("drop");
+    EXPECT_EQ(SerialHost(link).Ask(FrameCommand("10FF1"), 4), "") << "the plug is pulled";
+    EXPECT_EQ(SerialHost(link).Ask(FrameCommand("10FF1"), 4), "[00]");
   }
   EXPECT_FALSE(QFileInfo(link).isSymLink());
 
@@ -77,18 +88,6 @@ TEST(SimulatorPty, LinkFollowsThePortAndGoesAtTheEnd) {
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   EXPECT_THROW(MakePortLink(link, "/dev/pts/0"), std::runtime_error);
   EXPECT_TRUE(file.exists());
-}
-
-TEST(SimulatorPty, DropPullsThePlug) {
-  QTemporaryDir folder;
-  PtyServer::Options options;
-  options.Link = folder.path() + "/COM3";
-  PanelThread panel(PanelThread::PtyOptions(options));
-  panel.AddFault("drop");
-  SerialHost host(options.Link);
-  EXPECT_EQ(host.Ask(FrameCommand("10FF1"), 4), "");
-  SerialHost again(options.Link);
-  EXPECT_EQ(again.Ask(FrameCommand("10FF1"), 4), "[00]");
 }
 
 TEST(SimulatorTcp, DropAndDelaysReachTheHost) {
@@ -110,13 +109,12 @@ TEST(SimulatorTcp, DropAndDelaysReachTheHost) {
 TEST(SimulatorTcp, AHostThatFloodsAndNeverReadsHoldsNobodyUp) {
   PanelThread panel;
   TcpHost flood(panel);
-  std::string much;
-  for (int i = 0; i < 20'000; ++i) much += "~junk[0005D7]";
+  const std::string much = Many(20'000, "~junk[0005D7]");
   for (int i = 0; i < 8; ++i) flood.Socket.write(much.data(), static_cast<qint64>(much.size()));
   TcpHost other(panel);
   for (int i = 0; i < 5; ++i) {
     flood.Socket.waitForBytesWritten(1);
-    EXPECT_EQ(other.Ask(FrameCommand("05"), 44).size(), 44U);
+    EXPECT_EQ(other.Ask(Status, StatusLength).size(), StatusLength);
   }
 }
 
@@ -127,64 +125,54 @@ TEST(SimulatorTcp, ATurnEndsWithItsTimeAndGoesBackToTheSockets) {
   std::deque<TcpHost> floods;
   for (int i = 0; i < 4; ++i) floods.emplace_back(panel);
   TcpHost other(panel);
-  std::string much;
-  for (int i = 0; i < 500; ++i) much += FrameCommand("0700");
-  const auto send = [](const TcpHost& host, const std::string& bytes) {
-    const auto sent =
-        write(static_cast<int>(host.Socket.socketDescriptor()), bytes.data(), bytes.size());
-    EXPECT_EQ(sent, static_cast<ssize_t>(bytes.size()));
-  };
+  const std::string much = Many(500, FrameCommand("0700"));
   // Between two turns of the panel, so that all are there at once.
   panel.With([&](Panel&) {
-    for (const TcpHost& flood : floods) send(flood, much);
+    for (const TcpHost& flood : floods) SendAtOnce(flood, much);
   });
-  const std::string question = FrameCommand("05");
   const std::size_t before = panel.With([&](Simulator& s) {
-    send(other, question);
+    SendAtOnce(other, Status);
     return s.Log().Entries().size();
   });
-  EXPECT_EQ(other.Ask("", 44).size(), 44U);
+  EXPECT_EQ(other.Ask("", StatusLength).size(), StatusLength);
   const std::size_t turns = panel.With([&](Simulator& s) {
     const auto& entries = s.Log().Entries();
     const auto asked = std::find_if(entries.begin(), entries.end(),
-                                    [&](const auto& entry) { return entry.Text == question; });
+                                    [&](const auto& entry) { return entry.Text == Status; });
     return static_cast<std::size_t>(asked - entries.begin()) - before;
   });
   EXPECT_LT(turns, 40U);
-  EXPECT_EQ(other.Ask("[0005D8][0005D8]" + question, 44).size(), 44U) << "a turn goes on";
+  EXPECT_EQ(other.Ask("[0005D8][0005D8]" + Status, StatusLength).size(), StatusLength)
+      << "a turn goes on";
   // All at once, with turns to come.
   panel.With([&](Panel&) {
     for (const TcpHost& flood : floods) {
       shutdown(static_cast<int>(flood.Socket.socketDescriptor()), SHUT_RDWR);
     }
   });
-  EXPECT_EQ(other.Ask(question, 44).size(), 44U);
+  EXPECT_EQ(other.Ask(Status, StatusLength).size(), StatusLength);
 }
 
 TEST(SimulatorTcp, ANewcomerIsRefusedWhenDescriptorsRunOut) {
   PanelThread panel;
   TcpHost first(panel);
-  rlimit limit{};
-  getrlimit(RLIMIT_NOFILE, &limit);
   const int lowest = dup(0);
   close(lowest);
-  const rlimit small{static_cast<rlim_t>(lowest) + 60, limit.rlim_max};
-  setrlimit(RLIMIT_NOFILE, &small);
+  const Limited few(RLIMIT_NOFILE, static_cast<rlim_t>(lowest) + 60);
   std::deque<TcpHost> hosts;
   bool refused = false;
   while (!refused && hosts.size() < 60) {
-    refused = hosts.emplace_back(panel).Ask(FrameCommand("05"), 44).empty();
+    refused = hosts.emplace_back(panel).Ask(Status, StatusLength).empty();
   }
   EXPECT_TRUE(refused);
   EXPECT_GT(hosts.size(), 5U);
-  EXPECT_EQ(first.Ask(FrameCommand("05"), 44).size(), 44U);
+  EXPECT_EQ(first.Ask(Status, StatusLength).size(), StatusLength);
   EXPECT_TRUE(panel.With([](Simulator& s) {
     const auto& entries = s.Log().Entries();
     return std::any_of(entries.begin(), entries.end(), [](const FrameLog::Entry& entry) {
       return entry.Text == "a host refused, too many are connected";
     });
   }));
-  setrlimit(RLIMIT_NOFILE, &limit);
 }
 
 TEST(SimulatorTcp, AHostThatLeavesWithCommandsUnreadIsNoNews) {
@@ -193,8 +181,7 @@ TEST(SimulatorTcp, AHostThatLeavesWithCommandsUnreadIsNoNews) {
   PanelThread panel;
   const auto usual =
       qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) { ++told; });
-  std::string much;
-  for (int i = 0; i < 2000; ++i) much += FrameCommand("0700");
+  const std::string much = Many(2000, FrameCommand("0700"));
   for (int i = 0; i < 5; ++i) {
     TcpHost host(panel);
     host.Socket.write(much.data(), static_cast<qint64>(much.size()));
@@ -202,7 +189,7 @@ TEST(SimulatorTcp, AHostThatLeavesWithCommandsUnreadIsNoNews) {
     host.Socket.abort();
   }
   TcpHost other(panel);
-  for (int i = 0; i < 20; ++i) EXPECT_EQ(other.Ask(FrameCommand("05"), 44).size(), 44U);
+  for (int i = 0; i < 20; ++i) EXPECT_EQ(other.Ask(Status, StatusLength).size(), StatusLength);
   qInstallMessageHandler(usual);
   EXPECT_EQ(told, 0);
 }
@@ -210,29 +197,16 @@ TEST(SimulatorTcp, AHostThatLeavesWithCommandsUnreadIsNoNews) {
 TEST(SimulatorTcp, AHostThatEndsItsHalfStillGetsItsReply) {
   PanelThread panel;
   TcpHost host(panel);
-  const std::string command = FrameCommand("05");
-  ASSERT_EQ(write(static_cast<int>(host.Socket.socketDescriptor()), command.data(), command.size()),
-            static_cast<ssize_t>(command.size()));
+  SendAtOnce(host, Status);
   shutdown(static_cast<int>(host.Socket.socketDescriptor()), SHUT_WR);
-  EXPECT_EQ(host.Ask("", 44).size(), 44U);
+  EXPECT_EQ(host.Ask("", StatusLength).size(), StatusLength);
 }
 
 TEST(SimulatorMemory, AFileThatFitsOnlyInPartIsToldWithItsReason) {
   QTemporaryDir folder;
   Simulator simulator({});
-  rlimit limit{};
-  getrlimit(RLIMIT_FSIZE, &limit);
-  const auto previous = std::signal(SIGXFSZ, SIG_IGN);
-  const rlimit small{10'000, limit.rlim_max};
-  setrlimit(RLIMIT_FSIZE, &small);
-  std::string told;
-  try {
-    simulator.SaveMemory(folder.filePath("memory"));
-  } catch (const std::exception& failure) {
-    told = failure.what();
-  }
-  setrlimit(RLIMIT_FSIZE, &limit);
-  std::signal(SIGXFSZ, previous);
+  const Limited small(RLIMIT_FSIZE, 10'000);
+  const std::string told = FailureOf([&] { simulator.SaveMemory(folder.filePath("memory")); });
   EXPECT_NE(told.find("File too large"), std::string::npos) << told;
 }
 

@@ -3,22 +3,14 @@
 #include <gtest/gtest.h>
 
 #include "simulator/engine/calendar.h"
-#include "simulator/memory/digits.h"
 
 namespace simulator {
 namespace {
 
-std::string ClockOf(const std::optional<std::int64_t>& universal, int zone) {
-  if (!universal) return "none";
-  const auto minute = static_cast<int>((*universal + zone * 60 + DayMinutes) % DayMinutes);
-  return TwoDigits(minute / 60) + ":" + TwoDigits(minute % 60);
-}
-
-int MinutesApart(const std::string& a, const std::string& b) {
-  const auto minutes = [](const std::string& t) {
-    return std::stoi(t.substr(0, 2)) * 60 + std::stoi(t.substr(3));
-  };
-  return std::abs(minutes(a) - minutes(b));
+/// Of the day, as in "05:59"; nothing for "none".
+std::optional<int> MinuteOf(const std::string& text) {
+  if (text == "none") return {};
+  return std::stoi(text.substr(0, 2)) * 60 + std::stoi(text.substr(3));
 }
 
 // Worked out by another way: the short series that an observatory gives away for spreadsheets.
@@ -42,15 +34,13 @@ TEST(SunTest, RisesAndSetsWithinAMinute) {
     for (std::size_t i = 0; i < 4; ++i) {
       const SunTimes times = sun.Of(DayOf(dates[i]));
       const std::string wanted = place.RiseAndSet[i];
-      const std::string rise = wanted.substr(0, wanted.find(' '));
-      const std::string set = wanted.substr(wanted.find(' ') + 1);
-      for (const auto& [is, told] : {std::pair(ClockOf(times.Rise, place.Zone), rise),
-                                     std::pair(ClockOf(times.Set, place.Zone), set)}) {
-        if (is == told) continue;
-        ASSERT_EQ(std::count(is.begin(), is.end(), ':') + std::count(told.begin(), told.end(), ':'),
-                  2)
-            << place.Name << i;
-        EXPECT_LE(MinutesApart(is, told), 1) << place.Name << " " << i << " " << is;
+      const auto blank = wanted.find(' ');
+      for (const auto& [is, told] : {std::pair(times.Rise, MinuteOf(wanted.substr(0, blank))),
+                                     {times.Set, MinuteOf(wanted.substr(blank + 1))}}) {
+        ASSERT_EQ(is.has_value(), told.has_value()) << place.Name << i;
+        if (!is) continue;
+        const auto minute = static_cast<int>((*is + place.Zone * 60 + DayMinutes) % DayMinutes);
+        EXPECT_NEAR(minute, *told, 1) << place.Name << i;
       }
     }
   }

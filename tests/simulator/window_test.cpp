@@ -13,6 +13,7 @@
 #include <QTemporaryDir>
 #include <QtTest/QTest>
 
+#include "rehearsed.h"
 #include "simulator/window/day_picture.h"
 #include "simulator/window/lamp_button.h"
 #include "simulator/window/log_lines.h"
@@ -49,6 +50,10 @@ class PanelWindowTest : public testing::Test {
     return *widget;
   }
   void Click(const QString& name) { Of<QAbstractButton>(name).click(); }
+  void GoTo(const QDate& date, const QTime& time) {
+    Of<QDateTimeEdit>("wanted").setDateTime(QDateTime(date, time, Qt::UTC));
+    Click("go");
+  }
   bool Lit(const QString& name) {
     Window->Refresh();
     return Of<LampButton>(name).Lit();
@@ -83,9 +88,7 @@ class PanelWindowTest : public testing::Test {
 
 TEST_F(PanelWindowTest, BeginsWithTheDaySoFar) {
   // The timer of 08:00 has set the preset DAY.
-  EXPECT_TRUE(Lit("relay1"));
-  EXPECT_TRUE(Lit("group2"));
-  EXPECT_TRUE(Lit("preset1"));
+  for (const char* lamp : {"relay1", "group2", "preset1"}) EXPECT_TRUE(Lit(lamp)) << lamp;
   EXPECT_FALSE(Lit("relay13"));
   EXPECT_EQ(Of<LampButton>("relay13").accessibleDescription(), "off");
   EXPECT_EQ(Time(), "Thursday 2026-01-15 12:00:00");
@@ -158,8 +161,7 @@ TEST_F(PanelWindowTest, TheClockRunsStandsStepsAndJumps) {
   Window->Refresh();
   EXPECT_EQ(Time(), "Thursday 2026-01-15 16:45:00");
   EXPECT_TRUE(Lit("relay13"));
-  Of<QDateTimeEdit>("wanted").setDateTime(QDateTime(QDate(2026, 1, 16), QTime(21, 5), Qt::UTC));
-  Click("go");
+  GoTo({2026, 1, 16}, {21, 5});
   EXPECT_EQ(Time(), "Friday 2026-01-16 21:05:00");
   EXPECT_FALSE(Lit("relay1"));
   auto& coming = Of<QListWidget>("coming");
@@ -238,8 +240,7 @@ TEST_F(PanelWindowTest, AFollowedFileIsTakenOverAndTheClockKept) {
   Window.reset();
   Open();
   EXPECT_EQ(Of<LampButton>("relay1").text(), "01 FIRST");
-  Of<QDateTimeEdit>("wanted").setDateTime(QDateTime(QDate(2026, 3, 1), QTime(9, 30), Qt::UTC));
-  Click("go");
+  GoTo({2026, 3, 1}, {9, 30});
   PanelMemory changed = SmallInstallation();
   changed.SetByte(map::TimerTimeType, 10);
   write(changed, "SECOND");
@@ -252,13 +253,10 @@ TEST_F(PanelWindowTest, AFollowedFileIsTakenOverAndTheClockKept) {
 
 TEST(PanelWindowParts, RelaysStandOnceUnderTheirFirstGroup) {
   PanelMemory memory;
-  memory.SetCode(map::GroupRelayInclude, 2, 1, 1);
-  memory.SetCode(map::GroupRelayInclude, 2, 3, 1);
-  memory.SetCode(map::GroupRelayInclude, 4, 3, 1);
-  memory.SetCode(map::TimerRelayControl, 1, 7, 2);
   // The row of an input that disables inputs names no relays.
-  memory.SetByte(map::InputType + 5, 9);
-  memory.SetCode(map::InputRelayControl, 3, 5, 1);
+  Set(memory, Code(map::GroupRelayInclude, 2, 1, 1), Code(map::GroupRelayInclude, 2, 3, 1),
+      Code(map::GroupRelayInclude, 4, 3, 1), Code(map::TimerRelayControl, 1, 7, 2),
+      Byte(map::InputType + 5, 9), Code(map::InputRelayControl, 3, 5, 1));
   const auto uses = RelaysByUse(Configuration(memory), 5);
   ASSERT_EQ(uses.size(), 4U);
   EXPECT_EQ(uses[0].Group, 1);
