@@ -8,7 +8,6 @@
 #include "line/com_port.h"
 #include "panel/panel_record.h"
 #include "panel/program_state.h"
-#include "panel/replace_file.h"
 
 namespace {
 
@@ -42,11 +41,17 @@ void RememberMemory(const QString& key, const PanelImageType& image) {
   std::string memory(image.elements.begin(), image.elements.end());
   memory.replace(PasswordAddress, std::tuple_size_v<PasswordDigits>,
                  std::tuple_size_v<PasswordDigits>, '\0');
-  try {
-    QDir().mkpath(DataPath(QStringLiteral("Panels")));
-    ReplaceFile(FileOf(key), memory, Saving::Aside, Readers::OwnerAlone);
-  } catch (const RunTimeFailure&) {
-    ForgetMemory(key);
+  // In place and unhurried by the disk: of half a file, the panel's sum tells.
+  ForgetMemory(key);
+  QDir().mkpath(DataPath(QStringLiteral("Panels")));
+  QFile file(FileOf(key));
+  if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly,
+                 QFileDevice::ReadOwner | QFileDevice::WriteOwner)) {
+    return;
+  }
+  if (file.write(memory.data(), static_cast<qint64>(memory.size())) != PanelImageSize ||
+      !file.flush()) {
+    file.remove();
   }
 }
 
