@@ -47,7 +47,6 @@ RowGrid::RowGrid(int rows, const QString& word)
   // What the cells do not need stays free at the right.
   grid_->setColumnStretch(static_cast<int>(headers_.size()) * columnsPerBlock, 1);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-  MakeVeil();
 }
 
 ControlArray<Label> RowGrid::AddNames(const char* name, int chars) {
@@ -214,7 +213,7 @@ std::optional<RowGrid::Cell> RowGrid::CellOf(const QObject* control) const {
 /// Goes on by a step until a cell takes the focus; past the last control of a row the walk goes on
 /// in the same row of the next grid column.
 void RowGrid::Walk(Cell from, int rowStep, int columnStep) {
-  ForgetSelection();
+  selection_.Forget();
   const int columns = static_cast<int>(controls_[static_cast<std::size_t>(from.Row)].size());
   for (int step = 0; step < rows_ * columns; ++step) {
     from.Row += rowStep;
@@ -233,7 +232,7 @@ void RowGrid::Walk(Cell from, int rowStep, int columnStep) {
 
 /// The cell nearest to `from` towards `to` in its column of controls.
 void RowGrid::WalkTo(Cell from, int to) {
-  ForgetSelection();
+  selection_.Forget();
   const int step = to < from.Row ? 1 : -1;
   for (Cell cell{to, from.Column}; cell.Row != from.Row; cell.Row += step) {
     if (Walkable(cell)) {
@@ -341,17 +340,17 @@ bool RowGrid::eventFilter(QObject* watched, QEvent* event) {
       KeepFocusCell(*cell, static_cast<QFocusEvent*>(event)->reason());
       break;
     case QEvent::KeyPress:
-      if (TakesKey(control, *static_cast<QKeyEvent*>(event))) return true;
+      if (selection_.TakesKey(control, *static_cast<QKeyEvent*>(event))) return true;
       break;
     case QEvent::MouseButtonPress:
     case QEvent::MouseMove:
     case QEvent::MouseButtonRelease:
-      if (TakesMouse(*static_cast<QMouseEvent*>(event), *cell)) return true;
+      if (selection_.TakesMouse(*static_cast<QMouseEvent*>(event), *cell)) return true;
       break;
     case QEvent::ContextMenu: {
       const auto* label = qobject_cast<const Label*>(&control);
-      if (!label || label->MouseDown || !ValueOf(*cell)) break;
-      ShowCellMenu(*cell, static_cast<QContextMenuEvent*>(event)->globalPos());
+      if (!label || label->MouseDown || !selection_.ValueOf(*cell)) break;
+      selection_.ShowMenu(*cell, static_cast<QContextMenuEvent*>(event)->globalPos());
       return true;
     }
     default:
@@ -370,4 +369,9 @@ void RowGrid::KeepFocusCell(Cell cell, Qt::FocusReason reason) {
   } else {
     current_ = cell;
   }
+}
+
+void RowGrid::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  selection_.Cover();
 }

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "shell/controls/child_form.h"
+#include "shell/controls/grid_selection.h"
 
 /// Rows of a name label and value cells, laid out in columns of sixteen: row i stands at row
 /// i mod 16 of grid column i / 16. The grid is one stop of Tab; the arrow keys, Home, End and Page
@@ -53,6 +54,20 @@ class RowGrid : public QWidget {
   /// when all columns are there.
   void TabByRows();
 
+  using Cell = GridCell;
+  int RowCount() const { return rows_; }
+  /// Controls of a row.
+  int ColumnCount() const { return static_cast<int>(options_.size()); }
+  const Options& ColumnOf(Cell cell) const {
+    return options_[static_cast<std::size_t>(cell.Column)];
+  }
+  /// Whether there is a cell, and it takes the focus.
+  bool Walkable(Cell cell) const;
+  QWidget* At(Cell cell) const;
+  std::optional<Cell> CellOf(const QObject* control) const;
+  /// The cell that had the focus last.
+  std::optional<Cell> Current() const { return current_; }
+
   /// Where Tab stops: the cell that had the focus last, or the first that is no name, or the first;
   /// null where there is none.
   QWidget* Stop() const;
@@ -71,17 +86,6 @@ class RowGrid : public QWidget {
   /// What a row stands for, in its tooltip and for screen readers: "Timer 01".
   void SetRowTitle(int row, const QString& title);
 
-  /// Puts the values of the selected cells on the clipboard, one a line.
-  void CopyCells();
-  /// One row of values goes to all selected rows, several go down from the first; further columns
-  /// go to the right. A value that a cell does not take, or too many rows or columns, change
-  /// nothing, and the line beside the screen's caption says why. What is left out is told there
-  /// too.
-  void PasteCells();
-  /// Gives the first selected cell's value to the others.
-  void FillDown();
-  void SelectColumn();
-
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   bool focusNextPrevChild(bool next) override;
@@ -89,45 +93,10 @@ class RowGrid : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  class Veil;
-  /// A control by its row and its place in the row.
-  struct Cell {
-    int Row;
-    int Column;
-
-    bool operator==(const Cell&) const = default;
-  };
-  bool Walkable(Cell cell) const;
-  QWidget* At(Cell cell) const;
-  std::optional<Cell> CellOf(const QObject* control) const;
   void Walk(Cell from, int rowStep, int columnStep);
   void WalkTo(Cell from, int to);
-
   void KeepFocusCell(Cell cell, Qt::FocusReason reason);
-  bool TakesKey(const QWidget& control, const QKeyEvent& key);
-  bool TakesMouse(const QMouseEvent& mouse, Cell cell);
-  void ShowCellMenu(Cell cell, const QPoint& at);
-  void ExtendTo(Cell cell);
-  void ForgetSelection();
-  /// The cell in hand; on a name the first value of its row.
-  std::optional<Cell> InHand() const;
-  /// The selected cells from the top, at least the one in hand.
-  std::vector<Cell> Selected() const;
-  using Puts = std::vector<std::pair<Cell, QString>>;
-  void PutValues(const Puts& puts);
-  const Options& ColumnOf(Cell cell) const {
-    return options_[static_cast<std::size_t>(cell.Column)];
-  }
-  /// Nothing for a control that holds no value, such as a button or a caption.
-  std::optional<QString> ValueOf(Cell cell) const;
-  /// All that the cell may take; nothing for a text, which takes what is typed.
-  std::optional<QStringList> ChoicesOf(Cell cell) const;
-  /// What keeps a value from its cell, if anything does.
-  [[nodiscard]] std::optional<QString> Refusal(Cell cell, const QString& value) const;
-  /// Returns what is left out.
-  QString Put(Cell cell, const QString& value);
 
-  void MakeVeil();
   void BeginColumn(const Options& options);
   int MostWidth(const QWidget& control, const Options& options) const;
   void Place(QWidget* control, int row, const Options& options);
@@ -140,11 +109,8 @@ class RowGrid : public QWidget {
   int columns_ = 0;
   int nameColumn_ = -1;
   bool tabsByRows_ = false;
-  std::optional<Cell> current_;                     ///< The cell that had the focus last.
-  std::optional<std::pair<Cell, Cell>> selection_;  ///< From where to where, in one column.
-  std::optional<Cell> pressed_;                     ///< Where a drag may begin.
-  bool dragging_ = false;
-  QWidget* veil_ = nullptr;  ///< Tints the selected cells.
+  std::optional<Cell> current_;  ///< The cell that had the focus last.
+  GridSelection selection_{*this};
   QGridLayout* grid_;
   std::vector<QString> titles_;
   std::vector<std::vector<QWidget*>> controls_;  ///< By row.

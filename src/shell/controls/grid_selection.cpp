@@ -1,3 +1,5 @@
+#include "shell/controls/grid_selection.h"
+
 #include <QApplication>
 #include <QClipboard>
 #include <QMenu>
@@ -9,21 +11,22 @@
 #include "shell/shell.h"
 
 /// Lies over the grid and tints the cells that are selected.
-class RowGrid::Veil : public QWidget {
+class GridSelection::Veil : public QWidget {
  public:
-  explicit Veil(RowGrid* grid) : QWidget(grid), grid_(grid) {
+  Veil(RowGrid* grid, const GridSelection* selection)
+      : QWidget(grid), grid_(grid), selection_(selection) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
   }
 
  protected:
   void paintEvent(QPaintEvent*) override {
-    if (!grid_->selection_) return;
+    if (!selection_->selection_) return;
     QPainter painter(this);
     QColor tint = palette().color(QPalette::Highlight);
     painter.setPen(QPen(tint, 2));
     tint.setAlpha(70);
     painter.setBrush(tint);
-    for (const Cell cell : grid_->Selected()) {
+    for (const Cell cell : selection_->Selected()) {
       const QWidget& control = *grid_->At(cell);
       const QRect place(control.mapTo(grid_, QPoint(0, 0)), control.size());
       painter.drawRect(place.adjusted(1, 1, -1, -1));
@@ -32,60 +35,58 @@ class RowGrid::Veil : public QWidget {
 
  private:
   RowGrid* grid_;
+  const GridSelection* selection_;
 };
 
-void RowGrid::MakeVeil() {
-  veil_ = new Veil(this);
+GridSelection::GridSelection(RowGrid& grid) : grid_(grid), veil_(new Veil(&grid, this)) {}
+
+void GridSelection::Cover() {
+  veil_->setGeometry(grid_.rect());
 }
 
-void RowGrid::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
-  veil_->setGeometry(rect());
-}
-
-std::optional<RowGrid::Cell> RowGrid::InHand() const {
-  if (!current_ || ValueOf(*current_)) return current_;
-  const int columns = static_cast<int>(controls_[static_cast<std::size_t>(current_->Row)].size());
-  for (Cell cell = *current_; cell.Column < columns; ++cell.Column) {
-    if (Walkable(cell) && ValueOf(cell)) return cell;
+std::optional<GridCell> GridSelection::InHand() const {
+  const std::optional<Cell> current = grid_.Current();
+  if (!current || ValueOf(*current)) return current;
+  for (Cell cell = *current; cell.Column < grid_.ColumnCount(); ++cell.Column) {
+    if (grid_.Walkable(cell) && ValueOf(cell)) return cell;
   }
   return std::nullopt;
 }
 
-std::vector<RowGrid::Cell> RowGrid::Selected() const {
+std::vector<GridCell> GridSelection::Selected() const {
   std::vector<Cell> cells;
   const auto inHand = InHand();
   if (!inHand) return cells;
   const auto& [from, to] = selection_.value_or(std::pair(*inHand, *inHand));
   const auto [first, last] = std::minmax(from.Row, to.Row);
   for (Cell cell{first, from.Column}; cell.Row <= last; ++cell.Row) {
-    if (Walkable(cell)) cells.push_back(cell);
+    if (grid_.Walkable(cell)) cells.push_back(cell);
   }
   return cells;
 }
 
-void RowGrid::ForgetSelection() {
+void GridSelection::Forget() {
   selection_.reset();
   veil_->update();
 }
 
-void RowGrid::ExtendTo(Cell cell) {
-  if (!Walkable(cell)) return;
+void GridSelection::ExtendTo(Cell cell) {
+  if (!grid_.Walkable(cell)) return;
   selection_ = {selection_ ? selection_->first : *InHand(), cell};
-  At(cell)->setFocus(Qt::OtherFocusReason);
+  grid_.At(cell)->setFocus(Qt::OtherFocusReason);
   veil_->raise();
   veil_->update();
   TellNews(QStringLiteral("%1 cells selected").arg(Selected().size()));
 }
 
-void RowGrid::SelectColumn() {
+void GridSelection::SelectColumn() {
   const auto inHand = InHand();
   if (!inHand) return;
   const int column = inHand->Column;
   std::optional<Cell> first;
   std::optional<Cell> last;
-  for (Cell cell{0, column}; cell.Row < rows_; ++cell.Row) {
-    if (!Walkable(cell)) continue;
+  for (Cell cell{0, column}; cell.Row < grid_.RowCount(); ++cell.Row) {
+    if (!grid_.Walkable(cell)) continue;
     if (!first) first = cell;
     last = cell;
   }
@@ -94,7 +95,7 @@ void RowGrid::SelectColumn() {
   ExtendTo(*last);
 }
 
-void RowGrid::CopyCells() {
+void GridSelection::CopyCells() {
   QStringList values;
   for (const Cell cell : Selected()) values << ValueOf(cell).value_or(QString());
   QApplication::clipboard()->setText(values.join(u'\n'));
@@ -161,7 +162,7 @@ QString Refused(const QString& why) {
 
 /// One row goes to all selected rows, several go down from the first; their columns go to the
 /// right.
-void RowGrid::PasteCells() {
+void GridSelection::PasteCells() {
   std::vector<QStringList> rows = ClipboardRows();
   const std::vector<Cell> selected = Selected();
   // A clipboard that nobody has filled may have no data at all.
@@ -169,7 +170,7 @@ void RowGrid::PasteCells() {
   if (selected.empty() || !held || !held->hasText()) return;
   Cell cell = selected[0];
   std::vector<int> columns;
-  for (Cell to = cell; to.Column < static_cast<int>(options_.size()); ++to.Column) {
+  for (Cell to = cell; to.Column < grid_.ColumnCount(); ++to.Column) {
     if (ValueOf(to)) columns.push_back(to.Column);
   }
   std::vector<int> targets;
@@ -177,8 +178,8 @@ void RowGrid::PasteCells() {
     rows.resize(selected.size(), rows[0]);
     for (const Cell target : selected) targets.push_back(target.Row);
   } else {
-    for (; cell.Row < rows_; ++cell.Row) {
-      if (Walkable(cell)) targets.push_back(cell.Row);
+    for (; cell.Row < grid_.RowCount(); ++cell.Row) {
+      if (grid_.Walkable(cell)) targets.push_back(cell.Row);
     }
   }
   if (targets.size() < rows.size()) {
@@ -202,7 +203,7 @@ void RowGrid::PasteCells() {
   PutValues(puts);
 }
 
-void RowGrid::FillDown() {
+void GridSelection::FillDown() {
   const std::vector<Cell> cells = Selected();
   if (cells.size() < 2) return;
   Puts puts;
@@ -210,37 +211,37 @@ void RowGrid::FillDown() {
   PutValues(puts);
 }
 
-std::optional<QString> RowGrid::ValueOf(Cell cell) const {
-  const auto* label = qobject_cast<const Label*>(At(cell));
-  if (!label) return CellValue(*At(cell));
-  return ColumnOf(cell).Put ? std::optional(label->Value()) : std::nullopt;
+std::optional<QString> GridSelection::ValueOf(Cell cell) const {
+  const auto* label = qobject_cast<const Label*>(grid_.At(cell));
+  if (!label) return CellValue(*grid_.At(cell));
+  return grid_.ColumnOf(cell).Put ? std::optional(label->Value()) : std::nullopt;
 }
 
-std::optional<QStringList> RowGrid::ChoicesOf(Cell cell) const {
-  if (!qobject_cast<const Label*>(At(cell))) return CellChoices(*At(cell));
-  const Options& column = ColumnOf(cell);
+std::optional<QStringList> GridSelection::ChoicesOf(Cell cell) const {
+  if (!qobject_cast<const Label*>(grid_.At(cell))) return CellChoices(*grid_.At(cell));
+  const RowGrid::Options& column = grid_.ColumnOf(cell);
   return column.Choices ? column.Choices(cell.Row) : column.Words;
 }
 
-std::optional<QString> RowGrid::Refusal(Cell cell, const QString& value) const {
-  const QString name = At(cell)->accessibleName();
-  if (!Walkable(cell)) return QStringLiteral("%1 has no value at present.").arg(name);
+std::optional<QString> GridSelection::Refusal(Cell cell, const QString& value) const {
+  const QString name = grid_.At(cell)->accessibleName();
+  if (!grid_.Walkable(cell)) return QStringLiteral("%1 has no value at present.").arg(name);
   const std::optional<QStringList> choices = ChoicesOf(cell);
   if (!choices || ChoiceOf(*choices, value) >= 0) return std::nullopt;
   return QStringLiteral("\"%1\" is no choice of %2 (%3).").arg(value, name, InShort(*choices));
 }
 
 /// A label that shows the value already keeps what it holds.
-QString RowGrid::Put(Cell cell, const QString& value) {
-  if (!qobject_cast<const Label*>(At(cell))) return PutCellValue(*At(cell), value);
+QString GridSelection::Put(Cell cell, const QString& value) {
+  if (!qobject_cast<const Label*>(grid_.At(cell))) return PutCellValue(*grid_.At(cell), value);
   if (ChoiceOf({*ValueOf(cell)}, value) >= 0) return {};
   const int choice = ChoiceOf(*ChoicesOf(cell), value);
-  if (choice >= 0) RunHandler([&] { ColumnOf(cell).Put(cell.Row, choice); });
+  if (choice >= 0) RunHandler([&] { grid_.ColumnOf(cell).Put(cell.Row, choice); });
   return {};
 }
 
 /// All or nothing.
-void RowGrid::PutValues(const Puts& puts) {
+void GridSelection::PutValues(const Puts& puts) {
   for (const auto& [cell, value] : puts) {
     if (const auto refusal = Refusal(cell, value)) {
       TellRefusal(Refused(*refusal));
@@ -251,12 +252,12 @@ void RowGrid::PutValues(const Puts& puts) {
   QString first;
   for (const auto& [cell, value] : puts) {
     const QString out = Put(cell, value);
-    if (left == 0 && !out.isEmpty()) first = InCell(out.first(1), *At(cell));
+    if (left == 0 && !out.isEmpty()) first = InCell(out.first(1), *grid_.At(cell));
     left += out.size();
   }
   // A cell may have set another of its row.
   const auto isAstray = [this](const auto& put) {
-    return !qobject_cast<TextBox*>(At(put.first)) &&
+    return !qobject_cast<TextBox*>(grid_.At(put.first)) &&
            ChoiceOf({ValueOf(put.first).value_or(QString())}, put.second) < 0;
   };
   const auto astray = std::find_if(puts.begin(), puts.end(), isAstray);
@@ -269,7 +270,7 @@ void RowGrid::PutValues(const Puts& puts) {
     TellRefusal(QStringLiteral("%1. Values that did not stay: %2, first %3.")
                     .arg(done)
                     .arg(std::count_if(puts.begin(), puts.end(), isAstray))
-                    .arg(InCell(astray->second, *At(astray->first))));
+                    .arg(InCell(astray->second, *grid_.At(astray->first))));
   } else {
     TellNews(done);
   }
@@ -277,7 +278,7 @@ void RowGrid::PutValues(const Puts& puts) {
 
 /// The keys that select, copy and fill. A text box with a single name in hand keeps those that edit
 /// its text.
-bool RowGrid::TakesKey(const QWidget& control, const QKeyEvent& key) {
+bool GridSelection::TakesKey(const QWidget& control, const QKeyEvent& key) {
   const auto inHand = InHand();
   if (!inHand) return false;
   const auto held = key.modifiers() & ~Qt::KeypadModifier;
@@ -286,7 +287,7 @@ bool RowGrid::TakesKey(const QWidget& control, const QKeyEvent& key) {
     const int step = key.key() == Qt::Key_Up ? -1 : 1;
     Cell next = selection_ ? selection_->second : *inHand;
     next.Row += step;
-    while (next.Row >= 0 && next.Row < rows_ && !Walkable(next)) next.Row += step;
+    while (next.Row >= 0 && next.Row < grid_.RowCount() && !grid_.Walkable(next)) next.Row += step;
     ExtendTo(next);
     return true;
   }
@@ -313,18 +314,20 @@ bool RowGrid::TakesKey(const QWidget& control, const QKeyEvent& key) {
 }
 
 /// A drag over cells of one column selects them; its release is no click.
-bool RowGrid::TakesMouse(const QMouseEvent& mouse, Cell cell) {
+bool GridSelection::TakesMouse(const QMouseEvent& mouse, Cell cell) {
   switch (mouse.type()) {
     case QEvent::MouseButtonPress:
-      if (mouse.button() == Qt::LeftButton) ForgetSelection();
+      if (mouse.button() == Qt::LeftButton) Forget();
       dragging_ = false;
-      pressed_ = mouse.button() == Qt::LeftButton && qobject_cast<Label*>(At(cell)) && ValueOf(cell)
-                     ? std::optional(cell)
-                     : std::nullopt;
+      pressed_ =
+          mouse.button() == Qt::LeftButton && qobject_cast<Label*>(grid_.At(cell)) && ValueOf(cell)
+              ? std::optional(cell)
+              : std::nullopt;
       return false;
     case QEvent::MouseMove: {
       if (!pressed_ || !(mouse.buttons() & Qt::LeftButton)) return false;
-      const auto under = CellOf(childAt(mapFromGlobal(mouse.globalPosition().toPoint())));
+      const auto under =
+          grid_.CellOf(grid_.childAt(grid_.mapFromGlobal(mouse.globalPosition().toPoint())));
       if (!under || under->Column != pressed_->Column) return dragging_;
       if (!dragging_ && under->Row == pressed_->Row) return false;
       dragging_ = true;
@@ -340,20 +343,21 @@ bool RowGrid::TakesMouse(const QMouseEvent& mouse, Cell cell) {
   }
 }
 
-void RowGrid::ShowCellMenu(Cell cell, const QPoint& at) {
+void GridSelection::ShowMenu(Cell cell, const QPoint& at) {
   const std::vector<Cell> selected = Selected();
   if (std::find(selected.begin(), selected.end(), cell) == selected.end()) {
-    ForgetSelection();
-    At(cell)->setFocus(Qt::OtherFocusReason);
+    Forget();
+    grid_.At(cell)->setFocus(Qt::OtherFocusReason);
   }
-  auto* menu = new QMenu(this);
+  auto* menu = new QMenu(&grid_);
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  const auto add = [&](const QString& caption, const QKeySequence& key, void (RowGrid::*act)()) {
-    menu->addAction(caption, this, act)->setShortcut(key);
+  const auto add = [&](const QString& caption, const QKeySequence& key,
+                       void (GridSelection::*act)()) {
+    menu->addAction(caption, &grid_, [this, act] { (this->*act)(); })->setShortcut(key);
   };
-  add(QStringLiteral("&Copy"), Qt::CTRL | Qt::Key_C, &RowGrid::CopyCells);
-  add(QStringLiteral("&Paste"), Qt::CTRL | Qt::Key_V, &RowGrid::PasteCells);
-  add(QStringLiteral("Fill &Down"), Qt::CTRL | Qt::Key_D, &RowGrid::FillDown);
-  add(QStringLiteral("&Select Column"), Qt::CTRL | Qt::Key_A, &RowGrid::SelectColumn);
+  add(QStringLiteral("&Copy"), Qt::CTRL | Qt::Key_C, &GridSelection::CopyCells);
+  add(QStringLiteral("&Paste"), Qt::CTRL | Qt::Key_V, &GridSelection::PasteCells);
+  add(QStringLiteral("Fill &Down"), Qt::CTRL | Qt::Key_D, &GridSelection::FillDown);
+  add(QStringLiteral("&Select Column"), Qt::CTRL | Qt::Key_A, &GridSelection::SelectColumn);
   menu->popup(at);
 }
