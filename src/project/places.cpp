@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "panel/defaults.h"
-#include "panel/panel_image.h"
 #include "panel/project_codec.h"
 #include "panel/replace_file.h"
 #include "project/output.h"

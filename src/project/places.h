@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include "panel/panel_image.h"
 #include "panel/project_file.h"
 
 // Where a project stands, as scripts write it: a file, a panel's address, "image:FILE" for a

@@ -84,7 +84,7 @@ void InPlaceList::Open(QWidget& cell, int index) {
     clearSelection();
   show();
   raise();
-  openedBy_ = Label::LastPress();
+  openedBy_ = LastPress();
   ignoring_ = false;
   setFocus(Qt::PopupFocusReason);
   if (auto* label = qobject_cast<Label*>(cell_)) label->SetExpanded(true);

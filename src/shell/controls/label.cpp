@@ -12,6 +12,8 @@
 
 namespace {
 
+PointerPress lastPress;
+
 constexpr int CellPadding = 5;
 constexpr double mostSqueezed = 0.7;
 constexpr double leastRoom = 0.8;
@@ -36,6 +38,10 @@ QColor TextColor(Label::Look look, const QPalette& palette) {
 }
 
 }  // namespace
+
+const PointerPress& LastPress() {
+  return lastPress;
+}
 
 QColor ReadableLink(const QPalette& palette) {
   const QColor link = palette.color(QPalette::Link);
@@ -261,7 +267,7 @@ void Label::PaintGlyph(QPainter& painter, const QColor& color) const {
 }
 
 void Label::mousePressEvent(QMouseEvent* event) {
-  lastPress_ = {event->timestamp(), event->globalPosition().toPoint()};
+  lastPress = {event->timestamp(), event->globalPosition().toPoint()};
   const int button = static_cast<int>(event->button());
   if (MouseDown && button <= static_cast<int>(Qt::MiddleButton)) {
     int shift = event->modifiers() & Qt::ShiftModifier ? 1 : 0;

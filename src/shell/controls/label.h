@@ -37,6 +37,9 @@ struct PointerPress {
   QPoint At;              ///< On the screen.
 };
 
+/// The last press on any label.
+const PointerPress& LastPress();
+
 /// A caption, or with a click handler a value cell: hover, focus ring, Space and Enter click it.
 /// A caption that is too long is squeezed a little before it is cut; the tooltip tells a cut one in
 /// full.
@@ -89,9 +92,6 @@ class Label : public QWidget {
   /// right button.
   std::function<void(int button, int shift)> MouseDown;
 
-  /// The last press on any label.
-  static const PointerPress& LastPress() { return lastPress_; }
-
   /// Makes the label reachable by keys although it has no click handler. `action` names what
   /// Shift+Space does on it, for screen readers.
   void MakeFocusable(const QString& action = {});
@@ -118,8 +118,6 @@ class Label : public QWidget {
   void PaintText(QPainter& painter) const;
   void PaintGlyph(QPainter& painter, const QColor& color) const;
   void TellChange(const QString& before);
-
-  static inline PointerPress lastPress_;
 
   QString caption_;
   QString state_;
