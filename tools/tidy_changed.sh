@@ -8,5 +8,6 @@ cmake --preset tidy >/dev/null
 cmake --build build/tidy --target tamberloom_core_autogen tamberloom_line_autogen tamberloom_app_autogen >/dev/null
 last=$(git log -1 --format=%ct)
 git log --since=$((last - 86400)) --name-only --format= -- 'src/*.cpp' 'simulator/*.cpp' |
-  awk '!seen[$0]++' | while read -r file; do [ -e "$file" ] && echo "$file"; done | head -n $most |
+  awk '!seen[$0]++' | while read -r file; do if [ -e "$file" ]; then echo "$file"; fi; done |
+  awk -v most="$most" 'NR <= most' |
   xargs -r -P"$(nproc)" -n4 clang-tidy --quiet -p build/tidy
