@@ -30,8 +30,8 @@ QString IsoTime(const QDateTime& time) {
 QDateTime PanelTime(const PanelAt& panel) {
   constexpr int century = 2000;
   const PanelStatus status = panel.Answer(ReadPanelStatus());
-  const QDateTime time(QDate(century + status.Year, status.Month, status.Day),
-                       QTime(status.Hour, status.Minute, status.Second));
+  QDateTime time(QDate(century + status.Year, status.Month, status.Day),
+                 QTime(status.Hour, status.Minute, status.Second));
   if (!time.isValid()) panel.Fail(QStringLiteral("the panel's clock tells no time"));
   return time;
 }

@@ -27,7 +27,7 @@ QString PasswordText(const CommandLine& line) {
     constexpr qint64 most = 100;
     return QString::fromUtf8(file.readLine(most));
   }
-  if (const QString set = qEnvironmentVariable("TAMBERLOOM3_PASSWORD"); !set.isEmpty()) return set;
+  if (QString set = qEnvironmentVariable("TAMBERLOOM3_PASSWORD"); !set.isEmpty()) return set;
   // Which may not be standard input: a project can come from there.
   if (std::FILE* terminal = std::fopen("/dev/tty", "r+")) {
     std::fclose(terminal);
