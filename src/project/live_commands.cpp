@@ -66,8 +66,19 @@ void SwitchOrRefuse(const PanelAt& panel, const QString& words) {
       QStringLiteral("\"%1\" is not such as \"RELAY 05 on\"").arg(words).toStdString());
 }
 
-void TellLine(int number, const char* reason) {
-  TellFailure(("line " + std::to_string(number) + ": " + reason).c_str());
+/// Connects where there is no line, and once more where it was lost since the last words.
+void SwitchOverLine(std::optional<PanelAt>& panel, const PanelAddress& address,
+                    const QString& words) {
+  for (const bool last : {false, true}) {
+    try {
+      if (!panel) panel.emplace(address);
+      SwitchOrRefuse(*panel, words);
+      return;
+    } catch (const PanelFailure&) {
+      panel.reset();
+      if (last) throw;
+    }
+  }
 }
 
 /// Each line is done as it comes.
@@ -76,26 +87,13 @@ ExitStatus SwitchLines(const PanelAddress& address) {
   ExitStatus status = StatusGood;
   std::string text;
   for (int number = 1; std::getline(std::cin, text); ++number) {
-    const ExitStatus before = status;
     const QString words = QString::fromStdString(text);
     if (words.trimmed().isEmpty()) continue;
     try {
-      if (!panel) panel.emplace(address);
-      SwitchOrRefuse(*panel, words);
-    } catch (const PanelFailure& failure) {
-      // It may be back already; else the next line tries again.
-      status = StatusFailed;
-      panel.reset();
-      try {
-        panel.emplace(address);
-        SwitchOrRefuse(*panel, words);
-        status = before;
-      } catch (const PanelFailure&) {
-        TellLine(number, failure.what());
-      }
+      SwitchOverLine(panel, address, words);
     } catch (const RunTimeFailure& failure) {
       status = StatusFailed;
-      TellLine(number, failure.what());
+      TellFailure(("line " + std::to_string(number) + ": " + failure.what()).c_str());
     }
   }
   return status;

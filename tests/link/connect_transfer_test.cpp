@@ -2,7 +2,7 @@
 #include <QTimer>
 
 #include "line/line_hooks.h"
-#include "link/panel_host.h"
+#include "link/transfer_fixture.h"
 #include "panel/live_project.h"
 
 using simulator::Panel;
@@ -12,81 +12,6 @@ namespace {
 
 const QString HalfNew = QStringLiteral(
     "\nTamberloom 3 Controller May Not Function\nProperly Until A Download Is Complete.");
-
-/// The connection screen and a simulated panel that answers in earnest.
-class TransferTest : public PanelHostTest {
- protected:
-  /// A panel of its own for this test, connected.
-  void ConnectToPanel(const char* password = "") {
-    simulator::Options options = TcpPanel(OwnAddress());
-    options.Password = password;
-    panel.emplace(options);
-    ConnectTo(options.Host);
-  }
-
-  /// That the panel's memory is the image, byte by byte.
-  void ExpectMemoryIsImage() {
-    const std::string memory = panel->With([](Panel& p) { return p.Memory.Content(); });
-    for (int i = 0; i < PanelImageSize; ++i) {
-      ASSERT_EQ(memory[static_cast<std::size_t>(i)], static_cast<char>(PanelImage(i))) << i;
-    }
-  }
-
-  /// What a transfer tells in the end about one fault of the panel, after `questions`.
-  void ExpectTold(const char* fault, const QString& told, bool staysConnected,
-                  std::size_t questions, const std::function<void()>& transfer) {
-    SCOPED_TRACE(fault);
-    const PanelClock clock(panel);
-    ConnectToPanel();
-    panel->AddFault(fault);
-    transfer();
-    EXPECT_EQ(messages.size(), questions + 1);
-    EXPECT_EQ(LastMessage(), told);
-    EXPECT_EQ(Connected != 0, staysConnected);
-    ExpectUsable();
-    Link.DisconnectQZ();
-  }
-
-  /// What the user does while an answer is due: the panel holds it back until all is done.
-  void WhileRefreshWaits(const std::function<void()>& actions) {
-    const auto held = std::make_shared<QSemaphore>();
-    QSemaphore begun;
-    panel->With([&](simulator::Simulator& s) {
-      const auto hold = [&begun, held] {
-        begun.release();
-        held->acquire();
-      };
-      QMetaObject::invokeMethod(&s, hold, Qt::QueuedConnection);
-    });
-    begun.acquire();
-    const auto usual = WinSockQZ().LongWait;
-    WinSockQZ().LongWait = [&, first = true]() mutable {
-      if (!std::exchange(first, false)) return;
-      QTimer::singleShot(0, window.get(), [&] {
-        actions();
-        held->release();
-      });
-    };
-    Press("cmdRefresh");
-    WinSockQZ().LongWait = usual;
-  }
-
-  /// Runs `action` once, when block `block` of a transfer shows.
-  void AtBlock(int block, std::function<void()> action) {
-    auto* watch = new QTimer(window.get());
-    QObject::connect(watch, &QTimer::timeout, window.get(), [=, this] {
-      auto* label = window->findChild<Label*>(QStringLiteral("lblActivityProgress"));
-      const QString text = label ? label->Caption() : QString();
-      const int at = text.section(u' ', 2, 2).toInt();
-      if (at < block) return;
-      watch->stop();
-      action();
-    });
-    watch->start(0);
-  }
-
-  std::optional<PanelThread> panel;
-};
 
 TEST_F(TransferTest, DownloadedSettingsComeBackAsTheyWere) {
   ConnectToPanel("123456");
@@ -147,54 +72,6 @@ TEST_F(TransferTest, ThePassWordIsComparedHereAndChangedOnRequest) {
       panel->With([](Panel& p) { return p.Memory.Byte(0x1F7A) * 10 + p.Memory.Byte(0x1F7E); }), 97);
   Press("cmdConnect");
   EXPECT_EQ(Find<TextBox>("txtPassWord(0)").Text(), "0");
-}
-
-TEST_F(TransferTest, OnlyWhatHasChangedIsSentToAPanelThatHoldsWhatIsKnown) {
-  ConnectToPanel("123456");
-  /// How many commands it takes, and what is told.
-  const auto send = [this](const char* password, const char* newPassword = nullptr) {
-    messages.clear();
-    const std::size_t before = panel->FramesFromHost().size();
-    Press("cmdSendChanges");
-    EXPECT_FALSE(Shown(Find<Button>("cmdSendChanges")));
-    TypePassWord("txtPassWord", password);
-    if (newPassword) {
-      Click(Find<CheckBox>("chkChangePanelPassWord"));
-      TypePassWord("txtNewPassWord", newPassword);
-    }
-    Press("cmdPassWordContinue");
-    ExpectUsable();
-    return panel->FramesFromHost().size() - before;
-  };
-  answers = {MsgAnswer::Cancel};
-  EXPECT_EQ(send("123456"), 1U);
-  EXPECT_TRUE(LastMessage().startsWith("What This Panel Holds Is Not Known"));
-  Download("123456");
-  EXPECT_EQ(send("123456"), 2U);
-  EXPECT_TRUE(LastMessage().startsWith("Nothing Has Changed"));
-  PanelRecord.TimerTime(3) = 9;
-  EXPECT_EQ(send("123456"), 4U);
-  EXPECT_EQ(LastMessage(), "Download Complete");
-  ExpectMemoryIsImage();
-  FennlinkRecords(9).DeviceName = "STAIRS";
-  EXPECT_EQ(send("123456", "908070"), 5U);
-  EXPECT_EQ(LastMessage(), "Download Complete");
-  ExpectMemoryIsImage();
-
-  panel->With([](Panel& p) { p.Memory.SetByte(0x1E03, 4); });
-  PanelRecord.TimerTime(3) = 10;
-  answers = {MsgAnswer::Cancel};
-  EXPECT_EQ(send("908070"), 2U);
-  EXPECT_TRUE(LastMessage().startsWith("The Panel Holds Something Else"));
-  answers = {MsgAnswer::Yes};
-  EXPECT_GT(send("908070"), 640U);
-  EXPECT_EQ(LastMessage(), "Download Complete");
-  Menu("mnuCapturePresets");
-  Press("cmdCapture(4)");
-  Menu("mnuConnect");
-  answers = {MsgAnswer::No};
-  EXPECT_EQ(send("908070"), 1U) << "a captured preset is not known";
-  EXPECT_NE(window->LoadedForm(Screen::Document), nullptr);
 }
 
 TEST_F(TransferTest, EveryFaultOfADownloadIsToldAndLeavesTheScreenUsable) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <unistd.h>
+
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -21,6 +23,8 @@ class ProjectProgramTest : public DocumentTest {
     QProcess program;
     if (!printTo.isEmpty()) program.setStandardOutputFile(printTo);
     program.setEnvironment(Environment() << QString::fromLatin1(setting));
+    // Without the terminal that the tests may run on, where it would ask for a password.
+    program.setChildProcessModifier([] { setsid(); });
     program.start(QStringLiteral(PROJECT_PROGRAM), arguments);
     EXPECT_TRUE(program.waitForFinished(60'000));
     output = program.readAllStandardOutput();
