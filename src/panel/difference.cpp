@@ -11,6 +11,12 @@ namespace {
 
 const QString NamesArea = QStringLiteral("Names");
 
+Spot SpotOf(const FieldFacts& facts, const Place& place) {
+  const bool table = facts.Second.Value.Counts != Axis::Of::Nothing;
+  const bool ofMonth = facts.First.Value.Counts == Axis::Of::Month;
+  return {facts.Where.Value, table ? place.Second : place.First, ofMonth ? place.First : -1};
+}
+
 /// Walks two projects side by side and collects what differs.
 class Comparison {
  public:
@@ -53,7 +59,8 @@ class Comparison {
              {},
              QString::fromLatin1(facts.Spare->Phrase),
              Told(facts.Spare->Told, one_, {}, one(SpareItem)),
-             Told(facts.Spare->Told, other_, {}, other(SpareItem))});
+             Told(facts.Spare->Told, other_, {}, other(SpareItem)),
+             {facts.Spare->Where}});
       }
     } else {
       Element(facts, one, other, {device});
@@ -68,9 +75,12 @@ class Comparison {
     // The parts of a timer's time are told as one.
     const bool runs = facts.Told.Value.Tell == told::TimerRuns;
     if (runs && std::exchange(timerTold_[static_cast<std::size_t>(place.First)], true)) return;
-    Difference difference{
-        area, ItemOf(facts, place), runs ? QStringLiteral("runs") : PhraseOf(one_, facts, place),
-        Told(facts.Told.Value, one_, place, one), Told(facts.Told.Value, other_, place, other)};
+    Difference difference{area,
+                          ItemOf(facts, place),
+                          runs ? QStringLiteral("runs") : PhraseOf(one_, facts, place),
+                          Told(facts.Told.Value, one_, place, one),
+                          Told(facts.Told.Value, other_, place, other),
+                          SpotOf(facts, place)};
     if constexpr (!std::is_same_v<Value, std::string>) {
       if (difference.This == difference.Other) {
         // Two codes with one word, a date of a timer that runs by weekdays.
@@ -98,8 +108,8 @@ class Comparison {
       const Int16 one = one_.Dimmers(DeviceEnabledElement + dev);
       const Int16 other = other_.Dimmers(DeviceEnabledElement + dev);
       if (one == other) continue;
-      AddDimmer({ItemKind::DimmerOutput, dev}, QStringLiteral("enabled"), {told::YesOrNo}, {}, one,
-                other);
+      AddDimmer({ItemKind::DimmerOutput, dev}, QStringLiteral("enabled"), {told::YesOrNo}, {},
+                {EditedBy(Screen::DimmerOutput, "chkEnabled")}, one, other);
     }
   }
 
@@ -143,22 +153,27 @@ class Comparison {
     const std::optional<Int16> one = value(one_);
     const std::optional<Int16> other = value(other_);
     if (raw || !one || !other) {
-      Add({QStringLiteral("Dimmers"), item, phrase, QString::number(one_.Dimmers(at)),
-           QString::number(other_.Dimmers(at))});
+      Add({QStringLiteral("Dimmers"),
+           item,
+           phrase,
+           QString::number(one_.Dimmers(at)),
+           QString::number(other_.Dimmers(at)),
+           {field.Where, index}});
       return;
     }
-    AddDimmer(item, phrase, field.Told, {place.Device, place.Output, index}, *one, *other, at);
+    AddDimmer(item, phrase, field.Told, {place.Device, place.Output, index}, {field.Where, index},
+              *one, *other, at);
   }
 
   void AddDimmer(const Item& item, const QString& phrase, const Words& words, const Place& place,
-                 Int16 one, Int16 other, Int32 element = -1) {
+                 const Spot& spot, Int16 one, Int16 other, Int32 element = -1) {
     QString these = words.Tell(one_, place, one);
     QString those = words.Tell(other_, place, other);
     if (these == those) {
       these = QString::number(element < 0 ? one : one_.Dimmers(element));
       those = QString::number(element < 0 ? other : other_.Dimmers(element));
     }
-    Add({QStringLiteral("Dimmers"), item, phrase, these, those});
+    Add({QStringLiteral("Dimmers"), item, phrase, these, those, spot});
   }
 
   void Add(Difference difference) { found_.push_back(std::move(difference)); }

@@ -3,7 +3,16 @@
 #include <QString>
 #include <vector>
 
-#include "panel/items.h"
+#include "panel/fields.h"
+
+/// Where a setting is edited.
+struct Spot {
+  Editor By = {Screen::None, ""};
+  int Row = 0;     ///< Of the control, where the screen has one for each element.
+  int Month = -1;  ///< Which the screen shows, where it shows one.
+
+  bool operator==(const Spot&) const = default;
+};
 
 /// One setting that differs.
 struct Difference {
@@ -12,6 +21,7 @@ struct Difference {
   QString Field;
   QString This;
   QString Other;
+  Spot At = {};
 
   bool operator==(const Difference&) const = default;
 };

@@ -90,6 +90,8 @@ struct Editor {
   Screen On;
   const char* Control;
   const char* WhyNone = "";
+
+  bool operator==(const Editor&) const = default;
 };
 
 constexpr Editor EditedBy(Screen screen, const char* control) {
