@@ -2,7 +2,7 @@
 
 #include <QVBoxLayout>
 
-#include "document/go_to_item.h"
+#include "shell/controls/go_to_item.h"
 #include "panel/live_project.h"
 
 FindDialog::FindDialog(QWidget* parent) : QDialog(parent) {

@@ -8,7 +8,7 @@
 #include <QVBoxLayout>
 #include <memory>
 
-#include "document/go_to_item.h"
+#include "shell/controls/go_to_item.h"
 #include "document/rehearse.h"
 #include "document/rules/report/report_writer.h"
 #include "line/transfer.h"

@@ -145,6 +145,12 @@ ItemKind KindOf(Axis axis);
 /// The item that an element of a field is of.
 Item ItemOf(const FieldFacts& facts, const Place& place);
 
+/// Where the type of an input, local or of a bus device, is chosen. The screens of its actions
+/// would cut those that the type does not offer.
+constexpr Screen TypeScreen(const Item& input) {
+  return input.Kind == ItemKind::Input ? Screen::InputOptions : Screen::ConfigureFennlinkDevices;
+}
+
 /// What an element is, in a sentence or as a row of a comparison: "power-on type", "open time of
 /// Sunday"; of a table's cell what it is for: "RELAY 03".
 QString PhraseOf(const Project& project, const FieldFacts& facts, const Place& place);

@@ -69,6 +69,19 @@ void RecoveryCopy::Settle(const Project& project) {
   Remove();
 }
 
+bool RecoveryCopy::IsUnsaved(const Project& project) const {
+  try {
+    return EncodeProject(project) != settled_;
+  } catch (const RunTimeFailure&) {
+    return true;  // no file holds it
+  }
+}
+
+std::unique_ptr<Project> RecoveryCopy::Saved() const {
+  auto saved = std::make_unique<Project>();
+  return DecodeProject(settled_, *saved) ? std::move(saved) : nullptr;
+}
+
 void RecoveryCopy::Update(const Project& project) {
   trouble_.reset();
   try {

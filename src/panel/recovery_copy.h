@@ -20,6 +20,10 @@ class RecoveryCopy {
   void Settle(const Project& project);
   /// The project holds unsaved work, although it may equal what was there before.
   void Unsettle() { settled_.clear(); }
+  /// Whether the project is not what was saved, opened or new.
+  bool IsUnsaved(const Project& project) const;
+  /// What was saved, opened or new; null while all that is known is that the project is not.
+  std::unique_ptr<Project> Saved() const;
   /// Writes the copy when there is unsaved work that it does not hold, and removes it when there is
   /// none. A disk that does not take it is tried again.
   void Update(const Project& project);

@@ -2,7 +2,9 @@
 
 #include <QString>
 #include <functional>
+#include <memory>
 
+#include "panel/project.h"
 #include "panel/screens.h"
 
 class ChildForm;
@@ -45,11 +47,24 @@ void KeepUnsavedWork();
 /// The project in memory is the user's to lose: its recovery copy goes.
 void ForgetUnsavedWork();
 
+/// The project as it was saved, opened or new.
+std::unique_ptr<Project> SavedProject();
+
 /// Takes up the unsaved work of a program that has ended, under the rules of Open.
 void OpenKeptWork(const KeptWork& work);
 
 /// Whether the program is being torn down; from then on nobody asks or tells the user anything.
 bool ProgramEnding();
+
+/// While one of these lives, a screen or an item is brought up: what the program stores by that is
+/// no step of the user's.
+class Showing {
+ public:
+  Showing();
+  ~Showing();
+  Showing(const Showing&) = delete;
+  Showing& operator=(const Showing&) = delete;
+};
 
 /// The main window's pointer is an hourglass while one of these lives.
 class Hourglass {

@@ -5,6 +5,7 @@
 #include "panel/dimmer_words.h"
 #include "panel/live_dimmers.h"
 #include "screen_test.h"
+#include "shell/window/history.h"
 
 // What every control stores, and whether it marks the project as changed.
 
@@ -19,13 +20,30 @@ class EveryEditTest : public ScreenTest {
   using ScreenTest::Click;
   using ScreenTest::Find;
 
+  /// What the screen shows and did not then; empty when it shows the same.
+  QString Unlike(const QStringList& then) {
+    QStringList unlike;
+    for (const QString& line : Look()) {
+      if (!then.contains(line)) unlike << line;
+    }
+    return unlike.join(u'\n');
+  }
+
+  /// A step back or forth, or all of an edit that is several.
+  void Step(Qt::Key key) {
+    const QUndoStack& steps = window->Steps().Stack();
+    while (key == Qt::Key_Z ? steps.canUndo() : steps.canRedo()) {
+      QTest::keyClick(window.get(), key, Qt::ControlModifier);
+    }
+  }
+
   /// All that the screen shows, one control a line.
   QStringList Look() {
     QStringList look;
     for (const QWidget* control : window->centralWidget()->findChildren<QWidget*>()) {
       const QString name = control->objectName();
       if (name.isEmpty() || name.startsWith("qt_") || name.startsWith("lblPanelChar") ||
-          name == "lblMark") {
+          name == "lblMark" || name == "cmdUndo" || name == "cmdRedo" || name == "lstSteps") {
         continue;  // Names are displayed as they are typed.
       }
       QString value = control->property("text").toString() +
@@ -312,6 +330,8 @@ TEST_F(EveryEditTest, StoresAndMarksAsTold) {
     edit.Select(*this);
     DataChanged = 0;
     const QStringList before = Look();
+    window->Steps().Begin();
+    const std::string bytes = Bytes();
     edit.Do(*this);
     EXPECT_EQ(DataChanged, edit.Marks ? -1 : 0);
     if (!edit.Stored) return;
@@ -324,6 +344,13 @@ TEST_F(EveryEditTest, StoresAndMarksAsTold) {
       EXPECT_TRUE(after.contains(line)) << "the screen opened again shows " << line.toStdString();
     }
     EXPECT_TRUE(after != before) << "the edit shows nowhere";
+    const std::string stored = Bytes();
+    Step(Qt::Key_Z);
+    EXPECT_TRUE(Bytes() == bytes) << "undone, it left something";
+    EXPECT_EQ(Unlike(before), "");
+    Step(Qt::Key_Y);
+    EXPECT_TRUE(Bytes() == stored) << "redone, it is not what it was";
+    EXPECT_EQ(Unlike(again), "");
   };
   for (const EditsOfScreen& screen : Edits()) {
     for (std::size_t row = 0; row < screen.Edits.size(); ++row) {

@@ -7,7 +7,7 @@
 #include "shell/controls/in_place_list.h"
 #include "shell/controls/row_grid.h"
 
-ChildForm::ChildForm(Screen name, const QString& caption) : caption_(caption) {
+ChildForm::ChildForm(Screen name, const QString& caption) : name_(name), caption_(caption) {
   setObjectName(QString::fromLatin1(ScreenName(name)));
   auto* outer = new QVBoxLayout(this);
   outer->setContentsMargins(12, 8, 12, 8);
@@ -94,6 +94,22 @@ QWidget* ChildForm::FirstFocus() {
     }
   }
   return nullptr;
+}
+
+void ChildForm::AddSelector(ComboBox* list) {
+  list->ChoosesItem = true;
+  selectors_.push_back(list);
+}
+
+void ChildForm::ShowAnew() {
+  std::vector<int> chosen;
+  for (const ComboBox* list : selectors_) chosen.push_back(list->ListIndex());
+  CloseLists();
+  RunHandler([this] { Form_Activate(); });
+  for (std::size_t i = 0; i < selectors_.size(); ++i) {
+    if (chosen[i] >= 0 && chosen[i] < selectors_[i]->count())
+      selectors_[i]->SetListIndex(chosen[i]);
+  }
 }
 
 void ChildForm::StepItem(int step) {

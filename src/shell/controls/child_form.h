@@ -23,6 +23,7 @@ class ChildForm : public QWidget {
  public:
   ChildForm(Screen name, const QString& caption);
 
+  Screen Which() const { return name_; }
   QString Caption() const { return caption_; }
 
   /// Runs once, before the screen is first shown.
@@ -40,6 +41,8 @@ class ChildForm : public QWidget {
   /// often changes nothing: the first in the order of Tab, of a group the chosen option, of a grid
   /// the first value. Null where none takes it.
   virtual QWidget* FirstFocus();
+  /// Fills the screen from the project again, with the item on show still chosen.
+  void ShowAnew();
   /// Chooses the item before (-1) or after (1) the one on show, in the innermost selector on show.
   void StepItem(int step);
 
@@ -71,7 +74,7 @@ class ChildForm : public QWidget {
                     int captionChars = 0);
 
   /// A list that chooses the item on show. Of several, the later are within the earlier.
-  void AddSelector(ComboBox* list) { selectors_.push_back(list); }
+  void AddSelector(ComboBox* list);
   /// The innermost selector on show; null where there is none.
   virtual QWidget* Selector() const;
   /// Chooses the item before or after the one on show as a user does, if there is one.
@@ -83,6 +86,7 @@ class ChildForm : public QWidget {
 
  private:
   QVBoxLayout* body_;
+  Screen name_;
   QString caption_;
   std::vector<ComboBox*> selectors_;
 };

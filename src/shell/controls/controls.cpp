@@ -13,12 +13,19 @@
 #include <utility>
 
 #include "shell/controls/accessible_controls.h"
+#include "shell/shell.h"
 
 ComboBox::ComboBox(QWidget* parent) : QComboBox(parent) {
   InstallAccessibleControls();
   setMaxVisibleItems(18);
   setFocusPolicy(Qt::StrongFocus);
-  connect(this, &QComboBox::activated, this, [this] { RunHandler(Click); });
+  connect(this, &QComboBox::activated, this, [this] { RunHandler([this] { RunClick(); }); });
+}
+
+void ComboBox::RunClick() {
+  std::optional<Showing> showing;
+  if (ChoosesItem) showing.emplace();
+  if (Click) Click();
 }
 
 void KeepRoomWhileHidden(QWidget& control) {
@@ -79,7 +86,7 @@ void ComboBox::SetListIndex(int index) {
     setCurrentIndex(-1);
   } else if (index != currentIndex()) {
     setCurrentIndex(index);
-    if (Click) Click();
+    RunClick();
   }
 }
 

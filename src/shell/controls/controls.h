@@ -54,6 +54,8 @@ class ComboBox : public QComboBox {
   void SetWidthInChars(int chars);
 
   std::function<void()> Click;
+  /// A choice brings up another item and is no edit.
+  bool ChoosesItem = false;
 
   void showPopup() override;
 
@@ -63,6 +65,8 @@ class ComboBox : public QComboBox {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void RunClick();
+
   LetterSearch search_;
 };
 

@@ -44,6 +44,7 @@ MsgAnswer ShowMessage(const Message& message) {
   QMessageBox box(BoxIcon(message.Icon), message.Title, message.Text, QMessageBox::NoButton,
                   FrontWindow());
   box.setTextFormat(Qt::PlainText);
+  box.setInformativeText(message.Detail);
   switch (message.Buttons) {
     case MsgButtons::Ok:
       box.setStandardButtons(QMessageBox::Ok);
@@ -139,9 +140,10 @@ std::function<void(const QString&)> OpenUrlSeam = [](const QString& address) {
   QDesktopServices::openUrl(QUrl::fromUserInput(address));
 };
 
-MsgAnswer MsgBox(const QString& text, MsgIcon icon, const QString& title, MsgButtons buttons) {
+MsgAnswer MsgBox(const QString& text, MsgIcon icon, const QString& title, MsgButtons buttons,
+                 const QString& detail) {
   if (ProgramEnding()) return buttons == MsgButtons::Ok ? MsgAnswer::Ok : MsgAnswer::No;
-  return MsgBoxSeam({text, icon, title, buttons});
+  return MsgBoxSeam({text, icon, title, buttons, detail});
 }
 
 QString FileDialog(const FileRequest& request) {

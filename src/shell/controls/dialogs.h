@@ -14,6 +14,7 @@ struct Message {
   MsgIcon Icon;
   QString Title;
   MsgButtons Buttons;
+  QString Detail = {};  ///< Smaller, below the text.
 };
 
 struct FileRequest {
@@ -28,7 +29,7 @@ struct FileRequest {
 /// work is lost, so Yes never is the answer of a key pressed too often. While the program ends
 /// nothing is shown, and a question is answered No.
 MsgAnswer MsgBox(const QString& text, MsgIcon icon, const QString& title,
-                 MsgButtons buttons = MsgButtons::Ok);
+                 MsgButtons buttons = MsgButtons::Ok, const QString& detail = {});
 
 /// The chosen path, or an empty string when the user cancels.
 QString FileDialog(const FileRequest& request);

@@ -19,6 +19,7 @@
 #include "shell/shell.h"
 #include "shell/window/about_form.h"
 #include "shell/window/guide_window.h"
+#include "shell/window/history.h"
 
 namespace {
 
@@ -79,8 +80,18 @@ void ForgetUnsavedWork() {
 void OpenKeptWork(const KeptWork& work) {
   if (mainWindow) mainWindow->OpenKeptWork(work);
 }
+std::unique_ptr<Project> SavedProject() {
+  return mainWindow ? mainWindow->SavedProject() : std::make_unique<Project>(LiveProject);
+}
 bool ProgramEnding() {
   return mainWindow && mainWindow->Ending();
+}
+
+Showing::Showing() {
+  if (mainWindow) mainWindow->Steps().BeginShowing();
+}
+Showing::~Showing() {
+  if (mainWindow) mainWindow->Steps().EndShowing();
 }
 
 Hourglass::Hourglass() {
@@ -94,6 +105,7 @@ frmT3MasterMDI::frmT3MasterMDI(const ProgramScreens& program) : program_(program
   mainWindow = this;
   setObjectName(QStringLiteral("frmT3MasterMDI"));
   setWindowTitle(ProgramTitle);
+  BuildHistory();
   tmrFix_ = new Timer(this, "tmrFix", 1000);
   tmrFix_->Tick = [this] { tmrFix_Timer(); };
   constexpr int recoveryMs = 3000;
@@ -105,6 +117,7 @@ frmT3MasterMDI::frmT3MasterMDI(const ProgramScreens& program) : program_(program
   HandlersDoneSeam = [this] {
     for (QWidget* page : retired_) page->deleteLater();
     retired_.clear();
+    history_->Record();
   };
 }
 
@@ -139,6 +152,7 @@ void frmT3MasterMDI::MDIForm_Load() {
   qApp->installEventFilter(this);
   tmrFix_->SetEnabled(true);
   recovery_.Settle(LiveProject);
+  history_->Begin();
   tmrRecovery_->SetEnabled(true);
   tmrMarks_->SetEnabled(true);
 }
@@ -162,6 +176,7 @@ ChildForm* frmT3MasterMDI::ShowForm(Screen screen) {
   const LoadedScreen shown = found->second;
   lblTitle_->setText(shown.Form->Caption());
   captionLine_->setVisible(screen != Screen::About);
+  const Showing showing;
   // A failure while the screen fills itself is told, and the screen shows what it has.
   RunHandler([&] { shown.Form->Form_Activate(); });
   if (front_ == screen) BringToFront(shown);
@@ -255,26 +270,6 @@ void frmT3MasterMDI::UpdateStatusBar() {
   }
 }
 
-/// The mark of unsaved changes, or for some seconds what has just been done.
-void frmT3MasterMDI::ShowMarks() {
-  constexpr qint64 momentMs = 4000;
-  const bool news = !news_.isEmpty() && (newsStays_ || newsShown_.ElapsedMs() < momentMs);
-  if (!news) news_.clear();
-  const auto& trouble = recovery_.Trouble();
-  lblMark_->SetCaption(news               ? news_
-                       : trouble          ? QStringLiteral("No copy of unsaved work can be kept")
-                       : DataChanged != 0 ? QStringLiteral("Unsaved changes")
-                                          : QString());
-  lblMark_->setToolTip(QString::fromStdString(trouble.value_or(std::string())));
-}
-
-void frmT3MasterMDI::TellNews(const QString& news, bool stays) {
-  news_ = news;
-  newsStays_ = stays;
-  newsShown_.Restart();
-  ShowMarks();
-}
-
 void frmT3MasterMDI::SetLinkStatus(const QString& text) {
   statusLink_->SetCaption(text);
 }
@@ -314,12 +309,20 @@ void frmT3MasterMDI::MDIForm_Resize() {
 bool frmT3MasterMDI::eventFilter(QObject* watched, QEvent* event) {
   const bool pressed = event->type() == QEvent::KeyPress;
   if ((pressed || event->type() == QEvent::MouseButtonPress) && newsStays_) TellNews({});
+  if (watched == lblMark_ && event->type() == QEvent::ToolTip) ShowMarkTip();
+  if (pressed || event->type() == QEvent::MouseButtonPress) history_->SetTyping(pressed);
   if (!pressed || ending_) return QMainWindow::eventFilter(watched, event);
   const auto& key = *static_cast<QKeyEvent*>(event);
   const bool pageUp = key.key() == Qt::Key_PageUp;
   if ((pageUp || key.key() == Qt::Key_PageDown) &&
       (key.modifiers() & ~Qt::KeypadModifier) == Qt::ControlModifier) {
     return StepItem(watched, pageUp ? -1 : 1);
+  }
+  const auto held = key.modifiers();
+  const bool back = key.key() == Qt::Key_Z && held == Qt::ControlModifier;
+  if (back || (key.key() == Qt::Key_Y && held == Qt::ControlModifier) ||
+      (key.key() == Qt::Key_Z && held == (Qt::ControlModifier | Qt::ShiftModifier))) {
+    return StepHistory(watched, back);
   }
   if (!key.matches(QKeySequence::HelpContents)) return QMainWindow::eventFilter(watched, event);
   const QWidget* dialog = QApplication::activeModalWidget();
@@ -328,12 +331,17 @@ bool frmT3MasterMDI::eventFilter(QObject* watched, QEvent* event) {
   return true;
 }
 
+/// The window of a control; of an open list that over which it stands.
+QWidget* frmT3MasterMDI::WindowOf(const QWidget& control) {
+  auto* list = qobject_cast<ComboBox*>(control.window()->parentWidget());
+  return list ? list->window() : control.window();
+}
+
 /// Whether the key was a screen's, which has no other use for it.
 bool frmT3MasterMDI::StepItem(const QObject* pressedOn, int step) {
   const auto* widget = qobject_cast<const QWidget*>(pressedOn);
   if (!widget) return false;
-  const QWidget* over = widget->window();
-  if (auto* list = qobject_cast<ComboBox*>(over->parentWidget())) over = list->window();
+  const QWidget* over = WindowOf(*widget);
   if (over != this) return ScreenNamed(over->objectName().toStdString()) != Screen::None;
   if (ChildForm* form = LoadedForm(front_)) RunHandler([&] { form->StepItem(step); });
   return true;

@@ -6,11 +6,14 @@
 #include <QToolButton>
 #include <map>
 
+#include "panel/difference.h"
 #include "panel/live_project.h"
 #include "panel/recovery_copy.h"
 #include "panel/stopwatch.h"
 #include "shell/controls/child_form.h"
 #include "shell/window/screen_entry.h"
+
+class History;
 
 /// The main window: the menu, the status bar, the screen on show and the project's file commands.
 /// The program lives from its load to its close.
@@ -34,6 +37,8 @@ class frmT3MasterMDI : public QMainWindow {
   void EndKeepingWork();
   void KeepUnsavedWork() { recovery_.Update(LiveProject); }
   void ForgetUnsavedWork() { recovery_.Settle(LiveProject); }
+  /// The project as it was saved, opened or new.
+  std::unique_ptr<Project> SavedProject() const;
   /// Takes up what another program could not save, under the rules of Open.
   void OpenKeptWork(const KeptWork& work);
 
@@ -59,6 +64,7 @@ class frmT3MasterMDI : public QMainWindow {
   void TellNews(const QString& news, bool stays = false);
   void SetMainMenusEnabled(bool enabled);
   bool Ending() const { return ending_; }
+  History& Steps() { return *history_; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -75,18 +81,26 @@ class frmT3MasterMDI : public QMainWindow {
 
   void BuildMenu();
   void BuildClient();
+  void BuildHistory();
+  void AddHistoryButtons(QHBoxLayout* line);
   QAction* AddLeaf(const char* name, Screen screen, const QString& caption);
   void CloseFrontForm();
   void Unload(Screen screen);
   void BringToFront(const LoadedScreen& screen);
   void GoToOtherPart();
+  static QWidget* WindowOf(const QWidget& control);
   bool StepItem(const QObject* pressedOn, int step);
+  bool StepHistory(QObject* pressedOn, bool back);
+  QString HistoryRests() const;
+  void ShowChange(const std::vector<Difference>& changes, const std::function<bool()>& stillSame);
   bool DiscardChanges() const;
+  QString WhatHasChanged() const;
   void ReplaceProject(const std::function<void()>& replace);
   [[nodiscard]] bool WriteProject();
   void ShowEmptyState();
   void ReadFile(const QString& name);
   void ShowMarks();
+  void ShowMarkTip();
   void TearDown();
 
   ProgramScreens program_;
@@ -111,6 +125,7 @@ class frmT3MasterMDI : public QMainWindow {
   bool fileDialogUsed_ = false;
   bool ending_ = false;
   bool keepsWork_ = false;
+  History* history_ = nullptr;
   RecoveryCopy recovery_;
   Timer* tmrRecovery_ = nullptr;
 };

@@ -134,6 +134,7 @@ void frmT3MasterMDI::BuildClient() {
   lblMark_->setObjectName(QStringLiteral("lblMark"));
   lblMark_->SetLook(Label::Look::Quiet);
   line->addWidget(lblMark_, 1);
+  AddHistoryButtons(line);
   cmdClose_ = new QToolButton;
   cmdClose_->setObjectName(QStringLiteral("cmdClose"));
   cmdClose_->setText(QStringLiteral("\u00d7"));

@@ -12,6 +12,7 @@
 #include "panel/program_state.h"
 #include "panel/project_file.h"
 #include "shell/window/about_form.h"
+#include "shell/window/history.h"
 #include "shell/window/main_window.h"
 
 namespace {
@@ -26,9 +27,15 @@ bool Chosen(const QString& name) {
 
 }  // namespace
 
+/// Asked exactly when edits are marked; that some change nothing is told below the question.
 bool frmT3MasterMDI::DiscardChanges() const {
-  return DataChanged == 0 || MsgBox(QStringLiteral("Discard Any Changes?"), MsgIcon::Question,
-                                    ProgramTitle, MsgButtons::YesNo) == MsgAnswer::Yes;
+  if (DataChanged == 0) return true;
+  const QString same = CurrentFileName == NoFileName
+                           ? QStringLiteral("No setting differs from a new panel.")
+                           : QStringLiteral("No setting differs from the file.");
+  return MsgBox(QStringLiteral("Discard Any Changes?"), MsgIcon::Question, ProgramTitle,
+                MsgButtons::YesNo,
+                recovery_.IsUnsaved(LiveProject) ? QString() : same) == MsgAnswer::Yes;
 }
 
 /// Another project comes into memory. Nobody was asked about the work of one that is not marked as
@@ -37,6 +44,7 @@ void frmT3MasterMDI::ReplaceProject(const std::function<void()>& replace) {
   recovery_.Update(LiveProject);
   replace();
   if (DataChanged == 0) recovery_.Leave();
+  history_->Begin();
 }
 
 void frmT3MasterMDI::mnuNew_Click() {

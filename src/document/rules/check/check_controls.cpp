@@ -45,11 +45,6 @@ void ForEachInput(const CheckScope& scope, Look look) {
   }
 }
 
-/// Where the type of an input is chosen. The screens of its actions would cut them.
-Screen TypeScreen(const Item& input) {
-  return input.Kind == ItemKind::Input ? Screen::InputOptions : Screen::ConfigureFennlinkDevices;
-}
-
 void LookAtCutActions(const CheckScope& scope, const TellFinding& tell) {
   ForEachInput(scope, [&](const Item& input, auto options, auto relayCell, auto groupCell) {
     const auto look = [&](ControlTable table, auto cell) {

@@ -1,0 +1,140 @@
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QMenu>
+#include <QMenuBar>
+#include <QShortcut>
+#include <QUndoView>
+#include <QWidgetAction>
+
+#include "shell/controls/go_to_item.h"
+#include "shell/window/history.h"
+#include "shell/window/main_window.h"
+
+// The way back in the main window: its keys, buttons and list, and what it shows.
+
+namespace {
+
+constexpr int MostListed = 100;
+
+/// Steps, the last of them where the project stands. The list is the toolkit's; of a long history
+/// it shows the end.
+class StepList : public QUndoView {
+ public:
+  explicit StepList(QUndoStack* stack) : QUndoView(stack) {
+    setObjectName(QStringLiteral("lstSteps"));
+    setAccessibleName(QStringLiteral("Steps"));
+    setEmptyLabel(QStringLiteral("As it was opened"));
+    setMinimumSize(fontMetrics().averageCharWidth() * 50, fontMetrics().height() * 12);
+  }
+
+ protected:
+  void showEvent(QShowEvent* event) override {
+    const int rows = model()->rowCount();
+    for (int row = 0; row < rows; ++row) setRowHidden(row, row < rows - 1 - MostListed);
+    QUndoView::showEvent(event);
+    scrollTo(currentIndex());
+    setFocus();
+  }
+};
+
+}  // namespace
+
+void frmT3MasterMDI::BuildHistory() {
+  history_ = new History(
+      this, {.Rests = [this] { return HistoryRests(); },
+             .ScreenCaption = [this] { return lblTitle_->text(); },
+             .Show = [this](const auto& changes,
+                            const auto& stillSame) { ShowChange(changes, stillSame); }});
+}
+
+void frmT3MasterMDI::AddHistoryButtons(QHBoxLayout* line) {
+  QUndoStack& stack = history_->Stack();
+  const auto add = [&](const char* name, const QString& sign, const QString& verb,
+                       const QString& key, void (History::*go)(), bool can,
+                       QString (QUndoStack::*words)() const) {
+    auto* button = new QToolButton;
+    button->setObjectName(QString::fromLatin1(name));
+    button->setText(sign);
+    button->setAutoRaise(true);
+    button->setEnabled(can);
+    const auto tell = [=, &stack] {
+      const QString step = (stack.*words)();
+      const QString told = step.isEmpty() ? verb : verb + u' ' + step;
+      button->setAccessibleName(told);
+      button->setToolTip(QStringLiteral("%1 (%2)").arg(told, key));
+    };
+    tell();
+    connect(&stack, &QUndoStack::indexChanged, button, tell);
+    connect(button, &QToolButton::clicked, this,
+            [history = history_, go] { RunHandler([=] { (history->*go)(); }); });
+    line->addWidget(button);
+    return button;
+  };
+  auto* undo =
+      add("cmdUndo", QStringLiteral("\u21b6"), QStringLiteral("Undo"), QStringLiteral("Ctrl+Z"),
+          &History::Undo, stack.canUndo(), &QUndoStack::undoText);
+  connect(&stack, &QUndoStack::canUndoChanged, undo, &QWidget::setEnabled);
+  auto* steps = new QMenu(undo);
+  auto* list = new QWidgetAction(steps);
+  list->setDefaultWidget(new StepList(&stack));
+  steps->addAction(list);
+  undo->setMenu(steps);
+  undo->setPopupMode(QToolButton::MenuButtonPopup);
+  auto* open = new QShortcut(QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_Z), this);
+  connect(open, &QShortcut::activated, undo, &QToolButton::showMenu);
+  auto* redo =
+      add("cmdRedo", QStringLiteral("\u21b7"), QStringLiteral("Redo"), QStringLiteral("Ctrl+Y"),
+          &History::Redo, stack.canRedo(), &QUndoStack::redoText);
+  connect(&stack, &QUndoStack::canRedoChanged, redo, &QWidget::setEnabled);
+}
+
+/// Why no step can be taken now, if so.
+QString frmT3MasterMDI::HistoryRests() const {
+  return menuBar()->isEnabled()
+             ? QString()
+             : QStringLiteral("Undo rests while the program works with the panel.");
+}
+
+/// Whether the key was the program's. A text that the project does not hold has its own steps.
+bool frmT3MasterMDI::StepHistory(QObject* pressedOn, bool back) {
+  auto* control = qobject_cast<QWidget*>(pressedOn);
+  if (!control || WindowOf(*control) != this) return false;
+  auto* box = qobject_cast<QLineEdit*>(control);
+  if (box && !history_->Holds(*box) && (back ? box->isUndoAvailable() : box->isRedoAvailable())) {
+    return false;
+  }
+  if (QWidget* list = QApplication::activePopupWidget()) list->close();
+  RunHandler([&] { back ? history_->Undo() : history_->Redo(); });
+  return true;
+}
+
+/// Where the change shows, if showing it changes nothing; else where the type is chosen that cuts
+/// it; else no screen.
+void frmT3MasterMDI::ShowChange(const std::vector<Difference>& changes,
+                                const std::function<bool()>& stillSame) {
+  ChildForm* front = LoadedForm(front_);
+  const auto find = [&](const auto& suits) {
+    const auto found = std::find_if(changes.begin(), changes.end(), suits);
+    return found == changes.end() ? nullptr : &*found;
+  };
+  const auto isOnFront = [&](const Difference& change) { return change.At.By.On == front_; };
+  const Difference* shown = !front ? nullptr : find([&](const Difference& change) {
+    return isOnFront(change) && ShowsItem(*front, change.Where);
+  });
+  if (!shown) shown = find(isOnFront);
+  if (!shown)
+    shown = find([](const Difference& change) { return change.At.By.On != Screen::None; });
+  if (shown) {
+    GoToSetting(front, shown->Where, shown->At);
+    if (stillSame()) return;
+    if (shown->Where.Kind == ItemKind::DeviceInput || shown->Where.Kind == ItemKind::Input) {
+      GoToItem(TypeScreen(shown->Where), shown->Where);
+      if (stillSame()) return;
+    }
+  } else if (front) {
+    front->ShowAnew();
+    if (stillSame()) return;
+  }
+  CloseFrontForm();
+  stillSame();
+}
