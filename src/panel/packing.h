@@ -13,6 +13,7 @@ constexpr int DimmerBlockAddress = 0x8400;  ///< An element a byte.
 
 constexpr int NameLength = 10;       ///< Characters that the panel keeps of an item's name.
 constexpr int PanelNameLength = 18;  ///< And of its own.
+constexpr const char* NamelessPanel = "ORV TAMBERLOOM 3";  ///< What a panel without one is told.
 
 constexpr int BitRowSize = ItemCount / 8;  ///< Bytes of a row of 48 bits.
 

@@ -14,7 +14,6 @@ Int16 IncludeNamesInUpload = 0;
 namespace {
 
 constexpr int ClearedSize = 0x8000;
-constexpr const char* NamelessPanel = "ORV TAMBERLOOM 3";
 
 /// Where one value stands: its address and, of a bit, its mask and the way to the next plane.
 struct Spot {

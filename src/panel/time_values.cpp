@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <cctype>
+#include <charconv>
 #include <cstdlib>
+#include <optional>
+#include <vector>
 
 #include "panel/format.h"
 #include "panel/words.h"
@@ -57,6 +60,64 @@ std::string DaysInWords(Int16 days) {
     }
   }
   return text.empty() ? "on no day" : text;
+}
+
+constexpr std::string_view TimeEnd = ", ";
+
+std::string DateInWords(Int16 days, Int16 month, Int16 date) {
+  if (month != 0) {
+    const std::string_view name = Word(MonthNames, month - 1);
+    const auto index = static_cast<std::size_t>(month - 1);
+    const bool exists = !name.empty() && date >= 1 && date <= MonthDays[index];
+    if (!exists) return "on no date of the year";
+    return std::string("on ").append(name).append(" ").append(NumberText(date));
+  }
+  std::string text = DaysInWords(days);
+  const bool someDay = (days & 0x7F) != 0x7F;
+  if (someDay && (days & (1 << HolidayBit)) != 0) text += ", not on holidays";
+  return text;
+}
+
+/// The first of some times that is told by these words.
+std::optional<TimerTimeValue> ReadTime(std::string_view words) {
+  int number = 0;
+  const char* end = words.data() + words.size();
+  const char* rest = std::from_chars(words.data(), end, number).ptr;
+  std::vector<TimerTimeValue> times;
+  if (rest != end && *rest == ':') {
+    int minute = 0;
+    std::from_chars(rest + 1, end, minute);
+    for (const int hour : {number % 12, number % 12 + 12}) {
+      times.push_back({static_cast<Int16>(hour), static_cast<Int16>(minute)});
+    }
+  } else if (number <= LargestTimerOffset) {
+    for (std::size_t event = 0; event < RelativeEvents.size(); ++event) {
+      const auto type = static_cast<Int16>(FirstRelativeType + event * EventStep);
+      times.push_back(WithOffset({type, 0}, number));
+    }
+  }
+  const auto told = std::find_if(times.begin(), times.end(), [words](TimerTimeValue time) {
+    return TimeInWords(time) == words;
+  });
+  return told == times.end() ? std::nullopt : std::optional(*told);
+}
+
+void ReadDate(std::string_view words, TimerRun& run) {
+  int date = 0;
+  const std::size_t number = words.rfind(' ') + 1;
+  std::from_chars(words.data() + number, words.data() + words.size(), date);
+  for (Int16 month = 1; date > 0 && month <= static_cast<int>(MonthNames.size()); ++month) {
+    if (DateInWords(0, month, static_cast<Int16>(date)) != words) continue;
+    run.Month = month;
+    run.Date = static_cast<Int16>(date);
+    return;
+  }
+  for (Int16 days = 0; days < 1 << (HolidayBit + 1); ++days) {
+    if (DateInWords(days, 0, 0) != words) continue;
+    run.Days = days;
+    run.Month = 0;
+    return;
+  }
 }
 
 }  // namespace
@@ -133,16 +194,15 @@ std::string DayMaskText(Int16 days) {
 }
 
 std::string TimerInWords(TimerTimeValue time, Int16 days, Int16 month, Int16 date) {
-  std::string text = TimeInWords(time) + ", ";
-  if (month != 0) {
-    const std::string_view name = Word(MonthNames, month - 1);
-    const auto index = static_cast<std::size_t>(month - 1);
-    const bool exists = !name.empty() && date >= 1 && date <= MonthDays[index];
-    if (!exists) return text + "on no date of the year";
-    return text.append("on ").append(name).append(" ").append(NumberText(date));
-  }
-  text += DaysInWords(days);
-  const bool someDay = (days & 0x7F) != 0x7F;
-  if (someDay && (days & (1 << HolidayBit)) != 0) text += ", not on holidays";
-  return text;
+  return TimeInWords(time) + std::string(TimeEnd) + DateInWords(days, month, date);
+}
+
+TimerRun ReadTimerWords(std::string_view words, TimerRun over) {
+  const std::size_t end = words.find(TimeEnd);
+  if (end == std::string_view::npos) return over;
+  const std::string_view time = words.substr(0, end);
+  const std::string_view date = words.substr(end + TimeEnd.size());
+  if (TimeInWords(over.Time) != time) over.Time = ReadTime(time).value_or(over.Time);
+  if (DateInWords(over.Days, over.Month, over.Date) != date) ReadDate(date, over);
+  return over;
 }

@@ -77,3 +77,15 @@ std::string DayMaskText(Int16 days);
 /// With a month other than 0 it runs on one date of the year and `days` does not count. Says so of
 /// a time that no timer can have and of a date that no year has.
 std::string TimerInWords(TimerTimeValue time, Int16 days, Int16 month, Int16 date);
+
+/// All that a timer runs by, as stored.
+struct TimerRun {
+  TimerTimeValue Time;
+  Int16 Days = 0;
+  Int16 Month = 0;
+  Int16 Date = 0;
+};
+
+/// The way back from the words: what they tell, over a timer that keeps what they do not tell, and
+/// what it tells alike.
+TimerRun ReadTimerWords(std::string_view words, TimerRun over);

@@ -91,8 +91,10 @@ bool ShowsItem(const ChildForm& form, const Item& item) {
   });
 }
 
-void GoToSetting(ChildForm* front, const Item& item, const Spot& spot) {
+void GoToSetting(ChildForm* front, const Setting& setting) {
   const Showing showing;
+  const Spot spot = SpotOf(setting);
+  const Item item = ItemOf(setting);
   ChildForm* form = front;
   if (form && form->Which() == spot.By.On) {
     form->ShowAnew();

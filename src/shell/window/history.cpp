@@ -120,7 +120,8 @@ int History::TypingId() {
 }
 
 QString History::WordsOf(const std::vector<Difference>& changes) const {
-  if (changes.size() != 1) {
+  if (changes.empty()) return QStringLiteral("Change on %1").arg(hooks_.ScreenCaption());
+  if (changes.size() > 1) {
     return QStringLiteral("%1 settings of %2").arg(changes.size()).arg(hooks_.ScreenCaption());
   }
   const Difference& change = changes.front();

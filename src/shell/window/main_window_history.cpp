@@ -117,15 +117,15 @@ void frmT3MasterMDI::ShowChange(const std::vector<Difference>& changes,
     const auto found = std::find_if(changes.begin(), changes.end(), suits);
     return found == changes.end() ? nullptr : &*found;
   };
-  const auto isOnFront = [&](const Difference& change) { return change.At.By.On == front_; };
+  const auto isOnFront = [&](const Difference& change) { return EditorOf(change.Of).On == front_; };
   const Difference* shown = !front ? nullptr : find([&](const Difference& change) {
     return isOnFront(change) && ShowsItem(*front, change.Where);
   });
   if (!shown) shown = find(isOnFront);
   if (!shown)
-    shown = find([](const Difference& change) { return change.At.By.On != Screen::None; });
+    shown = find([](const Difference& change) { return EditorOf(change.Of).On != Screen::None; });
   if (shown) {
-    GoToSetting(front, shown->Where, shown->At);
+    GoToSetting(front, shown->Of);
     if (stillSame()) return;
     if (shown->Where.Kind == ItemKind::DeviceInput || shown->Where.Kind == ItemKind::Input) {
       GoToItem(TypeScreen(shown->Where), shown->Where);
