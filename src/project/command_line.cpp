@@ -24,8 +24,9 @@ QString CommandHelp() {
   }
   return help +
          QStringLiteral(
-             "\nExit status: 0 no error found, or equal; 1 errors found, or different; 2 what "
-             "cannot be\nread, written or reached, or a wrong call.\n");
+             "\nExit status: 0 no error found, equal, or merged; 1 errors found, different, or "
+             "both sides\nchanged the same; 2 what cannot be read, written or reached, or a "
+             "wrong call.\n");
 }
 
 }  // namespace
@@ -44,6 +45,9 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
       {"date", QStringLiteral("document: when it says that it was created."),
        QStringLiteral("\"2026-11-25 10:00\"")},
       {"name", QStringLiteral("document: the file name that it says."), QStringLiteral("NAME")},
+      {{"o", "output"},
+       QStringLiteral("merge: the file to write, in place of OURS."),
+       QStringLiteral("OUT.T3")},
       {"pdf", QStringLiteral("report: the file to print to."), QStringLiteral("OUT.pdf")},
       {"xlsx", QStringLiteral("report: the spreadsheet to write."), QStringLiteral("OUT.xlsx")},
       {"paper", QStringLiteral("report: letter or A4."), QStringLiteral("PAPER")},
@@ -108,6 +112,7 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
     }
   }
   line.FileName = parser.value(QStringLiteral("name"));
+  line.Output = parser.value(QStringLiteral("output"));
   line.Pdf = parser.value(QStringLiteral("pdf"));
   line.Workbook = parser.value(QStringLiteral("xlsx"));
   if (line.Command == u"report" && line.Pdf.isEmpty() && line.Workbook.isEmpty()) {

@@ -16,6 +16,7 @@ struct CommandLine {
   double EverySeconds = 2;  ///< Between two looks.
   QString PasswordFile;     ///< Empty: the environment or the terminal tells it.
   QDateTime Date;           ///< Now unless told.
+  QString Output;           ///< What a merge is written to; empty for the file of OURS.
   QString Pdf;              ///< What a report is written to; empty for nothing.
   QString Workbook;
   QString Paper;     ///< "A4" or "letter"; that of the country unless told.

@@ -11,13 +11,13 @@
 #include "panel/program_state.h"
 #include "project/each_file.h"
 #include "project/live_commands.h"
+#include "project/merge_commands.h"
 #include "project/places.h"
 #include "project/rows.h"
 
 namespace {
 
 const QStringList CheckColumns = {"File", "Severity", "Rule", "Item", "Sentence"};
-const QStringList CompareColumns = {"Area", "Item", "Field", "A", "B"};
 
 ExitStatus Check(const CommandLine& line, const QStringList& files) {
   const ProjectRead read = LoadProject(files[0]);
@@ -89,6 +89,9 @@ const std::vector<Command>& Commands() {
   static const std::vector<Command> commands = {
       {"check", "FILE...", "A line a finding.", 1, 0, CheckColumns, Check, true},
       {"compare", "A B", "A line a setting that differs.", 2, 2, CompareColumns, Compare},
+      {"apply", "FILE DIFF.tsv", "Takes over what a comparison printed.", 2, 2, {}, ApplyRows},
+      {"merge", "BASE OURS THEIRS -o OUT", "A line a setting that both changed.", 3, 3,
+       MergeColumns, MergeFiles},
       {"document", "FILE", "The text document with all its sections.", 1, 1, {}, Document},
       {"report",
        "FILE --pdf OUT --xlsx OUT",

@@ -25,8 +25,33 @@ std::filesystem::path PathOf(const QString& file) {
   return std::filesystem::weakly_canonical(std::filesystem::absolute(path));
 }
 
-/// All that a file or standard input holds, up to `most` bytes.
-std::string BytesOf(const QString& file, qint64 most) {
+Project OfMemory(const QString& place, const PanelImageType& image) {
+  try {
+    return UploadedOver(NewProject(), image, true);
+  } catch (const RunTimeFailure& failure) {
+    Fail(place, QString::fromUtf8(failure.what()));
+  }
+}
+
+/// What bytes hold; `told` is where they come from.
+ProjectRead ReadBytes(const QString& told, const std::string& bytes) {
+  ProjectRead read{NewProject(), false, {}};
+  try {
+    read.Whole = DecodeProject(bytes, read.Content);
+  } catch (const RunTimeFailure& failure) {
+    Fail(told, QString::fromUtf8(failure.what()));
+  }
+  return read;
+}
+
+Project Whole(const QString& told, ProjectRead read) {
+  if (!read.Whole) Fail(told, QStringLiteral("the project ends early, or is empty"));
+  return std::move(read.Content);
+}
+
+}  // namespace
+
+std::string LoadBytes(const QString& file, qint64 most) {
   QFile source(file);
   const bool open = file == StandardPlace ? source.open(stdin, QIODevice::ReadOnly)
                                           : source.open(QIODevice::ReadOnly);
@@ -42,26 +67,6 @@ std::string BytesOf(const QString& file, qint64 most) {
   return bytes;
 }
 
-Project OfMemory(const QString& place, const PanelImageType& image) {
-  try {
-    return UploadedOver(NewProject(), image, true);
-  } catch (const RunTimeFailure& failure) {
-    Fail(place, QString::fromUtf8(failure.what()));
-  }
-}
-
-ProjectRead LoadStandardInput() {
-  ProjectRead read{NewProject(), false, {}};
-  try {
-    read.Whole = DecodeProject(BytesOf(StandardPlace, LargestProjectFile), read.Content);
-  } catch (const RunTimeFailure& failure) {
-    Fail(QStringLiteral("standard input"), QString::fromUtf8(failure.what()));
-  }
-  return read;
-}
-
-}  // namespace
-
 bool IsPanelMemory(const QString& place) {
   return place.startsWith(ImagePrefix) || ParsePanelAddress(place);
 }
@@ -73,17 +78,31 @@ ProjectRead LoadProject(const QString& place) {
   if (place.startsWith(ImagePrefix)) {
     return {OfMemory(place, LoadMemory(place.mid(ImagePrefix.size()))), true, {}};
   }
-  return place == StandardPlace ? LoadStandardInput() : ReadProject(place, NewProject());
+  return place == StandardPlace
+             ? ReadBytes(QStringLiteral("standard input"), LoadBytes(place, LargestProjectFile))
+             : ReadProject(place, NewProject());
 }
 
 Project LoadWhole(const QString& place) {
-  ProjectRead read = LoadProject(place);
-  if (!read.Whole) Fail(place, QStringLiteral("the project ends early, or is empty"));
-  return std::move(read.Content);
+  return Whole(place, LoadProject(place));
+}
+
+void RefuseAllButFile(const QString& place) {
+  if (place == StandardPlace || IsPanelMemory(place)) {
+    Fail(place, QStringLiteral("is no project file"));
+  }
+}
+
+ProjectFile LoadProjectFile(const QString& file) {
+  RefuseAllButFile(file);
+  const std::string bytes = LoadBytes(file, LargestProjectFile + 1);
+  if (bytes.size() > LargestProjectFile) Fail(file, QStringLiteral("is no project file"));
+  Project project = Whole(file, ReadBytes(file, bytes));
+  return {project, bytes.substr(EncodeProject(project).size())};
 }
 
 PanelImageType LoadMemory(const QString& file) {
-  const std::string bytes = BytesOf(file, PanelImageSize + 1);
+  const std::string bytes = LoadBytes(file, PanelImageSize + 1);
   if (bytes.size() != PanelImageSize) {
     Fail(file, QStringLiteral("a panel's memory has 40,960 bytes"));
   }
@@ -104,6 +123,10 @@ void StoreProject(const QString& place, const Project& project) {
   } else {
     WriteProject(place, project);
   }
+}
+
+void StoreProjectFile(const QString& file, const Project& project, const std::string& tail) {
+  ReplaceFile(file, EncodeProject(project) + tail);
 }
 
 void RefuseOutput(const QString& output, const QString& other) {

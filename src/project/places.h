@@ -18,6 +18,22 @@ ProjectRead LoadProject(const QString& place);
 /// The like of what a panel is to hold: a project that ends early, or is empty, is refused.
 Project LoadWhole(const QString& place);
 
+/// A project file as it stands.
+struct ProjectFile {
+  Project Content;
+  std::string Tail;  ///< What an older, longer project has left behind it.
+};
+
+/// Throws RunTimeFailure for standard input and for a panel or its memory.
+void RefuseAllButFile(const QString& place);
+
+/// The like of a file that is to be changed: nothing but a file, and a whole one.
+ProjectFile LoadProjectFile(const QString& file);
+void StoreProjectFile(const QString& file, const Project& project, const std::string& tail);
+
+/// All that a file or standard input holds, up to `most` bytes. Throws RunTimeFailure.
+std::string LoadBytes(const QString& file, qint64 most);
+
 /// The memory of 40,960 bytes that a file, or "-", holds. Throws RunTimeFailure.
 PanelImageType LoadMemory(const QString& file);
 

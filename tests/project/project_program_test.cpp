@@ -38,6 +38,82 @@ TEST_F(ProjectProgramTest, ComparesAndTellsDifferentFromEqual) {
             (QStringList{"Area\tItem\tField\tA\tB", "Relays\tRELAY 05\tpower-on type\tOff\tOn"}));
 }
 
+TEST_F(ProjectProgramTest, WhatCompareTellsIsAppliedOrRefusedAsAWhole) {
+  const QString one = Save("one.T3");
+  const QString third = Save("third.T3");
+  PanelRecord.RelayName(0) = "HALL\t2";
+  PanelRecord.InputRelayControl(3, 2) = 1;
+  PanelRecord.InputType(3) = 9;
+  const QString other = Save("other.T3");
+  QFile tailed(one);
+  ASSERT_TRUE(tailed.open(QIODevice::Append));
+  tailed.write("old tail");
+  tailed.close();
+  const QString rows = folder.filePath("rows");
+  for (const char* form : {"--names", "--json"}) {
+    SCOPED_TRACE(form);
+    EXPECT_EQ(Run({"compare", one, other, "--names", form}, rows), 1);
+    const std::string before = FileText(other);
+    EXPECT_EQ(Run({"apply", other, rows}), 2);
+    EXPECT_TRUE(FileText(other) == before);
+    EXPECT_EQ(errors.count('\n'), 3) << errors.toStdString();
+    EXPECT_TRUE(errors.contains("INPUT 04, type: there stands \"Input Disable\""))
+        << errors.toStdString();
+    EXPECT_EQ(Run({"apply", third, rows}), 0) << errors.toStdString();
+    EXPECT_EQ(Run({"compare", third, other, "--names"}), 0);
+    QFile::remove(third);
+    QFile::copy(one, third);
+  }
+  EXPECT_EQ(Run({"apply", one, rows}), 0);
+  EXPECT_TRUE(FileText(one) == Document() + "old tail");
+  for (const char* row : {"Relays\tRELAY 01", "{\"Area\": 1}"}) {
+    QFile file(rows);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(row);
+    file.close();
+    EXPECT_EQ(Run({"apply", one, rows}), 2);
+    EXPECT_TRUE(errors.contains("row 1: is no row of a comparison")) << errors.toStdString();
+  }
+}
+
+TEST_F(ProjectProgramTest, MergesIntoOursAndTellsWhatBothChanged) {
+  const QString base = Save("base.T3");
+  PanelRecord.RelayPowerOnType(0) = PanelRecord.RelayTimerType(1) = 1;
+  PanelRecord.RelayName(0) = "OURS";
+  const QString ours = Save("ours.T3");
+  LoadDefaults();
+  PanelRecord.RelayPowerOnType(0) = PanelRecord.RelayTimerType(2) = 2;
+  const QString theirs = Save("theirs.T3");
+  const std::string before = FileText(ours);
+  const QString out = folder.filePath("out.T3");
+  EXPECT_EQ(Run({"merge", base, base, theirs, "-o", out}), 0);
+  EXPECT_TRUE(FileText(out) == FileText(theirs));
+
+  for (const QStringList& wrong : {QStringList{"merge", base, ours, theirs, "-o", theirs},
+                                   {"merge", base, ours, theirs, "-o", "-"},
+                                   {"merge", base, "image:x", theirs},
+                                   {"merge", QStringLiteral(PROJECT_PROGRAM), ours, theirs}}) {
+    EXPECT_EQ(Run(wrong), 2) << wrong.join(u' ').toStdString();
+  }
+  EXPECT_EQ(Run({"merge", base, ours, theirs}, "/dev/full"), 2);
+  EXPECT_TRUE(FileText(ours) == before);
+  ASSERT_TRUE(QFile::resize(out, 100'000));
+  EXPECT_EQ(Run({"merge", base, ours, out}), 2) << "it ends early";
+  ASSERT_TRUE(QFile::resize(out, 0));
+  EXPECT_EQ(Run({"merge", out, ours, ours, "-o", out + "2"}), 0) << "both added it";
+
+  QFile tailed(ours);
+  ASSERT_TRUE(tailed.open(QIODevice::Append));
+  tailed.write("old tail");
+  tailed.close();
+  EXPECT_EQ(Run({"merge", base, ours, theirs}), 1);
+  EXPECT_EQ(Lines(), (QStringList{"Area\tItem\tField\tBase\tOurs\tTheirs",
+                                  "Relays\tRELAY 01\tpower-on type\tOff\tOn\tOn/In:1"}));
+  PanelRecord.RelayPowerOnType(0) = PanelRecord.RelayTimerType(1) = 1;
+  PanelRecord.RelayName(0) = "OURS";
+  EXPECT_TRUE(FileText(ours) == Document() + "old tail");
+}
+
 TEST_F(ProjectProgramTest, DocumentsByteForByteAndConvertsThereAndBack) {
   PanelRecord.RelayTimerType(7) = 2;
   const QString file = Save("hall.T3");
