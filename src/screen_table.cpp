@@ -22,6 +22,7 @@
 #include "dimmer/dimmer_relay_control_form.h"
 #include "document/document_form.h"
 #include "document/find_dialog.h"
+#include "document/findings_list.h"
 #include "document/rules/check/check.h"
 #include "link/connect_form.h"
 #include "link/panel_link.h"
@@ -209,5 +210,6 @@ ProgramScreens AllScreens() {
         std::count_if(findings.begin(), findings.end(),
                       [](const Finding& finding) { return finding.Level == Severity::Error; }));
   };
-  return {MenuTable(), ScreenTable(), [] { FindDialog(MainWindow()).exec(); }};
+  return {MenuTable(), ScreenTable(), [] { FindDialog(MainWindow()).exec(); },
+          [](int step) { FindingsList::OfProgram().Step(step); }};
 }

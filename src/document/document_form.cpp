@@ -67,6 +67,7 @@ void frmT3Document::Form_Load() {
 
 void frmT3Document::Form_Activate() {
   findings->ShowConnected(Connected != 0);
+  findings->ShowList();
   ShowFileName();
   for (int i = 0; i < DocumentSectionOff.Size; ++i) {
     chkPrintOptions(i).SetValue(DocumentSectionOff(i) == 0 ? 1 : 0);

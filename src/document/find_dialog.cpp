@@ -2,8 +2,8 @@
 
 #include <QVBoxLayout>
 
-#include "shell/controls/go_to_item.h"
 #include "panel/live_project.h"
+#include "shell/controls/go_to_item.h"
 
 FindDialog::FindDialog(QWidget* parent) : QDialog(parent) {
   setWindowTitle(QStringLiteral("Find"));

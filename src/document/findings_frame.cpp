@@ -2,13 +2,14 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QScopeGuard>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 #include <memory>
 
-#include "shell/controls/go_to_item.h"
 #include "document/rehearse.h"
 #include "document/rules/report/report_writer.h"
 #include "line/transfer.h"
@@ -24,6 +25,10 @@
 #include "shell/shell.h"
 
 namespace {
+
+std::unique_ptr<FindingsList::Sides> NewSides(const Project& one, const Project& other) {
+  return std::make_unique<FindingsList::Sides>(FindingsList::Sides{one, other});
+}
 
 /// Asks where to write; empty when the user cancels.
 QString ReportFileName(const QString& kind, const QString& ending) {
@@ -54,6 +59,7 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
                               &FindingsFrame::cmdComparePanel_Click);
   chkNames = new CheckBox(QStringLiteral("Names"));
   chkNames->setObjectName(QStringLiteral("chkNames"));
+  chkNames->Click = [this] { chkNames_Click(); };
   chkNames->setToolTip(QStringLiteral("Whether names count in a comparison"));
   row->addWidget(chkNames);
   cboShown = new ComboBox;
@@ -63,6 +69,13 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
   cboShown->Click = [this] { cboShown_Click(); };
   row->addWidget(cboShown);
   cmdCopy = addButton("cmdCopy", QStringLiteral("Copy"), &FindingsFrame::cmdCopy_Click);
+  cmdTakeOver =
+      addButton("cmdTakeOver", QStringLiteral("Take Over"), &FindingsFrame::cmdTakeOver_Click);
+  cmdTakeOver->setToolTip(
+      QStringLiteral("The other side's values of the selected rows come into this project; Ctrl+A "
+                     "selects all rows "
+                     "on show"));
+  cmdTakeOver->hide();
   row->addStretch(1);
 
   lstFindings = new QTreeWidget;
@@ -87,59 +100,45 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
   lblFound->setObjectName(QStringLiteral("lblFound"));
   lblFound->SetLook(Label::Look::Quiet);
   row->addWidget(lblFound, 1);
+  lblChanged = new Label;
+  lblChanged->setObjectName(QStringLiteral("lblChanged"));
+  lblChanged->SetCaption(QStringLiteral("What have I changed?"));
+  lblChanged->SetLook(Label::Look::WebLink);
+  lblChanged->Click = [this] { lblChanged_Click(); };
+  row->addWidget(lblChanged);
+  lstFindings->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  lstFindings->header()->setSectionsClickable(true);
   connect(lstFindings, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) {
-    const Row& pressed = rows_[item->data(0, Qt::UserRole).toUInt()];
-    if (pressed.On == Screen::None) return;
-    RunHandler([screen = pressed.On, where = pressed.Where] { GoToItem(screen, where); });
+    RunHandler([this, row = lstFindings->indexOfTopLevelItem(item)] { list_.Open(row); });
   });
-  ShowRows({QStringLiteral("Severity"), QStringLiteral("Item"), QStringLiteral("Finding")}, {}, {},
-           {});
+  connect(lstFindings, &QTreeWidget::itemSelectionChanged, this, [this] { ShowWhatIsSelected(); });
+  connect(lstFindings->header(), &QHeaderView::sectionClicked, this, [this](int pressed) {
+    list_.SortBy(pressed);
+    ShowRows();
+  });
 }
 
 void FindingsFrame::cmdCheck_Click() {
-  const std::vector<Finding> findings =
-      CheckProject(LiveProject, {.FileEndsEarly = FileEndsEarly()});
-  std::vector<Row> rows;
-  rows.reserve(findings.size());
-  for (const Finding& finding : findings) {
-    rows.push_back({{SeverityWord(finding.Level), ItemCode(finding.Where), finding.Sentence},
-                    finding.Where,
-                    finding.On});
-  }
-  ShowRows({QStringLiteral("Severity"), QStringLiteral("Item"), QStringLiteral("Finding")},
-           {SeverityWord(Severity::Error), SeverityWord(Severity::Warning),
-            SeverityWord(Severity::Note)},
-           std::move(rows),
-           QStringLiteral("%1, %2. Enter opens the screen.")
-               .arg(CountOf(Severity::Error, findings), CountOf(Severity::Warning, findings)));
+  list_.Check();
+  ShowList();
 }
 
 void FindingsFrame::cmdCompare_Click() {
   const QString name =
       FileDialog({FileRequest::Kind::Open, ProjectFileFilter, DataPath(QStringLiteral("*.T3"))});
   if (name.isEmpty()) return;
-  ShowDifferences(LiveProject, ReadProject(name, NewProject()).Content,
-                  QStringLiteral("Other project"));
+  const auto other = std::make_shared<const Project>(ReadProject(name, NewProject()).Content);
+  Compare(QFileInfo(name).fileName(), [other] { return NewSides(LiveProject, *other); });
 }
 
-void FindingsFrame::ShowDifferences(const Project& one, const Project& other,
-                                    const QString& otherTitle) {
-  const auto differences = CompareProjects(one, other, chkNames->Value() != 0);
-  std::vector<Row> rows;
-  QStringList areas;
-  for (const Difference& difference : differences) {
-    if (!areas.contains(difference.Area)) areas << difference.Area;
-    rows.push_back({{difference.Area, ItemText(one, difference.Where), difference.Field,
-                     difference.This, difference.Other},
-                    {},
-                    {}});
-  }
-  const bool equal = rows.empty();
-  ShowRows({QStringLiteral("Area"), QStringLiteral("Item"), QStringLiteral("Field"),
-            QStringLiteral("This project"), otherTitle},
-           areas, std::move(rows),
-           equal ? QStringLiteral("Both are equal.")
-                 : QStringLiteral("%1 settings differ.").arg(differences.size()));
+/// What has been changed since the last save.
+void FindingsFrame::lblChanged_Click() {
+  Compare(QStringLiteral("As saved"), [] { return NewSides(LiveProject, *SavedProject()); });
+}
+
+void FindingsFrame::Compare(const QString& other, FindingsList::MakeSides sides) {
+  list_.Compare(other, std::move(sides));
+  ShowList();
 }
 
 void FindingsFrame::cmdComparePanel_Click() {
@@ -161,7 +160,7 @@ void FindingsFrame::ComparePanel() {
     cmdComparePanel->SetCaption(caption);
     EnableMainMenus();
   });
-  const auto memory = std::make_unique<PanelImageType>();
+  const auto memory = std::make_shared<PanelImageType>();
   Stopwatch shown;
   const auto show = [&](int block) {
     if (shown.ElapsedMs() < pictureMs) return;
@@ -181,47 +180,91 @@ void FindingsFrame::ComparePanel() {
       PanelConnectionLost();
       return;
   }
-  ShowDifferences(AsPanelKeeps(LiveProject), UploadedOver(LiveProject, *memory, true),
-                  QStringLiteral("Panel"));
+  Compare(QStringLiteral("Panel"), [memory] {
+    return NewSides(AsPanelKeeps(LiveProject), UploadedOver(LiveProject, *memory, true));
+  });
 }
 
-void FindingsFrame::ShowRows(const QStringList& headers, const QStringList& kinds,
-                             std::vector<Row> rows, const QString& told) {
-  rows_ = std::move(rows);
-  told_ = told;
-  lstFindings->setColumnCount(static_cast<int>(headers.size()));
-  lstFindings->setHeaderLabels(headers);
-  cboShown->SetItems(QStringList{QStringLiteral("All")} + kinds);
-  cboShown->setCurrentIndex(0);
-  FillList();
+/// The list with its headers and choices, made anew if the project has changed.
+void FindingsFrame::ShowList() {
+  list_.Refresh();
+  const QSignalBlocker silent(lstFindings->header());
+  lstFindings->setColumnCount(static_cast<int>(list_.Headers().size()));
+  lstFindings->setHeaderLabels(list_.Headers());
+  cboShown->SetItems(QStringList{QStringLiteral("All")} + list_.Kinds());
+  cboShown->setCurrentIndex(list_.Kind() + 1);
+  chkNames->ShowValue(list_.Names());
+  ShowRows();
 }
 
-void FindingsFrame::FillList() {
+void FindingsFrame::ShowRows() {
+  const QSignalBlocker silent(lstFindings);
   lstFindings->clear();
-  for (std::size_t i = 0; i < rows_.size(); ++i) {
-    if (cboShown->ListIndex() > 0 && rows_[i].Cells[0] != cboShown->currentText()) continue;
-    auto* item = new QTreeWidgetItem(rows_[i].Cells);
-    item->setData(0, Qt::UserRole, static_cast<uint>(i));
-    item->setToolTip(static_cast<int>(rows_[i].Cells.size()) - 1, rows_[i].Cells.last());
+  for (const FindingsList::Row& row : list_.Rows()) {
+    auto* item = new QTreeWidgetItem(row.Cells);
+    for (int column = 0; column < row.Cells.size(); ++column) {
+      item->setToolTip(column, row.Cells[column]);
+    }
     lstFindings->addTopLevelItem(item);
   }
-  for (int column = 0; column + 1 < lstFindings->columnCount(); ++column) {
-    lstFindings->resizeColumnToContents(column);
+  FitColumns();
+  if (auto* current = lstFindings->topLevelItem(list_.Current())) {
+    lstFindings->setCurrentItem(current);
+    lstFindings->scrollToItem(current);
   }
-  lblFound->SetCaption(told_);
-  cmdCopy->setEnabled(!rows_.empty());
+  lblFound->SetCaption(list_.Told());
+  cmdCopy->setEnabled(!list_.Rows().empty());
+  ShowWhatIsSelected();
+}
+
+/// All columns stand side by side: those that ask for more than their share get what the others
+/// leave. The last takes the rest.
+void FindingsFrame::FitColumns() {
+  int left = lstFindings->viewport()->width();
+  const int columns = lstFindings->columnCount();
+  for (int column = 0; column < columns - 1; ++column) {
+    lstFindings->resizeColumnToContents(column);
+    const int share = std::min(lstFindings->columnWidth(column), left / (columns - column));
+    lstFindings->setColumnWidth(column, share);
+    left -= share;
+  }
+}
+
+void FindingsFrame::resizeEvent(QResizeEvent* event) {
+  QGroupBox::resizeEvent(event);
+  FitColumns();
+}
+
+void FindingsFrame::ShowWhatIsSelected() {
+  const auto selected = lstFindings->selectedItems();
+  cmdTakeOver->setVisible(list_.Compares());
+  cmdTakeOver->setEnabled(!selected.empty());
+  if (selected.size() == 1) list_.SetCurrent(lstFindings->indexOfTopLevelItem(selected.front()));
 }
 
 void FindingsFrame::cboShown_Click() {
-  FillList();
+  list_.SetKind(cboShown->ListIndex() - 1);
+  ShowRows();
 }
 
-/// The rows on show, with tabs between their cells.
-void FindingsFrame::cmdCopy_Click() {
-  QStringList lines;
-  for (int i = 0; i < lstFindings->topLevelItemCount(); ++i) {
-    lines << rows_[lstFindings->topLevelItem(i)->data(0, Qt::UserRole).toUInt()].Cells.join(u'\t');
+void FindingsFrame::chkNames_Click() {
+  list_.SetNames(chkNames->Value() != 0);
+  ShowList();
+}
+
+void FindingsFrame::cmdTakeOver_Click() {
+  std::vector<int> rows;
+  for (QTreeWidgetItem* item : lstFindings->selectedItems()) {
+    rows.push_back(lstFindings->indexOfTopLevelItem(item));
   }
+  list_.TakeOver(rows);
+  ShowList();
+}
+
+/// The rows on show below their headings, with tabs between their cells.
+void FindingsFrame::cmdCopy_Click() {
+  QStringList lines = {list_.Headers().join(u'\t')};
+  for (const FindingsList::Row& row : list_.Rows()) lines << row.Cells.join(u'\t');
   QApplication::clipboard()->setText(lines.join(u'\n'));
 }
 

@@ -3,8 +3,7 @@
 #include <QGroupBox>
 #include <QTreeWidget>
 
-#include "document/rules/check/check.h"
-#include "panel/project.h"
+#include "document/findings_list.h"
 #include "shell/controls/controls.h"
 
 /// What a check has found or in what two projects differ, below what the document's screen has of
@@ -14,12 +13,17 @@ class FindingsFrame : public QGroupBox {
  public:
   FindingsFrame();
   void ShowConnected(bool connected) { cmdComparePanel->setEnabled(connected); }
+  /// Shows the program's list, made anew if the project has changed.
+  void ShowList();
 
   void cmdCheck_Click();
   void cmdCompare_Click();
   /// Reads the connected panel's memory; pressed meanwhile, it stops.
   void cmdComparePanel_Click();
+  void lblChanged_Click();
   void cboShown_Click();
+  void chkNames_Click();
+  void cmdTakeOver_Click();
   void cmdCopy_Click();
   void cmdPrint_Click();
   void cmdReportPdf_Click();
@@ -27,28 +31,25 @@ class FindingsFrame : public QGroupBox {
   /// Shows the project in the simulated panel's window; a panel that is connected gets nothing.
   void cmdRehearse_Click();
 
- private:
-  /// A row of the list, and where a press on it leads; no screen: nowhere.
-  struct Row {
-    QStringList Cells;
-    Item Where;
-    Screen On;
-  };
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
 
-  void ShowRows(const QStringList& headers, const QStringList& kinds, std::vector<Row> rows,
-                const QString& told);
-  void FillList();
+ private:
+  void Compare(const QString& other, FindingsList::MakeSides sides);
   void ComparePanel();
-  void ShowDifferences(const Project& one, const Project& other, const QString& otherTitle);
+  void ShowRows();
+  void FitColumns();
+  void ShowWhatIsSelected();
   void TellReport(const QString& told);
 
+  FindingsList& list_ = FindingsList::OfProgram();
   ComboBox* cboShown = nullptr;  ///< One kind of rows, by their first cell, or all.
   Button* cmdComparePanel = nullptr;
   CheckBox* chkNames = nullptr;  ///< Whether names count in a comparison.
   Label* lblFound = nullptr;     ///< What came of the last press.
   Button* cmdCopy = nullptr;
+  Button* cmdTakeOver = nullptr;
+  Label* lblChanged = nullptr;
   QTreeWidget* lstFindings = nullptr;
-  std::vector<Row> rows_;
-  QString told_;
   bool reading_ = false;
 };

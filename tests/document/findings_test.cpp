@@ -45,8 +45,9 @@ TEST_F(FindingsTest, ACheckIsFilteredCopiedAndLeadsToTheItem) {
   EXPECT_EQ(List().topLevelItemCount(), 3);
   EXPECT_LT(List().topLevelItemCount(), all);
   Press("cmdCopy");
-  EXPECT_EQ(QApplication::clipboard()->text().count(u'\n'), 2);
-  EXPECT_TRUE(QApplication::clipboard()->text().startsWith("error\tINPUT 03\t"));
+  EXPECT_EQ(QApplication::clipboard()->text().count(u'\n'), 3);
+  EXPECT_TRUE(QApplication::clipboard()->text().startsWith(
+      "Severity\tItem\tFinding\nerror\tINPUT 03\t"));
   EXPECT_EQ(DataChanged, 0);
 
   Activate("TIMER 07");

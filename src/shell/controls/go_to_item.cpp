@@ -31,13 +31,14 @@ constexpr auto Selectors = std::to_array<Selector>({
     {ItemKind::DimmerOutput, "cboDOut", true},
 });
 
-/// The lists on show by which a screen chooses items of this kind, and which it is.
+/// The lists by which a screen chooses items of this kind, and the item's place in each. The choice
+/// in one may bring up the next.
 std::vector<std::pair<ComboBox*, int>> SelectorsOf(const ChildForm& form, const Item& item) {
   std::vector<std::pair<ComboBox*, int>> found;
   for (const Selector& selector : Selectors) {
     if (selector.Kind != item.Kind) continue;
     auto* list = form.findChild<ComboBox*>(QLatin1String(selector.List));
-    if (!list || !list->isVisibleTo(&form)) continue;
+    if (!list) continue;
     found.emplace_back(list, selector.ByPart ? item.Part : item.Number);
   }
   return found;
@@ -45,12 +46,14 @@ std::vector<std::pair<ComboBox*, int>> SelectorsOf(const ChildForm& form, const 
 
 /// Whether the item is one that the screen chooses, and needs no row.
 bool ChooseItem(const ChildForm& form, const Item& item) {
-  const auto selectors = SelectorsOf(form, item);
-  for (const auto& [list, index] : selectors) {
+  bool chosen = false;
+  for (const auto& [list, index] : SelectorsOf(form, item)) {
+    if (!list->isVisible()) continue;
     list->SetListIndex(index);
     list->setFocus();
+    chosen = true;
   }
-  return !selectors.empty() && item.Kind != ItemKind::DeviceInput;
+  return chosen && item.Kind != ItemKind::DeviceInput;
 }
 
 bool FocusRow(const ChildForm& form, int row) {
@@ -87,7 +90,7 @@ void GoToItem(Screen screen, const Item& item) {
 bool ShowsItem(const ChildForm& form, const Item& item) {
   const auto selectors = SelectorsOf(form, item);
   return std::all_of(selectors.begin(), selectors.end(), [](const auto& selector) {
-    return selector.first->ListIndex() == selector.second;
+    return !selector.first->isVisible() || selector.first->ListIndex() == selector.second;
   });
 }
 
@@ -108,7 +111,8 @@ void GoToSetting(ChildForm* front, const Setting& setting) {
   }
   // The slots of a dimmer's output, one of which the lists show.
   if (auto* slot = form->findChild<ComboBox*>(QStringLiteral("cboCONum"))) {
-    if (slot->isVisible()) slot->SetListIndex(spot.Row);
+    const bool ofSlot = QByteArray(spot.By.Control).startsWith("cboCO");
+    if (ofSlot && slot->isVisible()) slot->SetListIndex(spot.Row);
   }
   const bool chosen = ChooseItem(*form, item);
   const QString name = QString::fromLatin1(spot.By.Control);

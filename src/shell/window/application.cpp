@@ -76,7 +76,7 @@ bool Application::notify(QObject* receiver, QEvent* event) {
   // Qt's own threads deliver events through here too; handlers are the interface thread's.
   if (QThread::currentThread() != thread()) return QApplication::notify(receiver, event);
   bool result = true;
-  RunHandler([&] { result = QApplication::notify(receiver, event); });
+  RunEvent([&] { result = QApplication::notify(receiver, event); });
   return result;
 }
 

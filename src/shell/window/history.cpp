@@ -65,7 +65,8 @@ void History::Begin() {
 }
 
 void History::Record() {
-  if (QApplication::mouseButtons() == Qt::NoButton) RecordStep();
+  dragged_ = QApplication::mouseButtons() != Qt::NoButton;
+  if (!dragged_) RecordStep();
 }
 
 void History::RecordStep() {

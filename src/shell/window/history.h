@@ -37,6 +37,10 @@ class History : public QObject {
   /// What the event just handled has changed is a step. Waits while a button of the mouse is held:
   /// a drag is one step.
   void Record();
+  /// The drag may be over.
+  void RecordAfterDrag() {
+    if (dragged_) Record();
+  }
   /// A screen or an item is about to be shown, or has been: what the program stores by that belongs
   /// to the step before.
   void BeginShowing();
@@ -68,6 +72,7 @@ class History : public QObject {
   std::string content_;         ///< Its bytes.
   bool begun_ = false;
   int paused_ = 0;  ///< Above zero nothing is a step.
+  bool dragged_ = false;
   bool typing_ = false;
   QPointer<QWidget> typedInto_;
   int typingId_ = 0;

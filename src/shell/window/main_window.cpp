@@ -114,10 +114,11 @@ frmT3MasterMDI::frmT3MasterMDI(const ProgramScreens& program) : program_(program
   tmrMarks_ = new Timer(this, "tmrMarks", marksMs);
   tmrMarks_->Tick = [this] { ShowMarks(); };
   tmrRecovery_->Tick = [this] { recovery_.Update(LiveProject); };
-  HandlersDoneSeam = [this] {
+  HandlersDoneSeam = [this](bool handled) {
     for (QWidget* page : retired_) page->deleteLater();
     retired_.clear();
-    history_->Record();
+    if (handled) history_->Record();
+    history_->RecordAfterDrag();
   };
 }
 

@@ -153,6 +153,12 @@ void frmT3MasterMDI::BuildClient() {
   connect(find, &QShortcut::activated, this, [this] {
     if (menuBar()->isEnabled()) RunHandler(program_.Find);
   });
+  for (const int step : {1, -1}) {
+    auto* next = new QShortcut(step > 0 ? Qt::Key_F8 : Qt::SHIFT | Qt::Key_F8, this);
+    connect(next, &QShortcut::activated, this, [this, step] {
+      if (menuBar()->isEnabled()) RunHandler([=, this] { program_.StepFinding(step); });
+    });
+  }
   setAcceptDrops(true);
 
   pages_ = new QStackedWidget;

@@ -26,5 +26,7 @@ struct ScreenEntry {
 struct ProgramScreens {
   const std::vector<MenuEntry>& Menu;
   const std::vector<ScreenEntry>& Screens;  ///< By Screen.
-  std::function<void()> Find = {};          ///< What Ctrl+F runs while the menus are on.
+  // What keys run while the menus are on.
+  std::function<void()> Find = {};                 ///< Ctrl+F.
+  std::function<void(int step)> StepFinding = {};  ///< F8 (1), Shift+F8 (-1).
 };

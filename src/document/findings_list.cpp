@@ -1,0 +1,178 @@
+#include "document/findings_list.h"
+
+#include <QWidget>
+#include <algorithm>
+
+#include "document/rules/check/check.h"
+#include "panel/live_project.h"
+#include "panel/program_state.h"
+#include "panel/project_file.h"
+#include "shell/controls/go_to_item.h"
+#include "shell/shell.h"
+
+FindingsList& FindingsList::OfProgram() {
+  QWidget* owner = MainWindow();
+  auto* list = owner->findChild<FindingsList*>(QString(), Qt::FindDirectChildrenOnly);
+  return list ? *list : *new FindingsList(owner);
+}
+
+void FindingsList::Check() {
+  sides_ = nullptr;
+  list_ = [this] { ListFindings(); };
+  kind_ = current_ = sortColumn_ = -1;
+  Make();
+}
+
+void FindingsList::Compare(const QString& other, MakeSides sides) {
+  other_ = other;
+  sides_ = std::move(sides);
+  list_ = [this] { ListDifferences(); };
+  kind_ = current_ = sortColumn_ = -1;
+  Make();
+}
+
+void FindingsList::Refresh() {
+  if (!list_ || (madeOf_ && LiveProject == *madeOf_)) return;
+  const auto inHand = current_ >= 0 && !left_
+                          ? std::optional(rows_[static_cast<std::size_t>(current_)])
+                          : std::nullopt;
+  const QString kind = kind_ >= 0 ? kinds_[kind_] : QString();
+  Make();
+  SetKind(static_cast<int>(kinds_.indexOf(kind)));
+  if (!inHand) return;
+  const auto same = std::find_if(rows_.begin(), rows_.end(), [&](const Row& row) {
+    return row.Where == inHand->Where && row.Cells.mid(0, 3) == inHand->Cells.mid(0, 3);
+  });
+  left_ = same == rows_.end();
+  if (!left_) current_ = static_cast<int>(same - rows_.begin());
+}
+
+void FindingsList::Make() {
+  madeOf_ = std::make_unique<Project>(LiveProject);
+  all_.clear();
+  kinds_.clear();
+  list_();
+  ShowRows();
+}
+
+void FindingsList::ListFindings() {
+  const std::vector<Finding> findings =
+      CheckProject(LiveProject, {.FileEndsEarly = FileEndsEarly()});
+  headers_ = {QStringLiteral("Severity"), QStringLiteral("Item"), QStringLiteral("Finding")};
+  kinds_ = {SeverityWord(Severity::Error), SeverityWord(Severity::Warning),
+            SeverityWord(Severity::Note)};
+  for (const Finding& finding : findings) {
+    all_.push_back({{SeverityWord(finding.Level), ItemCode(finding.Where), finding.Sentence},
+                    finding.Where,
+                    finding.On});
+  }
+  told_ = QStringLiteral("%1, %2. Enter opens the screen.")
+              .arg(CountOf(Severity::Error, findings), CountOf(Severity::Warning, findings));
+}
+
+void FindingsList::ListDifferences() {
+  headers_ = {QStringLiteral("Area"), QStringLiteral("Item"), QStringLiteral("Field"),
+              QStringLiteral("This project"), other_};
+  const auto sides = sides_();
+  for (const Difference& difference : CompareProjects(sides->This, sides->Other, names_)) {
+    if (!kinds_.contains(difference.Area)) kinds_ << difference.Area;
+    all_.push_back({{difference.Area, ItemText(sides->This, difference.Where), difference.Field,
+                     difference.This, difference.Other},
+                    difference.Where,
+                    EditorOf(difference.Of).On,
+                    difference.Of});
+  }
+  told_ = all_.empty()
+              ? QStringLiteral("Both are equal.")
+              : QStringLiteral("%1 settings differ. Enter opens the screen.").arg(all_.size());
+}
+
+void FindingsList::ShowRows() {
+  rows_.clear();
+  std::copy_if(all_.begin(), all_.end(), std::back_inserter(rows_),
+               [this](const Row& row) { return kind_ < 0 || row.Cells[0] == kinds_[kind_]; });
+  if (sortColumn_ >= 0) {
+    std::stable_sort(rows_.begin(), rows_.end(), [this](const Row& a, const Row& b) {
+      const auto& [first, second] = fallsDown_ ? std::tie(b, a) : std::tie(a, b);
+      if (sortColumn_ == 0) {
+        return kinds_.indexOf(first.Cells[0]) < kinds_.indexOf(second.Cells[0]);
+      }
+      return first.Cells[sortColumn_].localeAwareCompare(second.Cells[sortColumn_]) < 0;
+    });
+  }
+  current_ = std::min(current_, static_cast<int>(rows_.size()) - 1);
+}
+
+void FindingsList::SetNames(bool names) {
+  names_ = names;
+  if (Compares()) Make();
+}
+
+void FindingsList::SetKind(int kind) {
+  kind_ = kind;
+  ShowRows();
+}
+
+void FindingsList::SortBy(int column) {
+  fallsDown_ = column == sortColumn_ && !fallsDown_;
+  sortColumn_ = column;
+  ShowRows();
+}
+
+void FindingsList::SetCurrent(int row) {
+  current_ = row;
+  left_ = false;
+}
+
+void FindingsList::Open(int row) {
+  SetCurrent(row);
+  const Row opened = rows_[static_cast<std::size_t>(row)];
+  if (opened.On == Screen::None) return;
+  if (opened.Of) {
+    GoToSetting(nullptr, *opened.Of);
+  } else {
+    GoToItem(opened.On, opened.Where);
+  }
+  TellNews(QStringLiteral("%1 of %2: %3")
+               .arg(row + 1)
+               .arg(rows_.size())
+               .arg(opened.Of ? opened.Cells.mid(1).join(u' ') : opened.Cells.last()));
+}
+
+void FindingsList::Step(int step) {
+  Refresh();
+  const int count = static_cast<int>(rows_.size());
+  int row = left_ && step > 0 ? current_ : current_ + step;
+  while (row >= 0 && row < count && rows_[static_cast<std::size_t>(row)].On == Screen::None)
+    row += step;
+  if (!list_) {
+    TellNews(QStringLiteral("Nothing is listed: check or compare on Document first."));
+  } else if (row < 0 || row >= count) {
+    TellNews(step > 0 ? QStringLiteral("There is no further row. ") + told_
+                      : QStringLiteral("There is no row before."));
+  } else {
+    Open(row);
+  }
+}
+
+void FindingsList::TakeOver(const std::vector<int>& rows) {
+  if (!Compares()) return;
+  const auto sides = sides_();
+  std::size_t left = 0;
+  for (const int row : rows) {
+    const Setting& setting = *rows_[static_cast<std::size_t>(row)].Of;
+    if (Connected != 0 && EditorOf(setting).On == Screen::Connect) {
+      ++left;
+      continue;
+    }
+    ::TakeOver(LiveProject, sides->Other, setting);
+  }
+  if (left < rows.size()) DataChanged = -1;
+  Refresh();
+  if (left > 0) {
+    TellRefusal(
+        QStringLiteral("How the panel is reached was left as it is while it is connected."));
+  } else {
+    TellNews(QStringLiteral("%1 settings taken over").arg(rows.size()));
+  }
+}

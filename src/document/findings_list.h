@@ -1,0 +1,89 @@
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "panel/difference.h"
+
+/// What Document lists and F8 walks: the findings of the check, or what differs from another
+/// project. It stays as screens come and go, and is made anew when the project has changed.
+class FindingsList : public QObject {
+  Q_OBJECT
+ public:
+  struct Row {
+    QStringList Cells;
+    Item Where;
+    Screen On = Screen::None;        ///< Where a finding leads; none: nowhere.
+    std::optional<Setting> Of = {};  ///< What differs.
+  };
+  /// The two sides of a comparison.
+  struct Sides {
+    Project This;
+    Project Other;
+  };
+  using MakeSides = std::function<std::unique_ptr<Sides>()>;
+
+  /// The one of the program, which lives as long as the main window.
+  static FindingsList& OfProgram();
+
+  void Check();
+  /// Lists what differs; `other` stands over the other side's column. The sides are asked for again
+  /// whenever the project has changed.
+  void Compare(const QString& other, MakeSides sides);
+  /// Makes the list anew if the project has changed since; the row in hand stays in hand.
+  void Refresh();
+
+  /// Of the check while nothing is listed.
+  const QStringList& Headers() const { return headers_; }
+  /// What the first column can say.
+  const QStringList& Kinds() const { return kinds_; }
+  /// The rows of the kind chosen, in the order chosen.
+  const std::vector<Row>& Rows() const { return rows_; }
+  const QString& Told() const { return told_; }
+  bool Compares() const { return sides_ != nullptr; }
+
+  bool Names() const { return names_; }
+  void SetNames(bool names);
+  /// The place in Kinds; -1 for all.
+  int Kind() const { return kind_; }
+  void SetKind(int kind);
+  /// By the words of a column; of the same column once more, the other way round.
+  void SortBy(int column);
+
+  int Current() const { return current_; }
+  void SetCurrent(int row);
+  /// Opens the screen where the row is mended.
+  void Open(int row);
+  /// Opens the next (1) or the one before (-1).
+  void Step(int step);
+  /// The other side's values of these rows come into the project.
+  void TakeOver(const std::vector<int>& rows);
+
+ private:
+  explicit FindingsList(QObject* parent) : QObject(parent) {}
+  void Make();
+  void ListFindings();
+  void ListDifferences();
+  void ShowRows();
+
+  std::function<void()> list_;  ///< Fills what is below.
+  QString other_;
+  MakeSides sides_;
+  std::unique_ptr<Project> madeOf_;
+  QStringList headers_ = {QStringLiteral("Severity"), QStringLiteral("Item"),
+                          QStringLiteral("Finding")};
+  QStringList kinds_;
+  std::vector<Row> all_;
+  std::vector<Row> rows_;
+  QString told_;
+  bool names_ = false;
+  int kind_ = -1;
+  int sortColumn_ = -1;
+  bool fallsDown_ = false;
+  int current_ = -1;
+  bool left_ = false;  ///< The row in hand is mended; `current_` is the one that came up.
+};
