@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs the recipes of docs/guide/scripts.md as they are printed, beside simulated panels, with the
+# Runs the recipes of the guide for scripts and for git as they are printed, beside simulated panels, with the
 # programs of build/release.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -8,17 +8,18 @@ install_missing mosquitto mosquitto-clients systemd git
 root=$PWD
 PATH="$root/build/release/bin:$PATH"
 
+page=$root/docs/guide/scripts.md
 complain() {
-  echo "docs/guide/scripts.md: $1" >&2
+  echo "$page: $1" >&2
   exit 1
 }
-# The code below a heading: the block of that number and language.
+# The code below a heading of the page: the block of that number and language.
 recipe() {
   awk -v heading="## $1" -v fence="\`\`\`$2" -v wanted="$3" '
     /^## / { here = $0 == heading }
     here && $0 == fence { inside = ++count == wanted; next }
     /^```$/ { inside = 0 }
-    inside' "$root/docs/guide/scripts.md"
+    inside' "$page"
 }
 until_true() {
   for _ in $(seq 100); do
@@ -92,3 +93,44 @@ systemd-analyze verify ./backup-panels.service ./backup-panels.timer
 sed -i '/^gone/d' panels/panels.list
 (cd panels && bash -c "$(recipe 'Forty panels at once' sh 1)")
 tamberloom3-project compare panels/office.T3 b.T3 || complain "office.T3 is not what the panel holds"
+
+# The same changes to another copy.
+cp panels/office.T3 office.T3
+bash -c "$(recipe 'Changes from one project to another' sh 1)"
+tamberloom3-project compare panels/office.T3 office.T3 >changes || true
+cp panels/office.T3 copy.T3
+tamberloom3-project apply copy.T3 changes
+tamberloom3-project compare office.T3 copy.T3 || complain "a copy is not what was compared"
+
+# Two branches of one project.
+page=$root/docs/guide/files.md
+git init -q merged
+cd merged
+git config user.name Somebody
+git config user.email somebody@localhost
+bash -c "$(recipe 'Two people, one project' sh 1)"
+cp ../panels/office.T3 .
+save() {
+  git add .
+  git commit -q -m "$1"
+}
+power_on() {
+  printf 'Relays\t%s\tpower-on type\tOff\t%s\n' "$1" "$2" | tamberloom3-project apply office.T3 -
+  save "$1"
+}
+save "Before"
+git checkout -q -b theirs
+power_on 'RELAY 05' On
+git checkout -q -
+power_on 'RELAY 06' 'Last State'
+git merge -q -m "Both" theirs || complain "two settings are in conflict"
+tamberloom3-project compare ../panels/office.T3 office.T3 >../both || true
+[ "$(cut -f 2,5 ../both | tail -n +2)" = "$(printf 'RELAY 05\tOn\nRELAY 06\tLast State')" ] ||
+  complain "a merge does not hold what both changed"
+power_on 'RELAY 07' On
+git checkout -q theirs
+power_on 'RELAY 07' On/In:1
+if git merge -m "Both again" - >../told; then complain "a setting that both changed makes no conflict"; fi
+grep -q "$(printf 'RELAY 07\tpower-on type\tOff\tOn/In:1\tOn$')" ../told ||
+  complain "a conflict is not told"
+[ "$(git diff --name-only --diff-filter=U)" = office.T3 ] || complain "no file is in conflict"

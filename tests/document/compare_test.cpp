@@ -128,6 +128,28 @@ TEST_F(CompareTest, DifferencesAreToldInWordsAndNamesWhenAsked) {
   EXPECT_EQ(CompareProjects(sound, other, true).size(), 6U);
 }
 
+TEST_F(CompareTest, WhatIsEqualForAUserIsNoDifference) {
+  Project one = sound;
+  Project other = sound;
+  one.Panel.GroupRelayInclude(1, 2) = one.Panel.TimerPresetControl(1, 2) = 1;
+  other.Panel.GroupRelayInclude(1, 2) = other.Panel.TimerPresetControl(1, 2) = -1;
+  one.Panel.DSTEnabled = one.Panel.OffHoursSweepRelay(0) = one.Dimmers(DeviceEnabledElement) = 1;
+  other.Panel.DSTEnabled = other.Panel.OffHoursSweepRelay(0) = -1;
+  other.Dimmers(DeviceEnabledElement) = -1;
+  one.Panel.RelayName(0) += "  ";
+  other.Devices(3).DeviceName += ' ';
+  other.Panel.PanelName = "ORV TAMBERLOOM 3  ";
+  EXPECT_TRUE(CompareProjects(one, other, true).empty());
+  other.Panel.PanelName = " ";
+  EXPECT_TRUE(CompareProjects(one, other, true).empty());
+  other.Panel.RelayTimerType(0) = 1;
+  one.Panel.RelayTimerType(0) = -1;
+  one.Panel.RelayName(0) = " RELAY 01";
+  other.Panel.PhotocellFilter = 2;
+  one.Panel.PhotocellFilter = 1;
+  EXPECT_EQ(CompareProjects(one, other, true).size(), 3U);
+}
+
 TEST_F(CompareTest, ADownloadIsNoDifferenceAndLeavesTheProjectAlone) {
   Project project = sound;
   project.Panel.OffHoursSweepRelay(3) = 1;
