@@ -1,7 +1,7 @@
 #include "config/names_form.h"
 
 #include "panel/code_page.h"
-#include "panel/fields.h"
+#include "panel/field_facts.h"
 #include "panel/hex.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"

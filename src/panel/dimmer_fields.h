@@ -4,7 +4,7 @@
 #include <span>
 
 #include "panel/dimmer_words.h"
-#include "panel/fields.h"
+#include "panel/field_facts.h"
 
 // The table of a dimmer output's fields, in the order of its 128 elements, and the way to read and
 // write one. Two fields may share an element.

@@ -46,6 +46,33 @@ ItemKind KindOfRows(const std::optional<ControlOptions>& options) {
 
 }  // namespace
 
+template <typename Owner, typename Type>
+const FieldFacts& FactsOf(Type Owner::*member) {
+  const FieldFacts* found = nullptr;
+  const auto look = [&](const auto& field) {
+    if constexpr (std::is_same_v<decltype(field.Member), Type Owner::*>) {
+      if (field.Member == member) found = &field.Facts;
+    }
+  };
+  const auto lookAtAll = [&](const auto&... field) { (look(field), ...); };
+  std::apply(lookAtAll, fields::OfPanel);
+  std::apply(lookAtAll, fields::OfDevice);
+  return *found;
+}
+
+// The kinds of members that are asked for.
+template const FieldFacts& FactsOf(Int16 PanelRecordType::*);
+template const FieldFacts& FactsOf(std::string PanelRecordType::*);
+template const FieldFacts& FactsOf(ItemArray PanelRecordType::*);
+template const FieldFacts& FactsOf(ItemTable PanelRecordType::*);
+template const FieldFacts& FactsOf(NameArray PanelRecordType::*);
+template const FieldFacts& FactsOf(DateTable PanelRecordType::*);
+template const FieldFacts& FactsOf(decltype(PanelRecordType::InputTimedOnTime) PanelRecordType::*);
+template const FieldFacts& FactsOf(decltype(PanelRecordType::NormalOpenTime) PanelRecordType::*);
+template const FieldFacts& FactsOf(decltype(PanelRecordType::IOCount) PanelRecordType::*);
+template const FieldFacts& FactsOf(std::string FennlinkRecord::*);
+template const FieldFacts& FactsOf(DeviceInputArray FennlinkRecord::*);
+
 ItemKind KindOf(Axis axis) {
   switch (axis.Counts) {
     case Axis::Of::Relay:

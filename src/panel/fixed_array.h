@@ -18,6 +18,7 @@ class FixedArray {
   bool operator==(const FixedArray&) const = default;
 
   static constexpr int Size = First * Second;
+  static constexpr bool IsTable = Second > 1;
   std::array<T, static_cast<std::size_t>(Size)> elements{};
 
  private:

@@ -4,6 +4,8 @@
 #include <limits>
 #include <memory>
 
+#include "panel/fields.h"
+
 namespace {
 
 using How = DimmerField::How;

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "panel/dimmer_fields.h"
-#include "panel/fields.h"
+#include "panel/field_facts.h"
 
 // The settings of a project one by one, whatever they are of: what comparison, taking over and
 // merging walk.

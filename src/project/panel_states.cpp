@@ -5,7 +5,7 @@
 #include "line/panel_commands.h"
 #include "panel/defaults.h"
 #include "panel/fennlink_types.h"
-#include "panel/fields.h"
+#include "panel/field_facts.h"
 #include "panel/packing.h"
 #include "panel/panel_image.h"
 #include "project/places.h"

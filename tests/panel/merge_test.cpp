@@ -5,6 +5,7 @@
 #include <map>
 
 #include "panel/dimmer_block.h"
+#include "panel/fields.h"
 #include "panel/random_settings.h"
 
 namespace {

@@ -5,6 +5,7 @@
 #include "link/panel_host.h"
 #include "nonsense_panel.h"
 #include "panel/dimmer_fields.h"
+#include "panel/fields.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "panel/fields.h"
+#include "panel/field_facts.h"
 #include "panel/live_project.h"
 #include "shell/controls/list_column.h"
 
@@ -19,31 +19,28 @@ struct FieldCells {
 template <auto Member>
 FieldCells CellsOf() {
   return {ControlOf<Member>(), [](int selected, int row) -> Int16& {
-            constexpr bool isTable = FactsOf(Member).Second.Value.Counts != Axis::Of::Nothing;
-            return isTable ? (PanelRecord.*Member)(selected, row) : (PanelRecord.*Member)(row);
+            auto& field = PanelRecord.*Member;
+            return field.IsTable ? field(selected, row) : field(row);
           }};
 }
 
-/// The column that edits a field of the panel which has an element for each row: its cells and
-/// words are those of the table of fields. A value's item is the value less `first`.
+/// A field of the panel that has an element for each row.
+struct FieldOfRows {
+  const FieldFacts& Facts;
+  Int32 (*Get)(int row);
+  void (*Set)(int row, Int32 value);
+};
+
+/// The column that edits the field: its cells and words are those of the table of fields. A value's
+/// item is the value less `first`.
+ListColumn::Row FieldColumn(const FieldOfRows& field, const char* list,
+                            const RowGrid::Options& look, const QStringList& items, int first);
 template <auto Member>
-ListColumn::Row FieldColumn(const char* list, RowGrid::Options look, const QStringList& items = {},
-                            int first = 0) {
-  const FieldFacts& facts = FactsOf(Member);
-  const QStringList words = ::Items(facts.Told.Value.Choices);
-  look.Words = words;
-  return {.Cells = facts.Where.Value.Control,
-          .List = list,
-          .Look = look,
-          .Items = words.isEmpty() ? items : words,
-          .Item =
-              [first](int row) {
-                const auto value = (PanelRecord.*Member)(row);
-                return value < first ? -1 : value - first;
-              },
-          .Store =
-              [first](int row, int item) {
-                auto& value = (PanelRecord.*Member)(row);
-                value = static_cast<std::remove_reference_t<decltype(value)>>(item + first);
-              }};
+ListColumn::Row FieldColumn(const char* list, const RowGrid::Options& look,
+                            const QStringList& items = {}, int first = 0) {
+  using Value = std::remove_reference_t<decltype((PanelRecord.*Member)(0))>;
+  return FieldColumn(
+      {FactsOf(Member), [](int row) -> Int32 { return (PanelRecord.*Member)(row); },
+       [](int row, Int32 value) { (PanelRecord.*Member)(row) = static_cast<Value>(value); }},
+      list, look, items, first);
 }

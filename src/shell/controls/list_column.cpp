@@ -2,6 +2,8 @@
 
 #include "panel/program_state.h"
 
+ListColumn::ListColumn() : choice_([this] { Take(); }) {}
+
 void ListColumn::AddTo(ChildForm* form, RowGrid* grid, Row row) {
   row_ = std::move(row);
   list_ = form->findChild<InPlaceList*>(QString::fromLatin1(row_.List));

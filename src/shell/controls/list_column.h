@@ -22,7 +22,7 @@ class ListColumn {
     bool OpeningMarks = false;  ///< The project, as a choice always does.
   };
 
-  ListColumn() = default;
+  ListColumn();
   ListColumn(const ListColumn&) = delete;
   ListColumn& operator=(const ListColumn&) = delete;
 
@@ -53,7 +53,7 @@ class ListColumn {
 
   Row row_;
   std::function<void()> show_;
-  std::function<void()> choice_ = [this] { Take(); };
+  std::function<void()> choice_;
   ControlArray<Label> cells_;
   InPlaceList* list_ = nullptr;
   int SelectedRow = 0;

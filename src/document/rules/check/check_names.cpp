@@ -3,7 +3,7 @@
 #include "document/rules/check/check.h"
 #include "panel/code_page.h"
 #include "panel/fennlink_record.h"
-#include "panel/fields.h"
+#include "panel/field_facts.h"
 #include "panel/panel_record.h"
 
 // Names as they are and as the panel keeps them.
@@ -11,7 +11,7 @@
 namespace {
 
 template <typename Owner, typename Names>
-constexpr Screen ScreenOfName(Names Owner::*names) {
+Screen ScreenOfName(Names Owner::*names) {
   return FactsOf(names).Where.Value.On;
 }
 
@@ -22,7 +22,7 @@ struct NameKind {
   Screen On;
 };
 
-constexpr auto NameKinds = std::to_array<NameKind>({
+const auto NameKinds = std::to_array<NameKind>({
     {ItemKind::Relay, 0, ItemCount, ScreenOfName(&PanelRecordType::RelayName)},
     {ItemKind::Group, 0, ItemCount, ScreenOfName(&PanelRecordType::GroupName)},
     {ItemKind::Input, 0, ItemCount, ScreenOfName(&PanelRecordType::InputName)},
