@@ -177,12 +177,9 @@ TEST(CheckTest, EachRuleTellsOfItsFaultAndOfNoOther) {
     EXPECT_TRUE(before == EncodeProject(LiveProject)) << fault.Rule;
     seen.insert(fault.Rule);
   }
-  for (const auto rules :
-       {TransferRules(), ControlRules(), RelayRules(), TimerRules(), NameRules(), DimmerRules()}) {
-    for (const CheckRule& rule : rules) {
-      const bool told = rule.Name == "items-in-use" || seen.count(std::string(rule.Name)) > 0;
-      EXPECT_TRUE(told) << rule.Name;
-    }
+  for (const CheckRule& rule : AllRules()) {
+    const bool told = rule.Name == "items-in-use" || seen.count(std::string(rule.Name)) > 0;
+    EXPECT_TRUE(told) << rule.Name;
   }
 }
 

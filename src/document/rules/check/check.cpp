@@ -128,21 +128,27 @@ bool CheckScope::HoldsRelay(const Item& groupOrPreset) const {
                      [](unsigned effect) { return effect != 0; });
 }
 
+std::vector<CheckRule> AllRules() {
+  std::vector<CheckRule> all;
+  for (const auto rules :
+       {TransferRules(), ControlRules(), RelayRules(), TimerRules(), NameRules(), DimmerRules()}) {
+    all.insert(all.end(), rules.begin(), rules.end());
+  }
+  return all;
+}
+
 std::vector<Finding> CheckProject(const Project& project, const CheckFacts& facts) {
   const CheckScope scope(project, facts);
   std::vector<Finding> findings;
-  for (const auto rules :
-       {TransferRules(), ControlRules(), RelayRules(), TimerRules(), NameRules(), DimmerRules()}) {
-    for (const CheckRule& rule : rules) {
-      const auto tell = [&](const Item& where, const QString& sentence, Screen screen) {
-        findings.push_back(
-            {rule.Level, rule.Name, where, sentence, screen == Screen::None ? rule.On : screen});
-      };
-      try {
-        rule.Look(scope, tell);
-      } catch (const RunTimeFailure&) {
-        // A damaged number that no rule can read stops the download or the document, as told.
-      }
+  for (const CheckRule& rule : AllRules()) {
+    const auto tell = [&](const Item& where, const QString& sentence, Screen screen) {
+      findings.push_back(
+          {rule.Level, rule.Name, where, sentence, screen == Screen::None ? rule.On : screen});
+    };
+    try {
+      rule.Look(scope, tell);
+    } catch (const RunTimeFailure&) {
+      // A damaged number that no rule can read stops the download or the document, as told.
     }
   }
   std::stable_sort(findings.begin(), findings.end(), [](const Finding& a, const Finding& b) {

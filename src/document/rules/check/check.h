@@ -109,5 +109,8 @@ std::span<const CheckRule> TimerRules();
 std::span<const CheckRule> NameRules();
 std::span<const CheckRule> DimmerRules();
 
+/// The rows of all of these tables.
+std::vector<CheckRule> AllRules();
+
 /// The findings over the whole project: errors, then warnings, then notes, each by item.
 std::vector<Finding> CheckProject(const Project& project, const CheckFacts& facts = {});
