@@ -1,10 +1,12 @@
 #include "panel/fields.h"
 
 #include "panel/code_page.h"
+#include "panel/dimmer_block.h"
 #include "panel/fennlink_types.h"
 #include "panel/format.h"
 #include "panel/hex.h"
 #include "panel/input_actions.h"
+#include "panel/panel_image.h"
 #include "panel/pilot_code.h"
 #include "panel/pilot_source.h"
 #include "panel/time_values.h"
@@ -43,6 +45,77 @@ ItemKind KindOfRows(const std::optional<ControlOptions>& options) {
       return ItemKind::Relay;
   }
 }
+
+// The compiler sees to it that the fields stand apart in the panel's memory.
+
+/// Bits of the memory, counted from its start.
+struct Stretch {
+  int First;
+  int End;
+};
+
+constexpr Stretch BytesFrom(int address, int count) {
+  return {address * 8, (address + count) * 8};
+}
+
+constexpr Stretch StretchOf(const FieldFacts& facts, int device) {
+  const Packing& memory = facts.Memory.Value;
+  const int base = BaseOf(memory, device);
+  const int first = facts.First.Value.Items;
+  const int second = facts.Second.Value.Items;
+  switch (memory.Way) {
+    case Packing::How::None:
+      return {};
+    case Packing::How::PartOfByte:
+      return {base * 8 + memory.Shift, base * 8 + memory.Shift + memory.Width};
+    case Packing::How::Bit:
+      return BytesFrom(base, (device > 0 ? first : second) * BitRowSize);
+    case Packing::How::Planes:
+      return BytesFrom(base, memory.Width * PlaneSize(device));
+    default:
+      return BytesFrom(base, first * second * SizeOf(memory));
+  }
+}
+
+/// What a field must not leave.
+constexpr Stretch RoomOf(const FieldFacts& facts, int device) {
+  const Packing& memory = facts.Memory.Value;
+  if (memory.Way == Packing::How::PartOfByte) return BytesFrom(BaseOf(memory, device), 1);
+  if (device == 0) return BytesFrom(0, DeviceBlock);
+  return memory.Address < DeviceControlBlock
+             ? BytesFrom(DeviceBlock + device * DeviceBlockStride, DeviceBlockStride)
+             : BytesFrom(DeviceControlBlock + device * DeviceControlStride, DeviceControlStride);
+}
+
+/// Whether each field keeps to its room and no two of them, nor one and `taken`, overlap.
+template <typename Table>
+constexpr bool StandApart(const Table& table, int device, Stretch taken) {
+  return std::apply(
+      [&](const auto&... field) {
+        const std::array rooms{RoomOf(field.Facts, device)...};
+        const std::array fields{StretchOf(field.Facts, device)..., taken};
+        for (std::size_t i = 0; i < rooms.size(); ++i) {
+          if (fields[i].First == fields[i].End) continue;
+          if (fields[i].First < rooms[i].First || fields[i].End > rooms[i].End) return false;
+          for (std::size_t j = i + 1; j < fields.size(); ++j) {
+            if (fields[i].First < fields[j].End && fields[j].First < fields[i].End) return false;
+          }
+        }
+        return true;
+      },
+      table);
+}
+
+static_assert(StandApart(fields::OfPanel, 0,
+                         BytesFrom(PasswordAddress, std::tuple_size_v<PasswordDigits>)),
+              "A field of the panel leaves its room or overlaps another.");
+// The first bus device stands for all, whose blocks lie side by side.
+static_assert(StandApart(fields::OfDevice, 1, {}),
+              "A field of bus devices leaves its block or overlaps another.");
+static_assert(BaseOf({.Address = DeviceBlock}, DeviceCount + 1) <=
+              BaseOf({.Address = DeviceControlBlock}, 1));
+static_assert(BaseOf({.Address = DeviceControlBlock}, DeviceCount + 1) <= DimmerBlockAddress);
+static_assert(DimmerBlockAddress + DimmerBlockType::Size <= PanelImageSize);
 
 }  // namespace
 

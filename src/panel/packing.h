@@ -68,3 +68,32 @@ constexpr Packing AsPanelName(int address) {
 constexpr Packing NotSent(const char* why) {
   return {Packing::How::None, 0, 0, 0, why};
 }
+
+/// Bytes of a number or a text.
+constexpr int SizeOf(const Packing& memory) {
+  switch (memory.Way) {
+    case Packing::How::Word:
+      return 2;
+    case Packing::How::Name:
+      return NameLength;
+    case Packing::How::PanelName:
+      return PanelNameLength;
+    default:
+      return 1;
+  }
+}
+
+constexpr bool IsBits(const Packing& memory) {
+  return memory.Way == Packing::How::Bit || memory.Way == Packing::How::Planes;
+}
+
+/// The fields of a bus device repeat from device to device; `device` is 0 for the panel's own.
+constexpr int BaseOf(const Packing& memory, int device) {
+  const int stride = memory.Address < DeviceControlBlock ? DeviceBlockStride : DeviceControlStride;
+  return memory.Address + device * stride;
+}
+
+/// Bytes of a table of bits.
+constexpr int PlaneSize(int device) {
+  return (device > 0 ? DeviceInputCount : ItemCount) * BitRowSize;
+}

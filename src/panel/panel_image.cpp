@@ -13,37 +13,12 @@ Int16 IncludeNamesInUpload = 0;
 
 namespace {
 
-constexpr int ClearedSize = 0x8000;
-
 /// Where one value stands: its address and, of a bit, its mask and the way to the next plane.
 struct Spot {
   int Address;
   int Mask = 0;
   int PlaneSize = 0;
 };
-
-int SizeOf(const Packing& memory) {
-  switch (memory.Way) {
-    case Packing::How::Word:
-      return 2;
-    case Packing::How::Name:
-      return NameLength;
-    case Packing::How::PanelName:
-      return PanelNameLength;
-    default:
-      return 1;
-  }
-}
-
-bool IsBits(const Packing& memory) {
-  return memory.Way == Packing::How::Bit || memory.Way == Packing::How::Planes;
-}
-
-/// The fields of a bus device repeat from device to device; `device` is 0 for the panel's own.
-int BaseOf(const Packing& memory, int device) {
-  const int stride = memory.Address < DeviceControlBlock ? DeviceBlockStride : DeviceControlStride;
-  return memory.Address + device * stride;
-}
 
 /// What a word is, for a failure: "the timed-on time of input 3, ".
 std::string SettingOf(const FieldFacts& facts, int first) {
@@ -86,7 +61,7 @@ class Walker {
   /// other way round. A single row has a bit for each element.
   template <typename Array>
   void Bits(const FieldFacts& facts, Array& array, int base) const {
-    const int planeSize = (device_ > 0 ? DeviceInputCount : ItemCount) * BitRowSize;
+    const int planeSize = PlaneSize(device_);
     const bool sourceIsRow = device_ > 0;
     for (int j = 0; j < facts.Second.Value.Items; ++j) {
       for (int i = 0; i < facts.First.Value.Items; ++i) {
@@ -252,7 +227,7 @@ void Map(Direction direction, ProjectType& project) {
 
 void BuildPanelImage(const Project& project, const PasswordDigits& password,
                      PanelImageType& image) {
-  std::fill_n(image.elements.begin(), ClearedSize, Int16{0});
+  std::fill_n(image.elements.begin(), ClearedImageSize, Int16{0});
   std::copy(password.begin(), password.end(), &image(PasswordAddress));
   Map(Packer(image), project);
 }

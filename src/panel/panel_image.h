@@ -5,12 +5,17 @@
 #include <string>
 
 #include "panel/items.h"
+#include "panel/packing.h"
 #include "panel/screens.h"
 
 constexpr int PanelImageSize = 0xA000;
 constexpr int ImageBlockSize = 64;
 constexpr int ImageBlockCount = PanelImageSize / ImageBlockSize;
 constexpr int PasswordAddress = 0x1F7A;
+/// What stands behind is left from transfer to transfer.
+constexpr int ClearedImageSize = 0x8000;
+/// The first bus device whose action bits stand there.
+constexpr int FirstUnclearedDevice = (ClearedImageSize - DeviceControlBlock) / DeviceControlStride;
 
 /// The panel's memory, one byte an element; the index is the panel's address. A field that does not
 /// fit a byte stands here as it is: the wire carries its low byte, the sum counts it whole.

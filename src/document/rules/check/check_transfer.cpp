@@ -63,8 +63,7 @@ void LookAtIOCount(const CheckScope& scope, const TellFinding& tell) {
 
 /// A transfer adds the actions of these devices to those that an earlier one has left.
 void LookAtLastDevices(const CheckScope& scope, const TellFinding& tell) {
-  constexpr int first = 62;
-  for (int device = first; device <= DeviceCount; ++device) {
+  for (int device = FirstUnclearedDevice; device <= DeviceCount; ++device) {
     const auto acts = [&](const Use& use) {
       return use.User.Kind == ItemKind::DeviceInput && use.User.Number == device &&
              (use.Effect & EffectFollows) == 0;
