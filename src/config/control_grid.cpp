@@ -1,6 +1,7 @@
 #include "config/control_grid.h"
 
 #include "panel/code_page.h"
+#include "panel/format.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "shell/controls/editor_rows.h"

@@ -2,6 +2,7 @@
 
 #include "panel/code_page.h"
 #include "panel/field_facts.h"
+#include "panel/format.h"
 #include "panel/hex.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"

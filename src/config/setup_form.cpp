@@ -1,6 +1,7 @@
 #include "config/setup_form.h"
 
 #include "panel/code_page.h"
+#include "panel/format.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/words.h"

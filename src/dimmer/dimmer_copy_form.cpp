@@ -4,6 +4,7 @@
 #include <QGroupBox>
 
 #include "dimmer/dimmer_lists.h"
+#include "panel/format.h"
 #include "panel/hex.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"

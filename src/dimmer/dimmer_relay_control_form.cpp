@@ -5,6 +5,7 @@
 
 #include "dimmer/dimmer_lists.h"
 #include "panel/code_page.h"
+#include "panel/format.h"
 #include "panel/live_dimmers.h"
 #include "panel/live_project.h"
 #include "shell/controls/editor_rows.h"

@@ -2,6 +2,7 @@
 
 #include "link/named_control.h"
 #include "panel/code_page.h"
+#include "panel/format.h"
 #include "panel/stopwatch.h"
 #include "panel/words.h"
 #include "shell/controls/row_grid.h"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <charconv>
 #include <string>
 
@@ -19,4 +20,9 @@ inline std::string NumberText(int value, int digits = 1) {
   std::string text;
   AppendNumber(text, value, digits);
   return text;
+}
+
+/// The number in at least two digits, of which a minus is one.
+inline QString TwoDigits(int number) {
+  return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0'));
 }

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "panel/fields.h"
+#include "panel/format.h"
 
 namespace {
 
@@ -163,9 +164,9 @@ QString PhraseOf(const Project& project, const Setting& setting) {
   if (setting.Runs) return QStringLiteral("runs");
   if (const DimmerField* field = setting.Dimmer) {
     const QString phrase = QString::fromLatin1(field->Phrase);
-    const int digits = field->Way == How::BitRow ? 2 : 1;
-    return phrase.contains(u'%') ? phrase.arg(setting.At.Second + 1, digits, 10, QLatin1Char('0'))
-                                 : phrase;
+    if (!phrase.contains(u'%')) return phrase;
+    const int number = setting.At.Second + 1;
+    return phrase.arg(field->Way == How::BitRow ? TwoDigits(number) : QString::number(number));
   }
   const SpareUse* spare = SpareOf(setting);
   return spare ? QString::fromLatin1(spare->Phrase) : PhraseOf(project, *setting.Field, setting.At);

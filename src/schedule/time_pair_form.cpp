@@ -1,6 +1,7 @@
 #include "schedule/time_pair_form.h"
 
 #include "panel/code_page.h"
+#include "panel/format.h"
 #include "panel/time_values.h"
 #include "panel/words.h"
 #include "shell/controls/editor_rows.h"

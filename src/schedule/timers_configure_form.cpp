@@ -1,5 +1,6 @@
 #include "schedule/timers_configure_form.h"
 
+#include "panel/format.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/words.h"

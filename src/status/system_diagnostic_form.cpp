@@ -4,6 +4,7 @@
 #include "link/panel_link.h"
 #include "link/panel_queue.h"
 #include "panel/code_page.h"
+#include "panel/format.h"
 #include "panel/live_project.h"
 #include "shell/shell.h"
 

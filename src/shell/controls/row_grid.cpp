@@ -4,10 +4,7 @@
 #include <QContextMenuEvent>
 
 #include "panel/code_page.h"
-
-QString TwoDigits(int number) {
-  return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0'));
-}
+#include "panel/format.h"
 
 QStringList Items(std::span<const std::string_view> words) {
   QStringList items;

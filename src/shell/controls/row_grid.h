@@ -118,9 +118,6 @@ class RowGrid : public QWidget {
   std::vector<std::vector<QWidget*>> headers_;   ///< By grid column.
 };
 
-/// The number in at least two digits.
-QString TwoDigits(int number);
-
 /// Texts and Windows-1252 names as the items of a list.
 QStringList Items(std::span<const std::string_view> words);
 QStringList Items(std::span<const std::string> names);

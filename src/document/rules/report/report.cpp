@@ -12,6 +12,7 @@
 #include "panel/dimmer_words.h"
 #include "panel/fennlink_record.h"
 #include "panel/fennlink_types.h"
+#include "panel/format.h"
 #include "panel/input_actions.h"
 #include "panel/program_state.h"
 #include "panel/time_values.h"
@@ -368,10 +369,8 @@ ReportChapter DoorChapter(const Project& project) {
   ReportChapter chapter{
       "Panel Door", {"Relay", "Name", "Voltage", "Circuit"}, {10, 44, 23, 23}, {}, {}, true};
   for (int relay = 0; relay < InstalledPoints(project); ++relay) {
-    chapter.Rows.push_back({QStringLiteral("%1").arg(relay + 1, 2, 10, QLatin1Char('0')),
-                            OwnName(project, {ItemKind::Relay, relay}),
-                            {},
-                            {}});
+    chapter.Rows.push_back(
+        {TwoDigits(relay + 1), OwnName(project, {ItemKind::Relay, relay}), {}, {}});
   }
   return chapter;
 }
