@@ -58,6 +58,8 @@ void frmT3Connect::Form_Load() {
   onClick(fraOnLineFunctions->Progress->cmdCancelUpDownLoad,
           &frmT3Connect::cmdCancelUpDownLoad_Click);
   chkChangePanelPassWord_Click();
+  download = std::make_unique<Download>(
+      passWord, [this](const Download::Run& run) { return Transfer("Downloading", run); });
   fraOnLineFunctions->setVisible(false);
   column->addStretch(1);
   row->addWidget(onLine, 3);
@@ -67,8 +69,8 @@ void frmT3Connect::Form_Load() {
   linked = true;
   Line.Stage = [this](LineStage stage) { line->ShowStage(stage); };
   Link.DisconnectQZ = [this] { DisconnectQZ(); };
-  Link.PutsOffClose = [this] { return PutsOffClose(); };
-  Link.MayLeave = [this] { return MayLeave(); };
+  Link.PutsOffClose = [this] { return download->PutsOffClose(); };
+  Link.MayLeave = [this] { return download->MayLeave(); };
   Link.ShowNetworkDiagnostics = [this](bool show) {
     fraOnLineFunctions->cmdNetworkDiagnostics->setVisible(show);
   };

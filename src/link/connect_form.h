@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QPointer>
+#include <memory>
 
+#include "link/download.h"
 #include "link/line_frame.h"
 #include "link/on_line_frame.h"
 #include "shell/controls/child_form.h"
@@ -63,17 +65,7 @@ class frmT3Connect : public ChildForm {
 
   void LeaveOnLine();
   void ReturnOnLine();
-  bool PutsOffClose();
-  bool MayLeave();
-  void CloseWindowIfAsked();
-  bool PassWordAccepted();
-  bool ChangePassWord();
-  void AskPassWord(bool changesAlone);
-  TransferWatch DownloadWatch();
-  void ShowDownloaded(TransferOutcome outcome);
-  void SendChangedSettings();
-  void AskInsteadOfChanges(const QString& why);
-  TransferOutcome Transfer(const std::function<TransferOutcome()>& run);
+  TransferOutcome Transfer(const char* action, const Download::Run& run);
   void UploadAnswered();
 
   std::string PanelFirmwareText;
@@ -86,9 +78,6 @@ class frmT3Connect : public ChildForm {
   QLabel* lblOffLine = nullptr;
   OnLineFrame* fraOnLineFunctions = nullptr;
   QPointer<QWidget> leftFrom;  ///< The function that the password or a transfer belongs to.
-  enum class Writing { Nothing, TopOfBlock, Block } writing = Writing::Nothing;
-  bool closeAsked = false;    ///< While a block was under way.
-  bool changesAlone = false;  ///< Of what the password is asked for.
-  bool goesToDocument = false;
+  std::unique_ptr<Download> download;
   bool linked = false;  ///< The hooks of the link are this screen's.
 };
