@@ -20,6 +20,7 @@
 #include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/project_file.h"
+#include "panel/replace_file.h"
 #include "panel/stopwatch.h"
 #include "shell/controls/dialogs.h"
 #include "shell/shell.h"
@@ -283,12 +284,13 @@ void FindingsFrame::cmdReportPdf_Click() {
   QString outcome;  // of a failure the message box tells
   const auto tell = qScopeGuard([&] { TellReport(outcome); });
   int told = 0;
-  WriteReportPdf(LiveProject, CurrentFileName, name, UsualPaper(), [&](int percent) {
+  const auto progress = [&](int percent) {
     constexpr int step = 10;
     if (percent < told + step) return;
     told = percent;
     TellReport(QStringLiteral("Report: %1 %").arg(percent));
-  });
+  };
+  ReplaceFile(name, ReportPdf(LiveProject, CurrentFileName, name, UsualPaper(), progress));
   outcome = QStringLiteral("The report is written.");
 }
 
@@ -296,7 +298,7 @@ void FindingsFrame::cmdSpreadsheet_Click() {
   const QString name = ReportFileName(QStringLiteral("Spreadsheets"), QStringLiteral("xlsx"));
   if (name.isEmpty()) return;
   TellReport({});
-  WriteReportWorkbook(LiveProject, name);
+  ReplaceFile(name, ReportWorkbook(LiveProject, name));
   TellReport(QStringLiteral("The spreadsheet is written."));
 }
 

@@ -118,6 +118,9 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
   if (line.Command == u"report" && line.Pdf.isEmpty() && line.Workbook.isEmpty()) {
     Refuse(QStringLiteral("report takes --pdf, --xlsx or both"));
   }
+  if (line.Pdf == u"-" && line.Workbook == u"-") {
+    Refuse(QStringLiteral("only one of both can go to standard output"));
+  }
   line.Paper = parser.value(QStringLiteral("paper")).toLower();
   if (!line.Paper.isEmpty() && line.Paper != u"letter" && line.Paper != u"a4") {
     Refuse(QStringLiteral("--paper takes letter or A4"));

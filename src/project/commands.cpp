@@ -66,8 +66,12 @@ ExitStatus Report(const CommandLine& line, const QStringList& files) {
   const Paper paper = line.Paper.isEmpty()      ? UsualPaper()
                       : line.Paper == u"letter" ? Paper::Letter
                                                 : Paper::A4;
-  if (!line.Pdf.isEmpty()) WriteReportPdf(project, files[0], line.Pdf, paper, {});
-  if (!line.Workbook.isEmpty()) WriteReportWorkbook(project, line.Workbook);
+  if (!line.Pdf.isEmpty()) {
+    StoreBytes(line.Pdf, ReportPdf(project, files[0], line.Pdf, paper, {}));
+  }
+  if (!line.Workbook.isEmpty()) {
+    StoreBytes(line.Workbook, ReportWorkbook(project, line.Workbook));
+  }
   return StatusGood;
 }
 

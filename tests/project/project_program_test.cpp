@@ -144,6 +144,10 @@ TEST_F(ProjectProgramTest, ReportsWholeOrNotAtAll) {
   EXPECT_TRUE(FileText(pdf).starts_with("%PDF-"));
   EXPECT_NE(FileText(pdf).find("/MediaBox [0 0 612"), std::string::npos);
   EXPECT_TRUE(FileText(workbook).starts_with("PK"));
+  EXPECT_EQ(Run({"report", file, "--pdf", "-", "--xlsx", workbook}), 0) << errors.toStdString();
+  EXPECT_TRUE(output.startsWith("%PDF-") && output.trimmed().endsWith("%%EOF"));
+  EXPECT_EQ(Run({"report", file, "--xlsx", "-"}), 0) << errors.toStdString();
+  EXPECT_TRUE(output.startsWith("PK"));
   DimmerBlock(3) = 32767;
   const std::string old = FileText(pdf);
   EXPECT_EQ(Run({"report", Save("damaged.T3"), "--pdf", pdf}), 2);
@@ -211,6 +215,7 @@ TEST_F(ProjectProgramTest, AWrongCallOrFileIsToldAndLeavesNothing) {
                                {"check", "--loud", "a"},
                                {"report", "a"},
                                {"report", "a", "--pdf", out, "--paper", "A5"},
+                               {"report", "a", "--pdf", "-", "--xlsx", "-"},
                                {"document", "a", "--date", "noon"},
                                {"project", QStringLiteral(PROJECT_PROGRAM), out}};
   for (const QStringList& call : calls) {

@@ -6,24 +6,21 @@
 
 #include "document/rules/text/doc_file.h"
 #include "panel/fixed_array.h"
-#include "panel/replace_file.h"
 #include "panel/stopwatch.h"
 
 namespace {
 
-/// Runs `make` for the bytes of a file and puts them there.
+/// What `make` gives for a file.
 template <typename Make>
-void WriteReportFile(const QString& fileName, Make make) {
-  QByteArray bytes;
+std::string BytesFor(const QString& fileName, Make make) {
   try {
-    bytes = make();
+    return make().toStdString();
   } catch (const RunTimeFailure& damaged) {
     throw RunTimeFailure(
         QStringLiteral("Cannot write the report \"%1\": %2.")
             .arg(QDir::toNativeSeparators(fileName), QString::fromUtf8(damaged.what()))
             .toStdString());
   }
-  ReplaceFile(fileName, {bytes.constData(), static_cast<std::size_t>(bytes.size())});
 }
 
 }  // namespace
@@ -45,13 +42,13 @@ std::unique_ptr<ReportWriter> LoadReportWriter() {
   return std::unique_ptr<ReportWriter>(make());
 }
 
-void WriteReportPdf(const Project& project, const QString& source, const QString& fileName,
-                    Paper paper, const ReportProgress& progress) {
-  WriteReportFile(fileName, [&] {
+std::string ReportPdf(const Project& project, const QString& source, const QString& fileName,
+                      Paper paper, const ReportProgress& progress) {
+  return BytesFor(fileName, [&] {
     return LoadReportWriter()->Pdf(BuildReport(project, source, Now()), paper, progress);
   });
 }
 
-void WriteReportWorkbook(const Project& project, const QString& fileName) {
-  WriteReportFile(fileName, [&] { return LoadReportWriter()->Workbook(BuildSheets(project)); });
+std::string ReportWorkbook(const Project& project, const QString& fileName) {
+  return BytesFor(fileName, [&] { return LoadReportWriter()->Workbook(BuildSheets(project)); });
 }

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <functional>
 #include <memory>
+#include <string>
 
 #include "document/rules/report/report.h"
 
@@ -33,8 +34,8 @@ class ReportWriter {
 /// Loads the module. Throws RunTimeFailure, which says what to do.
 std::unique_ptr<ReportWriter> LoadReportWriter();
 
-/// Both write the report of a project whole or not at all; `source` is the project's file. They
-/// throw RunTimeFailure, which names the file and the reason, with an old file untouched.
-void WriteReportPdf(const Project& project, const QString& source, const QString& fileName,
-                    Paper paper, const ReportProgress& progress);
-void WriteReportWorkbook(const Project& project, const QString& fileName);
+/// The bytes of a project's report; `source` is the project's file. They throw RunTimeFailure, which
+/// names the file that they were for, and the reason.
+std::string ReportPdf(const Project& project, const QString& source, const QString& fileName,
+                      Paper paper, const ReportProgress& progress);
+std::string ReportWorkbook(const Project& project, const QString& fileName);
