@@ -163,10 +163,10 @@ void FindingsFrame::ComparePanel() {
   });
   const auto memory = std::make_shared<PanelImageType>();
   Stopwatch shown;
-  const auto show = [&](int block) {
+  const auto show = [&](int block, int, int count) {
     if (shown.ElapsedMs() < pictureMs) return;
     shown.Restart();
-    lblFound->SetCaption(QStringLiteral("Reading block %1 of %2").arg(block).arg(ImageBlockCount));
+    lblFound->SetCaption(QStringLiteral("Reading block %1 of %2").arg(block).arg(count));
     QCoreApplication::processEvents();
   };
   switch (FetchImage(*memory, {.Cancelled = [this] { return !reading_; }, .Block = show})) {

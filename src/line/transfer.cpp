@@ -1,6 +1,7 @@
 #include "line/transfer.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "line/known_memory.h"
 #include "line/panel_commands.h"
@@ -13,7 +14,7 @@ bool CancelAsked(const TransferWatch& watch) {
 }
 
 void TellBlock(const TransferWatch& watch, int block) {
-  if (watch.Block) watch.Block(block + 1);
+  if (watch.Block) watch.Block(block + 1, block + 1, ImageBlockCount);
 }
 
 void AddBlock(ImageSum& sum, int block, const PanelImageType& image) {
@@ -33,9 +34,16 @@ PasswordDigits PassWordIn(const PanelImageType& image) {
   return digits;
 }
 
-bool SameBlock(int block, const PanelImageType& one, const PanelImageType& other) {
-  const auto* first = &one(block * ImageBlockSize);
-  return std::equal(first, first + ImageBlockSize, &other(block * ImageBlockSize));
+/// In order of address.
+std::vector<int> ChangedBlocks(const PanelImageType& one, const PanelImageType& other) {
+  std::vector<int> changed;
+  for (int block = 0; block < ImageBlockCount; ++block) {
+    const auto* first = &one(block * ImageBlockSize);
+    if (!std::equal(first, first + ImageBlockSize, &other(block * ImageBlockSize))) {
+      changed.push_back(block);
+    }
+  }
+  return changed;
 }
 
 /// What a panel holds is known again once its sum agrees.
@@ -89,20 +97,20 @@ TransferOutcome SendChanges(const PanelImageType& known, const PasswordDigits& c
   ForgetMemory(OpenedPanel());
   if (newPassWord && !WritePassWord(wanted)) return TransferOutcome::BlockNotWritten;
   std::copy(wanted.begin(), wanted.end(), &held(PasswordAddress));
-  for (int block = 0; block < ImageBlockCount; ++block) {
-    if (SameBlock(block, held, image)) continue;
+  const std::vector<int> changed = ChangedBlocks(held, image);
+  int nth = 0;
+  for (const int block : changed) {
     if (CancelAsked(watch)) return TransferOutcome::Cancelled;
-    TellBlock(watch, block);
+    if (watch.Block) watch.Block(block + 1, ++nth, static_cast<int>(changed.size()));
     if (!WriteBlock(block, image)) return TransferOutcome::BlockNotWritten;
   }
   return Verify(image, SumOf(image), watch);
 }
 
-QString TimeLeft(qint64 elapsedMs, int block) {
+QString TimeLeft(qint64 elapsedMs, int nth, int count) {
   constexpr qint64 settledMs = 1000;
   if (elapsedMs < settledMs) return {};
-  const auto seconds =
-      static_cast<int>(elapsedMs * (ImageBlockCount - block) / std::max(block, 1) / 1000 + 1);
+  const auto seconds = static_cast<int>(elapsedMs * (count - nth) / std::max(nth, 1) / 1000 + 1);
   return seconds < 60 ? QStringLiteral("About %1 s left").arg(seconds)
                       : QStringLiteral("About %1 min left").arg((seconds + 59) / 60);
 }

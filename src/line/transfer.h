@@ -26,8 +26,8 @@ enum class TransferOutcome : Int16 {
 struct TransferWatch {
   /// Asked before each block.
   std::function<bool()> Cancelled = {};
-  /// Block 1 to 640 is about to be sent, or has been read.
-  std::function<void(int block)> Block = {};
+  /// Block 1 to 640 is about to be sent, or has been read: the `nth` of `count` that travel.
+  std::function<void(int block, int nth, int count)> Block = {};
   /// All blocks are through, and the panel is about to be asked for its sum.
   std::function<void()> Sum = {};
 };
@@ -45,5 +45,6 @@ struct TransferWatch {
                                           const PasswordDigits& current,
                                           const PanelImageType& image, const TransferWatch& watch);
 
-/// What is left of a transfer at the pace so far, "About 12 s left"; empty until there is a pace.
-QString TimeLeft(qint64 elapsedMs, int block);
+/// What is left of a transfer at its `nth` of `count` blocks, at the pace so far: "About 12 s
+/// left"; empty until there is a pace.
+QString TimeLeft(qint64 elapsedMs, int nth, int count);

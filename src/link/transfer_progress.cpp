@@ -66,7 +66,8 @@ void TransferProgress::End() {
 
 TransferWatch TransferProgress::Watch(const char* action, const Int16& cancelRequested) {
   return {.Cancelled = [this, &cancelRequested] { return Cancelled(cancelRequested); },
-          .Block = [this, action](int block) { ShowBlock(action, block); },
+          .Block = [this, action](int block, int nth,
+                                  int count) { ShowBlock(action, block, nth, count); },
           .Sum = [this] { ShowVerify(); }};
 }
 
@@ -79,7 +80,7 @@ bool TransferProgress::Cancelled(const Int16& cancelRequested) {
   return cancelRequested != 0;
 }
 
-void TransferProgress::ShowBlock(const char* action, int block) {
+void TransferProgress::ShowBlock(const char* action, int block, int nth, int count) {
   lblActivityProgress->SetCaption(QLatin1String(action) % QStringLiteral(" Block ") %
                                   QString::number(block) % QStringLiteral(" Of ") %
                                   QString::number(ImageBlockCount));
@@ -87,8 +88,8 @@ void TransferProgress::ShowBlock(const char* action, int block) {
   pbActivityProgress->setUpdatesEnabled(false);
   pbActivityProgress->setValue(block);
   pbActivityProgress->setUpdatesEnabled(true);
-  if (!pictureDue_ && block != 1 && block != ImageBlockCount) return;
-  lblTimeLeft->SetCaption(TimeLeft(transferTime_.ElapsedMs(), block));
+  if (!pictureDue_ && nth != 1 && nth != count) return;
+  lblTimeLeft->SetCaption(TimeLeft(transferTime_.ElapsedMs(), nth, count));
   Paint();
 }
 

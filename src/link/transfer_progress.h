@@ -30,7 +30,7 @@ class TransferProgress {
 
  private:
   bool Cancelled(const Int16& cancelRequested);
-  void ShowBlock(const char* action, int block);
+  void ShowBlock(const char* action, int block, int nth, int count);
   void ShowVerify();
   void Paint();
 

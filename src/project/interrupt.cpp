@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <array>
 #include <csignal>
 #include <string>
 #include <tuple>
@@ -19,8 +20,10 @@ void End(int) {
   _exit(lastStatus);
 }
 
+constexpr std::array EndSignals = {SIGINT, SIGTERM, SIGHUP};
+
 void EndOnSignals() {
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+  for (const int signal : EndSignals) {
     // A shell lets what runs in the background, or after nohup, ignore it.
     if (std::signal(signal, End) == SIG_IGN) std::signal(signal, SIG_IGN);
   }
@@ -33,7 +36,13 @@ void ExitQuietlyOnInterrupt() {
 }
 
 void TellOnInterrupt(const QString& text) {
+  // Not while they change.
+  sigset_t ends;
+  sigemptyset(&ends);
+  for (const int signal : EndSignals) sigaddset(&ends, signal);
+  sigprocmask(SIG_BLOCK, &ends, nullptr);
   lastWords = ("\ntamberloom3-project: " + text + "\n").toStdString();
   lastStatus = StatusFailed;
   EndOnSignals();
+  sigprocmask(SIG_UNBLOCK, &ends, nullptr);
 }

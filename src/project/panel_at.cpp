@@ -96,9 +96,9 @@ PanelImageType PanelAt::ReadMemory() {
   PanelImageType image;
   TransferWatch watch = ProgressOnTerminal();
   int reached = 0;
-  watch.Block = [&reached, tell = watch.Block](int block) {
+  watch.Block = [&reached, tell = watch.Block](int block, int nth, int count) {
     reached = block;
-    if (tell) tell(block);
+    if (tell) tell(block, nth, count);
   };
   switch (FetchImage(image, watch)) {
     case TransferOutcome::Complete:
@@ -116,11 +116,11 @@ PanelImageType PanelAt::ReadMemory() {
 
 TransferWatch ProgressOnTerminal() {
   if (isatty(STDERR_FILENO) == 0) return {};
-  return {.Block = [clock = Stopwatch()](int block) {
-    progressStands = block < ImageBlockCount;
-    const bool end = block == ImageBlockCount;
-    std::fprintf(stderr, "\r%3d %% %-20s%s", 100 * block / ImageBlockCount,
-                 qUtf8Printable(TimeLeft(clock.ElapsedMs(), block)), end ? "\n" : "");
+  return {.Block = [clock = Stopwatch()](int, int nth, int count) {
+    progressStands = nth < count;
+    std::fprintf(stderr, "\r%3d %% %-20s%s", 100 * nth / count,
+                 qUtf8Printable(TimeLeft(clock.ElapsedMs(), nth, count)),
+                 progressStands ? "" : "\n");
     std::fflush(stderr);
   }};
 }

@@ -72,6 +72,18 @@ void TellOtherHardware(const PanelAt& panel, const Project& project) {
 constexpr const char* HalfNew =
     "; the panel is half new and may not work properly until all of a project is sent";
 
+/// Progress, and what Ctrl+C leaves: before the first block a panel as it was.
+TransferWatch WatchOfSending(const PanelAt& panel) {
+  const QString interrupted = panel.Address().Text + QLatin1String(": interrupted");
+  TellOnInterrupt(interrupted + QLatin1String("; nothing was written"));
+  TransferWatch watch = ProgressOnTerminal();
+  watch.Block = [interrupted, tell = watch.Block](int block, int nth, int count) {
+    if (nth == 1) TellOnInterrupt(interrupted + QLatin1String(HalfNew));
+    if (tell) tell(block, nth, count);
+  };
+  return watch;
+}
+
 ExitStatus StatusOfSending(const PanelAt& panel, TransferOutcome outcome) {
   switch (outcome) {
     case TransferOutcome::Complete:
@@ -123,15 +135,12 @@ ExitStatus SendToPanel(const CommandLine& line, const QStringList& places) {
   if (panel.Answer(ReadPassWord()) != password) {
     panel.Fail(QStringLiteral("Password Invalid. Download Denied."));
   }
-  if (!line.Changes) {
-    TellOtherHardware(panel, project);
-    TellOnInterrupt(panel.Address().Text + QLatin1String(": interrupted") + QLatin1String(HalfNew));
-    return StatusOfSending(panel, SendImage(*image, ProgressOnTerminal()));
-  }
-  const auto known = KnownMemory(OpenedPanel());
-  if (!known) {
+  const auto known = line.Changes ? KnownMemory(OpenedPanel()) : std::nullopt;
+  if (line.Changes && !known) {
     panel.Fail(QStringLiteral("nothing is known of what the panel holds; read it, or send all"));
   }
-  TellOnInterrupt(panel.Address().Text + QLatin1String(": interrupted") + QLatin1String(HalfNew));
-  return StatusOfSending(panel, SendChanges(*known, password, *image, {}));
+  TellOtherHardware(panel, project);
+  const TransferWatch watch = WatchOfSending(panel);
+  return StatusOfSending(
+      panel, known ? SendChanges(*known, password, *image, watch) : SendImage(*image, watch));
 }

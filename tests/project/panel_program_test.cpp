@@ -1,7 +1,9 @@
 #include <QFile>
 #include <QRegularExpression>
+#include <QTcpServer>
 #include <QThread>
 #include <csignal>
+#include <deque>
 
 #include "panel/panel_image.h"
 #include "project/project_program.h"
@@ -33,8 +35,8 @@ class PanelProgramTest : public ProjectProgramTest {
     return codes.join(u' ');
   }
   /// One that runs until it is ended.
-  void Start(QProcess& program, const QStringList& arguments) {
-    program.setEnvironment(Environment());
+  void Start(QProcess& program, const QStringList& arguments, const char* setting = "") {
+    program.setEnvironment(Environment() << QString::fromLatin1(setting));
     program.start(QStringLiteral(PROJECT_PROGRAM), arguments);
     ASSERT_TRUE(program.waitForStarted());
   }
@@ -87,17 +89,83 @@ TEST_F(PanelProgramTest, OnlyWhatHasChangedIsSentToAPanelThatHoldsWhatIsKnown) {
   PanelRecord.TimerTime(3) = 7;
   Save("hall.T3");
   EXPECT_EQ(Run({"send", file, address, "--changes"}, {}, Password), 0) << errors.toStdString();
-  EXPECT_EQ(Commands(), "05 311F7A05 3400009F 301E003F 3400009F");
+  EXPECT_EQ(Commands(), "05 311F7A05 01 3400009F 301E003F 3400009F");
   EXPECT_EQ(Run({"send", file, address, "--changes"}, {}, Password), 0);
   EXPECT_TRUE(errors.contains("nothing has changed"));
-  EXPECT_EQ(Commands(), "05 311F7A05 3400009F");
+  EXPECT_EQ(Commands(), "05 311F7A05 01 3400009F");
 
-  panel.With([](Panel& p) { p.Memory.SetByte(0x1E05, 9); });
+  panel.With([](Panel& p) { p.Memory.SetByte(0x1FF0, 1); });
   PanelRecord.TimerTime(3) = 8;
   Save("hall.T3");
   EXPECT_EQ(Run({"send", file, address, "--changes"}, {}, Password), 1);
   EXPECT_TRUE(errors.contains("holds something else")) << errors.toStdString();
-  EXPECT_EQ(Commands(), "05 311F7A05 3400009F");
+  EXPECT_TRUE(errors.contains("relays and inputs, the project")) << errors.toStdString();
+  EXPECT_EQ(Commands(), "05 311F7A05 01 3400009F");
+}
+
+TEST_F(PanelProgramTest, AnInterruptedSendTellsWhatItLeaves) {
+  const QString file = Save("hall.T3");
+  ASSERT_EQ(Run({"send", file, address}, {}, Password), 0) << errors.toStdString();
+  PanelRecord.TimerTime(3) = 7;
+  Save("hall.T3");
+  struct {
+    const char* Unanswered;
+    const char* Asked;
+    const char* Told;
+  } const cases[] = {{"lost@4", "3400009F", "interrupted; nothing was written"},
+                     {"lost@5", "301E003F", "interrupted; the panel is half new"}};
+  for (const auto& [unanswered, asked, told] : cases) {
+    Commands();
+    panel.AddFault(unanswered);
+    QProcess send;
+    Start(send, {"send", file, address, "--changes"}, Password);
+    while (!Commands().contains(asked)) QThread::msleep(10);
+    kill(static_cast<pid_t>(send.processId()), SIGINT);
+    ASSERT_TRUE(send.waitForFinished());
+    EXPECT_EQ(send.exitCode(), 2);
+    const QByteArray last = send.readAllStandardError();
+    EXPECT_TRUE(last.contains(told)) << last.toStdString();
+  }
+}
+
+TEST_F(PanelProgramTest, EveryKindOfLineCarriesReadSendAndCompare) {
+  constexpr int timerType = 0x06F7;
+  const auto set = [](Panel& p) { p.Memory.SetByte(timerType, 2); };
+  panel.With(set);
+  const QString file = folder.filePath("panel.T3");
+  ASSERT_EQ(Run({"read", address, file}), 0) << errors.toStdString();
+  const QString copy = folder.filePath("copy.T3");
+  // A modem takes its time, so that all go at once, each to a panel of its own.
+  std::deque<simulator::PanelThread> panels;
+  std::deque<QProcess> programs;
+  for (const char* kind : {"serial:%1", "modem:%1,555-1234", "tcp:[::1]:%1"}) {
+    const bool isTcp = kind[0] == 't';
+    if (isTcp && !QTcpServer().listen(QHostAddress::LocalHostIPv6)) continue;
+    simulator::Options options =
+        isTcp ? simulator::PanelThread::TcpOptions() : simulator::PanelThread::PtyOptions();
+    options.Host = "::1";
+    if (kind[0] == 'm') options.Pty->WithModem = simulator::Modem::Options();
+    for (const char* command : {"read", "send", "compare"}) {
+      auto& own = panels.emplace_back(options);
+      const QString at = QString(kind).arg(isTcp ? QString::number(own.TcpPort()) : own.PtyPath());
+      if (command[0] != 's') own.With(set);
+      Start(programs.emplace_back(),
+            command[0] == 'r' ? QStringList{command, at, copy + kind[0]}
+                              : QStringList{command, file, at},
+            Password);
+    }
+  }
+  for (QProcess& program : programs) {
+    EXPECT_TRUE(program.waitForFinished(60'000));
+    EXPECT_EQ(program.exitCode(), 0)
+        << program.arguments().join(u' ').toStdString() << program.readAllStandardError().data();
+    const QString read = program.arguments().last();
+    const bool isCopy = read.startsWith(copy);
+    EXPECT_TRUE(!isCopy || FileText(read) == FileText(file)) << read.toStdString();
+  }
+  for (auto& own : panels) {
+    EXPECT_EQ(own.With([](Panel& p) { return p.Memory.Byte(timerType); }), 2);
+  }
 }
 
 TEST_F(PanelProgramTest, StatesAreToldAndSwitched) {
@@ -159,6 +227,8 @@ TEST_F(PanelProgramTest, WhatFailsIsOneSentenceAndLeavesTheFile) {
     const char* Told;
   } const calls[] = {
       {{"read", "tcp:127.0.0.1:1", file}, "Nobody answers"},
+      {{"read", "tcp:[::1]:1", file}, "Nobody answers at ::1, port 1"},
+      {{"read", "tcp:::1:1", file}, "an IPv6 address in brackets"},
       {{"read", "tcp:127.0.0.1:x", file}, "given as ./tcp:127.0.0.1:x"},
       {{"read", "tcp:127.0.0.1:65536", file}, "is tcp:HOST[:PORT]"},
       {{"status", "serial:/dev/none"}, "is not there"},
