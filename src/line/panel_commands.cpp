@@ -163,8 +163,10 @@ bool WritePassWord(const PasswordDigits& digits) {
 bool ReadBlock(int block, PanelImageType& image) {
   const int address = block * ImageBlockSize;
   if (!Do(Codes::Read, HexWord(address) + HexByte(ImageBlockSize - 1))) return false;
-  for (int i = 0; i < ImageBlockSize; ++i) {
-    image(address + i) = static_cast<Int16>(ReplyByte(2 + 2 * i));
+  std::string_view bytes = ReplyMid(2, 2 * ImageBlockSize);
+  auto* element = &image(address);
+  for (; !bytes.empty(); bytes.remove_prefix(std::min<std::size_t>(2, bytes.size()))) {
+    *element++ = static_cast<Int16>(ParseHexByte(bytes));
   }
   return true;
 }
@@ -178,7 +180,8 @@ bool WriteBlock(int block, const PanelImageType& image) {
     return Do(Codes::Clear, HexWord(address) + HexWord(address + ImageBlockSize - 1));
   }
   std::string bytes = HexWord(address) + HexByte(ImageBlockSize - 1);
-  std::for_each(first, behind, [&](Int16 element) { bytes += HexByte(element); });
+  bytes.reserve(bytes.size() + 2 * ImageBlockSize);
+  std::for_each(first, behind, [&](Int16 element) { AppendHexByte(bytes, element); });
   return Do(Codes::Write, bytes);
 }
 

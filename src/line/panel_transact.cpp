@@ -1,5 +1,7 @@
 #include "line/panel_transact.h"
 
+#include <bit>
+#include <cstdint>
 #include <limits>
 #include <utility>
 
@@ -34,11 +36,9 @@ void TellLinkStatus(const QString& text) {
 
 /// An 8-bit rotate left with the carry wrapped round, and the character added.
 int FrameChecksum(std::string_view text) {
-  int sum = 0;
+  std::uint8_t sum = 0;
   for (const char character : text) {
-    sum *= 2;
-    if (sum > 255) sum -= 255;
-    sum = (sum + static_cast<unsigned char>(character)) % 256;
+    sum = static_cast<std::uint8_t>(std::rotl(sum, 1) + static_cast<unsigned char>(character));
   }
   return sum;
 }
@@ -48,11 +48,12 @@ int FrameChecksum(std::string_view text) {
 /// own, so that one inside another does not put the outer deadline off.
 bool Await(Transport& line, int count, Int32 deadlineMs) {
   const Stopwatch stopwatch;
-  for (qint64 left = deadlineMs; left > 0 && line.Waiting() < count && line.IsOpen();
-       left = deadlineMs - stopwatch.ElapsedMs()) {
+  qint64 left = deadlineMs;
+  while (left > 0 && line.Waiting() < count && line.IsOpen()) {
     line.Wait(count, left);
+    left = deadlineMs - stopwatch.ElapsedMs();
   }
-  return stopwatch.ElapsedMs() < deadlineMs && line.Waiting() >= count;
+  return left > 0 && line.Waiting() >= count;
 }
 
 /// Counted from the end of the reply: nothing else of it is tested.

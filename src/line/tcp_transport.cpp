@@ -148,8 +148,10 @@ class TcpTransport : public Transport {
     // The reply of a panel close by comes before an event loop has begun. A peer that lets bytes
     // drip must not hold up the window for longer than that.
     const QDeadlineTimer deadline(ms);
-    const QDeadlineTimer prompt(std::min<qint64>(ms, PromptMs));
-    while (!over() && !prompt.hasExpired()) FetchWithin(static_cast<int>(prompt.remainingTime()));
+    const qint64 afterPrompt = std::max<qint64>(0, ms - PromptMs);
+    for (qint64 left = ms; !over() && left > afterPrompt; left = deadline.remainingTime()) {
+      FetchWithin(static_cast<int>(left - afterPrompt));
+    }
     if (over() || deadline.hasExpired()) return;
     if (LongWait) LongWait();
     RunUntil(over, deadline);

@@ -92,6 +92,8 @@ void OnLineFrame::AddFunctions(QBoxLayout* lines) {
   cmdSendChanges = NamedControl<Button>(down, "cmdSendChanges", QStringLiteral("Send Changes"));
   cmdSendChanges->setToolTip(
       QStringLiteral("Sends only what has changed since this panel's last download or upload."));
+  down->setStretch(0, 2);
+  down->setStretch(1, 1);
   lblErrors = NamedLabel(transfers, "lblErrors");
   lblErrors->SetLook(Label::Look::Quiet);
   auto* up = new QHBoxLayout;

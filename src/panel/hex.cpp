@@ -4,12 +4,8 @@
 
 namespace {
 
-std::string Hex(unsigned value, int digits) {
-  std::string text(static_cast<std::size_t>(digits), '0');
-  for (auto digit = text.rbegin(); digit != text.rend(); ++digit, value >>= 4) {
-    *digit = "0123456789ABCDEF"[value & 15];
-  }
-  return text;
+char HexDigit(int value) {
+  return "0123456789ABCDEF"[value & 15];
 }
 
 Int32 ParseHex(std::string_view text, std::size_t digits) {
@@ -21,12 +17,17 @@ Int32 ParseHex(std::string_view text, std::size_t digits) {
 
 }  // namespace
 
+void AppendHexByte(std::string& text, int value) {
+  text += HexDigit(value >> 4);
+  text += HexDigit(value);
+}
+
 std::string HexByte(int value) {
-  return Hex(static_cast<unsigned>(value), 2);
+  return {HexDigit(value >> 4), HexDigit(value)};
 }
 
 std::string HexWord(Int32 value) {
-  return Hex(static_cast<unsigned>(value), 4);
+  return HexByte(value >> 8) + HexByte(value);
 }
 
 Int32 ParseHexByte(std::string_view text) {

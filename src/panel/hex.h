@@ -8,6 +8,9 @@
 /// The low eight bits of the value as two upper-case hexadecimal digits.
 std::string HexByte(int value);
 
+/// Puts them behind a text.
+void AppendHexByte(std::string& text, int value);
+
 /// The low sixteen bits of the value as four upper-case hexadecimal digits.
 std::string HexWord(Int32 value);
 

@@ -61,8 +61,8 @@ std::optional<SettingPlace> SettingAt(const Project& project, int address);
 class ImageSum {
  public:
   void Add(Int16 element) {
-    sum_ = (sum_ + element) % 0x10000 * 2;
-    if (sum_ > 0xFFFF) sum_ -= 0xFFFF;
+    const Int32 doubled = (sum_ + element) % 0x10000 * 2;
+    sum_ = doubled > 0xFFFF ? doubled - 0xFFFF : doubled;
   }
   Int32 Value() const { return sum_; }
 

@@ -23,6 +23,14 @@
 
 namespace {
 
+/// A menu bar lays itself out anew at each entry that goes on or off, unless it does not hear of
+/// it.
+class DeafToEntries : public QObject {
+  bool eventFilter(QObject*, QEvent* event) override {
+    return event->type() == QEvent::ActionChanged;
+  }
+};
+
 /// 11055 by 8145 twips. A twip follows the desktop's text: at 9 points fifteen are a pixel.
 QSize WindowSize() {
   constexpr double usualDpi = 96;
@@ -276,6 +284,9 @@ void frmT3MasterMDI::SetLinkStatus(const QString& text) {
 }
 
 void frmT3MasterMDI::SetMainMenusEnabled(bool enabled) {
+  DeafToEntries deaf;
+  // A desktop's own bar has to hear of each entry.
+  if (!menuBar()->isNativeMenuBar()) menuBar()->installEventFilter(&deaf);
   for (QAction* entry : topEntries_) entry->setEnabled(enabled);
   // Or its keys would still walk among entries that do nothing.
   menuBar()->setEnabled(enabled);
