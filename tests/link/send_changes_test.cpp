@@ -49,4 +49,10 @@ TEST_F(TransferTest, OnlyWhatHasChangedIsSentToAPanelThatHoldsWhatIsKnown) {
   answers = {MsgAnswer::No};
   EXPECT_EQ(send("908070"), 1U) << "a captured preset is not known";
   EXPECT_NE(window->LoadedForm(Screen::Document), nullptr);
+  Press("cmdComparePanel");
+  Menu("mnuConnect");
+  PanelRecord.TimerTime(3) = 11;
+  EXPECT_LT(send("908070"), 10U) << "but it is once it has been read to compare";
+  EXPECT_EQ(LastMessage(), "Download Complete");
+  ExpectMemoryIsImage();
 }
