@@ -47,8 +47,8 @@ std::vector<RefusedRow> ApplyDifference(Project& project, const std::vector<Diff
     places.push_back(*found);
     if (told.contains(found.key())) {
       refuse(QStringLiteral("it is told twice"));
-    } else if (const QString words = WordsOf(project, *found); words != row.This) {
-      refuse(QStringLiteral("there stands \"%1\"").arg(words));
+    } else if (!IsToldBy(project, *found, row.This)) {
+      refuse(QStringLiteral("there stands \"%1\"").arg(WordsOf(project, *found)));
     }
     told << found.key();
   }
@@ -60,13 +60,13 @@ std::vector<RefusedRow> ApplyDifference(Project& project, const std::vector<Diff
   Project applied = project;
   for (int round = 0; round < rounds; ++round) {
     for (std::size_t i = 0; i < rows.size(); ++i) {
-      if (WordsOf(applied, places[i]) != rows[i].Other) {
+      if (!IsToldBy(applied, places[i], rows[i].Other)) {
         PutWords(applied, places[i], rows[i].Other);
       }
     }
   }
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    if (WordsOf(applied, places[i]) == rows[i].Other) continue;
+    if (IsToldBy(applied, places[i], rows[i].Other)) continue;
     refused.push_back({i, QStringLiteral("\"%1\" is no value of it").arg(rows[i].Other)});
   }
   if (refused.empty()) project = std::move(applied);

@@ -29,8 +29,13 @@ std::vector<Difference> CompareProjects(const Project& one, const Project& other
   std::vector<Difference> found;
   std::array<bool, ItemCount> timerTold{};
   const auto tell = [&](const Setting& setting) {
-    found.push_back({AreaOf(setting), ItemOf(setting), PhraseOf(one, setting),
-                     WordsOf(one, setting), WordsOf(other, setting), setting});
+    Difference row{AreaOf(setting),       ItemOf(setting),         PhraseOf(one, setting),
+                   WordsOf(one, setting), WordsOf(other, setting), setting};
+    if (row.This == row.Other) {
+      row.This = NumberedWordsOf(one, setting);
+      row.Other = NumberedWordsOf(other, setting);
+    }
+    found.push_back(std::move(row));
   };
   ForEachDifferent(one, other, [&](const Setting& setting, bool spare) {
     if (spare || (!names && AreaOf(setting) == u"Names")) return;

@@ -13,23 +13,25 @@ bool IsEqual(const Project& one, const Project& other, const std::vector<Setting
                      [&](const Setting& part) { return read(one, part) == read(other, part); });
 }
 
-QString PartsInWords(const Project& project, const std::vector<Setting>& parts) {
-  QStringList words;
-  for (const Setting& part : parts) words << WordsOf(project, part);
-  return words.join(QLatin1String(", "));
-}
+using Teller = QString (*)(const Project& project, const Setting& setting);
 
 MergeConflict ConflictOf(const Project& base, const Project& ours, const Project& theirs,
                          const SettingUnit& unit) {
   const Setting& first = unit.Parts.front();
   MergeConflict conflict{AreaOf(first), ItemOf(first), unit.Phrase, {}, {}, {}};
-  const auto tell = [&](const std::vector<Setting>& told) {
-    conflict.Base = PartsInWords(base, told);
-    conflict.Ours = PartsInWords(ours, told);
-    conflict.Theirs = PartsInWords(theirs, told);
+  const auto tell = [&](const std::vector<Setting>& parts, Teller wordsOf) {
+    const auto words = [&](const Project& project) {
+      QStringList told;
+      for (const Setting& part : parts) told << wordsOf(project, part);
+      return told.join(QLatin1String(", "));
+    };
+    conflict.Base = words(base);
+    conflict.Ours = words(ours);
+    conflict.Theirs = words(theirs);
   };
-  if (IsPartOfTimer(first)) tell({RunsOfTimer(first.At.First)});
-  if (conflict.Ours == conflict.Theirs) tell(unit.Parts);
+  if (IsPartOfTimer(first)) tell({RunsOfTimer(first.At.First)}, WordsOf);
+  if (conflict.Ours == conflict.Theirs) tell(unit.Parts, WordsOf);
+  if (conflict.Ours == conflict.Theirs) tell(unit.Parts, NumberedWordsOf);
   return conflict;
 }
 

@@ -61,7 +61,8 @@ void VisitElement(ProjectType& project, const Setting& setting, const Visit& vis
       visit(field);
     }
   };
-  ForEachPanelField(project.Panel, look);
+  // The null device is no panel.
+  if (setting.At.Device == 0) ForEachPanelField(project.Panel, look);
   ForEachDeviceField(project.Devices(setting.At.Device), look);
 }
 

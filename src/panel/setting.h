@@ -90,5 +90,10 @@ std::vector<Setting> PartsOfTimer(int timer);
 /// words do not tell.
 QString WordsOf(const Project& project, const Setting& setting);
 
+/// A number with itself behind its words: two projects may have the same words for different ones.
+QString NumberedWordsOf(const Project& project, const Setting& setting);
+/// Whether words are one of the two for what stands there.
+bool IsToldBy(const Project& project, const Setting& setting, const QString& words);
+
 /// Stores what such words tell; what they do not tell stays.
 void PutWords(Project& project, const Setting& setting, const QString& words);

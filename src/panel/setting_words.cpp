@@ -37,12 +37,18 @@ QString ToldMeaning(const Project& project, const Setting& setting, Int32 meanin
   return WordsFor(setting).Tell(project, setting.At, meaning);
 }
 
-QString ToldNumber(const Project& project, const Setting& setting, Int32 number) {
+/// Nothing for a level that no percentage tells.
+std::optional<Int32> MeaningIfAny(const Setting& setting, Int32 number) {
   try {
-    return ToldMeaning(project, setting, MeaningOf(setting, number));
+    return MeaningOf(setting, number);
   } catch (const RunTimeFailure&) {
-    return QString::number(number);  // a level that no percentage tells
+    return {};
   }
+}
+
+QString ToldNumber(const Project& project, const Setting& setting, Int32 number) {
+  const auto meaning = MeaningIfAny(setting, number);
+  return meaning ? ToldMeaning(project, setting, *meaning) : QString::number(number);
 }
 
 /// The first number in a text.
@@ -56,48 +62,41 @@ std::optional<std::int64_t> NumberIn(const QString& text) {
   return is ? std::optional(number) : std::nullopt;
 }
 
-/// The number that is stored for a meaning, where these are its words.
-std::optional<Int32> NumberIfTold(const Project& project, const Setting& setting,
-                                  const QString& words, Int32 meaning) {
-  if (ToldMeaning(project, setting, meaning) != words) return {};
-  try {
-    return NumberOfMeaning(setting, meaning);
-  } catch (const RunTimeFailure&) {
-    return {};
-  }
-}
-
-/// The soundest number that has these words.
-std::optional<Int32> NumberOf(const Project& project, const Setting& setting,
-                              const QString& words) {
-  constexpr int codes = 256;
-  const auto choices = static_cast<int>(WordsFor(setting).Choices.size());
-  const auto told = NumberIn(words);
-  const NumberRange range = RangeOf(project, setting);
+/// The soundest number that has these words, which those of `known` are.
+std::optional<Int32> NumberOf(const Project& project, const Setting& setting, const QString& words,
+                              std::optional<Int32> known = {}) {
   std::optional<Int32> found;
-  const auto look = [&](std::int64_t meaning) {
-    if (range.Has(meaning)) {
-      found = NumberIfTold(project, setting, words, static_cast<Int32>(meaning));
+  const auto look = [&](Int32 meaning) {
+    if (meaning != known && ToldMeaning(project, setting, meaning) != words) return false;
+    try {
+      found = NumberOfMeaning(setting, meaning);
+    } catch (const RunTimeFailure&) {
+      // No number means it.
     }
     return found.has_value();
   };
+  constexpr int codes = 256;
+  const auto choices = static_cast<int>(WordsFor(setting).Choices.size());
   for (int code = 0; code < choices; ++code) {
     if (look(code)) return found;
   }
-  if (told && (look(*told) || look(*told - 1))) return found;
+  const auto told = NumberIn(words);
+  const NumberRange range = told ? RangeOf(project, setting) : NumberRange{};
+  for (const std::int64_t number : {told.value_or(0), told.value_or(0) - 1}) {
+    if (told && range.Has(number) && look(static_cast<Int32>(number))) return found;
+  }
   for (int code = 0; code < codes; ++code) {
     if (look(code)) return found;
   }
   // One that means nothing.
-  const bool is = told && range.Has(*told) && words == QString::number(*told);
-  return is ? std::optional(static_cast<Int32>(*told)) : std::nullopt;
+  if (told && range.Has(*told) && words == QString::number(*told)) {
+    found = static_cast<Int32>(*told);
+  }
+  return found;
 }
 
-QString NumberWords(const Project& project, const Setting& setting, Int32 number) {
-  const QString words = ToldNumber(project, setting, number);
-  return NumberOf(project, setting, words) == number
-             ? words
-             : QStringLiteral("%1 (%2)").arg(words).arg(number);
+QString WithNumber(const QString& words, Int32 number) {
+  return QStringLiteral("%1 (%2)").arg(words).arg(number);
 }
 
 /// The number behind words that others share.
@@ -132,10 +131,22 @@ void PutRun(Project& project, int timer, const TimerRun& run) {
 QString WordsOf(const Project& project, const Setting& setting) {
   if (setting.Runs) return told::TimerRuns(project, setting.At, 0);
   const SettingValue value = UsualValueOf(project, setting);
-  if (const Int32* number = std::get_if<Int32>(&value)) {
-    return NumberWords(project, setting, *number);
-  }
-  return TextWords(std::get<std::string>(value));
+  if (const auto* text = std::get_if<std::string>(&value)) return TextWords(*text);
+  const Int32 number = std::get<Int32>(value);
+  const QString words = ToldNumber(project, setting, number);
+  const bool sound = NumberOf(project, setting, words, MeaningIfAny(setting, number)) == number;
+  return sound ? words : WithNumber(words, number);
+}
+
+QString NumberedWordsOf(const Project& project, const Setting& setting) {
+  const SettingValue value = UsualValueOf(project, setting);
+  const Int32* number = std::get_if<Int32>(&value);
+  return number && !setting.Runs ? WithNumber(ToldNumber(project, setting, *number), *number)
+                                 : WordsOf(project, setting);
+}
+
+bool IsToldBy(const Project& project, const Setting& setting, const QString& words) {
+  return words == WordsOf(project, setting) || words == NumberedWordsOf(project, setting);
 }
 
 void PutWords(Project& project, const Setting& setting, const QString& words) {

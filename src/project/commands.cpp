@@ -94,7 +94,7 @@ const std::vector<Command>& Commands() {
       {"check", "FILE...", "A line a finding.", 1, 0, CheckColumns, Check, true},
       {"compare", "A B", "A line a setting that differs.", 2, 2, CompareColumns, Compare},
       {"apply", "FILE DIFF.tsv", "Takes over what a comparison printed.", 2, 2, {}, ApplyRows},
-      {"merge", "BASE OURS THEIRS -o OUT", "A line a setting that both changed.", 3, 3,
+      {"merge", "BASE OURS THEIRS [-o OUT]", "A line a setting that both changed.", 3, 3,
        MergeColumns, MergeFiles},
       {"document", "FILE", "The text document with all its sections.", 1, 1, {}, Document},
       {"report",

@@ -2,6 +2,7 @@
 #include "panel/difference.h"
 #include "panel/dimmer_fields.h"
 #include "panel/document_fixture.h"
+#include "panel/fennlink_types.h"
 #include "panel/fields.h"
 #include "panel/panel_image.h"
 
@@ -126,6 +127,12 @@ TEST_F(CompareTest, DifferencesAreToldInWordsAndNamesWhenAsked) {
           "Timers|TIMER 01|runs|12:00 AM, every day|10:15 PM, every day",
           "Bus devices|FL 1A|type|None|2 Button", "Bus devices|FL 1A INPUT 2|type|0|Set Preset"}));
   EXPECT_EQ(CompareProjects(sound, other, true).size(), 6U);
+
+  Project station = other;
+  station.Devices(26).DeviceType = DeviceType4Input;
+  station.Devices(26).DeviceInputType(1) = 3;
+  EXPECT_EQ(row(CompareProjects(other, station, false).back()),
+            "Bus devices|FL 1A INPUT 2|type|Set Preset (1)|Set Preset (3)");
 }
 
 TEST_F(CompareTest, WhatIsEqualForAUserIsNoDifference) {
