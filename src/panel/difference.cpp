@@ -25,27 +25,37 @@ std::vector<Setting> DifferentOfTimer(const Project& one, const Project& other, 
 
 }  // namespace
 
-std::vector<Difference> CompareProjects(const Project& one, const Project& other, bool names) {
-  std::vector<Difference> found;
+std::vector<Setting> DifferentSettings(const Project& one, const Project& other, bool names) {
+  std::vector<Setting> found;
   std::array<bool, ItemCount> timerTold{};
-  const auto tell = [&](const Setting& setting) {
-    Difference row{AreaOf(setting),       ItemOf(setting),         PhraseOf(one, setting),
-                   WordsOf(one, setting), WordsOf(other, setting), setting};
-    if (row.This == row.Other) {
-      row.This = NumberedWordsOf(one, setting);
-      row.Other = NumberedWordsOf(other, setting);
-    }
-    found.push_back(std::move(row));
-  };
   ForEachDifferent(one, other, [&](const Setting& setting, bool spare) {
     if (spare || (!names && AreaOf(setting) == u"Names")) return;
     if (IsPartOfTimer(setting)) {
       const int timer = setting.At.First;
       if (std::exchange(timerTold[static_cast<std::size_t>(timer)], true)) return;
-      for (const Setting& different : DifferentOfTimer(one, other, timer)) tell(different);
+      const auto different = DifferentOfTimer(one, other, timer);
+      found.insert(found.end(), different.begin(), different.end());
     } else if (UsualValueOf(one, setting) != UsualValueOf(other, setting)) {
-      tell(setting);
+      found.push_back(setting);
     }
   });
+  return found;
+}
+
+Difference DifferenceIn(const Setting& setting, const Project& one, const Project& other) {
+  Difference row{AreaOf(setting),       ItemOf(setting),         PhraseOf(one, setting),
+                 WordsOf(one, setting), WordsOf(other, setting), setting};
+  if (row.This == row.Other) {
+    row.This = NumberedWordsOf(one, setting);
+    row.Other = NumberedWordsOf(other, setting);
+  }
+  return row;
+}
+
+std::vector<Difference> CompareProjects(const Project& one, const Project& other, bool names) {
+  std::vector<Difference> found;
+  for (const Setting& setting : DifferentSettings(one, other, names)) {
+    found.push_back(DifferenceIn(setting, one, other));
+  }
   return found;
 }

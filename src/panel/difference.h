@@ -17,4 +17,10 @@ struct Difference {
 
 /// The settings in which two projects differ for a user, in the order of the file; names only when
 /// asked. Spare elements, which mean nothing, are left out.
+std::vector<Setting> DifferentSettings(const Project& one, const Project& other, bool names);
+
+/// What each of the two projects has there, in words.
+Difference DifferenceIn(const Setting& setting, const Project& one, const Project& other);
+
+/// All that differs, in words.
 std::vector<Difference> CompareProjects(const Project& one, const Project& other, bool names);

@@ -78,7 +78,7 @@ void History::RecordStep() {
     return;  // No file holds it; what becomes of it will be the step.
   }
   const QScopedValueRollback pause(paused_, paused_ + 1);
-  const std::vector<Difference> changes = CompareProjects(LiveProject, known_, true);
+  const QString words = WordsOfChange();
   const int before = typingId_;
   const int typing = TypingId();
   const bool goesOn = typing >= 0 && typing == before && done_ == stack_.count();
@@ -96,7 +96,7 @@ void History::RecordStep() {
   }
   known_ = LiveProject;
   content_ = std::move(now);
-  stack_.push(new Step(WordsOf(changes), typing, empty));
+  stack_.push(new Step(words, typing, empty));
   for (; held_ > MostBytes && dropped_ + 1 < done_; ++dropped_) {
     Patch& oldest = changes_[static_cast<std::size_t>(dropped_)];
     held_ -= oldest.Size();
@@ -120,12 +120,14 @@ int History::TypingId() {
   return typingId_;
 }
 
-QString History::WordsOf(const std::vector<Difference>& changes) const {
+/// What has become of the project since it was recorded.
+QString History::WordsOfChange() const {
+  const std::vector<Setting> changes = DifferentSettings(LiveProject, known_, true);
   if (changes.empty()) return QStringLiteral("Change on %1").arg(hooks_.ScreenCaption());
   if (changes.size() > 1) {
     return QStringLiteral("%1 settings of %2").arg(changes.size()).arg(hooks_.ScreenCaption());
   }
-  const Difference& change = changes.front();
+  const Difference change = DifferenceIn(changes.front(), LiveProject, known_);
   constexpr int most = 40;
   QString value = change.This.trimmed();
   if (value.size() > most) value = value.first(most) + QStringLiteral("...");
@@ -204,7 +206,7 @@ void History::GoTo(int index) {
   }
   const int steps = done_ - index;
   const QString words = steps > 0 ? stack_.text(index) : stack_.text(index - 1);
-  const std::vector<Difference> changes = CompareProjects(*target, known_, true);
+  const std::vector<Setting> changes = DifferentSettings(*target, known_, true);
   known_ = *target;
   content_ = std::move(content);
   done_ = index;

@@ -24,8 +24,7 @@ class History : public QObject {
     std::function<QString()> ScreenCaption;
     /// Brings up where the first of the changes that can be shown is edited. Showing may store;
     /// the project is then to be put back, and the next place tried.
-    std::function<void(const std::vector<Difference>& changes,
-                       const std::function<bool()>& stillSame)>
+    std::function<void(const std::vector<Setting>& changes, const std::function<bool()>& stillSame)>
         Show;
   };
 
@@ -60,7 +59,7 @@ class History : public QObject {
   void RecordStep();
   void GoTo(int index);
   int TypingId();
-  QString WordsOf(const std::vector<Difference>& changes) const;
+  QString WordsOfChange() const;
   void Replace(Patch& change, Patch by);
 
   Hooks hooks_;

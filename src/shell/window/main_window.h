@@ -92,7 +92,7 @@ class frmT3MasterMDI : public QMainWindow {
   bool StepItem(const QObject* pressedOn, int step);
   bool StepHistory(QObject* pressedOn, bool back);
   QString HistoryRests() const;
-  void ShowChange(const std::vector<Difference>& changes, const std::function<bool()>& stillSame);
+  void ShowChange(const std::vector<Setting>& changes, const std::function<bool()>& stillSame);
   bool DiscardChanges() const;
   QString WhatHasChanged() const;
   void ReplaceProject(const std::function<void()>& replace);

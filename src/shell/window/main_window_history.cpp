@@ -110,25 +110,26 @@ bool frmT3MasterMDI::StepHistory(QObject* pressedOn, bool back) {
 
 /// Where the change shows, if showing it changes nothing; else where the type is chosen that cuts
 /// it; else no screen.
-void frmT3MasterMDI::ShowChange(const std::vector<Difference>& changes,
+void frmT3MasterMDI::ShowChange(const std::vector<Setting>& changes,
                                 const std::function<bool()>& stillSame) {
   ChildForm* front = LoadedForm(front_);
   const auto find = [&](const auto& suits) {
     const auto found = std::find_if(changes.begin(), changes.end(), suits);
     return found == changes.end() ? nullptr : &*found;
   };
-  const auto isOnFront = [&](const Difference& change) { return EditorOf(change.Of).On == front_; };
-  const Difference* shown = !front ? nullptr : find([&](const Difference& change) {
-    return isOnFront(change) && ShowsItem(*front, change.Where);
+  const auto isOnFront = [&](const Setting& change) { return EditorOf(change).On == front_; };
+  const Setting* shown = !front ? nullptr : find([&](const Setting& change) {
+    return isOnFront(change) && ShowsItem(*front, ItemOf(change));
   });
   if (!shown) shown = find(isOnFront);
   if (!shown)
-    shown = find([](const Difference& change) { return EditorOf(change.Of).On != Screen::None; });
+    shown = find([](const Setting& change) { return EditorOf(change).On != Screen::None; });
   if (shown) {
-    GoToSetting(front, shown->Of);
+    GoToSetting(front, *shown);
     if (stillSame()) return;
-    if (shown->Where.Kind == ItemKind::DeviceInput || shown->Where.Kind == ItemKind::Input) {
-      GoToItem(TypeScreen(shown->Where), shown->Where);
+    const Item item = ItemOf(*shown);
+    if (item.Kind == ItemKind::DeviceInput || item.Kind == ItemKind::Input) {
+      GoToItem(TypeScreen(item), item);
       if (stillSame()) return;
     }
   } else if (front) {
