@@ -210,6 +210,11 @@ ProgramScreens AllScreens() {
         std::count_if(findings.begin(), findings.end(),
                       [](const Finding& finding) { return finding.Level == Severity::Error; }));
   };
-  return {MenuTable(), ScreenTable(), [] { FindDialog(MainWindow()).exec(); },
+  const auto compareWithFile = [](const QString& name) {
+    FindingsList::OfProgram().CompareWithFile(name);
+    UnloadAllForms();
+    ShowForm(Screen::Document);
+  };
+  return {MenuTable(), ScreenTable(), compareWithFile, [] { FindDialog(MainWindow()).exec(); },
           [](int step) { FindingsList::OfProgram().Step(step); }};
 }

@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QScopeGuard>
@@ -26,10 +25,6 @@
 #include "shell/shell.h"
 
 namespace {
-
-std::unique_ptr<FindingsList::Sides> NewSides(const Project& one, const Project& other) {
-  return std::make_unique<FindingsList::Sides>(FindingsList::Sides{one, other});
-}
 
 /// Asks where to write; empty when the user cancels.
 QString ReportFileName(const QString& kind, const QString& ending) {
@@ -128,13 +123,14 @@ void FindingsFrame::cmdCompare_Click() {
   const QString name =
       FileDialog({FileRequest::Kind::Open, ProjectFileFilter, DataPath(QStringLiteral("*.T3"))});
   if (name.isEmpty()) return;
-  const auto other = std::make_shared<const Project>(ReadProject(name, NewProject()).Content);
-  Compare(QFileInfo(name).fileName(), [other] { return NewSides(LiveProject, *other); });
+  list_.CompareWithFile(name);
+  ShowList();
 }
 
 /// What has been changed since the last save.
 void FindingsFrame::lblChanged_Click() {
-  Compare(QStringLiteral("As saved"), [] { return NewSides(LiveProject, *SavedProject()); });
+  Compare(QStringLiteral("As saved"),
+          [] { return FindingsList::NewSides(LiveProject, *SavedProject()); });
 }
 
 void FindingsFrame::Compare(const QString& other, FindingsList::MakeSides sides) {
@@ -182,7 +178,8 @@ void FindingsFrame::ComparePanel() {
       return;
   }
   Compare(QStringLiteral("Panel"), [memory] {
-    return NewSides(AsPanelKeeps(LiveProject), UploadedOver(LiveProject, *memory, true));
+    return FindingsList::NewSides(AsPanelKeeps(LiveProject),
+                                  UploadedOver(LiveProject, *memory, true));
   });
 }
 

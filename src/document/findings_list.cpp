@@ -1,9 +1,11 @@
 #include "document/findings_list.h"
 
+#include <QFileInfo>
 #include <QWidget>
 #include <algorithm>
 
 #include "document/rules/check/check.h"
+#include "panel/defaults.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/project_file.h"
@@ -21,6 +23,16 @@ void FindingsList::Check() {
   list_ = [this] { ListFindings(); };
   kind_ = current_ = sortColumn_ = -1;
   Make();
+}
+
+std::unique_ptr<FindingsList::Sides> FindingsList::NewSides(const Project& one,
+                                                            const Project& other) {
+  return std::make_unique<Sides>(Sides{one, other});
+}
+
+void FindingsList::CompareWithFile(const QString& name) {
+  const auto other = std::make_shared<const Project>(ReadProject(name, NewProject()).Content);
+  Compare(QFileInfo(name).fileName(), [other] { return NewSides(LiveProject, *other); });
 }
 
 void FindingsList::Compare(const QString& other, MakeSides sides) {

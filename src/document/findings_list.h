@@ -26,11 +26,14 @@ class FindingsList : public QObject {
     Project Other;
   };
   using MakeSides = std::function<std::unique_ptr<Sides>()>;
+  static std::unique_ptr<Sides> NewSides(const Project& one, const Project& other);
 
   /// The one of the program, which lives as long as the main window.
   static FindingsList& OfProgram();
 
   void Check();
+  /// Lists what differs from a project file. Throws RunTimeFailure where it cannot be read.
+  void CompareWithFile(const QString& name);
   /// Lists what differs; `other` stands over the other side's column. The sides are asked for again
   /// whenever the project has changed.
   void Compare(const QString& other, MakeSides sides);

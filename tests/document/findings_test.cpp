@@ -46,8 +46,8 @@ TEST_F(FindingsTest, ACheckIsFilteredCopiedAndLeadsToTheItem) {
   EXPECT_LT(List().topLevelItemCount(), all);
   Press("cmdCopy");
   EXPECT_EQ(QApplication::clipboard()->text().count(u'\n'), 3);
-  EXPECT_TRUE(QApplication::clipboard()->text().startsWith(
-      "Severity\tItem\tFinding\nerror\tINPUT 03\t"));
+  EXPECT_TRUE(
+      QApplication::clipboard()->text().startsWith("Severity\tItem\tFinding\nerror\tINPUT 03\t"));
   EXPECT_EQ(DataChanged, 0);
 
   Activate("TIMER 07");
@@ -162,7 +162,6 @@ TEST_F(FindingsTest, AComparisonLeavesTheProjectAlone) {
   Press("cmdCompare");
   EXPECT_EQ(List().topLevelItemCount(), 0);
   Find<CheckBox>("chkNames").click();
-  Press("cmdCompare");
   ASSERT_EQ(List().topLevelItemCount(), 1);
   EXPECT_EQ(List().topLevelItem(0)->text(3), "STAIRS");
   EXPECT_EQ(List().topLevelItem(0)->text(4), "HALL");
@@ -170,6 +169,131 @@ TEST_F(FindingsTest, AComparisonLeavesTheProjectAlone) {
   nextFileName = folder.path();
   Press("cmdCompare");
   EXPECT_EQ(messages.size(), 1U);
+}
+
+TEST_F(FindingsTest, DifferencesAreWalkedTakenOverAndLeaveTheListAsTheyAreMended) {
+  nextFileName = folder.filePath("office.T3");
+  Project other = LiveProject;
+  other.Panel.RelayTimerType(1) = 2;
+  other.Panel.RelayPowerOnType(0) = 1;
+  other.Panel.GroupRelayInclude(6, 3) = -1;
+  other.Panel.DateOpenTime(11, 23) = 40;
+  other.Panel.TimerTime(4) = 30;
+  TcpAddress(other.Panel) = "10.0.0.9";
+  WriteProject(nextFileName, other);
+  const std::string before = Bytes();
+  Menu("mnuDocument");
+  Press("cmdCompare");
+  EXPECT_EQ(List().headerItem()->text(4), "office.T3");
+  ASSERT_EQ(List().topLevelItemCount(), 6);
+  const int width = List().viewport()->width();
+  EXPECT_LE(List().columnViewportPosition(4) + List().columnWidth(4), width);
+  EXPECT_GT(List().columnWidth(4), width / 8);
+
+  const auto step = [this](Qt::KeyboardModifiers held = {}) {
+    QTest::keyClick(window.get(), Qt::Key_F8, held);
+    QApplication::processEvents();
+    return QApplication::focusWidget()->objectName() + ": " + Text("lblMark").left(6);
+  };
+  EXPECT_EQ(step(), "lblTimerType(1): 1 of 6");
+  EXPECT_EQ(step(), "lblPowerOnType(0): 2 of 6");
+  EXPECT_EQ(step(), "lblInclude(3): 3 of 6");
+  EXPECT_EQ(Chosen("cboGroup"), 6);
+  EXPECT_EQ(step(), "lblOpenTime(23): 4 of 6");
+  EXPECT_TRUE(Find<OptionButton>("optMonth(11)").Value());
+  EXPECT_EQ(step(Qt::ShiftModifier), "lblInclude(3): 3 of 6");
+  Click(Cell("lblInclude", 3));
+  EXPECT_EQ(step(), "lblOpenTime(23): 3 of 5") << "what is mended leaves the list";
+
+  Menu("mnuDocument");
+  ASSERT_EQ(List().topLevelItemCount(), 5);
+  EXPECT_EQ(List().indexOfTopLevelItem(List().currentItem()), 2) << "the place stays";
+  Connected = -1;
+  List().selectAll();
+  Press("cmdTakeOver");
+  Connected = 0;
+  EXPECT_EQ(TcpAddress(), "") << "the connection that is up stays";
+  ASSERT_EQ(List().topLevelItemCount(), 1);
+  List().selectAll();
+  Press("cmdTakeOver");
+  EXPECT_TRUE(LiveProject == other);
+  EXPECT_EQ(Text("lblFound"), "Both are equal.");
+  for (int i = 0; i < 3; ++i) QTest::keyClick(window.get(), Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(Bytes(), before);
+}
+
+TEST_F(FindingsTest, SaveOffersToMergeWhatSomebodyElseHasSavedMeanwhile) {
+  const QString file = folder.filePath("shared.T3");
+  const auto shownAsk = AskSeam;
+  const auto restore = qScopeGuard([&] { AskSeam = shownAsk; });
+  QString answer = "Cancel";
+  AskSeam = [&](const QString& text, const QStringList& choices) {
+    EXPECT_TRUE(text.contains("was changed by somebody else"));
+    return static_cast<int>(choices.indexOf(answer));
+  };
+  WriteProject(file, LiveProject);
+  window->OpenFile(file);
+  Project theirs = LiveProject;
+  theirs.Panel.RelayPowerOnType(1) = 1;
+  theirs.Panel.RelayTimerType(1) = 4;
+  WriteProject(file, theirs);
+  Menu("mnuRelayOutputOptions");
+  Pick("lblTimerType", 1, "cboNewTimerType", 3);
+  Pick("lblPowerOnType", 2, "cboNewPowerOnType", 2);
+  const std::string ours = Bytes();
+  const auto saved = [&] { return ReadProject(file, NewProject()).Content; };
+
+  Menu("mnuSave");
+  EXPECT_TRUE(saved() == theirs);
+  answer = "Compare";
+  Menu("mnuSave");
+  EXPECT_EQ(List().topLevelItemCount(), 3);
+  EXPECT_EQ(Bytes(), ours);
+  answer = "Merge";
+  Menu("mnuSave");
+  EXPECT_EQ(Text("lblMark"), "Merged. Both had changed 1 settings, which stay as they are here.");
+  EXPECT_EQ(PanelRecord.RelayPowerOnType(1), 1);
+  EXPECT_EQ(PanelRecord.RelayPowerOnType(2), 2);
+  EXPECT_EQ(PanelRecord.RelayTimerType(1), 3);
+  answer = "none is asked for";
+  Menu("mnuSave");
+  EXPECT_TRUE(saved() == LiveProject);
+  QTest::keyClick(window.get(), Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(Bytes(), ours);
+  WriteProject(file, theirs);
+  answer = "Save Over It";
+  Menu("mnuSave");
+  EXPECT_TRUE(saved() == LiveProject);
+}
+
+TEST_F(FindingsTest, WhatHasChangedIsToldAndWhatIsSaidToHaveIsNoDifference) {
+  Menu("mnuTimerToRelayControl");
+  Click(Cell("lblControl", 0));  // marks, and changes nothing
+  Find<Timer>("tmrMarks").Tick();
+  EXPECT_EQ(Text("lblMark"), "");
+  answers = {MsgAnswer::No};
+  Menu("mnuNew");
+  EXPECT_EQ(messages.back().Detail, "No setting differs from a new panel.");
+  Menu("mnuRelayOutputOptions");
+  Pick("lblPowerOnType", 2, "cboNewPowerOnType", 1);
+  Find<Timer>("tmrMarks").Tick();
+  EXPECT_EQ(Text("lblMark"), "Unsaved changes");
+  QEvent tip(QEvent::ToolTip);
+  QApplication::sendEvent(&Find<Label>("lblMark"), &tip);
+  EXPECT_EQ(Find<Label>("lblMark").toolTip(), "RELAY 03 power-on type: On, was Off");
+  answers = {MsgAnswer::No};
+  Menu("mnuNew");
+  EXPECT_EQ(messages.back().Detail, "");
+  Menu("mnuDocument");
+  Click(Find<Label>("lblChanged"));
+  ASSERT_EQ(List().topLevelItemCount(), 1);
+  EXPECT_EQ(List().topLevelItem(0)->text(4), "Off");
+  CurrentFileName = folder.filePath("a.T3");
+  window->FileSave();
+  Find<Timer>("tmrMarks").Tick();
+  Find<Timer>("tmrMarks").Tick();
+  Click(Find<Label>("lblChanged"));
+  EXPECT_EQ(List().topLevelItemCount(), 0);
 }
 
 TEST_F(FindingsTest, TheProjectIsRehearsedInThePanelsWindow) {

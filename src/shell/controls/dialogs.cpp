@@ -8,6 +8,8 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QUrl>
+#include <algorithm>
+#include <vector>
 
 #include "panel/code_page.h"
 #include "panel/live_project.h"
@@ -69,6 +71,21 @@ MsgAnswer ShowMessage(const Message& message) {
     default:
       return message.Buttons == MsgButtons::YesNo ? MsgAnswer::No : MsgAnswer::Cancel;
   }
+}
+
+int ShowQuestion(const QString& text, const QStringList& answers) {
+  QMessageBox box(QMessageBox::Question, ProgramTitle, text, QMessageBox::NoButton, FrontWindow());
+  box.setTextFormat(Qt::PlainText);
+  std::vector<QAbstractButton*> buttons;
+  for (const QString& answer : answers) {
+    const bool last = buttons.size() + 1 == static_cast<std::size_t>(answers.size());
+    auto* button = box.addButton(answer, last ? QMessageBox::RejectRole : QMessageBox::ActionRole);
+    buttons.push_back(button);
+    if (last) box.setDefaultButton(button);
+  }
+  box.exec();
+  const auto pressed = std::find(buttons.begin(), buttons.end() - 1, box.clickedButton());
+  return static_cast<int>(pressed - buttons.begin());
 }
 
 /// "Text (*.T3)|*.T3|All Files (*.*)|*.*" as the toolkit writes it, in either letter case.
@@ -135,6 +152,7 @@ QString ChooseFile(const FileRequest& request) {
 }  // namespace
 
 std::function<MsgAnswer(const Message&)> MsgBoxSeam = ShowMessage;
+std::function<int(const QString&, const QStringList&)> AskSeam = ShowQuestion;
 std::function<QString(const FileRequest&)> FileDialogSeam = ChooseFile;
 std::function<void(const QString&)> OpenUrlSeam = [](const QString& address) {
   QDesktopServices::openUrl(QUrl::fromUserInput(address));
@@ -144,6 +162,10 @@ MsgAnswer MsgBox(const QString& text, MsgIcon icon, const QString& title, MsgBut
                  const QString& detail) {
   if (ProgramEnding()) return buttons == MsgButtons::Ok ? MsgAnswer::Ok : MsgAnswer::No;
   return MsgBoxSeam({text, icon, title, buttons, detail});
+}
+
+int Ask(const QString& text, const QStringList& answers) {
+  return ProgramEnding() ? static_cast<int>(answers.size()) - 1 : AskSeam(text, answers);
 }
 
 QString FileDialog(const FileRequest& request) {

@@ -31,6 +31,10 @@ struct FileRequest {
 MsgAnswer MsgBox(const QString& text, MsgIcon icon, const QString& title,
                  MsgButtons buttons = MsgButtons::Ok, const QString& detail = {});
 
+/// Asks with answers of its own, the last of which leaves all as it is, and is given where nobody
+/// is asked any more. Gives the answer's place.
+int Ask(const QString& text, const QStringList& answers);
+
 /// The chosen path, or an empty string when the user cancels.
 QString FileDialog(const FileRequest& request);
 
@@ -39,5 +43,6 @@ void OpenUrl(const QString& address);
 
 /// Tests answer and read the dialogs by putting their own functions here.
 extern std::function<MsgAnswer(const Message&)> MsgBoxSeam;
+extern std::function<int(const QString& text, const QStringList& answers)> AskSeam;
 extern std::function<QString(const FileRequest&)> FileDialogSeam;
 extern std::function<void(const QString&)> OpenUrlSeam;

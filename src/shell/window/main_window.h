@@ -97,6 +97,8 @@ class frmT3MasterMDI : public QMainWindow {
   QString WhatHasChanged() const;
   void ReplaceProject(const std::function<void()>& replace);
   [[nodiscard]] bool WriteProject();
+  [[nodiscard]] bool MaySaveOver();
+  void MergeWithFile(const Project& base);
   void ShowEmptyState();
   void ReadFile(const QString& name);
   void ShowMarks();

@@ -9,6 +9,7 @@
 
 #include "panel/defaults.h"
 #include "panel/live_project.h"
+#include "panel/merge.h"
 #include "panel/program_state.h"
 #include "panel/project_file.h"
 #include "shell/window/about_form.h"
@@ -108,15 +109,44 @@ bool frmT3MasterMDI::WriteProject() {
   return true;
 }
 
+/// Whether the file, which somebody else has changed, is to be saved over.
+bool frmT3MasterMDI::MaySaveOver() {
+  const QString file = CurrentFileName;
+  const auto base = recovery_.Saved();
+  QStringList answers = {QStringLiteral("Compare"), QStringLiteral("Merge"),
+                         QStringLiteral("Save Over It"), QStringLiteral("Cancel")};
+  // Of work that was taken up nobody knows what both began with.
+  if (!base) answers.removeAt(1);
+  const QString answer = answers[Ask(
+      QStringLiteral(
+          "\"%1\" was changed by somebody else at %2, after it was opened or saved here.")
+          .arg(file, QFileInfo(file).lastModified().toString(TimeFormat)),
+      answers)];
+  if (answer == u"Compare") program_.CompareWithFile(file);
+  if (answer == u"Merge") MergeWithFile(*base);
+  return answer == u"Save Over It";
+}
+
+/// What somebody else has changed in the file comes into the project. What both have changed stays
+/// as it is here, and is listed with all else that the file has not.
+void frmT3MasterMDI::MergeWithFile(const Project& base) {
+  const ProjectRead theirs = ReadProject(CurrentFileName, NewProject());
+  const MergedProject merged = MergeProjects(base, LiveProject, theirs.Content);
+  LiveProject = merged.Content;
+  DataChanged = -1;
+  SetKnownContent(theirs.Fingerprint);
+  recovery_.Settle(theirs.Content);
+  recovery_.Update(LiveProject);
+  program_.CompareWithFile(CurrentFileName);
+  TellNews(
+      merged.Conflicts.empty()
+          ? QStringLiteral("Merged. Save writes it.")
+          : QStringLiteral("Merged. Both had changed %1 settings, which stay as they are here.")
+                .arg(merged.Conflicts.size()));
+}
+
 void frmT3MasterMDI::FileSave() {
-  if (ChangedByOthers() &&
-      MsgBox(
-          QStringLiteral("\"%1\" was changed by somebody else at %2, after it was opened or "
-                         "saved here.\nSave Over It?")
-              .arg(CurrentFileName, QFileInfo(CurrentFileName).lastModified().toString(TimeFormat)),
-          MsgIcon::Question, ProgramTitle, MsgButtons::YesNo) != MsgAnswer::Yes) {
-    return;
-  }
+  if (ChangedByOthers() && !MaySaveOver()) return;
   if (!WriteProject()) return;
   DataChanged = 0;
   recovery_.Settle(LiveProject);

@@ -26,6 +26,8 @@ struct ScreenEntry {
 struct ProgramScreens {
   const std::vector<MenuEntry>& Menu;
   const std::vector<ScreenEntry>& Screens;  ///< By Screen.
+  /// Lists on Document what differs from a project file.
+  std::function<void(const QString& name)> CompareWithFile = {};
   // What keys run while the menus are on.
   std::function<void()> Find = {};                 ///< Ctrl+F.
   std::function<void(int step)> StepFinding = {};  ///< F8 (1), Shift+F8 (-1).
