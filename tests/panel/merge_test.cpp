@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QStringList>
 #include <map>
 
 #include "panel/dimmer_block.h"

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QHash>
 #include <QSet>
+#include <QStringList>
 
 #include "panel/apply_difference.h"
 #include "panel/difference.h"

@@ -66,8 +66,7 @@ TEST_F(PanelProgramTest, APanelStandsWhereAProjectMay) {
   EXPECT_EQ(Run({"compare", address, "image:" + memory}), 0) << output.toStdString();
   EXPECT_EQ(Run({"read", address, file, "--no-names"}), 0);
   EXPECT_EQ(Run({"compare", address, file, "--names"}), 1);
-  EXPECT_TRUE(Lines().contains("Names\tRELAY 01\tname\tLOBBY\tRELAY 01"))
-      << output.toStdString();
+  EXPECT_TRUE(Lines().contains("Names\tRELAY 01\tname\tLOBBY\tRELAY 01")) << output.toStdString();
   EXPECT_EQ(Run({"check", address, file}), 0);
   EXPECT_TRUE(output.contains(address.toUtf8() + "\twarning"));
 }
