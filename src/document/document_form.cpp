@@ -59,6 +59,11 @@ void frmT3Document::Form_Load() {
   lblOpenDocument->SetLook(Label::Look::WebLink);
   lblOpenDocument->Click = [this] { lblOpenDocument_Click(); };
   lblOpenDocument->setVisible(false);
+  documentRow->setAlignment({});
+  documentRow->addStretch(1);
+  auto* lblChanged = AddLabel(documentRow, "lblChanged", QStringLiteral("What have I changed?"));
+  lblChanged->SetLook(Label::Look::WebLink);
+  lblChanged->Click = [this] { findings->lblChanged_Click(); };
 
   findings = new FindingsFrame;
   AddWidget(findings);

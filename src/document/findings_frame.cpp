@@ -65,13 +65,6 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
   cboShown->Click = [this] { cboShown_Click(); };
   row->addWidget(cboShown);
   cmdCopy = addButton("cmdCopy", QStringLiteral("Copy"), &FindingsFrame::cmdCopy_Click);
-  cmdTakeOver =
-      addButton("cmdTakeOver", QStringLiteral("Take Over"), &FindingsFrame::cmdTakeOver_Click);
-  cmdTakeOver->setToolTip(
-      QStringLiteral("The other side's values of the selected rows come into this project; Ctrl+A "
-                     "selects all rows "
-                     "on show"));
-  cmdTakeOver->hide();
   row->addStretch(1);
 
   lstFindings = new QTreeWidget;
@@ -92,16 +85,16 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
             &FindingsFrame::cmdSpreadsheet_Click);
   addButton("cmdRehearse", QStringLiteral("Rehearse"), &FindingsFrame::cmdRehearse_Click)
       ->setToolTip(QStringLiteral("Runs the project in a simulated panel's window"));
+  cmdTakeOver =
+      addButton("cmdTakeOver", QStringLiteral("Take Over"), &FindingsFrame::cmdTakeOver_Click);
+  cmdTakeOver->setToolTip(
+      QStringLiteral("The other side's values of the selected rows come into this project. Ctrl+A "
+                     "selects all rows on show."));
+  cmdTakeOver->hide();
   lblFound = new Label;
   lblFound->setObjectName(QStringLiteral("lblFound"));
   lblFound->SetLook(Label::Look::Quiet);
   row->addWidget(lblFound, 1);
-  lblChanged = new Label;
-  lblChanged->setObjectName(QStringLiteral("lblChanged"));
-  lblChanged->SetCaption(QStringLiteral("What have I changed?"));
-  lblChanged->SetLook(Label::Look::WebLink);
-  lblChanged->Click = [this] { lblChanged_Click(); };
-  row->addWidget(lblChanged);
   lstFindings->setSelectionMode(QAbstractItemView::ExtendedSelection);
   lstFindings->header()->setSectionsClickable(true);
   connect(lstFindings, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) {
@@ -127,7 +120,6 @@ void FindingsFrame::cmdCompare_Click() {
   ShowList();
 }
 
-/// What has been changed since the last save.
 void FindingsFrame::lblChanged_Click() {
   Compare(QStringLiteral("As saved"),
           [] { return FindingsList::NewSides(LiveProject, *SavedProject()); });

@@ -20,6 +20,7 @@ class FindingsFrame : public QGroupBox {
   void cmdCompare_Click();
   /// Reads the connected panel's memory; pressed meanwhile, it stops.
   void cmdComparePanel_Click();
+  /// Lists what has been changed since the last save.
   void lblChanged_Click();
   void cboShown_Click();
   void chkNames_Click();
@@ -49,7 +50,6 @@ class FindingsFrame : public QGroupBox {
   Label* lblFound = nullptr;     ///< What came of the last press.
   Button* cmdCopy = nullptr;
   Button* cmdTakeOver = nullptr;
-  Label* lblChanged = nullptr;
   QTreeWidget* lstFindings = nullptr;
   bool reading_ = false;
 };

@@ -56,6 +56,10 @@ void frmT3MasterMDI::AddHistoryButtons(QHBoxLayout* line) {
     button->setObjectName(QString::fromLatin1(name));
     button->setText(sign);
     button->setAutoRaise(true);
+    constexpr double larger = 1.3;  // these signs are small ones
+    QFont font = button->font();
+    font.setPointSizeF(font.pointSizeF() * larger);
+    button->setFont(font);
     button->setEnabled(can);
     const auto tell = [=, &stack] {
       const QString step = (stack.*words)();
