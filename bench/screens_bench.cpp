@@ -2,33 +2,10 @@
 #include <string>
 
 #include "bench_program.h"
-#include "panel/live_dimmers.h"
-#include "panel/live_project.h"
 #include "ratio.h"
 #include "screen_table.h"
 
 namespace {
-
-/// All points installed, all tables in use, and a bus device of each type.
-void FillPanel() {
-  auto& panel = PanelRecord;
-  for (int node = 0; node < NodeCount; ++node) panel.IOCount(node) = 1;
-  for (ItemTable* table :
-       {&panel.InputRelayControl, &panel.InputGroupControl, &panel.GroupRelayInclude,
-        &panel.TimerRelayControl, &panel.TimerGroupControl, &panel.TimerPresetControl,
-        &panel.PresetRelayControl}) {
-    table->elements.fill(1);
-  }
-  for (int i = 0; i < ItemCount; ++i) {
-    panel.InputType(i) = static_cast<Int16>(i % 13);
-    panel.TimerTimeType(i) = static_cast<Int16>(i % 6);
-    panel.DMXChannel(i) = static_cast<Int16>(i + 1);
-  }
-  for (int d = 1; d <= DeviceCount; ++d) {
-    FennlinkRecords(d).DeviceType = static_cast<Int16>(1 + d % 9);
-  }
-  for (Int16 dev = 0; dev < DimmerDeviceCount; ++dev) DimSetEnabled(dev, 1);
-}
 
 struct Opening {
   Screen Shown;
@@ -97,7 +74,7 @@ const char* ShortName(const Opening& opening) {
 int main(int argc, char** argv) {
   BenchProgram program(argc, argv, MsgAnswer::No);
   frmT3MasterMDI& window = program.Window;
-  FillPanel();
+  UseWholePanel();
 
   // A screen of one label costs what every screen costs.
   const Opening empty = Open(window, Screen::AddOnModuleNone);

@@ -38,6 +38,12 @@ class ScreenTest : public testing::Test {
       }
       return message.Buttons == MsgButtons::Ok ? MsgAnswer::Ok : MsgAnswer::Yes;
     };
+    shownAsk = AskSeam;
+    AskSeam = [this](const QString& text, const QStringList& choices) {
+      messages.push_back({text, MsgIcon::Question, {}, MsgButtons::Ok});
+      const auto chosen = choices.indexOf(nextChoice);
+      return static_cast<int>(chosen < 0 ? choices.size() - 1 : chosen);
+    };
     shownFileDialog = FileDialogSeam;
     FileDialogSeam = [this](const FileRequest& request) {
       fileRequests.push_back(request);
@@ -52,6 +58,7 @@ class ScreenTest : public testing::Test {
   ~ScreenTest() override {
     window.reset();
     MsgBoxSeam = shownMsgBox;
+    AskSeam = shownAsk;
     FileDialogSeam = shownFileDialog;
     qputenv("HOME", oldHome);
   }
@@ -167,10 +174,12 @@ class ScreenTest : public testing::Test {
   QTemporaryDir folder;
   QByteArray oldHome;
   std::function<MsgAnswer(const Message&)> shownMsgBox;  ///< The ones that users see.
+  std::function<int(const QString&, const QStringList&)> shownAsk;
   std::function<QString(const FileRequest&)> shownFileDialog;
   std::vector<Message> messages;
   std::vector<MsgAnswer> answers;
   std::vector<FileRequest> fileRequests;
   QString nextFileName;
+  QString nextChoice;  ///< Of a question with answers of its own; else the last.
   std::unique_ptr<frmT3MasterMDI> window;
 };

@@ -7,16 +7,23 @@ Patch::Patch(std::string_view before, std::string_view after) {
     hunks_.push_back({at, std::string(before.substr(at, lengthBefore)),
                       std::string(after.substr(at, lengthAfter))});
   };
+  const std::size_t common = std::min(before.size(), after.size());
   const auto differs = [&](std::size_t from) {
+    // Stretch by stretch, as most is equal.
+    constexpr std::size_t stretch = 256;
+    while (from + stretch <= common &&
+           before.substr(from, stretch) == after.substr(from, stretch)) {
+      from += stretch;
+    }
     const auto at = std::mismatch(before.begin() + static_cast<std::ptrdiff_t>(from), before.end(),
                                   after.begin() + static_cast<std::ptrdiff_t>(from), after.end());
     return static_cast<std::size_t>(at.first - before.begin());
   };
   const std::size_t first = differs(0);
   if (before.size() != after.size()) {
-    const std::size_t most = std::min(before.size(), after.size()) - first;
     const auto same = std::mismatch(before.rbegin(), before.rend(), after.rbegin(), after.rend());
-    const std::size_t end = std::min(static_cast<std::size_t>(same.first - before.rbegin()), most);
+    const std::size_t end =
+        std::min(static_cast<std::size_t>(same.first - before.rbegin()), common - first);
     add(first, before.size() - first - end, after.size() - first - end);
     return;
   }

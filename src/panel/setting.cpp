@@ -124,6 +124,11 @@ class SettingWalk {
   }
 
   void Output(int dev, int out) {
+    const int first = (dev * DimmerOutputCount + out) * ElementsOfOutput;
+    const auto* elements = &one_.Dimmers(first);
+    if (!all_ && std::equal(elements, elements + ElementsOfOutput, &other_.Dimmers(first))) {
+      return;
+    }
     for (const DimmerField* field : dim::Fields) {
       for (int index = 0; index < field->Count; ++index) Dimmer(*field, {dev, out, index});
     }

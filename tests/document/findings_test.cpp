@@ -224,13 +224,6 @@ TEST_F(FindingsTest, DifferencesAreWalkedTakenOverAndLeaveTheListAsTheyAreMended
 
 TEST_F(FindingsTest, SaveOffersToMergeWhatSomebodyElseHasSavedMeanwhile) {
   const QString file = folder.filePath("shared.T3");
-  const auto shownAsk = AskSeam;
-  const auto restore = qScopeGuard([&] { AskSeam = shownAsk; });
-  QString answer = "Cancel";
-  AskSeam = [&](const QString& text, const QStringList& choices) {
-    EXPECT_TRUE(text.contains("was changed by somebody else"));
-    return static_cast<int>(choices.indexOf(answer));
-  };
   WriteProject(file, LiveProject);
   window->OpenFile(file);
   Project theirs = LiveProject;
@@ -245,23 +238,23 @@ TEST_F(FindingsTest, SaveOffersToMergeWhatSomebodyElseHasSavedMeanwhile) {
 
   Menu("mnuSave");
   EXPECT_TRUE(saved() == theirs);
-  answer = "Compare";
+  nextChoice = "Compare";
   Menu("mnuSave");
   EXPECT_EQ(List().topLevelItemCount(), 3);
   EXPECT_EQ(Bytes(), ours);
-  answer = "Merge";
+  nextChoice = "Merge";
   Menu("mnuSave");
   EXPECT_EQ(Text("lblMark"), "Merged. Both had changed 1 settings, which stay as they are here.");
   EXPECT_EQ(PanelRecord.RelayPowerOnType(1), 1);
   EXPECT_EQ(PanelRecord.RelayPowerOnType(2), 2);
   EXPECT_EQ(PanelRecord.RelayTimerType(1), 3);
-  answer = "none is asked for";
+  nextChoice = "none is asked for";
   Menu("mnuSave");
   EXPECT_TRUE(saved() == LiveProject);
   QTest::keyClick(window.get(), Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ(Bytes(), ours);
   WriteProject(file, theirs);
-  answer = "Save Over It";
+  nextChoice = "Save Over It";
   Menu("mnuSave");
   EXPECT_TRUE(saved() == LiveProject);
 }

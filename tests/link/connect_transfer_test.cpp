@@ -4,6 +4,7 @@
 #include "line/line_hooks.h"
 #include "link/transfer_fixture.h"
 #include "panel/live_project.h"
+#include "shell/window/history.h"
 
 using simulator::Panel;
 using simulator::PanelThread;
@@ -101,8 +102,11 @@ TEST_F(TransferTest, EveryFaultOfAnUploadIsToldAndClearsTheDocument) {
       {"nonhex:8@82", error("2")}, {"sum", error("2")},       {"lost@641x3", error("3")},
       {"junk:3@300x2", complete},  {"long:4@300", complete}};
   for (const auto& [fault, told] : cases) {
-    ExpectTold(fault, told, told == complete, 2, [this] {
+    std::string before;
+    ExpectTold(fault, told, told == complete, 2, [&] {
       PanelRecord.RelayTimerType(7) = 4;
+      window->Steps().Record();
+      before = Bytes();
       Press("cmdUpLoadFromT2");
     });
     EXPECT_EQ(PanelRecord.RelayTimerType(7), 0) << fault;
@@ -114,6 +118,8 @@ TEST_F(TransferTest, EveryFaultOfAnUploadIsToldAndClearsTheDocument) {
     fileRequests.clear();
     Menu("mnuSave");
     EXPECT_EQ(fileRequests.size(), 1U) << "defaults do not go over the file that was open";
+    window->Steps().Undo();
+    EXPECT_TRUE(Bytes() == before) << "one step back brings all of it";
   }
 }
 

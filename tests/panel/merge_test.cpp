@@ -79,7 +79,7 @@ class MergeTest : public testing::Test {
  protected:
   /// Changes some of the few settings that both sides meet at.
   Project Changed(Project project) {
-    for (int change = 0; change < 40; ++change) {
+    for (int change = 0; change < 120; ++change) {
       const Setting& setting =
           meeting[static_cast<std::size_t>(random.Below(static_cast<int>(meeting.size())))];
       SettingValue value = ValueOf(project, setting);
@@ -148,6 +148,7 @@ TEST_F(MergeTest, AConflictIsToldInWords) {
   Project ours = fresh;
   Project theirs = fresh;
   ours.Panel.TimerTimeType(3) = 7;
+  theirs.Panel.TimerTime(3) = 5;
   theirs.Panel.TimerDays(3) = 0x41;
   ours.Panel.DateOpenTime(0, 4) = 30;
   theirs.Panel.DateCloseTime(0, 4) = 70;
@@ -172,7 +173,7 @@ TEST_F(MergeTest, AConflictIsToldInWords) {
   EXPECT_EQ(rows,
             (QStringList{
                 "Panel|PANEL|times of January 5|--:--, --:--|7:30A, --:--|--:--, 5:30P",
-                "Timers|TIMER 04|runs|12:00 AM, every day|7:00 AM, every day|12:00 AM, Mon to Fri",
+                "Timers|TIMER 04|runs|12:00 AM, every day|7:00 AM, every day|12:05 AM, Mon to Fri",
                 "Timers|TIMER 07|runs|0, 0, 0, 0, 1|0, 0, 0, 0, 2|0, 0, 0, 0, 3",
                 "Dimmers|DIMMER 3 OUTPUT 2|control slot 6|Unused, Fade, INPUT 01, HW, Revert To "
                 "Photocell, When Input Opens|Timer, Fade, TIMER 01, HW, Revert To Photocell, When "

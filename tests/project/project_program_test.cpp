@@ -66,14 +66,22 @@ TEST_F(ProjectProgramTest, WhatCompareTellsIsAppliedOrRefusedAsAWhole) {
   }
   EXPECT_EQ(Run({"apply", one, rows}), 0);
   EXPECT_TRUE(FileText(one) == Document() + "old tail");
-  for (const char* row : {"Relays\tRELAY 01", "{\"Area\": 1}"}) {
+  const QByteArray on = "Relays\tRELAY 05\tpower-on type\tOff\tOn";
+  const std::pair<QByteArray, const char*> wrong[] = {
+      {"Relays\tRELAY 01", "row 1: is no row of a comparison"},
+      {"{\"Area\": 1}", "row 1: is no row of a comparison"},
+      {on + "\r\n" + on, "power-on type: it is told twice"},
+      {on + "ly", "\"Only\" is no value of it"},
+      {"Relays\tRELAY 99\tpower-on type\tOff\tOn", "RELAY 99, power-on type: there is no such"}};
+  for (const auto& [told, reason] : wrong) {
     QFile file(rows);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(row);
+    file.write(told);
     file.close();
     EXPECT_EQ(Run({"apply", one, rows}), 2);
-    EXPECT_TRUE(errors.contains("row 1: is no row of a comparison")) << errors.toStdString();
+    EXPECT_TRUE(errors.contains(reason)) << errors.toStdString();
   }
+  EXPECT_TRUE(FileText(one) == Document() + "old tail");
 }
 
 TEST_F(ProjectProgramTest, MergesIntoOursAndTellsWhatBothChanged) {

@@ -184,7 +184,6 @@ TEST_F(KeptWorkTest, WhatADeadProgramLeftIsOfferedTakenUpAndDeleted) {
   QFile others(hall);
   ASSERT_TRUE(others.open(QIODevice::ReadWrite) && others.putChar('x'));
   others.close();
-  answers = {MsgAnswer::No};
   Menu("mnuSave");
   EXPECT_EQ(messages.size(), 1U) << "others changed the file that it knew";
   EXPECT_EQ(Copies().size(), 1);
@@ -219,13 +218,13 @@ TEST_F(KeptWorkTest, SaveAsksBeforeItWritesOverWhatOthersChanged) {
   file.write("x");
   file.close();
   PanelRecord.ComPort = 9;
-  answers = {MsgAnswer::No};
   Menu("mnuSave");
   ASSERT_EQ(messages.size(), 1U);
   EXPECT_TRUE(messages[0].Text.contains("Hall.T3"));
   ASSERT_TRUE(file.open(QIODevice::ReadOnly));
   EXPECT_EQ(file.read(1), "x") << "the other's work stays";
   file.close();
+  nextChoice = "Save Over It";
   Menu("mnuSave");
   Menu("mnuSave");
   EXPECT_EQ(messages.size(), 2U) << "and asks once";

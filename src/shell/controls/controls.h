@@ -58,6 +58,8 @@ class ComboBox : public QComboBox {
   bool ChoosesItem = false;
 
   void showPopup() override;
+  /// The same, which the toolkit would measure item by item once more.
+  QSize minimumSizeHint() const override { return sizeHint(); }
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;

@@ -2,7 +2,6 @@
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QMenuBar>
-#include <QShortcut>
 #include <QUndoView>
 #include <QWidgetAction>
 
@@ -78,18 +77,26 @@ void frmT3MasterMDI::AddHistoryButtons(QHBoxLayout* line) {
       add("cmdUndo", QStringLiteral("\u21b6"), QStringLiteral("Undo"), QStringLiteral("Ctrl+Z"),
           &History::Undo, stack.canUndo(), &QUndoStack::undoText);
   connect(&stack, &QUndoStack::canUndoChanged, undo, &QWidget::setEnabled);
-  auto* steps = new QMenu(undo);
-  auto* list = new QWidgetAction(steps);
-  list->setDefaultWidget(new StepList(&stack));
-  steps->addAction(list);
-  undo->setMenu(steps);
-  undo->setPopupMode(QToolButton::MenuButtonPopup);
-  auto* open = new QShortcut(QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_Z), this);
-  connect(open, &QShortcut::activated, undo, &QToolButton::showMenu);
   auto* redo =
       add("cmdRedo", QStringLiteral("\u21b7"), QStringLiteral("Redo"), QStringLiteral("Ctrl+Y"),
           &History::Redo, stack.canRedo(), &QUndoStack::redoText);
   connect(&stack, &QUndoStack::canRedoChanged, redo, &QWidget::setEnabled);
+
+  auto* steps = new QToolButton;
+  steps->setObjectName(QStringLiteral("cmdSteps"));
+  steps->setArrowType(Qt::DownArrow);
+  steps->setAutoRaise(true);
+  steps->setAccessibleName(QStringLiteral("Steps"));
+  steps->setToolTip(QStringLiteral("The last steps (Ctrl+Alt+Z)"));
+  steps->setShortcut(QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_Z));
+  line->addWidget(steps);
+  auto* menu = new QMenu(steps);
+  auto* list = new QWidgetAction(menu);
+  list->setDefaultWidget(new StepList(&stack));
+  menu->addAction(list);
+  // Not the button's own menu, whose opening would wait for its end.
+  connect(steps, &QToolButton::clicked, menu,
+          [=] { menu->popup(steps->mapToGlobal(QPoint(0, steps->height()))); });
 }
 
 /// Why no step can be taken now, if so.
