@@ -211,6 +211,7 @@ ProgramScreens AllScreens() {
                       [](const Finding& finding) { return finding.Level == Severity::Error; }));
   };
   const auto compareWithFile = [](const QString& name) {
+    FindingsList::OfProgram().SetNames(true);
     FindingsList::OfProgram().CompareWithFile(name);
     UnloadAllForms();
     ShowForm(Screen::Document);

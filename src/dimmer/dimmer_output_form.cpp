@@ -180,6 +180,7 @@ void frmT3DimmerOutput::BuildSlots(QBoxLayout* column) {
   QHBoxLayout* row = addRow(QStringLiteral("Slot"));
   cboCONum = AddList(row, "cboCONum", "Control", CountedItems("Control: ", 1, ControlSlotCount, 2),
                      &frmT3DimmerOutput::cboCONum_Click);
+  cboCONum->ChoosesItem = true;
   const auto types = static_cast<int>(ControlTypes.size());
   cboCOTyp = AddTitledList(row, "cboCOTyp", "Control Type", CodeItems(types, ControlTypeListText));
   cboCOTyp->Click = [this] { cboCOTyp_Click(); };

@@ -9,6 +9,7 @@ FindDialog::FindDialog(QWidget* parent) : QDialog(parent) {
   setWindowTitle(QStringLiteral("Find"));
   auto* column = new QVBoxLayout(this);
   txtFind = new TextBox;
+  txtFind->UndoesItself = true;
   txtFind->setObjectName(QStringLiteral("txtFind"));
   txtFind->setPlaceholderText(
       QStringLiteral("A name or a number, such as toilets, relay 8, FL 1A"));

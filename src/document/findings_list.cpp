@@ -21,8 +21,7 @@ FindingsList& FindingsList::OfProgram() {
 void FindingsList::Check() {
   sides_ = nullptr;
   list_ = [this] { ListFindings(); };
-  kind_ = current_ = sortColumn_ = -1;
-  Make();
+  Begin();
 }
 
 std::unique_ptr<FindingsList::Sides> FindingsList::NewSides(const Project& one,
@@ -39,30 +38,40 @@ void FindingsList::Compare(const QString& other, MakeSides sides) {
   other_ = other;
   sides_ = std::move(sides);
   list_ = [this] { ListDifferences(); };
-  kind_ = current_ = sortColumn_ = -1;
+  Begin();
+}
+
+void FindingsList::Begin() {
+  kind_.clear();
+  current_ = sortColumn_ = -1;
+  left_ = false;
   Make();
 }
 
 void FindingsList::Refresh() {
-  if (!list_ || (madeOf_ && LiveProject == *madeOf_)) return;
-  const auto inHand = current_ >= 0 && !left_
-                          ? std::optional(rows_[static_cast<std::size_t>(current_)])
-                          : std::nullopt;
-  const QString kind = kind_ >= 0 ? kinds_[kind_] : QString();
-  Make();
-  SetKind(static_cast<int>(kinds_.indexOf(kind)));
-  if (!inHand) return;
+  // The other side of a comparison may be another by now.
+  if (!list_ || (!Compares() && LiveProject == *madeOf_)) return;
+  KeepRow([this] { Make(); });
+}
+
+/// The row in hand stays in hand. If it is gone, the one that came up in its place is the next.
+void FindingsList::KeepRow(const std::function<void()>& change) {
+  const bool has = current_ >= 0 && current_ < static_cast<int>(rows_.size()) && !left_;
+  const Row inHand = has ? rows_[static_cast<std::size_t>(current_)] : Row();
+  change();
+  if (!has) return;
   const auto same = std::find_if(rows_.begin(), rows_.end(), [&](const Row& row) {
-    return row.Where == inHand->Where && row.Cells.mid(0, 3) == inHand->Cells.mid(0, 3);
+    return row.Where == inHand.Where && row.Cells.mid(0, 3) == inHand.Cells.mid(0, 3);
   });
   left_ = same == rows_.end();
   if (!left_) current_ = static_cast<int>(same - rows_.begin());
 }
 
 void FindingsList::Make() {
-  madeOf_ = std::make_unique<Project>(LiveProject);
   all_.clear();
   kinds_.clear();
+  rows_.clear();
+  madeOf_ = std::make_unique<Project>(LiveProject);
   list_();
   ShowRows();
 }
@@ -102,7 +111,7 @@ void FindingsList::ListDifferences() {
 void FindingsList::ShowRows() {
   rows_.clear();
   std::copy_if(all_.begin(), all_.end(), std::back_inserter(rows_),
-               [this](const Row& row) { return kind_ < 0 || row.Cells[0] == kinds_[kind_]; });
+               [this](const Row& row) { return Kind() < 0 || row.Cells[0] == kind_; });
   if (sortColumn_ >= 0) {
     std::stable_sort(rows_.begin(), rows_.end(), [this](const Row& a, const Row& b) {
       const auto& [first, second] = fallsDown_ ? std::tie(b, a) : std::tie(a, b);
@@ -117,18 +126,18 @@ void FindingsList::ShowRows() {
 
 void FindingsList::SetNames(bool names) {
   names_ = names;
-  if (Compares()) Make();
+  if (Compares()) KeepRow([this] { Make(); });
 }
 
 void FindingsList::SetKind(int kind) {
-  kind_ = kind;
-  ShowRows();
+  kind_ = kind < 0 ? QString() : kinds_[kind];
+  KeepRow([this] { ShowRows(); });
 }
 
 void FindingsList::SortBy(int column) {
   fallsDown_ = column == sortColumn_ && !fallsDown_;
   sortColumn_ = column;
-  ShowRows();
+  KeepRow([this] { ShowRows(); });
 }
 
 void FindingsList::SetCurrent(int row) {
@@ -185,6 +194,6 @@ void FindingsList::TakeOver(const std::vector<int>& rows) {
     TellRefusal(
         QStringLiteral("How the panel is reached was left as it is while it is connected."));
   } else {
-    TellNews(QStringLiteral("%1 settings taken over").arg(rows.size()));
+    TellNews(QStringLiteral("Settings taken over: %1").arg(rows.size()));
   }
 }

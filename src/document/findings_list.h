@@ -52,7 +52,7 @@ class FindingsList : public QObject {
   bool Names() const { return names_; }
   void SetNames(bool names);
   /// The place in Kinds; -1 for all.
-  int Kind() const { return kind_; }
+  int Kind() const { return static_cast<int>(kinds_.indexOf(kind_)); }
   void SetKind(int kind);
   /// By the words of a column; of the same column once more, the other way round.
   void SortBy(int column);
@@ -68,7 +68,9 @@ class FindingsList : public QObject {
 
  private:
   explicit FindingsList(QObject* parent) : QObject(parent) {}
+  void Begin();
   void Make();
+  void KeepRow(const std::function<void()>& change);
   void ListFindings();
   void ListDifferences();
   void ShowRows();
@@ -84,7 +86,7 @@ class FindingsList : public QObject {
   std::vector<Row> rows_;
   QString told_;
   bool names_ = false;
-  int kind_ = -1;
+  QString kind_;  ///< Empty for all.
   int sortColumn_ = -1;
   bool fallsDown_ = false;
   int current_ = -1;

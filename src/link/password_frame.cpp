@@ -51,6 +51,7 @@ Label* PassWordFrame::AddRow(QGridLayout* grid, int row, const char* name, const
   constexpr int digits = 6;
   for (int i = 0; i < digits; ++i) {
     auto* digit = new TextBox;
+    digit->UndoesItself = true;
     digit->setText(QStringLiteral("0"));
     // Only the key handler writes: a box always holds one digit.
     digit->setReadOnly(true);

@@ -36,6 +36,8 @@ struct Place {
   int Device = 0;  ///< The bus device, for the fields of bus devices.
   int First = 0;
   int Second = 0;
+
+  bool operator==(const Place&) const = default;
 };
 
 /// How a value is told, and what an editor may put there.

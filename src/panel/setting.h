@@ -18,6 +18,8 @@ struct Setting {
   const DimmerField* Dimmer = nullptr;  ///< In place of a field.
   Place At;                             ///< Of a dimmer: device, output, slot or relay.
   bool Runs = false;                    ///< Times and days of timer At.First as one.
+
+  bool operator==(const Setting&) const = default;
 };
 
 /// What a spare element is used for; null for all else.

@@ -113,6 +113,9 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
   }
   line.FileName = parser.value(QStringLiteral("name"));
   line.Output = parser.value(QStringLiteral("output"));
+  if (line.Output.isEmpty() && parser.isSet(QStringLiteral("output"))) {
+    Refuse(QStringLiteral("the output has no name"));
+  }
   line.Pdf = parser.value(QStringLiteral("pdf"));
   line.Workbook = parser.value(QStringLiteral("xlsx"));
   if (line.Command == u"report" && line.Pdf.isEmpty() && line.Workbook.isEmpty()) {

@@ -74,6 +74,7 @@ void frmT3AstroClockSettings::BuildCityPicker() {
   auto* pick = AddRow();
   constexpr int cityChars = 32;
   txtFindCity = Add<TextBox>(pick, "txtFindCity");
+  txtFindCity->UndoesItself = true;
   txtFindCity->setPlaceholderText(QStringLiteral("Any part of the name"));
   txtFindCity->setAccessibleName(QStringLiteral("Search for a city"));
   txtFindCity->setFixedWidth(fontMetrics().averageCharWidth() * cityChars);

@@ -208,6 +208,12 @@ TEST_F(FindingsTest, DifferencesAreWalkedTakenOverAndLeaveTheListAsTheyAreMended
   Menu("mnuDocument");
   ASSERT_EQ(List().topLevelItemCount(), 5);
   EXPECT_EQ(List().indexOfTopLevelItem(List().currentItem()), 2) << "the place stays";
+  Choose("cboShown", 4);
+  Find<CheckBox>("chkNames").click();
+  Find<CheckBox>("chkNames").click();
+  EXPECT_EQ(List().topLevelItemCount(), 1);
+  EXPECT_EQ(Find<ComboBox>("cboShown").currentText(), "Timers");
+  Choose("cboShown", 0);
   Connected = -1;
   List().selectAll();
   Press("cmdTakeOver");
@@ -244,16 +250,30 @@ TEST_F(FindingsTest, SaveOffersToMergeWhatSomebodyElseHasSavedMeanwhile) {
   EXPECT_EQ(Bytes(), ours);
   nextChoice = "Merge";
   Menu("mnuSave");
-  EXPECT_EQ(Text("lblMark"), "Merged. Both had changed 1 settings, which stay as they are here.");
+  EXPECT_EQ(
+      Text("lblMark"),
+      "Merged. What both had changed stays as it is here: settings: 1, first RELAY 02 timer type.");
   EXPECT_EQ(PanelRecord.RelayPowerOnType(1), 1);
   EXPECT_EQ(PanelRecord.RelayPowerOnType(2), 2);
   EXPECT_EQ(PanelRecord.RelayTimerType(1), 3);
-  nextChoice = "none is asked for";
+  const std::string merged = Bytes();
+  nextChoice.clear();
+  QTest::keyClick(window.get(), Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(Bytes(), ours);
+  Menu("mnuSave");
+  EXPECT_TRUE(saved() == theirs) << "undone, the question is asked again";
+  QTest::keyClick(window.get(), Qt::Key_Y, Qt::ControlModifier);
+  EXPECT_EQ(Bytes(), merged);
   Menu("mnuSave");
   EXPECT_TRUE(saved() == LiveProject);
   QTest::keyClick(window.get(), Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ(Bytes(), ours);
   WriteProject(file, theirs);
+  QFile::resize(file, 30'000);
+  nextChoice = "Merge";
+  Menu("mnuSave");
+  EXPECT_TRUE(messages.back().Text.contains("ends early"));
+  EXPECT_EQ(Bytes(), ours);
   nextChoice = "Save Over It";
   Menu("mnuSave");
   EXPECT_TRUE(saved() == LiveProject);

@@ -106,13 +106,21 @@ TEST_F(HistoryTest, KeysAreOneStepUntilTheFieldIsLeftOrTheyPause) {
   EXPECT_EQ(Find<TextBox>("txtRelayName", 0).Text(), "ABC");
   EXPECT_EQ(PanelRecord.RelayName(1), "RELAY 02");
 
-  Menu("mnuEditPanelName");
-  Find<TextBox>("txtPanelName").setFocus();
+  Find<TextBox>("txtRelayName", 3).setFocus();
   const int before = Steps().index();
-  Find<TextBox>("txtPanelName").end(false);
+  Find<TextBox>("txtRelayName", 3).end(false);
   Type("Q");
   Key(Qt::Key_Backspace);
   EXPECT_EQ(Steps().index(), before) << "what is taken back by hand is no step";
+  Type("R");
+  EXPECT_EQ(Steps().index(), before + 1);
+  QApplication::clipboard()->setText("ZZ");
+  Key(Qt::Key_V, Qt::ControlModifier);
+  Key(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(Steps().index(), before);
+  Key(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(Steps().index(), before - 1) << "never the box's own";
+  Redo();
   // A text that no project holds.
   Menu("mnuAstroClockSettings");
   Press("cmdFindLatLon");
@@ -131,8 +139,17 @@ TEST_F(HistoryTest, WhatSeveralCellsGotIsOneStep) {
   Key(Qt::Key_V, Qt::ControlModifier);
   EXPECT_EQ(PanelRecord.RelayName(2), "C");
   EXPECT_EQ(Tells("cmdUndo"), "Undo 3 settings of Edit Relay Names");
+  Key(Qt::Key_Down);
   Key(Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ(Bytes(), before);
+  Menu("mnuConfigureTimers");
+  Find<ComboBox>("cboNormalTimeHour").setFocus();
+  Key(Qt::Key_Down);
+  Key(Qt::Key_PageDown, Qt::ControlModifier);
+  Key(Qt::Key_Down);
+  Key(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(PanelRecord.TimerTimeType(0), 1) << "another timer, another step";
+  Key(Qt::Key_Z, Qt::ControlModifier);
   Menu("mnuRelayOutputOptions");
   PanelRecord.RelayTimerType(0) = 3;
   QTest::mouseClick(&Cell("lblRelayName", 0), Qt::RightButton, Qt::ShiftModifier);

@@ -187,6 +187,7 @@ TEST_F(KeptWorkTest, WhatADeadProgramLeftIsOfferedTakenUpAndDeleted) {
   Menu("mnuSave");
   EXPECT_EQ(messages.size(), 1U) << "others changed the file that it knew";
   EXPECT_EQ(Copies().size(), 1);
+  nextChoice = "Save Over It";
   Menu("mnuSave");
   EXPECT_TRUE(Copies().isEmpty());
   Menu("mnuAbout");

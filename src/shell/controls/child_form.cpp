@@ -102,13 +102,14 @@ void ChildForm::AddSelector(ComboBox* list) {
 }
 
 void ChildForm::ShowAnew() {
-  std::vector<int> chosen;
-  for (const ComboBox* list : selectors_) chosen.push_back(list->ListIndex());
+  std::vector<std::pair<ComboBox*, int>> chosen;
+  for (auto* list : findChildren<ComboBox*>()) {
+    if (list->ChoosesItem) chosen.emplace_back(list, list->ListIndex());
+  }
   CloseLists();
   RunHandler([this] { Form_Activate(); });
-  for (std::size_t i = 0; i < selectors_.size(); ++i) {
-    if (chosen[i] >= 0 && chosen[i] < selectors_[i]->count())
-      selectors_[i]->SetListIndex(chosen[i]);
+  for (const auto& [list, item] : chosen) {
+    if (item >= 0 && item < list->count()) list->SetListIndex(item);
   }
 }
 

@@ -2,7 +2,9 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QInputMethodEvent>
+#include <QMenu>
 #include <QPainter>
 #include <QRegularExpression>
 #include <QSignalBlocker>
@@ -270,6 +272,19 @@ void TextBox::TypeOver(const QString& text) {
   } else {
     insert(text);
   }
+}
+
+/// The toolkit's menu. Its first entries would take back what was typed into the box past the
+/// program's own steps.
+void TextBox::contextMenuEvent(QContextMenuEvent* event) {
+  QMenu* menu = createStandardContextMenu();
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  constexpr int undoRedoAndLine = 3;
+  const QList<QAction*> entries = menu->actions();
+  for (int i = 0; !UndoesItself && !isReadOnly() && i < undoRedoAndLine; ++i) {
+    menu->removeAction(entries[i]);
+  }
+  menu->popup(event->globalPos());
 }
 
 /// Whichever way the focus comes, what is typed next replaces the whole text.

@@ -115,6 +115,8 @@ class TextBox : public QLineEdit {
 
   std::function<void()> Change;
   std::function<void()> Click;  ///< Enter acts as a click.
+  /// What is typed goes into no project: the box takes it back itself.
+  bool UndoesItself = false;
   /// Receives the code of a typed character (8 for backspace) and returns the code to use in its
   /// place; 0 refuses the key. A paste does not pass through it. Input methods type too.
   std::function<char16_t(char16_t)> KeyPress;
@@ -124,6 +126,7 @@ class TextBox : public QLineEdit {
   void inputMethodEvent(QInputMethodEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
   void Type(const QString& text);

@@ -116,11 +116,20 @@ void GoToSetting(ChildForm* front, const Setting& setting) {
   }
   const bool chosen = ChooseItem(*form, item);
   const QString name = QString::fromLatin1(spot.By.Control);
-  QWidget* control = ControlAt(*form, QStringLiteral("%1(%2)").arg(name).arg(spot.Row));
-  if (!control) control = ControlAt(*form, name);
+  const auto element = [&](int index) {
+    return ControlAt(*form, QStringLiteral("%1(%2)").arg(name).arg(index));
+  };
+  QWidget* control = ControlAt(*form, name);
+  if (!control) control = element(spot.Row);
+  // Options and the like are not told apart by the item.
+  if (!control || !qobject_cast<RowGrid*>(control->parentWidget())) {
+    if (QWidget* first = element(0)) control = first;
+  }
   if (control) {
     auto* option = qobject_cast<OptionButton*>(control);
     (option ? option->Chosen() : control)->setFocus(Qt::OtherFocusReason);
+    // A name is shown as the panel shows it.
+    if (const auto* box = qobject_cast<TextBox*>(control); box && box->Click) box->Click();
   } else if (!chosen) {
     FocusRow(*form, RowOf(item));
   }

@@ -210,6 +210,7 @@ void GuideWindow::BuildFindLine() {
   auto* row = new QHBoxLayout(findLine_);
   row->setContentsMargins(0, 0, 0, 0);
   txtFindInPage = new TextBox;
+  txtFindInPage->UndoesItself = true;
   txtFindInPage->setObjectName(QStringLiteral("txtFindInPage"));
   txtFindInPage->setPlaceholderText(QStringLiteral("Find in this page"));
   txtFindInPage->setAccessibleName(txtFindInPage->placeholderText());

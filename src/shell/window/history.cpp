@@ -16,7 +16,6 @@ namespace {
 
 constexpr std::size_t MostBytes = std::size_t{32} * 1024 * 1024;
 constexpr qint64 TypingPauseMs = 2000;
-constexpr const char* InProject = "typesIntoProject";
 
 /// By what, and where, the panel is reached.
 auto Connection(const Project& project) {
@@ -78,12 +77,14 @@ void History::RecordStep() {
     return;  // No file holds it; what becomes of it will be the step.
   }
   const QScopedValueRollback pause(paused_, paused_ + 1);
-  const QString words = WordsOfChange();
+  const std::vector<Setting> changes = DifferentSettings(LiveProject, known_, true);
+  const QString words = WordsOf(changes);
   const int before = typingId_;
-  const int typing = TypingId();
+  const int typing = TypingId(changes);
   const bool goesOn = typing >= 0 && typing == before && done_ == stack_.count();
   Patch change(goesOn ? changes_.back().Before(content_) : content_, now);
   const bool empty = goesOn && change.Empty();
+  if (empty) typedInto_ = nullptr;
   if (goesOn) --done_;
   while (static_cast<int>(changes_.size()) > done_) {
     held_ -= changes_.back().Size();
@@ -105,24 +106,24 @@ void History::RecordStep() {
   }
 }
 
-int History::TypingId() {
+int History::TypingId(const std::vector<Setting>& changes) {
   QWidget* control = QApplication::focusWidget();
   const bool takesKeys = qobject_cast<TextBox*>(control) || qobject_cast<ScrollBar*>(control) ||
                          qobject_cast<ComboBox*>(control);
-  if (!typing_ || !takesKeys) {
+  if (!typing_ || !takesKeys || changes.size() != 1) {
     typedInto_ = nullptr;
     return -1;
   }
-  if (typedInto_ != control || sinceTyped_.ElapsedMs() > TypingPauseMs) ++typingId_;
-  control->setProperty(InProject, true);
+  const bool goesOn = typedInto_ == control && typed_ == changes.front() &&
+                      sinceTyped_.ElapsedMs() <= TypingPauseMs;
+  if (!goesOn) ++typingId_;
   typedInto_ = control;
+  typed_ = changes.front();
   sinceTyped_.Restart();
   return typingId_;
 }
 
-/// What has become of the project since it was recorded.
-QString History::WordsOfChange() const {
-  const std::vector<Setting> changes = DifferentSettings(LiveProject, known_, true);
+QString History::WordsOf(const std::vector<Setting>& changes) const {
   if (changes.empty()) return QStringLiteral("Change on %1").arg(hooks_.ScreenCaption());
   if (changes.size() > 1) {
     return QStringLiteral("%1 settings of %2").arg(changes.size()).arg(hooks_.ScreenCaption());
@@ -135,12 +136,9 @@ QString History::WordsOfChange() const {
       .arg(ItemCode(change.Where), change.Field, value.isEmpty() ? QStringLiteral("blank") : value);
 }
 
-bool History::Holds(const QWidget& box) {
-  return box.property(InProject).toBool();
-}
-
 void History::BeginShowing() {
   RecordStep();
+  typedInto_ = nullptr;
   ++paused_;
 }
 

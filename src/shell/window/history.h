@@ -44,12 +44,9 @@ class History : public QObject {
   /// to the step before.
   void BeginShowing();
   void EndShowing();
-  /// Whether the user's last input came from the keyboard. Keys typed into one control are one
-  /// step until it is left or two seconds pass.
+  /// Whether the user's last input came from the keyboard. Keys typed into one control that
+  /// change the same setting are one step until it is left or two seconds pass.
   void SetTyping(bool typing) { typing_ = typing; }
-
-  /// Whether what is typed into the box goes into the project.
-  static bool Holds(const QWidget& box);
 
   void Undo();
   void Redo();
@@ -58,8 +55,8 @@ class History : public QObject {
  private:
   void RecordStep();
   void GoTo(int index);
-  int TypingId();
-  QString WordsOfChange() const;
+  int TypingId(const std::vector<Setting>& changes);
+  QString WordsOf(const std::vector<Setting>& changes) const;
   void Replace(Patch& change, Patch by);
 
   Hooks hooks_;
@@ -73,7 +70,8 @@ class History : public QObject {
   int paused_ = 0;  ///< Above zero nothing is a step.
   bool dragged_ = false;
   bool typing_ = false;
-  QPointer<QWidget> typedInto_;
+  QPointer<QWidget> typedInto_;  ///< Null where no typing can go on.
+  Setting typed_;
   int typingId_ = 0;
   Stopwatch sinceTyped_;
   QUndoStack stack_;  ///< The steps' words, and how many of them are done.

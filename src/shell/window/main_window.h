@@ -94,6 +94,7 @@ class frmT3MasterMDI : public QMainWindow {
   QString HistoryRests() const;
   void ShowChange(const std::vector<Setting>& changes, const std::function<bool()>& stillSame);
   bool DiscardChanges() const;
+  bool AnythingChanged() const;
   QString WhatHasChanged() const;
   void ReplaceProject(const std::function<void()>& replace);
   [[nodiscard]] bool WriteProject();
@@ -128,6 +129,11 @@ class frmT3MasterMDI : public QMainWindow {
   bool ending_ = false;
   bool keepsWork_ = false;
   History* history_ = nullptr;
+  /// What was merged with: the file's fingerprint, and the steps with the merge. Empty for nothing.
+  struct {
+    QByteArray File;
+    int Step = 0;
+  } merged_;
   RecoveryCopy recovery_;
   Timer* tmrRecovery_ = nullptr;
 };

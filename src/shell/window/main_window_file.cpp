@@ -35,8 +35,7 @@ bool frmT3MasterMDI::DiscardChanges() const {
                            ? QStringLiteral("No setting differs from a new panel.")
                            : QStringLiteral("No setting differs from the file.");
   return MsgBox(QStringLiteral("Discard Any Changes?"), MsgIcon::Question, ProgramTitle,
-                MsgButtons::YesNo,
-                recovery_.IsUnsaved(LiveProject) ? QString() : same) == MsgAnswer::Yes;
+                MsgButtons::YesNo, AnythingChanged() ? QString() : same) == MsgAnswer::Yes;
 }
 
 /// Another project comes into memory. Nobody was asked about the work of one that is not marked as
@@ -46,6 +45,7 @@ void frmT3MasterMDI::ReplaceProject(const std::function<void()>& replace) {
   replace();
   if (DataChanged == 0) recovery_.Leave();
   history_->Begin();
+  merged_ = {};
 }
 
 void frmT3MasterMDI::mnuNew_Click() {
@@ -131,23 +131,33 @@ bool frmT3MasterMDI::MaySaveOver() {
 /// as it is here, and is listed with all else that the file has not.
 void frmT3MasterMDI::MergeWithFile(const Project& base) {
   const ProjectRead theirs = ReadProject(CurrentFileName, NewProject());
+  if (!theirs.Whole) {
+    throw RunTimeFailure("What the file holds now ends early. It cannot be merged.");
+  }
   const MergedProject merged = MergeProjects(base, LiveProject, theirs.Content);
   LiveProject = merged.Content;
   DataChanged = -1;
-  SetKnownContent(theirs.Fingerprint);
-  recovery_.Settle(theirs.Content);
-  recovery_.Update(LiveProject);
   program_.CompareWithFile(CurrentFileName);
-  TellNews(
-      merged.Conflicts.empty()
-          ? QStringLiteral("Merged. Save writes it.")
-          : QStringLiteral("Merged. Both had changed %1 settings, which stay as they are here.")
-                .arg(merged.Conflicts.size()));
+  merged_ = {theirs.Fingerprint, history_->Stack().index()};
+  if (merged.Conflicts.empty()) {
+    TellNews(QStringLiteral("Merged. Save writes it."));
+    return;
+  }
+  const MergeConflict& first = merged.Conflicts.front();
+  TellRefusal(
+      QStringLiteral("Merged. What both had changed stays as it is here: settings: %1, first "
+                     "%2 %3.")
+          .arg(merged.Conflicts.size())
+          .arg(ItemCode(first.Where), first.Field));
 }
 
 void frmT3MasterMDI::FileSave() {
-  if (ChangedByOthers() && !MaySaveOver()) return;
+  // What was merged and not undone since is asked about no more.
+  const bool isMerged = history_->Stack().index() >= merged_.Step && !merged_.File.isEmpty() &&
+                        ReadProject(CurrentFileName, LiveProject).Fingerprint == merged_.File;
+  if (!isMerged && ChangedByOthers() && !MaySaveOver()) return;
   if (!WriteProject()) return;
+  merged_ = {};
   DataChanged = 0;
   recovery_.Settle(LiveProject);
   TellNews(QStringLiteral("Saved"));

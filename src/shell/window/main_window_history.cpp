@@ -110,10 +110,9 @@ QString frmT3MasterMDI::HistoryRests() const {
 bool frmT3MasterMDI::StepHistory(QObject* pressedOn, bool back) {
   auto* control = qobject_cast<QWidget*>(pressedOn);
   if (!control || WindowOf(*control) != this) return false;
-  auto* box = qobject_cast<QLineEdit*>(control);
-  if (box && !history_->Holds(*box) && (back ? box->isUndoAvailable() : box->isRedoAvailable())) {
-    return false;
-  }
+  const auto* box = qobject_cast<TextBox*>(control);
+  const bool has = box && (back ? box->isUndoAvailable() : box->isRedoAvailable());
+  if (has && box->UndoesItself) return false;
   if (QWidget* list = QApplication::activePopupWidget()) list->close();
   RunHandler([&] { back ? history_->Undo() : history_->Redo(); });
   return true;

@@ -23,7 +23,11 @@ void frmT3MasterMDI::ShowMarks() {
 
 void frmT3MasterMDI::ShowMarkTip() {
   const auto& trouble = recovery_.Trouble();
-  lblMark_->setToolTip(trouble ? QString::fromStdString(*trouble) : WhatHasChanged());
+  try {
+    lblMark_->setToolTip(trouble ? QString::fromStdString(*trouble) : WhatHasChanged());
+  } catch (const RunTimeFailure& failure) {
+    lblMark_->setToolTip(QString::fromUtf8(failure.what()));
+  }
 }
 
 void frmT3MasterMDI::TellNews(const QString& news, bool stays) {
@@ -43,6 +47,13 @@ std::unique_ptr<Project> frmT3MasterMDI::SavedProject() const {
   return saved;
 }
 
+/// Whether a setting differs from the project as it was saved, for all that is known.
+bool frmT3MasterMDI::AnythingChanged() const {
+  if (FileNotInMemory) return true;
+  const auto saved = recovery_.Saved();
+  return !saved || !DifferentSettings(LiveProject, *saved, true).empty();
+}
+
 /// What has changed since the last save, as far as a tooltip has room.
 QString frmT3MasterMDI::WhatHasChanged() const {
   constexpr std::size_t most = 12;
@@ -53,6 +64,7 @@ QString frmT3MasterMDI::WhatHasChanged() const {
                  .arg(ItemCode(changes[i].Where), changes[i].Field, changes[i].This.trimmed(),
                       changes[i].Other.trimmed());
   }
+  if (changes.empty()) lines << QStringLiteral("No setting differs for a user, only its bytes do.");
   if (changes.size() > most) lines << QStringLiteral("and %1 more").arg(changes.size() - most);
   return lines.join(u'\n');
 }
