@@ -145,14 +145,16 @@ class TcpTransport : public Transport {
   void Wait(int count, qint64 ms) override {
     const auto over = [&] { return Waiting() >= count || !IsOpen(); };
     mayHaveMore_ = true;
+    if (over()) return;
     // The reply of a panel close by comes before an event loop has begun. A peer that lets bytes
     // drip must not hold up the window for longer than that.
     const QDeadlineTimer deadline(ms);
     const qint64 afterPrompt = std::max<qint64>(0, ms - PromptMs);
-    for (qint64 left = ms; !over() && left > afterPrompt; left = deadline.remainingTime()) {
+    for (qint64 left = ms; left > afterPrompt; left = deadline.remainingTime()) {
       FetchWithin(static_cast<int>(left - afterPrompt));
+      if (over()) return;
     }
-    if (over() || deadline.hasExpired()) return;
+    if (deadline.hasExpired()) return;
     if (LongWait) LongWait();
     RunUntil(over, deadline);
   }

@@ -78,7 +78,7 @@ TransferWatch TransferProgress::Watch(const char* action, const Int16& cancelReq
 /// Lets the click on Cancel arrive. Events and pictures come as often as an eye can follow: at
 /// every block they would take as long as a network takes to carry it.
 bool TransferProgress::Cancelled(const Int16& cancelRequested) {
-  constexpr qint64 pictureMs = 10;
+  constexpr qint64 pictureMs = 16;
   pictureDue_ = painted_.ElapsedMs() >= pictureMs;
   if (pictureDue_) QCoreApplication::processEvents();
   return cancelRequested != 0;
@@ -92,7 +92,7 @@ void TransferProgress::ShowBlock(const char* action, int block, int nth, int cou
   pbActivityProgress->setUpdatesEnabled(false);
   pbActivityProgress->setValue(block);
   pbActivityProgress->setUpdatesEnabled(true);
-  if (!pictureDue_ && nth != 1 && nth != count) return;
+  if (!pictureDue_) return;
   lblTimeLeft->SetCaption(TimeLeft(transferTime_.ElapsedMs(), nth, count));
   Paint();
 }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <array>
+#include <bit>
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -61,8 +63,8 @@ std::optional<SettingPlace> SettingAt(const Project& project, int address);
 class ImageSum {
  public:
   void Add(Int16 element) {
-    const Int32 doubled = (sum_ + element) % 0x10000 * 2;
-    sum_ = doubled > 0xFFFF ? doubled - 0xFFFF : doubled;
+    const Int32 total = sum_ + element;
+    sum_ = total >= 0 ? std::rotl(static_cast<std::uint16_t>(total), 1) : total % 0x10000 * 2;
   }
   Int32 Value() const { return sum_; }
 
