@@ -1,4 +1,3 @@
-#include <QApplication>
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QMenuBar>
@@ -104,18 +103,6 @@ QString frmT3MasterMDI::HistoryRests() const {
   return menuBar()->isEnabled()
              ? QString()
              : QStringLiteral("Undo rests while the program works with the panel.");
-}
-
-/// Whether the key was the program's. A text that the project does not hold has its own steps.
-bool frmT3MasterMDI::StepHistory(QObject* pressedOn, bool back) {
-  auto* control = qobject_cast<QWidget*>(pressedOn);
-  if (!control || WindowOf(*control) != this) return false;
-  const auto* box = qobject_cast<TextBox*>(control);
-  const bool has = box && (back ? box->isUndoAvailable() : box->isRedoAvailable());
-  if (has && box->UndoesItself) return false;
-  if (QWidget* list = QApplication::activePopupWidget()) list->close();
-  RunHandler([&] { back ? history_->Undo() : history_->Redo(); });
-  return true;
 }
 
 /// Where the change shows, if showing it changes nothing; else where the type is chosen that cuts

@@ -34,8 +34,8 @@ class ReportWriter {
 /// Loads the module. Throws RunTimeFailure, which says what to do.
 std::unique_ptr<ReportWriter> LoadReportWriter();
 
-/// The bytes of a project's report; `source` is the project's file. They throw RunTimeFailure, which
-/// names the file that they were for, and the reason.
+/// The bytes of a project's report; `source` is the project's file. They throw RunTimeFailure,
+/// which names the file that they were for, and the reason.
 std::string ReportPdf(const Project& project, const QString& source, const QString& fileName,
                       Paper paper, const ReportProgress& progress);
 std::string ReportWorkbook(const Project& project, const QString& fileName);
