@@ -12,6 +12,7 @@
 #include "panel/merge.h"
 #include "panel/program_state.h"
 #include "panel/project_file.h"
+#include "shell/shell.h"
 #include "shell/window/about_form.h"
 #include "shell/window/history.h"
 #include "shell/window/main_window.h"

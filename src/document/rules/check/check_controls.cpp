@@ -3,6 +3,7 @@
 #include "document/rules/check/check.h"
 #include "panel/fennlink_record.h"
 #include "panel/fennlink_types.h"
+#include "panel/field_facts.h"
 #include "panel/input_actions.h"
 #include "panel/panel_record.h"
 #include "panel/pilot_code.h"
