@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <tuple>
+#include <utility>
+#include <vector>
 
 #include "panel/panel_record.h"
 
@@ -64,47 +66,59 @@ CheckScope::CheckScope(const Project& project, const CheckFacts& facts)
   } catch (const RunTimeFailure& failure) {
     ImageTrouble = QString::fromUtf8(failure.what());
   }
+  Reach all;
+  Reach sweep;
+  std::vector<Reach> timers(ItemCount);
+  Item user;
+  unsigned does = 0;
   for (const Use& use : Uses) {
+    // Those of one user follow one another.
+    if (use.User != user) {
+      doesWith_.Add(user, std::exchange(does, 0));
+      user = use.User;
+    }
+    does |= use.Effect;
     usedWith_.Add(use.Used, use.Effect);
-    doesWith_.Add(use.User, use.Effect);
+    if (use.Used.Kind == ItemKind::Preset || use.Used.Kind == ItemKind::Timer) {
+      UsesOfRuns.push_back(use);
+    }
+    all.Add(use);
+    if (use.User.Kind == ItemKind::Panel) sweep.Add(use);
+    if (use.User.Kind == ItemKind::Timer)
+      timers[static_cast<std::size_t>(use.User.Number)].Add(use);
     if ((use.Effect & EffectHolds) == 0) continue;
     const bool group = use.User.Kind == ItemKind::Group;
     const auto holder = static_cast<std::size_t>(use.User.Number);
     const auto relay = static_cast<std::size_t>(use.Used.Number);
     (group ? inGroup_ : inPreset_)[holder][relay] |= group ? OnOff : use.Effect & OnOff;
   }
-  for (const Use& use : Uses) {
-    AddEffects(use, OnRelays);
-    if (use.User.Kind == ItemKind::Panel) AddEffects(use, BySweep);
-    if (use.User.Kind == ItemKind::Timer) {
-      AddEffects(use, ByTimer[static_cast<std::size_t>(use.User.Number)]);
-    }
-  }
+  doesWith_.Add(user, does);
+  OnRelays = EffectsOf(all);
+  BySweep = EffectsOf(sweep);
+  std::transform(timers.begin(), timers.end(), ByTimer.begin(),
+                 [this](const Reach& timer) { return EffectsOf(timer); });
 }
 
-void CheckScope::AddEffects(const Use& use, RelayEffects& effects) const {
+void CheckScope::Reach::Add(const Use& use) {
   const int number = use.Used.Number;
   if ((use.Effect & (EffectHolds | EffectFollows)) != 0 || number < 0 || number >= ItemCount)
     return;
   const auto at = static_cast<std::size_t>(number);
-  const unsigned effect = use.Effect & OnOff;
-  switch (use.Used.Kind) {
-    case ItemKind::Relay:
-      effects[at] |= effect;
-      break;
-    case ItemKind::Group:
-      for (std::size_t relay = 0; relay < ItemCount; ++relay) {
-        effects[relay] |= inGroup_[at][relay] & effect;
-      }
-      break;
-    case ItemKind::Preset:
-      for (std::size_t relay = 0; relay < ItemCount; ++relay) {
-        effects[relay] |= inPreset_[at][relay];
-      }
-      break;
-    default:
-      break;
+  if (use.Used.Kind == ItemKind::Relay) Relays[at] |= use.Effect & OnOff;
+  if (use.Used.Kind == ItemKind::Group) Groups[at] |= use.Effect & OnOff;
+  if (use.Used.Kind == ItemKind::Preset) Presets[at] = OnOff;
+}
+
+/// Groups and presets act on the relays that they hold.
+RelayEffects CheckScope::EffectsOf(const Reach& reach) const {
+  RelayEffects effects = reach.Relays;
+  for (std::size_t holder = 0; holder < ItemCount; ++holder) {
+    for (std::size_t relay = 0; relay < ItemCount; ++relay) {
+      effects[relay] |= (inGroup_[holder][relay] & reach.Groups[holder]) |
+                        (inPreset_[holder][relay] & reach.Presets[holder]);
+    }
   }
+  return effects;
 }
 
 bool CheckScope::IsUsed(const Item& used, unsigned effects) const {

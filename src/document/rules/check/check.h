@@ -65,6 +65,7 @@ struct CheckScope {
   std::unique_ptr<PanelImageType> Image = std::make_unique<PanelImageType>();
   std::optional<QString> ImageTrouble;
   std::vector<Use> Uses;
+  std::vector<Use> UsesOfRuns;  ///< Of presets and timers alone, which are few.
   // What they do themselves, by their groups and by their presets.
   RelayEffects OnRelays{};  ///< All inputs, timers and the sweep.
   RelayEffects BySweep{};
@@ -84,7 +85,15 @@ struct CheckScope {
   bool HoldsRelay(const Item& groupOrPreset) const;
 
  private:
-  void AddEffects(const Use& use, RelayEffects& effects) const;
+  /// What some users do, and to what.
+  struct Reach {
+    RelayEffects Relays{};
+    std::array<unsigned, ItemCount> Groups{};
+    std::array<unsigned, ItemCount> Presets{};
+
+    void Add(const Use& use);
+  };
+  RelayEffects EffectsOf(const Reach& reach) const;
 
   std::array<RelayEffects, ItemCount> inGroup_{};   ///< All bits for a member.
   std::array<RelayEffects, ItemCount> inPreset_{};  ///< What the preset does.

@@ -83,7 +83,7 @@ void LookBeyondPoints(const CheckScope& scope, const TellFinding& tell) {
 }
 
 void LookAtEmptyPresets(const CheckScope& scope, const TellFinding& tell) {
-  for (const Use& use : scope.Uses) {
+  for (const Use& use : scope.UsesOfRuns) {
     const bool runs = (use.Effect & EffectRuns) != 0 || use.User.Kind == ItemKind::DimmerOutput;
     if (use.Used.Kind != ItemKind::Preset || !runs || scope.HoldsRelay(use.Used)) continue;
     tell(use.User, scope.Sentence(use) + QStringLiteral(", which touches no relay."),
@@ -100,7 +100,7 @@ void LookAtEmptyGroups(const CheckScope& scope, const TellFinding& tell) {
 }
 
 void LookAtForcedTimers(const CheckScope& scope, const TellFinding& tell) {
-  for (const Use& use : scope.Uses) {
+  for (const Use& use : scope.UsesOfRuns) {
     if (use.Used.Kind != ItemKind::Timer || (use.Effect & EffectRuns) == 0) continue;
     if (scope.DoesAnything(use.Used)) continue;
     tell(use.User, scope.Sentence(use) + QStringLiteral(", which does nothing."), ScreenOf(use));

@@ -64,11 +64,11 @@ void LookAtIOCount(const CheckScope& scope, const TellFinding& tell) {
 /// A transfer adds the actions of these devices to those that an earlier one has left.
 void LookAtLastDevices(const CheckScope& scope, const TellFinding& tell) {
   for (int device = FirstUnclearedDevice; device <= DeviceCount; ++device) {
-    const auto acts = [&](const Use& use) {
-      return use.User.Kind == ItemKind::DeviceInput && use.User.Number == device &&
-             (use.Effect & EffectFollows) == 0;
-    };
-    if (std::none_of(scope.Uses.begin(), scope.Uses.end(), acts)) continue;
+    bool acts = false;
+    for (int input = 0; input < DeviceInputCount; ++input) {
+      acts = acts || scope.DoesAnything({ItemKind::DeviceInput, device, input}, ~EffectFollows);
+    }
+    if (!acts) continue;
     const Item item{ItemKind::Device, device};
     tell(item,
          QStringLiteral(
