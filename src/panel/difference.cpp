@@ -1,5 +1,6 @@
 #include "panel/difference.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -9,15 +10,20 @@ namespace {
 /// still if those of the other were taken over.
 std::vector<Setting> DifferentOfTimer(const Project& one, const Project& other, int timer) {
   std::vector<Setting> different;
-  const Setting runs = RunsOfTimer(timer);
+  const std::vector<Setting> parts = PartsOfTimer(timer);
   Project taken;
-  for (const Setting& part : PartsOfTimer(timer)) TakeOver(taken, one, part);
+  for (const Setting& part : parts) TakeOver(taken, one, part);
+  Setting runs = RunsOfTimer(timer);
+  // It is edited where the first part that differs is.
+  runs.Field = std::find_if(parts.begin(), parts.end(), [&](const Setting& part) {
+                 return ValueOf(one, part) != ValueOf(other, part);
+               })->Field;
   const QString words = WordsOf(other, runs);
   if (WordsOf(one, runs) != words) {
     different.push_back(runs);
     PutWords(taken, runs, words);
   }
-  for (const Setting& part : PartsOfTimer(timer)) {
+  for (const Setting& part : parts) {
     if (ValueOf(taken, part) != ValueOf(other, part)) different.push_back(part);
   }
   return different;

@@ -2,6 +2,7 @@
 
 #include <QClipboard>
 #include <QRandomGenerator>
+#include <QToolButton>
 #include <map>
 
 #include "panel/patch.h"
@@ -74,6 +75,18 @@ TEST_F(HistoryTest, TheSelectorStaysWhereTheChangeShows) {
   Undo();
   EXPECT_EQ(Chosen("cboGroup"), 7);
   EXPECT_EQ(QApplication::focusWidget(), &Cell("lblInclude", 2));
+}
+
+TEST_F(HistoryTest, OfATimerThePartIsFocusedThatChanged) {
+  Menu("mnuConfigureTimers");
+  Choose("cboNormalTimeHour", 7);
+  Choose("cboNormalTimeHour", 8);
+  Click(Find<CheckBox>("chkDays", 2));
+  Find<ComboBox>("cboTimerNumber").setFocus();
+  Undo();
+  EXPECT_EQ(QApplication::focusWidget(), &Find<CheckBox>("chkDays", 0));
+  Undo();
+  EXPECT_EQ(QApplication::focusWidget(), &Find<ComboBox>("cboNormalTimeHour"));
 }
 
 TEST_F(HistoryTest, KeysAreOneStepUntilTheFieldIsLeftOrTheyPause) {

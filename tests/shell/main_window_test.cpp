@@ -3,6 +3,7 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QToolButton>
 #include <fstream>
 
 #include "panel/document_fixture.h"

@@ -8,7 +8,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QScreen>
-#include <QScrollArea>
+#include <QShortcut>
 #include <QStatusBar>
 
 #include "panel/defaults.h"
@@ -18,6 +18,11 @@
 #include "shell/shell.h"
 #include "shell/window/about_form.h"
 #include "shell/window/history.h"
+#include "shell/window/main_menu.h"
+#include "shell/window/program_keys.h"
+#include "shell/window/saved_project.h"
+#include "shell/window/screen_stack.h"
+#include "shell/window/step_buttons.h"
 
 namespace {
 
@@ -78,16 +83,16 @@ void EnableMainMenus() {
   if (mainWindow) mainWindow->SetMainMenusEnabled(true);
 }
 void KeepUnsavedWork() {
-  if (mainWindow && !mainWindow->Ending()) mainWindow->KeepUnsavedWork();
+  if (mainWindow && !mainWindow->Ending()) mainWindow->Recovery().Update(LiveProject);
 }
 void ForgetUnsavedWork() {
-  if (mainWindow && !mainWindow->Ending()) mainWindow->ForgetUnsavedWork();
+  if (mainWindow && !mainWindow->Ending()) mainWindow->Recovery().Settle(LiveProject);
 }
 void OpenKeptWork(const KeptWork& work) {
   if (mainWindow) mainWindow->OpenKeptWork(work);
 }
 std::unique_ptr<Project> SavedProject() {
-  return mainWindow ? mainWindow->SavedProject() : std::make_unique<Project>(LiveProject);
+  return mainWindow ? SavedProject(mainWindow->Recovery()) : std::make_unique<Project>(LiveProject);
 }
 bool ProgramEnding() {
   return mainWindow && mainWindow->Ending();
@@ -111,18 +116,23 @@ frmT3MasterMDI::frmT3MasterMDI(const ProgramScreens& program) : program_(program
   mainWindow = this;
   setObjectName(QStringLiteral("frmT3MasterMDI"));
   setWindowTitle(ProgramTitle);
-  BuildHistory();
+  const auto rests = [this] {
+    return menuBar()->isEnabled()
+               ? QString()
+               : QStringLiteral("Undo rests while the program works with the panel.");
+  };
+  history_ = new History(
+      this, {.Rests = rests,
+             .ScreenCaption = [this] { return screens_->FrontCaption(); },
+             .Show = [this](const auto& changes,
+                            const auto& stillSame) { ShowChange(*screens_, changes, stillSame); }});
   tmrFix_ = new Timer(this, "tmrFix", 1000);
   tmrFix_->Tick = [this] { tmrFix_Timer(); };
   constexpr int recoveryMs = 3000;
   tmrRecovery_ = new Timer(this, "tmrRecovery", recoveryMs);
-  constexpr int marksMs = 250;
-  tmrMarks_ = new Timer(this, "tmrMarks", marksMs);
-  tmrMarks_->Tick = [this] { ShowMarks(); };
   tmrRecovery_->Tick = [this] { recovery_.Update(LiveProject); };
   HandlersDoneSeam = [this](bool handled) {
-    for (QWidget* page : retired_) page->deleteLater();
-    retired_.clear();
+    if (screens_) screens_->DeleteRetired();
     if (handled) history_->Record();
     history_->RecordAfterDrag();
   };
@@ -140,7 +150,13 @@ void frmT3MasterMDI::MDIForm_Load() {
   move(screen.center() - rect().center());
   // The window manager puts the window up while the program fills it.
   size.width() > screen.width() || size.height() > screen.height() ? showMaximized() : show();
-  BuildMenu();
+  BuildMenu(*menuBar(), program_,
+            {{"mnuNew", [this] { mnuNew_Click(); }},
+             {"mnuOpen", [this] { mnuOpen_Click(); }},
+             {"mnuSave", [this] { mnuSave_Click(); }},
+             {"mnuSaveAs", [this] { mnuSaveAs_Click(); }},
+             {"mnuExit", [this] { mnuExit_Click(); }},
+             {"mnuAddOnModules", [this] { mnuAddOnModules_Click(); }}});
   BuildClient();
   QDir().mkpath(DataPath(QStringLiteral("Documentation")));
   if (Link.DisconnectQZ) Link.DisconnectQZ();
@@ -156,92 +172,62 @@ void frmT3MasterMDI::MDIForm_Load() {
   for (const QString& name : folder.entryList({diagnostics.fileName()}, QDir::Files)) {
     folder.remove(name);
   }
-  qApp->installEventFilter(this);
+  qApp->installEventFilter(new ProgramKeys(this, *screens_, *marks_, *history_));
   tmrFix_->SetEnabled(true);
   recovery_.Settle(LiveProject);
   history_->Begin();
   tmrRecovery_->SetEnabled(true);
-  tmrMarks_->SetEnabled(true);
+  marks_->Begin();
+}
+
+void frmT3MasterMDI::BuildClient() {
+  marks_ = new MarkLine(recovery_);
+  screens_ = new ScreenStack(program_.Screens, marks_, *history_);
+  setCentralWidget(screens_);
+
+  auto* otherPart = new QShortcut(Qt::Key_F6, this);
+  connect(otherPart, &QShortcut::activated, screens_, [this] { screens_->GoToOtherPart(); });
+  auto* find = new QShortcut(QKeySequence::Find, this);
+  connect(find, &QShortcut::activated, this, [this] {
+    if (menuBar()->isEnabled()) RunHandler(program_.Find);
+  });
+  for (const int step : {1, -1}) {
+    auto* next = new QShortcut(step > 0 ? Qt::Key_F8 : Qt::SHIFT | Qt::Key_F8, this);
+    connect(next, &QShortcut::activated, this, [this, step] {
+      if (menuBar()->isEnabled()) RunHandler([=, this] { program_.StepFinding(step); });
+    });
+  }
+  setAcceptDrops(true);
+
+  statusFile_ = new Label;
+  statusFile_->setObjectName(QStringLiteral("StatusBar1(1)"));
+  statusFile_->SetElideMode(Qt::ElideMiddle);
+  statusLink_ = new Label;
+  statusLink_->setObjectName(QStringLiteral("StatusBar1(2)"));
+  statusLink_->SetWidthInChars(16);
+  statusBar()->addWidget(statusFile_, 1);
+  statusBar()->addPermanentWidget(statusLink_);
+  statusBar()->setSizeGripEnabled(false);
 }
 
 ChildForm* frmT3MasterMDI::ShowForm(Screen screen) {
-  auto found = loaded_.find(screen);
-  if (found == loaded_.end()) {
-    const ScreenEntry& entry = program_.Screens[static_cast<std::size_t>(screen)];
-    if (!entry.Create) return nullptr;
-    ChildForm* form = entry.Create(screen);
-    auto* page = new QScrollArea;
-    page->setWidgetResizable(true);
-    page->setFrameShape(QFrame::NoFrame);
-    page->setFocusPolicy(Qt::NoFocus);
-    found = loaded_.emplace(screen, LoadedScreen{form, page}).first;
-    form->Form_Load();
-    page->setWidget(form);
-    pages_->addWidget(page);
-  }
-  front_ = screen;
-  const LoadedScreen shown = found->second;
-  lblTitle_->setText(shown.Form->Caption());
-  captionLine_->setVisible(screen != Screen::About);
-  const Showing showing;
-  // A failure while the screen fills itself is told, and the screen shows what it has.
-  RunHandler([&] { shown.Form->Form_Activate(); });
-  if (front_ == screen) BringToFront(shown);
-  return shown.Form;
-}
-
-void frmT3MasterMDI::BringToFront(const LoadedScreen& screen) {
-  news_.clear();
-  pages_->setCurrentWidget(screen.Page);
-  if (QWidget* first = screen.Form->FirstFocus()) first->setFocus(Qt::OtherFocusReason);
+  return screens_->Show(screen);
 }
 
 ChildForm* frmT3MasterMDI::LoadedForm(Screen screen) const {
-  const auto found = loaded_.find(screen);
-  return found == loaded_.end() ? nullptr : found->second.Form;
-}
-
-void frmT3MasterMDI::Unload(Screen screen) {
-  const auto found = loaded_.find(screen);
-  if (found == loaded_.end()) return;
-  const LoadedScreen unloaded = found->second;
-  loaded_.erase(found);
-  if (front_ == screen) front_ = Screen::None;
-  try {
-    unloaded.Form->Form_Unload();
-  } catch (const std::exception&) {
-    // Closing a screen goes on whatever its own tidying meets.
-  }
-  pages_->removeWidget(unloaded.Page);
-  unloaded.Page->hide();
-  unloaded.Page->setParent(nullptr);
-  if (HandlerDepth() > 0) {
-    retired_.push_back(unloaded.Page);
-  } else {
-    unloaded.Page->deleteLater();
-  }
+  return screens_->Loaded(screen);
 }
 
 void frmT3MasterMDI::UnloadAllForms() {
-  for (const ScreenEntry& entry : program_.Screens) {
-    ChildForm* form = LoadedForm(entry.Name);
-    if (form && form->StaysLoaded()) {
-      form->Form_Hide();
-    } else {
-      Unload(entry.Name);
-    }
-  }
-  front_ = Screen::None;
+  screens_->UnloadAll();
 }
 
-void frmT3MasterMDI::CloseFrontForm() {
-  UnloadAllForms();
-  ShowForm(Screen::About);
+void frmT3MasterMDI::TellNews(const QString& news, bool stays) {
+  marks_->Tell(news, stays);
 }
 
 void frmT3MasterMDI::ShowEmptyState() {
-  UnloadAllForms();
-  ShowForm(Screen::About);
+  screens_->ShowAbout();
   if (Link.DisconnectQZ) Link.DisconnectQZ();
 }
 
@@ -262,10 +248,10 @@ void frmT3MasterMDI::SetMainMenusEnabled(bool enabled) {
   DeafToEntries deaf;
   // A desktop's own bar has to hear of each entry.
   if (!menuBar()->isNativeMenuBar()) menuBar()->installEventFilter(&deaf);
-  for (QAction* entry : topEntries_) entry->setEnabled(enabled);
+  for (QAction* entry : menuBar()->actions()) entry->setEnabled(enabled);
   // Or its keys would still walk among entries that do nothing.
   menuBar()->setEnabled(enabled);
-  cmdClose_->setEnabled(enabled);
+  screens_->SetCloseEnabled(enabled);
 }
 
 void frmT3MasterMDI::mnuAddOnModules_Click() {
@@ -307,7 +293,7 @@ void frmT3MasterMDI::TearDown() {
     recovery_.Remove();
   }
   if (Link.DisconnectQZ) Link.DisconnectQZ();
-  for (const ScreenEntry& entry : program_.Screens) Unload(entry.Name);
+  screens_->UnloadForGood();
 }
 
 void frmT3MasterMDI::ExitProgram() {

@@ -1,19 +1,14 @@
 #pragma once
 
-#include <QLabel>
 #include <QMainWindow>
-#include <QStackedWidget>
-#include <QToolButton>
-#include <map>
 
-#include "panel/difference.h"
-#include "panel/live_project.h"
 #include "panel/recovery_copy.h"
-#include "panel/stopwatch.h"
 #include "shell/controls/child_form.h"
 #include "shell/window/screen_entry.h"
 
 class History;
+class MarkLine;
+class ScreenStack;
 
 /// The main window: the menu, the status bar, the screen on show and the project's file commands.
 /// The program lives from its load to its close.
@@ -35,10 +30,7 @@ class frmT3MasterMDI : public QMainWindow {
   void ExitProgram();
   /// Ends the program without a question, with unsaved work kept.
   void EndKeepingWork();
-  void KeepUnsavedWork() { recovery_.Update(LiveProject); }
-  void ForgetUnsavedWork() { recovery_.Settle(LiveProject); }
-  /// The project as it was saved, opened or new.
-  std::unique_ptr<Project> SavedProject() const;
+  RecoveryCopy& Recovery() { return recovery_; }
   /// Takes up what another program could not save, under the rules of Open.
   void OpenKeptWork(const KeptWork& work);
 
@@ -71,69 +63,34 @@ class frmT3MasterMDI : public QMainWindow {
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
-  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  struct LoadedScreen {
-    ChildForm* Form;
-    QWidget* Page;
-  };
-
-  void BuildMenu();
   void BuildClient();
-  void BuildHistory();
-  void AddHistoryButtons(QHBoxLayout* line);
-  QAction* AddLeaf(const char* name, Screen screen, const QString& caption);
-  void CloseFrontForm();
-  void Unload(Screen screen);
-  void BringToFront(const LoadedScreen& screen);
-  void GoToOtherPart();
-  static QWidget* WindowOf(const QWidget& control);
-  bool StepItem(const QObject* pressedOn, int step);
-  bool StepHistory(QObject* pressedOn, bool back);
-  QString HistoryRests() const;
-  void ShowChange(const std::vector<Setting>& changes, const std::function<bool()>& stillSame);
   bool DiscardChanges() const;
-  bool AnythingChanged() const;
-  QString WhatHasChanged() const;
   void ReplaceProject(const std::function<void()>& replace);
   [[nodiscard]] bool WriteProject();
   [[nodiscard]] bool MaySaveOver();
   void MergeWithFile(const Project& base);
   void ShowEmptyState();
   void ReadFile(const QString& name);
-  void ShowMarks();
-  void ShowMarkTip();
   void TearDown();
 
   ProgramScreens program_;
-  std::map<Screen, LoadedScreen> loaded_;
-  Screen front_ = Screen::None;
-  std::vector<QWidget*> retired_;  ///< Unloaded screens that a waiting handler may still be using.
-  std::vector<QAction*> topEntries_;
-  QStackedWidget* pages_ = nullptr;
-  QWidget* picBlockFlashing_ = nullptr;
-  QWidget* captionLine_ = nullptr;  ///< Title and close box of the screen on show.
-  QLabel* lblTitle_ = nullptr;
-  QToolButton* cmdClose_ = nullptr;
-  Label* lblMark_ = nullptr;  ///< Unsaved changes, or what has just been done.
-  QString news_;
-  bool newsStays_ = false;
-  Stopwatch newsShown_;
-  Timer* tmrMarks_ = nullptr;
+  History* history_;
+  MarkLine* marks_ = nullptr;
+  ScreenStack* screens_ = nullptr;
   Label* statusFile_ = nullptr;
   Label* statusLink_ = nullptr;
-  Timer* tmrFix_ = nullptr;
+  Timer* tmrFix_;
   Int16 exitRequested_ = 0;
   bool fileDialogUsed_ = false;
   bool ending_ = false;
   bool keepsWork_ = false;
-  History* history_ = nullptr;
   /// What was merged with: the file's fingerprint, and the steps with the merge. Empty for nothing.
   struct {
     QByteArray File;
     int Step = 0;
   } merged_;
   RecoveryCopy recovery_;
-  Timer* tmrRecovery_ = nullptr;
+  Timer* tmrRecovery_;
 };

@@ -16,6 +16,7 @@
 #include "shell/window/about_form.h"
 #include "shell/window/history.h"
 #include "shell/window/main_window.h"
+#include "shell/window/saved_project.h"
 
 namespace {
 
@@ -36,7 +37,7 @@ bool frmT3MasterMDI::DiscardChanges() const {
                            ? QStringLiteral("No setting differs from a new panel.")
                            : QStringLiteral("No setting differs from the file.");
   return MsgBox(QStringLiteral("Discard Any Changes?"), MsgIcon::Question, ProgramTitle,
-                MsgButtons::YesNo, AnythingChanged() ? QString() : same) == MsgAnswer::Yes;
+                MsgButtons::YesNo, AnythingChanged(recovery_) ? QString() : same) == MsgAnswer::Yes;
 }
 
 /// Another project comes into memory. Nobody was asked about the work of one that is not marked as

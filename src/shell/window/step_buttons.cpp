@@ -1,14 +1,14 @@
+#include "shell/window/step_buttons.h"
+
 #include <QHBoxLayout>
 #include <QMenu>
-#include <QMenuBar>
+#include <QToolButton>
 #include <QUndoView>
 #include <QWidgetAction>
 
 #include "shell/controls/go_to_item.h"
 #include "shell/window/history.h"
-#include "shell/window/main_window.h"
-
-// The way back in the main window: its keys, buttons and list, and what it shows.
+#include "shell/window/screen_stack.h"
 
 namespace {
 
@@ -37,16 +37,8 @@ class StepList : public QUndoView {
 
 }  // namespace
 
-void frmT3MasterMDI::BuildHistory() {
-  history_ = new History(
-      this, {.Rests = [this] { return HistoryRests(); },
-             .ScreenCaption = [this] { return lblTitle_->text(); },
-             .Show = [this](const auto& changes,
-                            const auto& stillSame) { ShowChange(changes, stillSame); }});
-}
-
-void frmT3MasterMDI::AddHistoryButtons(QHBoxLayout* line) {
-  QUndoStack& stack = history_->Stack();
+void AddStepButtons(QHBoxLayout& line, History& history) {
+  QUndoStack& stack = history.Stack();
   const auto add = [&](const char* name, const QString& sign, const QString& verb,
                        const QString& key, void (History::*go)(), bool can,
                        QString (QUndoStack::*words)() const) {
@@ -66,20 +58,20 @@ void frmT3MasterMDI::AddHistoryButtons(QHBoxLayout* line) {
       button->setToolTip(QStringLiteral("%1 (%2)").arg(told, key));
     };
     tell();
-    connect(&stack, &QUndoStack::indexChanged, button, tell);
-    connect(button, &QToolButton::clicked, this,
-            [history = history_, go] { RunHandler([=] { (history->*go)(); }); });
-    line->addWidget(button);
+    QObject::connect(&stack, &QUndoStack::indexChanged, button, tell);
+    QObject::connect(button, &QToolButton::clicked, &history,
+                     [&history, go] { RunHandler([&] { (history.*go)(); }); });
+    line.addWidget(button);
     return button;
   };
   auto* undo =
       add("cmdUndo", QStringLiteral("\u21b6"), QStringLiteral("Undo"), QStringLiteral("Ctrl+Z"),
           &History::Undo, stack.canUndo(), &QUndoStack::undoText);
-  connect(&stack, &QUndoStack::canUndoChanged, undo, &QWidget::setEnabled);
+  QObject::connect(&stack, &QUndoStack::canUndoChanged, undo, &QWidget::setEnabled);
   auto* redo =
       add("cmdRedo", QStringLiteral("\u21b7"), QStringLiteral("Redo"), QStringLiteral("Ctrl+Y"),
           &History::Redo, stack.canRedo(), &QUndoStack::redoText);
-  connect(&stack, &QUndoStack::canRedoChanged, redo, &QWidget::setEnabled);
+  QObject::connect(&stack, &QUndoStack::canRedoChanged, redo, &QWidget::setEnabled);
 
   auto* steps = new QToolButton;
   steps->setObjectName(QStringLiteral("cmdSteps"));
@@ -88,33 +80,29 @@ void frmT3MasterMDI::AddHistoryButtons(QHBoxLayout* line) {
   steps->setAccessibleName(QStringLiteral("Steps"));
   steps->setToolTip(QStringLiteral("The last steps (Ctrl+Alt+Z)"));
   steps->setShortcut(QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_Z));
-  line->addWidget(steps);
+  line.addWidget(steps);
   auto* menu = new QMenu(steps);
-  auto* list = new QWidgetAction(menu);
-  list->setDefaultWidget(new StepList(&stack));
-  menu->addAction(list);
   // Not the button's own menu, whose opening would wait for its end.
-  connect(steps, &QToolButton::clicked, menu,
-          [=] { menu->popup(steps->mapToGlobal(QPoint(0, steps->height()))); });
+  QObject::connect(steps, &QToolButton::clicked, menu, [=, &stack] {
+    if (menu->isEmpty()) {
+      auto* list = new QWidgetAction(menu);
+      list->setDefaultWidget(new StepList(&stack));
+      menu->addAction(list);
+    }
+    menu->popup(steps->mapToGlobal(QPoint(0, steps->height())));
+  });
 }
 
-/// Why no step can be taken now, if so.
-QString frmT3MasterMDI::HistoryRests() const {
-  return menuBar()->isEnabled()
-             ? QString()
-             : QStringLiteral("Undo rests while the program works with the panel.");
-}
-
-/// Where the change shows, if showing it changes nothing; else where the type is chosen that cuts
-/// it; else no screen.
-void frmT3MasterMDI::ShowChange(const std::vector<Setting>& changes,
-                                const std::function<bool()>& stillSame) {
-  ChildForm* front = LoadedForm(front_);
+void ShowChange(ScreenStack& screens, const std::vector<Setting>& changes,
+                const std::function<bool()>& stillSame) {
+  ChildForm* front = screens.FrontForm();
   const auto find = [&](const auto& suits) {
     const auto found = std::find_if(changes.begin(), changes.end(), suits);
     return found == changes.end() ? nullptr : &*found;
   };
-  const auto isOnFront = [&](const Setting& change) { return EditorOf(change).On == front_; };
+  const auto isOnFront = [&](const Setting& change) {
+    return EditorOf(change).On == screens.Front();
+  };
   const Setting* shown = !front ? nullptr : find([&](const Setting& change) {
     return isOnFront(change) && ShowsItem(*front, ItemOf(change));
   });
@@ -133,6 +121,6 @@ void frmT3MasterMDI::ShowChange(const std::vector<Setting>& changes,
     front->ShowAnew();
     if (stillSame()) return;
   }
-  CloseFrontForm();
+  screens.ShowAbout();
   stillSame();
 }
