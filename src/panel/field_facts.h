@@ -85,7 +85,7 @@ constexpr Default Stays(const char* why) {
   return {Default::Kind::Stays, 0, why};
 }
 
-/// The screen and the control that edit a field.
+/// The screen and the control that edit a field. Of several, parted by '|', it is the one in sight.
 struct Editor {
   Screen On;
   const char* Control;

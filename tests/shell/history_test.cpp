@@ -87,6 +87,10 @@ TEST_F(HistoryTest, OfATimerThePartIsFocusedThatChanged) {
   EXPECT_EQ(QApplication::focusWidget(), &Find<CheckBox>("chkDays", 0));
   Undo();
   EXPECT_EQ(QApplication::focusWidget(), &Find<ComboBox>("cboNormalTimeHour"));
+  Click(Find<OptionButton>("optTimeType(1)"));
+  Choose("cboMinuteFromAstro", 3);
+  Undo();
+  EXPECT_EQ(QApplication::focusWidget(), &Find<ComboBox>("cboMinuteFromAstro"));
 }
 
 TEST_F(HistoryTest, KeysAreOneStepUntilTheFieldIsLeftOrTheyPause) {

@@ -115,11 +115,14 @@ void GoToSetting(ChildForm* front, const Setting& setting) {
     if (ofSlot && slot->isVisible()) slot->SetListIndex(spot.Row);
   }
   const bool chosen = ChooseItem(*form, item);
-  const QString name = QString::fromLatin1(spot.By.Control);
+  const QStringList names = QString::fromLatin1(spot.By.Control).split(u'|');
   const auto element = [&](int index) {
-    return ControlAt(*form, QStringLiteral("%1(%2)").arg(name).arg(index));
+    return ControlAt(*form, QStringLiteral("%1(%2)").arg(names.first()).arg(index));
   };
-  QWidget* control = ControlAt(*form, name);
+  QWidget* control = nullptr;
+  for (const QString& name : names) {
+    if (!control) control = ControlAt(*form, name);
+  }
   if (!control) control = element(spot.Row);
   // Options and the like are not told apart by the item.
   if (!control || !qobject_cast<RowGrid*>(control->parentWidget())) {
