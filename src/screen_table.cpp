@@ -203,12 +203,16 @@ const std::vector<ScreenEntry>& ScreenTable() {
 
 ProgramScreens AllScreens() {
   AttachLine();
-  ErrorsOfProject = [] {
-    const std::vector<Finding> findings =
-        CheckProject(LiveProject, {.FileEndsEarly = FileEndsEarly()});
-    return static_cast<int>(
-        std::count_if(findings.begin(), findings.end(),
-                      [](const Finding& finding) { return finding.Level == Severity::Error; }));
+  ErrorsOfProject = [] { return FindingsList::OfProgram().Counts().Errors; };
+  const auto countFindings = [] {
+    const auto& counts = FindingsList::OfProgram().Counts();
+    return CountOf(counts.Errors, Severity::Error) + QStringLiteral(", ") +
+           CountOf(counts.Warnings, Severity::Warning);
+  };
+  const auto listFindings = [] {
+    FindingsList::OfProgram().Check();
+    UnloadAllForms();
+    ShowForm(Screen::Document);
   };
   const auto compareWithFile = [](const QString& name) {
     FindingsList::OfProgram().SetNames(true);
@@ -216,6 +220,11 @@ ProgramScreens AllScreens() {
     UnloadAllForms();
     ShowForm(Screen::Document);
   };
-  return {MenuTable(), ScreenTable(), compareWithFile, [] { FindDialog(MainWindow()).exec(); },
-          [](int step) { FindingsList::OfProgram().Step(step); }};
+  return {.Menu = MenuTable(),
+          .Screens = ScreenTable(),
+          .CompareWithFile = compareWithFile,
+          .CountFindings = countFindings,
+          .ListFindings = listFindings,
+          .Find = [] { FindDialog(MainWindow()).exec(); },
+          .StepFinding = [](int step) { FindingsList::OfProgram().Step(step); }};
 }

@@ -44,6 +44,8 @@ class ScreenTest : public testing::Test {
       const auto chosen = choices.indexOf(nextChoice);
       return static_cast<int>(chosen < 0 ? choices.size() - 1 : chosen);
     };
+    shownAskText = AskTextSeam;
+    AskTextSeam = [this](const QString&) { return nextText; };
     shownFileDialog = FileDialogSeam;
     FileDialogSeam = [this](const FileRequest& request) {
       fileRequests.push_back(request);
@@ -59,6 +61,7 @@ class ScreenTest : public testing::Test {
     window.reset();
     MsgBoxSeam = shownMsgBox;
     AskSeam = shownAsk;
+    AskTextSeam = shownAskText;
     FileDialogSeam = shownFileDialog;
     qputenv("HOME", oldHome);
   }
@@ -175,11 +178,13 @@ class ScreenTest : public testing::Test {
   QByteArray oldHome;
   std::function<MsgAnswer(const Message&)> shownMsgBox;  ///< The ones that users see.
   std::function<int(const QString&, const QStringList&)> shownAsk;
+  std::function<std::optional<QString>(const QString&)> shownAskText;
   std::function<QString(const FileRequest&)> shownFileDialog;
   std::vector<Message> messages;
   std::vector<MsgAnswer> answers;
   std::vector<FileRequest> fileRequests;
   QString nextFileName;
-  QString nextChoice;  ///< Of a question with answers of its own; else the last.
+  QString nextChoice;               ///< Of a question with answers of its own; else the last.
+  std::optional<QString> nextText;  ///< Typed into a question that asks for one.
   std::unique_ptr<frmT3MasterMDI> window;
 };

@@ -2,6 +2,7 @@
 
 #include <QGridLayout>
 
+#include "document/find_dialog.h"
 #include "document/findings_frame.h"
 #include "document/rules/text/doc_file.h"
 #include "panel/code_page.h"
@@ -61,6 +62,11 @@ void frmT3Document::Form_Load() {
   lblOpenDocument->setVisible(false);
   documentRow->setAlignment({});
   documentRow->addStretch(1);
+  auto* lblFind = AddLabel(documentRow, "lblFind", QStringLiteral("Find..."));
+  lblFind->SetLook(Label::Look::WebLink);
+  lblFind->setToolTip(QStringLiteral("Finds an item by its name or number (Ctrl+F)"));
+  lblFind->Click = [] { FindDialog(MainWindow()).exec(); };
+  documentRow->addSpacing(fontMetrics().averageCharWidth() * 2);
   auto* lblChanged = AddLabel(documentRow, "lblChanged", QStringLiteral("What have I changed?"));
   lblChanged->SetLook(Label::Look::WebLink);
   lblChanged->Click = [this] { findings->lblChanged_Click(); };

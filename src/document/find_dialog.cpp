@@ -12,7 +12,7 @@ FindDialog::FindDialog(QWidget* parent) : QDialog(parent) {
   txtFind->UndoesItself = true;
   txtFind->setObjectName(QStringLiteral("txtFind"));
   txtFind->setPlaceholderText(
-      QStringLiteral("A name or a number, such as toilets, relay 8, FL 1A"));
+      QStringLiteral("A name or a number, such as toilets, relay 8, R08, FL 1A"));
   txtFind->setAccessibleName(QStringLiteral("Find"));
   txtFind->Change = [this] { txtFind_Change(); };
   txtFind->installEventFilter(this);
@@ -32,12 +32,21 @@ void FindDialog::txtFind_Change() {
   found_ = FindItems(LiveProject, txtFind->Text());
   lstFound->clear();
   for (const FoundItem& found : found_) lstFound->addItem(found.Words);
-  if (!found_.empty()) lstFound->setCurrentRow(0);
+  if (!found_.empty()) {
+    lstFound->setCurrentRow(0);
+  } else if (!txtFind->Text().trimmed().isEmpty()) {
+    lstFound->addItem(QStringLiteral("Nothing has such a name or number."));
+    lstFound->item(0)->setFlags(Qt::NoItemFlags);
+  }
+  if (found_.size() == MostFound) {
+    lstFound->addItem(QStringLiteral("There is more: type more of the name."));
+    lstFound->item(lstFound->count() - 1)->setFlags(Qt::NoItemFlags);
+  }
 }
 
 void FindDialog::lstFound_Click() {
   const int row = lstFound->currentRow();
-  if (row < 0) return;
+  if (row < 0 || row >= static_cast<int>(found_.size())) return;
   const FoundItem found = found_[static_cast<std::size_t>(row)];
   accept();
   GoToItem(found.On, found.Where);

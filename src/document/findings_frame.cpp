@@ -6,7 +6,9 @@
 #include <QHeaderView>
 #include <QScopeGuard>
 #include <QSignalBlocker>
+#include <QStyledItemDelegate>
 #include <QVBoxLayout>
+#include <array>
 #include <memory>
 
 #include "document/rehearse.h"
@@ -25,6 +27,36 @@
 #include "shell/shell.h"
 
 namespace {
+
+/// Rows as high as their words need in columns as wide as they are.
+class WrappedCells : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    QStyleOptionViewItem wrapped = option;
+    const auto* list = qobject_cast<const QTreeView*>(option.widget);
+    wrapped.rect.setWidth(list->columnWidth(index.column()));
+    return QStyledItemDelegate::sizeHint(wrapped, index);
+  }
+};
+
+/// A severity has a sign and a colour beside its word.
+void ShowSeverity(QTreeWidgetItem& item, Severity severity, const QWidget& list) {
+  struct Look {
+    QStyle::StandardPixmap Sign;
+    QRgb OnLight;
+    QRgb OnDark;
+  };
+  constexpr std::array looks = {Look{QStyle::SP_MessageBoxCritical, 0xB3261E, 0xFF8A80},
+                                Look{QStyle::SP_MessageBoxWarning, 0x7A5000, 0xFFC766},
+                                Look{QStyle::SP_MessageBoxInformation, 0x1F5FA8, 0x8FC1FF}};
+  constexpr int middle = 128;
+  const Look& look = looks.at(static_cast<std::size_t>(severity));
+  const bool dark = list.palette().color(QPalette::Base).lightness() < middle;
+  item.setIcon(0, list.style()->standardIcon(look.Sign));
+  item.setForeground(0, QColor(dark ? look.OnDark : look.OnLight));
+}
 
 /// Asks where to write; empty when the user cancels.
 QString ReportFileName(const QString& kind, const QString& ending) {
@@ -58,6 +90,11 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
   chkNames->Click = [this] { chkNames_Click(); };
   chkNames->setToolTip(QStringLiteral("Whether names count in a comparison"));
   row->addWidget(chkNames);
+  chkAccepted = new CheckBox({});
+  chkAccepted->setObjectName(QStringLiteral("chkAccepted"));
+  chkAccepted->Click = [this] { chkAccepted_Click(); };
+  chkAccepted->setToolTip(QStringLiteral("Whether findings that are accepted are listed too"));
+  row->addWidget(chkAccepted);
   cboShown = new ComboBox;
   cboShown->setObjectName(QStringLiteral("cboShown"));
   cboShown->setAccessibleName(QStringLiteral("Show"));
@@ -71,7 +108,8 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
   lstFindings->setObjectName(QStringLiteral("lstFindings"));
   lstFindings->setAccessibleName(QStringLiteral("Findings"));
   lstFindings->setRootIsDecorated(false);
-  lstFindings->setUniformRowHeights(true);
+  lstFindings->setWordWrap(true);
+  lstFindings->setItemDelegate(new WrappedCells(lstFindings));
   lstFindings->setAlternatingRowColors(true);
   lstFindings->setTextElideMode(Qt::ElideRight);
   constexpr int leastRows = 3;
@@ -85,12 +123,13 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
             &FindingsFrame::cmdSpreadsheet_Click);
   addButton("cmdRehearse", QStringLiteral("Rehearse"), &FindingsFrame::cmdRehearse_Click)
       ->setToolTip(QStringLiteral("Runs the project in a simulated panel's window"));
+  cmdAccept = addButton("cmdAccept", QStringLiteral("Accept..."), &FindingsFrame::cmdAccept_Click);
+  cmdMend = addButton("cmdMend", QStringLiteral("Mend"), &FindingsFrame::cmdMend_Click);
   cmdTakeOver =
       addButton("cmdTakeOver", QStringLiteral("Take Over"), &FindingsFrame::cmdTakeOver_Click);
   cmdTakeOver->setToolTip(
       QStringLiteral("The other side's values of the selected rows come into this project. Ctrl+A "
                      "selects all rows on show."));
-  cmdTakeOver->hide();
   lblFound = new Label;
   lblFound->setObjectName(QStringLiteral("lblFound"));
   lblFound->SetLook(Label::Look::Quiet);
@@ -184,6 +223,8 @@ void FindingsFrame::ShowList() {
   cboShown->SetItems(QStringList{QStringLiteral("All")} + list_.Kinds());
   cboShown->setCurrentIndex(list_.Kind() + 1);
   chkNames->ShowValue(list_.Names());
+  chkAccepted->setText(QStringLiteral("%1 accepted").arg(list_.AcceptedCount()));
+  chkAccepted->ShowValue(list_.ShowsAccepted());
   ShowRows();
 }
 
@@ -192,6 +233,7 @@ void FindingsFrame::ShowRows() {
   lstFindings->clear();
   for (const FindingsList::Row& row : list_.Rows()) {
     auto* item = new QTreeWidgetItem(row.Cells);
+    if (row.Found) ShowSeverity(*item, row.Found->Level, *lstFindings);
     for (int column = 0; column < row.Cells.size(); ++column) {
       item->setToolTip(column, row.Cells[column]);
     }
@@ -218,6 +260,7 @@ void FindingsFrame::FitColumns() {
     lstFindings->setColumnWidth(column, share);
     left -= share;
   }
+  lstFindings->doItemsLayout();
 }
 
 void FindingsFrame::resizeEvent(QResizeEvent* event) {
@@ -225,11 +268,68 @@ void FindingsFrame::resizeEvent(QResizeEvent* event) {
   FitColumns();
 }
 
+std::vector<int> FindingsFrame::SelectedRows() const {
+  std::vector<int> rows;
+  for (QTreeWidgetItem* item : lstFindings->selectedItems()) {
+    rows.push_back(lstFindings->indexOfTopLevelItem(item));
+  }
+  return rows;
+}
+
+/// What can be done with the selected rows, and what it would do.
 void FindingsFrame::ShowWhatIsSelected() {
-  const auto selected = lstFindings->selectedItems();
+  const std::vector<int> selected = SelectedRows();
+  if (selected.size() == 1) list_.SetCurrent(selected.front());
   cmdTakeOver->setVisible(list_.Compares());
   cmdTakeOver->setEnabled(!selected.empty());
-  if (selected.size() == 1) list_.SetCurrent(lstFindings->indexOfTopLevelItem(selected.front()));
+  chkAccepted->setVisible(!list_.Compares() && list_.AcceptedCount() > 0);
+  cmdAccept->setVisible(!list_.Compares());
+  cmdMend->setVisible(!list_.Compares());
+  if (list_.Compares()) return;
+  const auto& rows = list_.Rows();
+  const auto isAccepted = [&](int row) { return rows[static_cast<std::size_t>(row)].Accepted; };
+  const auto accepted = std::count_if(selected.begin(), selected.end(), isAccepted);
+  const bool all = accepted == static_cast<std::ptrdiff_t>(selected.size());
+  cmdAccept->SetCaption(accepted > 0 && all ? QStringLiteral("Take Back")
+                                            : QStringLiteral("Accept..."));
+  cmdAccept->setEnabled(!selected.empty() && (accepted == 0 || all));
+  cmdAccept->setToolTip(accepted > 0 ? QStringLiteral("The findings count again.")
+                                     : QStringLiteral("The findings are to stay, for a reason that "
+                                                      "you tell."));
+  QStringList words;
+  for (const int row : selected) {
+    if (const auto mending = list_.MendingOfRow(row)) words << mending->Words;
+  }
+  cmdMend->setEnabled(!words.isEmpty());
+  cmdMend->setToolTip(words.isEmpty() ? QStringLiteral("These findings need a decision of yours.")
+                                      : words.join(u'\n'));
+  lblFound->SetCaption(words.size() == 1 ? QStringLiteral("Mend: ") + words.first() : list_.Told());
+}
+
+void FindingsFrame::chkAccepted_Click() {
+  list_.ShowAccepted(chkAccepted->Value() != 0);
+  ShowList();
+}
+
+void FindingsFrame::cmdAccept_Click() {
+  const std::vector<int> rows = SelectedRows();
+  if (list_.Rows()[static_cast<std::size_t>(rows.front())].Accepted) {
+    list_.TakeBack(rows);
+  } else {
+    const auto reason = AskText(QStringLiteral("Why are these findings to stay?"));
+    if (!reason) return;
+    if (reason->simplified().isEmpty()) {
+      TellRefusal(QStringLiteral("Nothing is accepted without a reason."));
+      return;
+    }
+    list_.Accept(rows, *reason);
+  }
+  ShowList();
+}
+
+void FindingsFrame::cmdMend_Click() {
+  list_.Mend(SelectedRows());
+  ShowList();
 }
 
 void FindingsFrame::cboShown_Click() {
@@ -243,11 +343,7 @@ void FindingsFrame::chkNames_Click() {
 }
 
 void FindingsFrame::cmdTakeOver_Click() {
-  std::vector<int> rows;
-  for (QTreeWidgetItem* item : lstFindings->selectedItems()) {
-    rows.push_back(lstFindings->indexOfTopLevelItem(item));
-  }
-  list_.TakeOver(rows);
+  list_.TakeOver(SelectedRows());
   ShowList();
 }
 

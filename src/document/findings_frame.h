@@ -24,6 +24,10 @@ class FindingsFrame : public QGroupBox {
   void lblChanged_Click();
   void cboShown_Click();
   void chkNames_Click();
+  void chkAccepted_Click();
+  /// Asks for the reason; of findings that are accepted it takes that back.
+  void cmdAccept_Click();
+  void cmdMend_Click();
   void cmdTakeOver_Click();
   void cmdCopy_Click();
   void cmdPrint_Click();
@@ -41,6 +45,7 @@ class FindingsFrame : public QGroupBox {
   void ShowRows();
   void FitColumns();
   void ShowWhatIsSelected();
+  std::vector<int> SelectedRows() const;
   void TellReport(const QString& told);
 
   FindingsList& list_ = FindingsList::OfProgram();
@@ -49,6 +54,9 @@ class FindingsFrame : public QGroupBox {
   CheckBox* chkNames = nullptr;  ///< Whether names count in a comparison.
   Label* lblFound = nullptr;     ///< What came of the last press.
   Button* cmdCopy = nullptr;
+  CheckBox* chkAccepted = nullptr;  ///< Whether accepted findings are listed.
+  Button* cmdAccept = nullptr;
+  Button* cmdMend = nullptr;
   Button* cmdTakeOver = nullptr;
   QTreeWidget* lstFindings = nullptr;
   bool reading_ = false;

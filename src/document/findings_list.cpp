@@ -4,13 +4,29 @@
 #include <QWidget>
 #include <algorithm>
 
-#include "document/rules/check/check.h"
+#include "document/rules/check/accepted.h"
 #include "panel/defaults.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/project_file.h"
+#include "panel/stopwatch.h"
 #include "shell/controls/go_to_item.h"
 #include "shell/shell.h"
+
+namespace {
+
+/// Of the project in memory. `trouble` tells why nothing counts as accepted, if so.
+CheckedFindings CheckLive(QString* trouble = nullptr) {
+  std::vector<Acceptance> accepted;
+  try {
+    if (CurrentFileName != NoFileName) accepted = ReadAccepted(CurrentFileName);
+  } catch (const RunTimeFailure& failure) {
+    if (trouble) *trouble = QString::fromUtf8(failure.what());
+  }
+  return PartAccepted(CheckProject(LiveProject, {.FileEndsEarly = FileEndsEarly()}), accepted);
+}
+
+}  // namespace
 
 FindingsList& FindingsList::OfProgram() {
   QWidget* owner = MainWindow();
@@ -57,7 +73,7 @@ void FindingsList::Refresh() {
 /// The row in hand stays in hand. If it is gone, the one that came up in its place is the next.
 void FindingsList::KeepRow(const std::function<void()>& change) {
   const bool has = current_ >= 0 && current_ < static_cast<int>(rows_.size()) && !left_;
-  const Row inHand = has ? rows_[static_cast<std::size_t>(current_)] : Row();
+  const Row inHand = has ? RowAt(current_) : Row();
   change();
   if (!has) return;
   const auto same = std::find_if(rows_.begin(), rows_.end(), [&](const Row& row) {
@@ -77,18 +93,32 @@ void FindingsList::Make() {
 }
 
 void FindingsList::ListFindings() {
-  const std::vector<Finding> findings =
-      CheckProject(LiveProject, {.FileEndsEarly = FileEndsEarly()});
   headers_ = {QStringLiteral("Severity"), QStringLiteral("Item"), QStringLiteral("Finding")};
   kinds_ = {SeverityWord(Severity::Error), SeverityWord(Severity::Warning),
             SeverityWord(Severity::Note)};
-  for (const Finding& finding : findings) {
-    all_.push_back({{SeverityWord(finding.Level), ItemCode(finding.Where), finding.Sentence},
-                    finding.Where,
-                    finding.On});
+  const auto add = [this](const Finding& finding, const QString& reason) {
+    all_.push_back(
+        {{SeverityWord(finding.Level), ItemCode(finding.Where), finding.Sentence + reason},
+         finding.Where,
+         finding.On,
+         {},
+         finding,
+         !reason.isEmpty()});
+  };
+  QString trouble;
+  const CheckedFindings checked = CheckLive(&trouble);
+  for (const Finding& finding : checked.Open) add(finding, {});
+  acceptedCount_ = static_cast<int>(checked.Accepted.size());
+  if (showsAccepted_) {
+    for (const auto& [finding, as] : checked.Accepted) {
+      add(finding,
+          QStringLiteral(" Accepted on %1: %2").arg(as.Date.toString(Qt::ISODate), as.Reason));
+    }
   }
-  told_ = QStringLiteral("%1, %2. Enter opens the screen.")
-              .arg(CountOf(Severity::Error, findings), CountOf(Severity::Warning, findings));
+  told_ = trouble.isEmpty() ? QStringLiteral("%1, %2. Enter opens the screen.")
+                                  .arg(CountOf(Severity::Error, checked.Open),
+                                       CountOf(Severity::Warning, checked.Open))
+                            : trouble;
 }
 
 void FindingsList::ListDifferences() {
@@ -147,7 +177,7 @@ void FindingsList::SetCurrent(int row) {
 
 void FindingsList::Open(int row) {
   SetCurrent(row);
-  const Row opened = rows_[static_cast<std::size_t>(row)];
+  const Row opened = RowAt(row);
   if (opened.On == Screen::None) return;
   if (opened.Of) {
     GoToSetting(nullptr, *opened.Of);
@@ -164,8 +194,7 @@ void FindingsList::Step(int step) {
   Refresh();
   const int count = static_cast<int>(rows_.size());
   int row = left_ && step > 0 ? current_ : current_ + step;
-  while (row >= 0 && row < count && rows_[static_cast<std::size_t>(row)].On == Screen::None)
-    row += step;
+  while (row >= 0 && row < count && RowAt(row).On == Screen::None) row += step;
   if (!list_) {
     TellNews(QStringLiteral("Nothing is listed: check or compare on Document first."));
   } else if (row < 0 || row >= count) {
@@ -176,12 +205,74 @@ void FindingsList::Step(int step) {
   }
 }
 
+const FindingsList::FindingCounts& FindingsList::Counts() {
+  if (countedOf_ && *countedOf_ == LiveProject && countedIn_ == CurrentFileName) return counts_;
+  countedOf_ = std::make_unique<Project>(LiveProject);
+  countedIn_ = CurrentFileName;
+  counts_ = {};
+  for (const Finding& finding : CheckLive().Open) {
+    counts_.Errors += finding.Level == Severity::Error ? 1 : 0;
+    counts_.Warnings += finding.Level == Severity::Warning ? 1 : 0;
+  }
+  return counts_;
+}
+
+void FindingsList::ShowAccepted(bool shows) {
+  showsAccepted_ = shows;
+  KeepRow([this] { Make(); });
+}
+
+/// Reads what is accepted beside the project's file, changes it, writes it and lists anew.
+void FindingsList::ChangeAccepted(
+    const std::function<void(std::vector<Acceptance>& accepted)>& change) {
+  if (CurrentFileName == NoFileName || FileNotInMemory) {
+    throw RunTimeFailure("Save the project first: what is accepted is kept beside its file.");
+  }
+  std::vector<Acceptance> accepted = ReadAccepted(CurrentFileName);
+  change(accepted);
+  WriteAccepted(CurrentFileName, accepted);
+  countedOf_.reset();
+  KeepRow([this] { Make(); });
+}
+
+void FindingsList::Accept(const std::vector<int>& rows, const QString& reason) {
+  ChangeAccepted([&](std::vector<Acceptance>& accepted) {
+    for (const int row : rows) {
+      accepted.push_back(::Accept(*RowAt(row).Found, reason, Now().date()));
+    }
+  });
+}
+
+void FindingsList::TakeBack(const std::vector<int>& rows) {
+  ChangeAccepted([&](std::vector<Acceptance>& accepted) {
+    for (const int row : rows) {
+      const Acceptance same = ::Accept(*RowAt(row).Found, {}, {});
+      std::erase_if(accepted, [&](const Acceptance& one) { return SameFinding(one, same); });
+    }
+  });
+}
+
+std::optional<Mending> FindingsList::MendingOfRow(int row) const {
+  const auto& found = RowAt(row).Found;
+  return found ? MendingOf(LiveProject, *found) : std::nullopt;
+}
+
+void FindingsList::Mend(const std::vector<int>& rows) {
+  std::vector<Mending> mendings;
+  for (const int row : rows) {
+    if (auto mending = MendingOfRow(row)) mendings.push_back(*mending);
+  }
+  for (const Mending& mending : mendings) mending.Apply(LiveProject);
+  if (!mendings.empty()) DataChanged = -1;
+  Refresh();
+}
+
 void FindingsList::TakeOver(const std::vector<int>& rows) {
   if (!Compares()) return;
   const auto sides = sides_();
   std::size_t left = 0;
   for (const int row : rows) {
-    const Setting& setting = *rows_[static_cast<std::size_t>(row)].Of;
+    const Setting& setting = *RowAt(row).Of;
     if (Connected != 0 && EditorOf(setting).On == Screen::Connect) {
       ++left;
       continue;

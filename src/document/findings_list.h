@@ -7,6 +7,7 @@
 #include <optional>
 #include <vector>
 
+#include "document/rules/check/mend.h"
 #include "panel/difference.h"
 
 /// What Document lists and F8 walks: the findings of the check, or what differs from another
@@ -17,8 +18,10 @@ class FindingsList : public QObject {
   struct Row {
     QStringList Cells;
     Item Where;
-    Screen On = Screen::None;        ///< Where a finding leads; none: nowhere.
-    std::optional<Setting> Of = {};  ///< What differs.
+    Screen On = Screen::None;           ///< Where a finding leads; none: nowhere.
+    std::optional<Setting> Of = {};     ///< What differs.
+    std::optional<Finding> Found = {};  ///< What the check has found.
+    bool Accepted = false;
   };
   /// The two sides of a comparison.
   struct Sides {
@@ -63,6 +66,23 @@ class FindingsList : public QObject {
   void Open(int row);
   /// Opens the next (1) or the one before (-1).
   void Step(int step);
+  struct FindingCounts {
+    int Errors = 0;
+    int Warnings = 0;
+  };
+  /// Findings in the project in memory that nobody has accepted; counted when it has changed.
+  const FindingCounts& Counts();
+  /// How many findings are accepted beside the project's file, and whether they are listed too.
+  int AcceptedCount() const { return acceptedCount_; }
+  bool ShowsAccepted() const { return showsAccepted_; }
+  void ShowAccepted(bool shows);
+  /// Keeps beside the project's file that these findings are to stay, or that they are not any
+  /// more. Throws RunTimeFailure when that cannot be written.
+  void Accept(const std::vector<int>& rows, const QString& reason);
+  void TakeBack(const std::vector<int>& rows);
+  /// What puts the row right, if there is one right answer.
+  std::optional<Mending> MendingOfRow(int row) const;
+  void Mend(const std::vector<int>& rows);
   /// The other side's values of these rows come into the project.
   void TakeOver(const std::vector<int>& rows);
 
@@ -71,6 +91,8 @@ class FindingsList : public QObject {
   void Begin();
   void Make();
   void KeepRow(const std::function<void()>& change);
+  void ChangeAccepted(const std::function<void(std::vector<struct Acceptance>& accepted)>& change);
+  const Row& RowAt(int row) const { return rows_[static_cast<std::size_t>(row)]; }
   void ListFindings();
   void ListDifferences();
   void ShowRows();
@@ -89,6 +111,11 @@ class FindingsList : public QObject {
   QString kind_;  ///< Empty for all.
   int sortColumn_ = -1;
   bool fallsDown_ = false;
+  FindingCounts counts_;
+  std::unique_ptr<Project> countedOf_;  ///< Null until it is counted, and when it counts anew.
+  QString countedIn_;                   ///< The file beside which findings may be accepted.
+  int acceptedCount_ = 0;
+  bool showsAccepted_ = false;
   int current_ = -1;
   bool left_ = false;  ///< The row in hand is mended; `current_` is the one that came up.
 };

@@ -14,10 +14,10 @@ QString DeviceCode(int device) {
   return QStringLiteral("FL ") + QString::fromStdString(HexByte(device));
 }
 
-/// The name as it is stored; null for an item that has none or lies outside its table.
-const std::string* StoredName(const Project& project, const Item& item) {
-  const PanelRecordType& panel = project.Panel;
-  const auto of = [&](const NameArray& names) {
+template <typename Name, typename AnyProject>
+Name* NameIn(AnyProject& project, const Item& item) {
+  auto& panel = project.Panel;
+  const auto of = [&](auto& names) -> Name* {
     return item.Number >= 0 && item.Number < ItemCount ? &names(item.Number) : nullptr;
   };
   switch (item.Kind) {
@@ -46,6 +46,10 @@ const std::string* StoredName(const Project& project, const Item& item) {
 
 }  // namespace
 
+std::string* StoredName(Project& project, const Item& item) {
+  return NameIn<std::string>(project, item);
+}
+
 QString ItemCode(const Item& item) {
   switch (item.Kind) {
     case ItemKind::Panel:
@@ -71,7 +75,7 @@ QString ItemCode(const Item& item) {
 }
 
 QString OwnName(const Project& project, const Item& item) {
-  const std::string* stored = StoredName(project, item);
+  const auto* stored = NameIn<const std::string>(project, item);
   const QString name = stored ? ToUnicode(*stored).trimmed() : QString();
   const bool device = item.Kind == ItemKind::Device || item.Kind == ItemKind::DeviceInput;
   const QString fresh =

@@ -39,5 +39,8 @@ QString ItemCode(const Item& item);
 /// a new panel.
 QString OwnName(const Project& project, const Item& item);
 
+/// The name as it is stored; null for an item that has none or lies outside its table.
+std::string* StoredName(Project& project, const Item& item);
+
 /// The code with the user's name behind it: "RELAY 03 FOYER".
 QString ItemText(const Project& project, const Item& item);

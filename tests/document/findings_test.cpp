@@ -114,6 +114,17 @@ TEST_F(FindingsTest, AnItemIsFoundByNameOrNumberWithItsUses) {
   EXPECT_EQ(words("relay 8"), uses);
   EXPECT_EQ(words("Relay08"), uses);
   EXPECT_EQ(words("fl 1a").first(), "FL 1A");
+  EXPECT_EQ(words("r08"), uses);
+  PanelRecord.TimerGroupControl(9, 4) = 1;
+  const QStringList reaching = words("toilets");
+  const auto group = reaching.indexOf("GROUP 05 includes RELAY 08 TOILETS");
+  EXPECT_EQ(reaching.value(group + 1), "TIMER 10 turns on GROUP 05") << "through the group";
+  EXPECT_EQ(words("fl 1a input 2").first(), "FL 1A INPUT 2");
+  EXPECT_EQ(words("dimmer 3").filter("DIMMER 3 OUTPUT").size(), 4);
+  EXPECT_EQ(words("D3.2"), QStringList("DIMMER 3 OUTPUT 2"));
+  for (const char* item : {"RELAY 12", "GROUP 12", "INPUT 12", "TIMER 12", "PRESET 12", "FL 12"}) {
+    EXPECT_TRUE(words("12").contains(item)) << item;
+  }
   EXPECT_TRUE(words("nobody").isEmpty());
   EXPECT_TRUE(words(" 0 ").isEmpty());
 
@@ -121,8 +132,13 @@ TEST_F(FindingsTest, AnItemIsFoundByNameOrNumberWithItsUses) {
     QWidget* dialog = QApplication::activeModalWidget();
     ASSERT_NE(dialog, nullptr);
     auto* text = dialog->findChild<TextBox*>("txtFind");
-    QTest::keyClicks(text, "toil");
     auto* list = dialog->findChild<QListWidget*>("lstFound");
+    QTest::keyClicks(text, "q");
+    EXPECT_EQ(list->item(0)->text(), "Nothing has such a name or number.");
+    QTest::keyClick(text, Qt::Key_Return);
+    EXPECT_TRUE(dialog->isVisible());
+    QTest::keyClick(text, Qt::Key_Backspace);
+    QTest::keyClicks(text, "toil");
     while (!list->currentItem()->text().contains("TIMER 03")) QTest::keyClick(text, Qt::Key_Down);
     QTest::keyClick(text, Qt::Key_Return);
   });

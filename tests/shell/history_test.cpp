@@ -5,6 +5,7 @@
 #include <QToolButton>
 #include <map>
 
+#include "panel/live_dimmers.h"
 #include "panel/patch.h"
 #include "screen_test.h"
 

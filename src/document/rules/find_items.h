@@ -14,6 +14,10 @@ struct FoundItem {
   Screen On;
 };
 
-/// The items whose name holds the text, or whose kind and number it is ("relay 8", "FL 1A"), each
-/// with its uses behind it. Nothing for a text without a letter or digit.
+constexpr std::size_t MostFound = 1000;
+
+/// The items whose name holds the text, or whose kind and number it is ("relay 8", "R08", "12",
+/// "dimmer 3", "FL 1A INPUT 2"). Behind each stands what it does, what acts on it, and what reaches
+/// it through groups, presets and timers. At most MostFound lines; nothing for a text without a
+/// letter or digit.
 std::vector<FoundItem> FindItems(const Project& project, const QString& text);

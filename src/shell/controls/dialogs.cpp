@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QUrl>
@@ -88,6 +89,13 @@ int ShowQuestion(const QString& text, const QStringList& answers) {
   return static_cast<int>(pressed - buttons.begin());
 }
 
+std::optional<QString> ShowTextQuestion(const QString& text) {
+  bool accepted = false;
+  const QString typed =
+      QInputDialog::getText(FrontWindow(), ProgramTitle, text, QLineEdit::Normal, {}, &accepted);
+  return accepted ? std::optional(typed) : std::nullopt;
+}
+
 /// "Text (*.T3)|*.T3|All Files (*.*)|*.*" as the toolkit writes it, in either letter case.
 QStringList NameFilters(const QString& filter) {
   const QStringList parts = filter.split(u'|');
@@ -153,6 +161,7 @@ QString ChooseFile(const FileRequest& request) {
 
 std::function<MsgAnswer(const Message&)> MsgBoxSeam = ShowMessage;
 std::function<int(const QString&, const QStringList&)> AskSeam = ShowQuestion;
+std::function<std::optional<QString>(const QString&)> AskTextSeam = ShowTextQuestion;
 std::function<QString(const FileRequest&)> FileDialogSeam = ChooseFile;
 std::function<void(const QString&)> OpenUrlSeam = [](const QString& address) {
   QDesktopServices::openUrl(QUrl::fromUserInput(address));
@@ -166,6 +175,10 @@ MsgAnswer MsgBox(const QString& text, MsgIcon icon, const QString& title, MsgBut
 
 int Ask(const QString& text, const QStringList& answers) {
   return ProgramEnding() ? static_cast<int>(answers.size()) - 1 : AskSeam(text, answers);
+}
+
+std::optional<QString> AskText(const QString& text) {
+  return AskTextSeam(text);
 }
 
 QString FileDialog(const FileRequest& request) {

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <functional>
+#include <optional>
 
 #include "shell/controls/handlers.h"
 
@@ -35,6 +36,9 @@ MsgAnswer MsgBox(const QString& text, MsgIcon icon, const QString& title,
 /// is asked any more. Gives the answer's place.
 int Ask(const QString& text, const QStringList& answers);
 
+/// A line that the user types below the text; null when the user cancels.
+std::optional<QString> AskText(const QString& text);
+
 /// The chosen path, or an empty string when the user cancels.
 QString FileDialog(const FileRequest& request);
 
@@ -44,5 +48,6 @@ void OpenUrl(const QString& address);
 /// Tests answer and read the dialogs by putting their own functions here.
 extern std::function<MsgAnswer(const Message&)> MsgBoxSeam;
 extern std::function<int(const QString& text, const QStringList& answers)> AskSeam;
+extern std::function<std::optional<QString>(const QString& text)> AskTextSeam;
 extern std::function<QString(const FileRequest&)> FileDialogSeam;
 extern std::function<void(const QString&)> OpenUrlSeam;

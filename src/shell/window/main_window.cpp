@@ -17,6 +17,7 @@
 #include "panel/words.h"
 #include "shell/shell.h"
 #include "shell/window/about_form.h"
+#include "shell/window/findings_count.h"
 #include "shell/window/history.h"
 #include "shell/window/main_menu.h"
 #include "shell/window/program_keys.h"
@@ -207,6 +208,9 @@ void frmT3MasterMDI::BuildClient() {
   statusLink_->SetWidthInChars(16);
   statusBar()->addWidget(statusFile_, 1);
   statusBar()->addPermanentWidget(statusLink_);
+  statusBar()->addPermanentWidget(new FindingsCount(program_.CountFindings, [this] {
+    if (menuBar()->isEnabled()) program_.ListFindings();
+  }));
   statusBar()->setSizeGripEnabled(false);
 }
 

@@ -7,6 +7,7 @@
 #include <QUrl>
 #include <utility>
 
+#include "panel/beside_project.h"
 #include "panel/defaults.h"
 #include "panel/live_project.h"
 #include "panel/merge.h"
@@ -169,8 +170,9 @@ void frmT3MasterMDI::FileSaveAs() {
   fileDialogUsed_ = true;
   const QString name = FileDialog({FileRequest::Kind::Save, ProjectFileFilter, StartMask()});
   if (!Chosen(name)) return;
-  auto restore =
-      qScopeGuard([before = std::exchange(CurrentFileName, name)] { CurrentFileName = before; });
+  const QString before = CurrentFileName;
+  auto restore = qScopeGuard([&before] { CurrentFileName = before; });
+  CurrentFileName = name;
   if (!WriteProject()) return;
   restore.dismiss();
   FileNotInMemory = false;
@@ -178,6 +180,7 @@ void frmT3MasterMDI::FileSaveAs() {
   DataChanged = 0;
   recovery_.Settle(LiveProject);
   TellNews(QStringLiteral("Saved"));
+  if (before != NoFileName) CopyBeside(before, name);
 }
 
 void frmT3MasterMDI::mnuSave_Click() {

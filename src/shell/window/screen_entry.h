@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <functional>
 #include <vector>
 
@@ -28,7 +29,10 @@ struct ProgramScreens {
   const std::vector<ScreenEntry>& Screens;  ///< By Screen.
   /// Lists on Document what differs from a project file.
   std::function<void(const QString& name)> CompareWithFile = {};
-  // What keys run while the menus are on.
+  /// What the check finds, in few words; looks at no more than has changed.
+  std::function<QString()> CountFindings = {};
+  // What keys and the count run while the menus are on.
+  std::function<void()> ListFindings = {};
   std::function<void()> Find = {};                 ///< Ctrl+F.
   std::function<void(int step)> StepFinding = {};  ///< F8 (1), Shift+F8 (-1).
 };

@@ -25,12 +25,16 @@ QString SeverityWord(Severity severity) {
   return QStringLiteral("note");
 }
 
+QString CountOf(int count, Severity severity) {
+  return QStringLiteral("%1 %2%3").arg(QString::number(count), SeverityWord(severity),
+                                       QLatin1String(count == 1 ? "" : "s"));
+}
+
 QString CountOf(Severity severity, std::span<const Finding> findings) {
   const auto count = std::count_if(findings.begin(), findings.end(), [&](const Finding& finding) {
     return finding.Level == severity;
   });
-  return QStringLiteral("%1 %2%3").arg(QString::number(count), SeverityWord(severity),
-                                       QLatin1String(count == 1 ? "" : "s"));
+  return CountOf(static_cast<int>(count), severity);
 }
 
 int EffectsByItem::Place(const Item& item) {

@@ -28,7 +28,9 @@ struct Finding {
   Screen On;  ///< Where it is mended.
 };
 
-/// How many are of that severity, as in "1 error" or "2 warnings".
+/// "1 error", "2 warnings".
+QString CountOf(int count, Severity severity);
+/// How many are of that severity.
 QString CountOf(Severity severity, std::span<const Finding> findings);
 
 /// EffectOn and EffectOff of each relay.

@@ -1,0 +1,80 @@
+#include "document/rules/check/mend.h"
+
+#include <algorithm>
+#include <array>
+
+#include "panel/code_page.h"
+#include "panel/fennlink_record.h"
+#include "panel/input_actions.h"
+#include "panel/panel_record.h"
+
+namespace {
+
+Mending CutName(const Project&, const Item& item) {
+  const int chars = item.Kind == ItemKind::Panel ? PanelNameLength : NameLength;
+  return {QStringLiteral("Cuts the name to the %1 characters that the panel keeps.").arg(chars),
+          [=](Project& project) {
+            std::string* name = StoredName(project, item);
+            if (name) *name = FromUnicode(ToUnicode(*name).trimmed().left(chars));
+          }};
+}
+
+/// Calls `clear` with each cell by which the user acts on relays or inputs, and what it is for.
+template <typename Clear>
+void ForEachCell(Project& project, const Item& user, Clear clear) {
+  auto& panel = project.Panel;
+  const auto control = [&](const std::optional<ControlOptions>& options, auto cell) {
+    if (!options) return;
+    if (options->Rows != ControlRows::Relays && options->Rows != ControlRows::Inputs) return;
+    for (int row = 0; row < ItemCount; ++row) clear(cell(row), row);
+  };
+  const int number = user.Number;
+  if (user.Kind == ItemKind::Timer) {
+    for (int row = 0; row < ItemCount; ++row) clear(panel.TimerRelayControl(number, row), row);
+  } else if (user.Kind == ItemKind::Input) {
+    const int type = panel.InputType(number);
+    control(LocalControlOptions(type, ControlTable::Relay),
+            [&](int row) -> Int16& { return panel.InputRelayControl(number, row); });
+    control(LocalControlOptions(type, ControlTable::Group),
+            [&](int row) -> Int16& { return panel.InputGroupControl(number, row); });
+  } else if (user.Kind == ItemKind::DeviceInput) {
+    FennlinkRecord& device = project.Devices(number);
+    const int type = device.DeviceInputType(user.Part);
+    control(FennlinkControlOptions(device.DeviceType, type, ControlTable::Relay),
+            [&](int row) -> Int16& { return device.DeviceRelayControl(user.Part, row); });
+    control(FennlinkControlOptions(device.DeviceType, type, ControlTable::Group),
+            [&](int row) -> Int16& { return device.DeviceGroupControl(user.Part, row); });
+  }
+}
+
+Mending ClearBeyondPoints(const Project& project, const Item& user) {
+  const int points = InstalledPoints(project);
+  return {QStringLiteral("Clears what %1 does beyond the %2 installed points.")
+              .arg(ItemText(project, user))
+              .arg(points),
+          [=](Project& mended) {
+            ForEachCell(mended, user, [&](Int16& cell, int row) {
+              if (row >= points) cell = 0;
+            });
+          }};
+}
+
+struct MendedRule {
+  std::string_view Name;
+  Mending (*Mend)(const Project& project, const Item& item);
+};
+
+constexpr auto MendedRules = std::to_array<MendedRule>({
+    {"long-name", CutName},
+    {"beyond-points", ClearBeyondPoints},
+});
+
+}  // namespace
+
+std::optional<Mending> MendingOf(const Project& project, const Finding& finding) {
+  const auto* const rule =
+      std::find_if(MendedRules.begin(), MendedRules.end(),
+                   [&](const MendedRule& mended) { return mended.Name == finding.Rule; });
+  if (rule == MendedRules.end()) return std::nullopt;
+  return rule->Mend(project, finding.Where);
+}
