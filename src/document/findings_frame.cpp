@@ -36,7 +36,7 @@ class WrappedCells : public QStyledItemDelegate {
   QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
     QStyleOptionViewItem wrapped = option;
     const auto* list = qobject_cast<const QTreeView*>(option.widget);
-    wrapped.rect.setWidth(list->columnWidth(index.column()));
+    wrapped.rect.setSize({list->columnWidth(index.column()), option.fontMetrics.height()});
     return QStyledItemDelegate::sizeHint(wrapped, index);
   }
 };
@@ -115,6 +115,10 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
   constexpr int leastRows = 3;
   lstFindings->setMinimumHeight(leastRows * (fontMetrics().height() + 2));
   column->addWidget(lstFindings, 1);
+  lblFound = new Label;
+  lblFound->setObjectName(QStringLiteral("lblFound"));
+  lblFound->SetLook(Label::Look::Quiet);
+  column->addWidget(lblFound);
   row = new QHBoxLayout;
   column->addLayout(row);
   addButton("cmdPrint", QStringLiteral("Print..."), &FindingsFrame::cmdPrint_Click);
@@ -130,10 +134,7 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
   cmdTakeOver->setToolTip(
       QStringLiteral("The other side's values of the selected rows come into this project. Ctrl+A "
                      "selects all rows on show."));
-  lblFound = new Label;
-  lblFound->setObjectName(QStringLiteral("lblFound"));
-  lblFound->SetLook(Label::Look::Quiet);
-  row->addWidget(lblFound, 1);
+  row->addStretch(1);
   lstFindings->setSelectionMode(QAbstractItemView::ExtendedSelection);
   lstFindings->header()->setSectionsClickable(true);
   connect(lstFindings, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) {

@@ -4,7 +4,7 @@ FindingsCount::FindingsCount(std::function<QString()> count, const std::function
   setObjectName(QStringLiteral("lblFindings"));
   SetLook(Look::WebLink);
   setToolTip(QStringLiteral("What the check finds in this project. A press lists it."));
-  SetWidthInChars(22);
+  SetWidthInChars(26);
   Click = list;
   constexpr int secondMs = 1000;
   auto* tmrFindings = new Timer(this, "tmrFindings", secondMs);

@@ -84,8 +84,9 @@ void BuildMenu(QMenuBar& bar, const ProgramScreens& program, const MenuCommands&
       (open.empty() ? static_cast<QWidget*>(&bar) : open.back())->addAction(action);
       open.push_back(menu);
     } else {
-      action = new QAction(caption, &bar);
-      action->setSeparator(caption == QLatin1String("-"));
+      const bool line = caption == QLatin1String("-");
+      action = new QAction(line ? QString() : caption, &bar);
+      action->setSeparator(line);
       action->setShortcut(Shortcut(entry.Name));
       if (entry.Opens != Screen::None) {
         OpenOn(*action, entry.Opens, program);
