@@ -111,6 +111,7 @@ struct CheckRule {
   Severity Level;
   Screen On;
   void (*Look)(const CheckScope& scope, const TellFinding& tell);
+  std::string_view About;  ///< A sentence about all that it finds.
 };
 
 std::span<const CheckRule> TransferRules();

@@ -188,14 +188,23 @@ void LookAtPhotocellLevels(const CheckScope& scope, const TellFinding& tell) {
 }
 
 constexpr auto RulesOfControls = std::to_array<CheckRule>({
-    {"action-cut", Severity::Error, Screen::None, LookAtCutActions},
-    {"beyond-points", Severity::Error, Screen::None, LookBeyondPoints},
-    {"empty-preset", Severity::Error, Screen::None, LookAtEmptyPresets},
-    {"empty-group", Severity::Error, Screen::None, LookAtEmptyGroups},
-    {"idle-timer-forced", Severity::Error, Screen::None, LookAtForcedTimers},
-    {"pilot-source", Severity::Error, Screen::None, LookAtPilots},
-    {"idle-input", Severity::Warning, Screen::None, LookAtIdleInputs},
-    {"equal-levels", Severity::Warning, Screen::ConfigureFennlinkDevices, LookAtPhotocellLevels},
+    {"action-cut", Severity::Error, Screen::None, LookAtCutActions,
+     "An input has actions that its type does not offer."},
+    {"beyond-points", Severity::Error, Screen::None, LookBeyondPoints,
+     "An action is on a relay or an input that is not installed."},
+    {"empty-preset", Severity::Error, Screen::None, LookAtEmptyPresets,
+     "A preset is run that touches no relay."},
+    {"empty-group", Severity::Error, Screen::None, LookAtEmptyGroups,
+     "An action is on a group without relays."},
+    {"idle-timer-forced", Severity::Error, Screen::None, LookAtForcedTimers,
+     "A timer is forced that does nothing."},
+    {"pilot-source", Severity::Error, Screen::None, LookAtPilots,
+     "A pilot follows nothing: a relay that is not installed, a group or preset without relays, an "
+     "unknown source."},
+    {"idle-input", Severity::Warning, Screen::None, LookAtIdleInputs,
+     "An input with a name or a type does nothing."},
+    {"equal-levels", Severity::Warning, Screen::ConfigureFennlinkDevices, LookAtPhotocellLevels,
+     "On and off level of a photocell's input are equal."},
 });
 
 }  // namespace

@@ -79,9 +79,12 @@ void LookAtPoints(const CheckScope& scope, const TellFinding& tell) {
 }
 
 constexpr auto RulesOfDimmers = std::to_array<CheckRule>({
-    {"dimmer-source", Severity::Error, Screen::DimmerOutput, LookAtSlots},
-    {"minimum-above-maximum", Severity::Error, Screen::DimmerOutput, LookAtLimits},
-    {"point-order", Severity::Error, Screen::DimmerOutput, LookAtPoints},
+    {"dimmer-source", Severity::Error, Screen::DimmerOutput, LookAtSlots,
+     "A dimmer slot or a tracking photocell names something that does not exist."},
+    {"minimum-above-maximum", Severity::Error, Screen::DimmerOutput, LookAtLimits,
+     "The minimum of a dimmer output is above its maximum."},
+    {"point-order", Severity::Error, Screen::DimmerOutput, LookAtPoints,
+     "Point B of a curve lies outside A and C."},
 });
 
 }  // namespace

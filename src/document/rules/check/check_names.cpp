@@ -73,8 +73,10 @@ void LookAtLongNames(const CheckScope& scope, const TellFinding& tell) {
 }
 
 constexpr auto RulesOfNames = std::to_array<CheckRule>({
-    {"same-name", Severity::Warning, Screen::None, LookAtSameNames},
-    {"long-name", Severity::Warning, Screen::None, LookAtLongNames},
+    {"same-name", Severity::Warning, Screen::None, LookAtSameNames,
+     "Two items of a kind have the same name."},
+    {"long-name", Severity::Warning, Screen::None, LookAtLongNames,
+     "A name is longer than the panel keeps."},
 });
 
 }  // namespace

@@ -114,14 +114,21 @@ void LookAtSharedChannels(const CheckScope& scope, const TellFinding& tell) {
 }
 
 constexpr auto RulesOfRelays = std::to_array<CheckRule>({
-    {"unused-relay", Severity::Warning, Screen::InputToRelayControl, LookAtUnusedRelays},
-    {"never-off", Severity::Warning, Screen::OffHoursSweepRelays, LookAtNeverOff},
-    {"never-on", Severity::Warning, Screen::InputToRelayControl, LookAtNeverOn},
-    {"unused-group", Severity::Warning, Screen::RelayGrouping, LookAtUnusedGroups},
-    {"unused-preset", Severity::Warning, Screen::EditPresets, LookAtUnusedPresets},
-    {"items-in-use", Severity::Note, Screen::Setup, CountItems},
-    {"sweep-leaves", Severity::Note, Screen::OffHoursSweepRelays, LookAtSweep},
-    {"shared-channel", Severity::Note, Screen::AddOnModuleDMX, LookAtSharedChannels},
+    {"unused-relay", Severity::Warning, Screen::InputToRelayControl, LookAtUnusedRelays,
+     "Nothing switches a relay."},
+    {"never-off", Severity::Warning, Screen::OffHoursSweepRelays, LookAtNeverOff,
+     "A relay is turned on and never off."},
+    {"never-on", Severity::Warning, Screen::InputToRelayControl, LookAtNeverOn,
+     "A relay is turned off and never on."},
+    {"unused-group", Severity::Warning, Screen::RelayGrouping, LookAtUnusedGroups,
+     "A group has relays and is never used."},
+    {"unused-preset", Severity::Warning, Screen::EditPresets, LookAtUnusedPresets,
+     "A preset has relays and is never used."},
+    {"items-in-use", Severity::Note, Screen::Setup, CountItems, "Tells how much is in use."},
+    {"sweep-leaves", Severity::Note, Screen::OffHoursSweepRelays, LookAtSweep,
+     "The sweep leaves relays on."},
+    {"shared-channel", Severity::Note, Screen::AddOnModuleDMX, LookAtSharedChannels,
+     "Items share a DMX channel."},
 });
 
 }  // namespace

@@ -161,13 +161,20 @@ void LookAtOpenTimes(const CheckScope& scope, const TellFinding& tell) {
 }
 
 constexpr auto RulesOfTimers = std::to_array<CheckRule>({
-    {"no-day", Severity::Error, Screen::TimersConfigure, LookAtDays},
-    {"no-such-date", Severity::Error, Screen::TimersConfigure, LookAtDates},
-    {"leap-day", Severity::Warning, Screen::TimersConfigure, LookAtLeapDay},
-    {"default-position", Severity::Warning, Screen::AstroClockSettings, LookAtPosition},
-    {"idle-timer", Severity::Warning, Screen::TimerToRelayControl, LookAtIdleTimers},
-    {"conflict", Severity::Warning, Screen::TimersConfigure, LookAtConflicts},
-    {"open-after-close", Severity::Warning, Screen::OpenAndCloseTimeNormalDays, LookAtOpenTimes},
+    {"no-day", Severity::Error, Screen::TimersConfigure, LookAtDays,
+     "A timer has actions and no day."},
+    {"no-such-date", Severity::Error, Screen::TimersConfigure, LookAtDates,
+     "A timer runs on a date that no calendar has."},
+    {"leap-day", Severity::Warning, Screen::TimersConfigure, LookAtLeapDay,
+     "A timer runs on February 29 only, or that date has open times and the day before has none."},
+    {"default-position", Severity::Warning, Screen::AstroClockSettings, LookAtPosition,
+     "A timer follows the sun, and the place is still that of a new project."},
+    {"idle-timer", Severity::Warning, Screen::TimerToRelayControl, LookAtIdleTimers,
+     "A timer with a name, time or days does nothing."},
+    {"conflict", Severity::Warning, Screen::TimersConfigure, LookAtConflicts,
+     "Two timers switch a relay differently at the same minute."},
+    {"open-after-close", Severity::Warning, Screen::OpenAndCloseTimeNormalDays, LookAtOpenTimes,
+     "The open time is at or after the close time."},
 });
 
 }  // namespace

@@ -96,13 +96,20 @@ void LookAtModules(const CheckScope& scope, const TellFinding& tell) {
 }
 
 constexpr auto RulesOfTransfer = std::to_array<CheckRule>({
-    {"file-ends-early", Severity::Error, Screen::Setup, LookAtFile},
-    {"image-element", Severity::Error, Screen::None, LookAtImage},
-    {"download-stops", Severity::Error, Screen::Setup, LookAtDownload},
-    {"document-stops", Severity::Error, Screen::Document, LookAtDocument},
-    {"io-count", Severity::Error, Screen::Setup, LookAtIOCount},
-    {"stale-actions", Severity::Warning, Screen::FennlinkInputToRelayControl, LookAtLastDevices},
-    {"module-settings", Severity::Note, Screen::Setup, LookAtModules},
+    {"file-ends-early", Severity::Error, Screen::Setup, LookAtFile,
+     "The project file ends early or is empty."},
+    {"image-element", Severity::Error, Screen::None, LookAtImage,
+     "A setting does not fit the panel's memory; a download fails with code 2."},
+    {"download-stops", Severity::Error, Screen::Setup, LookAtDownload,
+     "A damaged number stops a download."},
+    {"document-stops", Severity::Error, Screen::Document, LookAtDocument,
+     "A damaged number stops the document."},
+    {"io-count", Severity::Error, Screen::Setup, LookAtIOCount,
+     "More than 48 points are set up, or fewer than none."},
+    {"stale-actions", Severity::Warning, Screen::FennlinkInputToRelayControl, LookAtLastDevices,
+     "Actions taken away from the devices 3E, 3F and 40 may stay in the panel."},
+    {"module-settings", Severity::Note, Screen::Setup, LookAtModules,
+     "A module that is not chosen has settings."},
 });
 
 }  // namespace
