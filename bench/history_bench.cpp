@@ -58,7 +58,7 @@ double BytesOfStep() {
 std::map<Screen, Setting> SettingOfEachScreen() {
   std::map<Screen, Setting> settings;
   ForEachSetting([&](const Setting& setting) {
-    if (!setting.Runs) settings.try_emplace(EditorOf(setting).On, setting);
+    if (!setting.Whole) settings.try_emplace(EditorOf(setting).On, setting);
   });
   settings.erase(Screen::None);
   return settings;

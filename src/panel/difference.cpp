@@ -1,45 +1,48 @@
 #include "panel/difference.h"
 
 #include <algorithm>
-#include <array>
-#include <utility>
+#include <memory>
 
 namespace {
 
-/// What of a timer is told: what it runs by where the words differ, and the parts that would differ
-/// still if those of the other were taken over.
-std::vector<Setting> DifferentOfTimer(const Project& one, const Project& other, int timer) {
+/// What is told of something whole: itself where its words differ, and the parts that would differ
+/// still if those of the other were taken over. `taken` has the names of `one`.
+std::vector<Setting> DifferentOfWhole(const Project& one, const Project& other,
+                                      const Setting& whole, Project& taken) {
   std::vector<Setting> different;
-  const std::vector<Setting> parts = PartsOfTimer(timer);
-  Project taken;
-  for (const Setting& part : parts) TakeOver(taken, one, part);
-  Setting runs = RunsOfTimer(timer);
-  // It is edited where the first part that differs is.
-  runs.Field = std::find_if(parts.begin(), parts.end(), [&](const Setting& part) {
-                 return ValueOf(one, part) != ValueOf(other, part);
-               })->Field;
-  const QString words = WordsOf(other, runs);
-  if (WordsOf(one, runs) != words) {
-    different.push_back(runs);
-    PutWords(taken, runs, words);
+  TakeOver(taken, other, whole);
+  const QString words = WordsOf(taken, whole);
+  TakeOver(taken, one, whole);
+  if (HasWords(one, whole) && HasWords(other, whole) && WordsOf(one, whole) != words) {
+    different.push_back(whole);
+    PutWords(taken, whole, words);
   }
-  for (const Setting& part : parts) {
+  for (const Setting& part : PartsOf(whole)) {
     if (ValueOf(taken, part) != ValueOf(other, part)) different.push_back(part);
   }
   return different;
+}
+
+bool IsFirstDifferent(const Project& one, const Project& other, const Setting& part,
+                      const std::vector<Setting>& parts) {
+  const auto first = std::find_if(parts.begin(), parts.end(), [&](const Setting& p) {
+    return ValueOf(one, p) != ValueOf(other, p);
+  });
+  return *first == part;
 }
 
 }  // namespace
 
 std::vector<Setting> DifferentSettings(const Project& one, const Project& other, bool names) {
   std::vector<Setting> found;
-  std::array<bool, ItemCount> timerTold{};
+  std::unique_ptr<Project> taken;
   ForEachDifferent(one, other, [&](const Setting& setting, bool spare) {
     if (spare || (!names && AreaOf(setting) == u"Names")) return;
-    if (IsPartOfTimer(setting)) {
-      const int timer = setting.At.First;
-      if (std::exchange(timerTold[static_cast<std::size_t>(timer)], true)) return;
-      const auto different = DifferentOfTimer(one, other, timer);
+    if (const auto whole = WholeOf(setting)) {
+      if (!IsFirstDifferent(one, other, setting, PartsOf(*whole))) return;
+      if (!taken) taken = std::make_unique<Project>(one);
+      const auto different = DifferentOfWhole(one, other, *whole, *taken);
+      TakeOver(*taken, one, *whole);
       found.insert(found.end(), different.begin(), different.end());
     } else if (UsualValueOf(one, setting) != UsualValueOf(other, setting)) {
       found.push_back(setting);

@@ -111,6 +111,12 @@ QString DimmerFade(const Project&, const Place&, Int32 value) {
                                              : QString::number(value);
 }
 
+QString FootCandles(const Project&, const Place&, Int32 value) {
+  return QStringLiteral("%1/255 (%2 fc)")
+      .arg(value)
+      .arg(CodeToFootCandles(static_cast<Int16>(value)));
+}
+
 QString DimmerPhotocell(const Project&, const Place&, Int32 value) {
   return ItemCode({ItemKind::Device, value + 1});
 }

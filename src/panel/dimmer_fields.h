@@ -75,6 +75,8 @@ bool DimmerEnabled(const DimmerBlockType& block, int device);
 namespace told {
 
 QString DimmerFade(const Project&, const Place&, Int32 value);
+/// "128/255 (8 fc)".
+QString FootCandles(const Project&, const Place&, Int32 value);
 QString DimmerPhotocell(const Project&, const Place&, Int32 value);
 QString SlotNumber(const Project&, const Place&, Int32 value);
 QString SlotDevice(const Project&, const Place&, Int32 value);
@@ -100,14 +102,14 @@ inline constexpr DimmerField MinLevel{"MinLevel", 3, Percent, 0, 1, "minimum", W
 inline constexpr DimmerField MaxLevel{"MaxLevel", 4, Percent, 0, 1, "maximum", Words{told::Percent}, 100, OnOutput("cboMaxLevel")};
 inline constexpr DimmerField PhotocellNode{"PhotocellNode", 5, Raw, 0, 1, "photocell node", ByNumber(), 0, NotEdited("it is copied with an output, and the panel has one node")};
 inline constexpr DimmerField PhotocellDevice{"PhotocellDevice", 6, Raw, 0, 1, "tracking photocell", Words{told::DimmerPhotocell}, 0, OnOutput("cboPCDev")};
-inline constexpr DimmerField PointAIn{"PointAIn", 7, Raw, 0, 1, "point A input", ByNumber(), 0, OnOutput("picScale")};
+inline constexpr DimmerField PointAIn{"PointAIn", 7, Raw, 0, 1, "point A input", Words{told::FootCandles}, 0, OnOutput("picScale")};
 inline constexpr DimmerField PointAOut{"PointAOut", 8, Percent, 0, 1, "point A output", Words{told::Percent}, 100, OnOutput("picScale")};
-inline constexpr DimmerField PointBIn{"PointBIn", 9, Raw, 0, 1, "point B input", ByNumber(), 128, OnOutput("picScale")};
+inline constexpr DimmerField PointBIn{"PointBIn", 9, Raw, 0, 1, "point B input", Words{told::FootCandles}, 128, OnOutput("picScale")};
 inline constexpr DimmerField PointBOut{"PointBOut", 10, Percent, 0, 1, "point B output", Words{told::Percent}, 50, OnOutput("picScale")};
-inline constexpr DimmerField PointCIn{"PointCIn", 11, Raw, 0, 1, "point C input", ByNumber(), 255, OnOutput("picScale")};
+inline constexpr DimmerField PointCIn{"PointCIn", 11, Raw, 0, 1, "point C input", Words{told::FootCandles}, 255, OnOutput("picScale")};
 inline constexpr DimmerField PointCOut{"PointCOut", 12, Percent, 0, 1, "point C output", Words{told::Percent}, 0, OnOutput("picScale")};
 inline constexpr DimmerField DMXChannel{"DimmerDMXChannel", 13, HighLow, 0, 1, "DMX channel", Words{told::DMXChannel}, 0, OnOutput("cboDMX")};
-inline constexpr DimmerField Target{"Target", 15, Raw, 0, 1, "target", ByNumber(), 0, OnOutput("cboTarget")};
+inline constexpr DimmerField Target{"Target", 15, Raw, 0, 1, "target", Words{told::FootCandles}, 0, OnOutput("cboTarget")};
 inline constexpr DimmerField ControlType{"ControlType", 16, LowBits, 3, ControlSlotCount, "control type %1", FromList<ControlTypes>(), 0, OnOutput("cboCOTyp")};
 inline constexpr DimmerField ControlInstant{"ControlInstant", 16, Bit, 7, ControlSlotCount, "control fade %1", FromFlags<ControlFades>(), 0, OnOutput("cboCOFade")};
 inline constexpr DimmerField Unused32{"", 32, Raw, 0, 16, "unused element %1", ByNumber(), 0, NotEdited("it means nothing")};

@@ -10,11 +10,6 @@
 
 namespace {
 
-constexpr int FirstGotoCode = 3;
-constexpr int RampDownCode = 104;
-constexpr int RampUpCode = 105;
-constexpr int NeverCode = 1;
-
 /// A straight piece of the photocell's scale up to `Last`: (code - From) * Slope + Base.
 struct ScalePiece {
   int Last;
@@ -54,11 +49,11 @@ std::string OperatorText(const DimmerOutput& output, int ctl) {
 
 std::string ControlActionText(int code) {
   switch (code) {
-    case 0:
+    case RevertToPhotocellCode:
       return "Revert To Photocell";
-    case 1:
+    case LowerCode:
       return "Lower 10%";
-    case 2:
+    case RaiseCode:
       return "Raise 10%";
     case RampDownCode:
       return "Ramp Down";
@@ -74,14 +69,14 @@ std::string ControlActionText(int code) {
 std::string RevertWhenText(int code) {
   if (code < 0 || code >= ControlRevertCount) return {};
   if (code == 0) return "When Input Opens";
-  if (code == NeverCode) return "Never";
-  return "After " + NumberText((code - 1) * 5) + " Min";
+  if (code == NeverRevertCode) return "Never";
+  return "After " + NumberText(RevertMinutes(code)) + " Min";
 }
 
 std::string ControlRevertText(int code) {
   const std::string when = RevertWhenText(code);
   if (when.empty()) return {};
-  return code == NeverCode ? when + " Revert" : "Revert " + when;
+  return code == NeverRevertCode ? when + " Revert" : "Revert " + when;
 }
 
 std::string ControlTypeListText(int type) {

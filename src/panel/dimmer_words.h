@@ -11,6 +11,20 @@ constexpr int FadeRateCount = 43;        ///< Indices of the fade list.
 constexpr int ControlActionCount = 106;  ///< Action codes of a control slot.
 constexpr int ControlRevertCount = 122;  ///< Revert codes of a control slot.
 
+/// The action codes of a control slot; those between go to a percentage.
+constexpr int RevertToPhotocellCode = 0;
+constexpr int LowerCode = 1;
+constexpr int RaiseCode = 2;
+constexpr int FirstGotoCode = 3;
+constexpr int RampDownCode = 104;
+constexpr int RampUpCode = 105;
+
+constexpr int NeverRevertCode = 1;
+/// Of a revert code from 2 on.
+constexpr int RevertMinutes(int code) {
+  return (code - 1) * 5;
+}
+
 /// How an output follows its photocell.
 enum TrackMode : Int16 { TrackDisabled, Track2Point, TrackSetpoint, Track3Point };
 

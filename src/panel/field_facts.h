@@ -157,11 +157,15 @@ namespace told {
 
 QString Code(WordTable table, Int32 code);
 QString Number(const Project&, const Place&, Int32 value);
+/// Of a list that begins with 1.
+QString NumberFrom1(const Project&, const Place&, Int32 value);
 QString YesOrNo(const Project&, const Place&, Int32 value);
 QString Quarters(const Project&, const Place&, Int32 value);
 QString Minutes(const Project&, const Place&, Int32 value);
 QString Seconds(const Project&, const Place&, Int32 value);
 QString Percent(const Project&, const Place&, Int32 value);
+/// "128/255 (50%)".
+QString LevelOf255(const Project&, const Place&, Int32 value);
 QString PresetCode(const Project&, const Place&, Int32 value);
 QString Blocks(const Project&, const Place&, Int32 value);
 QString Port(const Project&, const Place&, Int32 value);
@@ -197,6 +201,9 @@ QString Flagged(const Project&, const Place&, Int32 value) {
 
 constexpr Words ByNumber() {
   return {told::Number, {}, nullptr, true};
+}
+constexpr Words ByNumberFrom1() {
+  return {told::NumberFrom1, {}, nullptr, true};
 }
 template <const auto& Table>
 constexpr Words FromList() {

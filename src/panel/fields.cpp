@@ -9,6 +9,7 @@
 #include "panel/panel_image.h"
 #include "panel/pilot_code.h"
 #include "panel/pilot_source.h"
+#include "panel/shown_percent.h"
 #include "panel/time_values.h"
 
 namespace {
@@ -183,6 +184,7 @@ QString PhraseOf(const Project& project, const FieldFacts& facts, const Place& p
     case Axis::Of::Weekday:
       return phrase.arg(ToUnicode(Word(WeekdayNames, place.First)));
     case Axis::Of::Node:
+      return phrase.arg(QString::number(place.First + 1, 16).toUpper());
     case Axis::Of::Byte:
       return phrase.arg(place.First + 1);
     default:
@@ -204,6 +206,10 @@ QString Number(const Project&, const Place&, Int32 value) {
   return QString::number(value);
 }
 
+QString NumberFrom1(const Project&, const Place&, Int32 value) {
+  return QString::number(value + 1);
+}
+
 QString YesOrNo(const Project&, const Place&, Int32 value) {
   return value != 0 ? QStringLiteral("Yes") : QStringLiteral("No");
 }
@@ -223,6 +229,10 @@ QString Seconds(const Project&, const Place&, Int32 value) {
 
 QString Percent(const Project&, const Place&, Int32 value) {
   return QStringLiteral("%1%").arg(value);
+}
+
+QString LevelOf255(const Project&, const Place&, Int32 value) {
+  return QStringLiteral("%1/255 (%2%)").arg(value).arg(ShownPercent(value));
 }
 
 QString PresetCode(const Project&, const Place&, Int32 value) {

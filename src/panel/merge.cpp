@@ -29,9 +29,16 @@ MergeConflict ConflictOf(const Project& base, const Project& ours, const Project
     conflict.Ours = words(ours);
     conflict.Theirs = words(theirs);
   };
-  if (IsPartOfTimer(first)) tell({RunsOfTimer(first.At.First)}, WordsOf);
-  if (conflict.Ours == conflict.Theirs) tell(unit.Parts, WordsOf);
-  if (conflict.Ours == conflict.Theirs) tell(unit.Parts, NumberedWordsOf);
+  const auto areAlike = [&] {
+    return conflict.Ours == conflict.Theirs || conflict.Base == conflict.Ours ||
+           conflict.Base == conflict.Theirs;
+  };
+  const auto whole = WholeOf(first);
+  const bool told =
+      whole && HasWords(base, *whole) && HasWords(ours, *whole) && HasWords(theirs, *whole);
+  if (told) tell({*whole}, WordsOf);
+  if (areAlike()) tell(unit.Parts, WordsOf);
+  if (areAlike()) tell(unit.Parts, NumberedWordsOf);
   return conflict;
 }
 

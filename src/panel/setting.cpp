@@ -6,6 +6,7 @@
 
 #include "panel/fields.h"
 #include "panel/format.h"
+#include "panel/slot_words.h"
 
 namespace {
 
@@ -167,7 +168,8 @@ Item ItemOf(const Setting& setting) {
 }
 
 QString PhraseOf(const Project& project, const Setting& setting) {
-  if (setting.Runs) return QStringLiteral("runs");
+  if (setting.Whole && !setting.Dimmer) return QStringLiteral("runs");
+  if (setting.Whole) return QStringLiteral("control slot %1").arg(setting.At.Second + 1);
   if (const DimmerField* field = setting.Dimmer) {
     const QString phrase = QString::fromLatin1(field->Phrase);
     if (!phrase.contains(u'%')) return phrase;
@@ -261,8 +263,8 @@ Int32 NumberOfMeaning(const Setting& setting, Int32 meaning) {
 }
 
 void TakeOver(Project& into, const Project& from, const Setting& setting) {
-  if (setting.Runs) {
-    for (const Setting& part : PartsOfTimer(setting.At.First)) TakeOver(into, from, part);
+  if (setting.Whole) {
+    for (const Setting& part : PartsOf(setting)) TakeOver(into, from, part);
   } else {
     PutValue(into, setting, ValueOf(from, setting));
   }
@@ -275,48 +277,50 @@ void ForEachDifferent(const Project& one, const Project& other,
 
 void ForEachSetting(const std::function<void(const Setting& setting)>& visit) {
   const auto told = [&](const Setting& setting, bool spare) {
-    if (!spare) visit(setting);
+    if (spare) return;
+    visit(setting);
+    const auto whole = WholeOf(setting);
+    if (whole && PartsOf(*whole).front() == setting) visit(*whole);
   };
   const auto none = std::make_unique<Project>();
   SettingWalk(*none, *none, true, told).Walk();
-  for (int timer = 0; timer < ItemCount; ++timer) visit(RunsOfTimer(timer));
 }
 
 SettingUnit UnitOf(const Project& project, const Setting& setting) {
   using P = PanelRecordType;
-  static const FieldFacts& open = FactsOf(&P::DateOpenTime);
-  static const FieldFacts& close = FactsOf(&P::DateCloseTime);
-  constexpr std::array slot = {&dim::ControlType,   &dim::ControlInstant, &dim::ControlNumber,
-                               &dim::ControlDevice, &dim::ControlAction,  &dim::ControlRevert};
-  const Place& at = setting.At;
-  if (IsPartOfTimer(setting)) return {QStringLiteral("runs"), PartsOfTimer(at.First)};
-  if (setting.Field == &open || setting.Field == &close) {
-    return {PhraseOf(project, {&open, nullptr, at}).replace("open time", "times"),
-            {{&open, nullptr, at}, {&close, nullptr, at}}};
-  }
-  if (std::find(slot.begin(), slot.end(), setting.Dimmer) != slot.end()) {
-    SettingUnit unit{QStringLiteral("control slot %1").arg(at.Second + 1), {}};
-    for (const DimmerField* field : slot) unit.Parts.push_back({nullptr, field, at});
-    return unit;
+  // Each opening with its closing.
+  static const std::array pairs = {
+      std::pair(&FactsOf(&P::NormalOpenTime), &FactsOf(&P::NormalCloseTime)),
+      std::pair(&FactsOf(&P::DateOpenTime), &FactsOf(&P::DateCloseTime))};
+  if (const auto whole = WholeOf(setting)) return {PhraseOf(project, *whole), PartsOf(*whole)};
+  for (const auto& [open, close] : pairs) {
+    if (setting.Field != open && setting.Field != close) continue;
+    return {PhraseOf(project, {open, nullptr, setting.At}).replace("open time", "times"),
+            {{open, nullptr, setting.At}, {close, nullptr, setting.At}}};
   }
   return {PhraseOf(project, setting), {setting}};
 }
 
-bool IsPartOfTimer(const Setting& setting) {
-  return setting.Field && setting.Field->Told.Value.Tell == told::TimerRuns &&
-         setting.At.First < ItemCount;
+std::optional<Setting> WholeOf(const Setting& part) {
+  const auto isPart = [&](const ControlSlotPart& row) { return row.Field == part.Dimmer; };
+  const bool isOne =
+      part.Dimmer ? std::any_of(ControlSlotParts.begin(), ControlSlotParts.end(), isPart)
+                  : part.Field->Told.Value.Tell == told::TimerRuns && part.At.First < ItemCount;
+  return isOne ? std::optional(Setting{part.Field, part.Dimmer, part.At, true}) : std::nullopt;
 }
 
-Setting RunsOfTimer(int timer) {
-  return {&FactsOf(&PanelRecordType::TimerTimeType), nullptr, {0, timer}, true};
-}
-
-std::vector<Setting> PartsOfTimer(int timer) {
+std::vector<Setting> PartsOf(const Setting& whole) {
   using P = PanelRecordType;
   std::vector<Setting> parts;
+  if (whole.Dimmer) {
+    for (const ControlSlotPart& part : ControlSlotParts) {
+      parts.push_back({nullptr, part.Field, whole.At});
+    }
+    return parts;
+  }
   for (const auto member : {&P::TimerTimeType, &P::TimerTime, &P::TimerDays, &P::TimerHolidayMonth,
                             &P::TimerHolidayDate}) {
-    parts.push_back({&FactsOf(member), nullptr, {0, timer}});
+    parts.push_back({&FactsOf(member), nullptr, whole.At});
   }
   return parts;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -11,13 +12,12 @@
 // The settings of a project one by one, whatever they are of: what comparison, taking over and
 // merging walk.
 
-/// An element of a field of the panel or of a bus device, or of a field of a dimmer; or all that a
-/// timer runs by.
+/// An element of a field of the panel or of a bus device, or of a field of a dimmer.
 struct Setting {
   const FieldFacts* Field = nullptr;
   const DimmerField* Dimmer = nullptr;  ///< In place of a field.
   Place At;                             ///< Of a dimmer: device, output, slot or relay.
-  bool Runs = false;                    ///< Times and days of timer At.First as one.
+  bool Whole = false;                   ///< With all that is told in one sentence with it.
 
   bool operator==(const Setting&) const = default;
 };
@@ -70,31 +70,33 @@ void TakeOver(Project& into, const Project& from, const Setting& setting);
 /// Visits, in the order of the file, what differs by as much as a bit. Spare elements mean nothing.
 void ForEachDifferent(const Project& one, const Project& other,
                       const std::function<void(const Setting& setting, bool spare)>& visit);
-/// Visits all settings but spare elements, and what each timer runs by as one.
+/// Visits all settings but spare elements, and what is told whole.
 void ForEachSetting(const std::function<void(const Setting& setting)>& visit);
 
-/// What a user takes for one: a timer's times and days, the two times of a date, a control slot;
-/// else a setting alone.
+/// What a user takes for one: a timer's times and days, the two times of a weekday or a date, a
+/// control slot; else a setting alone.
 struct SettingUnit {
   QString Phrase;
   std::vector<Setting> Parts;
 };
 SettingUnit UnitOf(const Project& project, const Setting& setting);
 
-/// Whether it is a part of what a timer runs by.
-bool IsPartOfTimer(const Setting& setting);
-Setting RunsOfTimer(int timer);
-/// The parts, in the order of the file.
-std::vector<Setting> PartsOfTimer(int timer);
+/// What is told in one sentence, of which the setting is a part: what a timer runs by, a control
+/// slot. It is edited where this part is. Nothing for a setting that is told by itself.
+std::optional<Setting> WholeOf(const Setting& part);
+/// The parts of what is told whole, in the order of the file.
+std::vector<Setting> PartsOf(const Setting& whole);
+/// Whether one sentence tells it; else only its parts are told.
+bool HasWords(const Project& project, const Setting& whole);
 
 /// How a comparison tells a value. No two values have the same words: one that shares its words
-/// with a sounder one has its number behind them. Only what a timer runs by has parts that its
-/// words do not tell.
+/// with a sounder one has its number behind them. Only what is told whole has parts that its words
+/// do not tell.
 QString WordsOf(const Project& project, const Setting& setting);
 
 /// A number with itself behind its words: two projects may have the same words for different ones.
 QString NumberedWordsOf(const Project& project, const Setting& setting);
-/// Whether words are one of the two for what stands there.
+/// Whether words are one of the two for what stands there. Names in a sentence do not count.
 bool IsToldBy(const Project& project, const Setting& setting, const QString& words);
 
 /// Stores what such words tell; what they do not tell stays.

@@ -3,6 +3,7 @@
 
 #include "panel/code_page.h"
 #include "panel/setting.h"
+#include "panel/slot_words.h"
 #include "panel/time_values.h"
 
 namespace {
@@ -33,7 +34,7 @@ const Words& WordsFor(const Setting& setting) {
 }
 
 QString ToldMeaning(const Project& project, const Setting& setting, Int32 meaning) {
-  if (IsPartOfTimer(setting)) return QString::number(meaning);
+  if (!setting.Dimmer && WholeOf(setting)) return QString::number(meaning);
   return WordsFor(setting).Tell(project, setting.At, meaning);
 }
 
@@ -103,10 +104,10 @@ QString WithNumber(const QString& words, Int32 number) {
 std::optional<Int32> NumberBehind(const Project& project, const Setting& setting,
                                   const QString& words) {
   const qsizetype start = words.lastIndexOf(QLatin1String(" ("));
-  if (start < 0 || !words.endsWith(u')')) return {};
-  const auto number = NumberIn(words.mid(start));
+  const auto number = start < 0 ? std::nullopt : NumberIn(words.mid(start));
   if (!number || !RangeOf(project, setting).Has(*number)) return {};
-  return static_cast<Int32>(*number);
+  const auto found = static_cast<Int32>(*number);
+  return words == WithNumber(words.first(start), found) ? std::optional(found) : std::nullopt;
 }
 
 TimerRun RunOf(const Project& project, int timer) {
@@ -126,10 +127,45 @@ void PutRun(Project& project, int timer, const TimerRun& run) {
   panel.TimerHolidayDate(timer) = run.Date;
 }
 
+ControlSlot SlotOf(const Project& project, const Setting& whole) {
+  return ControlSlotOf(DimmerOutput(project.Dimmers, whole.At.Device, whole.At.First),
+                       whole.At.Second);
+}
+
+void PutSlot(Project& project, const Setting& whole, const ControlSlot& slot) {
+  for (const ControlSlotPart& part : ControlSlotParts) {
+    const Setting setting{nullptr, part.Field, whole.At};
+    const Int32 meaning = slot.*part.Member;
+    // Bits that mean nothing stay where it has that meaning.
+    if (MeaningOf(setting, std::get<Int32>(ValueOf(project, setting))) != meaning) {
+      PutValue(project, setting, NumberOfMeaning(setting, meaning));
+    }
+  }
+}
+
+/// Of what is told whole; empty where no sentence tells it.
+QString SentenceOf(const Project& project, const Setting& whole) {
+  return whole.Dimmer ? SlotInWords(project, SlotOf(project, whole))
+                      : told::TimerRuns(project, whole.At, 0);
+}
+
+QString WordsOfParts(const Project& project, const Setting& whole) {
+  QStringList words;
+  for (const Setting& part : PartsOf(whole)) words << WordsOf(project, part);
+  return words.join(QLatin1String(", "));
+}
+
 }  // namespace
 
+bool HasWords(const Project& project, const Setting& whole) {
+  return !SentenceOf(project, whole).isEmpty();
+}
+
 QString WordsOf(const Project& project, const Setting& setting) {
-  if (setting.Runs) return told::TimerRuns(project, setting.At, 0);
+  if (setting.Whole) {
+    const QString words = SentenceOf(project, setting);
+    return words.isEmpty() ? WordsOfParts(project, setting) : words;
+  }
   const SettingValue value = UsualValueOf(project, setting);
   if (const auto* text = std::get_if<std::string>(&value)) return TextWords(*text);
   const Int32 number = std::get<Int32>(value);
@@ -141,16 +177,23 @@ QString WordsOf(const Project& project, const Setting& setting) {
 QString NumberedWordsOf(const Project& project, const Setting& setting) {
   const SettingValue value = UsualValueOf(project, setting);
   const Int32* number = std::get_if<Int32>(&value);
-  return number && !setting.Runs ? WithNumber(ToldNumber(project, setting, *number), *number)
-                                 : WordsOf(project, setting);
+  return number && !setting.Whole ? WithNumber(ToldNumber(project, setting, *number), *number)
+                                  : WordsOf(project, setting);
 }
 
 bool IsToldBy(const Project& project, const Setting& setting, const QString& words) {
+  if (setting.Whole && setting.Dimmer) {
+    const ControlSlot slot = SlotOf(project, setting);
+    return ReadSlotWords(words, slot) == slot;
+  }
   return words == WordsOf(project, setting) || words == NumberedWordsOf(project, setting);
 }
 
 void PutWords(Project& project, const Setting& setting, const QString& words) {
-  if (setting.Runs) {
+  if (setting.Whole && setting.Dimmer) {
+    const auto slot = ReadSlotWords(words, SlotOf(project, setting));
+    if (slot) PutSlot(project, setting, *slot);
+  } else if (setting.Whole) {
     const int timer = setting.At.First;
     PutRun(project, timer, ReadTimerWords(words.toStdString(), RunOf(project, timer)));
   } else if (std::holds_alternative<std::string>(ValueOf(project, setting))) {

@@ -45,6 +45,7 @@ Reading Read(const Project& project) {
     const bool timer = field.starts_with("Timer") && field.find("Control") == std::string::npos;
     if (timer && field != "TimerName" && i < ItemCount) return "timer" + place;
     if (field.starts_with("Date")) return "date" + place;
+    if (field.starts_with("Normal")) return "weekday" + place;
     return device + field + place;
   };
   const auto text = [](const auto& value) {
@@ -105,6 +106,9 @@ class MergeTest : public testing::Test {
     const Place date{0, random.Below(12), random.Below(31)};
     meeting.push_back({&FactsOf(&PanelRecordType::DateOpenTime), nullptr, date});
     meeting.push_back({&FactsOf(&PanelRecordType::DateCloseTime), nullptr, date});
+    const Place day{0, random.Below(7), 0};
+    meeting.push_back({&FactsOf(&PanelRecordType::NormalOpenTime), nullptr, day});
+    meeting.push_back({&FactsOf(&PanelRecordType::NormalCloseTime), nullptr, day});
     for (const DimmerField* field : dim::Fields) meeting.push_back({nullptr, field, {2, 1, 0}});
   }
 
@@ -152,6 +156,8 @@ TEST_F(MergeTest, AConflictIsToldInWords) {
   theirs.Panel.TimerDays(3) = 0x41;
   ours.Panel.DateOpenTime(0, 4) = 30;
   theirs.Panel.DateCloseTime(0, 4) = 70;
+  ours.Panel.NormalOpenTime(2) = 31;
+  theirs.Panel.NormalCloseTime(2) = 80;
   SetDimmerValue(ours.Dimmers, dim::ControlType, {2, 1}, 2, 5);
   SetDimmerValue(theirs.Dimmers, dim::ControlAction, {2, 1}, 53, 5);
   ours.Panel.TimerHolidayDate(6) = 2;
@@ -172,6 +178,7 @@ TEST_F(MergeTest, AConflictIsToldInWords) {
   }
   EXPECT_EQ(rows,
             (QStringList{
+                "Panel|PANEL|times of Tuesday|8:00A, 9:00P|7:45A, 9:00P|8:00A, 8:00P",
                 "Panel|PANEL|times of January 5|--:--, --:--|7:30A, --:--|--:--, 5:30P",
                 "Timers|TIMER 04|runs|12:00 AM, every day|7:00 AM, every day|12:05 AM, Mon to Fri",
                 "Timers|TIMER 07|runs|0, 0, 0, 0, 1|0, 0, 0, 0, 2|0, 0, 0, 0, 3",

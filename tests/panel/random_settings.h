@@ -5,12 +5,20 @@
 #include "panel/defaults.h"
 #include "panel/setting.h"
 
+/// All that a timer runs by.
+inline std::vector<Setting> PartsOfTimer(int timer) {
+  return PartsOf(*WholeOf({&FactsOf(&PanelRecordType::TimerTime), nullptr, {0, timer}}));
+}
+inline std::vector<Setting> PartsOfSlot(const Place& slot) {
+  return PartsOf(*WholeOf({nullptr, &dim::ControlType, slot}));
+}
+
 /// Changes settings at random, the same ones for the same seed.
 class RandomSettings {
  public:
   explicit RandomSettings(unsigned seed) : random_(seed) {
     ForEachSetting([this](const Setting& setting) {
-      if (!setting.Runs) all_.push_back(setting);
+      if (!setting.Whole) all_.push_back(setting);
     });
   }
 

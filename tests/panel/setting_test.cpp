@@ -9,6 +9,7 @@
 #include "panel/apply_difference.h"
 #include "panel/difference.h"
 #include "panel/random_settings.h"
+#include "panel/slot_words.h"
 
 namespace {
 
@@ -51,7 +52,7 @@ TEST(SettingTest, NoTwoValuesShareWordsWhichReadBack) {
     const bool panel = !setting.Dimmer && setting.At.Device == 0;
     const bool looked = setting.At.First % 24 == 0 && setting.At.Second % 15 == 0 &&
                         (panel || setting.At.Device == (setting.Dimmer ? 3 : 26));
-    if (!looked || setting.Runs) return;
+    if (!looked || setting.Whole) return;
     QHash<QString, SettingValue> told;
     const bool text = std::holds_alternative<std::string>(ValueOf(project, setting));
     for (const SettingValue& value : text ? texts : values) {
@@ -71,6 +72,59 @@ TEST(SettingTest, NoTwoValuesShareWordsWhichReadBack) {
   });
 }
 
+TEST(SettingTest, AControlSlotIsOneSentenceThatReadsBackWhateverTheNames) {
+  Project project = NewProject();
+  project.Panel.PresetName(2) = "OFFICE SCENE";
+  project.Panel.InputName(47) = "A, fades, stays";
+  project.Devices(26).DeviceName = "reverts to the photocell\t";
+  const std::pair<ControlSlot, const char*> told[] = {
+      {{0, -1, 99, 99, 999, 999}, "Unused"},
+      {{3, 0, 2, 0, 43, 2}, "PRESET 03 OFFICE SCENE goes to 40 %, fades, back after 5 min"},
+      {{1, -1, 47, 0, 0, 0},
+       "INPUT 48 A, fades, stays reverts to the photocell, at once, back when the input opens"},
+      {{4, 0, 7, 26, 105, 1},
+       "inverted FL 1A INPUT 8 reverts to the photocell ramps up, fades, stays"},
+      {{2, 0, 9, 0, 3, 121}, "TIMER 10 goes to 0 %, fades, back after 600 min"},
+      {{2, 0, 48, 0, 3, 121}, ""},
+      {{1, 0, 8, 26, 3, 121}, ""},
+      {{1, 0, 0, 65, 3, 121}, ""},
+      {{2, 0, 9, 0, 106, 121}, ""},
+      {{2, 0, 9, 0, 3, 122}, ""},
+      {{5, 0, 9, 0, 3, 121}, ""}};
+  for (const auto& [slot, words] : told) {
+    EXPECT_EQ(SlotInWords(project, slot).toStdString(), words);
+    EXPECT_TRUE(*words == 0 || ReadSlotWords(words, slot) == slot) << words;
+  }
+  EXPECT_TRUE(ReadSlotWords("Unused", {1, 0, 2, 3, 4, 5}) == (ControlSlot{0, 0, 2, 3, 4, 5}));
+  EXPECT_TRUE(ReadSlotWords("PRESET 03 ramps up, fades, stays", {1, -1, 9, 26, 4, 5}) ==
+              (ControlSlot{3, 0, 2, 26, 105, 1}));
+  for (const char* wrong :
+       {"", "PRESET 49 ramps up, fades, stays", "PRESET 3 ramps up, fades, stays",
+        "inverted TIMER 03 ramps up, fades, stays", "PRESET 03 ramps up, fades",
+        "PRESET 03 goes to 101 %, fades, stays", "PRESET 03 ramps up, fades, back after 4 min",
+        "FL 41 INPUT 1 ramps up, fades, stays", "FL 1A INPUT 9 ramps up, fades, stays",
+        "FL 1a INPUT 1 ramps up, fades, stays", "RELAY 03 ramps up, fades, stays"}) {
+    EXPECT_FALSE(ReadSlotWords(wrong, {})) << wrong;
+  }
+  QSet<QString> words;
+  for (Int16 type = 1; type <= 4; ++type) {
+    for (const Int16 device : std::initializer_list<Int16>{0, 1, 64}) {
+      for (int code = 0; code < ControlRevertCount; ++code) {
+        const auto number = static_cast<Int16>(code % 8);
+        const auto action = static_cast<Int16>(code % ControlActionCount);
+        const ControlSlot slot{type,   static_cast<Int16>(-(code & 1)), number, device,
+                               action, static_cast<Int16>(code)};
+        const QString sentence = SlotInWords(project, slot);
+        EXPECT_TRUE(ReadSlotWords(sentence, {0, 0, 0, device, 0, 0}) == slot)
+            << sentence.toStdString();
+        const bool ofDevice = type == ControlInput || type == ControlInvertInput;
+        EXPECT_TRUE(!words.contains(sentence) || (device > 0 && !ofDevice));
+        words << sentence;
+      }
+    }
+  }
+}
+
 TEST(SettingTest, WhatAComparisonTellsMakesOneOfTheOther) {
   RandomSettings random(1);
   for (const int changes : {3, 3, 30, 300, 3'000}) {
@@ -79,10 +133,26 @@ TEST(SettingTest, WhatAComparisonTellsMakesOneOfTheOther) {
     for (int i = 0; i < changes; ++i) random.Spoil(one, random.Any());
     Project other = one;
     for (int i = 0; i < changes; ++i) random.Spoil(other, random.Any());
+    const auto spoil = [&](const std::vector<Setting>& parts) {
+      for (const Setting& part : parts) random.Spoil(one, part);
+      for (const Setting& part : parts) random.Spoil(other, part);
+    };
     for (int timer = 0; timer < changes && timer < ItemCount; timer += 2) {
-      for (const Setting& part : PartsOfTimer(timer)) random.Spoil(one, part);
-      for (const Setting& part : PartsOfTimer(timer)) random.Spoil(other, part);
+      spoil(PartsOfTimer(timer));
     }
+    // Two slots that are told by a sentence, and parts that are not.
+    for (int slot = 0; slot < changes && slot < ControlSlotCount; ++slot) {
+      const Place place{slot % DimmerDeviceCount, 1, slot};
+      for (const ControlSlotPart& part : ControlSlotParts) {
+        for (Project* side : {&one, &other}) {
+          const int choices = part.Field == &dim::ControlType ? 5 : 8;
+          PutValue(*side, {nullptr, part.Field, place}, random.Below(choices));
+        }
+      }
+      if (slot % 4 == 3) spoil(PartsOfSlot(place));
+    }
+    one.Panel.TimerName(2) = "X, fades, stays";
+    other.Panel.TimerName(2) = "TIMER 04 ramps up";
     for (const bool names : {false, true}) {
       Project applied = one;
       EXPECT_EQ(FirstReason(ApplyDifference(applied, RowsOf(CompareProjects(one, other, names)))),
