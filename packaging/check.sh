@@ -31,6 +31,8 @@ for part in share/man/man1/tamberloom3{,-panel,-project}.1.gz \
   libexec/tamberloom3/tamberloom3-panel-window; do
   [ -s "build/package/usr/$part" ] || complain "$part is missing in the package."
 done
+zgrep -q '^idle\\-timer (warning)' build/package/usr/share/man/man1/tamberloom3-project.1.gz ||
+  complain "The man page does not tell the rules of the check."
 
 # What is loaded must not come from the folder that a program happens to be started in.
 while IFS= read -r -d '' program; do

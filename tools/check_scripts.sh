@@ -102,6 +102,13 @@ cp panels/office.T3 copy.T3
 tamberloom3-project apply copy.T3 changes
 tamberloom3-project compare office.T3 copy.T3 || complain "a copy is not what was compared"
 
+# A check of what git knows.
+git init -q known
+(cd known && cp ../panels/office.T3 'an office.T3' && git add . &&
+  bash -c "$(recipe 'A check of many projects' sh 1)" >../checked) || complain "a sound project fails"
+[ "$(cut -f 1,2 checked | tail -n +2 | sort -u)" = "$(printf 'an office.T3\twarning')" ] ||
+  complain "a list of files is not checked"
+
 # Two branches of one project.
 page=$root/docs/guide/files.md
 git init -q merged
@@ -119,6 +126,11 @@ power_on() {
   save "$1"
 }
 save "Before"
+bash -c "$(recipe 'The same in a script' sh 1)"
+printf 'Names\tRELAY 05\tname\tRELAY 05\tKÜCHE\n' | tamberloom3-project apply office.T3 -
+git diff >../diff
+grep -q '^+.*KÜCHE' ../diff || complain "git diff does not tell a name"
+git checkout -q office.T3
 git checkout -q -b theirs
 power_on 'RELAY 05' On
 git checkout -q -
@@ -131,6 +143,6 @@ power_on 'RELAY 07' On
 git checkout -q theirs
 power_on 'RELAY 07' On/In:1
 if git merge -m "Both again" - >../told; then complain "a setting that both changed makes no conflict"; fi
-grep -q "$(printf 'RELAY 07\tpower-on type\tOff\tOn/In:1\tOn$')" ../told ||
+grep -q "$(printf '^office.T3\tRelays\tRELAY 07\tpower-on type\tOff\tOn/In:1\tOn$')" ../told ||
   complain "a conflict is not told"
 [ "$(git diff --name-only --diff-filter=U)" = office.T3 ] || complain "no file is in conflict"

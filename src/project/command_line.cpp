@@ -2,6 +2,7 @@
 
 #include <QCommandLineParser>
 #include <algorithm>
+#include <array>
 #include <stdexcept>
 
 #include "panel/stopwatch.h"
@@ -11,12 +12,122 @@ namespace {
 
 constexpr const char* DateFormat = "yyyy-MM-dd hh:mm";
 
+/// An option of some commands.
+struct Option {
+  const char* Name;
+  const char* Value;  ///< What stands behind it; empty for nothing.
+  const char* About;
+  const char* Letter = "";
+
+  /// As the table of commands names it: "names", "names=FILE".
+  QString Key() const {
+    const QString name = QString::fromLatin1(Name);
+    return *Value ? name + u'=' + QLatin1String(Value) : name;
+  }
+};
+
+/// Of those of one name a command takes one at most.
+constexpr auto Options = std::to_array<Option>({
+    {"json", "", "Print rows as JSON objects, one a line."},
+    {"recursive", "", "Look into folders in folders, too.", "r"},
+    {"files-from", "LIST",
+     "Take further files from the lines of a list, or of - for standard input."},
+    {"severity", "LEVEL", "Leave out what is less: error, warning or note."},
+    {"rule", "NAME", "Tell the findings of this rule; give it once for each rule."},
+    {"ignore", "NAME", "Leave out the findings of this rule; give it once for each rule."},
+    {"warnings-as-errors", "", "Exit with 1 for warnings, too."},
+    {"date", "TIME", "When it says that it was created: \"2026-11-25 10:00\"."},
+    {"name", "NAME", "The file name that it says."},
+    {"utf8", "", "Print UTF-8 in place of Windows-1252."},
+    {"output", "OUT.T3", "The file to write, in place of OURS.", "o"},
+    {"path", "NAME",
+     "What the file is called, where OURS is a copy of it; rows then begin with it."},
+    {"pdf", "OUT.pdf", "The file to print to."},
+    {"xlsx", "OUT.xlsx", "The spreadsheet to write."},
+    {"paper", "PAPER", "letter or A4."},
+    {"names", "", "The names, too."},
+    {"names", "FILE", "The project that tells the names, in place of the panel."},
+    {"no-names", "", "Leave the names as in a new panel."},
+    {"changes", "", "Only what has changed since the last read or send."},
+    {"password-file", "FILE",
+     "What holds the panel's password; else TAMBERLOOM3_PASSWORD does, or it is asked for."},
+    {"set", "", "Set it by this computer's."},
+    {"every", "SECONDS", "How often to look, 2 unless told."},
+});
+
 [[noreturn]] void Refuse(const QString& reason) {
   throw std::invalid_argument(reason.toStdString());
 }
 
-QString CommandHelp() {
-  QString help = QStringLiteral("\nCommands:\n");
+const Command* CommandNamed(const QString& name) {
+  const auto& commands = Commands();
+  const auto found = std::find_if(commands.begin(), commands.end(), [&](const Command& row) {
+    return name == QLatin1String(row.Name);
+  });
+  return found == commands.end() ? nullptr : &*found;
+}
+
+bool Takes(const Command& command, const Option& option) {
+  const bool json = QLatin1String(option.Name) == "json" && !command.Columns.isEmpty();
+  return json || command.Options.contains(option.Key());
+}
+
+/// The option that a command takes by a name; null for none.
+const Option* OptionOf(const Command& command, QLatin1StringView name) {
+  const auto* found = std::find_if(Options.begin(), Options.end(), [&](const Option& option) {
+    return (name == option.Name || name == option.Letter) && Takes(command, option);
+  });
+  return found == Options.end() ? nullptr : found;
+}
+
+/// Of which commands, and what it says there: for the help on all of them.
+QString AboutEverywhere(QLatin1StringView name) {
+  QStringList abouts;
+  for (const Option& option : Options) {
+    if (name != option.Name) continue;
+    QStringList takers;
+    for (const Command& command : Commands()) {
+      if (Takes(command, option)) takers << QString::fromLatin1(command.Name);
+    }
+    abouts << takers.join(QStringLiteral(", ")) + QStringLiteral(": ") +
+                  QLatin1String(option.About);
+  }
+  return abouts.join(u' ');
+}
+
+void AddOption(QCommandLineParser& parser, const Option& option, const QString& about) {
+  QStringList names{QString::fromLatin1(option.Name)};
+  if (*option.Letter) names.prepend(QString::fromLatin1(option.Letter));
+  parser.addOption({names, about, QString::fromLatin1(option.Value)});
+}
+
+void AddCommonOptions(QCommandLineParser& parser) {
+  parser.addOptions({{{"h", "help"}, QStringLiteral("Show this text.")},
+                     {{"v", "version"}, QStringLiteral("Show the version.")}});
+}
+
+/// Knows all options, as the command takes them.
+void AddAllOptions(QCommandLineParser& parser, const Command* command) {
+  AddCommonOptions(parser);
+  QStringList names;
+  for (const Option& option : Options) {
+    const QLatin1StringView name(option.Name);
+    const Option* taken = command ? OptionOf(*command, name) : nullptr;
+    if (names.contains(name) || (taken && taken != &option)) continue;
+    names << name;
+    AddOption(parser, option, AboutEverywhere(name));
+  }
+}
+
+QString HelpOnAll() {
+  QCommandLineParser parser;
+  parser.setApplicationDescription(
+      QStringLiteral("Works on Orv Tamberloom 3 projects and panels without a window."));
+  parser.addPositionalArgument(QStringLiteral("command"), QStringLiteral("One of those below."));
+  parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("What it works on."),
+                               QStringLiteral("file..."));
+  AddAllOptions(parser, nullptr);
+  QString help = parser.helpText() + QStringLiteral("\nCommands:\n");
   for (const Command& command : Commands()) {
     const QString call =
         QStringLiteral("%1 %2").arg(QLatin1String(command.Name), QLatin1String(command.Files));
@@ -24,118 +135,127 @@ QString CommandHelp() {
   }
   return help +
          QStringLiteral(
+             "\nWith a command, --help shows its options alone.\n"
              "\nExit status: 0 no error found, equal, or merged; 1 errors found, different, or "
              "both sides\nchanged the same; 2 what cannot be read, written or reached, or a "
              "wrong call.\n");
 }
 
+QString HelpOn(const Command& command) {
+  QCommandLineParser parser;
+  parser.setApplicationDescription(QString::fromLatin1(command.Summary));
+  parser.addPositionalArgument(QString::fromLatin1(command.Name), {},
+                               QLatin1String(command.Name) + u' ' + QLatin1String(command.Files));
+  AddCommonOptions(parser);
+  for (const Option& option : Options) {
+    if (Takes(command, option)) AddOption(parser, option, QString::fromLatin1(option.About));
+  }
+  return parser.helpText();
+}
+
+CheckChoice FindingsOf(const QCommandLineParser& parser) {
+  CheckChoice choice;
+  const QString severity = QStringLiteral("severity");
+  if (parser.isSet(severity)) choice.Least = SeverityOf(parser.value(severity));
+  choice.Only = RulesNamed(parser.values(QStringLiteral("rule")));
+  choice.Ignored = RulesNamed(parser.values(QStringLiteral("ignore")));
+  choice.WarningsAsErrors = parser.isSet(QStringLiteral("warnings-as-errors"));
+  return choice;
+}
+
+double SecondsIn(const QString& word) {
+  bool isNumber = false;
+  const double seconds = word.toDouble(&isNumber);
+  constexpr double longest = 86400;
+  if (!isNumber || !(seconds >= 0 && seconds <= longest)) {
+    Refuse(QStringLiteral("--every takes seconds, 0 to 86400"));
+  }
+  return seconds;
+}
+
+QDateTime DateIn(const QString& word) {
+  const QDateTime date = QDateTime::fromString(word, QLatin1String(DateFormat));
+  if (!date.isValid()) {
+    Refuse(
+        QStringLiteral("--date takes a time such as \"2026-11-25 10:00\", not \"%1\"").arg(word));
+  }
+  return date;
+}
+
 }  // namespace
 
 CommandLine ParseCommandLine(const QStringList& arguments) {
+  QCommandLineParser first;
+  AddAllOptions(first, nullptr);
+  first.parse(arguments);
+  const QString name = first.positionalArguments().value(0);
+  const Command* command = CommandNamed(name);
+
   QCommandLineParser parser;
-  parser.setApplicationDescription(
-      QStringLiteral("Works on Orv Tamberloom 3 projects and panels without a window."));
-  parser.addPositionalArgument(QStringLiteral("command"), QStringLiteral("One of those below."));
-  parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("What it works on."),
-                               QStringLiteral("file..."));
-  parser.addOptions({
-      {{"h", "help"}, QStringLiteral("Show this text.")},
-      {{"v", "version"}, QStringLiteral("Show the version.")},
-      {"json", QStringLiteral("Print rows as JSON objects, one a line.")},
-      {"date", QStringLiteral("document: when it says that it was created."),
-       QStringLiteral("\"2026-11-25 10:00\"")},
-      {"name", QStringLiteral("document: the file name that it says."), QStringLiteral("NAME")},
-      {{"o", "output"},
-       QStringLiteral("merge: the file to write, in place of OURS."),
-       QStringLiteral("OUT.T3")},
-      {"pdf", QStringLiteral("report: the file to print to."), QStringLiteral("OUT.pdf")},
-      {"xlsx", QStringLiteral("report: the spreadsheet to write."), QStringLiteral("OUT.xlsx")},
-      {"paper", QStringLiteral("report: letter or A4."), QStringLiteral("PAPER")},
-      {"no-names", QStringLiteral("read: leave the names as in a new panel.")},
-      {"changes", QStringLiteral("send: only what has changed since the last read or send.")},
-      {"password-file",
-       QStringLiteral("send: what holds the panel's password; else "
-                      "TAMBERLOOM3_PASSWORD does, or it is asked for."),
-       QStringLiteral("FILE")},
-      {"set", QStringLiteral("clock: set it by this computer's.")},
-      {"every", QStringLiteral("watch: how often to look, 2 unless told."),
-       QStringLiteral("SECONDS")},
-  });
-  // Of a panel that is looked at, the names come from somewhere.
-  const auto word = std::find_if(arguments.begin() + 1, arguments.end(),
-                                 [](const QString& w) { return !w.startsWith(u'-'); });
-  const bool namesFrom = word != arguments.end() && (*word == u"status" || *word == u"watch");
-  QCommandLineOption names(
-      {QStringLiteral("names")},
-      QStringLiteral("compare: names count too. project: take the panel's names. status, watch: "
-                     "the project that tells them, in place of the panel."));
-  if (namesFrom) names.setValueName(QStringLiteral("FILE"));
-  parser.addOption(names);
+  AddAllOptions(parser, command);
   const bool parsed = parser.parse(arguments);
+  const auto isSet = [&](const char* option) { return parser.isSet(QLatin1String(option)); };
+  const auto value = [&](const char* option) { return parser.value(QLatin1String(option)); };
   CommandLine line;
-  if (parsed && parser.isSet(QStringLiteral("help"))) {
-    line.Say = parser.helpText() + CommandHelp();
+  if (isSet("help")) {
+    line.Say = command ? HelpOn(*command) : HelpOnAll();
     return line;
   }
-  if (parsed && parser.isSet(QStringLiteral("version"))) {
+  if (isSet("version")) {
     line.Say = QStringLiteral("tamberloom3-project " TAMBERLOOM_VERSION "\n");
     return line;
   }
   if (!parsed) Refuse(parser.errorText());
-  line.Files = parser.positionalArguments();
-  if (line.Files.isEmpty()) Refuse(QStringLiteral("a command is missing; --help lists them"));
-  line.Command = line.Files.takeFirst();
-  const auto& commands = Commands();
-  const auto command = std::find_if(commands.begin(), commands.end(), [&](const Command& row) {
-    return line.Command == QLatin1String(row.Name);
-  });
-  if (command == commands.end()) {
-    Refuse(QStringLiteral("there is no command \"%1\"; --help lists them").arg(line.Command));
+  if (name.isEmpty()) Refuse(QStringLiteral("a command is missing; --help lists them"));
+  if (!command) Refuse(QStringLiteral("there is no command \"%1\"; --help lists them").arg(name));
+  for (const QString& option : parser.optionNames()) {
+    if (OptionOf(*command, QLatin1StringView(option.toLatin1()))) continue;
+    const QString dashes(option.size() > 1 ? 2 : 1, u'-');
+    Refuse(QStringLiteral("%1 does not take %2").arg(name, dashes + option));
   }
-  const bool tooMany = command->MostFiles > 0 && line.Files.size() > command->MostFiles;
-  if (line.Files.size() < command->LeastFiles || tooMany) {
-    Refuse(QStringLiteral("%1 takes %2").arg(line.Command, QLatin1String(command->Files)));
+  line.Command = name;
+  line.Files = parser.positionalArguments().mid(1);
+  line.FilesFrom = value("files-from");
+  const bool tooFew = line.Files.size() < command->LeastFiles && line.FilesFrom.isEmpty();
+  const bool tooMany = command->MostFiles != AnyNumber && line.Files.size() > command->MostFiles;
+  if (tooFew || tooMany) {
+    const QString files = QString::fromLatin1(*command->Files ? command->Files : "no file");
+    Refuse(QStringLiteral("%1 takes %2").arg(line.Command, files));
   }
-  line.Json = parser.isSet(QStringLiteral("json"));
-  line.Names = parser.isSet(QStringLiteral("names"));
-  if (namesFrom) line.NamesFrom = parser.value(names);
-  line.NoNames = parser.isSet(QStringLiteral("no-names"));
-  line.Changes = parser.isSet(QStringLiteral("changes"));
-  line.Set = parser.isSet(QStringLiteral("set"));
-  line.PasswordFile = parser.value(QStringLiteral("password-file"));
-  if (parser.isSet(QStringLiteral("every"))) {
-    bool isNumber = false;
-    line.EverySeconds = parser.value(QStringLiteral("every")).toDouble(&isNumber);
-    constexpr double longest = 86400;
-    if (!isNumber || !(line.EverySeconds >= 0 && line.EverySeconds <= longest)) {
-      Refuse(QStringLiteral("--every takes seconds, 0 to 86400"));
-    }
+  line.Json = isSet("json");
+  line.Recursive = isSet("recursive");
+  if (line.FilesFrom == u"-" && line.Files.contains(u"-")) {
+    Refuse(QStringLiteral("only one of both can come from standard input"));
   }
-  line.FileName = parser.value(QStringLiteral("name"));
-  line.Output = parser.value(QStringLiteral("output"));
-  if (line.Output.isEmpty() && parser.isSet(QStringLiteral("output"))) {
+  line.Findings = FindingsOf(parser);
+  line.Utf8 = isSet("utf8");
+  line.Path = value("path");
+  const Option* names = OptionOf(*command, QLatin1StringView("names"));
+  const bool namesFrom = names && *names->Value;
+  line.Names = isSet("names");
+  if (namesFrom) line.NamesFrom = value("names");
+  line.NoNames = isSet("no-names");
+  line.Changes = isSet("changes");
+  line.Set = isSet("set");
+  line.PasswordFile = value("password-file");
+  if (isSet("every")) line.EverySeconds = SecondsIn(value("every"));
+  line.FileName = value("name");
+  line.Output = value("output");
+  if (line.Output.isEmpty() && isSet("output")) {
     Refuse(QStringLiteral("the output has no name"));
   }
-  line.Pdf = parser.value(QStringLiteral("pdf"));
-  line.Workbook = parser.value(QStringLiteral("xlsx"));
+  line.Pdf = value("pdf");
+  line.Workbook = value("xlsx");
   if (line.Command == u"report" && line.Pdf.isEmpty() && line.Workbook.isEmpty()) {
     Refuse(QStringLiteral("report takes --pdf, --xlsx or both"));
   }
   if (line.Pdf == u"-" && line.Workbook == u"-") {
     Refuse(QStringLiteral("only one of both can go to standard output"));
   }
-  line.Paper = parser.value(QStringLiteral("paper")).toLower();
+  line.Paper = value("paper").toLower();
   if (!line.Paper.isEmpty() && line.Paper != u"letter" && line.Paper != u"a4") {
     Refuse(QStringLiteral("--paper takes letter or A4"));
   }
-  line.Date = Now();
-  if (parser.isSet(QStringLiteral("date"))) {
-    const QString date = parser.value(QStringLiteral("date"));
-    line.Date = QDateTime::fromString(date, QLatin1String(DateFormat));
-    if (!line.Date.isValid()) {
-      Refuse(
-          QStringLiteral("--date takes a time such as \"2026-11-25 10:00\", not \"%1\"").arg(date));
-    }
-  }
+  line.Date = isSet("date") ? DateIn(value("date")) : Now();
   return line;
 }

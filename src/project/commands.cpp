@@ -2,34 +2,22 @@
 
 #include <algorithm>
 
-#include "document/rules/check/check.h"
 #include "document/rules/report/report_writer.h"
 #include "document/rules/text/doc_file.h"
+#include "panel/code_page.h"
 #include "panel/defaults.h"
 #include "panel/difference.h"
 #include "panel/panel_image.h"
 #include "panel/program_state.h"
+#include "project/check_commands.h"
 #include "project/each_file.h"
+#include "project/find_files.h"
 #include "project/live_commands.h"
 #include "project/merge_commands.h"
 #include "project/places.h"
 #include "project/rows.h"
 
 namespace {
-
-const QStringList CheckColumns = {"File", "Severity", "Rule", "Item", "Sentence"};
-
-ExitStatus Check(const CommandLine& line, const QStringList& files) {
-  const ProjectRead read = LoadProject(files[0]);
-  ExitStatus status = StatusGood;
-  for (const Finding& finding : CheckProject(read.Content, {.FileEndsEarly = !read.Whole})) {
-    if (finding.Level == Severity::Error) status = StatusFound;
-    PrintRow(line, CheckColumns,
-             {files[0], SeverityWord(finding.Level), QString::fromLatin1(finding.Rule),
-              ItemCode(finding.Where), finding.Sentence});
-  }
-  return status;
-}
 
 ExitStatus Compare(const CommandLine& line, const QStringList& files) {
   Project one = LoadProject(files[0]).Content;
@@ -51,9 +39,10 @@ ExitStatus Document(const CommandLine& line, const QStringList& files) {
   HostSoftwareVersion = VersionText();
   DocumentChoice all;
   all.fill(true);
-  Print(QByteArray::fromStdString(RenderDocument(LoadProject(files[0]).Content,
-                                                 line.FileName.isEmpty() ? files[0] : line.FileName,
-                                                 DocumentTimeStamp(line.Date), all)));
+  const std::string text = RenderDocument(LoadProject(files[0]).Content,
+                                          line.FileName.isEmpty() ? files[0] : line.FileName,
+                                          DocumentTimeStamp(line.Date), all);
+  Print(line.Utf8 ? ToUnicode(text).toUtf8() : QByteArray::fromStdString(text));
   return StatusGood;
 }
 
@@ -90,29 +79,25 @@ ExitStatus FromMemory(const CommandLine& line, const QStringList& files) {
 }  // namespace
 
 const std::vector<Command>& Commands() {
+  // clang-format off
   static const std::vector<Command> commands = {
-      {"check", "FILE...", "A line a finding.", 1, 0, CheckColumns, Check, true},
-      {"compare", "A B", "A line a setting that differs.", 2, 2, CompareColumns, Compare},
+      {"check", "FILE...", "A line a finding.", 1, AnyNumber, CheckColumns, Check, {"recursive", "files-from=LIST", "severity=LEVEL", "rule=NAME", "ignore=NAME", "warnings-as-errors"}, true},
+      {"rules", "", "A line a rule of the check.", 0, 0, RuleColumns, ListRules},
+      {"compare", "A B", "A line a setting that differs.", 2, 2, CompareColumns, Compare, {"names"}},
       {"apply", "FILE DIFF.tsv", "Takes over what a comparison printed.", 2, 2, {}, ApplyRows},
-      {"merge", "BASE OURS THEIRS [-o OUT]", "A line a setting that both changed.", 3, 3,
-       MergeColumns, MergeFiles},
-      {"document", "FILE", "The text document with all its sections.", 1, 1, {}, Document},
-      {"report",
-       "FILE --pdf OUT --xlsx OUT",
-       "A report to print, a spreadsheet.",
-       1,
-       1,
-       {},
-       Report},
+      {"merge", "BASE OURS THEIRS", "A line a setting that both changed.", 3, 3, MergeColumns, MergeFiles, {"output=OUT.T3", "path=NAME"}},
+      {"document", "FILE", "The text document with all its sections.", 1, 1, {}, Document, {"date=TIME", "name=NAME", "utf8"}},
+      {"report", "FILE --pdf OUT --xlsx OUT", "A report to print, a spreadsheet.", 1, 1, {}, Report, {"pdf=OUT.pdf", "xlsx=OUT.xlsx", "paper=PAPER"}},
       {"image", "FILE OUT", "A panel's memory after a download.", 2, 2, {}, Image},
-      {"project", "MEMORY OUT.T3", "The way back, as an upload makes it.", 2, 2, {}, FromMemory},
-      {"read", "PANEL OUT.T3", "The panel's memory as a project.", 2, 2, {}, ReadPanel},
-      {"send", "FILE PANEL", "A project into the panel.", 2, 2, {}, SendToPanel},
-      {"clock", "PANEL", "Its time beside this computer's.", 1, 1, ClockColumns, ShowClock},
-      {"status", "PANEL", "A line for each item's state.", 1, 1, StatusColumns, ShowStatus},
-      {"watch", "PANEL", "A line a change, until interrupted.", 1, 1, WatchColumns, WatchPanel},
+      {"project", "MEMORY OUT.T3", "The way back, as an upload makes it.", 2, 2, {}, FromMemory, {"names"}},
+      {"read", "PANEL OUT.T3", "The panel's memory as a project.", 2, 2, {}, ReadPanel, {"no-names"}},
+      {"send", "FILE PANEL", "A project into the panel.", 2, 2, {}, SendToPanel, {"changes", "password-file=FILE"}},
+      {"clock", "PANEL", "Its time beside this computer's.", 1, 1, ClockColumns, ShowClock, {"set"}},
+      {"status", "PANEL", "A line for each item's state.", 1, 1, StatusColumns, ShowStatus, {"names=FILE"}},
+      {"watch", "PANEL", "A line a change, until interrupted.", 1, 1, WatchColumns, WatchPanel, {"names=FILE", "every=SECONDS"}},
       {"switch", "PANEL ITEM on|off", "A relay or group; - reads lines.", 2, 4, {}, SwitchItems},
   };
+  // clang-format on
   return commands;
 }
 
@@ -121,8 +106,11 @@ int RunCommand(const CommandLine& line) {
   const Command& command = *std::find_if(commands.begin(), commands.end(), [&](const Command& row) {
     return line.Command == QLatin1String(row.Name);
   });
-  if (!command.Columns.isEmpty() && !line.Json) Print(command.Columns.join(u'\t').toUtf8() + '\n');
+  if (!command.Columns.isEmpty()) PrintHeader(line, command.Columns);
   FlushOutput();  // A reader of a pipe may wait long for the first row.
   if (!command.EachFile) return command.Run(line, line.Files);
-  return ForEachFile(line.Files, [&](const QString& file) { return command.Run(line, {file}); });
+  const FoundFiles found = FindFiles(line);
+  const int status =
+      ForEachFile(found.Files, [&](const QString& file) { return command.Run(line, {file}); });
+  return found.AllRead ? status : StatusFailed;
 }

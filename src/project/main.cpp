@@ -6,6 +6,11 @@
 
 namespace {
 
+/// Standard error holds what the program says, and nothing of what it is made of.
+void TellFatalOnly(QtMsgType type, const QMessageLogContext&, const QString& message) {
+  if (type == QtFatalMsg) TellFailure(qUtf8Printable(message));
+}
+
 /// The application ends with it: a report makes one of its own that knows fonts.
 CommandLine ReadCommandLine(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
@@ -22,6 +27,7 @@ int Run(const CommandLine& line) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  qInstallMessageHandler(TellFatalOnly);
   UseAccountHome();
   return StatusOf([&] {
     const int status = Run(ReadCommandLine(argc, argv));

@@ -51,6 +51,22 @@ Project LoadBase(const QString& place) {
   return info.exists() && info.size() == 0 ? NewProject() : LoadProjectFile(place).Content;
 }
 
+ExitStatus MergeInto(const QString& output, const CommandLine& line, const QStringList& files) {
+  RefuseAllButFile(output);
+  RefuseOutput(output, files[0]);
+  RefuseOutput(output, files[2]);
+  const ProjectFile ours = LoadProjectFile(files[1]);
+  const MergedProject merged =
+      MergeProjects(LoadBase(files[0]), ours.Content, LoadProjectFile(files[2]).Content);
+  for (const MergeConflict& row : merged.Conflicts) {
+    PrintRow(line, MergeColumns,
+             {row.Area, ItemCode(row.Where), row.Field, row.Base, row.Ours, row.Theirs});
+  }
+  FlushOutput();  // Nothing is written where they cannot be told.
+  StoreProjectFile(output, merged.Content, ours.Tail);
+  return merged.Conflicts.empty() ? StatusGood : StatusFound;
+}
+
 }  // namespace
 
 ExitStatus ApplyRows(const CommandLine&, const QStringList& files) {
@@ -70,17 +86,10 @@ ExitStatus ApplyRows(const CommandLine&, const QStringList& files) {
 
 ExitStatus MergeFiles(const CommandLine& line, const QStringList& files) {
   const QString& output = line.Output.isEmpty() ? files[1] : line.Output;
-  RefuseAllButFile(output);
-  RefuseOutput(output, files[0]);
-  RefuseOutput(output, files[2]);
-  const ProjectFile ours = LoadProjectFile(files[1]);
-  const MergedProject merged =
-      MergeProjects(LoadBase(files[0]), ours.Content, LoadProjectFile(files[2]).Content);
-  for (const MergeConflict& row : merged.Conflicts) {
-    PrintRow(line, MergeColumns,
-             {row.Area, ItemCode(row.Where), row.Field, row.Base, row.Ours, row.Theirs});
+  try {
+    return MergeInto(output, line, files);
+  } catch (const RunTimeFailure& failure) {
+    if (line.Path.isEmpty()) throw;
+    throw RunTimeFailure(line.Path.toStdString() + ": " + failure.what());
   }
-  FlushOutput();  // Nothing is written where they cannot be told.
-  StoreProjectFile(output, merged.Content, ours.Tail);
-  return merged.Conflicts.empty() ? StatusGood : StatusFound;
 }

@@ -21,6 +21,7 @@ class ProjectProgramTest : public DocumentTest {
 
   int Run(const QStringList& arguments, const QString& printTo = {}, const char* setting = "") {
     QProcess program;
+    if (!input.isEmpty()) program.setStandardInputFile(input);
     if (!printTo.isEmpty()) program.setStandardOutputFile(printTo);
     program.setEnvironment(Environment() << QString::fromLatin1(setting));
     // Without the terminal that the tests may run on, where it would ask for a password.
@@ -39,6 +40,7 @@ class ProjectProgramTest : public DocumentTest {
   QStringList Lines() const { return QString::fromUtf8(output).split(u'\n', Qt::SkipEmptyParts); }
 
   QTemporaryDir folder;
+  QString input;  ///< The file that standard input is read from; empty for none.
   QByteArray output;
   QByteArray errors;
 };

@@ -1,11 +1,14 @@
 #include "project/project_program.h"
 
+#include <QDir>
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include "document/rules/check/check.h"
 #include "document/rules/text/doc_file.h"
 #include "document/sample_panel.h"
+#include "panel/code_page.h"
 #include "panel/panel_image.h"
 #include "panel/project_file.h"
 
@@ -23,6 +26,172 @@ TEST_F(ProjectProgramTest, ChecksManyFilesInTheirOrder) {
   EXPECT_EQ(Run({"check", folder.filePath("none.T3"), bad, "--json"}), 2);
   EXPECT_TRUE(errors.contains("none.T3"));
   EXPECT_EQ(QJsonDocument::fromJson(Lines()[0].toUtf8()).object()["File"].toString(), bad);
+}
+
+TEST_F(ProjectProgramTest, ListsTheRulesOfTheCheck) {
+  EXPECT_EQ(Run({"rules"}), 0);
+  const QStringList lines = Lines();
+  EXPECT_EQ(lines[0], "Rule\tSeverity\tAbout");
+  EXPECT_EQ(lines.size(), static_cast<qsizetype>(AllRules().size()) + 1);
+  EXPECT_TRUE(lines.contains("unused-relay\twarning\tNothing switches a relay."));
+  for (const QString& line : lines.mid(1)) {
+    EXPECT_TRUE(line.count(u'\t') == 2 && line.endsWith(u'.')) << line.toStdString();
+  }
+  EXPECT_EQ(Run({"rules", "a"}), 2);
+}
+
+TEST_F(ProjectProgramTest, TheGuideTellsTheSameRules) {
+  EXPECT_EQ(Run({"rules"}), 0);
+  const QStringList rules = Lines().mid(1);
+  QStringList told;
+  QString severity;
+  const QByteArray page = QByteArray::fromStdString(FileText(GUIDE_FOLDER "/check.md"));
+  for (const QString& line : QString::fromUtf8(page).split(u'\n')) {
+    if (line.startsWith(u"**")) severity = line.section(u'*', 2, 2).chopped(1).toLower();
+    const QStringList cells = line.split(QStringLiteral(" | "));
+    if (!line.startsWith(u"| `")) continue;
+    told << QStringList{cells[0].mid(3).chopped(1), severity, cells[1]}.join(u'\t');
+  }
+  for (const QString& rule : rules) EXPECT_TRUE(told.contains(rule)) << rule.toStdString();
+  for (const QString& row : told) EXPECT_TRUE(rules.contains(row)) << row.toStdString();
+}
+
+TEST_F(ProjectProgramTest, ChecksFoldersAndLists) {
+  const QDir root(folder.path());
+  ASSERT_TRUE(root.mkpath("site/deep/.git") && root.mkdir("bare"));
+  for (const char* file : {"site/b.T3", "site/a.t3", "site/deep/c d.T3", "site/deep/.git/e.T3"}) {
+    Save(file);
+  }
+  Save("site/notes.txt");
+  const auto checked = [&] {
+    QStringList files;
+    for (const QString& line : Lines().mid(1)) {
+      const QString file = root.relativeFilePath(line.section(u'\t', 0, 0));
+      if (!files.contains(file)) files << file;
+    }
+    return files;
+  };
+  const QString site = folder.filePath("site");
+  EXPECT_EQ(Run({"check", site}), 0);
+  EXPECT_EQ(checked(), (QStringList{"site/a.t3", "site/b.T3"}));
+  ASSERT_TRUE(QFile::link(site, folder.filePath("site/deep/back")));
+  EXPECT_EQ(Run({"check", "-r", site}), 0);
+  EXPECT_EQ(checked(), (QStringList{"site/a.t3", "site/b.T3", "site/deep/c d.T3"}));
+  EXPECT_EQ(Run({"check", folder.filePath("bare"), site}), 2);
+  EXPECT_TRUE(errors.contains("bare: there is no .T3 file in the folder")) << errors.toStdString();
+  EXPECT_EQ(checked().size(), 2);
+
+  const QByteArray names = QFile::encodeName(site) + "/deep/c d.T3";
+  for (const QByteArray& list :
+       {names + "\n\n", QFile::encodeName(site) + '\0' + names + '\0', QByteArray("\n")}) {
+    QFile file(folder.filePath("list"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(list);
+    file.close();
+    input = file.fileName();
+    EXPECT_EQ(Run({"check", "--files-from", "-"}), 0) << errors.toStdString();
+    EXPECT_EQ(checked().size(), list.count('\0') == 2 ? 3 : list.size() > 1 ? 1 : 0);
+    EXPECT_EQ(Run({"check", folder.filePath("site/b.T3"), "--files-from=" + input}), 0);
+    EXPECT_TRUE(checked().contains("site/b.T3"));
+  }
+  EXPECT_EQ(Run({"check", "--files-from", folder.filePath("gone")}), 2);
+  EXPECT_EQ(Run({"check", "-", "--files-from", "-"}), 2);
+  EXPECT_EQ(Run({"check", "--files-from="}), 2);
+}
+
+TEST_F(ProjectProgramTest, TellsTheFindingsThatAreAskedFor) {
+  PanelRecord.DMXOnLevel = 100;
+  const QString bad = Save("bad.T3");
+  const auto rules = [&] {
+    QSet<QString> names;
+    for (const QString& line : Lines().mid(1)) names << line.section(u'\t', 2, 2);
+    return names;
+  };
+  struct Case {
+    QStringList Options;
+    int Status;
+    QSet<QString> Rules;
+  };
+  const QSet<QString> all = {"image-element", "unused-relay", "items-in-use"};
+  for (const Case& row :
+       {Case{{}, 1, all},
+        {{"--severity", "error"}, 1, {"image-element"}},
+        {{"--severity", "warning"}, 1, {"image-element", "unused-relay"}},
+        {{"--rule", "unused-relay"}, 0, {"unused-relay"}},
+        {{"--rule", "unused-relay", "--warnings-as-errors"}, 1, {"unused-relay"}},
+        {{"--rule", "items-in-use,never-on", "--warnings-as-errors"}, 0, {"items-in-use"}},
+        {{"--rule", "items-in-use", "--rule", "unused-relay"},
+         0,
+         all - QSet<QString>{"image-element"}},
+        {{"--ignore", "image-element"}, 0, all - QSet<QString>{"image-element"}},
+        {{"--ignore", "image-element,unused-relay", "--warnings-as-errors"}, 0, {"items-in-use"}},
+        {{"--rule", "unused-relay", "--ignore", "unused-relay"}, 0, {}}}) {
+    SCOPED_TRACE(row.Options.join(u' ').toStdString());
+    EXPECT_EQ(Run(QStringList{"check", bad} + row.Options), row.Status);
+    EXPECT_TRUE(rules() == row.Rules) << output.toStdString();
+  }
+  EXPECT_EQ(Run({"check", bad, "--rule", "loud"}), 2);
+  EXPECT_TRUE(errors.contains("there is no rule \"loud\"")) << errors.toStdString();
+  EXPECT_EQ(Run({"check", bad, "--severity", "loud"}), 2);
+}
+
+TEST_F(ProjectProgramTest, AnOptionThatACommandDoesNotTakeIsRefused) {
+  const QString file = Save("hall.T3");
+  const std::pair<QStringList, const char*> wrong[] = {
+      {{"check", file, "--pdf", "x"}, "check does not take --pdf"},
+      {{"check", file, "--names"}, "check does not take --names"},
+      {{"document", file, "--json"}, "document does not take --json"},
+      {{"--set", "rules"}, "rules does not take --set"},
+      {{"compare", file, file, "-o", "x"}, "compare does not take -o"},
+      {{"compare", file, file, "--names=x"}, "names"}};
+  for (const auto& [call, reason] : wrong) {
+    EXPECT_EQ(Run(call), 2) << call.join(u' ').toStdString();
+    EXPECT_TRUE(errors.contains(reason)) << errors.toStdString();
+  }
+  EXPECT_EQ(Run({"--help"}), 0);
+  const QByteArray help = output;
+  EXPECT_TRUE(help.contains("compare, project: The names, too. status, watch:"));
+  EXPECT_EQ(Run({"clock", "--help"}), 0);
+  EXPECT_TRUE(output.contains("--set") && output.contains("--json")) << output.toStdString();
+  EXPECT_FALSE(output.contains("--pdf") || help.size() < 2 * output.size());
+}
+
+TEST_F(ProjectProgramTest, OnlyTheProgramItselfSpeaksOnStandardError) {
+  const QString file = Save("hall.T3");
+  const QString pdf = folder.filePath("hall.pdf");
+  for (const char* setting : {"LC_ALL=C", "QT_DEBUG_PLUGINS=1", "QT_LOGGING_RULES=*=true"}) {
+    EXPECT_EQ(Run({"report", file, "--pdf", pdf}, {}, setting), 0);
+    EXPECT_EQ(errors.toStdString(), "") << setting;
+  }
+}
+
+TEST_F(ProjectProgramTest, ThePageForTheShellCompletesCommandsOptionsAndRules) {
+  const auto completed = [&](const QStringList& words) {
+    QProcess shell;
+    const QString program = QFileInfo(QStringLiteral(PROJECT_PROGRAM)).absolutePath();
+    shell.setEnvironment(Environment() << "PATH=" + program + ":/usr/bin:/bin");
+    const QString script =
+        QStringLiteral("source " GUIDE_FOLDER
+                       "/../../packaging/tamberloom3-project.completion\n"
+                       "COMP_WORDS=(\"$@\") COMP_CWORD=$(($# - 1))\n_tamberloom3_project\n"
+                       "echo \"${COMPREPLY[*]}\"");
+    shell.start("bash", QStringList{"-c", script} + (QStringList{"bash", "x"} + words));
+    EXPECT_TRUE(shell.waitForFinished(30'000));
+    EXPECT_EQ(shell.readAllStandardError().toStdString(), "");
+    return QString::fromUtf8(shell.readAllStandardOutput()).split(u' ').replaceInStrings("\n", "");
+  };
+  EXPECT_EQ(completed({"chec"}), QStringList{"check"});
+  EXPECT_TRUE(completed({""}).contains("rules"));
+  EXPECT_EQ(completed({"--json", "sta"}), QStringList{"status"});
+  EXPECT_EQ(completed({"--rule", "idle-t", "check"}), QStringList{"check"});
+  EXPECT_EQ(completed({"check", "--rule", "never"}), (QStringList{"never-off", "never-on"}));
+  EXPECT_EQ(completed({"check", "--ignore", "=", "never-of"}), QStringList{"never-off"});
+  EXPECT_EQ(completed({"check", "--severity", ""}), (QStringList{"error", "warning", "note"}));
+  EXPECT_EQ(completed({"check", "--w"}), QStringList{"--warnings-as-errors"});
+  EXPECT_EQ(completed({"--js"}), QStringList{"--json"});
+  EXPECT_EQ(completed({"clock", "--se"}), QStringList{"--set"});
+  EXPECT_EQ(completed({"clock", "--pd"}), QStringList{""});
+  EXPECT_EQ(completed({"check", "--rule", "never-on", "offic"}), QStringList{""}) << "a file";
 }
 
 TEST_F(ProjectProgramTest, ComparesAndTellsDifferentFromEqual) {
@@ -114,6 +283,12 @@ TEST_F(ProjectProgramTest, MergesIntoOursAndTellsWhatBothChanged) {
   ASSERT_TRUE(tailed.open(QIODevice::Append));
   tailed.write("old tail");
   tailed.close();
+  EXPECT_EQ(Run({"merge", base, ours, theirs, "-o", out, "--path", "halls/hall.T3"}), 1);
+  EXPECT_EQ(Lines(),
+            (QStringList{"File\tArea\tItem\tField\tBase\tOurs\tTheirs",
+                         "halls/hall.T3\tRelays\tRELAY 01\tpower-on type\tOff\tOn\tOn/In:1"}));
+  EXPECT_EQ(Run({"merge", base, folder.filePath("gone"), theirs, "--path", "halls/hall.T3"}), 2);
+  EXPECT_TRUE(errors.contains("halls/hall.T3: ")) << errors.toStdString();
   EXPECT_EQ(Run({"merge", base, ours, theirs}), 1);
   EXPECT_EQ(Lines(), (QStringList{"Area\tItem\tField\tBase\tOurs\tTheirs",
                                   "Relays\tRELAY 01\tpower-on type\tOff\tOn\tOn/In:1"}));
@@ -124,6 +299,9 @@ TEST_F(ProjectProgramTest, MergesIntoOursAndTellsWhatBothChanged) {
 
 TEST_F(ProjectProgramTest, DocumentsByteForByteAndConvertsThereAndBack) {
   PanelRecord.RelayTimerType(7) = 2;
+  PanelRecord.RelayName(1) =
+      "K\xDC"
+      "CHE";
   const QString file = Save("hall.T3");
   HostSoftwareVersion = VersionText();
   DocumentChoice all;
@@ -132,6 +310,12 @@ TEST_F(ProjectProgramTest, DocumentsByteForByteAndConvertsThereAndBack) {
   EXPECT_EQ(Run({"document", file, "--date", "2026-11-25 10:00"}), 0);
   EXPECT_TRUE(output == QByteArray::fromStdString(RenderDocument(LiveProject, CurrentFileName,
                                                                  DocumentTimeStamp(date), all)));
+  EXPECT_TRUE(
+      output.contains("K\xDC"
+                      "CHE"));
+  const QString text = ToUnicode(output.toStdString());
+  EXPECT_EQ(Run({"document", file, "--date", "2026-11-25 10:00", "--utf8"}), 0);
+  EXPECT_TRUE(QString::fromUtf8(output) == text && text.contains(u"K\u00DCCHE"));
 
   const QString memory = folder.filePath("memory");
   EXPECT_EQ(Run({"image", file, memory}), 0);
