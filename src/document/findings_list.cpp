@@ -96,24 +96,20 @@ void FindingsList::ListFindings() {
   headers_ = {QStringLiteral("Severity"), QStringLiteral("Item"), QStringLiteral("Finding")};
   kinds_ = {SeverityWord(Severity::Error), SeverityWord(Severity::Warning),
             SeverityWord(Severity::Note)};
-  const auto add = [this](const Finding& finding, const QString& reason) {
-    all_.push_back(
-        {{SeverityWord(finding.Level), ItemCode(finding.Where), finding.Sentence + reason},
-         finding.Where,
-         finding.On,
-         {},
-         finding,
-         !reason.isEmpty()});
+  const auto add = [this](const Finding& finding, const QString& sentence, bool accepted) {
+    all_.push_back({{SeverityWord(finding.Level), ItemCode(finding.Where), sentence},
+                    finding.Where,
+                    finding.On,
+                    {},
+                    finding,
+                    accepted});
   };
   QString trouble;
   const CheckedFindings checked = CheckLive(&trouble);
-  for (const Finding& finding : checked.Open) add(finding, {});
+  for (const Finding& finding : checked.Open) add(finding, finding.Sentence, false);
   acceptedCount_ = static_cast<int>(checked.Accepted.size());
   if (showsAccepted_) {
-    for (const auto& [finding, as] : checked.Accepted) {
-      add(finding,
-          QStringLiteral(" Accepted on %1: %2").arg(as.Date.toString(Qt::ISODate), as.Reason));
-    }
+    for (const AcceptedFinding& one : checked.Accepted) add(one.What, InWords(one), true);
   }
   told_ = trouble.isEmpty() ? QStringLiteral("%1, %2. Enter opens the screen.")
                                   .arg(CountOf(Severity::Error, checked.Open),

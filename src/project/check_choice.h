@@ -10,6 +10,7 @@ struct CheckChoice {
   QStringList Only;  ///< Rules; all of them where none is named.
   QStringList Ignored;
   bool WarningsAsErrors = false;
+  bool Accepted = false;  ///< Those that are accepted are told, too.
 
   bool Tells(const Finding& finding) const;
   bool Fails(const Finding& finding) const;

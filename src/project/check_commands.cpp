@@ -2,19 +2,45 @@
 
 #include <algorithm>
 
-#include "document/rules/check/check.h"
+#include "document/rules/check/accepted.h"
 #include "project/places.h"
 #include "project/rows.h"
+
+namespace {
+
+/// What is accepted beside a project's file; panels, their memory and standard input have nothing
+/// beside them. A damaged list is told, and counts for nothing.
+std::vector<Acceptance> AcceptedAt(const QString& place, ExitStatus& status) {
+  try {
+    if (place != u"-" && !IsPanelMemory(place)) return ReadAccepted(place);
+  } catch (const RunTimeFailure& failure) {
+    TellFailure(failure.what());
+    status = StatusFailed;
+  }
+  return {};
+}
+
+}  // namespace
 
 ExitStatus Check(const CommandLine& line, const QStringList& files) {
   const ProjectRead read = LoadProject(files[0]);
   ExitStatus status = StatusGood;
-  for (const Finding& finding : CheckProject(read.Content, {.FileEndsEarly = !read.Whole})) {
-    if (!line.Findings.Tells(finding)) continue;
-    if (line.Findings.Fails(finding)) status = StatusFound;
+  const CheckedFindings checked = PartAccepted(
+      CheckProject(read.Content, {.FileEndsEarly = !read.Whole}), AcceptedAt(files[0], status));
+  const auto print = [&](const Finding& finding, const QString& sentence) {
+    if (!line.Findings.Tells(finding)) return;
     PrintRow(line, CheckColumns,
              {files[0], SeverityWord(finding.Level), QString::fromLatin1(finding.Rule),
-              ItemCode(finding.Where), finding.Sentence});
+              ItemCode(finding.Where), sentence});
+  };
+  for (const Finding& finding : checked.Open) {
+    print(finding, finding.Sentence);
+    const bool fails = line.Findings.Tells(finding) && line.Findings.Fails(finding);
+    if (fails && status == StatusGood) status = StatusFound;
+  }
+  if (line.Findings.Accepted) {
+    for (const AcceptedFinding& accepted : checked.Accepted)
+      print(accepted.What, InWords(accepted));
   }
   return status;
 }

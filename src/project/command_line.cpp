@@ -36,6 +36,7 @@ constexpr auto Options = std::to_array<Option>({
     {"rule", "NAME", "Tell the findings of this rule; give it once for each rule."},
     {"ignore", "NAME", "Leave out the findings of this rule; give it once for each rule."},
     {"warnings-as-errors", "", "Exit with 1 for warnings, too."},
+    {"all", "", "Tell the findings that are accepted, too; they do not count."},
     {"date", "TIME", "When it says that it was created: \"2026-11-25 10:00\"."},
     {"name", "NAME", "The file name that it says."},
     {"utf8", "", "Print UTF-8 in place of Windows-1252."},
@@ -159,6 +160,7 @@ CheckChoice FindingsOf(const QCommandLineParser& parser) {
   if (parser.isSet(severity)) choice.Least = SeverityOf(parser.value(severity));
   choice.Only = RulesNamed(parser.values(QStringLiteral("rule")));
   choice.Ignored = RulesNamed(parser.values(QStringLiteral("ignore")));
+  choice.Accepted = parser.isSet(QStringLiteral("all"));
   choice.WarningsAsErrors = parser.isSet(QStringLiteral("warnings-as-errors"));
   return choice;
 }

@@ -81,7 +81,7 @@ ExitStatus FromMemory(const CommandLine& line, const QStringList& files) {
 const std::vector<Command>& Commands() {
   // clang-format off
   static const std::vector<Command> commands = {
-      {"check", "FILE...", "A line a finding.", 1, AnyNumber, CheckColumns, Check, {"recursive", "files-from=LIST", "severity=LEVEL", "rule=NAME", "ignore=NAME", "warnings-as-errors"}, true},
+      {"check", "FILE...", "A line a finding.", 1, AnyNumber, CheckColumns, Check, {"recursive", "files-from=LIST", "severity=LEVEL", "rule=NAME", "ignore=NAME", "warnings-as-errors", "all"}, true},
       {"rules", "", "A line a rule of the check.", 0, 0, RuleColumns, ListRules},
       {"compare", "A B", "A line a setting that differs.", 2, 2, CompareColumns, Compare, {"names"}},
       {"apply", "FILE DIFF.tsv", "Takes over what a comparison printed.", 2, 2, {}, ApplyRows},

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -17,6 +18,12 @@ class ProjectProgramTest : public DocumentTest {
     CurrentFileName = folder.filePath(QString::fromLatin1(name));
     WriteProjectFile();
     return CurrentFileName;
+  }
+
+  void Write(const char* name, const QByteArray& content) {
+    QFile file(folder.filePath(QString::fromLatin1(name)));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(content);
   }
 
   int Run(const QStringList& arguments, const QString& printTo = {}, const char* setting = "") {

@@ -130,6 +130,21 @@ TEST_F(ProjectProgramTest, TellsTheFindingsThatAreAskedFor) {
     EXPECT_EQ(Run(QStringList{"check", bad} + row.Options), row.Status);
     EXPECT_TRUE(rules() == row.Rules) << output.toStdString();
   }
+  EXPECT_EQ(Run({"check", bad, "--rule", "image-element"}), 1);
+  const QStringList found = Lines().value(1).split(u'\t');
+  ASSERT_EQ(found.size(), 5);
+  Write("bad.T3.accepted", "Rule\tItem\tReason\tDate\tFinding\nimage-element\t" +
+                               found[3].toUtf8() + "\tfor a test\t2026-11-26\t" +
+                               found[4].toUtf8() + "\n");
+  EXPECT_EQ(Run({"check", bad}), 0) << "what is accepted does not count";
+  EXPECT_FALSE(rules().contains("image-element"));
+  EXPECT_EQ(Run({"check", bad, "--all"}), 0);
+  EXPECT_EQ(Lines().last().section(u'\t', 4), found[4] + " Accepted on 2026-11-26: for a test");
+  Write("bad.T3.accepted", "<<<<<<< ours\n");
+  EXPECT_EQ(Run({"check", bad}), 2);
+  EXPECT_TRUE(rules().contains("image-element")) << "a damaged list hides nothing";
+  EXPECT_TRUE(errors.contains("see line 1")) << errors.toStdString();
+
   EXPECT_EQ(Run({"check", bad, "--rule", "loud"}), 2);
   EXPECT_TRUE(errors.contains("there is no rule \"loud\"")) << errors.toStdString();
   EXPECT_EQ(Run({"check", bad, "--severity", "loud"}), 2);

@@ -2,6 +2,7 @@
 
 FindingsCount::FindingsCount(std::function<QString()> count, const std::function<void()>& list) {
   setObjectName(QStringLiteral("lblFindings"));
+  setAccessibleName(QStringLiteral("Findings of the check"));
   SetLook(Look::WebLink);
   setToolTip(QStringLiteral("What the check finds in this project. A press lists it."));
   SetWidthInChars(26);

@@ -71,6 +71,11 @@ void WriteAccepted(const QString& projectFile, std::span<const Acceptance> accep
   ReplaceFile(path, (lines.join(u'\n') + u'\n').toStdString());
 }
 
+QString InWords(const AcceptedFinding& accepted) {
+  return QStringLiteral("%1 Accepted on %2: %3")
+      .arg(accepted.What.Sentence, accepted.As.Date.toString(Qt::ISODate), accepted.As.Reason);
+}
+
 CheckedFindings PartAccepted(const std::vector<Finding>& findings,
                              std::span<const Acceptance> accepted) {
   CheckedFindings parted;

@@ -30,6 +30,9 @@ struct AcceptedFinding {
   Acceptance As;
 };
 
+/// The sentence with date and reason behind it.
+QString InWords(const AcceptedFinding& accepted);
+
 /// The findings of a check, those that are accepted apart.
 struct CheckedFindings {
   std::vector<Finding> Open;
