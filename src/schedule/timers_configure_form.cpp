@@ -3,8 +3,11 @@
 #include "panel/format.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
+#include "panel/stopwatch.h"
 #include "panel/words.h"
+#include "schedule/rules/timer_words.h"
 #include "shell/controls/editor_rows.h"
+#include "shell/controls/go_to_item.h"
 
 namespace {
 
@@ -74,6 +77,19 @@ void frmT3TimersConfigure::Form_Load() {
   lblTimerInWords->setObjectName(QStringLiteral("lblTimerInWords"));
   lblTimerInWords->SetLook(Label::Look::Quiet);
   AddWidget(lblTimerInWords);
+  auto* next = AddRow();
+  next->setSpacing(fontMetrics().averageCharWidth() * 2);
+  lblTimerNext = AddLabel(next, "lblTimerNext", {});
+  lblTimerNext->SetLook(Label::Look::Quiet);
+  lblTimerNext->setToolTip(QStringLiteral("By this computer's clock"));
+  constexpr int screensOfActs = 3;
+  for (int i = 0; i < screensOfActs; ++i) {
+    auto* act = new Label;
+    act->SetLook(Label::Look::WebLink);
+    next->addWidget(act);
+    lblTimerActs.Add(act, QStringLiteral("lblTimerActs"));
+    act->Click = [this, i] { lblTimerActs_Click(i); };
+  }
   Loading = 0;
 }
 
@@ -211,6 +227,27 @@ void frmT3TimersConfigure::ShowInWords() {
   lblTimerInWords->SetCaption(QString::fromStdString(
       TimerInWords(TimeOfTimer(), PanelRecord.TimerDays(timer),
                    PanelRecord.TimerHolidayMonth(timer), PanelRecord.TimerHolidayDate(timer))));
+  ShowNext();
+}
+
+void frmT3TimersConfigure::ShowNext() {
+  const int timer = SelectedTimer();
+  const QString next = NextInWords(LiveProject, timer, Now());
+  const auto acts = ActsOfTimer(LiveProject, timer);
+  lblTimerNext->SetCaption(acts.empty()     ? QStringLiteral("It does nothing yet.")
+                           : next.isEmpty() ? QStringLiteral("It never fires by itself.")
+                                            : QStringLiteral("Next: %1").arg(next));
+  for (int i = 0; i < lblTimerActs.Count(); ++i) {
+    const bool has = i < static_cast<int>(acts.size());
+    lblTimerActs(i).SetCaption(has ? acts[static_cast<std::size_t>(i)].Words : QString());
+    lblTimerActs(i).setVisible(has);
+  }
+}
+
+void frmT3TimersConfigure::lblTimerActs_Click(int index) {
+  const int timer = SelectedTimer();
+  const auto acts = ActsOfTimer(LiveProject, timer);
+  GoToItem(acts[static_cast<std::size_t>(index)].On, {ItemKind::Timer, timer});
 }
 
 TimerTimeValue frmT3TimersConfigure::TimeOfTimer() const {

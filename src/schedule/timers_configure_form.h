@@ -26,6 +26,7 @@ class frmT3TimersConfigure : public ChildForm {
   void cboMinuteFromOpenClose_Click() { StoreOffset(*cboMinuteFromOpenClose); }
   void cboHolidayMonth_Click();
   void cboHolidayDate_Click();
+  void lblTimerActs_Click(int index);
 
  private:
   using Handler = void (frmT3TimersConfigure::*)();
@@ -41,6 +42,7 @@ class frmT3TimersConfigure : public ChildForm {
   TimerTimeValue TimeOfTimer() const;
   void StoreTime(TimerTimeValue time);
   void ShowInWords();
+  void ShowNext();
 
   Int16 Loading = 0;      ///< -1 while the lists are filled; silences their handlers.
   Int16 ShowingTime = 0;  ///< -1 while the hour's two lists disagree; silences these two.
@@ -60,4 +62,6 @@ class frmT3TimersConfigure : public ChildForm {
   ComboBox* cboHolidayMonth = nullptr;
   ComboBox* cboHolidayDate = nullptr;
   Label* lblTimerInWords = nullptr;
+  Label* lblTimerNext = nullptr;     ///< When it fires next, by this computer's clock.
+  ControlArray<Label> lblTimerActs;  ///< What it does then; each leads to its screen.
 };

@@ -1,3 +1,4 @@
+#include "panel/stopwatch.h"
 #include "screen_test.h"
 
 class TimersTest : public ScreenTest {
@@ -55,6 +56,38 @@ TEST_F(TimersTest, ARelativeTimeKeepsEventAndOffsetApart) {
   EXPECT_EQ(ChosenText("cboMinuteFromOpenClose"), "40 Min");
   EXPECT_EQ(Stored(2), (Timer{216, 40, 0, 0, 1}));
   EXPECT_EQ(DataChanged, -1);
+}
+
+TEST_F(TimersTest, WhatItDoesNextIsToldAndLeadsThere) {
+  NowSeam = [] { return QDateTime(QDate(2026, 11, 26), QTime(16, 40)); };  // a Thursday
+  PanelRecord.TimerName(1) = "DUSK";
+  PanelRecord.GroupName(2) = "OFFICES";
+  Stored(1) = Timer{16, 40, 0, 0, 1};
+  Menu("mnuConfigureTimers");
+  Choose("cboTimerNumber", 1);
+  EXPECT_EQ(Text("lblTimerNext"), "It does nothing yet.");
+  for (const int relay : {0, 1, 2, 3, 4}) PanelRecord.TimerRelayControl(1, relay) = 1;
+  PanelRecord.TimerRelayControl(1, 9) = 2;
+  PanelRecord.TimerGroupControl(1, 2) = 2;
+  PanelRecord.TimerPresetControl(1, 3) = -1;
+  Choose("cboNormalTimeMinute", 40);
+  EXPECT_EQ(Text("lblTimerNext"), "Next: Fri 4:40 PM") << "not this minute";
+  Choose("cboNormalTimeMinute", 41);
+  EXPECT_EQ(Text("lblTimerNext"), "Next: Thu 4:41 PM");
+  EXPECT_EQ(Captions("lblTimerActs", {0, 1, 2}),
+            "turns RELAY 01, RELAY 02 and 3 more on, RELAY 10 off|turns OFFICES off|"
+            "activates PRESET 04");
+  ClickOption("optDaysType", 1);
+  EXPECT_EQ(Text("lblTimerNext"), "Next: Jan 1 2027, 4:41 PM");
+  Choose("cboHolidayMonth", 11);
+  Choose("cboHolidayDate", 30);
+  EXPECT_EQ(Text("lblTimerNext"), "Next: Dec 31, 4:41 PM");
+  Choose("cboHolidayMonth", 1);
+  EXPECT_EQ(Text("lblTimerNext"), "It never fires by itself.");
+  Find<Label>("lblTimerActs", 1).Press();
+  ASSERT_NE(window->LoadedForm(Screen::TimerToGroupControl), nullptr);
+  EXPECT_EQ(Chosen("cboTimer"), 1);
+  NowSeam = QDateTime::currentDateTime;
 }
 
 TEST_F(TimersTest, DaysAreLeftOutWithoutMarkingTheData) {
