@@ -23,6 +23,11 @@ void TakeBytes(Array& array) {
 
 }  // namespace
 
+QDateTime PanelStatus::Clock() const {
+  constexpr int century = 2000;
+  return {QDate(century + Year, Month, Day), QTime(Hour, Minute, Second)};
+}
+
 PanelStatus ReplyStatus() {
   return {.Hour = ReplyByte(2),
           .Minute = ReplyByte(4),

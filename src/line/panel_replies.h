@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDateTime>
 #include <array>
 #include <string>
 
@@ -18,6 +19,9 @@ struct PanelStatus {
   Int32 Weekday;           ///< 0 is Sunday; above 6 none.
   Int32 Points;            ///< Inputs and relays installed.
   Int32 CardType, CardRevision;
+
+  /// The panel's clock; not valid where it tells no time.
+  QDateTime Clock() const;
 };
 PanelStatus ReplyStatus();
 

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <tuple>
 
 #include "line/panel_commands.h"
 #include "link/connect_form.h"
@@ -74,7 +73,8 @@ void frmT3Connect::CheckHardware(Int16 cardType) {
 void frmT3Connect::cmdSetQZClock_Click() {
   AskPanel([this] {
     Timer1->SetEnabled(false);
-    std::ignore = SetPanelClock(Now());
+    const bool answered = SetPanelClock(Now());
+    fraOnLineFunctions->TellClockSet(answered, ConnectionType() < ConnectionTCP);
     if (Connected != 0) Timer1->SetEnabled(true);
   });
 }

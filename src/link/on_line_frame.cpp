@@ -21,6 +21,22 @@ QString AddOnCardText(int type, int revision) {
   return type == 0 ? card : card + QStringLiteral("  Rev %1").arg(revision);
 }
 
+/// "The panel is 2 min 5 s behind".
+QString ApartInWords(qint64 seconds) {
+  constexpr qint64 minute = 60;
+  constexpr qint64 hour = 60 * minute;
+  constexpr qint64 day = 24 * hour;
+  const qint64 apart = std::abs(seconds);
+  if (apart < 2) return QStringLiteral("The panel is on time");  // a reading takes its time, too
+  const QString length =
+      apart < minute    ? QStringLiteral("%1 s").arg(apart)
+      : apart < hour    ? QStringLiteral("%1 min %2 s").arg(apart / minute).arg(apart % minute)
+      : apart < 2 * day ? QStringLiteral("%1 h %2 min").arg(apart / hour).arg(apart % hour / minute)
+                        : QStringLiteral("%1 days").arg(apart / day);
+  return QStringLiteral("The panel is %1 %2")
+      .arg(length, seconds < 0 ? QStringLiteral("behind") : QStringLiteral("ahead"));
+}
+
 /// "01:05:09 PM".
 QString ClockText(int hour, int minute, int second) {
   constexpr int half = 12;
@@ -74,6 +90,8 @@ void OnLineFrame::AddFunctions(QBoxLayout* lines) {
   lblReadAt = NamedLabel(reading, "lblReadAt");
   lblReadAt->SetLook(Label::Look::Quiet);
   lblReadAt->setToolTip(QStringLiteral("The panel's time and date stand as they were read then."));
+  lblClock = NamedLabel(lines, "lblClock");
+  lblClock->SetLook(Label::Look::Quiet);
   auto* small = new QHBoxLayout;
   cmdSetQZClock =
       NamedControl<Button>(small, "cmdSetQZClock", QStringLiteral("Set Tamberloom 3 Clock"));
@@ -110,8 +128,24 @@ void OnLineFrame::ShowStatus(const PanelStatus& status) {
   if (!day.empty()) weekday_ = ToUnicode(ShortName(day)) + u' ';
   lblPanelDate->SetCaption(weekday_ + TwoDigits(status.Month) + u'/' + TwoDigits(status.Day) +
                            u'/' + TwoDigits(status.Year));
+  const QDateTime clock = status.Clock();
+  const QString apart = clock.isValid() ? ApartInWords(Now().secsTo(clock))
+                                        : QStringLiteral("The panel's clock tells no time");
+  lblClock->SetCaption(
+      !clockSet_ ? apart
+                 : QStringLiteral("Set. %1, as only hours and minutes are sent").arg(apart));
+  clockSet_ = false;
   lblIOInstalled->SetCaption(TwoDigits(status.Points) + QStringLiteral(" Inputs/Relays"));
   lblAddOnCardTypeRev->SetCaption(AddOnCardText(status.CardType, status.CardRevision));
+}
+
+void OnLineFrame::TellClockSet(bool answered, bool isReadByItself) {
+  clockSet_ = answered;
+  if (!answered) {
+    lblClock->SetCaption(QStringLiteral("The clock may not be set: no answer came"));
+  } else if (!isReadByItself) {
+    lblClock->SetCaption(QStringLiteral("Sent; Refresh reads it"));
+  }
 }
 
 void OnLineFrame::ShowErrorsOfProject() {

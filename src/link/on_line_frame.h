@@ -18,6 +18,8 @@ class OnLineFrame : public QGroupBox {
   OnLineFrame();
 
   void ShowStatus(const PanelStatus& status);
+  /// Tells what came of setting the clock; without a reading of its own, as over TCP, at once.
+  void TellClockSet(bool answered, bool isReadByItself);
   void ShowErrorsOfProject();
   /// The functions, off while the password or a transfer is under way.
   void EnableFunctions(bool enabled);
@@ -42,6 +44,8 @@ class OnLineFrame : public QGroupBox {
   Label* lblPanelTime = nullptr;
   Label* lblPanelDate = nullptr;
   QString weekday_;  ///< In front of the panel's date; a weekday that is none leaves it.
+  Label* lblClock = nullptr;  ///< How far the panel's clock is from this computer's.
+  bool clockSet_ = false;     ///< Since the last reading.
   Label* lblIOInstalled = nullptr;
   Label* lblAddOnCardTypeRev = nullptr;
   Label* lblErrors = nullptr;

@@ -28,10 +28,7 @@ QString IsoTime(const QDateTime& time) {
 }
 
 QDateTime PanelTime(const PanelAt& panel) {
-  constexpr int century = 2000;
-  const PanelStatus status = panel.Answer(ReadPanelStatus());
-  QDateTime time(QDate(century + status.Year, status.Month, status.Day),
-                 QTime(status.Hour, status.Minute, status.Second));
+  const QDateTime time = panel.Answer(ReadPanelStatus()).Clock();
   if (!time.isValid()) panel.Fail(QStringLiteral("the panel's clock tells no time"));
   return time;
 }

@@ -138,8 +138,18 @@ TEST_F(ConnectTest, ThePanelsHardwareIsAdoptedOnYesAndItsClockSet) {
   });
   lines.Socket.Replies = {{"[00]"}};
   Press("cmdSetQZClock");
-  NowSeam = realNow;
   EXPECT_EQ(Told(lines.Socket)[0], "send " + simulator::FrameCommand("0017070B161A0"));
+  EXPECT_EQ(Text("lblClock"), "Sent; Refresh reads it");
+  lines.Socket.Replies = {{FrameReply("1707000B161A000009200000000000")}};
+  Press("cmdRefresh");
+  EXPECT_EQ(Text("lblClock"), "Set. The panel is 45 s behind, as only hours and minutes are sent");
+  lines.Socket.Replies = {{FrameReply("1709320B161A000009200000000000")}};
+  Press("cmdRefresh");
+  EXPECT_EQ(Text("lblClock"), "The panel is 2 min 5 s ahead");
+  NowSeam = realNow;
+  lines.Socket.Replies = {};
+  Press("cmdSetQZClock");
+  EXPECT_EQ(Text("lblClock"), "The clock may not be set: no answer came");
 }
 
 TEST_F(ConnectTest, AModemCallTakesItsFixedTimes) {
