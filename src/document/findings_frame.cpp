@@ -12,6 +12,7 @@
 #include <memory>
 
 #include "document/rehearse.h"
+#include "document/report_dialog.h"
 #include "document/rules/report/report_writer.h"
 #include "line/transfer.h"
 #include "link/panel_link.h"
@@ -361,12 +362,16 @@ void FindingsFrame::TellReport(const QString& told) {
 }
 
 void FindingsFrame::cmdPrint_Click() {
-  LoadReportWriter()->Preview(BuildReport(LiveProject, CurrentFileName, Now()), window());
+  if (const auto facts = AskReportFacts(window())) {
+    LoadReportWriter()->Preview(BuildReport(LiveProject, *facts), window());
+  }
 }
 
 void FindingsFrame::cmdReportPdf_Click() {
   const QString name = ReportFileName(QStringLiteral("Portable Documents"), QStringLiteral("pdf"));
   if (name.isEmpty()) return;
+  const auto facts = AskReportFacts(window());
+  if (!facts) return;
   QString outcome;  // of a failure the message box tells
   const auto tell = qScopeGuard([&] { TellReport(outcome); });
   int told = 0;
@@ -376,7 +381,7 @@ void FindingsFrame::cmdReportPdf_Click() {
     told = percent;
     TellReport(QStringLiteral("Report: %1 %").arg(percent));
   };
-  ReplaceFile(name, ReportPdf(LiveProject, CurrentFileName, name, UsualPaper(), progress));
+  ReplaceFile(name, ReportPdf(LiveProject, *facts, name, UsualPaper(), progress));
   outcome = QStringLiteral("The report is written.");
 }
 
@@ -384,7 +389,7 @@ void FindingsFrame::cmdSpreadsheet_Click() {
   const QString name = ReportFileName(QStringLiteral("Spreadsheets"), QStringLiteral("xlsx"));
   if (name.isEmpty()) return;
   TellReport({});
-  ReplaceFile(name, ReportWorkbook(LiveProject, name));
+  ReplaceFile(name, ReportWorkbook(LiveProject, Now(), name));
   TellReport(QStringLiteral("The spreadsheet is written."));
 }
 

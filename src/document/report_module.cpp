@@ -1,8 +1,10 @@
 #include <QBuffer>
 #include <QGuiApplication>
+#include <QHashSeed>
 #include <QPdfWriter>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
+#include <QScopeGuard>
 
 #include "document/report_pages.h"
 #include "document/report_workbook.h"
@@ -27,19 +29,27 @@ class QtReportWriter : public ReportWriter {
       qputenv("QT_QPA_PLATFORM", "offscreen");
       application = std::make_unique<QGuiApplication>(argumentCount, arguments);
     }
+    // Qt numbers the fonts in the order of a hash, which is another one in each run.
+    QHashSeed::setDeterministicGlobalSeed();
+    const auto seed = qScopeGuard([] { QHashSeed::resetRandomGlobalSeed(); });
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
+    std::vector<PdfBookmark> bookmarks;
     {
       QPdfWriter pdf(&buffer);
       pdf.setTitle(report.PanelName);
       SetUpPages(pdf, paper);
-      PaintReport(report, pdf, progress);
+      bookmarks = PaintReport(report, pdf, progress);
     }
-    return buffer.data();
+    return WithBookmarks(buffer.data(), bookmarks, report.Date);
   }
 
-  QByteArray Workbook(const std::vector<DocumentTable>& sheets) override {
-    return WorkbookOf(sheets);
+  void Paint(const PanelReport& report, QPagedPaintDevice& device) override {
+    PaintReport(report, device, {});
+  }
+
+  QByteArray Workbook(const std::vector<DocumentTable>& sheets, const QDateTime& date) override {
+    return WorkbookOf(sheets, date);
   }
 
   void Preview(const PanelReport& report, QWidget* window) override {
@@ -48,7 +58,7 @@ class QtReportWriter : public ReportWriter {
     printer.setDocName(report.PanelName);
     QPrintPreviewDialog dialog(&printer, window);
     QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested,
-                     [&](QPrinter* pages) { PaintReport(report, *pages, {}); });
+                     [&](QPrinter* pages) { Paint(report, *pages); });
     dialog.exec();
   }
 };

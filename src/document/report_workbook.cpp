@@ -112,7 +112,7 @@ class WorkbookWriter {
 
 }  // namespace
 
-QByteArray WorkbookOf(const std::vector<DocumentTable>& sheets) {
+QByteArray WorkbookOf(const std::vector<DocumentTable>& sheets, const QDateTime& date) {
   const DecimalPoints points;
   const QTemporaryDir folder;
   QFile file(folder.filePath(QStringLiteral("workbook")));
@@ -121,6 +121,9 @@ QByteArray WorkbookOf(const std::vector<DocumentTable>& sheets) {
   options.tmpdir = place.data();
   lxw_workbook* book = workbook_new_opt(QFile::encodeName(file.fileName()), &options);
   if (book == nullptr) throw RunTimeFailure("there is not enough memory");
+  lxw_doc_properties made{};
+  made.created = date.toSecsSinceEpoch();
+  workbook_set_properties(book, &made);
   WorkbookWriter writer(book);
   for (const DocumentTable& table : sheets) writer.AddSheet(table);
   const lxw_error error = workbook_close(book);

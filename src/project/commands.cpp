@@ -56,10 +56,17 @@ ExitStatus Report(const CommandLine& line, const QStringList& files) {
                       : line.Paper == u"letter" ? Paper::Letter
                                                 : Paper::A4;
   if (!line.Pdf.isEmpty()) {
-    StoreBytes(line.Pdf, ReportPdf(project, files[0], line.Pdf, paper, {}));
+    ReportFacts facts{.FileName = files[0], .Date = line.Date};
+    if (files[0] == u"-") {
+      facts.FileName = QStringLiteral("standard input");
+    } else if (!IsPanelMemory(files[0])) {
+      facts = FactsOfFile(files[0], line.Date);
+      facts.Cover = ReadCover(files[0]);
+    }
+    StoreBytes(line.Pdf, ReportPdf(project, facts, line.Pdf, paper, {}));
   }
   if (!line.Workbook.isEmpty()) {
-    StoreBytes(line.Workbook, ReportWorkbook(project, line.Workbook));
+    StoreBytes(line.Workbook, ReportWorkbook(project, line.Date, line.Workbook));
   }
   return StatusGood;
 }
@@ -87,7 +94,7 @@ const std::vector<Command>& Commands() {
       {"apply", "FILE DIFF.tsv", "Takes over what a comparison printed.", 2, 2, {}, ApplyRows},
       {"merge", "BASE OURS THEIRS", "A line a setting that both changed.", 3, 3, MergeColumns, MergeFiles, {"output=OUT.T3", "path=NAME"}},
       {"document", "FILE", "The text document with all its sections.", 1, 1, {}, Document, {"date=TIME", "name=NAME", "utf8"}},
-      {"report", "FILE --pdf OUT --xlsx OUT", "A report to print, a spreadsheet.", 1, 1, {}, Report, {"pdf=OUT.pdf", "xlsx=OUT.xlsx", "paper=PAPER"}},
+      {"report", "FILE --pdf OUT --xlsx OUT", "A report to print, a spreadsheet.", 1, 1, {}, Report, {"pdf=OUT.pdf", "xlsx=OUT.xlsx", "paper=PAPER", "date=TIME"}},
       {"image", "FILE OUT", "A panel's memory after a download.", 2, 2, {}, Image},
       {"project", "MEMORY OUT.T3", "The way back, as an upload makes it.", 2, 2, {}, FromMemory, {"names"}},
       {"read", "PANEL OUT.T3", "The panel's memory as a project.", 2, 2, {}, ReadPanel, {"no-names"}},

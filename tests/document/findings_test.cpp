@@ -147,25 +147,6 @@ TEST_F(FindingsTest, AnItemIsFoundByNameOrNumberWithItsUses) {
   EXPECT_EQ(Find<ComboBox>("cboTimer").ListIndex(), 2);
 }
 
-TEST_F(FindingsTest, ReportsAreWrittenWholeAndSaySo) {
-  Menu("mnuDocument");
-  nextFileName = {};
-  Press("cmdReportPdf");
-  EXPECT_EQ(Text("lblFound"), "");
-  for (const auto& [button, name] :
-       {std::pair{"cmdReportPdf", "panel.pdf"}, std::pair{"cmdSpreadsheet", "panel.xlsx"}}) {
-    nextFileName = folder.filePath(QString::fromLatin1(name));
-    Press(button);
-    EXPECT_GT(QFileInfo(nextFileName).size(), 2000) << name;
-    EXPECT_TRUE(Text("lblFound").endsWith(" is written.")) << name;
-    nextFileName = folder.path();
-    Press(button);
-    EXPECT_EQ(Text("lblFound"), "") << name;
-  }
-  ASSERT_EQ(messages.size(), 2U);
-  EXPECT_TRUE(messages[0].Text.contains("it is a folder"));
-}
-
 TEST_F(FindingsTest, AComparisonLeavesTheProjectAlone) {
   CurrentFileName = nextFileName = folder.filePath("other.T3");
   PanelRecord.RelayName(3) = "HALL";

@@ -1,25 +1,42 @@
 #include "document/rules/report/report.h"
 
+#include <QCryptographicHash>
 #include <algorithm>
+#include <set>
 
+#include "document/page_recorder.h"
+#include "document/rules/report/report_writer.h"
 #include "document/rules/text/doc_file.h"
 #include "document/sample_panel.h"
+#include "document/school_panel.h"
 #include "panel/document_fixture.h"
+#include "panel/live_dimmers.h"
 
 namespace {
 
 using Kind = DocumentCell::Kind;
 
+const QDateTime Morning(QDate(2026, 11, 25), QTime(10, 0));
+
 class ReportTest : public DocumentTest {
  protected:
+  static PanelReport Report() { return BuildReport(LiveProject, {.Date = Morning}); }
+
+  static std::vector<QStringList> Rows(const QString& chapter) {
+    std::vector<QStringList> rows;
+    for (const ReportChapter& known : Report().Chapters) {
+      if (known.Title != chapter) continue;
+      for (ReportRow row : known.Rows) {
+        rows.push_back(row.Cells.replaceInStrings(QChar(QChar::Nbsp), QStringLiteral(" ")));
+      }
+    }
+    return rows;
+  }
+
   /// The cells of the row that begins with `item`; none when it is left out.
   static QStringList Row(const QString& chapter, const QString& item) {
-    for (const ReportChapter& known :
-         BuildReport(LiveProject, CurrentFileName, QDateTime()).Chapters) {
-      if (known.Title != chapter) continue;
-      for (QStringList row : known.Rows) {
-        if (row[0] == item) return row.replaceInStrings(QChar(QChar::Nbsp), QStringLiteral(" "));
-      }
+    for (const QStringList& row : Rows(chapter)) {
+      if (row[0] == item) return row;
     }
     return {};
   }
@@ -35,6 +52,9 @@ TEST_F(ReportTest, TellsWhatIsUsedInNamesAndActionWords) {
   PanelRecord.GroupRelayInclude(6, 3) = -1;
   PanelRecord.TimerGroupControl(47, 6) = 2;
   PanelRecord.TimerRelayControl(47, 3) = 2;
+  PanelRecord.TimerTimeType(47) = 6;
+  PanelRecord.TimerTime(47) = 30;
+  PanelRecord.TimerDays(47) = 0b0100'0001;
   FennlinkRecords(26).DeviceType = 2;
   FennlinkRecords(26).DeviceRelayControl(1, 4) = 2;
   EXPECT_EQ(Row("Inputs", "INPUT 03 LOBBY"),
@@ -42,9 +62,11 @@ TEST_F(ReportTest, TellsWhatIsUsedInNamesAndActionWords) {
                          "turns RELAY 01 FOYER, RELAY 02 on and off\n"
                          "has a pilot that follows RELAY 03"}));
   EXPECT_EQ(Row("Relays", "RELAY 01 FOYER")[3].toStdString(),
-            "INPUT 03 LOBBY: turns it on and off\nGROUP 07: includes it\n"
-            "TIMER 48: turns it off through a group");
-  EXPECT_EQ(Row("Relays", "RELAY 04").value(3), "GROUP 07: includes it\nTIMER 48: turns it off");
+            "INPUT 03 LOBBY: turns it on and off\n"
+            "Through GROUP 07: TIMER 48 (6:30 AM, Mon to Fri): turns it off");
+  EXPECT_EQ(Row("Relays", "RELAY 04").value(3).toStdString(),
+            "TIMER 48 (6:30 AM, Mon to Fri): turns it off\nGROUP 07: includes it")
+      << "what is done directly is not told again";
   EXPECT_EQ(Row("Bus Devices", "FL 1A INPUT 2")[2], "turns RELAY 05 off");
   EXPECT_EQ(Row("Relays", "RELAY 03"), QStringList()) << "nothing uses it";
   EXPECT_EQ(Row("Panel Door", "03"), (QStringList{"03", "", "", ""}));
@@ -56,6 +78,7 @@ TEST_F(ReportTest, SheetsHaveEachCellOfItsType) {
   const auto sheets = BuildSheets(LiveProject);
   const std::tuple<std::string, std::string, std::size_t, Kind, int, std::string> cells[] = {
       {"Panel Settings", "Value", 0, Kind::Text, 0, "12E5"},
+      {"Panel Settings", "Points", 3, Kind::Text, 0, "33-40"},
       {"Relay Schedule", "Relay", 0, Kind::Number, 1, "01"},
       {"Local Input Schedule", "Enable Time", 3, Kind::Time, 90, "1:30A"},
       {"Timer Schedule", "Time", 36, Kind::Time, 1441 % 1440, "12:01A"},
@@ -84,6 +107,285 @@ TEST_F(ReportTest, SheetsHaveEachCellOfItsType) {
     const DocumentCell& cell = sheet->Rows.at(row).at(at);
     EXPECT_EQ(std::tie(cell.Type, cell.Value, cell.Text), std::tie(type, value, text)) << cell.Text;
   }
+}
+
+TEST_F(ReportTest, TellsItemsInARowAsOneAndAllThatScreensHold) {
+  PanelRecord.IOCount(0) = 4;
+  PanelRecord.IOCount(3) = 2;
+  PanelRecord.AddOnModuleType = 1;
+  PanelRecord.DMXChannel(4) = 300;
+  PanelRecord.RTCSource = 1;
+  PanelRecord.RelayName(7) = "HALL";
+  for (int relay = 2; relay < 12; ++relay) PanelRecord.GroupRelayInclude(0, relay) = -1;
+  for (const int preset : {3, 8}) {
+    PanelRecord.PresetRelayControl(preset, 4) = 1;
+    PanelRecord.TimerPresetControl(0, preset) = -1;
+  }
+  PanelRecord.OffHoursSweepGroup(0) = -1;
+  FennlinkRecords(2).DeviceType = 3;
+  FennlinkRecords(2).DevicePilot(1) = 1;
+  DimSetEnabled(0, 1);
+  DimSetTrackMode(0, 1, 2);
+  DimSetTarget(0, 1, 140);
+  DimSetRelay(0, 2, 5, 1);
+  DimSetOnLevel(0, 2, 80);
+  DimSetOffLevel(0, 2, 5);
+  EXPECT_EQ(Row("Groups", "GROUP 01").value(1),
+            "includes RELAY 03 to 07, RELAY 08 HALL, RELAY 09 to 12");
+  EXPECT_EQ(Row("Relays", "RELAY 05").mid(3),
+            (QStringList{"300",
+                         "Through GROUP 01: Off hours sweep (1 Hour Interval): sweeps it off\n"
+                         "Through PRESET 04, PRESET 09: TIMER 01 (12:00 AM, every day): "
+                         "turns it on"}));
+  EXPECT_EQ(Row("Panel", "I/O of node 4").value(1), "8, 17 to 24");
+  EXPECT_EQ(Row("Panel", "Clock source").value(1), "Internal Crystal");
+  EXPECT_EQ(Row("Panel", "DMX on level").value(1), "90%");
+  EXPECT_EQ(Row("Panel", "ModBus mode"), QStringList()) << "of a module that is not there";
+  EXPECT_EQ(Row("Bus Devices", "FL 02 INPUT 2").value(2), "has a pilot that is always on");
+  EXPECT_TRUE(Row("Dimmers", "DIMMER 1 OUTPUT 2").value(1).endsWith("target 140 (19 fc)"));
+  EXPECT_EQ(Row("Dimmers", "DIMMER 1 OUTPUT 3").value(3),
+            "follows RELAY 06\nwith them on 80 %, off 5 %");
+}
+
+TEST_F(ReportTest, DaysInARowAreOneAndSheetsHaveARowForEachItem) {
+  LoadSchool();
+  const auto days = Rows("Open And Close Times");
+  EXPECT_EQ(days[1], (QStringList{"Monday to Friday", "7:00A", "6:00P"}));
+  EXPECT_EQ(Row("Open And Close Times", "Dec 23 to Dec 31").mid(1),
+            (QStringList{"9:00A", "2:00P"}));
+  PanelRecord.DateOpenTime(11, 24) = PanelRecord.DateCloseTime(11, 24) = 36;
+  EXPECT_EQ(Row("Open And Close Times", "Dec 25").mid(1), (QStringList{"closed", ""}));
+  EXPECT_EQ(Row("Panel Door", "20"), (QStringList{"20", "ROOM 120", "", "", "40", "SIGN", "", ""}));
+  EXPECT_EQ(Rows("Commissioning").size(), 40U + 20U + 5U + 4U);
+  EXPECT_EQ(Row("Commissioning", "FL 04 STATION 4"),
+            (QStringList{"FL 04 STATION 4", "6/7/8 Button", ReportBox, "", ""}));
+}
+
+TEST_F(ReportTest, TheYearTellsWhenTimersFireAndWhenTheyHaveRelaysOn) {
+  const auto timer = [](Int16 number, Int16 hour, Int16 relay, Int16 code) {
+    PanelRecord.TimerTimeType(number) = hour;
+    PanelRecord.TimerRelayControl(number, relay) = code;
+  };
+  timer(0, 9, 0, 1);
+  timer(0, 9, 1, 1);
+  timer(0, 9, 2, 1);
+  timer(1, 18, 0, 2);
+  timer(2, 18, 3, 1);
+  PanelRecord.TimerHolidayMonth(2) = 3;
+  PanelRecord.GroupRelayInclude(5, 1) = PanelRecord.GroupRelayInclude(5, 2) = -1;
+  PanelRecord.OffHoursSweepGroup(5) = -1;
+  PanelRecord.RelayTimerType(3) = 6;
+  const PanelReport report = Report();
+  const auto year = std::find_if(report.Chapters.begin(), report.Chapters.end(),
+                                 [](const auto& c) { return c.Title == "The Year 2026"; });
+  ASSERT_NE(year, report.Chapters.end());
+  ASSERT_EQ(year->Rows.size(), 3U);
+  EXPECT_EQ(year->Rows[0].Cells.mid(0, 2), (QStringList{"TIMER 01", "9:00A"}));
+  EXPECT_EQ(year->Rows[2].Cells.mid(0, 5), (QStringList{"TIMER 03", "-", "-", "6:00P", "-"}));
+  ASSERT_EQ(year->Graphs.size(), 2U) << "a relay that is pulsed is on at no time";
+  EXPECT_EQ(year->Graphs[1].Title, "RELAY 02 and 1 more");
+  ASSERT_EQ(year->Graphs[0].Areas.size(), 1U) << "days alike are one";
+  EXPECT_EQ(year->Graphs[0].Areas[0], QRectF(QPointF(0, 0.25), QPointF(1, 0.625)));
+  EXPECT_EQ(year->Graphs[1].Areas[0], QRectF(QPointF(0, 0.125), QPointF(1, 0.625)))
+      << "until the sweep of the close time, 9 PM";
+}
+
+TEST_F(ReportTest, CoverTellsTheFileAndWhoItIsFor) {
+  const QTemporaryDir folder;
+  const QString file = folder.filePath("yard.T3");
+  EXPECT_EQ(ReadCover(file), ReportCover());
+  const ReportCover cover{"Ville d'\u00c9vry", "12: Gate \u2116 3", ""};
+  KeepCover(file, cover);
+  EXPECT_EQ(ReadCover(file), cover);
+  EXPECT_EQ(FileText(file + ".report").substr(0, 28), "Tamberloom 3 report\nClient: ");
+  QFile project(file);
+  ASSERT_TRUE(project.open(QIODevice::WriteOnly));
+  project.write("abc");
+  project.close();
+  ReportFacts facts = FactsOfFile(file, Morning);
+  facts.Cover = cover;
+  const auto told = BuildReport(LiveProject, facts);
+  EXPECT_EQ(told.PanelName, "ORV TAMBERLOOM 3") << "of a panel without a name";
+  const std::vector<std::pair<QString, QString>> lines = {
+      {"Client", cover.Client},     {"Site", cover.Site}, {"Engineer", ""},
+      {"Date", "2026-11-25 10:00"}, {"File", "yard.T3"},  {"SHA-256", "ba78 16bf 8f01 cfea ..."}};
+  EXPECT_TRUE(std::equal(lines.begin(), lines.end(), told.Cover.begin()));
+  EXPECT_EQ(FactsOfFile(file, Morning, true).Sum, "") << "the file is not what is reported";
+}
+
+TEST_F(ReportTest, DamagedNumbersAreToldOrFailAndNeverCrash) {
+  const std::string sound = Document();
+  int told = 0;
+  for (unsigned seed = 1; seed <= 8; ++seed) {
+    Project damaged = LiveProject;
+    ASSERT_TRUE(DecodeProject(Nonsense(sound, seed), damaged));
+    if (seed % 2 == 0) damaged.Dimmers = LiveProject.Dimmers;
+    try {
+      told += BuildReport(damaged, {.Date = Morning}).Chapters.empty() ? 0 : 1;
+    } catch (const RunTimeFailure& failure) {
+      EXPECT_STRNE(failure.what(), "");
+    }
+  }
+  EXPECT_GE(told, 1);
+}
+
+TEST_F(ReportTest, AForeignFileInTheCoversPlaceIsToldAndStays) {
+  const QTemporaryDir folder;
+  const QString file = folder.filePath("yard.T3");
+  for (const QByteArray& foreign :
+       {QByteArray(), QByteArray("Client: A\n"), QByteArray("Tamberloom 3 report\nColor: red\n"),
+        QByteArray("Tamberloom 3 report\nSite: A\nSite: B\n"),
+        QByteArray("Tamberloom 3 report\nSite: \xff\n"), QByteArray(100'000, '\n')}) {
+    QFile kept(CoverFileOf(file));
+    ASSERT_TRUE(kept.open(QIODevice::WriteOnly));
+    kept.write(foreign);
+    kept.close();
+    EXPECT_THROW(ReadCover(file), RunTimeFailure) << foreign.left(40).toStdString();
+    EXPECT_THROW(KeepCover(file, {"A", "B", "C"}), RunTimeFailure);
+    EXPECT_EQ(FileText(CoverFileOf(file)), foreign.toStdString());
+  }
+  try {
+    ReadCover(file);
+  } catch (const RunTimeFailure& failure) {
+    EXPECT_TRUE(QString::fromUtf8(failure.what()).contains("yard.T3.report\" is to keep"));
+  }
+}
+
+TEST_F(ReportTest, AcceptedFindingsStandApartWithTheirReason) {
+  LoadSchool();
+  const auto findings = Rows("Check");
+  PanelRecord.RelayName(1) = PanelRecord.RelayName(0);
+  const auto one = Rows("Check");
+  ASSERT_GT(one.size(), findings.size());
+  const std::vector<AcceptedFinding> accepted = {
+      {"same-name", "RELAY 02", "Both are of one room.", "2026-11-20"},
+      {"same-name", "RELAY 40", "Of another relay.", ""}};
+  const auto told = BuildReport(LiveProject, {.Date = Morning, .Accepted = accepted});
+  EXPECT_EQ(told.Chapters[0].Rows.size(), one.size() - 1);
+  EXPECT_EQ(told.Chapters[1].Title, "Accepted Findings");
+  ASSERT_EQ(told.Chapters[1].Rows.size(), 1U);
+  EXPECT_EQ(told.Chapters[1].Rows[0].Cells.mid(2),
+            (QStringList{"Both are of one room.", "2026-11-20"}));
+  EXPECT_TRUE(told.Cover.back().second.endsWith(", of which 1 accepted"));
+}
+
+/// What a reader of the pages relies on.
+class ReportPagesTest : public ReportTest {
+ protected:
+  static const PrintedText* Find(const std::vector<PrintedText>& page, const QString& text) {
+    // The contents and the foot are painted last.
+    const auto found = std::find_if(page.rbegin(), page.rend(),
+                                    [&](const PrintedText& t) { return t.Text == text; });
+    return found == page.rend() ? nullptr : &*found;
+  }
+
+  /// Looks at the foot, the contents and the edges of all pages.
+  static void LookAt(const PageRecorder& pages, const PanelReport& report) {
+    const int count = static_cast<int>(pages.Pages().size());
+    for (int page = 2; page <= count; ++page) {
+      SCOPED_TRACE(page);
+      const auto& texts = pages.Pages()[static_cast<std::size_t>(page - 1)];
+      const PrintedText* foot = Find(texts, QStringLiteral("Page %1 of %2").arg(page).arg(count));
+      ASSERT_NE(foot, nullptr);
+      EXPECT_NE(Find(texts, "2026-11-25 10:00"), nullptr);
+      for (const PrintedText& text : texts) {
+        EXPECT_LE(text.Right, pages.width() + 1) << text.Text.toStdString();
+        EXPECT_LE(text.Base, foot->Base) << text.Text.toStdString();
+        EXPECT_GE(text.Left, 0) << text.Text.toStdString();
+      }
+    }
+    const auto& contents = pages.Pages()[1];
+    for (const ReportChapter& chapter : report.Chapters) {
+      SCOPED_TRACE(chapter.Title.toStdString());
+      const PrintedText* line = Find(contents, chapter.Title);
+      ASSERT_NE(line, nullptr);
+      const PrintedText* number = line + 1;
+      const int page = number->Text.toInt();
+      ASSERT_TRUE(page >= 2 && page <= count);
+      const auto& texts = pages.Pages()[static_cast<std::size_t>(page - 1)];
+      const auto title = std::find_if(texts.rbegin(), texts.rend(), [&](const PrintedText& t) {
+        return t.Text == chapter.Title && t.Left == 0;
+      });
+      ASSERT_NE(title, texts.rend());
+      // Its columns, and a row at least.
+      std::set<double> lines;
+      for (const PrintedText& text : texts) {
+        if (text.Base > title->Base && text.Base < Find(texts, "2026-11-25 10:00")->Base) {
+          lines.insert(text.Base);
+        }
+      }
+      EXPECT_GE(lines.size(), 2U) << "a heading alone";
+    }
+  }
+};
+
+TEST_F(ReportPagesTest, ASchoolFitsTenPagesBesideWhatIsFilledIn) {
+  LoadSchool();
+  const PanelReport report = Report();
+  const auto writer = LoadReportWriter();
+  for (const auto paper : {QPageSize::A4, QPageSize::Letter}) {
+    PageRecorder pages(paper);
+    writer->Paint(report, pages);
+    LookAt(pages, report);
+    const PrintedText* door = Find(pages.Pages()[1], "Panel Door");
+    ASSERT_NE(door, nullptr);
+    if (paper == QPageSize::A4) {
+      EXPECT_LE((door + 1)->Text.toInt(), 11);
+    }
+    const PrintedText* tests = Find(pages.Pages()[1], "Commissioning");
+    EXPECT_EQ((tests + 1)->Text.toInt(), (door + 1)->Text.toInt() + 1) << "one sheet for the door";
+  }
+  const QString folder = qEnvironmentVariable("TAMBERLOOM_REPORT_FOLDER");
+  if (folder.isEmpty()) return;
+  const auto keep = [&](const char* name, Paper paper) {
+    QFile file(folder + u'/' + QLatin1StringView(name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(writer->Pdf(report, paper, {}));
+  };
+  keep("school_a4.pdf", Paper::A4);
+  keep("school_letter.pdf", Paper::Letter);
+}
+
+TEST_F(ReportPagesTest, ARowThatGoesOnBehindABreakHasItsName) {
+  LoadEveryCode();
+  PanelRecord.RelayName(0) = "FOYER";
+  for (int input = 0; input < ItemCount; ++input) {
+    PanelRecord.InputName(input) = "SWITCH OF ROOM " + std::to_string(input);
+    PanelRecord.InputType(input) = 1;
+    for (int relay = 0; relay < ItemCount; ++relay) {
+      PanelRecord.InputRelayControl(input, relay) = static_cast<Int16>(1 + (input + relay) % 3);
+    }
+  }
+  const PanelReport report = Report();
+  PageRecorder pages(QPageSize::A4);
+  LoadReportWriter()->Paint(report, pages);
+  LookAt(pages, report);
+  int namesOnBreaks = 0;
+  for (std::size_t page = 2; page < pages.Pages().size(); ++page) {
+    const auto& texts = pages.Pages()[page];
+    // Behind a break the columns stand first, then a row, which begins in the first column.
+    if (texts.size() < 8 || texts[0].Text != "Relay") continue;
+    const auto row = std::find_if(texts.begin(), texts.end(), [&](const PrintedText& t) {
+      return t.Base > texts[0].Base + pages.Millimetres(3.9);
+    });
+    ASSERT_NE(row, texts.end());
+    EXPECT_TRUE(row->Text.startsWith("RELAY ")) << row->Text.toStdString();
+    EXPECT_LE(row->Left, pages.Millimetres(2)) << row->Text.toStdString();
+    ++namesOnBreaks;
+  }
+  EXPECT_GE(namesOnBreaks, 3);
+}
+
+TEST_F(ReportPagesTest, TheSameProjectAndDateGiveTheSameBytes) {
+  LoadEveryCode();
+  const auto writer = LoadReportWriter();
+  const QByteArray pdf = writer->Pdf(Report(), Paper::A4, {});
+  EXPECT_TRUE(pdf == writer->Pdf(Report(), Paper::A4, {}));
+  EXPECT_EQ(pdf.count("/XYZ null "), static_cast<qsizetype>(Report().Chapters.size()));
+  EXPECT_TRUE(pdf.contains("/CreationDate (D:20261125100000)"));
+  const QByteArray workbook = writer->Workbook(BuildSheets(LiveProject), Morning);
+  EXPECT_TRUE(workbook == writer->Workbook(BuildSheets(LiveProject), Morning));
+  EXPECT_FALSE(workbook == writer->Workbook(BuildSheets(LiveProject), Morning.addDays(1)));
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 
 #include "document/rules/text/doc_file.h"
 #include "panel/fixed_array.h"
-#include "panel/stopwatch.h"
 
 namespace {
 
@@ -42,13 +41,14 @@ std::unique_ptr<ReportWriter> LoadReportWriter() {
   return std::unique_ptr<ReportWriter>(make());
 }
 
-std::string ReportPdf(const Project& project, const QString& source, const QString& fileName,
+std::string ReportPdf(const Project& project, const ReportFacts& facts, const QString& fileName,
                       Paper paper, const ReportProgress& progress) {
   return BytesFor(fileName, [&] {
-    return LoadReportWriter()->Pdf(BuildReport(project, source, Now()), paper, progress);
+    return LoadReportWriter()->Pdf(BuildReport(project, facts), paper, progress);
   });
 }
 
-std::string ReportWorkbook(const Project& project, const QString& fileName) {
-  return BytesFor(fileName, [&] { return LoadReportWriter()->Workbook(BuildSheets(project)); });
+std::string ReportWorkbook(const Project& project, const QDateTime& date, const QString& fileName) {
+  return BytesFor(fileName,
+                  [&] { return LoadReportWriter()->Workbook(BuildSheets(project), date); });
 }

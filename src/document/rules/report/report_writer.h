@@ -7,6 +7,7 @@
 
 #include "document/rules/report/report.h"
 
+class QPagedPaintDevice;
 class QWidget;
 
 enum class Paper { Letter, A4 };
@@ -25,8 +26,10 @@ class ReportWriter {
 
   virtual QByteArray Pdf(const PanelReport& report, Paper paper,
                          const ReportProgress& progress) = 0;
+  /// Paints all pages, on paper as the device has it.
+  virtual void Paint(const PanelReport& report, QPagedPaintDevice& device) = 0;
   /// An .xlsx workbook. Throws RunTimeFailure.
-  virtual QByteArray Workbook(const std::vector<DocumentTable>& sheets) = 0;
+  virtual QByteArray Workbook(const std::vector<DocumentTable>& sheets, const QDateTime& date) = 0;
   /// The preview, from which the print dialog opens.
   virtual void Preview(const PanelReport& report, QWidget* window) = 0;
 };
@@ -34,8 +37,8 @@ class ReportWriter {
 /// Loads the module. Throws RunTimeFailure, which says what to do.
 std::unique_ptr<ReportWriter> LoadReportWriter();
 
-/// The bytes of a project's report; `source` is the project's file. They throw RunTimeFailure,
-/// which names the file that they were for, and the reason.
-std::string ReportPdf(const Project& project, const QString& source, const QString& fileName,
+/// The bytes of a project's report, the same for the same project, facts and fonts. They throw
+/// RunTimeFailure, which names the file that they were for, and the reason.
+std::string ReportPdf(const Project& project, const ReportFacts& facts, const QString& fileName,
                       Paper paper, const ReportProgress& progress);
-std::string ReportWorkbook(const Project& project, const QString& fileName);
+std::string ReportWorkbook(const Project& project, const QDateTime& date, const QString& fileName);

@@ -118,7 +118,7 @@ void DocumentText::EndRow() {
 
 void DocumentText::AddRow() {
   row_.back().Text = bytes_.substr(cellStart_);
-  if (table_ == NoTable) BeginTable(title_, {"Setting", "Value"});
+  if (table_ == NoTable) BeginTable(title_, {"Setting", "Value", "Points"});
   if (table_ != leader_) row_.insert(row_.begin(), lead_.begin(), lead_.end());
   (*tables_)[table_].Rows.push_back(std::move(row_));
   row_.clear();

@@ -1,0 +1,7 @@
+#pragma once
+
+#include "document/report_paper.h"
+#include "document/rules/report/report.h"
+
+/// Lays a chapter's graphs out, several side by side.
+void LayOutGraphs(const std::vector<ReportGraph>& graphs, ReportPaper& paper);

@@ -1,0 +1,63 @@
+#include "document/report_paper.h"
+
+#include <QFontMetricsF>
+
+ReportPaper::ReportPaper(QPagedPaintDevice& device) : device_(device) {
+  constexpr int linesOfFoot = 2;
+  line_ = LineHeight(Font());
+  width_ = device.width();
+  bottom_ = device.height() - linesOfFoot * line_;
+}
+
+QFont ReportPaper::Font(int points, bool bold) const {
+  QFont font;
+  font.setPointSize(points);
+  font.setBold(bold);
+  return font;
+}
+
+double ReportPaper::LineHeight(const QFont& font) const {
+  return QFontMetricsF(font, &device_).lineSpacing();
+}
+
+void ReportPaper::NewPage() {
+  pages_.emplace_back();
+  Y = 0;
+}
+
+void ReportPaper::AddText(const QFont& font, double x, double y, double width, const QString& text,
+                          Qt::Alignment side) {
+  const QRectF room(x, y, width, LineHeight(font));
+  const QString shown = QFontMetricsF(font, &device_).elidedText(text, Qt::ElideRight, width);
+  Add([=](QPainter& painter) {
+    painter.setFont(font);
+    painter.setPen(Qt::black);
+    painter.drawText(room, side, shown);
+  });
+}
+
+void ReportPaper::AddLine(const QLineF& line) {
+  Add([line, pen = ThinPen(*this)](QPainter& painter) {
+    painter.setPen(pen);
+    painter.drawLine(line);
+  });
+}
+
+void ReportPaper::Say(const QFont& font, const QString& text) {
+  AddText(font, 0, Y, width_, text);
+  Y += LineHeight(font);
+}
+
+void ReportPaper::Paint(const std::function<void(QPainter& painter, int page)>& onEach) {
+  QPainter painter(&device_);
+  for (std::size_t page = 0; page < pages_.size(); ++page) {
+    if (page > 0) device_.newPage();
+    for (const Draw& draw : pages_[page]) draw(painter);
+    onEach(painter, static_cast<int>(page) + 1);
+    pages_[page].clear();
+  }
+}
+
+QPen ThinPen(const ReportPaper& paper) {
+  return {Qt::gray, paper.Millimetres(0.1)};
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QFont>
+#include <QPagedPaintDevice>
+#include <QPainter>
+#include <functional>
+#include <memory>
+#include <vector>
+
+constexpr int TextPoints = 8;
+constexpr int SmallPoints = 7;
+constexpr int TitlePoints = 12;
+
+/// Pages of a device. They are laid out first, and painted when their number is known.
+class ReportPaper {
+ public:
+  using Draw = std::function<void(QPainter& painter)>;
+
+  explicit ReportPaper(QPagedPaintDevice& device);
+
+  double Millimetres(double length) const { return length * device_.logicalDpiX() / 25.4; }
+  QFont Font(int points = TextPoints, bool bold = false) const;
+  double LineHeight(const QFont& font) const;
+  /// Of the text.
+  double Line() const { return line_; }
+  double Width() const { return width_; }
+  /// What is left of the page, above its foot.
+  double Left() const { return bottom_ - Y; }
+  bool IsFresh() const { return Y == 0; }
+  double Height() const { return device_.height(); }
+  QPagedPaintDevice& Device() { return device_; }
+
+  /// The page that is laid out, from 1.
+  int Page() const { return static_cast<int>(pages_.size()); }
+  void NewPage();
+
+  /// Adds to the page.
+  void Add(Draw draw) { pages_.back().push_back(std::move(draw)); }
+  /// A text of one line, cut where it is too long for the width that it has.
+  void AddText(const QFont& font, double x, double y, double width, const QString& text,
+               Qt::Alignment side = Qt::AlignLeft);
+  void AddLine(const QLineF& line);
+  /// A line of text at the place reached, which moves below it.
+  void Say(const QFont& font, const QString& text);
+
+  /// Paints all pages; `onEach` is called on each behind what it holds.
+  void Paint(const std::function<void(QPainter& painter, int page)>& onEach);
+
+  double Y = 0;  ///< The place reached on the page.
+
+ private:
+  QPagedPaintDevice& device_;
+  double line_;
+  double width_;
+  double bottom_;
+  std::vector<std::vector<Draw>> pages_{1};
+};
+
+/// The pen of rules and frames.
+QPen ThinPen(const ReportPaper& paper);

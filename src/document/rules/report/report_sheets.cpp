@@ -1,0 +1,105 @@
+#include <algorithm>
+
+#include "document/rules/report/report_chapters.h"
+#include "panel/code_page.h"
+#include "panel/dimmer_fields.h"
+#include "panel/fennlink_record.h"
+#include "panel/fennlink_types.h"
+#include "panel/format.h"
+
+// The findings of the check, and the sheets that are filled in by hand.
+
+namespace {
+
+const AcceptedFinding* Acceptance(const Finding& finding,
+                                  const std::vector<AcceptedFinding>& accepted) {
+  const auto found = std::find_if(accepted.begin(), accepted.end(), [&](const auto& row) {
+    return row.Rule == QLatin1StringView(finding.Rule.data(),
+                                         static_cast<qsizetype>(finding.Rule.size())) &&
+           row.Item == ItemCode(finding.Where);
+  });
+  return found == accepted.end() ? nullptr : &*found;
+}
+
+}  // namespace
+
+ReportChapter CheckChapter(const std::vector<Finding>& findings,
+                           const std::vector<AcceptedFinding>& accepted) {
+  ReportChapter chapter{QStringLiteral("Check"), {"Kind", "Finding"}, {12, 88}};
+  for (const Finding& finding : findings) {
+    if (Acceptance(finding, accepted)) continue;
+    chapter.Rows.push_back({{SeverityWord(finding.Level), finding.Sentence}});
+  }
+  return chapter;
+}
+
+ReportChapter AcceptedChapter(const std::vector<Finding>& findings,
+                              const std::vector<AcceptedFinding>& accepted) {
+  ReportChapter chapter{QStringLiteral("Accepted Findings"),
+                        {"Kind", "Finding", "Why it stays", "Accepted"},
+                        {12, 40, 34, 14}};
+  for (const Finding& finding : findings) {
+    const AcceptedFinding* row = Acceptance(finding, accepted);
+    if (!row) continue;
+    chapter.Rows.push_back(
+        {{SeverityWord(finding.Level), finding.Sentence, row->Reason, row->Date}});
+  }
+  return chapter;
+}
+
+ReportChapter DoorChapter(const Project& project) {
+  /// More of them stand side by side in two halves, so that they fit one page.
+  constexpr int mostInOneColumn = 24;
+  const int points = InstalledPoints(project);
+  const bool halved = points > mostInOneColumn;
+  const int rows = halved ? (points + 1) / 2 : points;
+  ReportChapter chapter{QStringLiteral("Panel Door"), {}, {}, {}, {}, true};
+  for (int half = 0; half < (halved ? 2 : 1); ++half) {
+    chapter.Columns << "Relay"
+                    << "Name"
+                    << "Voltage"
+                    << "Circuit";
+    for (const int width : {8, 20, 10, 12}) chapter.Widths.push_back(halved ? width : 2 * width);
+  }
+  chapter.Rows.resize(static_cast<std::size_t>(rows));
+  for (int relay = 0; relay < (halved ? 2 * rows : rows); ++relay) {
+    QStringList& cells = chapter.Rows[static_cast<std::size_t>(relay % rows)].Cells;
+    const bool there = relay < points;
+    cells << (there ? TwoDigits(relay + 1) : QString())
+          << (there ? OwnName(project, {ItemKind::Relay, relay}) : QString()) << QString()
+          << QString();
+  }
+  return chapter;
+}
+
+ReportChapter CommissioningChapter(const Project& project, const ReportUses& uses) {
+  ReportChapter chapter{QStringLiteral("Commissioning"),
+                        {"Item", "What it is", "Tested", "By", "On"},
+                        {30, 24, 9, 20, 17},
+                        {},
+                        {},
+                        true};
+  const auto add = [&](const Item& item, const QString& what) {
+    chapter.Rows.push_back({{ItemText(project, item), what, ReportBox, QString(), QString()}});
+  };
+  const int points = InstalledPoints(project);
+  for (int relay = 0; relay < points; ++relay) {
+    add({ItemKind::Relay, relay}, QStringLiteral("relay"));
+  }
+  for (int input = 0; input < points; ++input) {
+    const Item item{ItemKind::Input, input};
+    if (!uses.DoesAnything(item) && OwnName(project, item).isEmpty()) continue;
+    add(item, InputTypeWord(project, item));
+  }
+  for (int number = 1; number <= DeviceCount; ++number) {
+    const FennlinkDeviceType& type = FennlinkDevice(project.Devices(number).DeviceType);
+    if (type.InputCount != 0) add({ItemKind::Device, number}, ToUnicode(type.ListText));
+  }
+  for (int dev = 0; dev < DimmerDeviceCount; ++dev) {
+    if (!DimmerEnabled(project.Dimmers, dev)) continue;
+    for (int out = 0; out < DimmerOutputCount; ++out) {
+      add({ItemKind::DimmerOutput, dev, out}, QStringLiteral("dimmer output"));
+    }
+  }
+  return chapter;
+}
