@@ -46,7 +46,7 @@ void FillPanel(int relays) {
   }
 }
 
-/// Names of their own, so that no report can tell items in a row as one, and relays that differ.
+/// Names for all, and relays that differ.
 void NameItems() {
   auto& panel = PanelRecord;
   for (Int16 i = 0; i < ItemCount; ++i) {
@@ -57,6 +57,24 @@ void NameItems() {
     panel.TimerName(i) = "EVENING " + number;
     panel.PresetName(i) = "SCENE " + number;
     panel.RelayPowerOnType(i) = i % 4;
+  }
+}
+
+/// Leaves every second use, so that no report can tell items in a row as one.
+void UseEverySecond() {
+  auto& panel = PanelRecord;
+  const auto thin = [](auto& table) {
+    for (std::size_t i = 0; i < table.elements.size(); i += 2) table.elements[i] = 0;
+  };
+  for (ItemTable* table :
+       {&panel.InputRelayControl, &panel.InputGroupControl, &panel.GroupRelayInclude,
+        &panel.TimerRelayControl, &panel.TimerGroupControl, &panel.TimerPresetControl,
+        &panel.PresetRelayControl}) {
+    thin(*table);
+  }
+  for (FennlinkRecord& device : FennlinkRecords.elements) {
+    thin(device.DeviceRelayControl);
+    thin(device.DeviceGroupControl);
   }
 }
 
@@ -104,7 +122,10 @@ int main() {
     const ReportFacts facts{.FileName = CurrentFileName, .Date = QDateTime(QDate(2026, 7, 4), {})};
     Keep(LoadReportWriter()->Pdf(BuildReport(LiveProject, facts), Paper::A4, {}).data());
   };
-  report.Within("report to print, full panel", BestMicroseconds(pdf, 3) / 1000, 1000);
+  report.Within("report, full panel", BestMicroseconds(pdf, 3) / 1000, 1000);
+  UseEverySecond();
+  report.Within("report, every second use", BestMicroseconds(pdf, 3) / 1000, 1500);
+  FillPanel(ItemCount);
   const auto workbook = [] {
     Keep(LoadReportWriter()->Workbook(BuildSheets(LiveProject), {}).data());
   };

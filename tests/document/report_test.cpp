@@ -147,8 +147,12 @@ TEST_F(ReportTest, TellsItemsInARowAsOneAndAllThatScreensHold) {
             "follows RELAY 06\nwith them on 80 %, off 5 %");
 }
 
-TEST_F(ReportTest, DaysInARowAreOneAndSheetsHaveARowForEachItem) {
+TEST_F(ReportTest, ItemsAndDaysInARowAreOneAndSheetsHaveARowForEachItem) {
   LoadSchool();
+  EXPECT_EQ(Row("Groups", "GROUP 12 ALL ROOMS").value(1),
+            "includes RELAY 01 ROOM 101 to RELAY 28 ROOM 128");
+  EXPECT_EQ(Row("Groups", "GROUP 07 FLOOR 4").value(1),
+            "includes RELAY 25 ROOM 125, RELAY 26 ROOM 126, RELAY 27 ROOM 127, RELAY 28 ROOM 128");
   const auto days = Rows("Open And Close Times");
   EXPECT_EQ(days[1], (QStringList{"Monday to Friday", "7:00A", "6:00P"}));
   EXPECT_EQ(Row("Open And Close Times", "Dec 23 to Dec 31").mid(1),

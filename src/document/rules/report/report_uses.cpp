@@ -202,21 +202,24 @@ const ReportUses::Told& ReportUses::Tell(const Item& item) const {
 }
 
 QString ReportUses::Names(const std::vector<Item>& items, bool when) const {
+  // Of so many in a row the first and the last tell all; names are told more readily.
   constexpr std::size_t leastRun = 3;
+  constexpr std::size_t leastNamedRun = 6;
   QStringList names;
   for (std::size_t first = 0; first < items.size();) {
     const Told& told = Tell(items[first]);
     std::size_t end = first + 1;
-    while (end < items.size() && !told.Named && IsNext(items[end - 1], items[end])) {
+    while (end < items.size() && IsNext(items[end - 1], items[end])) {
       const Told& next = Tell(items[end]);
-      if (next.Named || (when && next.When != told.When)) break;
+      if (next.Named != told.Named || (when && next.When != told.When)) break;
       ++end;
     }
-    if (end - first < leastRun) end = first + 1;
+    if (end - first < (told.Named ? leastNamedRun : leastRun)) end = first + 1;
     QString name = told.Text;
     if (end - first > 1) {
-      name += QStringLiteral(" to ") + ItemCode(items[end - 1]).section(u' ', -1);
-      name.replace(u' ', QChar::Nbsp);
+      const QString last = Tell(items[end - 1]).Text;
+      name += told.Named ? QStringLiteral(" to ") + last
+                         : QStringLiteral("\u00a0to\u00a0") + last.section(QChar::Nbsp, -1);
     }
     if (when && !told.When.isEmpty()) name += QStringLiteral(" (") + told.When + u')';
     names << name;

@@ -26,8 +26,8 @@ class ReportUses {
   /// ..." for the groups and presets that hold it, unless the same is done directly.
   QString WhatActsOnIt(const Item& used) const;
 
-  /// The items, in order, three and more in a row without names as one; with the times at which
-  /// they act.
+  /// The items, in order, many in a row as "RELAY 05 to 08" or "RELAY 01 FOYER to RELAY 08 HALL";
+  /// with the times at which they act.
   QString Names(const std::vector<Item>& items, bool when = false) const;
 
  private:
