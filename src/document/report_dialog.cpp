@@ -5,6 +5,7 @@
 #include <QFormLayout>
 
 #include "panel/program_state.h"
+#include "panel/project_file.h"
 #include "panel/stopwatch.h"
 #include "shell/controls/dialogs.h"
 
@@ -64,6 +65,10 @@ std::optional<ReportFacts> AskReportFacts(QWidget* parent) {
   const bool sound = TellFailureOf([&] {
     if (hasFile) facts.Cover = ReadCover(file);
   });
+  TellFailureOf([&] {
+    if (hasFile) facts.Accepted = ReadAccepted(file);
+  });
+  facts.FileEndsEarly = FileEndsEarly();
   const QString kept =
       !hasFile ? QStringLiteral("For this report alone, as the project has no file yet.")
       : !sound ? QStringLiteral("For this report alone.")

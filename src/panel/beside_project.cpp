@@ -6,7 +6,7 @@
 #include "panel/replace_file.h"
 
 void CopyBeside(const QString& project, const QString& other) {
-  for (const QString& ending : {AcceptedEnding}) {
+  for (const QString& ending : {AcceptedEnding, ReportEnding}) {
     QFile file(project + ending);
     if (!file.exists() || QFileInfo(file) == QFileInfo(other + ending)) continue;
     if (!file.open(QIODevice::ReadOnly)) {

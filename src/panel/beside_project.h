@@ -7,6 +7,8 @@
 
 /// Findings that are accepted.
 inline const QString AcceptedEnding = QStringLiteral(".accepted");
+/// What the cover of a report says.
+inline const QString ReportEnding = QStringLiteral(".report");
 
 /// Saved as another file, a project takes along what is kept beside it. What stands there already
 /// is replaced; what this one has not stays. Throws RunTimeFailure, which names the file and the

@@ -50,7 +50,7 @@ ExitStatus Report(const CommandLine& line, const QStringList& files) {
   RefuseOutput(line.Pdf, files[0]);
   RefuseOutput(line.Workbook, files[0]);
   RefuseOutput(line.Workbook, line.Pdf);
-  const Project project = LoadProject(files[0]).Content;
+  const ProjectRead read = LoadProject(files[0]);
   HostSoftwareVersion = VersionText();
   const Paper paper = line.Paper.isEmpty()      ? UsualPaper()
                       : line.Paper == u"letter" ? Paper::Letter
@@ -62,11 +62,13 @@ ExitStatus Report(const CommandLine& line, const QStringList& files) {
     } else if (!IsPanelMemory(files[0])) {
       facts = FactsOfFile(files[0], line.Date);
       facts.Cover = ReadCover(files[0]);
+      facts.Accepted = ReadAccepted(files[0]);
     }
-    StoreBytes(line.Pdf, ReportPdf(project, facts, line.Pdf, paper, {}));
+    facts.FileEndsEarly = !read.Whole;
+    StoreBytes(line.Pdf, ReportPdf(read.Content, facts, line.Pdf, paper, {}));
   }
   if (!line.Workbook.isEmpty()) {
-    StoreBytes(line.Workbook, ReportWorkbook(project, line.Date, line.Workbook));
+    StoreBytes(line.Workbook, ReportWorkbook(read.Content, line.Date, line.Workbook));
   }
   return StatusGood;
 }

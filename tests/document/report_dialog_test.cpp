@@ -55,6 +55,13 @@ TEST_F(ReportDialogTest, WhatTheCoverSaysIsAskedOnceAndKeptBesideTheProject) {
   AnswerReport("OAK HIGH", "OAK HIGH");
   Press("cmdReportPdf");
   EXPECT_EQ(messages.size(), 0U);
+  const QString first = CurrentFileName;
+  nextFileName = folder.filePath("elm.T3");
+  Menu("mnuSaveAs");
+  EXPECT_EQ(ReadCover(nextFileName).Client, "OAK HIGH");
+  CurrentFileName = first;
+  nextFileName = folder.filePath("oak.pdf");
+  Menu("mnuDocument");
   // What somebody else keeps there is told, and the report is made all the same.
   QFile kept(CoverFileOf(CurrentFileName));
   ASSERT_TRUE(kept.open(QIODevice::WriteOnly));

@@ -257,20 +257,17 @@ TEST_F(ReportTest, AForeignFileInTheCoversPlaceIsToldAndStays) {
 
 TEST_F(ReportTest, AcceptedFindingsStandApartWithTheirReason) {
   LoadSchool();
-  const auto findings = Rows("Check");
-  PanelRecord.RelayName(1) = PanelRecord.RelayName(0);
-  const auto one = Rows("Check");
-  ASSERT_GT(one.size(), findings.size());
-  const std::vector<AcceptedFinding> accepted = {
-      {"same-name", "RELAY 02", "Both are of one room.", "2026-11-20"},
-      {"same-name", "RELAY 40", "Of another relay.", ""}};
-  const auto told = BuildReport(LiveProject, {.Date = Morning, .Accepted = accepted});
-  EXPECT_EQ(told.Chapters[0].Rows.size(), one.size() - 1);
+  const auto findings = CheckProject(LiveProject);
+  const Acceptance known = Accept(findings[0], "It waits for the stage.", {2026, 11, 20});
+  Acceptance other = Accept(findings[1], "It said something else.", {2026, 11, 20});
+  other.Finding += "!";
+  const auto told = BuildReport(LiveProject, {.Date = Morning, .Accepted = {known, other}});
+  EXPECT_EQ(told.Chapters[0].Rows.size(), findings.size() - 1);
   EXPECT_EQ(told.Chapters[1].Title, "Accepted Findings");
   ASSERT_EQ(told.Chapters[1].Rows.size(), 1U);
-  EXPECT_EQ(told.Chapters[1].Rows[0].Cells.mid(2),
-            (QStringList{"Both are of one room.", "2026-11-20"}));
-  EXPECT_TRUE(told.Cover.back().second.endsWith(", of which 1 accepted"));
+  EXPECT_EQ(told.Chapters[1].Rows[0].Cells.mid(1),
+            (QStringList{findings[0].Sentence, "It waits for the stage.", "2026-11-20"}));
+  EXPECT_TRUE(told.Cover.back().second.endsWith(", 1 accepted"));
 }
 
 /// What a reader of the pages relies on.

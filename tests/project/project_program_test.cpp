@@ -364,6 +364,29 @@ TEST_F(ProjectProgramTest, ReportsWholeOrNotAtAll) {
   EXPECT_TRUE(errors.contains("it is a folder")) << errors.toStdString();
 }
 
+TEST_F(ProjectProgramTest, TheSameDateGivesTheSameReportAndAForeignCoverNone) {
+  LoadEveryCode();
+  const QString file = Save("hall.T3");
+  const QString pdf = folder.filePath("hall.pdf");
+  const QString workbook = folder.filePath("hall.xlsx");
+  const auto report = [&](const char* date) {
+    EXPECT_EQ(Run({"report", file, "--pdf", pdf, "--xlsx", workbook, "--date", date}), 0)
+        << errors.toStdString();
+    return std::pair(FileText(pdf), FileText(workbook));
+  };
+  const auto first = report("2026-11-25 10:00");
+  EXPECT_TRUE(report("2026-11-25 10:00") == first);
+  const auto later = report("2026-11-25 10:01");
+  EXPECT_TRUE(later.first != first.first && later.second != first.second);
+  QFile cover(file + ".report");
+  ASSERT_TRUE(cover.open(QIODevice::WriteOnly));
+  cover.write("Dear Sirs,");
+  cover.close();
+  EXPECT_EQ(Run({"report", file, "--pdf", pdf}), 2);
+  EXPECT_TRUE(errors.contains("hall.T3.report") && errors.contains("line 1"));
+  EXPECT_TRUE(FileText(pdf) == later.first);
+}
+
 TEST_F(ProjectProgramTest, AFileThatEndsEarlyIsToldAndComparesAsANewPanel) {
   const QString fresh = Save("fresh.T3");
   PanelRecord.RelayPowerOnType(4) = 1;

@@ -30,12 +30,14 @@ QString PanelTitle(const Project& project) {
   return name.isEmpty() ? QString::fromLatin1(NamelessPanel) : name;
 }
 
-QString CheckInWords(const std::vector<Finding>& findings, std::size_t accepted) {
+QString CheckInWords(const CheckedFindings& checked) {
   QStringList counts;
   for (const Severity severity : {Severity::Error, Severity::Warning, Severity::Note}) {
-    counts << CountOf(severity, findings);
+    counts << CountOf(severity, checked.Open);
   }
-  if (accepted > 0) counts << QStringLiteral("of which %1 accepted").arg(accepted);
+  if (!checked.Accepted.empty()) {
+    counts << QStringLiteral("%1 accepted").arg(checked.Accepted.size());
+  }
   return counts.join(QStringLiteral(", "));
 }
 
@@ -54,9 +56,9 @@ ReportFacts FactsOfFile(const QString& file, const QDateTime& date, bool changed
 }
 
 PanelReport BuildReport(const Project& project, const ReportFacts& facts) {
-  const std::vector<Finding> findings = CheckProject(project);
+  const CheckedFindings checked =
+      PartAccepted(CheckProject(project, {.FileEndsEarly = facts.FileEndsEarly}), facts.Accepted);
   const ReportUses uses(project);
-  const ReportChapter accepted = AcceptedChapter(findings, facts.Accepted);
   ReportChapter year;
   if (facts.Date.isValid()) year = YearChapter(project, uses, facts.Date.date().year());
   PanelReport report;
@@ -69,14 +71,14 @@ PanelReport BuildReport(const Project& project, const ReportFacts& facts) {
       {QStringLiteral("Engineer"), facts.Cover.Engineer},
       {QStringLiteral("Date"), facts.Date.toString(TimeFormat)},
       {QStringLiteral("File"), report.FileName},
-      {QStringLiteral("Check"), CheckInWords(findings, accepted.Rows.size())},
+      {QStringLiteral("Check"), CheckInWords(checked)},
   };
   if (!facts.Sum.isEmpty()) {
     report.Cover.insert(report.Cover.end() - 1,
                         {QStringLiteral("SHA-256"), facts.Sum + QStringLiteral(" ...")});
   }
   for (const ReportChapter& chapter :
-       {CheckChapter(findings, facts.Accepted), accepted, PanelChapter(project),
+       {CheckChapter(checked.Open), AcceptedChapter(checked.Accepted), PanelChapter(project),
         RelayChapter(project, uses), GroupChapter(project, uses), InputChapter(project, uses),
         DeviceChapter(project, uses), TimerChapter(project, uses), PresetChapter(project, uses),
         SweepChapter(project, uses), OpenCloseChapter(project), year, DimmerChapter(project, uses),

@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <vector>
 
+#include "document/rules/check/accepted.h"
 #include "document/rules/report/report_cover.h"
 #include "document/rules/text/doc_text.h"
 #include "panel/project.h"
@@ -52,21 +53,14 @@ struct ReportChapter {
   bool Small = false;   ///< Of many columns, in small letters.
 };
 
-/// What was decided about a finding of the check: it stays.
-struct AcceptedFinding {
-  QString Rule;
-  QString Item;  ///< By its code: "RELAY 03".
-  QString Reason;
-  QString Date;
-};
-
 /// What a report tells beside the project's settings.
 struct ReportFacts {
   QString FileName = {};  ///< Empty for a project without a file.
   QString Sum = {};       ///< Of the file; empty where it does not hold what is reported.
   QDateTime Date = {};
   ReportCover Cover = {};
-  std::vector<AcceptedFinding> Accepted = {};
+  std::vector<Acceptance> Accepted = {};
+  bool FileEndsEarly = false;  ///< The file that was opened did not hold all of it.
 };
 
 /// The file and its sum. `changed` says that the project differs from its file.

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "document/rules/check/check.h"
 #include "document/rules/report/report.h"
 #include "document/rules/report/report_uses.h"
 
@@ -20,10 +19,8 @@ ReportChapter YearChapter(const Project& project, const ReportUses& uses, int ye
 ReportChapter DimmerChapter(const Project& project, const ReportUses& uses);
 
 /// What the check finds and nobody has accepted.
-ReportChapter CheckChapter(const std::vector<Finding>& findings,
-                           const std::vector<AcceptedFinding>& accepted);
-ReportChapter AcceptedChapter(const std::vector<Finding>& findings,
-                              const std::vector<AcceptedFinding>& accepted);
+ReportChapter CheckChapter(const std::vector<Finding>& open);
+ReportChapter AcceptedChapter(const std::vector<AcceptedFinding>& accepted);
 
 /// For the inside of the panel's door: voltage and circuit are for the reader's pen.
 ReportChapter DoorChapter(const Project& project);

@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <array>
 
+#include "panel/beside_project.h"
 #include "panel/replace_file.h"
 
 namespace {
@@ -45,7 +46,7 @@ bool TakeLine(const QString& line, QStringList& seen, ReportCover& cover) {
 }  // namespace
 
 QString CoverFileOf(const QString& projectFile) {
-  return projectFile + QStringLiteral(".report");
+  return projectFile + ReportEnding;
 }
 
 ReportCover ReadCover(const QString& projectFile) {

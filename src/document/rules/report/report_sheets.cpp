@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "document/rules/report/report_chapters.h"
 #include "panel/code_page.h"
 #include "panel/dimmer_fields.h"
@@ -9,40 +7,21 @@
 
 // The findings of the check, and the sheets that are filled in by hand.
 
-namespace {
-
-const AcceptedFinding* Acceptance(const Finding& finding,
-                                  const std::vector<AcceptedFinding>& accepted) {
-  const auto found = std::find_if(accepted.begin(), accepted.end(), [&](const auto& row) {
-    return row.Rule == QLatin1StringView(finding.Rule.data(),
-                                         static_cast<qsizetype>(finding.Rule.size())) &&
-           row.Item == ItemCode(finding.Where);
-  });
-  return found == accepted.end() ? nullptr : &*found;
-}
-
-}  // namespace
-
-ReportChapter CheckChapter(const std::vector<Finding>& findings,
-                           const std::vector<AcceptedFinding>& accepted) {
+ReportChapter CheckChapter(const std::vector<Finding>& open) {
   ReportChapter chapter{QStringLiteral("Check"), {"Kind", "Finding"}, {12, 88}};
-  for (const Finding& finding : findings) {
-    if (Acceptance(finding, accepted)) continue;
+  for (const Finding& finding : open) {
     chapter.Rows.push_back({{SeverityWord(finding.Level), finding.Sentence}});
   }
   return chapter;
 }
 
-ReportChapter AcceptedChapter(const std::vector<Finding>& findings,
-                              const std::vector<AcceptedFinding>& accepted) {
+ReportChapter AcceptedChapter(const std::vector<AcceptedFinding>& accepted) {
   ReportChapter chapter{QStringLiteral("Accepted Findings"),
                         {"Kind", "Finding", "Why it stays", "Accepted"},
-                        {12, 40, 34, 14}};
-  for (const Finding& finding : findings) {
-    const AcceptedFinding* row = Acceptance(finding, accepted);
-    if (!row) continue;
-    chapter.Rows.push_back(
-        {{SeverityWord(finding.Level), finding.Sentence, row->Reason, row->Date}});
+                        {12, 42, 34, 12}};
+  for (const auto& [finding, as] : accepted) {
+    chapter.Rows.push_back({{SeverityWord(finding.Level), finding.Sentence, as.Reason,
+                             as.Date.toString(Qt::ISODate)}});
   }
   return chapter;
 }

@@ -10,6 +10,8 @@
 #include "panel/time_values.h"
 #include "panel/words.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 /// "turns RELAY 01, RELAY 02 on and off" of "turns on and off".
@@ -189,7 +191,10 @@ const ReportUses::Told& ReportUses::Tell(const Item& item) const {
   const auto known = told_.find(item);
   if (known != told_.end()) return known->second;
   QString when;
-  if (item.Kind == ItemKind::Timer) when = TimerRuns(project_, item.Number);
+  if (item.Kind == ItemKind::Timer) {
+    when = TimerRuns(project_, item.Number).replace(QLatin1StringView(" AM"), u"\u00a0AM"_s);
+    when.replace(QLatin1StringView(" PM"), u"\u00a0PM"_s);
+  }
   if (item.Kind == ItemKind::Input) when = InputActive(project_, item.Number);
   QString text = ItemText(project_, item);
   if (item.Kind == ItemKind::Panel) {
