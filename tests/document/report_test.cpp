@@ -127,6 +127,16 @@ TEST_F(ReportTest, TellsItemsInARowAsOneAndAllThatScreensHold) {
   DimSetEnabled(0, 1);
   DimSetTrackMode(0, 1, 2);
   DimSetTarget(0, 1, 140);
+  DimSetCtlType(0, 1, 0, 3);
+  DimSetCtlNumber(0, 1, 0, 8);
+  DimSetCtlAction(0, 1, 0, 43);
+  DimSetCtlRevert(0, 1, 0, 2);
+  DimSetCtlType(0, 1, 5, 2);
+  DimSetCtlNumber(0, 1, 5, 90);
+  PanelRecord.PresetName(8) = "OFFICE";
+  FennlinkRecords(3).DeviceType = 9;
+  FennlinkRecords(3).DeviceRelayControl(0, 1) = 3;
+  FennlinkRecords(3).DeviceOnLevel(0) = 51;
   DimSetRelay(0, 2, 5, 1);
   DimSetOnLevel(0, 2, 80);
   DimSetOffLevel(0, 2, 5);
@@ -135,14 +145,19 @@ TEST_F(ReportTest, TellsItemsInARowAsOneAndAllThatScreensHold) {
   EXPECT_EQ(Row("Relays", "RELAY 05").mid(3),
             (QStringList{"300",
                          "Through GROUP 01: Off hours sweep (1 Hour Interval): sweeps it off\n"
-                         "Through PRESET 04, PRESET 09: TIMER 01 (12:00 AM, every day): "
+                         "Through PRESET 04, PRESET 09 OFFICE: TIMER 01 (12:00 AM, every day): "
                          "turns it on"}));
   EXPECT_EQ(Row("Panel", "I/O of node 4").value(1), "8, 17 to 24");
   EXPECT_EQ(Row("Panel", "Clock source").value(1), "Internal Crystal");
   EXPECT_EQ(Row("Panel", "DMX on level").value(1), "90%");
   EXPECT_EQ(Row("Panel", "ModBus mode"), QStringList()) << "of a module that is not there";
   EXPECT_EQ(Row("Bus Devices", "FL 02 INPUT 2").value(2), "has a pilot that is always on");
-  EXPECT_TRUE(Row("Dimmers", "DIMMER 1 OUTPUT 2").value(1).endsWith("target 140 (19 fc)"));
+  EXPECT_TRUE(Row("Dimmers", "DIMMER 1 OUTPUT 2").value(1).endsWith("target 140/255 (19 fc)"));
+  EXPECT_EQ(Row("Dimmers", "DIMMER 1 OUTPUT 2").value(2).section(QLatin1Char('\n'), 0, 0),
+            "PRESET 09 OFFICE goes to 40 %, fades, back after 5 min");
+  EXPECT_TRUE(Row("Dimmers", "DIMMER 1 OUTPUT 2").value(2).contains("06-T:91"))
+      << "a timer that is none";
+  EXPECT_EQ(Row("Bus Devices", "FL 03 INPUT 1").value(1), "off at 0/255 (0%), on at 51/255 (20%)");
   EXPECT_EQ(Row("Dimmers", "DIMMER 1 OUTPUT 3").value(3),
             "follows RELAY 06\nwith them on 80 %, off 5 %");
 }

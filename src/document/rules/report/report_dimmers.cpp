@@ -3,6 +3,8 @@
 #include "panel/code_page.h"
 #include "panel/dimmer_fields.h"
 #include "panel/dimmer_words.h"
+#include "panel/setting.h"
+#include "panel/slot_words.h"
 
 namespace {
 
@@ -50,7 +52,7 @@ ReportGraph CurveOf(const DimmerOutput& output, const QString& name) {
   return graph;
 }
 
-QStringList DimmerSettings(const DimmerOutput& output) {
+QStringList DimmerSettings(const Project& project, const Item& item, const DimmerOutput& output) {
   const Int16 fade = output(dim::FadeRate);
   QStringList lines = {QStringLiteral("Power on ") + InPercent(output(dim::PowerOnLevel))};
   const auto level = [&](const DimmerField& fromPhotocell, const DimmerField& percent) {
@@ -66,10 +68,8 @@ QStringList DimmerSettings(const DimmerOutput& output) {
   if (output(dim::DMXChannel) != 0) lines << QStringLiteral("DMX %1").arg(output(dim::DMXChannel));
   const Int16 mode = output(dim::TrackMode);
   if (mode == TrackSetpoint) {
-    const Int16 target = output(dim::Target);
-    lines << QStringLiteral("Tracking Setpoint, target %1 (%2 fc)")
-                 .arg(target)
-                 .arg(CodeToFootCandles(target));
+    lines << QStringLiteral("Tracking Setpoint, target ") +
+                 WordsOf(project, {nullptr, &dim::Target, {item.Number, item.Part, 0}});
   } else if (mode != TrackDisabled) {
     lines << QStringLiteral("Tracking ") + WordText(TrackModes, mode);
   }
@@ -89,11 +89,13 @@ QStringList DimmerFollows(const DimmerOutput& output, const QString& does) {
   return lines;
 }
 
-QStringList SlotLines(const DimmerOutput& output) {
+/// A slot with a code that no list holds is told by its numbers.
+QStringList SlotLines(const Project& project, const DimmerOutput& output) {
   QStringList lines;
   for (int slot = 0; slot < ControlSlotCount; ++slot) {
     if (output(dim::ControlType, slot) == ControlUnused) continue;
-    lines << ToUnicode(ControlSlotSummary(output, slot)).trimmed();
+    const QString words = SlotInWords(project, ControlSlotOf(output, slot));
+    lines << (words.isEmpty() ? ToUnicode(ControlSlotSummary(output, slot)).trimmed() : words);
   }
   return lines;
 }
@@ -103,15 +105,16 @@ QStringList SlotLines(const DimmerOutput& output) {
 ReportChapter DimmerChapter(const Project& project, const ReportUses& uses) {
   ReportChapter chapter{QStringLiteral("Dimmers"),
                         {"Output", "Settings", "Controls", "What it follows"},
-                        {20, 22, 34, 24}};
+                        {17, 21, 39, 23}};
   for (int dev = 0; dev < DimmerDeviceCount; ++dev) {
     if (!DimmerEnabled(project.Dimmers, dev)) continue;
     for (int out = 0; out < DimmerOutputCount; ++out) {
       const DimmerOutput output(project.Dimmers, dev, out);
       const Item item{ItemKind::DimmerOutput, dev, out};
-      chapter.Rows.push_back({{ItemText(project, item), DimmerSettings(output).join(u'\n'),
-                               SlotLines(output).join(u'\n'),
-                               DimmerFollows(output, uses.WhatItDoes(item)).join(u'\n')}});
+      chapter.Rows.push_back(
+          {{ItemText(project, item), DimmerSettings(project, item, output).join(u'\n'),
+            SlotLines(project, output).join(u'\n'),
+            DimmerFollows(output, uses.WhatItDoes(item)).join(u'\n')}});
       const Int16 mode = output(dim::TrackMode);
       if (mode == Track2Point || mode == Track3Point) {
         chapter.Graphs.push_back(CurveOf(output, ItemText(project, item)));

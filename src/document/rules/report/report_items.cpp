@@ -164,11 +164,13 @@ ReportChapter DeviceChapter(const Project& project, const ReportUses& uses) {
       const Item item{ItemKind::DeviceInput, number, part};
       const QString does = JoinLines({uses.WhatItDoes(item), StaticPilot(device, part)});
       if (does.isEmpty()) continue;
-      const bool photocell = device.DeviceType == DeviceTypePhotocell;
-      const QString kind = photocell
+      const auto level = [&](DeviceInputArray FennlinkRecord::*member) {
+        return WordsOf(project, {&FactsOf(member), nullptr, {number, part, 0}});
+      };
+      const QString kind = device.DeviceType == DeviceTypePhotocell
                                ? QStringLiteral("off at %1, on at %2")
-                                     .arg(device.DeviceOffLevel(part))
-                                     .arg(device.DeviceOnLevel(part))
+                                     .arg(level(&FennlinkRecord::DeviceOffLevel),
+                                          level(&FennlinkRecord::DeviceOnLevel))
                                : InputTypeAndTime(project, item, device.DeviceTimedOnTime(part));
       chapter.Rows.push_back({{ItemText(project, item), kind, does}});
     }
@@ -196,7 +198,7 @@ ReportChapter TimerChapter(const Project& project, const ReportUses& uses) {
 
 ReportChapter PresetChapter(const Project& project, const ReportUses& uses) {
   ReportChapter chapter{
-      QStringLiteral("Presets"), {"Preset", "What it does", "What acts on it"}, {20, 50, 30}};
+      QStringLiteral("Presets"), {"Preset", "What it does", "What acts on it"}, {20, 42, 38}};
   for (int preset = 0; preset < ItemCount; ++preset) {
     const Item item{ItemKind::Preset, preset};
     const QString does = uses.WhatItDoes(item);

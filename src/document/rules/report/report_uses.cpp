@@ -191,11 +191,13 @@ const ReportUses::Told& ReportUses::Tell(const Item& item) const {
   const auto known = told_.find(item);
   if (known != told_.end()) return known->second;
   QString when;
-  if (item.Kind == ItemKind::Timer) {
+  // A damaged slot may name what does not exist.
+  const bool exists = item.Number >= 0 && item.Number < ItemCount;
+  if (exists && item.Kind == ItemKind::Timer) {
     when = TimerRuns(project_, item.Number).replace(QLatin1StringView(" AM"), u"\u00a0AM"_s);
     when.replace(QLatin1StringView(" PM"), u"\u00a0PM"_s);
   }
-  if (item.Kind == ItemKind::Input) when = InputActive(project_, item.Number);
+  if (exists && item.Kind == ItemKind::Input) when = InputActive(project_, item.Number);
   QString text = ItemText(project_, item);
   if (item.Kind == ItemKind::Panel) {
     text = QStringLiteral("Off hours sweep");
