@@ -105,7 +105,7 @@ QStringList SlotLines(const Project& project, const DimmerOutput& output) {
 ReportChapter DimmerChapter(const Project& project, const ReportUses& uses) {
   ReportChapter chapter{QStringLiteral("Dimmers"),
                         {"Output", "Settings", "Controls", "What it follows"},
-                        {17, 21, 39, 23}};
+                        {19, 20, 38, 23}};
   for (int dev = 0; dev < DimmerDeviceCount; ++dev) {
     if (!DimmerEnabled(project.Dimmers, dev)) continue;
     for (int out = 0; out < DimmerOutputCount; ++out) {
