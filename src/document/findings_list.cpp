@@ -7,6 +7,7 @@
 #include "document/rules/check/accepted.h"
 #include "panel/defaults.h"
 #include "panel/live_project.h"
+#include "panel/panel_image.h"
 #include "panel/program_state.h"
 #include "panel/project_file.h"
 #include "panel/stopwatch.h"
@@ -23,7 +24,8 @@ CheckedFindings CheckLive(QString* trouble = nullptr) {
   } catch (const RunTimeFailure& failure) {
     if (trouble) *trouble = QString::fromUtf8(failure.what());
   }
-  return PartAccepted(CheckProject(LiveProject, {.FileEndsEarly = FileEndsEarly()}), accepted);
+  const CheckFacts facts{.FileEndsEarly = FileEndsEarly(), .LastTransfer = &PanelImage};
+  return PartAccepted(CheckProject(LiveProject, facts), accepted);
 }
 
 }  // namespace
@@ -100,7 +102,7 @@ void FindingsList::ListFindings() {
     all_.push_back({{SeverityWord(finding.Level), ItemCode(finding.Where), sentence},
                     finding.Where,
                     finding.On,
-                    {},
+                    finding.Of,
                     finding,
                     accepted});
   };

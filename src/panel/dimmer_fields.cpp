@@ -17,6 +17,11 @@ QString TextOr(const std::string& text, Int32 value) {
   return text.empty() ? QString::number(value) : ToUnicode(text);
 }
 
+bool IsUnusedSlot(const Project& project, const Place& place) {
+  const DimmerOutput output(project.Dimmers, place.Device, place.First);
+  return output(dim::ControlType, place.Second) == ControlUnused;
+}
+
 }  // namespace
 
 Int16 PercentToLevel(Int16 percent) {
@@ -143,6 +148,18 @@ QString SlotAction(const Project&, const Place&, Int32 value) {
 
 QString SlotRevert(const Project&, const Place&, Int32 value) {
   return TextOr(RevertWhenText(value), value);
+}
+
+bool IsDimmerFade(const Project&, const Place&, Int32 value) {
+  return value >= 0 && value < FadeRateCount;
+}
+
+bool IsSlotAction(const Project& project, const Place& place, Int32 value) {
+  return IsUnusedSlot(project, place) || (value >= 0 && value < ControlActionCount);
+}
+
+bool IsSlotRevert(const Project& project, const Place& place, Int32 value) {
+  return IsUnusedSlot(project, place) || (value >= 0 && value < ControlRevertCount);
 }
 
 }  // namespace told

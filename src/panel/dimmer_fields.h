@@ -82,6 +82,9 @@ QString SlotNumber(const Project&, const Place&, Int32 value);
 QString SlotDevice(const Project&, const Place&, Int32 value);
 QString SlotAction(const Project&, const Place&, Int32 value);
 QString SlotRevert(const Project&, const Place&, Int32 value);
+bool IsDimmerFade(const Project&, const Place&, Int32 value);
+bool IsSlotAction(const Project&, const Place&, Int32 value);
+bool IsSlotRevert(const Project&, const Place&, Int32 value);
 
 }  // namespace told
 
@@ -97,7 +100,7 @@ inline constexpr DimmerField TrackMode{"TrackMode", 0, LowBits, 2, 1, "tracking 
 inline constexpr DimmerField MinFromPhotocell{"MinFromPhotocell", 0, Bit, 2, 1, "minimum from the photocell", Words{told::YesOrNo}, 0, OnOutput("cboMinLevel")};
 inline constexpr DimmerField MaxFromPhotocell{"MaxFromPhotocell", 0, Bit, 3, 1, "maximum from the photocell", Words{told::YesOrNo}, 0, OnOutput("cboMaxLevel")};
 inline constexpr DimmerField PowerOnLevel{"PowerOnLevel", 1, Percent, 0, 1, "power-on level", Words{told::Percent}, 100, OnOutput("cboPowerOnLevel")};
-inline constexpr DimmerField FadeRate{"FadeRate", 2, Raw, 0, 1, "fade rate", Words{told::DimmerFade}, 0, OnOutput("cboFadeRate")};
+inline constexpr DimmerField FadeRate{"FadeRate", 2, Raw, 0, 1, "fade rate", FromSome(told::DimmerFade, told::IsDimmerFade), 0, OnOutput("cboFadeRate")};
 inline constexpr DimmerField MinLevel{"MinLevel", 3, Percent, 0, 1, "minimum", Words{told::Percent}, 0, OnOutput("cboMinLevel")};
 inline constexpr DimmerField MaxLevel{"MaxLevel", 4, Percent, 0, 1, "maximum", Words{told::Percent}, 100, OnOutput("cboMaxLevel")};
 inline constexpr DimmerField PhotocellNode{"PhotocellNode", 5, Raw, 0, 1, "photocell node", ByNumber(), 0, NotEdited("it is copied with an output, and the panel has one node")};
@@ -115,8 +118,8 @@ inline constexpr DimmerField ControlInstant{"ControlInstant", 16, Bit, 7, Contro
 inline constexpr DimmerField Unused32{"", 32, Raw, 0, 16, "unused element %1", ByNumber(), 0, NotEdited("it means nothing")};
 inline constexpr DimmerField ControlNumber{"ControlNumber", 48, Raw, 0, ControlSlotCount, "control number %1", Words{told::SlotNumber}, 0, OnOutput("cboCONum")};
 inline constexpr DimmerField ControlDevice{"ControlDevice", 64, Raw, 0, ControlSlotCount, "control device %1", Words{told::SlotDevice}, 0, OnOutput("cboCODev")};
-inline constexpr DimmerField ControlAction{"ControlAction", 80, Raw, 0, ControlSlotCount, "control action %1", Words{told::SlotAction}, 0, OnOutput("cboCOAct")};
-inline constexpr DimmerField ControlRevert{"ControlRevert", 96, Raw, 0, ControlSlotCount, "control revert %1", Words{told::SlotRevert}, 0, OnOutput("cboCORevert")};
+inline constexpr DimmerField ControlAction{"ControlAction", 80, Raw, 0, ControlSlotCount, "control action %1", FromSome(told::SlotAction, told::IsSlotAction), 0, OnOutput("cboCOAct")};
+inline constexpr DimmerField ControlRevert{"ControlRevert", 96, Raw, 0, ControlSlotCount, "control revert %1", FromSome(told::SlotRevert, told::IsSlotRevert), 0, OnOutput("cboCORevert")};
 inline constexpr DimmerField RelayOnLevel{"RelayOnLevel", 112, Percent, 0, 1, "relay on level", Words{told::Percent}, 0, EditedBy(Screen::DimmerRelayControl, "cboOnLevel")};
 inline constexpr DimmerField RelayOffLevel{"RelayOffLevel", 113, Percent, 0, 1, "relay off level", Words{told::Percent}, 0, EditedBy(Screen::DimmerRelayControl, "cboOffLevel")};
 inline constexpr DimmerField RelayInclude{"RelayInclude", 114, BitRow, 0, ItemCount, "RELAY %1", Words{told::YesOrNo}, 0, EditedBy(Screen::DimmerRelayControl, "imgInclude")};

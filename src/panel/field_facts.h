@@ -51,7 +51,17 @@ struct Words {
   ItemKind (*Target)(const Project& project, const Place& place) = nullptr;
   /// A number by nature: there is no better word for it.
   bool IsNumber = false;
+  /// Whether the editor's list has a number, or nothing asks for it; null where Choices tells, or
+  /// any number will do.
+  bool (*Has)(const Project& project, const Place& place, Int32 value) = nullptr;
 };
+
+/// Whether an editor may put a number there.
+inline bool IsListed(const Words& words, const Project& project, const Place& place, Int32 value) {
+  if (words.Has) return words.Has(project, place, value);
+  const auto choices = static_cast<Int32>(words.Choices.size());
+  return choices == 0 || (value >= 0 && value < choices);
+}
 
 /// What a new panel has there.
 struct Default {
@@ -187,6 +197,21 @@ QString DeviceInputType(const Project&, const Place&, Int32 value);
 /// All that a timer runs by, whichever part of it is asked for.
 QString TimerRuns(const Project&, const Place&, Int32 value);
 
+// What lists have.
+
+bool IsAnything(const Project&, const Place&, Int32 value);
+bool IsQuarter(const Project&, const Place&, Int32 value);
+bool IsQuarterOrNone(const Project&, const Place&, Int32 value);
+bool IsTimedOn(const Project&, const Place&, Int32 value);
+bool IsDeviceTimedOn(const Project&, const Place&, Int32 value);
+bool IsKindOfTime(const Project&, const Place&, Int32 value);
+bool IsTimeOfTimer(const Project&, const Place&, Int32 value);
+bool IsWeek(const Project&, const Place&, Int32 value);
+bool IsMonth(const Project&, const Place&, Int32 value);
+bool IsAddOnModule(const Project&, const Place&, Int32 value);
+bool IsDeviceType(const Project&, const Place&, Int32 value);
+bool IsDeviceInputType(const Project&, const Place&, Int32 value);
+
 template <const auto& Table>
 QString Listed(const Project&, const Place&, Int32 value) {
   return Code(Table, value);
@@ -211,7 +236,12 @@ constexpr Words FromList() {
 }
 template <const auto& Table>
 constexpr Words FromFlags() {
-  return {told::Flagged<Table>, Table};
+  return {told::Flagged<Table>, Table, nullptr, false, told::IsAnything};
+}
+/// The numbers of which there are words, told by a function.
+constexpr Words FromSome(Words::Teller tell,
+                         bool (*has)(const Project& project, const Place& place, Int32 value)) {
+  return {tell, {}, nullptr, false, has};
 }
 constexpr Words AsText() {
   return {nullptr};

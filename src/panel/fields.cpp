@@ -47,6 +47,17 @@ ItemKind KindOfRows(const std::optional<ControlOptions>& options) {
   }
 }
 
+bool IsTimedOnMinutes(Int32 minutes) {
+  return minutes >= ShortestTimedOn && minutes <= LongestTimedOn;
+}
+
+std::optional<InputKind> KindOfDeviceInput(const Project& project, const Place& place) {
+  const FennlinkRecord& device = project.Devices(place.Device);
+  const bool used = place.First < FennlinkDevice(device.DeviceType).InputCount;
+  return used ? FennlinkInputKind(device.DeviceType, device.DeviceInputType(place.First))
+              : std::nullopt;
+}
+
 // The compiler sees to it that the fields stand apart in the panel's memory.
 
 /// Bits of the memory, counted from its start.
@@ -320,6 +331,61 @@ QString TimerRuns(const Project& project, const Place& place, Int32) {
   return QString::fromStdString(TimerInWords({panel.TimerTimeType(timer), panel.TimerTime(timer)},
                                              panel.TimerDays(timer), panel.TimerHolidayMonth(timer),
                                              panel.TimerHolidayDate(timer)));
+}
+
+bool IsAnything(const Project&, const Place&, Int32) {
+  return true;
+}
+
+bool IsQuarter(const Project&, const Place&, Int32 value) {
+  return value >= 0 && value < QuarterHoursPerDay;
+}
+
+bool IsQuarterOrNone(const Project& project, const Place& place, Int32 value) {
+  return value >= NoEntry || IsQuarter(project, place, value);
+}
+
+bool IsTimedOn(const Project& project, const Place& place, Int32 value) {
+  return LocalInputKind(project.Panel.InputType(place.First)) != InputKind::TimedOn ||
+         IsTimedOnMinutes(value);
+}
+
+bool IsDeviceTimedOn(const Project& project, const Place& place, Int32 value) {
+  return KindOfDeviceInput(project, place) != InputKind::TimedOn || IsTimedOnMinutes(value);
+}
+
+bool IsKindOfTime(const Project&, const Place&, Int32 value) {
+  const auto type = static_cast<Int16>(value);
+  return KindOfTime(type) == TimeKind::Normal ? type >= 0 : RelativeEventOf(type) >= 0;
+}
+
+bool IsTimeOfTimer(const Project& project, const Place& place, Int32 value) {
+  const Int16 type = project.Panel.TimerTimeType(place.First);
+  if (KindOfTime(type) == TimeKind::Normal) return value >= 0 && value < 60;
+  return value >= 0 && OffsetOfTime({type, static_cast<Int16>(value)}) <= LargestTimerOffset;
+}
+
+bool IsWeek(const Project& project, const Place&, Int32 value) {
+  return project.Panel.DSTEnabled == 0 || !Word(DSTWeeks, value - 1).empty();
+}
+
+bool IsMonth(const Project& project, const Place&, Int32 value) {
+  return project.Panel.DSTEnabled == 0 || !Word(MonthNames, value - 1).empty();
+}
+
+bool IsAddOnModule(const Project&, const Place&, Int32 value) {
+  return !AddOnModuleOf(value).OptionText.empty();
+}
+
+bool IsDeviceType(const Project&, const Place&, Int32 value) {
+  return value >= 0 && static_cast<std::size_t>(value) < FennlinkDeviceTypes.size();
+}
+
+bool IsDeviceInputType(const Project& project, const Place& place, Int32 value) {
+  const Int16 type = project.Devices(place.Device).DeviceType;
+  const bool chosen =
+      place.First < FennlinkDevice(type).InputCount && !FennlinkInputKinds(type).empty();
+  return !chosen || FennlinkInputKind(type, value).has_value();
 }
 
 }  // namespace told

@@ -17,7 +17,7 @@ constexpr auto SwitchTable = std::to_array<ControlAction>({
     {"On Only", EffectOn, "turns on"},
     {"Off Only", EffectOff, "turns off"},
     {"On And Off", OnOff, "turns on and off"},
-    {"Blink Alert", EffectOff, "blinks and turns off"},
+    {"Blink Alert", OnOff, "turns on, and off with a warning"},
 });
 constexpr auto NothingTable = std::to_array<ControlAction>({{".", 0, ""}});
 constexpr auto TimedOnTable =

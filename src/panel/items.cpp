@@ -50,6 +50,10 @@ std::string* StoredName(Project& project, const Item& item) {
   return NameIn<std::string>(project, item);
 }
 
+const std::string* StoredName(const Project& project, const Item& item) {
+  return NameIn<const std::string>(project, item);
+}
+
 QString ItemCode(const Item& item) {
   switch (item.Kind) {
     case ItemKind::Panel:
@@ -77,10 +81,12 @@ QString ItemCode(const Item& item) {
 QString OwnName(const Project& project, const Item& item) {
   const auto* stored = NameIn<const std::string>(project, item);
   const QString name = stored ? ToUnicode(*stored).trimmed() : QString();
+  return name == FreshName(item) ? QString() : name;
+}
+
+QString FreshName(const Item& item) {
   const bool device = item.Kind == ItemKind::Device || item.Kind == ItemKind::DeviceInput;
-  const QString fresh =
-      device ? QStringLiteral("FLINK ") + DeviceCode(item.Number).mid(3) : ItemCode(item);
-  return name == fresh ? QString() : name;
+  return device ? QStringLiteral("FLINK ") + DeviceCode(item.Number).mid(3) : ItemCode(item);
 }
 
 QString ItemText(const Project& project, const Item& item) {

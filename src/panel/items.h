@@ -41,6 +41,10 @@ QString OwnName(const Project& project, const Item& item);
 
 /// The name as it is stored; null for an item that has none or lies outside its table.
 std::string* StoredName(Project& project, const Item& item);
+const std::string* StoredName(const Project& project, const Item& item);
+
+/// The name of a new panel: "RELAY 03", "FLINK 1A".
+QString FreshName(const Item& item);
 
 /// The code with the user's name behind it: "RELAY 03 FOYER".
 QString ItemText(const Project& project, const Item& item);

@@ -5,68 +5,11 @@
 #include <QTemporaryFile>
 #include <set>
 
-#include "panel/defaults.h"
-#include "panel/dimmer_words.h"
-#include "panel/document_fixture.h"
-#include "panel/live_dimmers.h"
+#include "document/sound_project.h"
 #include "panel/project_codec.h"
 #include "panel/project_file.h"
 
 namespace {
-
-/// Four relays, each switched by its input; a group, a preset, a timer, a station and a sweep that
-/// have nothing wrong.
-void LoadSoundProject() {
-  CurrentFileName = NoFileName;
-  LoadDefaults();
-  auto& p = PanelRecord;
-  for (int i = 0; i < 4; ++i) {
-    p.InputRelayControl(i, i) = 3;
-    p.OffHoursSweepRelay(i) = -1;
-    p.GroupRelayInclude(0, i) = -1;
-  }
-  p.InputRelayControl(3, 3) = 0;
-  p.PresetRelayControl(0, 1) = 1;
-  p.InputType(3) = 4;
-  p.InputPreset(3) = 0;
-  p.TimerGroupControl(0, 0) = 2;
-  p.TimerTimeType(0) = 22;
-  p.Latitude = 52;
-  FennlinkRecord& station = FennlinkRecords(26);
-  station.DeviceType = 2;
-  station.DeviceRelayControl(0, 3) = 3;
-  station.DeviceRelayControl(1, 2) = 1;
-  FennlinkRecord& cell = FennlinkRecords(5);
-  cell.DeviceType = 9;
-  cell.DeviceOffLevel(0) = 20;
-  cell.DeviceOnLevel(0) = 40;
-  cell.DeviceRelayControl(0, 2) = 3;
-  DimSetEnabled(0, 1);
-  DimSetRelay(0, 0, 1, -1);
-  DimSetCtlType(0, 0, 0, ControlInput);
-}
-
-using Act = std::function<void()>;
-
-Act Sets() {
-  return [] {};
-}
-/// Each field, followed by its value.
-template <typename Field, typename Value, typename... More>
-Act Sets(Field& field, Value value, More&&... more) {
-  return [&field, value, rest = Sets(std::forward<More>(more)...)] {
-    field = static_cast<Field>(value);
-    rest();
-  };
-}
-template <typename... Given>
-Act Calls(void (*function)(Given...), std::common_type_t<Given>... given) {
-  return [=] { function(given...); };
-}
-template <typename... Acts>
-Act All(const Acts&... acts) {
-  return [=] { (acts(), ...); };
-}
 
 struct Fault {
   const char* Rule;
@@ -98,18 +41,37 @@ std::vector<Fault> Faults() {
       {"action-cut", "FL 1A INPUT 2", [&] { station.DeviceGroupControl(1, 0) = 4; }},
       {"beyond-points", "INPUT 01", [&] { p.InputRelayControl(0, 40) = 1; }},
       {"beyond-points", "TIMER 01", [&] { p.TimerRelayControl(0, 4) = 1; }},
+      {"beyond-points", "DIMMER 1 OUTPUT 1", Calls(DimSetRelay, 0, 0, 40, -1)},
+      {"input-beyond-points", "INPUT 05", [&] { p.InputName(4) = "HALL"; }},
+      {"input-beyond-points", "INPUT 09", [&] { p.InputGroupControl(8, 0) = 1; }},
       {"empty-preset", "INPUT 04", [&] { p.InputPreset(3) = 7; }, {"unused-preset"}},
       {"empty-preset", "TIMER 01", [&] { p.TimerPresetControl(0, 9) = -1; }},
-      {"empty-preset", "DIMMER 1 OUTPUT 1",
-       All(Calls(DimSetCtlType, 0, 0, 0, ControlPreset), Calls(DimSetCtlNumber, 0, 0, 0, 5))},
       {"empty-group", "TIMER 01", [&] { p.TimerGroupControl(0, 3) = 1; }},
       {"empty-group", "FL 1A INPUT 1", [&] { station.DeviceGroupControl(0, 9) = 1; }},
       {"idle-timer-forced", "INPUT 03", [&] { p.InputType(2) = 12; }, {"action-cut"}},
+      {"disables-idle", "INPUT 03", Disables(InputKind::TimerDisable, 5)},
+      {"disables-idle",
+       "INPUT 03",
+       All(Disables(InputKind::InputDisable, 3), Sets(p.InputType(3), 0)),
+       {"unused-preset"}},
+      {"disables-itself", "INPUT 03", Disables(InputKind::InputDisable, 2)},
       {"pilot-source", "INPUT 01", [&] { p.LocalPilot(0) = 20; }},
       {"pilot-source", "INPUT 02", [&] { p.LocalPilot(1) = 64 + 9; }},
       {"pilot-source", "FL 1A INPUT 1", [&] { station.DevicePilot(0) = -1; }, {"image-element"}},
       {"no-day", "TIMER 01", [&] { p.TimerDays(0) = 0x7F; }},
+      {"no-day", "TIMER 02", All(DimsByTimer(1), Sets(p.TimerDays(1), 0x7F))},
+      {"parked-timer", "TIMER 01", [&] { p.TimerDays(0) = 0xFF; }},
       {"no-such-date", "TIMER 01", Sets(p.TimerHolidayMonth(0), 2, p.TimerHolidayDate(0), 30)},
+      {"no-such-date", "TIMER 02",
+       All(DimsByTimer(1), Sets(p.TimerHolidayMonth(1), 2, p.TimerHolidayDate(1), 30))},
+      {"unlisted-code", "RELAY 02", [&] { p.RelayTimerType(1) = 9; }},
+      {"unlisted-code", "TIMER 01", [&] { p.TimerTime(0) = 75; }},
+      {"unlisted-code", "TIMER 01", [&] { p.TimerRelayControl(0, 2) = 3; }},
+      {"unlisted-code", "PANEL", [&] { p.DSTStartMonth = 13; }},
+      {"unlisted-code", "PANEL", [&] { p.NormalOpenTime(3) = 96; }},
+      {"unlisted-code", "FL 1A INPUT 2", [&] { station.DeviceInputType(1) = 5; }, {"idle-device"}},
+      {"unlisted-code", "DIMMER 1 OUTPUT 1", Calls(DimSetCtlAction, 0, 0, 0, 106)},
+      {"unlisted-code", "DIMMER 1 OUTPUT 3", Calls(DimSetFade, 0, 2, 43)},
       {"dimmer-source", "DIMMER 1 OUTPUT 1", [&] { DimSetCtlNumber(0, 0, 0, 30); }},
       {"dimmer-source", "DIMMER 1 OUTPUT 1",
        All(Calls(DimSetCtlDevice, 0, 0, 0, 26), Calls(DimSetCtlNumber, 0, 0, 0, 2))},
@@ -118,6 +80,10 @@ std::vector<Fault> Faults() {
       {"point-order", "DIMMER 1 OUTPUT 1",
        All(Calls(DimSetTrackMode, 0, 0, Track3Point), Calls(DimSetPCDev, 0, 0, 4),
            Calls(DimSetCIn, 0, 0, 100))},
+      {"dark-relay-levels", "DIMMER 1 OUTPUT 1", Calls(DimSetOnLevel, 0, 0, 0)},
+      {"disabled-dimmer", "DIMMER 3 OUTPUT 2", Calls(DimSetCtlType, 2, 1, 0, ControlTimer)},
+      {"disabled-dimmer", "DIMMER 3 OUTPUT 2", Calls(DimSetRelay, 2, 1, 0, -1)},
+      {"dmx-levels", "PANEL", Sets(p.AddOnModuleType, 1, p.DMXOffLevel, 90)},
       {"unused-relay", "RELAY 05", Sets(p.IOCount(0), 2, p.LocalPilot(4), 0), {"sweep-leaves"}},
       {"never-off",
        "RELAY 01",
@@ -125,26 +91,71 @@ std::vector<Fault> Faults() {
        {"sweep-leaves"}},
       {"never-on", "RELAY 01", [&] { p.InputRelayControl(0, 0) = 2; }},
       {"idle-input", "INPUT 03", Sets(p.InputRelayControl(2, 2), 0, p.InputName(2), "HALL")},
-      {"idle-input", "FL 1A", [&] { station.DeviceRelayControl = {}; }, {"never-on"}},
+      {"idle-device", "FL 1A", [&] { station.DeviceRelayControl = {}; }, {"never-on"}},
       {"idle-timer", "TIMER 05", [&] { p.TimerTime(4) = 30; }},
       {"unused-group", "GROUP 02", [&] { p.GroupRelayInclude(1, 0) = -1; }},
       {"unused-preset", "PRESET 02", [&] { p.PresetRelayControl(1, 0) = 2; }},
+      {"self-conflict", "TIMER 01", [&] { p.TimerRelayControl(0, 2) = 1; }},
+      {"self-conflict", "TIMER 01",
+       Sets(p.TimerPresetControl(0, 1), -1, p.TimerGroupControl(0, 0), 1,
+            p.PresetRelayControl(1, 0), 2, p.PresetRelayControl(1, 1), 2,
+            p.PresetRelayControl(1, 2), 2, p.PresetRelayControl(1, 3), 2)},
       {"conflict", "TIMER 02",
        Sets(p.TimerRelayControl(1, 2), 1, p.TimerTimeType(1), 22, p.TimerDays(1), 0x7E)},
-      {"open-after-close", "PANEL", [&] { p.NormalOpenTime(3) = p.NormalCloseTime(3); }},
+      {"conflict", "TIMER 02",
+       Sets(p.TimerRelayControl(1, 2), 1, p.TimerTimeType(0), 88, p.TimerTimeType(1), 120)},
+      {"conflict", "TIMER 02",  // an hour after it opens
+       Sets(p.TimerRelayControl(1, 2), 1, p.TimerTimeType(0), 184, p.TimerTime(0), 60,
+            p.TimerTimeType(1), 9)},
+      {"conflict", "TIMER 02",
+       Sets(p.TimerRelayControl(1, 2), 1, p.TimerTimeType(1), 22, p.TimerHolidayMonth(1), 12,
+            p.TimerHolidayDate(1), 24)},
+      {"conflict", "TIMER 02",  // the night before is over on the next day
+       Sets(p.TimerRelayControl(1, 2), 1, p.TimerTimeType(0), 248, p.TimerTime(0), 240,
+            p.TimerTimeType(1), 1)},
       {"open-after-close", "PANEL", Sets(p.DateOpenTime(4, 0), 40, p.DateCloseTime(4, 0), 30)},
+      {"open-after-close", "PANEL", Sets(p.NormalOpenTime(5), 68, p.NormalCloseTime(5), 8)},
+      {"stays-closed", "PANEL", [&] { p.NormalOpenTime(3) = p.NormalCloseTime(3); }},
+      {"closes-late",
+       "PANEL",
+       Sets(p.NormalOpenTime(5), 68, p.NormalCloseTime(5), 8, p.NormalOpenTime(6), 8,
+            p.NormalCloseTime(6), 8),
+       {"stays-closed"}},
       {"leap-day", "TIMER 01", Sets(p.TimerHolidayMonth(0), 2, p.TimerHolidayDate(0), 29)},
+      {"leap-date", "PANEL", Sets(p.DateOpenTime(1, 28), 20, p.DateCloseTime(1, 28), 60)},
+      {"daylight-saving", "PANEL", Sets(p.DSTEndMonth, 3, p.DSTEndWeek, 2)},
+      {"daylight-saving", "PANEL", Sets(p.DSTStartWeek, 4, p.DSTEndMonth, 3, p.DSTEndWeek, 5)},
+      {"time-zone", "PANEL", Sets(p.Latitude, 39, p.Longitude, 105)},
+      {"time-zone", "PANEL", Sets(p.Latitude, 60, p.Longitude, 120)},
       {"default-position", "TIMER 01",
        Sets(p.TimerTimeType(0), 24, p.Latitude, 45, p.Longitude, 90)},
+      {"default-position", "TIMER 01",
+       Sets(p.TimerTimeType(0), 120, p.Latitude, 0, p.Longitude, 0)},
+      {"default-position", "TIMER 02",
+       All(DimsByTimer(1), Sets(p.TimerTimeType(1), 24, p.Latitude, 45, p.Longitude, 90))},
       {"equal-levels", "FL 05 INPUT 1", [&] { cell.DeviceOffLevel(0) = 40; }},
-      {"same-name", "GROUP 03", [&] { p.GroupName(1) = p.GroupName(2) = "STAIRS"; }},
+      {"same-name", "GROUP 02", [&] { p.GroupName(1) = p.GroupName(2) = "STAIRS"; }},
+      {"same-name", "GROUP 02", Sets(p.GroupName(1), "Stairs", p.GroupName(2), "STAIRS")},
+      {"same-name",
+       "RELAY 02",
+       Sets(p.RelayName(1), "STAIRS WEST", p.RelayName(2), "STAIRS WESTERN"),
+       {"long-name"}},
+      {"name-of-another", "RELAY 02", [&] { p.RelayName(1) = "Relay 03"; }},
+      {"name-of-another", "FL 1A", [&] { station.DeviceName = "FLINK 05"; }},
+      {"blank-name", "RELAY 02", [&] { p.RelayName(1) = "   "; }},
+      {"name-characters", "INPUT 02", [&] { p.InputName(1) = "HALL\n"; }},
+      {"name-characters", "PANEL", [&] { p.PanelName = "\x01"; }},
       {"long-name", "RELAY 02", [&] { p.RelayName(1) = "STAIRS WEST"; }},
-      {"stale-actions", "FL 3E",
-       Sets(FennlinkRecords(62).DeviceType, 1, FennlinkRecords(62).DeviceRelayControl(0, 1), 3)},
-      {"stale-actions", "FL 40",
-       Sets(FennlinkRecords(64).DeviceType, 1, FennlinkRecords(64).DeviceRelayControl(0, 1), 3)},
+      {"stale-actions", "FL 3F",
+       [&] {
+         FennlinkRecords(63).DeviceType = 1;
+         FennlinkRecords(63).DeviceRelayControl(0, 1) = 3;
+         BuildPanelImage({});
+         FennlinkRecords(63).DeviceRelayControl(0, 1) = 1;
+       }},
       {"module-settings", "PANEL", [&] { p.ModBusBaud = 2; }},
       {"sweep-leaves", "PANEL", [&] { p.OffHoursSweepRelay(2) = 0; }},
+      {"swept-beyond-points", "PANEL", [&] { p.OffHoursSweepRelay(40) = -1; }},
       {"shared-channel", "PANEL",
        All(Sets(p.AddOnModuleType, 1, p.DMXChannel(0), 5), Calls(DimSetDMX, 0, 0, 5))},
   };
@@ -152,7 +163,8 @@ std::vector<Fault> Faults() {
 
 std::set<std::pair<std::string, std::string>> Found() {
   std::set<std::pair<std::string, std::string>> found;
-  for (const Finding& finding : CheckProject(LiveProject, {.FileEndsEarly = FileEndsEarly()})) {
+  for (const Finding& finding :
+       CheckProject(LiveProject, {.FileEndsEarly = FileEndsEarly(), .LastTransfer = &PanelImage})) {
     found.insert({std::string(finding.Rule), ItemCode(finding.Where).toStdString()});
     EXPECT_NE(finding.On, Screen::None) << finding.Rule;
   }
@@ -186,7 +198,13 @@ TEST(CheckTest, EachRuleTellsOfItsFaultAndOfNoOther) {
 TEST(CheckTest, WhatIsJustRightIsNotTold) {
   auto& p = PanelRecord;
   const Act nearMisses[] = {
-      Sets(FennlinkRecords(61).DeviceType, 1, FennlinkRecords(61).DeviceRelayControl(0, 1), 3),
+      Sets(FennlinkRecords(64).DeviceType, 1, FennlinkRecords(64).DeviceRelayControl(0, 1), 3),
+      [&] {
+        FennlinkRecords(64).DeviceType = 1;
+        FennlinkRecords(64).DeviceRelayControl(0, 1) = 1;
+        BuildPanelImage({});
+        FennlinkRecords(64).DeviceRelayControl(0, 1) = 3;
+      },
       [&] { p.NormalOpenTime(3) = static_cast<Int16>(p.NormalCloseTime(3) - 1); },
       [&] { p.TimerDays(0) = 0x7E; },
       Sets(p.TimerHolidayMonth(0), 12, p.TimerHolidayDate(0), 31, p.TimerDays(0), 0x7F),
@@ -199,7 +217,6 @@ TEST(CheckTest, WhatIsJustRightIsNotTold) {
       [&] { p.GroupName(1) = p.GroupName(SpareItem) = "STAIRS"; },
       [&] { p.DMXChannel(SpareItem) = 5; },
       [&] { p.OffHoursSweepRelay(SpareItem) = -1; },
-      [&] { p.OffHoursSweepRelay(40) = -1; },
       [&] { p.PresetRelayControl(0, 40) = 1; },
       [&] { p.TimerTimeType(0) = 24; },
       Sets(p.TimerTimeType(0), 24, p.Latitude, 45, p.Longitude, 91),
@@ -227,14 +244,17 @@ TEST(CheckTest, WhatIsJustRightIsNotTold) {
 
 TEST(CheckTest, ANewPanelHasNoErrorAndNonsenseIsToldWithoutAFailure) {
   LiveProject = NewProject();
-  for (const Finding& finding : CheckProject(LiveProject, {.FileEndsEarly = FileEndsEarly()})) {
+  for (const Finding& finding :
+       CheckProject(LiveProject, {.FileEndsEarly = FileEndsEarly(), .LastTransfer = &PanelImage})) {
     EXPECT_NE(finding.Level, Severity::Error) << finding.Sentence.toStdString();
   }
   const std::string fresh = EncodeProject(LiveProject);
   for (unsigned seed = 1; seed <= 40; ++seed) {
     const std::string bytes = Nonsense(fresh, seed);
     (void)DecodeProject(bytes, LiveProject);
-    EXPECT_FALSE(CheckProject(LiveProject, {.FileEndsEarly = FileEndsEarly()}).empty());
+    EXPECT_FALSE(
+        CheckProject(LiveProject, {.FileEndsEarly = FileEndsEarly(), .LastTransfer = &PanelImage})
+            .empty());
     EXPECT_TRUE(EncodeProject(LiveProject) == bytes);
   }
 }

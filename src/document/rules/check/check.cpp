@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "panel/lists_in_words.h"
 #include "panel/panel_record.h"
 
 namespace {
@@ -26,8 +27,7 @@ QString SeverityWord(Severity severity) {
 }
 
 QString CountOf(int count, Severity severity) {
-  return QStringLiteral("%1 %2%3").arg(QString::number(count), SeverityWord(severity),
-                                       QLatin1String(count == 1 ? "" : "s"));
+  return Counted(count, SeverityWord(severity));
 }
 
 QString CountOf(Severity severity, std::span<const Finding> findings) {
@@ -71,8 +71,8 @@ CheckScope::CheckScope(const Project& project, const CheckFacts& facts)
     ImageTrouble = QString::fromUtf8(failure.what());
   }
   Reach all;
+  Reach holding;
   Reach sweep;
-  std::vector<Reach> timers(ItemCount);
   Item user;
   unsigned does = 0;
   for (const Use& use : Uses) {
@@ -86,10 +86,8 @@ CheckScope::CheckScope(const Project& project, const CheckFacts& facts)
     if (use.Used.Kind == ItemKind::Preset || use.Used.Kind == ItemKind::Timer) {
       UsesOfRuns.push_back(use);
     }
-    all.Add(use);
+    ((use.Effect & EffectDisables) != 0 ? holding : all).Add(use);
     if (use.User.Kind == ItemKind::Panel) sweep.Add(use);
-    if (use.User.Kind == ItemKind::Timer)
-      timers[static_cast<std::size_t>(use.User.Number)].Add(use);
     if ((use.Effect & EffectHolds) == 0) continue;
     const bool group = use.User.Kind == ItemKind::Group;
     const auto holder = static_cast<std::size_t>(use.User.Number);
@@ -97,10 +95,22 @@ CheckScope::CheckScope(const Project& project, const CheckFacts& facts)
     (group ? inGroup_ : inPreset_)[holder][relay] |= group ? OnOff : use.Effect & OnOff;
   }
   doesWith_.Add(user, does);
+  for (const Use& use : UsesOfRuns) {
+    if (use.User.Kind != ItemKind::DimmerOutput || use.Used.Number < 0) continue;
+    const auto at = static_cast<std::size_t>(use.Used.Number);
+    if (at < ItemCount) {
+      (use.Used.Kind == ItemKind::Timer ? timersOfSlots_ : presetsOfSlots_).set(at);
+    }
+  }
+  // What nothing runs is for the panel's own keys.
+  for (int preset = 0; preset < ItemCount; ++preset) {
+    if (!IsUsed({ItemKind::Preset, preset}, EffectRuns)) {
+      all.Presets[static_cast<std::size_t>(preset)] = OnOff;
+    }
+  }
   OnRelays = EffectsOf(all);
+  Holding = EffectsOf(holding);
   BySweep = EffectsOf(sweep);
-  std::transform(timers.begin(), timers.end(), ByTimer.begin(),
-                 [this](const Reach& timer) { return EffectsOf(timer); });
 }
 
 void CheckScope::Reach::Add(const Use& use) {
@@ -125,12 +135,47 @@ RelayEffects CheckScope::EffectsOf(const Reach& reach) const {
   return effects;
 }
 
+QString CheckScope::Sentence(const GatheredUses& uses) const {
+  return Text(uses.User) + u' ' + uses.Words + u' ' + ListOf(Of, uses.Used);
+}
+
+std::vector<GatheredUses> CheckScope::Gather(
+    const std::function<bool(const Use& use)>& wanted) const {
+  std::vector<GatheredUses> rows;
+  std::size_t first = 0;  // of the user in hand
+  for (const Use& use : Uses) {
+    if (!wanted(use)) continue;
+    if (!rows.empty() && rows.back().User != use.User) first = rows.size();
+    const auto row = std::find_if(
+        rows.begin() + static_cast<std::ptrdiff_t>(first), rows.end(),
+        [&](const GatheredUses& one) { return one.Used.front().Kind == use.Used.Kind; });
+    if (row == rows.end()) {
+      rows.push_back({use.User, {use.Used}, QString(use.Words), ScreenOf(use)});
+      continue;
+    }
+    if (row->Used.back() != use.Used) row->Used.push_back(use.Used);
+    if (row->Words != use.Words) row->Words = QStringLiteral("acts on");
+  }
+  return rows;
+}
+
 bool CheckScope::IsUsed(const Item& used, unsigned effects) const {
   return (usedWith_.Of(used) & effects) != 0;
 }
 
 bool CheckScope::DoesAnything(const Item& user, unsigned effects) const {
   return (doesWith_.Of(user) & effects) != 0;
+}
+
+bool CheckScope::DimmersFollow(const Item& timerOrPreset) const {
+  const int number = timerOrPreset.Number;
+  const bool timer = timerOrPreset.Kind == ItemKind::Timer;
+  return number >= 0 && number < ItemCount &&
+         (timer ? timersOfSlots_ : presetsOfSlots_)[static_cast<std::size_t>(number)];
+}
+
+bool CheckScope::IsIdle(const Item& input) const {
+  return !DoesAnything(input, ~unsigned{EffectFollows}) && !IsUsed(input, EffectFollows);
 }
 
 bool CheckScope::IsInstalled(const Item& relayOrInput) const {
@@ -148,8 +193,8 @@ bool CheckScope::HoldsRelay(const Item& groupOrPreset) const {
 
 std::vector<CheckRule> AllRules() {
   std::vector<CheckRule> all;
-  for (const auto rules :
-       {TransferRules(), ControlRules(), RelayRules(), TimerRules(), NameRules(), DimmerRules()}) {
+  for (const auto rules : {TransferRules(), CodeRules(), ControlRules(), RelayRules(), TimerRules(),
+                           ClockRules(), NameRules(), DimmerRules()}) {
     all.insert(all.end(), rules.begin(), rules.end());
   }
   return all;
@@ -159,9 +204,9 @@ std::vector<Finding> CheckProject(const Project& project, const CheckFacts& fact
   const CheckScope scope(project, facts);
   std::vector<Finding> findings;
   for (const CheckRule& rule : AllRules()) {
-    const auto tell = [&](const Item& where, const QString& sentence, Screen screen) {
-      findings.push_back(
-          {rule.Level, rule.Name, where, sentence, screen == Screen::None ? rule.On : screen});
+    const auto tell = [&](const Item& where, const QString& sentence, const MendingPlace& place) {
+      findings.push_back({rule.Level, rule.Name, where, sentence,
+                          place.On == Screen::None ? rule.On : place.On, place.Of});
     };
     try {
       rule.Look(scope, tell);

@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <array>
+#include <bitset>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -11,6 +12,7 @@
 
 #include "document/rules/uses.h"
 #include "panel/panel_image.h"
+#include "panel/setting.h"
 
 // What a configuration has wrong that no single screen shows. A rule is a row in one of the tables
 // of the check_*.cpp files and a small function beside it; nothing is changed by looking.
@@ -25,7 +27,8 @@ struct Finding {
   std::string_view Rule;  ///< The rule's short name, which never changes.
   Item Where;
   QString Sentence;
-  Screen On;  ///< Where it is mended.
+  Screen On;                  ///< Where it is mended.
+  std::optional<Setting> Of;  ///< The setting to open there, where no item leads to it.
 };
 
 /// "1 error", "2 warnings".
@@ -36,9 +39,25 @@ QString CountOf(Severity severity, std::span<const Finding> findings);
 /// EffectOn and EffectOff of each relay.
 using RelayEffects = std::array<unsigned, ItemCount>;
 
+using ItemSet = std::bitset<ItemCount>;
+
+/// What relays are told in the end.
+struct RelayOutcome {
+  ItemSet On;
+  ItemSet Off;
+
+  /// Something else is told later.
+  void Then(const RelayOutcome& later) {
+    On = (On & ~later.Off) | later.On;
+    Off = (Off & ~later.On) | later.Off;
+  }
+};
+
 /// What a check is told beside the project.
 struct CheckFacts {
   bool FileEndsEarly = false;  ///< The file that was opened did not hold all of it.
+  /// What the last transfer of this run has left.
+  const PanelImageType* LastTransfer = nullptr;
 };
 
 /// Effects by item. A panel in full use has tens of thousands of uses, so those of real items stand
@@ -56,6 +75,14 @@ class EffectsByItem {
   QHash<Item, unsigned> others_;
 };
 
+/// What one user does to items of one kind.
+struct GatheredUses {
+  Item User;
+  std::vector<Item> Used;
+  QString Words;  ///< Those of the uses, or "acts on" where they differ.
+  Screen On;
+};
+
 /// What all rules look at, computed once.
 struct CheckScope {
   explicit CheckScope(const Project& project, const CheckFacts& facts);
@@ -69,19 +96,28 @@ struct CheckScope {
   std::vector<Use> Uses;
   std::vector<Use> UsesOfRuns;  ///< Of presets and timers alone, which are few.
   // What they do themselves, by their groups and by their presets.
-  RelayEffects OnRelays{};  ///< All inputs, timers and the sweep.
+  RelayEffects OnRelays{};  ///< All inputs, timers, the sweep, and presets that nothing runs.
+  RelayEffects Holding{};   ///< Inputs that hold relays for as long as they are closed.
   RelayEffects BySweep{};
-  std::array<RelayEffects, ItemCount> ByTimer{};
 
   /// ItemText and the like of the project.
   QString Text(const Item& item) const { return ItemText(Of, item); }
   QString OwnName(const Item& item) const { return ::OwnName(Of, item); }
   QString Sentence(const Use& use) const { return SentenceOf(Of, use); }
+  QString Sentence(const GatheredUses& uses) const;
+  /// The wanted uses, in as few rows as they have users and kinds of items.
+  std::vector<GatheredUses> Gather(const std::function<bool(const Use& use)>& wanted) const;
   QString InputType(const Item& input) const { return InputTypeWord(Of, input); }
   /// Whether any use of the item has one of these effects.
   bool IsUsed(const Item& used, unsigned effects) const;
   /// Whether the item is the user of any use with one of these effects.
   bool DoesAnything(const Item& user, unsigned effects = ~0U) const;
+  /// Whether slots of dimmers are controlled by the timer or preset.
+  bool DimmersFollow(const Item& timerOrPreset) const;
+  /// Whether the timer switches or runs anything, or dimmers follow it.
+  bool IsAtWork(const Item& timer) const { return DoesAnything(timer) || DimmersFollow(timer); }
+  /// Whether the local input or the input of a bus device does nothing.
+  bool IsIdle(const Item& input) const;
   bool IsInstalled(const Item& relayOrInput) const;
   /// Whether the group or preset holds an installed relay.
   bool HoldsRelay(const Item& groupOrPreset) const;
@@ -101,10 +137,24 @@ struct CheckScope {
   std::array<RelayEffects, ItemCount> inPreset_{};  ///< What the preset does.
   EffectsByItem usedWith_;                          ///< The effects of all uses of it.
   EffectsByItem doesWith_;                          ///< The effects of all uses by it.
+  ItemSet timersOfSlots_;
+  ItemSet presetsOfSlots_;
 };
 
-/// Tells of a finding; without a screen the rule's own.
-using TellFinding = std::function<void(const Item& where, const QString& sentence, Screen screen)>;
+/// Where a finding is mended.
+struct MendingPlace {
+  MendingPlace() = default;  ///< On the rule's own screen.
+  // NOLINTNEXTLINE(google-explicit-constructor): a screen is a place.
+  MendingPlace(Screen screen) : On(screen) {}
+  // NOLINTNEXTLINE(google-explicit-constructor): so is a setting.
+  MendingPlace(const Setting& setting) : On(EditorOf(setting).On), Of(setting) {}
+
+  Screen On = Screen::None;
+  std::optional<Setting> Of;
+};
+
+using TellFinding =
+    std::function<void(const Item& where, const QString& sentence, const MendingPlace& place)>;
 
 struct CheckRule {
   std::string_view Name;
@@ -115,9 +165,11 @@ struct CheckRule {
 };
 
 std::span<const CheckRule> TransferRules();
+std::span<const CheckRule> CodeRules();
 std::span<const CheckRule> ControlRules();
 std::span<const CheckRule> RelayRules();
 std::span<const CheckRule> TimerRules();
+std::span<const CheckRule> ClockRules();
 std::span<const CheckRule> NameRules();
 std::span<const CheckRule> DimmerRules();
 

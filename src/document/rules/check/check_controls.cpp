@@ -5,6 +5,7 @@
 #include "panel/fennlink_types.h"
 #include "panel/field_facts.h"
 #include "panel/input_actions.h"
+#include "panel/lists_in_words.h"
 #include "panel/panel_record.h"
 #include "panel/pilot_code.h"
 #include "panel/pilot_source.h"
@@ -56,11 +57,10 @@ void LookAtCutActions(const CheckScope& scope, const TellFinding& tell) {
         cut += cell(row) > offered->MaxControlCode() ? 1 : 0;
       if (cut == 0) return;
       tell(input,
-           QStringLiteral("%1 has %2 actions that its type \"%3\" does not offer; looking at it "
-                          "cuts them to the last that it does.")
-               .arg(scope.Text(input))
-               .arg(cut)
-               .arg(scope.InputType(input)),
+           QStringLiteral("%1 has %2 that its type \"%3\" does not offer; looking at it cuts %4 to "
+                          "the last that it does.")
+               .arg(scope.Text(input), Counted(cut, QStringLiteral("action")),
+                    scope.InputType(input), QLatin1String(cut == 1 ? "it" : "them")),
            TypeScreen(input));
     };
     look(ControlTable::Relay, relayCell);
@@ -68,50 +68,104 @@ void LookAtCutActions(const CheckScope& scope, const TellFinding& tell) {
   });
 }
 
-void LookBeyondPoints(const CheckScope& scope, const TellFinding& tell) {
-  for (const Use& use : scope.Uses) {
-    const bool counted = use.Used.Kind == ItemKind::Relay || use.Used.Kind == ItemKind::Input;
-    if (!counted || (use.Effect & ActsOn) == 0 || scope.IsInstalled(use.Used)) continue;
-    if ((use.Effect & EffectHolds) != 0) continue;
-    if (use.User.Kind == ItemKind::Panel) continue;
-    tell(use.User,
-         QStringLiteral("%1, which is beyond the %2 installed points.")
-             .arg(scope.Sentence(use))
-             .arg(scope.Points),
-         ScreenOf(use));
+/// Tells of the wanted uses, a row for what one user does; `one` follows a sentence of one item,
+/// `many` that of several.
+void TellOfUses(const CheckScope& scope, const TellFinding& tell,
+                const std::function<bool(const Use& use)>& wanted, const QString& one,
+                const QString& many) {
+  for (const GatheredUses& uses : scope.Gather(wanted)) {
+    tell(uses.User, scope.Sentence(uses) + (uses.Used.size() == 1 ? one : many), uses.On);
   }
+}
+
+void LookBeyondPoints(const CheckScope& scope, const TellFinding& tell) {
+  const auto isBeyond = [&](const Use& use) {
+    const bool counted = use.Used.Kind == ItemKind::Relay || use.Used.Kind == ItemKind::Input;
+    const bool drives = use.User.Kind == ItemKind::DimmerOutput && use.Used.Kind == ItemKind::Relay;
+    return counted && ((use.Effect & ActsOn) != 0 || drives) && (use.Effect & EffectHolds) == 0 &&
+           use.User.Kind != ItemKind::Panel && !scope.IsInstalled(use.Used);
+  };
+  TellOfUses(scope, tell, isBeyond,
+             QStringLiteral(", which is beyond the %1 installed points.").arg(scope.Points),
+             QStringLiteral(", which are beyond the %1 installed points.").arg(scope.Points));
+}
+
+void LookAtInputsBeyondPoints(const CheckScope& scope, const TellFinding& tell) {
+  const auto& panel = scope.Of.Panel;
+  std::vector<Item> meant;
+  for (int input = scope.Points; input < ItemCount; ++input) {
+    const Item item{ItemKind::Input, input};
+    bool acts = false;
+    for (int row = 0; row < ItemCount; ++row) {
+      acts = acts || panel.InputRelayControl(input, row) != 0 ||
+             panel.InputGroupControl(input, row) != 0;
+    }
+    if (acts || !scope.OwnName(item).isEmpty()) meant.push_back(item);
+  }
+  if (meant.empty()) return;
+  tell(meant.front(),
+       QStringLiteral("%1 %2 a name or actions, and %3 beyond the %4 installed points.")
+           .arg(ListOf(scope.Of, meant), QLatin1String(meant.size() == 1 ? "has" : "have"),
+                QLatin1String(meant.size() == 1 ? "is" : "are"))
+           .arg(scope.Points),
+       Screen::Setup);
 }
 
 void LookAtEmptyPresets(const CheckScope& scope, const TellFinding& tell) {
-  for (const Use& use : scope.UsesOfRuns) {
-    const bool runs = (use.Effect & EffectRuns) != 0 || use.User.Kind == ItemKind::DimmerOutput;
-    if (use.Used.Kind != ItemKind::Preset || !runs || scope.HoldsRelay(use.Used)) continue;
-    tell(use.User, scope.Sentence(use) + QStringLiteral(", which touches no relay."),
-         ScreenOf(use));
-  }
+  const auto isEmpty = [&](const Use& use) {
+    return use.Used.Kind == ItemKind::Preset && (use.Effect & EffectRuns) != 0 &&
+           !scope.HoldsRelay(use.Used) && !scope.DimmersFollow(use.Used);
+  };
+  TellOfUses(scope, tell, isEmpty, QStringLiteral(", which touches no relay and no dimmer."),
+             QStringLiteral(", which touch no relay and no dimmer."));
 }
 
 void LookAtEmptyGroups(const CheckScope& scope, const TellFinding& tell) {
-  for (const Use& use : scope.Uses) {
-    const bool acts = (use.Effect & ActsOn) != 0;
-    if (use.Used.Kind != ItemKind::Group || !acts || scope.HoldsRelay(use.Used)) continue;
-    tell(use.User, scope.Sentence(use) + QStringLiteral(", which has no relay."), ScreenOf(use));
-  }
+  const auto isEmpty = [&](const Use& use) {
+    return use.Used.Kind == ItemKind::Group && (use.Effect & ActsOn) != 0 &&
+           !scope.HoldsRelay(use.Used);
+  };
+  TellOfUses(scope, tell, isEmpty, QStringLiteral(", which has no relay."),
+             QStringLiteral(", which have no relay."));
 }
 
 void LookAtForcedTimers(const CheckScope& scope, const TellFinding& tell) {
-  for (const Use& use : scope.UsesOfRuns) {
-    if (use.Used.Kind != ItemKind::Timer || (use.Effect & EffectRuns) == 0) continue;
-    if (scope.DoesAnything(use.Used)) continue;
-    tell(use.User, scope.Sentence(use) + QStringLiteral(", which does nothing."), ScreenOf(use));
+  const auto isIdle = [&](const Use& use) {
+    return use.Used.Kind == ItemKind::Timer && (use.Effect & EffectRuns) != 0 &&
+           !scope.IsAtWork(use.Used);
+  };
+  TellOfUses(scope, tell, isIdle, QStringLiteral(", which does nothing."),
+             QStringLiteral(", which do nothing."));
+}
+
+void LookAtDisabledIdle(const CheckScope& scope, const TellFinding& tell) {
+  const auto isIdle = [&](const Use& use) {
+    if ((use.Effect & EffectDisables) == 0 || use.Used == use.User) return false;
+    if (use.Used.Kind == ItemKind::Timer) return !scope.IsAtWork(use.Used);
+    return use.Used.Kind == ItemKind::Input && scope.IsInstalled(use.Used) &&
+           scope.IsIdle(use.Used);
+  };
+  TellOfUses(scope, tell, isIdle, QStringLiteral(", which does nothing."),
+             QStringLiteral(", which do nothing."));
+}
+
+void LookAtSelfDisabling(const CheckScope& scope, const TellFinding& tell) {
+  for (int input = 0; input < scope.Points; ++input) {
+    const Item item{ItemKind::Input, input};
+    const bool disables =
+        LocalInputKind(scope.Of.Panel.InputType(input)) == InputKind::InputDisable;
+    if (!disables || scope.Of.Panel.InputRelayControl(input, input) == 0) continue;
+    tell(item, QStringLiteral("%1 disables itself, which changes nothing.").arg(scope.Text(item)),
+         ActionScreen(item, false));
   }
 }
 
 void LookAtPilots(const CheckScope& scope, const TellFinding& tell) {
   for (const Use& use : scope.Uses) {
     if (!IsInput(use.User) || (use.Effect & EffectFollows) == 0) continue;
+    const bool dimmed = use.Used.Kind == ItemKind::Preset && scope.DimmersFollow(use.Used);
     const bool missing = use.Used.Kind == ItemKind::Relay ? !scope.IsInstalled(use.Used)
-                                                          : !scope.HoldsRelay(use.Used);
+                                                          : !scope.HoldsRelay(use.Used) && !dimmed;
     if (!missing) continue;
     tell(use.User,
          scope.Sentence(use) + (use.Used.Kind == ItemKind::Relay
@@ -140,32 +194,54 @@ void LookAtPilots(const CheckScope& scope, const TellFinding& tell) {
   }
 }
 
+/// "INPUT 03 HALL does nothing.", or how many of them do.
+void TellOfIdleInputs(const CheckScope& scope, const TellFinding& tell,
+                      const std::vector<Item>& idle, const QString& have) {
+  if (idle.empty()) return;
+  const auto count = static_cast<qsizetype>(idle.size());
+  tell(idle.front(),
+       count == 1 ? QStringLiteral("%1 does nothing.").arg(scope.Text(idle.front()))
+                  : QStringLiteral("%1 inputs have %2 and do nothing: %3.")
+                        .arg(QString::number(count), have, ListOf(scope.Of, idle)),
+       ActionScreen(idle.front(), false));
+}
+
 void LookAtIdleInputs(const CheckScope& scope, const TellFinding& tell) {
-  const auto isIdle = [&](const Item& input) {
-    return !scope.DoesAnything(input, ActsOn) && !scope.IsUsed(input, EffectFollows);
-  };
+  std::vector<Item> idle;
+  bool named = false;
+  bool typed = false;
   for (int i = 0; i < scope.Points; ++i) {
     const Item input{ItemKind::Input, i};
-    const bool meant = scope.Of.Panel.InputType(i) != 0 || !scope.OwnName(input).isEmpty();
-    if (meant && isIdle(input)) {
-      tell(input, QStringLiteral("%1 does nothing.").arg(scope.Text(input)),
-           ActionScreen(input, false));
-    }
+    const bool hasType = scope.Of.Panel.InputType(i) != 0;
+    const bool hasName = !scope.OwnName(input).isEmpty();
+    if ((!hasType && !hasName) || !scope.IsIdle(input)) continue;
+    idle.push_back(input);
+    typed = typed || hasType;
+    named = named || hasName;
   }
+  TellOfIdleInputs(scope, tell, idle,
+                   typed && named ? QStringLiteral("a type or a name")
+                   : typed        ? QStringLiteral("a type")
+                                  : QStringLiteral("a name"));
+}
+
+void LookAtIdleDevices(const CheckScope& scope, const TellFinding& tell) {
   for (int n = 1; n <= DeviceCount; ++n) {
     const FennlinkRecord& device = scope.Of.Devices(n);
     const int count = FennlinkDevice(device.DeviceType).InputCount;
     int idle = 0;
+    std::vector<Item> meant;
     for (int input = 0; input < count; ++input) {
       const Item item{ItemKind::DeviceInput, n, input};
-      if (!isIdle(item)) continue;
+      if (!scope.IsIdle(item)) continue;
       ++idle;
       if (device.DeviceInputType(input) == 0 || device.DeviceType == DeviceTypePhotocell) continue;
-      tell(item, QStringLiteral("%1 does nothing.").arg(scope.Text(item)),
-           ActionScreen(item, false));
+      meant.push_back(item);
     }
     const Item whole{ItemKind::Device, n};
-    if (count > 0 && idle == count && !scope.IsUsed(whole, EffectFollows)) {
+    if (count == 0 || idle < count) {
+      TellOfIdleInputs(scope, tell, meant, QStringLiteral("a type"));
+    } else if (!scope.IsUsed(whole, EffectFollows)) {
       tell(whole, QStringLiteral("None of the inputs of %1 does anything.").arg(scope.Text(whole)),
            ActionScreen({ItemKind::DeviceInput}, false));
     }
@@ -178,7 +254,7 @@ void LookAtPhotocellLevels(const CheckScope& scope, const TellFinding& tell) {
     if (device.DeviceType != DeviceTypePhotocell) continue;
     for (int input = 0; input < DeviceInputCount; ++input) {
       const Item item{ItemKind::DeviceInput, n, input};
-      if (!scope.DoesAnything(item, ActsOn) && !scope.IsUsed(item, EffectFollows)) continue;
+      if (scope.IsIdle(item)) continue;
       if (device.DeviceOffLevel(input) != device.DeviceOnLevel(input)) continue;
       tell(item,
            QStringLiteral("The on level and the off level of %1 are equal.").arg(scope.Text(item)),
@@ -191,18 +267,27 @@ constexpr auto RulesOfControls = std::to_array<CheckRule>({
     {"action-cut", Severity::Error, Screen::None, LookAtCutActions,
      "An input has actions that its type does not offer."},
     {"beyond-points", Severity::Error, Screen::None, LookBeyondPoints,
-     "An action is on a relay or an input that is not installed."},
+     "An action is on a relay or an input that is not installed, or a dimmer follows such a "
+     "relay."},
     {"empty-preset", Severity::Error, Screen::None, LookAtEmptyPresets,
-     "A preset is run that touches no relay."},
+     "A preset is run that touches no relay and no dimmer."},
     {"empty-group", Severity::Error, Screen::None, LookAtEmptyGroups,
      "An action is on a group without relays."},
     {"idle-timer-forced", Severity::Error, Screen::None, LookAtForcedTimers,
      "A timer is forced that does nothing."},
+    {"input-beyond-points", Severity::Warning, Screen::None, LookAtInputsBeyondPoints,
+     "Inputs that are not installed have a name or actions."},
+    {"disables-idle", Severity::Warning, Screen::None, LookAtDisabledIdle,
+     "An input disables another, or a timer, that does nothing."},
+    {"disables-itself", Severity::Warning, Screen::None, LookAtSelfDisabling,
+     "An input disables itself."},
     {"pilot-source", Severity::Error, Screen::None, LookAtPilots,
      "A pilot follows nothing: a relay that is not installed, a group or preset without relays, an "
      "unknown source."},
     {"idle-input", Severity::Warning, Screen::None, LookAtIdleInputs,
      "An input with a name or a type does nothing."},
+    {"idle-device", Severity::Warning, Screen::None, LookAtIdleDevices,
+     "A bus device, or inputs of it with a type, do nothing."},
     {"equal-levels", Severity::Warning, Screen::ConfigureFennlinkDevices, LookAtPhotocellLevels,
      "On and off level of a photocell's input are equal."},
 });

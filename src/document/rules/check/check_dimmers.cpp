@@ -3,6 +3,7 @@
 #include "panel/dimmer_words.h"
 #include "panel/fennlink_record.h"
 #include "panel/fennlink_types.h"
+#include "panel/lists_in_words.h"
 #include "panel/panel_record.h"
 
 // Dimmer outputs of the devices that are enabled.
@@ -78,6 +79,48 @@ void LookAtPoints(const CheckScope& scope, const TellFinding& tell) {
   });
 }
 
+bool FollowsRelays(const DimmerOutput& output) {
+  for (int relay = 0; relay < ItemCount; ++relay) {
+    if (output(dim::RelayInclude, relay) != 0) return true;
+  }
+  return false;
+}
+
+bool HasSlots(const DimmerOutput& output) {
+  for (int slot = 0; slot < ControlSlotCount; ++slot) {
+    if (output(dim::ControlType, slot) != ControlUnused) return true;
+  }
+  return false;
+}
+
+void LookAtRelayLevels(const CheckScope& scope, const TellFinding& tell) {
+  ForEachOutput(scope.Of.Dimmers, [&](const Item& item, const DimmerOutput& output) {
+    const bool dark = output(dim::RelayOnLevel) == 0 && output(dim::RelayOffLevel) == 0;
+    if (!dark || !FollowsRelays(output)) return;
+    tell(item,
+         QStringLiteral("%1 follows relays and goes to 0% whether they are on or off.")
+             .arg(scope.Text(item)),
+         Screen::DimmerRelayControl);
+  });
+}
+
+void LookAtDisabledDevices(const CheckScope& scope, const TellFinding& tell) {
+  for (int dev = 0; dev < DimmerDeviceCount; ++dev) {
+    if (DimmerEnabled(scope.Of.Dimmers, dev)) continue;
+    std::vector<Item> meant;
+    for (int out = 0; out < DimmerOutputCount; ++out) {
+      const DimmerOutput output(scope.Of.Dimmers, dev, out);
+      if (FollowsRelays(output) || HasSlots(output))
+        meant.push_back({ItemKind::DimmerOutput, dev, out});
+    }
+    if (meant.empty()) continue;
+    tell(meant.front(),
+         QStringLiteral("%1 %2 relays or control slots, and the device is not enabled.")
+             .arg(ListOf(scope.Of, meant), QLatin1String(meant.size() == 1 ? "has" : "have")),
+         {});
+  }
+}
+
 constexpr auto RulesOfDimmers = std::to_array<CheckRule>({
     {"dimmer-source", Severity::Error, Screen::DimmerOutput, LookAtSlots,
      "A dimmer slot or a tracking photocell names something that does not exist."},
@@ -85,6 +128,10 @@ constexpr auto RulesOfDimmers = std::to_array<CheckRule>({
      "The minimum of a dimmer output is above its maximum."},
     {"point-order", Severity::Error, Screen::DimmerOutput, LookAtPoints,
      "Point B of a curve lies outside A and C."},
+    {"dark-relay-levels", Severity::Warning, Screen::DimmerOutput, LookAtRelayLevels,
+     "A dimmer output follows relays, and its on and off level are both 0%."},
+    {"disabled-dimmer", Severity::Warning, Screen::DimmerOutput, LookAtDisabledDevices,
+     "A dimmer output has relays or control slots, and its device is not enabled."},
 });
 
 }  // namespace

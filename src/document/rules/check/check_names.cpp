@@ -1,9 +1,11 @@
+#include <algorithm>
 #include <map>
 
 #include "document/rules/check/check.h"
 #include "panel/code_page.h"
 #include "panel/fennlink_record.h"
 #include "panel/field_facts.h"
+#include "panel/lists_in_words.h"
 #include "panel/panel_record.h"
 
 // Names as they are and as the panel keeps them.
@@ -15,20 +17,36 @@ Screen ScreenOfName(Names Owner::*names) {
   return FactsOf(names).Where.Value.On;
 }
 
+/// A name as it is stored.
+template <auto Member>
+const std::string& StoredName(const Project& project, int number) {
+  if constexpr (requires { project.Panel.*Member; }) {
+    return (project.Panel.*Member)(number);
+  } else {
+    return project.Devices(number).*Member;
+  }
+}
+
 struct NameKind {
   ItemKind Kind;
   int First;
   int Count;
   Screen On;
+  const std::string& (*Stored)(const Project& project, int number);
 };
 
+template <auto Member>
+NameKind NamesOf(ItemKind kind, int first, int count) {
+  return {kind, first, count, ScreenOfName(Member), StoredName<Member>};
+}
+
 const auto NameKinds = std::to_array<NameKind>({
-    {ItemKind::Relay, 0, ItemCount, ScreenOfName(&PanelRecordType::RelayName)},
-    {ItemKind::Group, 0, ItemCount, ScreenOfName(&PanelRecordType::GroupName)},
-    {ItemKind::Input, 0, ItemCount, ScreenOfName(&PanelRecordType::InputName)},
-    {ItemKind::Timer, 0, ItemCount, ScreenOfName(&PanelRecordType::TimerName)},
-    {ItemKind::Preset, 0, ItemCount, ScreenOfName(&PanelRecordType::PresetName)},
-    {ItemKind::Device, 1, DeviceCount, ScreenOfName(&FennlinkRecord::DeviceName)},
+    NamesOf<&PanelRecordType::RelayName>(ItemKind::Relay, 0, ItemCount),
+    NamesOf<&PanelRecordType::GroupName>(ItemKind::Group, 0, ItemCount),
+    NamesOf<&PanelRecordType::InputName>(ItemKind::Input, 0, ItemCount),
+    NamesOf<&PanelRecordType::TimerName>(ItemKind::Timer, 0, ItemCount),
+    NamesOf<&PanelRecordType::PresetName>(ItemKind::Preset, 0, ItemCount),
+    NamesOf<&FennlinkRecord::DeviceName>(ItemKind::Device, 1, DeviceCount),
 });
 
 template <typename Look>
@@ -40,17 +58,103 @@ void ForEachOwnName(const CheckScope& scope, const NameKind& kind, Look look) {
   }
 }
 
+/// Whether anybody meets the item.
+bool IsMet(const CheckScope& scope, const Item& item) {
+  switch (item.Kind) {
+    case ItemKind::Relay:
+    case ItemKind::Input:
+      return scope.IsInstalled(item);
+    case ItemKind::Timer:
+      return scope.IsAtWork(item);
+    case ItemKind::Device:
+      return scope.Of.Devices(item.Number).DeviceType != 0;
+    default:
+      return scope.HoldsRelay(item) || (item.Kind == ItemKind::Preset && scope.DimmersFollow(item));
+  }
+}
+
+/// How names that are one to the panel, or nearly one to a reader, differ.
+QString SameNameWords(const std::vector<QString>& names) {
+  const auto alike = [&](Qt::CaseSensitivity sensitivity) {
+    return std::all_of(names.begin(), names.end(), [&](const QString& name) {
+      return name.compare(names.front(), sensitivity) == 0;
+    });
+  };
+  if (alike(Qt::CaseSensitive)) return QStringLiteral("have the same name, %1.").arg(names.front());
+  if (alike(Qt::CaseInsensitive)) {
+    return QStringLiteral("have names that differ in upper and lower case alone.");
+  }
+  return QStringLiteral("have the same name in the panel, which keeps %1 characters.")
+      .arg(NameLength);
+}
+
 void LookAtSameNames(const CheckScope& scope, const TellFinding& tell) {
   for (const NameKind& kind : NameKinds) {
-    std::map<QString, Item> owners;
+    std::map<QString, std::vector<Item>> owners;
     ForEachOwnName(scope, kind, [&](const Item& item, const QString& name) {
-      const auto [owner, isNew] = owners.try_emplace(name, item);
-      if (isNew) return;
-      tell(item,
-           QStringLiteral("%1 and %2 have the same name, %3.")
-               .arg(ItemCode(owner->second), ItemCode(item), name),
-           kind.On);
+      owners[name.left(NameLength).trimmed().toCaseFolded()].push_back(item);
     });
+    for (const auto& [name, items] : owners) {
+      if (items.size() < 2) continue;
+      std::vector<QString> names;
+      for (const Item& item : items) names.push_back(scope.OwnName(item));
+      tell(items.front(), CodesOf(items) + u' ' + SameNameWords(names), kind.On);
+    }
+  }
+}
+
+void LookAtNamesOfOthers(const CheckScope& scope, const TellFinding& tell) {
+  for (const NameKind& kind : NameKinds) {
+    ForEachOwnName(scope, kind, [&](const Item& item, const QString& name) {
+      for (int number = kind.First; number < kind.First + kind.Count; ++number) {
+        const Item other{kind.Kind, number};
+        if (other == item || name.compare(FreshName(other), Qt::CaseInsensitive) != 0) continue;
+        tell(item,
+             QStringLiteral("%1 is named %2, as another is in a new project.")
+                 .arg(ItemCode(item), name),
+             kind.On);
+      }
+    });
+  }
+}
+
+/// In one row the items of a kind whose stored names are `wanted`.
+void TellOfNames(const CheckScope& scope, const TellFinding& tell,
+                 const std::function<bool(const Item& item, const QString& stored)>& wanted,
+                 const QString& one, const QString& many) {
+  for (const NameKind& kind : NameKinds) {
+    std::vector<Item> items;
+    for (int number = kind.First; number < kind.First + kind.Count; ++number) {
+      const Item item{kind.Kind, number};
+      if (wanted(item, ToUnicode(kind.Stored(scope.Of, number)))) items.push_back(item);
+    }
+    if (!items.empty()) {
+      tell(items.front(), CodesOf(items) + (items.size() == 1 ? one : many), kind.On);
+    }
+  }
+}
+
+void LookAtBlankNames(const CheckScope& scope, const TellFinding& tell) {
+  TellOfNames(
+      scope, tell,
+      [&](const Item& item, const QString& stored) {
+        return stored.trimmed().isEmpty() && IsMet(scope, item);
+      },
+      QStringLiteral(" has a blank name."), QStringLiteral(" have blank names."));
+}
+
+void LookAtCharacters(const CheckScope& scope, const TellFinding& tell) {
+  const auto cannotBeRead = [](const QString& name) {
+    return std::any_of(name.begin(), name.end(),
+                       [](QChar c) { return c.category() == QChar::Other_Control; });
+  };
+  TellOfNames(
+      scope, tell, [&](const Item&, const QString& stored) { return cannotBeRead(stored); },
+      QStringLiteral(" has a name with characters that cannot be read."),
+      QStringLiteral(" have names with characters that cannot be read."));
+  if (cannotBeRead(ToUnicode(scope.Of.Panel.PanelName))) {
+    tell({}, QStringLiteral("The panel's name has characters that cannot be read."),
+         ScreenOfName(&PanelRecordType::PanelName));
   }
 }
 
@@ -74,7 +178,14 @@ void LookAtLongNames(const CheckScope& scope, const TellFinding& tell) {
 
 constexpr auto RulesOfNames = std::to_array<CheckRule>({
     {"same-name", Severity::Warning, Screen::None, LookAtSameNames,
-     "Two items of a kind have the same name."},
+     "Items of a kind have the same name, but for case, or in the ten characters that the panel "
+     "keeps."},
+    {"name-of-another", Severity::Warning, Screen::None, LookAtNamesOfOthers,
+     "An item has the name that another has in a new project."},
+    {"blank-name", Severity::Warning, Screen::None, LookAtBlankNames,
+     "An item in use has a blank name."},
+    {"name-characters", Severity::Warning, Screen::None, LookAtCharacters,
+     "A name has characters that cannot be read."},
     {"long-name", Severity::Warning, Screen::None, LookAtLongNames,
      "A name is longer than the panel keeps."},
 });

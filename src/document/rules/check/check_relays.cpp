@@ -4,6 +4,7 @@
 
 #include "document/rules/check/check.h"
 #include "panel/dimmer_fields.h"
+#include "panel/lists_in_words.h"
 #include "panel/panel_record.h"
 #include "panel/words.h"
 
@@ -11,65 +12,115 @@
 
 namespace {
 
-/// A relay of a type from this one on goes back by itself.
-constexpr Int16 FirstTypeThatReturns = 2;
+// Relays that go back by themselves, and power-on types that turn on.
+constexpr Int16 AlarmOff = 3;
+constexpr Int16 AlarmOn = 4;
+constexpr Int16 PulsedOff = 5;
+constexpr Int16 PulsedOn = 6;
+constexpr Int16 PowerOnOn = 1;
+constexpr Int16 PowerOnByInput = 2;
 
-void LookAtSwitching(const CheckScope& scope, const TellFinding& tell, unsigned wanted,
-                     const QString& words) {
+/// Whether what is plugged into the panel may switch the relay, too.
+bool ModuleMaySwitch(const PanelRecordType& panel, int relay) {
+  const AddOnModule module = AddOnModuleOf(panel.AddOnModuleType);
+  if (panel.AddOnModuleType == AddOnModuleDMX) return panel.DMXChannel(relay) != 0;
+  return panel.AddOnModuleType != 0 && !module.EditorCaption.empty();
+}
+
+/// In one row, the installed relays that nothing else may switch and that `wanted`.
+void TellOfRelays(const CheckScope& scope, const TellFinding& tell,
+                  const std::function<bool(int relay)>& wanted, const QString& one,
+                  const QString& many) {
+  std::vector<Item> relays;
   for (int relay = 0; relay < scope.Points; ++relay) {
-    if (scope.OnRelays[static_cast<std::size_t>(relay)] != wanted) continue;
-    if (wanted != 0 && scope.Of.Panel.RelayTimerType(relay) >= FirstTypeThatReturns) continue;
-    const Item item{ItemKind::Relay, relay};
-    tell(item, words.arg(scope.Text(item)), {});
+    if (ModuleMaySwitch(scope.Of.Panel, relay) || !wanted(relay)) continue;
+    relays.push_back({ItemKind::Relay, relay});
   }
+  if (relays.empty()) return;
+  const auto count = static_cast<qsizetype>(relays.size());
+  const QString items = ListOf(scope.Of, relays);
+  tell(relays.front(), count == 1 ? one.arg(items) : many.arg(count).arg(items), {});
 }
 
 void LookAtUnusedRelays(const CheckScope& scope, const TellFinding& tell) {
-  LookAtSwitching(scope, tell, 0, QStringLiteral("Nothing switches %1."));
+  const auto isUnused = [&](int relay) {
+    const auto at = static_cast<std::size_t>(relay);
+    const Int16 powerOn = scope.Of.Panel.RelayPowerOnType(relay);
+    return (scope.OnRelays[at] | scope.Holding[at]) == 0 && powerOn != PowerOnOn &&
+           powerOn != PowerOnByInput;
+  };
+  TellOfRelays(scope, tell, isUnused, QStringLiteral("Nothing switches %1."),
+               QStringLiteral("Nothing switches %1 relays: %2."));
 }
 
 void LookAtNeverOff(const CheckScope& scope, const TellFinding& tell) {
-  LookAtSwitching(scope, tell, EffectOn,
-                  QStringLiteral("%1 is turned on, and nothing ever turns it off."));
+  const auto staysOn = [&](int relay) {
+    const Int16 type = scope.Of.Panel.RelayTimerType(relay);
+    return scope.OnRelays[static_cast<std::size_t>(relay)] == EffectOn && type != AlarmOn &&
+           type != PulsedOn;
+  };
+  TellOfRelays(scope, tell, staysOn,
+               QStringLiteral("%1 is turned on, and nothing ever turns it off."),
+               QStringLiteral("%1 relays are turned on, and nothing ever turns them off: %2."));
 }
 
 void LookAtNeverOn(const CheckScope& scope, const TellFinding& tell) {
-  LookAtSwitching(scope, tell, EffectOff,
-                  QStringLiteral("%1 is turned off, and nothing ever turns it on."));
+  const auto staysOff = [&](int relay) {
+    const auto at = static_cast<std::size_t>(relay);
+    const Int16 type = scope.Of.Panel.RelayTimerType(relay);
+    const Int16 powerOn = scope.Of.Panel.RelayPowerOnType(relay);
+    return (scope.OnRelays[at] | scope.Holding[at]) == EffectOff && type != AlarmOff &&
+           type != PulsedOff && powerOn != PowerOnOn && powerOn != PowerOnByInput;
+  };
+  TellOfRelays(scope, tell, staysOff,
+               QStringLiteral("%1 is turned off, and nothing ever turns it on."),
+               QStringLiteral("%1 relays are turned off, and nothing ever turns them on: %2."));
 }
 
-void LookAtUnused(const CheckScope& scope, const TellFinding& tell, ItemKind kind) {
+void LookAtUnusedGroups(const CheckScope& scope, const TellFinding& tell) {
   for (int number = 0; number < ItemCount; ++number) {
-    const Item item{kind, number};
+    const Item item{ItemKind::Group, number};
     if (!scope.HoldsRelay(item) || scope.IsUsed(item, ~0U)) continue;
     tell(item, QStringLiteral("%1 has relays and is never used.").arg(scope.Text(item)), {});
   }
 }
 
-void LookAtUnusedGroups(const CheckScope& scope, const TellFinding& tell) {
-  LookAtUnused(scope, tell, ItemKind::Group);
-}
-
 void LookAtUnusedPresets(const CheckScope& scope, const TellFinding& tell) {
-  LookAtUnused(scope, tell, ItemKind::Preset);
+  for (int number = 0; number < ItemCount; ++number) {
+    const Item item{ItemKind::Preset, number};
+    const bool acts = scope.HoldsRelay(item) || scope.DimmersFollow(item);
+    if (!acts || scope.IsUsed(item, EffectRuns)) continue;
+    tell(item,
+         QStringLiteral("%1 is activated by hand only: no input and no timer does it.")
+             .arg(scope.Text(item)),
+         {});
+  }
 }
 
-QString InUse(const CheckScope& scope, ItemKind kind, const char* plural) {
-  int count = 0;
-  for (int number = 0; number < ItemCount; ++number) {
-    const Item item{kind, number};
-    const bool inUse = kind == ItemKind::Group || kind == ItemKind::Preset
-                           ? scope.HoldsRelay(item)
-                           : scope.DoesAnything(item, ~unsigned{EffectFollows});
-    count += inUse ? 1 : 0;
+bool IsInUse(const CheckScope& scope, const Item& item) {
+  switch (item.Kind) {
+    case ItemKind::Group:
+      return scope.HoldsRelay(item);
+    case ItemKind::Preset:
+      return scope.HoldsRelay(item) || scope.DimmersFollow(item);
+    case ItemKind::Timer:
+      return scope.IsAtWork(item);
+    default:
+      return scope.DoesAnything(item, ~unsigned{EffectFollows});
   }
-  return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(plural));
+}
+
+QString InUse(const CheckScope& scope, ItemKind kind, const char* one) {
+  int count = 0;
+  for (int number = 0; number < ItemCount; ++number)
+    count += IsInUse(scope, {kind, number}) ? 1 : 0;
+  return Counted(count, QLatin1String(one));
 }
 
 void CountItems(const CheckScope& scope, const TellFinding& tell) {
   const QStringList counts = {
-      InUse(scope, ItemKind::Group, "groups"), InUse(scope, ItemKind::Input, "inputs"),
-      InUse(scope, ItemKind::Timer, "timers"), InUse(scope, ItemKind::Preset, "presets")};
+      InUse(scope, ItemKind::Group, "group"), InUse(scope, ItemKind::Input, "input"),
+      InUse(scope, ItemKind::Timer, "timer"), InUse(scope, ItemKind::Preset, "preset")};
   tell({},
        QStringLiteral("Of %1 each, %2 relays are installed, and %3 are in use.")
            .arg(ItemCount)
@@ -88,6 +139,19 @@ void LookAtSweep(const CheckScope& scope, const TellFinding& tell) {
   if (left.isEmpty()) return;
   tell({},
        QStringLiteral("The off hours sweep leaves on: %1.").arg(left.join(QStringLiteral(", "))),
+       {});
+}
+
+void LookAtSweptBeyondPoints(const CheckScope& scope, const TellFinding& tell) {
+  std::vector<Item> beyond;
+  for (int relay = scope.Points; relay < ItemCount; ++relay) {
+    if (scope.Of.Panel.OffHoursSweepRelay(relay) != 0) beyond.push_back({ItemKind::Relay, relay});
+  }
+  if (beyond.empty()) return;
+  tell({},
+       QStringLiteral("The off hours sweep takes %1, beyond the %2 installed points.")
+           .arg(ListOf(scope.Of, beyond))
+           .arg(scope.Points),
        {});
 }
 
@@ -115,15 +179,18 @@ void LookAtSharedChannels(const CheckScope& scope, const TellFinding& tell) {
 
 constexpr auto RulesOfRelays = std::to_array<CheckRule>({
     {"unused-relay", Severity::Warning, Screen::InputToRelayControl, LookAtUnusedRelays,
-     "Nothing switches a relay."},
+     "Nothing switches a relay: no input, timer, preset or sweep, no power-on type, no add-on "
+     "module."},
     {"never-off", Severity::Warning, Screen::OffHoursSweepRelays, LookAtNeverOff,
      "A relay is turned on and never off."},
     {"never-on", Severity::Warning, Screen::InputToRelayControl, LookAtNeverOn,
      "A relay is turned off and never on."},
     {"unused-group", Severity::Warning, Screen::RelayGrouping, LookAtUnusedGroups,
      "A group has relays and is never used."},
-    {"unused-preset", Severity::Warning, Screen::EditPresets, LookAtUnusedPresets,
-     "A preset has relays and is never used."},
+    {"unused-preset", Severity::Note, Screen::EditPresets, LookAtUnusedPresets,
+     "No input and no timer activates a preset."},
+    {"swept-beyond-points", Severity::Warning, Screen::OffHoursSweepRelays, LookAtSweptBeyondPoints,
+     "The sweep takes relays that are not installed."},
     {"items-in-use", Severity::Note, Screen::Setup, CountItems, "Tells how much is in use."},
     {"sweep-leaves", Severity::Note, Screen::OffHoursSweepRelays, LookAtSweep,
      "The sweep leaves relays on."},

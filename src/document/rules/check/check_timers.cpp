@@ -1,18 +1,20 @@
 #include <algorithm>
+#include <map>
 
 #include "document/rules/check/check.h"
 #include "panel/code_page.h"
+#include "panel/lists_in_words.h"
 #include "panel/panel_record.h"
 #include "panel/time_values.h"
 #include "panel/words.h"
+#include "schedule/rules/timer_moments.h"
 
-// When timers run, and the building's open and close times.
+// Timers: their days, and what they do against themselves and each other.
 
 namespace {
 
 constexpr Int16 AllWeekdays = 0x7F;
-constexpr Int16 NewPanelLatitude = 45;
-constexpr Int16 NewPanelLongitude = 90;
+constexpr Int16 AllBoxes = 0xFF;
 constexpr int February = 2;
 constexpr int LeapDay = 29;
 
@@ -29,21 +31,41 @@ bool IsCalendarDate(int month, int date) {
          date <= MonthDays[static_cast<std::size_t>(month - 1)];
 }
 
-/// The timers that switch, force or activate anything.
+/// The timers that switch, force or activate anything, or that dimmers follow.
 template <typename Look>
 void ForEachTimer(const CheckScope& scope, Look look) {
   for (int timer = 0; timer < ItemCount; ++timer) {
     const Item item{ItemKind::Timer, timer};
-    if (scope.DoesAnything(item)) look(timer, item);
+    if (scope.IsAtWork(item)) look(timer, item);
   }
 }
 
-void LookAtDays(const CheckScope& scope, const TellFinding& tell) {
+/// The timers that never run by themselves, with all eight boxes clear or with a box left. One that
+/// an input forces is a macro.
+std::vector<Item> TimersWithoutDay(const CheckScope& scope, bool parked) {
+  std::vector<Item> timers;
   ForEachTimer(scope, [&](int timer, const Item& item) {
-    if (IsOnDate(scope, timer) || (scope.Of.Panel.TimerDays(timer) & AllWeekdays) != AllWeekdays)
-      return;
-    tell(item, QStringLiteral("%1 has actions and no day to run on.").arg(scope.Text(item)), {});
+    const int days = scope.Of.Panel.TimerDays(timer);
+    if (IsOnDate(scope, timer) || (days & AllWeekdays) != AllWeekdays) return;
+    if (((days & AllBoxes) == AllBoxes) == parked && !scope.IsUsed(item, EffectRuns))
+      timers.push_back(item);
   });
+  return timers;
+}
+
+void LookAtDays(const CheckScope& scope, const TellFinding& tell) {
+  for (const Item& item : TimersWithoutDay(scope, false)) {
+    tell(item, QStringLiteral("%1 has actions and no day to run on.").arg(scope.Text(item)), {});
+  }
+}
+
+void LookAtParkedTimers(const CheckScope& scope, const TellFinding& tell) {
+  const std::vector<Item> timers = TimersWithoutDay(scope, true);
+  if (timers.empty()) return;
+  tell(timers.front(),
+       QStringLiteral("%1 %2 parked: no day is ticked.")
+           .arg(ListOf(scope.Of, timers), QLatin1String(timers.size() == 1 ? "is" : "are")),
+       {});
 }
 
 void LookAtDates(const CheckScope& scope, const TellFinding& tell) {
@@ -70,111 +92,220 @@ void LookAtLeapDay(const CheckScope& scope, const TellFinding& tell) {
     tell(item, QStringLiteral("%1 runs in leap years only, on February 29.").arg(scope.Text(item)),
          {});
   });
-  const auto isSet = [&](int date) {
-    return scope.Of.Panel.DateOpenTime(February - 1, date - 1) < NoEntry;
-  };
-  if (isSet(LeapDay) && !isSet(LeapDay - 1)) {
-    tell({}, QStringLiteral("February 29 has open and close times, and February 28 has none."),
-         Screen::OpenAndCloseTimeSingleDates);
-  }
-}
-
-void LookAtPosition(const CheckScope& scope, const TellFinding& tell) {
-  if (scope.Of.Panel.Latitude != NewPanelLatitude || scope.Of.Panel.Longitude != NewPanelLongitude)
-    return;
-  ForEachTimer(scope, [&](int timer, const Item& item) {
-    const int event = RelativeEventOf(scope.Of.Panel.TimerTimeType(timer));
-    if (event < 0 || event >= AstroEventCount) return;
-    tell(item,
-         QStringLiteral("%1 follows the sun, and the panel's position is still that of a new "
-                        "panel.")
-             .arg(scope.Text(item)),
-         {});
-  });
 }
 
 void LookAtIdleTimers(const CheckScope& scope, const TellFinding& tell) {
   const auto& panel = scope.Of.Panel;
+  std::vector<Item> idle;
   for (int timer = 0; timer < ItemCount; ++timer) {
     const Item item{ItemKind::Timer, timer};
     const bool meant = TimeOf(scope, timer) != TimerTimeValue() || panel.TimerDays(timer) != 0 ||
                        IsOnDate(scope, timer) || !scope.OwnName(item).isEmpty();
-    if (!meant || scope.DoesAnything(item) || scope.IsUsed(item, EffectFollows)) continue;
-    tell(item, QStringLiteral("%1 does nothing.").arg(scope.Text(item)),
-         Screen::TimerToRelayControl);
+    if (meant && !scope.IsAtWork(item)) idle.push_back(item);
   }
+  if (idle.empty()) return;
+  const auto count = static_cast<qsizetype>(idle.size());
+  const QString items = ListOf(scope.Of, idle);
+  tell(idle.front(),
+       count == 1 ? QStringLiteral("%1 does nothing.").arg(items)
+                  : QStringLiteral("%1 timers do nothing: %2.").arg(count).arg(items),
+       Screen::TimerToRelayControl);
 }
 
-/// Whether two timers can run on the same day.
-bool ShareADay(const CheckScope& scope, int one, int other) {
-  const auto& panel = scope.Of.Panel;
-  if (IsOnDate(scope, one) != IsOnDate(scope, other)) return false;
-  if (IsOnDate(scope, one)) {
-    return panel.TimerHolidayMonth(one) == panel.TimerHolidayMonth(other) &&
-           panel.TimerHolidayDate(one) == panel.TimerHolidayDate(other);
-  }
-  return (~panel.TimerDays(one) & ~panel.TimerDays(other) & AllWeekdays) != 0;
-}
+/// What a timer tells relays, word by word: its relays, then its groups, then its presets.
+struct TimerWord {
+  Item By;
+  RelayOutcome Tells;
+};
 
-void LookAtConflicts(const CheckScope& scope, const TellFinding& tell) {
-  ForEachTimer(scope, [&](int one, const Item& first) {
-    const RelayEffects& ofFirst = scope.ByTimer[static_cast<std::size_t>(one)];
-    for (int other = one + 1; other < ItemCount; ++other) {
-      const Item second{ItemKind::Timer, other};
-      if (TimeOf(scope, one) != TimeOf(scope, other) || !ShareADay(scope, one, other)) continue;
-      const RelayEffects& ofSecond = scope.ByTimer[static_cast<std::size_t>(other)];
-      for (int relay = 0; relay < scope.Points; ++relay) {
-        const auto at = static_cast<std::size_t>(relay);
-        if ((ofFirst[at] ^ ofSecond[at]) != (EffectOn | EffectOff)) continue;
-        tell(second,
-             QStringLiteral("%1 and %2 switch %3 differently at the same minute.")
-                 .arg(scope.Text(first), scope.Text(second), scope.Text({ItemKind::Relay, relay})),
-             {});
+class TimerWords {
+ public:
+  explicit TimerWords(const CheckScope& scope) : panel_(scope.Of.Panel), points_(scope.Points) {
+    for (int holder = 0; holder < ItemCount; ++holder) {
+      const auto at = static_cast<std::size_t>(holder);
+      for (int relay = 0; relay < points_; ++relay) {
+        const auto bit = static_cast<std::size_t>(relay);
+        groups_[at][bit] = panel_.GroupRelayInclude(holder, relay) != 0;
+        presets_[at].On[bit] = panel_.PresetRelayControl(holder, relay) == 1;
+        presets_[at].Off[bit] = panel_.PresetRelayControl(holder, relay) == 2;
       }
     }
+  }
+
+  std::vector<TimerWord> Of(int timer) const {
+    std::vector<TimerWord> words;
+    const auto add = [&](const Item& by, const RelayOutcome& tells) {
+      if ((tells.On | tells.Off).any()) words.push_back({by, tells});
+    };
+    const auto told = [](Int16 code, const ItemSet& relays) {
+      return RelayOutcome{code == 1 ? relays : ItemSet(), code == 2 ? relays : ItemSet()};
+    };
+    for (int relay = 0; relay < points_; ++relay) {
+      add({ItemKind::Relay, relay}, told(panel_.TimerRelayControl(timer, relay),
+                                         ItemSet().set(static_cast<std::size_t>(relay))));
+    }
+    for (int group = 0; group < ItemCount; ++group) {
+      add({ItemKind::Group, group},
+          told(panel_.TimerGroupControl(timer, group), groups_[static_cast<std::size_t>(group)]));
+    }
+    for (int preset = 0; preset < ItemCount; ++preset) {
+      if (panel_.TimerPresetControl(timer, preset) != 0)
+        add({ItemKind::Preset, preset}, presets_[static_cast<std::size_t>(preset)]);
+    }
+    return words;
+  }
+
+ private:
+  const PanelRecordType& panel_;
+  int points_;
+  std::array<ItemSet, ItemCount> groups_;
+  std::array<RelayOutcome, ItemCount> presets_;
+};
+
+/// A word all of which is taken back by those behind it. That a group goes off and a preset brings
+/// some of it on again is as meant.
+void LookAtSelfConflicts(const CheckScope& scope, const TellFinding& tell) {
+  const TimerWords words(scope);
+  ForEachTimer(scope, [&](int timer, const Item& item) {
+    const std::vector<TimerWord> told = words.Of(timer);
+    RelayOutcome later;
+    std::vector<Item> undone;
+    for (auto word = told.rbegin(); word != told.rend(); ++word) {
+      const auto& [on, off] = word->Tells;
+      if ((on & ~later.Off).none() && (off & ~later.On).none()) undone.push_back(word->By);
+      RelayOutcome both = word->Tells;
+      both.Then(later);
+      later = both;
+    }
+    if (undone.empty()) return;
+    std::reverse(undone.begin(), undone.end());
+    tell(
+        item,
+        QStringLiteral("%1 contradicts itself: what it tells %2 is taken back by a group or preset "
+                       "of its own.")
+            .arg(scope.Text(item), ListOf(scope.Of, undone)),
+        undone.front().Kind == ItemKind::Relay   ? Screen::TimerToRelayControl
+        : undone.front().Kind == ItemKind::Group ? Screen::TimerToGroupControl
+                                                 : Screen::TimerToPresetControl);
   });
 }
 
-void LookAtOpenTimes(const CheckScope& scope, const TellFinding& tell) {
-  const auto& panel = scope.Of.Panel;
-  const auto look = [&](int open, int close, const QString& day, Screen screen) {
-    if (open < close) return;
-    tell({},
-         QStringLiteral("%1: the open time %2 is at or after the close time %3.")
-             .arg(day, QString::fromStdString(QuarterHourText(open)),
-                  QString::fromStdString(QuarterHourText(close))),
-         screen);
-  };
-  for (std::size_t day = 0; day < WeekdayNames.size(); ++day) {
-    const int at = static_cast<int>(day);
-    look(panel.NormalOpenTime(at), panel.NormalCloseTime(at), ToUnicode(WeekdayNames[day]), {});
-  }
-  for (int month = 0; month < 12; ++month) {
-    for (int date = 0; date < MonthDays[static_cast<std::size_t>(month)]; ++date) {
-      const int open = panel.DateOpenTime(month, date);
-      if (open >= NoEntry) continue;
-      look(open, panel.DateCloseTime(month, date),
-           QStringLiteral("%1 %2").arg(ToUnicode(Word(MonthNames, month))).arg(date + 1),
-           Screen::OpenAndCloseTimeSingleDates);
+/// Timers that switch relays differently at one instant.
+class ConflictSearch {
+ public:
+  explicit ConflictSearch(const CheckScope& scope) : scope_(scope), days_(scope.Of.Panel) {
+    const TimerWords words(scope);
+    for (int timer = 0; timer < ItemCount; ++timer) {
+      for (const TimerWord& word : words.Of(timer)) Told(timer).Then(word.Tells);
+    }
+    for (int one = 0; one < ItemCount; ++one) {
+      for (int other = one + 1; other < ItemCount; ++other) {
+        if (Opposed(one, other).none()) continue;
+        opposed_.set(static_cast<std::size_t>(one)).set(static_cast<std::size_t>(other));
+      }
     }
   }
+
+  void Tell(const TellFinding& tell) {
+    if (opposed_.none()) return;
+    Search();
+    for (const auto& [pair, dates] : met_) {
+      const Item first{ItemKind::Timer, pair.first};
+      const Item second{ItemKind::Timer, pair.second};
+      std::vector<Item> relays;
+      const ItemSet opposed = Opposed(pair.first, pair.second);
+      for (int relay = 0; relay < ItemCount; ++relay) {
+        if (opposed[static_cast<std::size_t>(relay)]) relays.push_back({ItemKind::Relay, relay});
+      }
+      const QString day =
+          dates.Ordinary ? QString() : QStringLiteral(" on ") + ListOf(InOrder(dates.Special));
+      tell(second,
+           QStringLiteral("%1 and %2 switch %3 differently at the same minute%4.")
+               .arg(scope_.Text(first), scope_.Text(second), ListOf(scope_.Of, relays), day),
+           {});
+    }
+  }
+
+ private:
+  /// The days on which two timers meet.
+  struct Dates {
+    bool Ordinary = false;  ///< Days that are no holiday.
+    std::map<MonthDate, bool> Special;
+  };
+
+  RelayOutcome& Told(int timer) { return told_[static_cast<std::size_t>(timer)]; }
+
+  ItemSet Opposed(int one, int other) const {
+    const RelayOutcome& first = told_[static_cast<std::size_t>(one)];
+    const RelayOutcome& second = told_[static_cast<std::size_t>(other)];
+    return (first.On & second.Off) | (first.Off & second.On);
+  }
+
+  static std::vector<MonthDate> InOrder(const std::map<MonthDate, bool>& dates) {
+    std::vector<MonthDate> list;
+    for (const auto& [date, met] : dates) list.push_back(date);
+    return list;
+  }
+
+  /// In seven leap years each date is each day of the week.
+  void Search() {
+    constexpr int firstYear = 2000;
+    constexpr int leapYears = 7;
+    const TimerMoments timers(scope_.Of, TimerMoments::Days::Even, opposed_);
+    for (int year = firstYear; year < firstYear + 4 * leapYears; year += 4) {
+      const std::vector<TimerMoment> moments = timers.OfYear(year);
+      for (auto first = moments.begin(), end = first; first != moments.end(); first = end) {
+        while (end != moments.end() && end->At == first->At) ++end;
+        for (auto one = first; one != end; ++one) {
+          for (auto other = one + 1; other != end; ++other) Meet(*one, *other);
+        }
+      }
+    }
+  }
+
+  void Meet(const TimerMoment& one, const TimerMoment& other) {
+    const auto sun = [&](const TimerMoment& moment) {
+      const TimerEvent event = EventOf(TimeOf(scope_, moment.Timer));
+      return IsOfSun(event) ? event : TimerEvent::Midnight;
+    };
+    // That the sun comes to a time of the clock is the chance of a day.
+    if (sun(one) != sun(other) || Opposed(one.Timer, other.Timer).none()) return;
+    Dates& dates = met_[{one.Timer, other.Timer}];
+    const QDate day = one.Day();
+    if (days_.IsHoliday(day)) {
+      dates.Special[{day.month() - 1, day.day() - 1}] = true;
+    } else {
+      dates.Ordinary = true;
+    }
+  }
+
+  const CheckScope& scope_;
+  PanelDays days_;
+  std::array<RelayOutcome, ItemCount> told_;
+  TimerSet opposed_;
+  std::map<std::pair<int, int>, Dates> met_;
+};
+
+void LookAtConflicts(const CheckScope& scope, const TellFinding& tell) {
+  ConflictSearch(scope).Tell(tell);
 }
 
 constexpr auto RulesOfTimers = std::to_array<CheckRule>({
     {"no-day", Severity::Error, Screen::TimersConfigure, LookAtDays,
-     "A timer has actions and no day."},
+     "A timer has actions or dimmers and no day, and no input forces it."},
     {"no-such-date", Severity::Error, Screen::TimersConfigure, LookAtDates,
      "A timer runs on a date that no calendar has."},
     {"leap-day", Severity::Warning, Screen::TimersConfigure, LookAtLeapDay,
-     "A timer runs on February 29 only, or that date has open times and the day before has none."},
-    {"default-position", Severity::Warning, Screen::AstroClockSettings, LookAtPosition,
-     "A timer follows the sun, and the place is still that of a new project."},
+     "A timer runs on February 29 only."},
     {"idle-timer", Severity::Warning, Screen::TimerToRelayControl, LookAtIdleTimers,
      "A timer with a name, time or days does nothing."},
+    {"self-conflict", Severity::Warning, Screen::TimerToRelayControl, LookAtSelfConflicts,
+     "What a timer tells a relay, group or preset is wholly taken back by a group or preset behind "
+     "it."},
     {"conflict", Severity::Warning, Screen::TimersConfigure, LookAtConflicts,
      "Two timers switch a relay differently at the same minute."},
-    {"open-after-close", Severity::Warning, Screen::OpenAndCloseTimeNormalDays, LookAtOpenTimes,
-     "The open time is at or after the close time."},
+    {"parked-timer", Severity::Note, Screen::TimersConfigure, LookAtParkedTimers,
+     "A timer has no day ticked."},
 });
 
 }  // namespace

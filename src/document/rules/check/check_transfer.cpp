@@ -10,6 +10,12 @@
 
 namespace {
 
+bool HasDMXChannels(const PanelRecordType& panel) {
+  const auto& channels = panel.DMXChannel.elements;
+  return std::any_of(channels.begin(), channels.begin() + ItemCount,
+                     [](Int16 channel) { return channel != 0; });
+}
+
 void LookAtFile(const CheckScope& scope, const TellFinding& tell) {
   if (!scope.Facts.FileEndsEarly) return;
   tell({},
@@ -61,30 +67,39 @@ void LookAtIOCount(const CheckScope& scope, const TellFinding& tell) {
       {});
 }
 
-/// A transfer adds the actions of these devices to those that an earlier one has left.
+/// A transfer adds the actions of the last devices to those that an earlier one has left.
 void LookAtLastDevices(const CheckScope& scope, const TellFinding& tell) {
+  if (!scope.Facts.LastTransfer || scope.ImageTrouble) return;
+  const auto image = std::make_unique<PanelImageType>(*scope.Facts.LastTransfer);
+  BuildPanelImage(scope.Of, {}, *image);
   for (int device = FirstUnclearedDevice; device <= DeviceCount; ++device) {
-    bool acts = false;
-    for (int input = 0; input < DeviceInputCount; ++input) {
-      acts = acts || scope.DoesAnything({ItemKind::DeviceInput, device, input}, ~EffectFollows);
-    }
-    if (!acts) continue;
+    const int start = DeviceControlBlock + device * DeviceControlStride;
+    const auto* fresh = &(*scope.Image)(start);
+    if (std::equal(fresh, fresh + DeviceControlStride, &(*image)(start))) continue;
     const Item item{ItemKind::Device, device};
     tell(item,
          QStringLiteral(
-             "Actions taken away from %1 stay in the panel when it is downloaded a second "
-             "time in one run. Start the program anew before that download.")
+             "Actions taken away from %1 stay in the panel when it is downloaded again in this "
+             "run. Start the program anew before that download.")
              .arg(scope.Text(item)),
          {});
   }
 }
 
+void LookAtDMXLevels(const CheckScope& scope, const TellFinding& tell) {
+  const auto& panel = scope.Of.Panel;
+  if (!HasDMXChannels(panel) && panel.AddOnModuleType != AddOnModuleDMX) return;
+  if (panel.DMXOffLevel < panel.DMXOnLevel) return;
+  tell({},
+       QStringLiteral("The DMX off level, %1%, is not below the DMX on level, %2%.")
+           .arg(panel.DMXOffLevel)
+           .arg(panel.DMXOnLevel),
+       {});
+}
+
 void LookAtModules(const CheckScope& scope, const TellFinding& tell) {
   const auto& panel = scope.Of.Panel;
-  const auto& channels = panel.DMXChannel.elements;
-  const bool dmx = std::any_of(channels.begin(), channels.begin() + ItemCount,
-                               [](Int16 channel) { return channel != 0; });
-  if (dmx && panel.AddOnModuleType != AddOnModuleDMX) {
+  if (HasDMXChannels(panel) && panel.AddOnModuleType != AddOnModuleDMX) {
     tell({}, QStringLiteral("Relays have DMX channels, but the DMX module is not chosen."),
          Screen::Setup);
   }
@@ -106,8 +121,11 @@ constexpr auto RulesOfTransfer = std::to_array<CheckRule>({
      "A damaged number stops the document."},
     {"io-count", Severity::Error, Screen::Setup, LookAtIOCount,
      "More than 48 points are set up, or fewer than none."},
+    {"dmx-levels", Severity::Error, Screen::AddOnModuleDMX, LookAtDMXLevels,
+     "The DMX off level is not below the on level."},
     {"stale-actions", Severity::Warning, Screen::FennlinkInputToRelayControl, LookAtLastDevices,
-     "Actions taken away from the devices 3E, 3F and 40 may stay in the panel."},
+     "Actions taken away from the devices 3E, 3F and 40 would stay in the panel, as this run has "
+     "sent them before."},
     {"module-settings", Severity::Note, Screen::Setup, LookAtModules,
      "A module that is not chosen has settings."},
 });

@@ -1,0 +1,255 @@
+#include <map>
+
+#include "document/rules/check/check.h"
+#include "panel/code_page.h"
+#include "panel/field_facts.h"
+#include "panel/lists_in_words.h"
+#include "panel/panel_record.h"
+#include "panel/time_values.h"
+#include "panel/words.h"
+#include "schedule/rules/time_zones.h"
+#include "schedule/rules/timer_moments.h"
+
+// The panel's clock: its place and zone, daylight saving, the building's open and close times.
+
+namespace {
+
+constexpr int Weekdays = 7;
+constexpr int February = 1;
+constexpr int LeapDay = 28;
+
+TimerEvent EventOfTimer(const CheckScope& scope, int timer) {
+  return EventOf({scope.Of.Panel.TimerTimeType(timer), scope.Of.Panel.TimerTime(timer)});
+}
+
+/// The timers at work that count from an event of some kind.
+std::vector<Item> TimersBy(const CheckScope& scope, bool (*isWanted)(TimerEvent event)) {
+  std::vector<Item> timers;
+  for (int timer = 0; timer < ItemCount; ++timer) {
+    const Item item{ItemKind::Timer, timer};
+    if (scope.IsAtWork(item) && isWanted(EventOfTimer(scope, timer))) timers.push_back(item);
+  }
+  return timers;
+}
+
+bool IsNewPanelsPlace(const PanelRecordType& panel) {
+  constexpr Int16 latitude = 45;
+  constexpr Int16 longitude = 90;
+  return panel.Latitude == latitude && panel.Longitude == longitude;
+}
+
+bool IsOnTheMap(const PanelRecordType& panel) {
+  return panel.Latitude >= 20 && panel.Latitude <= 65 && panel.Longitude >= 50 &&
+         panel.Longitude <= 150;
+}
+
+void LookAtPosition(const CheckScope& scope, const TellFinding& tell) {
+  const auto& panel = scope.Of.Panel;
+  if (IsOnTheMap(panel) && !IsNewPanelsPlace(panel)) return;
+  const std::vector<Item> timers = TimersBy(scope, IsOfSun);
+  if (timers.empty()) return;
+  const QString place = IsOnTheMap(panel) ? QStringLiteral("is still that of a new panel")
+                                          : QStringLiteral("is %1 / %2, which no list has")
+                                                .arg(panel.Latitude)
+                                                .arg(panel.Longitude);
+  tell(timers.front(),
+       QStringLiteral("%1 %2 the sun, and the panel's position %3.")
+           .arg(ListOf(scope.Of, timers), QLatin1String(timers.size() == 1 ? "follows" : "follow"),
+                place),
+       {});
+}
+
+void LookAtZone(const CheckScope& scope, const TellFinding& tell) {
+  const auto& panel = scope.Of.Panel;
+  const std::string_view zone = Word(TimeZones, panel.TimeZone);
+  if (zone.empty() || IsNewPanelsPlace(panel) || !IsOnTheMap(panel)) return;
+  if (PlausibleZones(panel.Latitude, panel.Longitude)[static_cast<std::size_t>(panel.TimeZone)])
+    return;
+  tell({},
+       QStringLiteral("The time zone is %1, which is not that of %2 degrees north, %3 west.")
+           .arg(ToUnicode(zone))
+           .arg(panel.Latitude)
+           .arg(panel.Longitude),
+       {});
+}
+
+void LookAtDaylightSaving(const CheckScope& scope, const TellFinding& tell) {
+  const auto& panel = scope.Of.Panel;
+  if (panel.DSTEnabled == 0 || panel.DSTStartMonth != panel.DSTEndMonth) return;
+  constexpr int fourth = 4;  // the last one in most months
+  const bool same = panel.DSTStartWeek == panel.DSTEndWeek ||
+                    (panel.DSTStartWeek >= fourth && panel.DSTEndWeek >= fourth);
+  if (!same) return;
+  tell({},
+       QStringLiteral("Daylight saving begins and ends on one Sunday, the %1 of %2.")
+           .arg(ToUnicode(Word(DSTWeeks, panel.DSTStartWeek - 1)).toLower(),
+                ToUnicode(Word(MonthNames, panel.DSTStartMonth - 1))),
+       {});
+}
+
+/// Whether anything goes by the open and close times.
+bool HoursAreUsed(const CheckScope& scope) {
+  const auto isHour = [](TimerEvent event) {
+    return event == TimerEvent::Open || event == TimerEvent::Close;
+  };
+  return scope.DoesAnything({}) || !TimersBy(scope, isHour).empty();
+}
+
+/// Quarter hours.
+struct DayHours {
+  int Open;
+  int Close;
+
+  bool AreSet() const { return IsTime(Open) && IsTime(Close); }
+  auto operator<=>(const DayHours&) const = default;
+
+ private:
+  static bool IsTime(int quarter) { return quarter >= 0 && quarter < QuarterHoursPerDay; }
+};
+
+DayHours OfWeekday(const PanelRecordType& panel, int day) {
+  return {panel.NormalOpenTime(day % Weekdays), panel.NormalCloseTime(day % Weekdays)};
+}
+
+DayHours OfDate(const PanelRecordType& panel, const MonthDate& date) {
+  return {panel.DateOpenTime(date.first, date.second),
+          panel.DateCloseTime(date.first, date.second)};
+}
+
+MonthDate NextDate(const MonthDate& date) {
+  if (date.second + 1 < MonthDays[static_cast<std::size_t>(date.first)])
+    return {date.first, date.second + 1};
+  return {(date.first + 1) % static_cast<int>(MonthDays.size()), 0};
+}
+
+/// How a day's times stand to each other.
+enum class HoursKind { Usual, Closed, Late, NeverCloses };
+
+/// Closing before opening ends the night before, so it is the next day that ends a day's night.
+HoursKind KindOf(const DayHours& hours, bool nextEndsTheNight) {
+  if (!hours.AreSet() || hours.Open < hours.Close) return HoursKind::Usual;
+  if (hours.Open == hours.Close) return HoursKind::Closed;
+  return nextEndsTheNight ? HoursKind::Late : HoursKind::NeverCloses;
+}
+
+bool EndsTheNightBefore(const DayHours& hours) {
+  return hours.AreSet() && hours.Close <= hours.Open;
+}
+
+/// Days of one kind with the same times, each list in order.
+template <typename Day>
+using DaysByHours = std::map<DayHours, std::vector<Day>>;
+
+template <typename Day>
+void AddDay(DaysByHours<Day>& days, DayHours hours, const Day& day, HoursKind kind) {
+  // A day is as closed at one hour as at another.
+  if (kind == HoursKind::Closed) hours = {};
+  days[hours].push_back(day);
+}
+
+DaysByHours<int> WeekdaysOf(const PanelRecordType& panel, HoursKind kind) {
+  DaysByHours<int> days;
+  for (int day = 0; day < Weekdays; ++day) {
+    const DayHours hours = OfWeekday(panel, day);
+    if (KindOf(hours, EndsTheNightBefore(OfWeekday(panel, day + 1))) == kind)
+      AddDay(days, hours, day, kind);
+  }
+  return days;
+}
+
+DaysByHours<MonthDate> DatesOf(const PanelRecordType& panel, HoursKind kind) {
+  bool everyWeekdayEnds = true;
+  for (int day = 0; day < Weekdays; ++day) {
+    everyWeekdayEnds = everyWeekdayEnds && EndsTheNightBefore(OfWeekday(panel, day));
+  }
+  DaysByHours<MonthDate> days;
+  for (int month = 0; month < static_cast<int>(MonthDays.size()); ++month) {
+    for (int date = 0; date < MonthDays[static_cast<std::size_t>(month)]; ++date) {
+      const MonthDate day{month, date};
+      const DayHours next = OfDate(panel, NextDate(day));
+      const bool own = next.Open < NoEntry || next.Close < NoEntry;
+      const DayHours hours = OfDate(panel, day);
+      if (KindOf(hours, own ? EndsTheNightBefore(next) : everyWeekdayEnds) == kind)
+        AddDay(days, hours, day, kind);
+    }
+  }
+  return days;
+}
+
+/// The words of a kind, of one day and of many: "%1" are the days, "%2" and "%3" the times at which
+/// they open and close.
+struct HoursWords {
+  HoursKind Kind;
+  const char* One;
+  const char* Many;
+};
+
+constexpr HoursWords ClosedWords{HoursKind::Closed,
+                                 "%1 stays closed: its open and close times are equal.",
+                                 "%1 stay closed: their open and close times are equal."};
+constexpr HoursWords LateWords{HoursKind::Late,
+                               "%1 opens at %2 and closes at %3, which ends the night before.",
+                               "%1 open at %2 and close at %3, which ends the night before."};
+constexpr HoursWords NeverClosesWords{
+    HoursKind::NeverCloses,
+    "%1: the open time %2 is after the close time %3, and the next day does not end the night.",
+    "%1: the open time %2 is after the close time %3, and the next days do not end the nights."};
+
+template <typename Day, typename Place>
+void TellOfDays(const DaysByHours<Day>& days, const HoursWords& words, const TellFinding& tell,
+                QString (*listOf)(const std::vector<Day>& days), Place place) {
+  for (const auto& [hours, list] : days) {
+    const QString sentence = QLatin1String(list.size() == 1 ? words.One : words.Many);
+    const QString times[] = {QString::fromStdString(QuarterHourText(hours.Open)),
+                             QString::fromStdString(QuarterHourText(hours.Close))};
+    tell({},
+         words.Kind == HoursKind::Closed ? sentence.arg(listOf(list))
+                                         : sentence.arg(listOf(list), times[0], times[1]),
+         place(list.front()));
+  }
+}
+
+template <const HoursWords& Told>
+void LookAtHours(const CheckScope& scope, const TellFinding& tell) {
+  if (!HoursAreUsed(scope)) return;
+  const auto& panel = scope.Of.Panel;
+  TellOfDays(WeekdaysOf(panel, Told.Kind), Told, tell, ListOfWeekdays, [](int day) {
+    return Setting{&FactsOf(&PanelRecordType::NormalOpenTime), nullptr, {0, day}};
+  });
+  TellOfDays(DatesOf(panel, Told.Kind), Told, tell, ListOf, [](const MonthDate& date) {
+    return Setting{&FactsOf(&PanelRecordType::DateOpenTime), nullptr, {0, date.first, date.second}};
+  });
+}
+
+void LookAtLeapDate(const CheckScope& scope, const TellFinding& tell) {
+  const auto isSet = [&](int date) {
+    return OfDate(scope.Of.Panel, {February, date}).Open < NoEntry;
+  };
+  if (!isSet(LeapDay) || isSet(LeapDay - 1)) return;
+  tell({}, QStringLiteral("February 29 has open and close times, and February 28 has none."),
+       Setting{&FactsOf(&PanelRecordType::DateOpenTime), nullptr, {0, February, LeapDay}});
+}
+
+constexpr auto RulesOfClock = std::to_array<CheckRule>({
+    {"default-position", Severity::Warning, Screen::AstroClockSettings, LookAtPosition,
+     "A timer follows the sun, and the place is still that of a new project, or none at all."},
+    {"time-zone", Severity::Warning, Screen::AstroClockSettings, LookAtZone,
+     "The time zone cannot be that of the place."},
+    {"daylight-saving", Severity::Warning, Screen::DaylightSavingTime, LookAtDaylightSaving,
+     "Daylight saving begins and ends on one Sunday."},
+    {"open-after-close", Severity::Warning, Screen::None, LookAtHours<NeverClosesWords>,
+     "The open time is after the close time, and the next day's close time does not end the "
+     "night."},
+    {"leap-date", Severity::Warning, Screen::None, LookAtLeapDate,
+     "February 29 has open and close times, and the day before has none."},
+    {"stays-closed", Severity::Note, Screen::None, LookAtHours<ClosedWords>,
+     "Days have equal open and close times."},
+    {"closes-late", Severity::Note, Screen::None, LookAtHours<LateWords>,
+     "Days have a close time before their open time, which ends the night before."},
+});
+
+}  // namespace
+
+std::span<const CheckRule> ClockRules() {
+  return RulesOfClock;
+}
