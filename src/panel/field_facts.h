@@ -200,6 +200,8 @@ QString TimerRuns(const Project&, const Place&, Int32 value);
 // What lists have.
 
 bool IsAnything(const Project&, const Place&, Int32 value);
+bool IsPresetOfInput(const Project&, const Place&, Int32 value);
+bool IsPresetOfDeviceInput(const Project&, const Place&, Int32 value);
 bool IsQuarter(const Project&, const Place&, Int32 value);
 bool IsQuarterOrNone(const Project&, const Place&, Int32 value);
 bool IsTimedOn(const Project&, const Place&, Int32 value);

@@ -47,6 +47,10 @@ ItemKind KindOfRows(const std::optional<ControlOptions>& options) {
   }
 }
 
+bool IsPreset(Int32 number) {
+  return number >= 0 && number < ItemCount;
+}
+
 bool IsTimedOnMinutes(Int32 minutes) {
   return minutes >= ShortestTimedOn && minutes <= LongestTimedOn;
 }
@@ -335,6 +339,15 @@ QString TimerRuns(const Project& project, const Place& place, Int32) {
 
 bool IsAnything(const Project&, const Place&, Int32) {
   return true;
+}
+
+bool IsPresetOfInput(const Project& project, const Place& place, Int32 value) {
+  return LocalInputKind(project.Panel.InputType(place.First)) != InputKind::SetPreset ||
+         IsPreset(value);
+}
+
+bool IsPresetOfDeviceInput(const Project& project, const Place& place, Int32 value) {
+  return KindOfDeviceInput(project, place) != InputKind::SetPreset || IsPreset(value);
 }
 
 bool IsQuarter(const Project&, const Place&, Int32 value) {

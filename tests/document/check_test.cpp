@@ -57,6 +57,7 @@ std::vector<Fault> Faults() {
       {"disables-itself", "INPUT 03", Disables(InputKind::InputDisable, 2)},
       {"pilot-source", "INPUT 01", [&] { p.LocalPilot(0) = 20; }},
       {"pilot-source", "INPUT 02", [&] { p.LocalPilot(1) = 64 + 9; }},
+      {"pilot-source", "INPUT 02", [&] { p.LocalPilot(1) = 64 + 60; }},
       {"pilot-source", "FL 1A INPUT 1", [&] { station.DevicePilot(0) = -1; }, {"image-element"}},
       {"no-day", "TIMER 01", [&] { p.TimerDays(0) = 0x7F; }},
       {"no-day", "TIMER 02", All(DimsByTimer(1), Sets(p.TimerDays(1), 0x7F))},
@@ -67,6 +68,7 @@ std::vector<Fault> Faults() {
       {"unlisted-code", "RELAY 02", [&] { p.RelayTimerType(1) = 9; }},
       {"unlisted-code", "TIMER 01", [&] { p.TimerTime(0) = 75; }},
       {"unlisted-code", "TIMER 01", [&] { p.TimerRelayControl(0, 2) = 3; }},
+      {"unlisted-code", "INPUT 04", [&] { p.InputPreset(3) = 60; }, {"unused-preset"}},
       {"unlisted-code", "PANEL", [&] { p.DSTStartMonth = 13; }},
       {"unlisted-code", "PANEL", [&] { p.NormalOpenTime(3) = 96; }},
       {"unlisted-code", "FL 1A INPUT 2", [&] { station.DeviceInputType(1) = 5; }, {"idle-device"}},
@@ -88,6 +90,11 @@ std::vector<Fault> Faults() {
       {"never-off",
        "RELAY 01",
        Sets(p.OffHoursSweepRelay(0), 0, p.InputRelayControl(0, 0), 1, p.TimerGroupControl(0, 0), 1),
+       {"sweep-leaves"}},
+      {"never-off",
+       "RELAY 01",  // what warns first goes off all the same
+       Sets(p.RelayTimerType(0), 2, p.OffHoursSweepRelay(0), 0, p.InputRelayControl(0, 0), 1,
+            p.TimerGroupControl(0, 0), 1),
        {"sweep-leaves"}},
       {"never-on", "RELAY 01", [&] { p.InputRelayControl(0, 0) = 2; }},
       {"idle-input", "INPUT 03", Sets(p.InputRelayControl(2, 2), 0, p.InputName(2), "HALL")},
@@ -219,6 +226,10 @@ TEST(CheckTest, WhatIsJustRightIsNotTold) {
       [&] { p.OffHoursSweepRelay(SpareItem) = -1; },
       [&] { p.PresetRelayControl(0, 40) = 1; },
       [&] { p.TimerTimeType(0) = 24; },
+      // The sun comes to a time of the clock now and then.
+      Sets(p.TimerRelayControl(1, 2), 1, p.TimerTimeType(0), 120, p.TimerTimeType(1), 18),
+      Sets(p.Latitude, 39, p.Longitude, 105, p.TimeZone, 2),
+      Sets(p.DSTStartWeek, 3, p.DSTEndMonth, 3, p.DSTEndWeek, 5),
       Sets(p.TimerTimeType(0), 24, p.Latitude, 45, p.Longitude, 91),
       [&] {
         for (const int date : {27, 28}) p.DateOpenTime(1, date) = 20;

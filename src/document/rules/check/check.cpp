@@ -1,5 +1,6 @@
 #include "document/rules/check/check.h"
 
+#include <QSet>
 #include <algorithm>
 #include <tuple>
 #include <utility>
@@ -139,12 +140,22 @@ QString CheckScope::Sentence(const GatheredUses& uses) const {
   return Text(uses.User) + u' ' + uses.Words + u' ' + ListOf(Of, uses.Used);
 }
 
-std::vector<GatheredUses> CheckScope::Gather(
-    const std::function<bool(const Use& use)>& wanted) const {
+std::vector<GatheredUses> CheckScope::Gather(const std::function<bool(const Item& used)>& wanted,
+                                             unsigned effects) const {
+  using enum ItemKind;
+  constexpr int numbers = 64;  // a pilot's may be beyond all items
+  QSet<Item> items;
+  for (const ItemKind kind : {Relay, Group, Input, Timer, Preset}) {
+    for (int number = 0; number < numbers; ++number) {
+      const Item item{kind, number};
+      if (wanted(item) && IsUsed(item, effects)) items.insert(item);
+    }
+  }
   std::vector<GatheredUses> rows;
+  if (items.isEmpty()) return rows;
   std::size_t first = 0;  // of the user in hand
   for (const Use& use : Uses) {
-    if (!wanted(use)) continue;
+    if ((use.Effect & effects) == 0 || !items.contains(use.Used)) continue;
     if (!rows.empty() && rows.back().User != use.User) first = rows.size();
     const auto row = std::find_if(
         rows.begin() + static_cast<std::ptrdiff_t>(first), rows.end(),

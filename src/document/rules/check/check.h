@@ -105,8 +105,10 @@ struct CheckScope {
   QString OwnName(const Item& item) const { return ::OwnName(Of, item); }
   QString Sentence(const Use& use) const { return SentenceOf(Of, use); }
   QString Sentence(const GatheredUses& uses) const;
-  /// The wanted uses, in as few rows as they have users and kinds of items.
-  std::vector<GatheredUses> Gather(const std::function<bool(const Use& use)>& wanted) const;
+  /// The uses with one of these effects of items that are `wanted`, in as few rows as they have
+  /// users and kinds of items.
+  std::vector<GatheredUses> Gather(const std::function<bool(const Item& used)>& wanted,
+                                   unsigned effects) const;
   QString InputType(const Item& input) const { return InputTypeWord(Of, input); }
   /// Whether any use of the item has one of these effects.
   bool IsUsed(const Item& used, unsigned effects) const;

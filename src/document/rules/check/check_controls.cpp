@@ -68,26 +68,37 @@ void LookAtCutActions(const CheckScope& scope, const TellFinding& tell) {
   });
 }
 
-/// Tells of the wanted uses, a row for what one user does; `one` follows a sentence of one item,
-/// `many` that of several.
+/// Tells of the uses of wanted items, a row for what one user does; `one` follows a sentence of one
+/// item, `many` that of several.
 void TellOfUses(const CheckScope& scope, const TellFinding& tell,
-                const std::function<bool(const Use& use)>& wanted, const QString& one,
-                const QString& many) {
-  for (const GatheredUses& uses : scope.Gather(wanted)) {
+                const std::function<bool(const Item& used)>& wanted, unsigned effects,
+                bool (*isAsked)(const Item& user), const QString& one, const QString& many) {
+  for (const GatheredUses& uses : scope.Gather(wanted, effects)) {
+    if (!isAsked(uses.User)) continue;
     tell(uses.User, scope.Sentence(uses) + (uses.Used.size() == 1 ? one : many), uses.On);
   }
 }
 
+bool IsAnybody(const Item&) {
+  return true;
+}
+
 void LookBeyondPoints(const CheckScope& scope, const TellFinding& tell) {
-  const auto isBeyond = [&](const Use& use) {
-    const bool counted = use.Used.Kind == ItemKind::Relay || use.Used.Kind == ItemKind::Input;
-    const bool drives = use.User.Kind == ItemKind::DimmerOutput && use.Used.Kind == ItemKind::Relay;
-    return counted && ((use.Effect & ActsOn) != 0 || drives) && (use.Effect & EffectHolds) == 0 &&
-           use.User.Kind != ItemKind::Panel && !scope.IsInstalled(use.Used);
+  const auto relay = [&](const Item& used) {
+    return used.Kind == ItemKind::Relay && !scope.IsInstalled(used);
   };
-  TellOfUses(scope, tell, isBeyond,
-             QStringLiteral(", which is beyond the %1 installed points.").arg(scope.Points),
-             QStringLiteral(", which are beyond the %1 installed points.").arg(scope.Points));
+  const auto relayOrInput = [&](const Item& used) {
+    return relay(used) || (used.Kind == ItemKind::Input && !scope.IsInstalled(used));
+  };
+  const auto look = [&](const auto& isBeyond, unsigned effects, bool (*isAsked)(const Item& user)) {
+    TellOfUses(scope, tell, isBeyond, effects, isAsked,
+               QStringLiteral(", which is beyond the %1 installed points.").arg(scope.Points),
+               QStringLiteral(", which are beyond the %1 installed points.").arg(scope.Points));
+  };
+  look(relayOrInput, ActsOn,
+       [](const Item& user) { return IsInput(user) || user.Kind == ItemKind::Timer; });
+  // An input beyond them is no source of a dimmer.
+  look(relay, EffectFollows, [](const Item& user) { return user.Kind == ItemKind::DimmerOutput; });
 }
 
 void LookAtInputsBeyondPoints(const CheckScope& scope, const TellFinding& tell) {
@@ -112,41 +123,42 @@ void LookAtInputsBeyondPoints(const CheckScope& scope, const TellFinding& tell) 
 }
 
 void LookAtEmptyPresets(const CheckScope& scope, const TellFinding& tell) {
-  const auto isEmpty = [&](const Use& use) {
-    return use.Used.Kind == ItemKind::Preset && (use.Effect & EffectRuns) != 0 &&
-           !scope.HoldsRelay(use.Used) && !scope.DimmersFollow(use.Used);
+  const auto isEmpty = [&](const Item& used) {
+    return used.Kind == ItemKind::Preset && used.Number < ItemCount && !scope.HoldsRelay(used) &&
+           !scope.DimmersFollow(used);
   };
-  TellOfUses(scope, tell, isEmpty, QStringLiteral(", which touches no relay and no dimmer."),
+  TellOfUses(scope, tell, isEmpty, EffectRuns, IsAnybody,
+             QStringLiteral(", which touches no relay and no dimmer."),
              QStringLiteral(", which touch no relay and no dimmer."));
 }
 
 void LookAtEmptyGroups(const CheckScope& scope, const TellFinding& tell) {
-  const auto isEmpty = [&](const Use& use) {
-    return use.Used.Kind == ItemKind::Group && (use.Effect & ActsOn) != 0 &&
-           !scope.HoldsRelay(use.Used);
+  const auto isEmpty = [&](const Item& used) {
+    return used.Kind == ItemKind::Group && !scope.HoldsRelay(used);
   };
-  TellOfUses(scope, tell, isEmpty, QStringLiteral(", which has no relay."),
+  TellOfUses(scope, tell, isEmpty, ActsOn, IsAnybody, QStringLiteral(", which has no relay."),
              QStringLiteral(", which have no relay."));
 }
 
-void LookAtForcedTimers(const CheckScope& scope, const TellFinding& tell) {
-  const auto isIdle = [&](const Use& use) {
-    return use.Used.Kind == ItemKind::Timer && (use.Effect & EffectRuns) != 0 &&
-           !scope.IsAtWork(use.Used);
-  };
-  TellOfUses(scope, tell, isIdle, QStringLiteral(", which does nothing."),
+void TellOfIdleTargets(const CheckScope& scope, const TellFinding& tell,
+                       const std::function<bool(const Item& used)>& isIdle, unsigned effects) {
+  TellOfUses(scope, tell, isIdle, effects, IsAnybody, QStringLiteral(", which does nothing."),
              QStringLiteral(", which do nothing."));
 }
 
-void LookAtDisabledIdle(const CheckScope& scope, const TellFinding& tell) {
-  const auto isIdle = [&](const Use& use) {
-    if ((use.Effect & EffectDisables) == 0 || use.Used == use.User) return false;
-    if (use.Used.Kind == ItemKind::Timer) return !scope.IsAtWork(use.Used);
-    return use.Used.Kind == ItemKind::Input && scope.IsInstalled(use.Used) &&
-           scope.IsIdle(use.Used);
+void LookAtForcedTimers(const CheckScope& scope, const TellFinding& tell) {
+  const auto isIdle = [&](const Item& used) {
+    return used.Kind == ItemKind::Timer && !scope.IsAtWork(used);
   };
-  TellOfUses(scope, tell, isIdle, QStringLiteral(", which does nothing."),
-             QStringLiteral(", which do nothing."));
+  TellOfIdleTargets(scope, tell, isIdle, EffectRuns);
+}
+
+void LookAtDisabledIdle(const CheckScope& scope, const TellFinding& tell) {
+  const auto isIdle = [&](const Item& used) {
+    if (used.Kind == ItemKind::Timer) return !scope.IsAtWork(used);
+    return used.Kind == ItemKind::Input && scope.IsInstalled(used) && scope.IsIdle(used);
+  };
+  TellOfIdleTargets(scope, tell, isIdle, EffectDisables);
 }
 
 void LookAtSelfDisabling(const CheckScope& scope, const TellFinding& tell) {
@@ -161,17 +173,19 @@ void LookAtSelfDisabling(const CheckScope& scope, const TellFinding& tell) {
 }
 
 void LookAtPilots(const CheckScope& scope, const TellFinding& tell) {
-  for (const Use& use : scope.Uses) {
-    if (!IsInput(use.User) || (use.Effect & EffectFollows) == 0) continue;
-    const bool dimmed = use.Used.Kind == ItemKind::Preset && scope.DimmersFollow(use.Used);
-    const bool missing = use.Used.Kind == ItemKind::Relay ? !scope.IsInstalled(use.Used)
-                                                          : !scope.HoldsRelay(use.Used) && !dimmed;
-    if (!missing) continue;
-    tell(use.User,
-         scope.Sentence(use) + (use.Used.Kind == ItemKind::Relay
-                                    ? QStringLiteral(", which is not installed.")
-                                    : QStringLiteral(", which holds no relay.")),
-         ScreenOf(use));
+  const auto isMissing = [&](const Item& used) {
+    if (used.Kind == ItemKind::Relay) return !scope.IsInstalled(used);
+    const bool group = used.Kind == ItemKind::Group;
+    return (group || used.Kind == ItemKind::Preset) && !scope.HoldsRelay(used) &&
+           (group || !scope.DimmersFollow(used));
+  };
+  for (const GatheredUses& pilot : scope.Gather(isMissing, EffectFollows)) {
+    if (!IsInput(pilot.User)) continue;
+    tell(pilot.User,
+         scope.Sentence(pilot) + (pilot.Used.front().Kind == ItemKind::Relay
+                                      ? QStringLiteral(", which is not installed.")
+                                      : QStringLiteral(", which holds no relay.")),
+         pilot.On);
   }
   const auto lookAtSource = [&](const Item& input, Int16 pilot, int sources, Screen screen) {
     if (PilotSource(pilot) >= 0 && PilotSource(pilot) < sources) return;
