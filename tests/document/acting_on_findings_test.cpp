@@ -153,6 +153,18 @@ TEST_F(ActingOnFindingsTest, WhatHasOneRightAnswerIsMendedInOneStep) {
   EXPECT_EQ(Bytes(), before);
 }
 
+TEST_F(ActingOnFindingsTest, ARowOfADayOpensThatDay) {
+  PanelRecord.OffHoursSweepRelay(0) = -1;
+  PanelRecord.DateOpenTime(11, 23) = PanelRecord.DateCloseTime(11, 23) = 0;
+  Press("cmdCheck");
+  Select("December 24 stays closed");
+  QTest::keyClick(&List(), Qt::Key_Return);
+  QApplication::processEvents();
+  ASSERT_NE(window->LoadedForm(Screen::OpenAndCloseTimeSingleDates), nullptr);
+  EXPECT_TRUE(Find<OptionButton>("optMonth(11)").isChecked());
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), "lblOpenTime(23)");
+}
+
 TEST_F(ActingOnFindingsTest, TheStatusBarCountsAndLeadsToTheList) {
   const QString counted = Counted();
   EXPECT_EQ(counted.section(',', 0, 0), CountOf(Severity::Error, CheckProject(LiveProject)));

@@ -17,36 +17,20 @@ Screen ScreenOfName(Names Owner::*names) {
   return FactsOf(names).Where.Value.On;
 }
 
-/// A name as it is stored.
-template <auto Member>
-const std::string& StoredName(const Project& project, int number) {
-  if constexpr (requires { project.Panel.*Member; }) {
-    return (project.Panel.*Member)(number);
-  } else {
-    return project.Devices(number).*Member;
-  }
-}
-
 struct NameKind {
   ItemKind Kind;
   int First;
   int Count;
   Screen On;
-  const std::string& (*Stored)(const Project& project, int number);
 };
 
-template <auto Member>
-NameKind NamesOf(ItemKind kind, int first, int count) {
-  return {kind, first, count, ScreenOfName(Member), StoredName<Member>};
-}
-
 const auto NameKinds = std::to_array<NameKind>({
-    NamesOf<&PanelRecordType::RelayName>(ItemKind::Relay, 0, ItemCount),
-    NamesOf<&PanelRecordType::GroupName>(ItemKind::Group, 0, ItemCount),
-    NamesOf<&PanelRecordType::InputName>(ItemKind::Input, 0, ItemCount),
-    NamesOf<&PanelRecordType::TimerName>(ItemKind::Timer, 0, ItemCount),
-    NamesOf<&PanelRecordType::PresetName>(ItemKind::Preset, 0, ItemCount),
-    NamesOf<&FennlinkRecord::DeviceName>(ItemKind::Device, 1, DeviceCount),
+    {ItemKind::Relay, 0, ItemCount, ScreenOfName(&PanelRecordType::RelayName)},
+    {ItemKind::Group, 0, ItemCount, ScreenOfName(&PanelRecordType::GroupName)},
+    {ItemKind::Input, 0, ItemCount, ScreenOfName(&PanelRecordType::InputName)},
+    {ItemKind::Timer, 0, ItemCount, ScreenOfName(&PanelRecordType::TimerName)},
+    {ItemKind::Preset, 0, ItemCount, ScreenOfName(&PanelRecordType::PresetName)},
+    {ItemKind::Device, 1, DeviceCount, ScreenOfName(&FennlinkRecord::DeviceName)},
 });
 
 template <typename Look>
@@ -126,7 +110,7 @@ void TellOfNames(const CheckScope& scope, const TellFinding& tell,
     std::vector<Item> items;
     for (int number = kind.First; number < kind.First + kind.Count; ++number) {
       const Item item{kind.Kind, number};
-      if (wanted(item, ToUnicode(kind.Stored(scope.Of, number)))) items.push_back(item);
+      if (wanted(item, ToUnicode(*StoredName(scope.Of, item)))) items.push_back(item);
     }
     if (!items.empty()) {
       tell(items.front(), CodesOf(items) + (items.size() == 1 ? one : many), kind.On);

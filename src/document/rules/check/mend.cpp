@@ -4,6 +4,7 @@
 #include <array>
 
 #include "panel/code_page.h"
+#include "panel/dimmer_fields.h"
 #include "panel/fennlink_record.h"
 #include "panel/input_actions.h"
 #include "panel/panel_record.h"
@@ -47,12 +48,20 @@ void ForEachCell(Project& project, const Item& user, Clear clear) {
   }
 }
 
+OutputPlace OutputOf(const Item& output) {
+  return {static_cast<Int16>(output.Number), static_cast<Int16>(output.Part)};
+}
+
 Mending ClearBeyondPoints(const Project& project, const Item& user) {
   const int points = InstalledPoints(project);
   return {QStringLiteral("Clears what %1 does beyond the %2 installed points.")
               .arg(ItemText(project, user))
               .arg(points),
           [=](Project& mended) {
+            for (int relay = points; user.Kind == ItemKind::DimmerOutput && relay < ItemCount;
+                 ++relay) {
+              SetDimmerValue(mended.Dimmers, dim::RelayInclude, OutputOf(user), 0, relay);
+            }
             ForEachCell(mended, user, [&](Int16& cell, int row) {
               if (row >= points) cell = 0;
             });
