@@ -77,8 +77,7 @@ std::vector<Works> WorkingInstallations() {
        "19:00 on 21:00 off ",
        {"parked-timer"}},
       // Blink Alert turns on, too.
-      {Sets(p.InputRelayControl(0, 0), 4, p.OffHoursSweepRelay(0), 0, p.TimerGroupControl(0, 0), 0,
-            p.TimerRelayControl(0, 1), 2, p.InputGroupControl(1, 0), 1),
+      {Sets(p.InputRelayControl(0, 0), 4, p.OffHoursSweepRelay(0), 0),
        "08:00 press 1,08:00 release 1,09:00 press 1 off",
        "RELAY 01",
        "08:00 on 09:00 blinks 09:10 off ",
