@@ -179,8 +179,7 @@ void LookAtSharedChannels(const CheckScope& scope, const TellFinding& tell) {
 
 constexpr auto RulesOfRelays = std::to_array<CheckRule>({
     {"unused-relay", Severity::Warning, Screen::InputToRelayControl, LookAtUnusedRelays,
-     "Nothing switches a relay: no input, timer, preset or sweep, no power-on type, no add-on "
-     "module."},
+     "Nothing switches a relay."},
     {"never-off", Severity::Warning, Screen::OffHoursSweepRelays, LookAtNeverOff,
      "A relay is turned on and never off."},
     {"never-on", Severity::Warning, Screen::InputToRelayControl, LookAtNeverOn,
