@@ -20,7 +20,8 @@ namespace {
 CheckedFindings CheckLive(QString* trouble = nullptr) {
   std::vector<Acceptance> accepted;
   try {
-    if (CurrentFileName != NoFileName) accepted = ReadAccepted(CurrentFileName);
+    const bool hasFile = CurrentFileName != NoFileName && !FileNotInMemory;
+    if (hasFile) accepted = ReadAccepted(CurrentFileName);
   } catch (const RunTimeFailure& failure) {
     if (trouble) *trouble = QString::fromUtf8(failure.what());
   }

@@ -2,6 +2,10 @@
 #include <QTreeWidget>
 
 #include "document/rules/check/accepted.h"
+#include "document/rules/check/mend.h"
+#include "panel/difference.h"
+#include "panel/dimmer_fields.h"
+#include "panel/live_dimmers.h"
 #include "panel/stopwatch.h"
 #include "screen_test.h"
 #include "shell/window/history.h"
@@ -163,6 +167,44 @@ TEST_F(ActingOnFindingsTest, ARowOfADayOpensThatDay) {
   ASSERT_NE(window->LoadedForm(Screen::OpenAndCloseTimeSingleDates), nullptr);
   EXPECT_TRUE(Find<OptionButton>("optMonth(11)").isChecked());
   EXPECT_EQ(QApplication::focusWidget()->objectName(), "lblOpenTime(23)");
+}
+
+TEST_F(ActingOnFindingsTest, EveryMendingLeavesNothingOfItsFindingAndNothingElseChanged) {
+  struct Fault {
+    const char* Rule;
+    std::function<void(Project&)> Make;
+  };
+  DimSetEnabled(0, 1);
+  const Project sound = LiveProject;
+  for (const auto& [rule, make] : std::initializer_list<Fault>{
+           {"input-beyond-points", [](Project& p) { p.Panel.InputName(30) = "OLD SWITCH"; }},
+           {"input-beyond-points", [](Project& p) { p.Panel.InputGroupControl(30, 47) = 2; }},
+           {"swept-beyond-points", [](Project& p) { p.Panel.OffHoursSweepRelay(47) = -1; }},
+           {"beyond-points",
+            [](Project& p) {
+              SetDimmerValue(p.Dimmers, dim::RelayInclude, {0, 1}, -1, 40);
+            }},
+           {"daylight-saving", [](Project& p) {
+              p.Panel.DSTEnabled = -1;
+              p.Panel.DSTEndMonth = p.Panel.DSTStartMonth;
+              p.Panel.DSTEndWeek = p.Panel.DSTStartWeek;
+            }}}) {
+    SCOPED_TRACE(rule);
+    Project project = sound;
+    make(project);
+    const auto isIt = [&](const Finding& finding) {
+      return finding.Rule == rule && finding.Where != Item{ItemKind::Timer, 6};
+    };
+    const auto findings = CheckProject(project);
+    const auto found = std::find_if(findings.begin(), findings.end(), isIt);
+    ASSERT_NE(found, findings.end());
+    const auto mending = MendingOf(project, *found);
+    ASSERT_TRUE(mending);
+    mending->Apply(project);
+    const auto left = CheckProject(project);
+    EXPECT_EQ(std::count_if(left.begin(), left.end(), isIt), 0);
+    EXPECT_LE(DifferentSettings(project, sound, true).size(), 3U);
+  }
 }
 
 TEST_F(ActingOnFindingsTest, TheStatusBarCountsAndLeadsToTheList) {

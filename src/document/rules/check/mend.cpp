@@ -4,6 +4,7 @@
 #include <array>
 
 #include "panel/code_page.h"
+#include "panel/defaults.h"
 #include "panel/dimmer_fields.h"
 #include "panel/fennlink_record.h"
 #include "panel/input_actions.h"
@@ -68,6 +69,38 @@ Mending ClearBeyondPoints(const Project& project, const Item& user) {
           }};
 }
 
+/// What the points do not reach is as in a new panel.
+Mending ClearInputsBeyondPoints(const Project& project, const Item&) {
+  const int points = InstalledPoints(project);
+  return {QStringLiteral("Clears names and actions of inputs beyond the %1 installed points.")
+              .arg(points),
+          [=](Project& mended) {
+            const Project fresh = NewProject();
+            for (int input = points; input < ItemCount; ++input) {
+              mended.Panel.InputName(input) = fresh.Panel.InputName(input);
+              for (int row = 0; row < ItemCount; ++row) {
+                mended.Panel.InputRelayControl(input, row) = 0;
+                mended.Panel.InputGroupControl(input, row) = 0;
+              }
+            }
+          }};
+}
+
+Mending ClearSweepBeyondPoints(const Project& project, const Item&) {
+  const int points = InstalledPoints(project);
+  return {QStringLiteral("The sweep leaves out relays beyond the %1 installed points.").arg(points),
+          [=](Project& mended) {
+            for (int relay = points; relay < ItemCount; ++relay) {
+              mended.Panel.OffHoursSweepRelay(relay) = 0;
+            }
+          }};
+}
+
+Mending TurnDaylightSavingOff(const Project&, const Item&) {
+  return {QStringLiteral("Turns daylight saving off."),
+          [](Project& project) { project.Panel.DSTEnabled = 0; }};
+}
+
 struct MendedRule {
   std::string_view Name;
   Mending (*Mend)(const Project& project, const Item& item);
@@ -76,6 +109,9 @@ struct MendedRule {
 constexpr auto MendedRules = std::to_array<MendedRule>({
     {"long-name", CutName},
     {"beyond-points", ClearBeyondPoints},
+    {"input-beyond-points", ClearInputsBeyondPoints},
+    {"swept-beyond-points", ClearSweepBeyondPoints},
+    {"daylight-saving", TurnDaylightSavingOff},
 });
 
 }  // namespace
