@@ -10,6 +10,7 @@
 #include "panel/program_state.h"
 #include "panel/stopwatch.h"
 #include "panel/words.h"
+#include "shell/shell.h"
 
 namespace {
 

@@ -78,11 +78,16 @@ QString PortTrouble(const QString& port, bool inUse, const QString& reason) {
                        .arg(device);
   }
   const QString which = named ? QStringLiteral("%1 (%2)").arg(device, port) : device;
+  const QString group = QFileInfo(device).group();
+  const bool groupMay = QFileInfo(device).permissions().testFlag(QFileDevice::WriteGroup);
+  if (!MayUse(device) && !groupMay) {
+    return QStringLiteral("You may not use %1: it is its owner's alone.").arg(which);
+  }
   if (!MayUse(device)) {
     return QStringLiteral(
                "You may not use %1. Join its group with \"sudo adduser $USER %2\", then log out "
                "and in again.")
-        .arg(which, QFileInfo(device).group());
+        .arg(which, group);
   }
   if (inUse) {
     return QStringLiteral("%1 is in use by another program. Close that one and try again.")

@@ -1,3 +1,4 @@
+#include <QStringList>
 #include <algorithm>
 #include <optional>
 

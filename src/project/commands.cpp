@@ -20,8 +20,8 @@
 namespace {
 
 ExitStatus Compare(const CommandLine& line, const QStringList& files) {
-  Project one = LoadProject(files[0]).Content;
-  Project other = LoadProject(files[1]).Content;
+  Project one = LoadContent(files[0]);
+  Project other = LoadContent(files[1]);
   if (IsPanelMemory(files[0]) || IsPanelMemory(files[1])) {
     one = AsPanelKeeps(one);
     other = AsPanelKeeps(other);
@@ -39,9 +39,9 @@ ExitStatus Document(const CommandLine& line, const QStringList& files) {
   HostSoftwareVersion = VersionText();
   DocumentChoice all;
   all.fill(true);
-  const std::string text = RenderDocument(LoadProject(files[0]).Content,
-                                          line.FileName.isEmpty() ? files[0] : line.FileName,
-                                          DocumentTimeStamp(line.Date), all);
+  const std::string text =
+      RenderDocument(LoadContent(files[0]), line.FileName.isEmpty() ? files[0] : line.FileName,
+                     DocumentTimeStamp(line.Date), all);
   Print(line.Utf8 ? ToUnicode(text).toUtf8() : QByteArray::fromStdString(text));
   return StatusGood;
 }
@@ -119,6 +119,7 @@ int RunCommand(const CommandLine& line) {
   FlushOutput();  // A reader of a pipe may wait long for the first row.
   if (!command.EachFile) return command.Run(line, line.Files);
   const FoundFiles found = FindFiles(line);
+  if (found.Files.count(StandardPlace) > 1) throw RunTimeFailure(StandardInputOnce);
   const int status =
       ForEachFile(found.Files, [&](const QString& file) { return command.Run(line, {file}); });
   return found.AllRead ? status : StatusFailed;

@@ -1,5 +1,6 @@
 #include "project/interrupt.h"
 
+#include <termios.h>
 #include <unistd.h>
 
 #include <array>
@@ -13,9 +14,12 @@ namespace {
 
 std::string lastWords;
 int lastStatus = StatusGood;
+int keptTerminal = -1;  ///< None.
+termios terminalAsKept{};
 
 /// Nothing else may be done in a signal's handler.
 void End(int) {
+  if (keptTerminal >= 0) tcsetattr(keptTerminal, TCSANOW, &terminalAsKept);
   std::ignore = write(STDERR_FILENO, lastWords.data(), lastWords.size());
   _exit(lastStatus);
 }
@@ -45,4 +49,8 @@ void TellOnInterrupt(const QString& text) {
   lastStatus = StatusFailed;
   EndOnSignals();
   sigprocmask(SIG_UNBLOCK, &ends, nullptr);
+}
+
+void KeepTerminalOnInterrupt(int terminal) {
+  if (tcgetattr(terminal, &terminalAsKept) == 0) keptTerminal = terminal;
 }

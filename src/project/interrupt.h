@@ -8,3 +8,6 @@ void ExitQuietlyOnInterrupt();
 
 /// It ends the program with StatusFailed and the text on standard error.
 void TellOnInterrupt(const QString& text);
+
+/// It leaves a terminal as it is now, whatever is set there later.
+void KeepTerminalOnInterrupt(int terminal);

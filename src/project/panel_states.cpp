@@ -57,7 +57,7 @@ StateRow NoResponse(StateRow row) {
 }
 
 StateNames NamesOfProject(const QString& place) {
-  return {LoadProject(place).Content, true};
+  return {LoadContent(place), true};
 }
 
 StateNames NamesOfPanel(const PanelAt& panel) {

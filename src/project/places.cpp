@@ -12,7 +12,6 @@
 
 namespace {
 
-const QString StandardPlace = QStringLiteral("-");
 const QString ImagePrefix = QStringLiteral("image:");
 
 [[noreturn]] void Fail(const QString& place, const QString& reason) {
@@ -52,6 +51,10 @@ Project Whole(const QString& told, ProjectRead read) {
 }  // namespace
 
 std::string LoadBytes(const QString& file, qint64 most) {
+  static bool standardInputIsRead = false;
+  if (file == StandardPlace && std::exchange(standardInputIsRead, true)) {
+    throw RunTimeFailure(StandardInputOnce);
+  }
   QFile source(file);
   const bool open = file == StandardPlace ? source.open(stdin, QIODevice::ReadOnly)
                                           : source.open(QIODevice::ReadOnly);
@@ -81,6 +84,15 @@ ProjectRead LoadProject(const QString& place) {
   return place == StandardPlace
              ? ReadBytes(QStringLiteral("standard input"), LoadBytes(place, LargestProjectFile))
              : ReadProject(place, NewProject());
+}
+
+Project LoadContent(const QString& place) {
+  const ProjectRead read = LoadProject(place);
+  if (!read.Whole) {
+    TellFailure(qUtf8Printable(
+        place + ": the project ends early, or is empty; what it lacks is as in a new panel"));
+  }
+  return read.Content;
 }
 
 Project LoadWhole(const QString& place) {

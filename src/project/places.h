@@ -8,12 +8,18 @@
 // Where a project stands, as scripts write it: a file, a panel's address, "image:FILE" for a
 // panel's memory, "-" for standard input and, of what is written, standard output.
 
+inline const QString StandardPlace = QStringLiteral("-");
+constexpr const char* StandardInputOnce = "standard input, -, can stand for one thing alone";
+
 /// Whether a project there is as a panel keeps it.
 bool IsPanelMemory(const QString& place);
 
 /// The project of a place; what is missing in a file is as in a new panel. A panel's memory becomes
 /// one as an upload makes it, names and all. Throws RunTimeFailure.
 ProjectRead LoadProject(const QString& place);
+
+/// The project alone. One that ends early, or is empty, is told of on standard error.
+Project LoadContent(const QString& place);
 
 /// The like of what a panel is to hold: a project that ends early, or is empty, is refused.
 Project LoadWhole(const QString& place);

@@ -1,9 +1,9 @@
-#include <unistd.h>
+#include <termios.h>
 
 #include <QFile>
 #include <algorithm>
-#include <cstdio>
 #include <memory>
+#include <optional>
 
 #include "document/rules/uses.h"
 #include "line/known_memory.h"
@@ -18,6 +18,26 @@
 
 namespace {
 
+/// Typed unseen; Ctrl+C ends the program as anywhere. Null without a terminal, which need not be
+/// standard input: a project can come from there.
+std::optional<QString> TypedPassword() {
+  QFile terminal(QStringLiteral("/dev/tty"));
+  if (!terminal.open(QIODevice::ReadWrite | QIODevice::Unbuffered)) return std::nullopt;
+  termios seen{};
+  if (tcgetattr(terminal.handle(), &seen) != 0) return std::nullopt;
+  termios unseen = seen;
+  unseen.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+  unseen.c_lflag |= ECHONL;
+  terminal.write("The panel's password: ");
+  TellOnInterrupt(QStringLiteral("interrupted; nothing was written"));
+  KeepTerminalOnInterrupt(terminal.handle());
+  tcsetattr(terminal.handle(), TCSAFLUSH, &unseen);
+  constexpr qint64 most = 100;
+  const QByteArray typed = terminal.readLine(most);
+  tcsetattr(terminal.handle(), TCSAFLUSH, &seen);
+  return QString::fromUtf8(typed);
+}
+
 QString PasswordText(const CommandLine& line) {
   if (!line.PasswordFile.isEmpty()) {
     QFile file(line.PasswordFile);
@@ -28,11 +48,7 @@ QString PasswordText(const CommandLine& line) {
     return QString::fromUtf8(file.readLine(most));
   }
   if (QString set = qEnvironmentVariable("TAMBERLOOM3_PASSWORD"); !set.isEmpty()) return set;
-  // Which may not be standard input: a project can come from there.
-  if (std::FILE* terminal = std::fopen("/dev/tty", "r+")) {
-    std::fclose(terminal);
-    if (const char* typed = getpass("The panel's password: ")) return QString::fromUtf8(typed);
-  }
+  if (const auto typed = TypedPassword()) return *typed;
   throw RunTimeFailure(
       "the panel's password is missing: --password-file FILE or TAMBERLOOM3_PASSWORD");
 }
@@ -103,7 +119,9 @@ ExitStatus StatusOfSending(const PanelAt& panel, TransferOutcome outcome) {
     case TransferOutcome::SumDiffers:
       panel.Fail(QStringLiteral("the panel's sum is not the project's") + QLatin1String(HalfNew));
     case TransferOutcome::NoSum:
-      panel.Fail(QStringLiteral("the panel does not tell the sum of its memory"));
+      panel.Fail(
+          QStringLiteral("the panel does not tell the sum of its memory: whether all has "
+                         "arrived is not known; send it again"));
     default:
       panel.Fail(QStringLiteral("the panel no longer answers") + QLatin1String(HalfNew));
   }

@@ -99,6 +99,24 @@ TEST_F(ProjectProgramTest, ChecksFoldersAndLists) {
   EXPECT_EQ(Run({"check", "--files-from="}), 2);
 }
 
+TEST_F(ProjectProgramTest, StandardInputStandsOnceAndWhatIsCutIsTold) {
+  const QString whole = Save("whole.T3");
+  input = whole;
+  for (const QStringList& twice : {QStringList{"compare", "-", "-"}, {"check", "-", "-"}}) {
+    EXPECT_EQ(Run(twice), 2);
+    EXPECT_TRUE(errors.contains("standard input, -, can stand for one")) << errors.toStdString();
+  }
+  EXPECT_EQ(Run({"compare", "-", whole}), 0);
+  EXPECT_EQ(errors, "");
+  input.clear();
+  Write("cut.T3", {});
+  for (const QStringList& cut : {QStringList{"compare", folder.filePath("cut.T3"), whole},
+                                 {"document", folder.filePath("cut.T3")}}) {
+    Run(cut);
+    EXPECT_TRUE(errors.contains("ends early, or is empty")) << cut[0].toStdString();
+  }
+}
+
 TEST_F(ProjectProgramTest, TellsTheFindingsThatAreAskedFor) {
   PanelRecord.DMXOnLevel = 100;
   const QString bad = Save("bad.T3");
