@@ -104,7 +104,7 @@ void FindingsList::ListFindings() {
                     finding.Where,
                     finding.On,
                     finding.Of,
-                    finding,
+                    std::make_shared<const Finding>(finding),
                     accepted});
   };
   QString trouble;

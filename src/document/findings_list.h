@@ -18,9 +18,9 @@ class FindingsList : public QObject {
   struct Row {
     QStringList Cells;
     Item Where;
-    Screen On = Screen::None;           ///< Where a finding leads; none: nowhere.
-    std::optional<Setting> Of = {};     ///< What differs.
-    std::optional<Finding> Found = {};  ///< What the check has found.
+    Screen On = Screen::None;                   ///< Where a finding leads; none: nowhere.
+    std::optional<Setting> Of = {};             ///< What differs.
+    std::shared_ptr<const Finding> Found = {};  ///< What the check has found.
     bool Accepted = false;
   };
   /// The two sides of a comparison.
