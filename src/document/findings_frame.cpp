@@ -166,8 +166,8 @@ void FindingsFrame::lblChanged_Click() {
           [] { return FindingsList::NewSides(LiveProject, *SavedProject()); });
 }
 
-void FindingsFrame::Compare(const QString& other, FindingsList::MakeSides sides) {
-  list_.Compare(other, std::move(sides));
+void FindingsFrame::Compare(const QString& other, const FindingsList::MakeSides& sides) {
+  list_.Compare(other, sides);
   ShowList();
 }
 

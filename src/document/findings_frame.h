@@ -40,7 +40,7 @@ class FindingsFrame : public QGroupBox {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  void Compare(const QString& other, FindingsList::MakeSides sides);
+  void Compare(const QString& other, const FindingsList::MakeSides& sides);
   void ComparePanel();
   void ShowRows();
   void FitColumns();

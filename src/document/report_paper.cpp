@@ -32,7 +32,7 @@ void ReportPaper::AddText(const QFont& font, double x, double y, double width, c
   Add([=](QPainter& painter) {
     painter.setFont(font);
     painter.setPen(Qt::black);
-    painter.drawText(room, side, shown);
+    painter.drawText(room, static_cast<int>(side), shown);
   });
 }
 

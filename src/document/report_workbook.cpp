@@ -122,7 +122,8 @@ QByteArray WorkbookOf(const std::vector<DocumentTable>& sheets, const QDateTime&
   lxw_workbook* book = workbook_new_opt(QFile::encodeName(file.fileName()), &options);
   if (book == nullptr) throw RunTimeFailure("there is not enough memory");
   lxw_doc_properties made{};
-  made.created = date.toSecsSinceEpoch();
+  // The writer tells it as it stands, wherever the computer is.
+  made.created = QDateTime(date.date(), date.time(), Qt::UTC).toSecsSinceEpoch();
   workbook_set_properties(book, &made);
   WorkbookWriter writer(book);
   for (const DocumentTable& table : sheets) writer.AddSheet(table);

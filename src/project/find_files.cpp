@@ -14,7 +14,8 @@ constexpr qint64 LongestList = 100'000'000;
 QStringList NamesIn(const QString& list) {
   const QByteArray bytes = QByteArray::fromStdString(LoadBytes(list, LongestList));
   QStringList names;
-  for (const QByteArray& name : bytes.split(bytes.contains('\0') ? '\0' : '\n')) {
+  for (QByteArray name : bytes.split(bytes.contains('\0') ? '\0' : '\n')) {
+    if (name.endsWith('\r')) name.chop(1);
     if (!name.trimmed().isEmpty()) names << QFile::decodeName(name);
   }
   return names;

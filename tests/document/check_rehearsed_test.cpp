@@ -181,8 +181,8 @@ TEST(CheckRehearsedTest, OneFactIsOneRow) {
       {"beyond-points",
        {"TIMER 01 turns off RELAY 31 to 34, which are beyond the 24 installed points."}},
       {"action-cut",
-       {"INPUT 01 has 1 action that its type \"Momentary On/Off\" does not offer; looking at it "
-        "cuts it to the last that it does."}},
+       {"INPUT 01 has 1 action that its type \"Momentary On/Off\" does not offer. Looking at it "
+        "turns it into the last one that it does."}},
   };
   for (const auto& [rule, sentences] : rows) EXPECT_EQ(SentencesOf(rule), sentences) << rule;
   const auto findings = CheckProject(LiveProject);
@@ -199,6 +199,20 @@ TEST(CheckRehearsedTest, OneFactIsOneRow) {
   p.TimerHolidayDate(1) = 24;
   EXPECT_EQ(SentencesOf("conflict"), QStringList("TIMER 01 and TIMER 02 switch RELAY 03 "
                                                  "differently at the same minute on December 24."));
+}
+
+TEST(CheckRehearsedTest, NoAlarmOverWhatNobodyMeets) {
+  auto& p = PanelRecord;
+  LoadSoundProject();
+  p.OffHoursSweepGroup(30) = -1;  // and has no relay
+  p.RelayName(40) = p.RelayName(41) = "BOTH";
+  for (int relay = 0; relay < ItemCount; ++relay) p.InputRelayControl(0, relay) = 0;
+  p.InputType(0) = 0;
+  p.InputName(0) = "KEY";
+  for (const char* rule : {"empty-group", "same-name"}) EXPECT_EQ(SentencesOf(rule), QStringList());
+  EXPECT_EQ(SentencesOf("idle-input").size(), 1);
+  p.RelayPowerOnType(1) = PowerOnByInput;
+  EXPECT_EQ(SentencesOf("idle-input"), QStringList()) << "it decides what comes on with the power";
 }
 
 }  // namespace

@@ -36,6 +36,8 @@ QString CountOf(int count, Severity severity);
 /// How many are of that severity.
 QString CountOf(Severity severity, std::span<const Finding> findings);
 
+constexpr Int16 PowerOnByInput = 2;  ///< "On/In:1": the first input decides.
+
 /// EffectOn and EffectOff of each relay.
 using RelayEffects = std::array<unsigned, ItemCount>;
 

@@ -49,22 +49,21 @@ void ForEachInput(const CheckScope& scope, Look look) {
 
 void LookAtCutActions(const CheckScope& scope, const TellFinding& tell) {
   ForEachInput(scope, [&](const Item& input, auto options, auto relayCell, auto groupCell) {
+    int cut = 0;
     const auto look = [&](ControlTable table, auto cell) {
       const auto offered = options(table);
-      if (!offered) return;
-      int cut = 0;
-      for (int row = 0; row < ItemCount; ++row)
+      for (int row = 0; offered && row < ItemCount; ++row)
         cut += cell(row) > offered->MaxControlCode() ? 1 : 0;
-      if (cut == 0) return;
-      tell(input,
-           QStringLiteral("%1 has %2 that its type \"%3\" does not offer; looking at it cuts %4 to "
-                          "the last that it does.")
-               .arg(scope.Text(input), Counted(cut, QStringLiteral("action")),
-                    scope.InputType(input), QLatin1String(cut == 1 ? "it" : "them")),
-           TypeScreen(input));
     };
     look(ControlTable::Relay, relayCell);
     look(ControlTable::Group, groupCell);
+    if (cut == 0) return;
+    tell(input,
+         QStringLiteral("%1 has %2 that its type \"%3\" does not offer. Looking at %4 turns %4 "
+                        "into the last one that it does.")
+             .arg(scope.Text(input), Counted(cut, QStringLiteral("action")), scope.InputType(input),
+                  QLatin1String(cut == 1 ? "it" : "them")),
+         TypeScreen(input));
   });
 }
 
@@ -136,7 +135,9 @@ void LookAtEmptyGroups(const CheckScope& scope, const TellFinding& tell) {
   const auto isEmpty = [&](const Item& used) {
     return used.Kind == ItemKind::Group && !scope.HoldsRelay(used);
   };
-  TellOfUses(scope, tell, isEmpty, ActsOn, IsAnybody, QStringLiteral(", which has no relay."),
+  // The sweep takes empty groups in its stride: who ticks all of them means those to come, too.
+  const auto isNoSweep = [](const Item& user) { return user.Kind != ItemKind::Panel; };
+  TellOfUses(scope, tell, isEmpty, ActsOn, isNoSweep, QStringLiteral(", which has no relay."),
              QStringLiteral(", which have no relay."));
 }
 
@@ -220,6 +221,13 @@ void TellOfIdleInputs(const CheckScope& scope, const TellFinding& tell,
        ActionScreen(idle.front(), false));
 }
 
+/// Whether the first input tells a relay whether it comes on with the power.
+bool DecidesPowerOn(const CheckScope& scope) {
+  const auto& types = scope.Of.Panel.RelayPowerOnType.elements;
+  return std::find(types.begin(), types.begin() + scope.Points, PowerOnByInput) !=
+         types.begin() + scope.Points;
+}
+
 void LookAtIdleInputs(const CheckScope& scope, const TellFinding& tell) {
   std::vector<Item> idle;
   bool named = false;
@@ -229,6 +237,7 @@ void LookAtIdleInputs(const CheckScope& scope, const TellFinding& tell) {
     const bool hasType = scope.Of.Panel.InputType(i) != 0;
     const bool hasName = !scope.OwnName(input).isEmpty();
     if ((!hasType && !hasName) || !scope.IsIdle(input)) continue;
+    if (i == 0 && DecidesPowerOn(scope)) continue;
     idle.push_back(input);
     typed = typed || hasType;
     named = named || hasName;

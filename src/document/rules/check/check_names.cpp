@@ -76,6 +76,8 @@ void LookAtSameNames(const CheckScope& scope, const TellFinding& tell) {
   for (const NameKind& kind : NameKinds) {
     std::map<QString, std::vector<Item>> owners;
     ForEachOwnName(scope, kind, [&](const Item& item, const QString& name) {
+      const bool counted = kind.Kind == ItemKind::Relay || kind.Kind == ItemKind::Input;
+      if (counted && !scope.IsInstalled(item)) return;
       owners[name.left(NameLength).trimmed().toCaseFolded()].push_back(item);
     });
     for (const auto& [name, items] : owners) {

@@ -18,7 +18,6 @@ constexpr Int16 AlarmOn = 4;
 constexpr Int16 PulsedOff = 5;
 constexpr Int16 PulsedOn = 6;
 constexpr Int16 PowerOnOn = 1;
-constexpr Int16 PowerOnByInput = 2;
 
 /// Whether what is plugged into the panel may switch the relay, too.
 bool ModuleMaySwitch(const PanelRecordType& panel, int relay) {

@@ -101,7 +101,8 @@ void LookAtIdleTimers(const CheckScope& scope, const TellFinding& tell) {
     const Item item{ItemKind::Timer, timer};
     const bool meant = TimeOf(scope, timer) != TimerTimeValue() || panel.TimerDays(timer) != 0 ||
                        IsOnDate(scope, timer) || !scope.OwnName(item).isEmpty();
-    if (meant && !scope.IsAtWork(item)) idle.push_back(item);
+    const bool parked = !IsOnDate(scope, timer) && (panel.TimerDays(timer) & AllBoxes) == AllBoxes;
+    if (meant && !parked && !scope.IsAtWork(item)) idle.push_back(item);
   }
   if (idle.empty()) return;
   const auto count = static_cast<qsizetype>(idle.size());
