@@ -206,9 +206,12 @@ TEST(CheckRehearsedTest, NoAlarmOverWhatNobodyMeets) {
   LoadSoundProject();
   p.OffHoursSweepGroup(30) = -1;  // and has no relay
   p.RelayName(40) = p.RelayName(41) = "BOTH";
-  for (int relay = 0; relay < ItemCount; ++relay) p.InputRelayControl(0, relay) = 0;
+  for (int row = 0; row < ItemCount; ++row) {
+    p.InputRelayControl(0, row) = p.InputGroupControl(0, row) = 0;
+  }
   p.InputType(0) = 0;
   p.InputName(0) = "KEY";
+  DimSetCtlType(0, 0, 0, 0);
   for (const char* rule : {"empty-group", "same-name"}) EXPECT_EQ(SentencesOf(rule), QStringList());
   EXPECT_EQ(SentencesOf("idle-input").size(), 1);
   p.RelayPowerOnType(1) = PowerOnByInput;
