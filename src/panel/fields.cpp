@@ -189,7 +189,7 @@ Item ItemOf(const FieldFacts& facts, const Place& place) {
 }
 
 QString PhraseOf(const Project& project, const FieldFacts& facts, const Place& place) {
-  const QString phrase = QString::fromLatin1(facts.Phrase.Value);
+  QString phrase = QString::fromLatin1(facts.Phrase.Value);
   if (!phrase.contains(u'%')) return phrase;
   switch (facts.First.Value.Counts) {
     case Axis::Of::Month:

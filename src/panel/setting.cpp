@@ -171,7 +171,7 @@ QString PhraseOf(const Project& project, const Setting& setting) {
   if (setting.Whole && !setting.Dimmer) return QStringLiteral("runs");
   if (setting.Whole) return QStringLiteral("control slot %1").arg(setting.At.Second + 1);
   if (const DimmerField* field = setting.Dimmer) {
-    const QString phrase = QString::fromLatin1(field->Phrase);
+    QString phrase = QString::fromLatin1(field->Phrase);
     if (!phrase.contains(u'%')) return phrase;
     const int number = setting.At.Second + 1;
     return phrase.arg(field->Way == How::BitRow ? TwoDigits(number) : QString::number(number));

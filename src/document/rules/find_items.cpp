@@ -89,7 +89,7 @@ class Search {
   }
 
   void AddUse(const Use& use, int depth) {
-    constexpr int indent = 4;
+    constexpr qsizetype indent = 4;
     AddLine(QString(depth * indent, u' ') + SentenceOf(of_, use), use.User, ScreenOf(use));
   }
 

@@ -101,6 +101,7 @@ struct DayHours {
   int Close;
 
   bool AreSet() const { return IsTime(Open) && IsTime(Close); }
+  // NOLINTNEXTLINE(modernize-use-nullptr): takes the 0 that orders compare with for a pointer.
   auto operator<=>(const DayHours&) const = default;
 
  private:

@@ -171,6 +171,7 @@ void LookAtSelfConflicts(const CheckScope& scope, const TellFinding& tell) {
     const std::vector<TimerWord> told = words.Of(timer);
     RelayOutcome later;
     std::vector<Item> undone;
+    // NOLINTNEXTLINE(modernize-loop-convert): this library cannot turn a range round.
     for (auto word = told.rbegin(); word != told.rend(); ++word) {
       const auto& [on, off] = word->Tells;
       if ((on & ~later.Off).none() && (off & ~later.On).none()) undone.push_back(word->By);
@@ -244,6 +245,7 @@ class ConflictSearch {
 
   static std::vector<MonthDate> InOrder(const std::map<MonthDate, bool>& dates) {
     std::vector<MonthDate> list;
+    list.reserve(dates.size());
     for (const auto& [date, met] : dates) list.push_back(date);
     return list;
   }

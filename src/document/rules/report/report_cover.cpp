@@ -50,7 +50,7 @@ QString CoverFileOf(const QString& projectFile) {
 }
 
 ReportCover ReadCover(const QString& projectFile) {
-  constexpr qint64 mostBytes = 64 * 1024;
+  constexpr qint64 mostBytes = 65'536;
   const QString name = CoverFileOf(projectFile);
   if (!QFile::exists(name)) return {};
   QFile file(name);

@@ -67,7 +67,7 @@ RelaySet Swept(const PanelRecordType& panel) {
 /// The sweeps: as the building closes and at the interval from then on, until it opens.
 void AddSweeps(const PanelRecordType& panel, QDate first, QDate last,
                std::vector<Switching>& switchings) {
-  constexpr int minutesOfHour = 60;
+  constexpr WallMinute minutesOfHour = 60;
   const RelaySet swept = Swept(panel);
   const WallMinute interval = minutesOfHour * std::max(panel.OffHoursSweepInterval + 1, 1);
   if (swept == 0) return;
