@@ -8,8 +8,10 @@ cmake --preset test >/dev/null
 cmake --build build/test --target tamberloom3-guide-pictures tamberloom_tests
 export QT_QPA_PLATFORM=offscreen QT_FONT_DPI=96
 build/test/tools/tamberloom3-guide-pictures "$pictures"
-tour=$(mktemp -d build/tour.XXXXXX)
-TAMBERLOOM_TOUR_PICTURES="$PWD/$tour" build/test/tests/tamberloom_tests --gtest_filter='Tour*' >/dev/null
+tour=/tmp/kim # which the pictures show
+mkdir "$tour"
+trap 'rm -rf /tmp/kim' EXIT
+TAMBERLOOM_TOUR_PICTURES="$tour" build/test/tests/tamberloom_tests --gtest_filter='Tour*' >/dev/null
 for picture in "$tour"/*.png; do
   name=$(basename "$picture")
   if [ -f "$pictures/$name" ]; then mv "$picture" "$pictures/$name"; fi

@@ -38,7 +38,9 @@ class WrappedCells : public QStyledItemDelegate {
     QStyleOptionViewItem wrapped = option;
     const auto* list = qobject_cast<const QTreeView*>(option.widget);
     wrapped.rect.setSize({list->columnWidth(index.column()), option.fontMetrics.height()});
-    return QStyledItemDelegate::sizeHint(wrapped, index);
+    // How wide a column would be is asked here, too: as its words need unwrapped.
+    return {QStyledItemDelegate::sizeHint(option, index).width(),
+            QStyledItemDelegate::sizeHint(wrapped, index).height()};
   }
 };
 

@@ -86,6 +86,7 @@ void frmT3TimersConfigure::Form_Load() {
   for (int i = 0; i < screensOfActs; ++i) {
     auto* act = new Label;
     act->SetLook(Label::Look::WebLink);
+    act->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
     next->addWidget(act);
     lblTimerActs.Add(act, QStringLiteral("lblTimerActs"));
     act->Click = [this, i] { lblTimerActs_Click(i); };
