@@ -19,9 +19,9 @@ using PdfObjects = std::map<int, QByteArray>;
 
 int IntAfter(const QByteArray& text, const char* name, qsizetype from = 0) {
   const qsizetype at = text.indexOf(name, from);
-  const auto match =
-      QRegularExpression(QStringLiteral("^\\s*(\\d+)"))
-          .match(QString::fromLatin1(at < 0 ? QByteArray() : text.mid(at + QByteArray(name).size(), 24)));
+  const auto match = QRegularExpression(QStringLiteral("^\\s*(\\d+)"))
+                         .match(QString::fromLatin1(
+                             at < 0 ? QByteArray() : text.mid(at + QByteArray(name).size(), 24)));
   if (!match.hasMatch()) FailToReadPdf(name);
   return match.captured(1).toInt();
 }
