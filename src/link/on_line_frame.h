@@ -43,7 +43,7 @@ class OnLineFrame : public QGroupBox {
 
   Label* lblPanelTime = nullptr;
   Label* lblPanelDate = nullptr;
-  QString weekday_;  ///< In front of the panel's date; a weekday that is none leaves it.
+  QString weekday_;           ///< In front of the panel's date; a weekday that is none leaves it.
   Label* lblClock = nullptr;  ///< How far the panel's clock is from this computer's.
   bool clockSet_ = false;     ///< Since the last reading.
   Label* lblIOInstalled = nullptr;
