@@ -121,17 +121,27 @@ ReportChapter RelayChapter(const Project& project, const ReportUses& uses) {
   return chapter;
 }
 
-ReportChapter GroupChapter(const Project& project, const ReportUses& uses) {
-  ReportChapter chapter{
-      QStringLiteral("Groups"), {"Group", "What it does", "What acts on it"}, {20, 36, 44}};
-  for (int group = 0; group < ItemCount; ++group) {
-    const Item item{ItemKind::Group, group};
+namespace {
+
+/// A row for each group or preset that holds or is used.
+ReportChapter HolderChapter(const Project& project, const ReportUses& uses, ItemKind kind,
+                            ReportChapter chapter) {
+  for (int number = 0; number < ItemCount; ++number) {
+    const Item item{kind, number};
     const QString does = uses.WhatItDoes(item);
     const QString acts = uses.WhatActsOnIt(item);
     if (does.isEmpty() && acts.isEmpty()) continue;
     chapter.Rows.push_back({{ItemText(project, item), does, acts}});
   }
   return chapter;
+}
+
+}  // namespace
+
+ReportChapter GroupChapter(const Project& project, const ReportUses& uses) {
+  return HolderChapter(
+      project, uses, ItemKind::Group,
+      {QStringLiteral("Groups"), {"Group", "What it does", "What acts on it"}, {20, 36, 44}});
 }
 
 ReportChapter InputChapter(const Project& project, const ReportUses& uses) {
@@ -197,16 +207,9 @@ ReportChapter TimerChapter(const Project& project, const ReportUses& uses) {
 }
 
 ReportChapter PresetChapter(const Project& project, const ReportUses& uses) {
-  ReportChapter chapter{
-      QStringLiteral("Presets"), {"Preset", "What it does", "What acts on it"}, {20, 42, 38}};
-  for (int preset = 0; preset < ItemCount; ++preset) {
-    const Item item{ItemKind::Preset, preset};
-    const QString does = uses.WhatItDoes(item);
-    const QString acts = uses.WhatActsOnIt(item);
-    if (does.isEmpty() && acts.isEmpty()) continue;
-    chapter.Rows.push_back({{ItemText(project, item), does, acts}});
-  }
-  return chapter;
+  return HolderChapter(
+      project, uses, ItemKind::Preset,
+      {QStringLiteral("Presets"), {"Preset", "What it does", "What acts on it"}, {20, 42, 38}});
 }
 
 ReportChapter SweepChapter(const Project& project, const ReportUses& uses) {
