@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr int LastChannel = 512;
-
 /// Stores the level of the item on show; a list without a selection shows a level that it does not
 /// hold, which stays.
 void StoreLevel(Int16& level, const ComboBox& list) {
@@ -26,7 +24,8 @@ frmT3AddOnModuleDMX::frmT3AddOnModuleDMX()
     : ChildForm(Screen::AddOnModuleDMX, ToUnicode(AddOnModuleOf(AddOnModuleDMX).EditorCaption)) {}
 
 void frmT3AddOnModuleDMX::Form_Load() {
-  const QStringList levels = NumberItems(1, 99, {}, QStringLiteral("%"));
+  const QStringList levels =
+      NumberItems(DMXLevelRange.First, DMXLevelRange.Last, {}, QStringLiteral("%"));
   auto* row = AddRow();
   cboOnLevel = AddList(row, "cboOnLevel", QStringLiteral("DMX On Level"));
   cboOnLevel->SetItems(levels);
@@ -49,7 +48,7 @@ void frmT3AddOnModuleDMX::Form_Load() {
                  FieldColumn<&PanelRecordType::DMXChannel>(
                      "cboNewDMX", {.HeaderText = QStringLiteral("Channel")},
                      QStringList{QStringLiteral("None")} +
-                         NumberItems(1, LastChannel, QStringLiteral("DMX "))),
+                         NumberItems(1, DMXChannelRange.Last, QStringLiteral("DMX "))),
                  &frmT3AddOnModuleDMX::ShowDMXConfiguration, &frmT3AddOnModuleDMX::lblDMXChan_Click,
                  &frmT3AddOnModuleDMX::cboNewDMX_Click);
   AddWidget(grid);
@@ -97,7 +96,8 @@ void frmT3AddOnModuleDMX::cboFilter_Click() {
 void frmT3AddOnModuleDMX::cmdAutoMap_Click() {
   for (int relay = 0; relay < ItemCount; ++relay) {
     const int channel = PanelRecord.DMXChannel(0) + relay;
-    PanelRecord.DMXChannel(relay) = static_cast<Int16>(channel > LastChannel ? 0 : channel);
+    PanelRecord.DMXChannel(relay) =
+        static_cast<Int16>(channel > DMXChannelRange.Last ? 0 : channel);
   }
   DataChanged = -1;
   ShowDMXConfiguration();

@@ -13,7 +13,6 @@
 namespace {
 
 constexpr int PhotocellDevices = 64;
-constexpr int DMXChannels = 512;
 constexpr int Targets = 256;
 
 /// The texts of the codes 0 to `count` - 1.
@@ -129,9 +128,10 @@ void frmT3DimmerOutput::BuildLevels(QBoxLayout* column) {
   column->addLayout(row);
   cboFadeRate = AddList(row, "cboFadeRate", "Fade Rate", CodeItems(FadeRateCount, FadeRateText),
                         &frmT3DimmerOutput::cboFadeRate_Click);
-  cboDMX = AddList(row, "cboDMX", "DMX Channel",
-                   QStringList("DMX - Disabled") + CountedItems("DMX Channel: ", 1, DMXChannels),
-                   &frmT3DimmerOutput::cboDMX_Click);
+  cboDMX = AddList(
+      row, "cboDMX", "DMX Channel",
+      QStringList("DMX - Disabled") + CountedItems("DMX Channel: ", 1, DMXChannelRange.Last),
+      &frmT3DimmerOutput::cboDMX_Click);
 }
 
 void frmT3DimmerOutput::BuildTracking(QBoxLayout* column) {

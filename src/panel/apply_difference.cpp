@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QSet>
 #include <QStringList>
+#include <algorithm>
 
 namespace {
 
@@ -23,9 +24,22 @@ QHash<QStringList, Setting> SettingsOf(const Project& project,
     if (code.isEmpty()) code = ItemCode(item);
     if (items.contains(code)) {
       settings[{AreaOf(setting), code, PhraseOf(project, setting)}] = setting;
+      // A cell may be told by what it stands for once its input has the other's type.
+      if (!setting.Field || !setting.Field->Told.Value.Target) return;
+      for (const ItemKind kind : {ItemKind::Relay, ItemKind::Input, ItemKind::Timer}) {
+        settings[{AreaOf(setting), code, ItemCode({kind, setting.At.Second})}] = setting;
+      }
     }
   });
   return settings;
+}
+
+/// Whether a setting has become what no editor could make of it.
+bool PutsUnlisted(const Project& before, const Project& applied, const Setting& setting) {
+  const auto parts = setting.Whole ? PartsOf(setting) : std::vector{setting};
+  return std::any_of(parts.begin(), parts.end(), [&](const Setting& part) {
+    return !IsListed(applied, part) && ValueOf(before, part) != ValueOf(applied, part);
+  });
 }
 
 }  // namespace
@@ -33,7 +47,7 @@ QHash<QStringList, Setting> SettingsOf(const Project& project,
 std::vector<RefusedRow> ApplyDifference(Project& project, const std::vector<DifferenceRow>& rows) {
   std::vector<RefusedRow> refused;
   const QHash<QStringList, Setting> settings = SettingsOf(project, rows);
-  QSet<QStringList> told;
+  QHash<Item, std::vector<Setting>> told;
   std::vector<Setting> places;
   for (const DifferenceRow& row : rows) {
     const auto found = settings.find(PlaceOf(row));
@@ -45,12 +59,13 @@ std::vector<RefusedRow> ApplyDifference(Project& project, const std::vector<Diff
       continue;
     }
     places.push_back(*found);
-    if (told.contains(found.key())) {
+    auto& toldOfItem = told[ItemOf(*found)];
+    if (std::find(toldOfItem.begin(), toldOfItem.end(), *found) != toldOfItem.end()) {
       refuse(QStringLiteral("it is told twice"));
     } else if (!IsToldBy(project, *found, row.This)) {
       refuse(QStringLiteral("there stands \"%1\"").arg(WordsOf(project, *found)));
     }
-    told << found.key();
+    toldOfItem.push_back(*found);
   }
   if (!refused.empty()) return refused;
 
@@ -66,8 +81,12 @@ std::vector<RefusedRow> ApplyDifference(Project& project, const std::vector<Diff
     }
   }
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    if (IsToldBy(applied, places[i], rows[i].Other)) continue;
-    refused.push_back({i, QStringLiteral("\"%1\" is no value of it").arg(rows[i].Other)});
+    const bool isValue = IsToldBy(applied, places[i], rows[i].Other);
+    if (isValue && !PutsUnlisted(project, applied, places[i])) continue;
+    refused.push_back(
+        {i, QStringLiteral("\"%1\" is %2")
+                .arg(rows[i].Other, isValue ? QStringLiteral("in no list of its editor")
+                                            : QStringLiteral("no value of it"))});
   }
   if (refused.empty()) project = std::move(applied);
   return refused;

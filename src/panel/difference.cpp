@@ -31,6 +31,10 @@ bool IsFirstDifferent(const Project& one, const Project& other, const Setting& p
   return *first == part;
 }
 
+bool IsZero(const SettingValue& value) {
+  return value == SettingValue(Int32{0});
+}
+
 }  // namespace
 
 std::vector<Setting> DifferentSettings(const Project& one, const Project& other, bool names) {
@@ -54,6 +58,10 @@ std::vector<Setting> DifferentSettings(const Project& one, const Project& other,
 Difference DifferenceIn(const Setting& setting, const Project& one, const Project& other) {
   Difference row{AreaOf(setting),       ItemOf(setting),         PhraseOf(one, setting),
                  WordsOf(one, setting), WordsOf(other, setting), setting};
+  // A cell of a table stands for what the input's type says; the type may differ, too.
+  if (setting.Field && setting.Field->Told.Value.Target && !IsZero(ValueOf(other, setting))) {
+    row.Field = PhraseOf(other, setting);
+  }
   if (row.This == row.Other) {
     row.This = NumberedWordsOf(one, setting);
     row.Other = NumberedWordsOf(other, setting);

@@ -109,6 +109,13 @@ bool DimmerEnabled(const DimmerBlockType& block, int device) {
   return block(DeviceEnabledElement + device) != 0;
 }
 
+bool FollowsRelays(const DimmerOutput& output) {
+  for (int relay = 0; relay < ItemCount; ++relay) {
+    if (output(dim::RelayInclude, relay) != 0) return true;
+  }
+  return false;
+}
+
 namespace told {
 
 QString DimmerFade(const Project&, const Place&, Int32 value) {

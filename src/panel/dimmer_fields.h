@@ -72,6 +72,9 @@ class DimmerOutput {
 /// Whether a device is enabled.
 bool DimmerEnabled(const DimmerBlockType& block, int device);
 
+/// Whether an output follows any relay, which it does on a device that is not enabled, too.
+bool FollowsRelays(const DimmerOutput& output);
+
 namespace told {
 
 QString DimmerFade(const Project&, const Place&, Int32 value);
@@ -111,7 +114,7 @@ inline constexpr DimmerField PointBIn{"PointBIn", 9, Raw, 0, 1, "point B input",
 inline constexpr DimmerField PointBOut{"PointBOut", 10, Percent, 0, 1, "point B output", Words{told::Percent}, 50, OnOutput("picScale")};
 inline constexpr DimmerField PointCIn{"PointCIn", 11, Raw, 0, 1, "point C input", Words{told::FootCandles}, 255, OnOutput("picScale")};
 inline constexpr DimmerField PointCOut{"PointCOut", 12, Percent, 0, 1, "point C output", Words{told::Percent}, 0, OnOutput("picScale")};
-inline constexpr DimmerField DMXChannel{"DimmerDMXChannel", 13, HighLow, 0, 1, "DMX channel", Words{told::DMXChannel}, 0, OnOutput("cboDMX")};
+inline constexpr DimmerField DMXChannel{"DimmerDMXChannel", 13, HighLow, 0, 1, "DMX channel", FromSome(told::DMXChannel, told::IsWithin<DMXChannelRange>), 0, OnOutput("cboDMX")};
 inline constexpr DimmerField Target{"Target", 15, Raw, 0, 1, "target", Words{told::FootCandles}, 0, OnOutput("cboTarget")};
 inline constexpr DimmerField ControlType{"ControlType", 16, LowBits, 3, ControlSlotCount, "control type %1", FromList<ControlTypes>(), 0, OnOutput("cboCOTyp")};
 inline constexpr DimmerField ControlInstant{"ControlInstant", 16, Bit, 7, ControlSlotCount, "control fade %1", FromFlags<ControlFades>(), 0, OnOutput("cboCOFade")};

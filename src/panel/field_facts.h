@@ -173,6 +173,8 @@ QString YesOrNo(const Project&, const Place&, Int32 value);
 QString Quarters(const Project&, const Place&, Int32 value);
 QString Minutes(const Project&, const Place&, Int32 value);
 QString Seconds(const Project&, const Place&, Int32 value);
+QString DegreesNorth(const Project&, const Place&, Int32 value);
+QString DegreesWest(const Project&, const Place&, Int32 value);
 QString Percent(const Project&, const Place&, Int32 value);
 /// "128/255 (50%)".
 QString LevelOf255(const Project&, const Place&, Int32 value);
@@ -213,6 +215,15 @@ bool IsMonth(const Project&, const Place&, Int32 value);
 bool IsAddOnModule(const Project&, const Place&, Int32 value);
 bool IsDeviceType(const Project&, const Place&, Int32 value);
 bool IsDeviceInputType(const Project&, const Place&, Int32 value);
+bool IsTimerMonth(const Project&, const Place&, Int32 value);
+bool IsTimerDate(const Project&, const Place&, Int32 value);
+/// Of the place of a panel, where a timer goes by the sun.
+bool IsLatitude(const Project&, const Place&, Int32 value);
+bool IsLongitude(const Project&, const Place&, Int32 value);
+template <const ListRange& Range>
+bool IsWithin(const Project&, const Place&, Int32 value) {
+  return value >= Range.First && value <= Range.Last;
+}
 
 template <const auto& Table>
 QString Listed(const Project&, const Place&, Int32 value) {
@@ -226,11 +237,12 @@ QString Flagged(const Project&, const Place&, Int32 value) {
 
 }  // namespace told
 
+using IsInList = bool (*)(const Project& project, const Place& place, Int32 value);
 constexpr Words ByNumber() {
   return {told::Number, {}, nullptr, true};
 }
-constexpr Words ByNumberFrom1() {
-  return {told::NumberFrom1, {}, nullptr, true};
+constexpr Words ByNumberFrom1(IsInList has) {
+  return {told::NumberFrom1, {}, nullptr, true, has};
 }
 template <const auto& Table>
 constexpr Words FromList() {
@@ -241,8 +253,7 @@ constexpr Words FromFlags() {
   return {told::Flagged<Table>, Table, nullptr, false, told::IsAnything};
 }
 /// The numbers of which there are words, told by a function.
-constexpr Words FromSome(Words::Teller tell,
-                         bool (*has)(const Project& project, const Place& place, Int32 value)) {
+constexpr Words FromSome(Words::Teller tell, IsInList has) {
   return {tell, {}, nullptr, false, has};
 }
 constexpr Words AsText() {

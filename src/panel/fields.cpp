@@ -14,7 +14,10 @@
 
 namespace {
 
+/// An input without a type does nothing.
 QString Action(const std::optional<ControlOptions>& options, Int32 code) {
+  if (!options && code == 0)
+    return ToUnicode(KindControlOptions({}, ControlTable::Relay).Actions[0]);
   return told::Code(options ? options->Actions : WordTable(), code);
 }
 
@@ -45,21 +48,6 @@ ItemKind KindOfRows(const std::optional<ControlOptions>& options) {
     default:
       return ItemKind::Relay;
   }
-}
-
-bool IsPreset(Int32 number) {
-  return number >= 0 && number < ItemCount;
-}
-
-bool IsTimedOnMinutes(Int32 minutes) {
-  return minutes >= ShortestTimedOn && minutes <= LongestTimedOn;
-}
-
-std::optional<InputKind> KindOfDeviceInput(const Project& project, const Place& place) {
-  const FennlinkRecord& device = project.Devices(place.Device);
-  const bool used = place.First < FennlinkDevice(device.DeviceType).InputCount;
-  return used ? FennlinkInputKind(device.DeviceType, device.DeviceInputType(place.First))
-              : std::nullopt;
 }
 
 // The compiler sees to it that the fields stand apart in the panel's memory.
@@ -242,6 +230,14 @@ QString Seconds(const Project&, const Place&, Int32 value) {
   return QStringLiteral("%1 s").arg(value);
 }
 
+QString DegreesNorth(const Project&, const Place&, Int32 value) {
+  return QStringLiteral("%1 degrees north").arg(value);
+}
+
+QString DegreesWest(const Project&, const Place&, Int32 value) {
+  return QStringLiteral("%1 degrees west").arg(value);
+}
+
 QString Percent(const Project&, const Place&, Int32 value) {
   return QStringLiteral("%1%").arg(value);
 }
@@ -324,8 +320,9 @@ QString DeviceType(const Project&, const Place&, Int32 value) {
 }
 
 QString DeviceInputType(const Project& project, const Place& place, Int32 value) {
-  const std::string_view word =
-      FennlinkInputCaption(project.Devices(place.Device).DeviceType, value);
+  const Int16 type = project.Devices(place.Device).DeviceType;
+  const std::string_view word = FennlinkInputCaption(type, value);
+  if (word.empty() && value == 0) return QStringLiteral("None");
   return word.empty() ? QString::number(value) : ToUnicode(word);
 }
 
@@ -335,70 +332,6 @@ QString TimerRuns(const Project& project, const Place& place, Int32) {
   return QString::fromStdString(TimerInWords({panel.TimerTimeType(timer), panel.TimerTime(timer)},
                                              panel.TimerDays(timer), panel.TimerHolidayMonth(timer),
                                              panel.TimerHolidayDate(timer)));
-}
-
-bool IsAnything(const Project&, const Place&, Int32) {
-  return true;
-}
-
-bool IsPresetOfInput(const Project& project, const Place& place, Int32 value) {
-  return LocalInputKind(project.Panel.InputType(place.First)) != InputKind::SetPreset ||
-         IsPreset(value);
-}
-
-bool IsPresetOfDeviceInput(const Project& project, const Place& place, Int32 value) {
-  return KindOfDeviceInput(project, place) != InputKind::SetPreset || IsPreset(value);
-}
-
-bool IsQuarter(const Project&, const Place&, Int32 value) {
-  return value >= 0 && value < QuarterHoursPerDay;
-}
-
-bool IsQuarterOrNone(const Project& project, const Place& place, Int32 value) {
-  return value >= NoEntry || IsQuarter(project, place, value);
-}
-
-bool IsTimedOn(const Project& project, const Place& place, Int32 value) {
-  return LocalInputKind(project.Panel.InputType(place.First)) != InputKind::TimedOn ||
-         IsTimedOnMinutes(value);
-}
-
-bool IsDeviceTimedOn(const Project& project, const Place& place, Int32 value) {
-  return KindOfDeviceInput(project, place) != InputKind::TimedOn || IsTimedOnMinutes(value);
-}
-
-bool IsKindOfTime(const Project&, const Place&, Int32 value) {
-  const auto type = static_cast<Int16>(value);
-  return KindOfTime(type) == TimeKind::Normal ? type >= 0 : RelativeEventOf(type) >= 0;
-}
-
-bool IsTimeOfTimer(const Project& project, const Place& place, Int32 value) {
-  const Int16 type = project.Panel.TimerTimeType(place.First);
-  if (KindOfTime(type) == TimeKind::Normal) return value >= 0 && value < 60;
-  return value >= 0 && OffsetOfTime({type, static_cast<Int16>(value)}) <= LargestTimerOffset;
-}
-
-bool IsWeek(const Project& project, const Place&, Int32 value) {
-  return project.Panel.DSTEnabled == 0 || !Word(DSTWeeks, value - 1).empty();
-}
-
-bool IsMonth(const Project& project, const Place&, Int32 value) {
-  return project.Panel.DSTEnabled == 0 || !Word(MonthNames, value - 1).empty();
-}
-
-bool IsAddOnModule(const Project&, const Place&, Int32 value) {
-  return !AddOnModuleOf(value).OptionText.empty();
-}
-
-bool IsDeviceType(const Project&, const Place&, Int32 value) {
-  return value >= 0 && static_cast<std::size_t>(value) < FennlinkDeviceTypes.size();
-}
-
-bool IsDeviceInputType(const Project& project, const Place& place, Int32 value) {
-  const Int16 type = project.Devices(place.Device).DeviceType;
-  const bool chosen =
-      place.First < FennlinkDevice(type).InputCount && !FennlinkInputKinds(type).empty();
-  return !chosen || FennlinkInputKind(type, value).has_value();
 }
 
 }  // namespace told

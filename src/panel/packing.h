@@ -83,6 +83,23 @@ constexpr int SizeOf(const Packing& memory) {
   }
 }
 
+/// Whether the panel's memory holds a number as it is; other numbers of bits are cut to theirs.
+constexpr bool HoldsNumber(const Packing& memory, std::int64_t value) {
+  constexpr int largestByte = 255;
+  constexpr int largestWord = 65535;
+  constexpr int largestPercent = 99;
+  switch (memory.Way) {
+    case Packing::How::Byte:
+      return value >= 0 && value <= largestByte;
+    case Packing::How::Word:
+      return value >= 0 && value <= largestWord;
+    case Packing::How::Percent:
+      return value >= 0 && value <= largestPercent;
+    default:
+      return true;
+  }
+}
+
 constexpr bool IsBits(const Packing& memory) {
   return memory.Way == Packing::How::Bit || memory.Way == Packing::How::Planes;
 }

@@ -11,6 +11,22 @@ constexpr int ShortestTimedOn = 5;   ///< Minutes.
 constexpr int LongestTimedOn = 999;  ///< Minutes.
 constexpr Int16 NoEntry = 100;       ///< A date cell of this value has no open or close time.
 
+/// The numbers that an editor's list has.
+struct ListRange {
+  int First;
+  int Last;
+};
+inline constexpr ListRange BlinkAlertRange{2, 99};  ///< Minutes.
+inline constexpr ListRange OverrideRange{5, 999};   ///< Minutes.
+inline constexpr ListRange AlarmRange{1, 99};       ///< Seconds.
+inline constexpr ListRange LatitudeRange{20, 65};
+inline constexpr ListRange LongitudeRange{50, 150};
+inline constexpr ListRange DMXChannelRange{0, 512};  ///< 0 is none.
+inline constexpr ListRange DMXLevelRange{1, 99};     ///< Percent.
+inline constexpr ListRange DMXFilterRange{0, 15};
+inline constexpr ListRange ComPortRange{1, 16};
+inline constexpr ListRange ByteRange{0, 255};
+
 using ItemArray = FixedArray<Int16, 49>;
 using ItemTable = FixedArray<Int16, 49, 49>;
 using NameArray = FixedArray<std::string, 49>;

@@ -94,6 +94,9 @@ bool HasWords(const Project& project, const Setting& whole);
 /// do not tell.
 QString WordsOf(const Project& project, const Setting& setting);
 
+/// Whether an editor could have put there what stands there; of nothing that is told whole.
+bool IsListed(const Project& project, const Setting& setting);
+
 /// A number with itself behind its words: two projects may have the same words for different ones.
 QString NumberedWordsOf(const Project& project, const Setting& setting);
 /// Whether words are one of the two for what stands there. Names in a sentence do not count.

@@ -34,8 +34,33 @@ const Words& WordsFor(const Setting& setting) {
   return spare ? spare->Told : setting.Field->Told.Value;
 }
 
+/// A part of what a timer runs by: "After Sunset", "30 min", "-MTWTF--", "December".
+QString TimerPartInWords(const Project& project, const Setting& setting, Int32 value) {
+  using P = PanelRecordType;
+  const FieldFacts* part = setting.Field;
+  const QString number = QString::number(value);
+  const auto isWord = [value](int count) { return value >= 0 && value < count; };
+  if (part == &FactsOf(&P::TimerTimeType)) {
+    constexpr int hours = 24;
+    const auto type = static_cast<Int16>(value);
+    const int event = RelativeEventOf(type);
+    if (event < 0) return isWord(hours) ? QStringLiteral("hour %1").arg(value) : number;
+    const int minutes = OffsetOfTime({type, 0});
+    const QString word = ToUnicode(Word(RelativeEvents, event));
+    return minutes == 0 ? word : QStringLiteral("%1 + %2 min").arg(word).arg(minutes);
+  }
+  if (part == &FactsOf(&P::TimerTime)) return told::Minutes(project, setting.At, value);
+  if (part == &FactsOf(&P::TimerDays) && isWord(ByteRange.Last + 1)) {
+    return ToUnicode(DayMaskText(static_cast<Int16>(value)));
+  }
+  if (part == &FactsOf(&P::TimerHolidayMonth)) {
+    return value == 0 ? QStringLiteral("None") : told::Month(project, setting.At, value);
+  }
+  return number;
+}
+
 QString ToldMeaning(const Project& project, const Setting& setting, Int32 meaning) {
-  if (!setting.Dimmer && WholeOf(setting)) return QString::number(meaning);
+  if (!setting.Dimmer && WholeOf(setting)) return TimerPartInWords(project, setting, meaning);
   return WordsFor(setting).Tell(project, setting.At, meaning);
 }
 
@@ -180,6 +205,14 @@ QString NumberedWordsOf(const Project& project, const Setting& setting) {
   const Int32* number = std::get_if<Int32>(&value);
   return number && !setting.Whole ? WithNumber(ToldNumber(project, setting, *number), *number)
                                   : WordsOf(project, setting);
+}
+
+bool IsListed(const Project& project, const Setting& setting) {
+  const SettingValue value = ValueOf(project, setting);
+  const auto* number = std::get_if<Int32>(&value);
+  if (!number) return true;
+  const auto meaning = MeaningIfAny(setting, *number);
+  return meaning && IsListed(WordsFor(setting), project, setting.At, *meaning);
 }
 
 bool IsToldBy(const Project& project, const Setting& setting, const QString& words) {

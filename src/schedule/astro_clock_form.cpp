@@ -15,11 +15,6 @@
 
 namespace {
 
-constexpr int FirstLatitude = 20;
-constexpr int LastLatitude = 65;
-constexpr int FirstLongitude = 50;
-constexpr int LastLongitude = 150;
-
 QStringList CityItems() {
   QStringList items;
   for (const City& city : CityTable) items << ToUnicode(city.CityName);
@@ -43,10 +38,12 @@ void frmT3AstroClockSettings::BuildSettings() {
   fraAstroSettings = AddFrame("fraAstroSettings", Caption());
   new QVBoxLayout(fraAstroSettings);
   auto& panel = PanelRecord;
-  cboLatitude = AddSetting("cboLatitude", QStringLiteral("Latitude"), panel.Latitude, FirstLatitude,
-                           NumberItems(FirstLatitude, LastLatitude));
-  cboLongitude = AddSetting("cboLongitude", QStringLiteral("Longitude"), panel.Longitude,
-                            FirstLongitude, NumberItems(FirstLongitude, LastLongitude));
+  cboLatitude =
+      AddSetting("cboLatitude", QStringLiteral("Latitude"), panel.Latitude, LatitudeRange.First,
+                 NumberItems(LatitudeRange.First, LatitudeRange.Last));
+  cboLongitude =
+      AddSetting("cboLongitude", QStringLiteral("Longitude"), panel.Longitude, LongitudeRange.First,
+                 NumberItems(LongitudeRange.First, LongitudeRange.Last));
   cboTimeZone =
       AddSetting("cboTimeZone", QStringLiteral("Time Zone"), panel.TimeZone, 0, Items(TimeZones));
 }
@@ -125,8 +122,8 @@ bool frmT3AstroClockSettings::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void frmT3AstroClockSettings::Form_Activate() {
-  cboLatitude->SetListIndex(PanelRecord.Latitude - FirstLatitude);
-  cboLongitude->SetListIndex(PanelRecord.Longitude - FirstLongitude);
+  cboLatitude->SetListIndex(PanelRecord.Latitude - LatitudeRange.First);
+  cboLongitude->SetListIndex(PanelRecord.Longitude - LongitudeRange.First);
   cboTimeZone->SetListIndex(PanelRecord.TimeZone);
   RestoreControls();
 }
@@ -163,8 +160,8 @@ void frmT3AstroClockSettings::txtFindCity_Change() {
 
 void frmT3AstroClockSettings::cmdAccept_Click() {
   const City& city = CityTable.at(static_cast<std::size_t>(cboFindLatLon->ListIndex()));
-  cboLatitude->SetListIndex(city.CityLatitude - FirstLatitude);
-  cboLongitude->SetListIndex(city.CityLongitude - FirstLongitude);
+  cboLatitude->SetListIndex(city.CityLatitude - LatitudeRange.First);
+  cboLongitude->SetListIndex(city.CityLongitude - LongitudeRange.First);
   DataChanged = -1;
   RestoreControls();
 }

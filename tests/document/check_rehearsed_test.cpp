@@ -4,6 +4,7 @@
 
 #include "document/rules/check/check.h"
 #include "document/sound_project.h"
+#include "panel/format.h"
 #include "simulator/rehearsed.h"
 
 namespace {
@@ -76,6 +77,18 @@ std::vector<Works> WorkingInstallations() {
        "RELAY 01",
        "19:00 on 21:00 off ",
        {"parked-timer"}},
+      // A dimmer device that is not enabled follows its relays.
+      {All(Calls(DimSetRelay, 2, 1, 0, -1), Calls(DimSetOnLevel, 2, 1, 40)),
+       "08:00 relay 1 on",
+       "DIMMER 3 OUTPUT 2",
+       "08:00 level 102 21:00 level 0 ",
+       {}},
+      // A group for the panel's keys.
+      {All(Sets(p.GroupRelayInclude(1, 1), -1)),
+       "08:00 group 2 on",
+       "RELAY 02",
+       "08:00 on 21:00 off ",
+       {"unused-group"}},
       // Blink Alert turns on, too.
       {Sets(p.InputRelayControl(0, 0), 4, p.OffHoursSweepRelay(0), 0),
        "08:00 press 1,08:00 release 1,09:00 press 1 off",
@@ -197,8 +210,47 @@ TEST(CheckRehearsedTest, OneFactIsOneRow) {
   p.TimerTimeType(1) = 22;
   p.TimerHolidayMonth(1) = 12;
   p.TimerHolidayDate(1) = 24;
-  EXPECT_EQ(SentencesOf("conflict"), QStringList("TIMER 01 and TIMER 02 switch RELAY 03 "
-                                                 "differently at the same minute on December 24."));
+  const QString conflict = "TIMER 01 and TIMER 02 switch RELAY 03 differently at the same minute";
+  EXPECT_EQ(SentencesOf("conflict"), QStringList(conflict + " on December 24."));
+  p.TimerHolidayMonth(1) = 0;
+  EXPECT_EQ(SentencesOf("conflict"), QStringList(conflict + "."));
+  p.TimerDays(1) = 0x45;
+  EXPECT_EQ(SentencesOf("conflict"), QStringList(conflict + " on Monday, Wednesday to Friday."));
+}
+
+TEST(CheckRehearsedTest, SentencesAreOfOneFactAndNameWhatTheyTell) {
+  auto& p = PanelRecord;
+  LoadSoundProject();
+  p.TimerRelayControl(0, 2) = 1;
+  p.TimerName(5) = "IDLE";
+  p.InputType(2) = 12;
+  p.InputRelayControl(2, 2) = 0;
+  p.InputRelayControl(2, 5) = 1;
+  p.DSTEndMonth = 3;
+  p.DSTEndWeek = 2;
+  p.TimerDays(7) = 300;
+  for (int relay = 0; relay < 3; ++relay) p.RelayName(relay) = "STAIRS NUMBER " + NumberText(relay);
+  for (int device = 3; device < 6; ++device) FennlinkRecords(device) = {};
+  for (int device = 3; device < 6; ++device) FennlinkRecords(device).DeviceType = 1;
+  const std::pair<const char*, QStringList> rows[] = {
+      {"self-conflict",
+       {"TIMER 01 contradicts itself: what it tells RELAY 03 STAIRS NUMBER 2 is taken back by "
+        "GROUP 01."}},
+      {"idle-timer", {"TIMER 08 does nothing."}},
+      {"idle-timer-forced", {"INPUT 03 forces TIMER 06 IDLE, which does nothing."}},
+      {"daylight-saving", {"Daylight saving begins and ends on the 2nd Sunday of March."}},
+      {"image-element",
+       {"TIMER 08, days: 300 does not fit the panel's memory, which holds 0 to 255; a download "
+        "fails with code 2."}},
+      {"long-name", {"The panel keeps 10 characters of 3 names: of RELAY 01 to 03."}},
+      {"idle-device", {"None of the inputs of FL 03 to 05 does anything."}},
+  };
+  for (const auto& [rule, sentences] : rows) EXPECT_EQ(SentencesOf(rule), sentences) << rule;
+  LoadSoundProject();
+  p.IOCount(0) = 0;
+  EXPECT_EQ(SentencesOf("swept-beyond-points"),
+            QStringList("The off hours sweep takes RELAY 01 to 04, which are not installed, as no "
+                        "points are."));
 }
 
 TEST(CheckRehearsedTest, NoAlarmOverWhatNobodyMeets) {

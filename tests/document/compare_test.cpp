@@ -120,12 +120,12 @@ TEST_F(CompareTest, DifferencesAreToldInWordsAndNamesWhenAsked) {
   };
   std::vector<std::string> rows;
   for (const Difference& d : CompareProjects(sound, other, false)) rows.push_back(row(d));
-  EXPECT_EQ(
-      rows,
-      (std::vector<std::string>{
-          "Inputs|INPUT 05|RELAY 03|No Action|On And Off", "Connection|PANEL|phone number||555",
-          "Timers|TIMER 01|runs|12:00 AM, every day|10:15 PM, every day",
-          "Bus devices|FL 1A|type|None|2 Button", "Bus devices|FL 1A INPUT 2|type|0|Set Preset"}));
+  EXPECT_EQ(rows, (std::vector<std::string>{
+                      "Inputs|INPUT 05|RELAY 03|No Action|On And Off",
+                      "Connection|PANEL|phone number||555",
+                      "Timers|TIMER 01|runs|12:00 AM, every day|10:15 PM, every day",
+                      "Bus devices|FL 1A|type|None|2 Button",
+                      "Bus devices|FL 1A INPUT 2|type|None|Set Preset"}));
   EXPECT_EQ(CompareProjects(sound, other, true).size(), 6U);
 
   Project station = other;
@@ -133,6 +133,31 @@ TEST_F(CompareTest, DifferencesAreToldInWordsAndNamesWhenAsked) {
   station.Devices(26).DeviceInputType(1) = 3;
   EXPECT_EQ(row(CompareProjects(other, station, false).back()),
             "Bus devices|FL 1A INPUT 2|type|Set Preset (1)|Set Preset (3)");
+}
+
+TEST_F(CompareTest, ACellIsToldByWhatItStandsForAndATimerPartInWords) {
+  Project one = sound;
+  Project other = sound;
+  one.Panel.InputRelayControl(4, 2) = 3;
+  other.Panel.InputType(4) = 12;
+  other.Panel.InputRelayControl(4, 6) = 1;
+  one.Panel.TimerHolidayMonth(0) = other.Panel.TimerHolidayMonth(0) = 12;
+  other.Panel.TimerDays(0) = 0x41;
+  one.Panel.TimerTimeType(1) = 88;  // none before sunset, none after it
+  other.Panel.TimerTimeType(1) = 120;
+  other.Devices(26).DeviceType = 2;
+  other.Devices(26).DeviceRelayControl(0, 1) = 1;
+  QStringList rows;
+  for (const Difference& d : CompareProjects(one, other, false)) {
+    rows << QStringList{ItemCode(d.Where), d.Field, d.This, d.Other}.join(u'|');
+  }
+  EXPECT_EQ(rows, (QStringList{"INPUT 05|RELAY 03|On And Off|No Action",
+                               "INPUT 05|TIMER 07|No Action|Force",
+                               "INPUT 05|type|Momentary On/Off|Force Timer",
+                               "TIMER 02|kind of time|Before Sunset|After Sunset",
+                               "TIMER 01|days|SMTWTFSH|-MTWTF-H", "FL 1A|type|None|2 Button",
+                               "FL 1A INPUT 1|RELAY 02|No Action|On Only"}))
+      << rows.join(u'\n').toStdString();
 }
 
 TEST_F(CompareTest, WhatIsEqualForAUserIsNoDifference) {

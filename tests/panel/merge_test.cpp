@@ -176,15 +176,17 @@ TEST_F(MergeTest, AConflictIsToldInWords) {
     rows << QStringList{row.Area, ItemCode(row.Where), row.Field, row.Base, row.Ours, row.Theirs}
                 .join(u'|');
   }
-  EXPECT_EQ(rows,
-            (QStringList{
-                "Panel|PANEL|times of Tuesday|8:00A, 9:00P|7:45A, 9:00P|8:00A, 8:00P",
-                "Panel|PANEL|times of January 5|--:--, --:--|7:30A, --:--|--:--, 5:30P",
-                "Timers|TIMER 04|runs|12:00 AM, every day|7:00 AM, every day|12:05 AM, Mon to Fri",
-                "Timers|TIMER 07|runs|0, 0, 0, 0, 1|0, 0, 0, 0, 2|0, 0, 0, 0, 3",
-                "Dimmers|DIMMER 3 OUTPUT 2|control slot 6|Unused, Fade, INPUT 01, HW, Revert To "
-                "Photocell, When Input Opens|Timer, Fade, TIMER 01, HW, Revert To Photocell, When "
-                "Input Opens|Unused, Fade, INPUT 01, HW, Goto 50%, When Input Opens"}))
+  EXPECT_EQ(
+      rows,
+      (QStringList{
+          "Panel|PANEL|times of Tuesday|8:00A, 9:00P|7:45A, 9:00P|8:00A, 8:00P",
+          "Panel|PANEL|times of January 5|--:--, --:--|7:30A, --:--|--:--, 5:30P",
+          "Timers|TIMER 04|runs|12:00 AM, every day|7:00 AM, every day|12:05 AM, Mon to Fri",
+          "Timers|TIMER 07|runs|hour 0, 0 min, SMTWTFSH, None, 1|hour 0, 0 min, SMTWTFSH, None, 2|"
+          "hour 0, 0 min, SMTWTFSH, None, 3",
+          "Dimmers|DIMMER 3 OUTPUT 2|control slot 6|Unused, Fade, INPUT 01, HW, Revert To "
+          "Photocell, When Input Opens|Timer, Fade, TIMER 01, HW, Revert To Photocell, When "
+          "Input Opens|Unused, Fade, INPUT 01, HW, Goto 50%, When Input Opens"}))
       << rows.join(u'\n').toStdString();
   ours.Panel.RelayPowerOnType(0) = 1;
   ours.Panel.DSTEnabled = 0;

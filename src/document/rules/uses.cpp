@@ -165,15 +165,18 @@ void AddSlot(UseList& uses, const Item& item, const DimmerOutput& output, int sl
 
 void AddDimmers(UseList& uses, const Project& project) {
   for (int dev = 0; dev < DimmerDeviceCount; ++dev) {
-    if (!DimmerEnabled(project.Dimmers, dev)) continue;
+    const bool enabled = DimmerEnabled(project.Dimmers, dev);
     for (int out = 0; out < DimmerOutputCount; ++out) {
       const Item item{ItemKind::DimmerOutput, dev, out};
       const DimmerOutput output(project.Dimmers, dev, out);
-      for (int slot = 0; slot < ControlSlotCount; ++slot) AddSlot(uses, item, output, slot);
+      for (int slot = 0; enabled && slot < ControlSlotCount; ++slot) {
+        AddSlot(uses, item, output, slot);
+      }
       for (int relay = 0; relay < ItemCount; ++relay) {
         if (output(dim::RelayInclude, relay) == 0) continue;
         uses.Add(item, {ItemKind::Relay, relay}, EffectFollows, "follows"_L1);
       }
+      if (!enabled) continue;
       if (output(dim::TrackMode) != TrackDisabled || output(dim::MinFromPhotocell) != 0 ||
           output(dim::MaxFromPhotocell) != 0) {
         uses.Add(item, {ItemKind::Device, output(dim::PhotocellDevice) + 1}, EffectFollows,

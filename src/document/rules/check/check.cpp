@@ -103,11 +103,10 @@ CheckScope::CheckScope(const Project& project, const CheckFacts& facts)
       (use.Used.Kind == ItemKind::Timer ? timersOfSlots_ : presetsOfSlots_).set(at);
     }
   }
-  // What nothing runs is for the panel's own keys.
-  for (int preset = 0; preset < ItemCount; ++preset) {
-    if (!IsUsed({ItemKind::Preset, preset}, EffectRuns)) {
-      all.Presets[static_cast<std::size_t>(preset)] = OnOff;
-    }
+  for (int number = 0; number < ItemCount; ++number) {
+    const auto at = static_cast<std::size_t>(number);
+    if (IsForKeys({ItemKind::Group, number})) all.Groups[at] = OnOff;
+    if (IsForKeys({ItemKind::Preset, number})) all.Presets[at] = OnOff;
   }
   OnRelays = EffectsOf(all);
   Holding = EffectsOf(holding);
@@ -191,6 +190,16 @@ bool CheckScope::IsIdle(const Item& input) const {
 
 bool CheckScope::IsInstalled(const Item& relayOrInput) const {
   return relayOrInput.Number >= 0 && relayOrInput.Number < Points;
+}
+
+QString CheckScope::AreBeyondPoints(std::size_t count) const {
+  const QLatin1String are(count == 1 ? "is" : "are");
+  return Points == 0 ? are + QStringLiteral(" not installed, as no points are")
+                     : QStringLiteral("%1 beyond the %2 installed points").arg(are).arg(Points);
+}
+
+bool CheckScope::IsForKeys(const Item& groupOrPreset) const {
+  return !IsUsed(groupOrPreset, groupOrPreset.Kind == ItemKind::Preset ? EffectRuns : ~0U);
 }
 
 bool CheckScope::HoldsRelay(const Item& groupOrPreset) const {

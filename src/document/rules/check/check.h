@@ -123,6 +123,13 @@ struct CheckScope {
   /// Whether the local input or the input of a bus device does nothing.
   bool IsIdle(const Item& input) const;
   bool IsInstalled(const Item& relayOrInput) const;
+  bool IsRelayBeyondPoints(const Item& item) const {
+    return item.Kind == ItemKind::Relay && !IsInstalled(item);
+  }
+  /// "are beyond the 8 installed points" of so many things.
+  QString AreBeyondPoints(std::size_t count) const;
+  /// Whether the panel's own keys alone switch the group or run the preset.
+  bool IsForKeys(const Item& groupOrPreset) const;
   /// Whether the group or preset holds an installed relay.
   bool HoldsRelay(const Item& groupOrPreset) const;
 

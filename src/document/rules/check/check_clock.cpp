@@ -15,8 +15,9 @@
 namespace {
 
 constexpr int Weekdays = 7;
-constexpr int February = 1;
-constexpr int LeapDay = 28;
+constexpr int FebruaryIndex = 1;
+constexpr int LeapDateIndex = 28;
+constexpr int LastDate = 31;
 
 TimerEvent EventOfTimer(const CheckScope& scope, int timer) {
   return EventOf({scope.Of.Panel.TimerTimeType(timer), scope.Of.Panel.TimerTime(timer)});
@@ -39,23 +40,19 @@ bool IsNewPanelsPlace(const PanelRecordType& panel) {
 }
 
 bool IsOnTheMap(const PanelRecordType& panel) {
-  return panel.Latitude >= 20 && panel.Latitude <= 65 && panel.Longitude >= 50 &&
-         panel.Longitude <= 150;
+  const auto isIn = [](const ListRange& range, Int16 degrees) {
+    return degrees >= range.First && degrees <= range.Last;
+  };
+  return isIn(LatitudeRange, panel.Latitude) && isIn(LongitudeRange, panel.Longitude);
 }
 
 void LookAtPosition(const CheckScope& scope, const TellFinding& tell) {
-  const auto& panel = scope.Of.Panel;
-  if (IsOnTheMap(panel) && !IsNewPanelsPlace(panel)) return;
+  if (!IsNewPanelsPlace(scope.Of.Panel)) return;
   const std::vector<Item> timers = TimersBy(scope, IsOfSun);
   if (timers.empty()) return;
-  const QString place = IsOnTheMap(panel) ? QStringLiteral("is still that of a new panel")
-                                          : QStringLiteral("is %1 / %2, which no list has")
-                                                .arg(panel.Latitude)
-                                                .arg(panel.Longitude);
   tell(timers.front(),
-       QStringLiteral("%1 %2 the sun, and the panel's position %3.")
-           .arg(ListOf(scope.Of, timers), QLatin1String(timers.size() == 1 ? "follows" : "follow"),
-                place),
+       QStringLiteral("%1 %2 the sun, and the panel's position is still that of a new panel.")
+           .arg(ListOf(scope.Of, timers), QLatin1String(timers.size() == 1 ? "follows" : "follow")),
        {});
 }
 
@@ -81,7 +78,7 @@ void LookAtDaylightSaving(const CheckScope& scope, const TellFinding& tell) {
                     (panel.DSTStartWeek >= fourth && panel.DSTEndWeek >= fourth);
   if (!same) return;
   tell({},
-       QStringLiteral("Daylight saving begins and ends on one Sunday, the %1 of %2.")
+       QStringLiteral("Daylight saving begins and ends on the %1 Sunday of %2.")
            .arg(ToUnicode(Word(DSTWeeks, panel.DSTStartWeek - 1)).toLower(),
                 ToUnicode(Word(MonthNames, panel.DSTStartMonth - 1))),
        {});
@@ -222,18 +219,35 @@ void LookAtHours(const CheckScope& scope, const TellFinding& tell) {
   });
 }
 
+void LookAtMissingDates(const CheckScope& scope, const TellFinding& tell) {
+  std::vector<MonthDate> dates;
+  const auto& panel = scope.Of.Panel;
+  for (int month = 0; month < static_cast<int>(MonthDays.size()); ++month) {
+    for (int date = MonthDays[static_cast<std::size_t>(month)]; date < LastDate; ++date) {
+      const DayHours hours = OfDate(panel, {month, date});
+      if (hours.Open < NoEntry || hours.Close < NoEntry) dates.emplace_back(month, date);
+    }
+  }
+  if (dates.empty()) return;
+  tell({},
+       QStringLiteral("%1 %2 open and close times, and no calendar has %3.")
+           .arg(ListOf(dates), QLatin1String(dates.size() == 1 ? "has" : "have"),
+                QLatin1String(dates.size() == 1 ? "it" : "them")),
+       Screen::OpenAndCloseTimeSingleDates);
+}
+
 void LookAtLeapDate(const CheckScope& scope, const TellFinding& tell) {
   const auto isSet = [&](int date) {
-    return OfDate(scope.Of.Panel, {February, date}).Open < NoEntry;
+    return OfDate(scope.Of.Panel, {FebruaryIndex, date}).Open < NoEntry;
   };
-  if (!isSet(LeapDay) || isSet(LeapDay - 1)) return;
+  if (!isSet(LeapDateIndex) || isSet(LeapDateIndex - 1)) return;
   tell({}, QStringLiteral("February 29 has open and close times, and February 28 has none."),
-       Setting{&FactsOf(&PanelRecordType::DateOpenTime), nullptr, {0, February, LeapDay}});
+       Setting{&FactsOf(&PanelRecordType::DateOpenTime), nullptr, {0, FebruaryIndex, LeapDateIndex}});
 }
 
 constexpr auto RulesOfClock = std::to_array<CheckRule>({
     {"default-position", Severity::Warning, Screen::AstroClockSettings, LookAtPosition,
-     "A timer follows the sun, and the place is still that of a new project, or none at all."},
+     "A timer follows the sun, and the place is still that of a new project."},
     {"time-zone", Severity::Warning, Screen::AstroClockSettings, LookAtZone,
      "The time zone cannot be that of the place."},
     {"daylight-saving", Severity::Warning, Screen::DaylightSavingTime, LookAtDaylightSaving,
@@ -243,6 +257,8 @@ constexpr auto RulesOfClock = std::to_array<CheckRule>({
      "night."},
     {"leap-date", Severity::Warning, Screen::None, LookAtLeapDate,
      "February 29 has open and close times, and the day before has none."},
+    {"hours-on-no-date", Severity::Warning, Screen::None, LookAtMissingDates,
+     "A date that no calendar has, has open and close times."},
     {"stays-closed", Severity::Note, Screen::None, LookAtHours<ClosedWords>,
      "Days have equal open and close times."},
     {"closes-late", Severity::Note, Screen::None, LookAtHours<LateWords>,

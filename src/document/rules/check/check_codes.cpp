@@ -19,20 +19,21 @@ class CodeWalk {
   template <typename Number>
   void operator()(const FieldFacts& facts, const Number& value) const {
     Wrong wrong;
-    if (!IsSound(facts, {device_}, value)) wrong.Add({&facts, nullptr, {device_}}, value);
+    if (!IsSound(facts, {device_}, value)) wrong.Add({&facts, nullptr, {device_}});
     Tell(wrong);
   }
 
   template <typename T, int First, int Second>
   void operator()(const FieldFacts& facts, const FixedArray<T, First, Second>& array) const {
     if constexpr (!std::is_same_v<T, std::string>) {
+      LookAtSpare(facts, array);
       const Words& words = facts.Told.Value;
       if (!words.Has && words.Choices.empty()) return;
       Wrong wrong;
       for (int i = 0; i < facts.First.Value.Items; ++i) {
         for (int j = 0; j < facts.Second.Value.Items; ++j) {
           const Place place{device_, i, j};
-          if (!IsSound(facts, place, array(i, j))) wrong.Add({&facts, nullptr, place}, array(i, j));
+          if (!IsSound(facts, place, array(i, j))) wrong.Add({&facts, nullptr, place});
         }
       }
       Tell(wrong);
@@ -47,8 +48,7 @@ class CodeWalk {
       for (int index = 0; index < field->Count; ++index) {
         const Place place{dev, out, index};
         const Int16 value = output(*field, index);
-        if (!IsListed(field->Told, scope_.Of, place, value))
-          wrong.Add({nullptr, field, place}, value);
+        if (!IsListed(field->Told, scope_.Of, place, value)) wrong.Add({nullptr, field, place});
       }
       Tell(wrong);
     }
@@ -57,21 +57,29 @@ class CodeWalk {
  private:
   struct Wrong {
     Setting First;
-    Int32 Value = 0;
     int Count = 0;
 
-    void Add(const Setting& setting, Int32 value) {
-      if (Count++ > 0) return;
-      First = setting;
-      Value = value;
+    void Add(const Setting& setting) {
+      if (Count++ == 0) First = setting;
     }
   };
 
-  /// What does not fit its byte of the panel's memory is told as such.
+  /// What does not fit the panel's memory is told as such.
   bool IsSound(const FieldFacts& facts, const Place& place, Int32 value) const {
-    constexpr int largestByte = 255;
     return IsListed(facts.Told.Value, scope_.Of, place, value) ||
-           (facts.Memory.Value.Way == Packing::How::Byte && (value < 0 || value > largestByte));
+           !HoldsNumber(facts.Memory.Value, value);
+  }
+
+  /// The last element, which holds something else.
+  template <typename Array>
+  void LookAtSpare(const FieldFacts& facts, const Array& array) const {
+    if (!facts.Spare) return;
+    Wrong wrong;
+    const Place place{device_, SpareItem};
+    if (!IsListed(facts.Spare->Told, scope_.Of, place, array(SpareItem, 0))) {
+      wrong.Add({&facts, nullptr, place});
+    }
+    Tell(wrong);
   }
 
   void Tell(const Wrong& wrong) const {
@@ -83,9 +91,9 @@ class CodeWalk {
                   .arg(Counted(wrong.Count - 1, QStringLiteral("other"), QStringLiteral("others")));
     const Item item = ItemOf(wrong.First);
     tell_(item,
-          QStringLiteral("%1, %2: the code %3 is in no list.")
-                  .arg(scope_.Text(item), PhraseOf(scope_.Of, wrong.First))
-                  .arg(wrong.Value) +
+          QStringLiteral("%1, %2: %3 is in no list of its editor.")
+                  .arg(scope_.Text(item), PhraseOf(scope_.Of, wrong.First),
+                       WordsOf(scope_.Of, wrong.First)) +
               more,
           wrong.First);
   }

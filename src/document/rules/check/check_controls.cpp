@@ -67,6 +67,10 @@ void LookAtCutActions(const CheckScope& scope, const TellFinding& tell) {
   });
 }
 
+bool IsAnybody(const Item&) {
+  return true;
+}
+
 /// Tells of the uses of wanted items, a row for what one user does; `one` follows a sentence of one
 /// item, `many` that of several.
 void TellOfUses(const CheckScope& scope, const TellFinding& tell,
@@ -78,21 +82,15 @@ void TellOfUses(const CheckScope& scope, const TellFinding& tell,
   }
 }
 
-bool IsAnybody(const Item&) {
-  return true;
-}
-
 void LookBeyondPoints(const CheckScope& scope, const TellFinding& tell) {
-  const auto relay = [&](const Item& used) {
-    return used.Kind == ItemKind::Relay && !scope.IsInstalled(used);
-  };
+  const auto relay = [&](const Item& used) { return scope.IsRelayBeyondPoints(used); };
   const auto relayOrInput = [&](const Item& used) {
     return relay(used) || (used.Kind == ItemKind::Input && !scope.IsInstalled(used));
   };
   const auto look = [&](const auto& isBeyond, unsigned effects, bool (*isAsked)(const Item& user)) {
     TellOfUses(scope, tell, isBeyond, effects, isAsked,
-               QStringLiteral(", which is beyond the %1 installed points.").arg(scope.Points),
-               QStringLiteral(", which are beyond the %1 installed points.").arg(scope.Points));
+               QStringLiteral(", which %1.").arg(scope.AreBeyondPoints(1)),
+               QStringLiteral(", which %1.").arg(scope.AreBeyondPoints(2)));
   };
   look(relayOrInput, ActsOn,
        [](const Item& user) { return IsInput(user) || user.Kind == ItemKind::Timer; });
@@ -100,12 +98,20 @@ void LookBeyondPoints(const CheckScope& scope, const TellFinding& tell) {
   look(relay, EffectFollows, [](const Item& user) { return user.Kind == ItemKind::DimmerOutput; });
 }
 
+/// The others that it holds go their way.
+void LookAtHoldersBeyondPoints(const CheckScope& scope, const TellFinding& tell) {
+  const auto relay = [&](const Item& used) { return scope.IsRelayBeyondPoints(used); };
+  TellOfUses(scope, tell, relay, EffectHolds, IsAnybody,
+             QStringLiteral(", which %1.").arg(scope.AreBeyondPoints(1)),
+             QStringLiteral(", which %1.").arg(scope.AreBeyondPoints(2)));
+}
+
 void LookAtInputsBeyondPoints(const CheckScope& scope, const TellFinding& tell) {
   const auto& panel = scope.Of.Panel;
   std::vector<Item> meant;
   for (int input = scope.Points; input < ItemCount; ++input) {
     const Item item{ItemKind::Input, input};
-    bool acts = false;
+    bool acts = LocalInputKind(panel.InputType(input)) == InputKind::SetPreset;
     for (int row = 0; row < ItemCount; ++row) {
       acts = acts || panel.InputRelayControl(input, row) != 0 ||
              panel.InputGroupControl(input, row) != 0;
@@ -114,10 +120,9 @@ void LookAtInputsBeyondPoints(const CheckScope& scope, const TellFinding& tell) 
   }
   if (meant.empty()) return;
   tell(meant.front(),
-       QStringLiteral("%1 %2 a name or actions, and %3 beyond the %4 installed points.")
+       QStringLiteral("%1 %2 a name or actions, and %3.")
            .arg(ListOf(scope.Of, meant), QLatin1String(meant.size() == 1 ? "has" : "have"),
-                QLatin1String(meant.size() == 1 ? "is" : "are"))
-           .arg(scope.Points),
+                scope.AreBeyondPoints(meant.size())),
        Screen::Setup);
 }
 
@@ -237,6 +242,7 @@ void LookAtIdleInputs(const CheckScope& scope, const TellFinding& tell) {
     const bool hasType = scope.Of.Panel.InputType(i) != 0;
     const bool hasName = !scope.OwnName(input).isEmpty();
     if ((!hasType && !hasName) || !scope.IsIdle(input)) continue;
+    if (scope.IsUsed(input, EffectDisables)) continue;  // which tells that it does nothing
     if (i == 0 && DecidesPowerOn(scope)) continue;
     idle.push_back(input);
     typed = typed || hasType;
@@ -249,26 +255,32 @@ void LookAtIdleInputs(const CheckScope& scope, const TellFinding& tell) {
 }
 
 void LookAtIdleDevices(const CheckScope& scope, const TellFinding& tell) {
+  std::vector<Item> whole;
+  std::vector<Item> inputs;
   for (int n = 1; n <= DeviceCount; ++n) {
-    const FennlinkRecord& device = scope.Of.Devices(n);
-    const int count = FennlinkDevice(device.DeviceType).InputCount;
+    const FennlinkRecord& record = scope.Of.Devices(n);
+    const int count = FennlinkDevice(record.DeviceType).InputCount;
     int idle = 0;
     std::vector<Item> meant;
     for (int input = 0; input < count; ++input) {
       const Item item{ItemKind::DeviceInput, n, input};
       if (!scope.IsIdle(item)) continue;
       ++idle;
-      if (device.DeviceInputType(input) == 0 || device.DeviceType == DeviceTypePhotocell) continue;
+      if (record.DeviceInputType(input) == 0 || record.DeviceType == DeviceTypePhotocell) continue;
       meant.push_back(item);
     }
-    const Item whole{ItemKind::Device, n};
+    const Item device{ItemKind::Device, n};
     if (count == 0 || idle < count) {
-      TellOfIdleInputs(scope, tell, meant, QStringLiteral("a type"));
-    } else if (!scope.IsUsed(whole, EffectFollows)) {
-      tell(whole, QStringLiteral("None of the inputs of %1 does anything.").arg(scope.Text(whole)),
-           ActionScreen({ItemKind::DeviceInput}, false));
+      inputs.insert(inputs.end(), meant.begin(), meant.end());
+    } else if (!scope.IsUsed(device, EffectFollows)) {
+      whole.push_back(device);
     }
   }
+  TellOfIdleInputs(scope, tell, inputs, QStringLiteral("a type"));
+  if (whole.empty()) return;
+  tell(whole.front(),
+       QStringLiteral("None of the inputs of %1 does anything.").arg(ListOf(scope.Of, whole)),
+       ActionScreen({ItemKind::DeviceInput}, false));
 }
 
 void LookAtPhotocellLevels(const CheckScope& scope, const TellFinding& tell) {
@@ -298,6 +310,8 @@ constexpr auto RulesOfControls = std::to_array<CheckRule>({
      "An action is on a group without relays."},
     {"idle-timer-forced", Severity::Error, Screen::None, LookAtForcedTimers,
      "A timer is forced that does nothing."},
+    {"held-beyond-points", Severity::Warning, Screen::None, LookAtHoldersBeyondPoints,
+     "A group or preset has relays that are not installed."},
     {"input-beyond-points", Severity::Warning, Screen::None, LookAtInputsBeyondPoints,
      "Inputs that are not installed have a name or actions."},
     {"disables-idle", Severity::Warning, Screen::None, LookAtDisabledIdle,

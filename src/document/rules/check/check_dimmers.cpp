@@ -11,9 +11,9 @@
 namespace {
 
 template <typename Look>
-void ForEachOutput(const DimmerBlockType& dimmers, Look look) {
+void ForEachOutput(const DimmerBlockType& dimmers, bool enabledAlone, Look look) {
   for (int dev = 0; dev < DimmerDeviceCount; ++dev) {
-    if (!DimmerEnabled(dimmers, dev)) continue;
+    if (enabledAlone && !DimmerEnabled(dimmers, dev)) continue;
     for (int out = 0; out < DimmerOutputCount; ++out) {
       try {
         look(Item{ItemKind::DimmerOutput, dev, out}, DimmerOutput(dimmers, dev, out));
@@ -55,7 +55,7 @@ void LookAtSlots(const CheckScope& scope, const TellFinding& tell) {
 }
 
 void LookAtLimits(const CheckScope& scope, const TellFinding& tell) {
-  ForEachOutput(scope.Of.Dimmers, [&](const Item& item, const DimmerOutput& output) {
+  ForEachOutput(scope.Of.Dimmers, true, [&](const Item& item, const DimmerOutput& output) {
     if (output(dim::MinFromPhotocell) != 0 || output(dim::MaxFromPhotocell) != 0) return;
     if (output(dim::MinLevel) <= output(dim::MaxLevel)) return;
     tell(item,
@@ -68,7 +68,7 @@ void LookAtLimits(const CheckScope& scope, const TellFinding& tell) {
 }
 
 void LookAtPoints(const CheckScope& scope, const TellFinding& tell) {
-  ForEachOutput(scope.Of.Dimmers, [&](const Item& item, const DimmerOutput& output) {
+  ForEachOutput(scope.Of.Dimmers, true, [&](const Item& item, const DimmerOutput& output) {
     if (output(dim::TrackMode) != Track3Point) return;
     const Int16 b = output(dim::PointBIn);
     if (b >= output(dim::PointAIn) && b <= output(dim::PointCIn)) return;
@@ -79,13 +79,6 @@ void LookAtPoints(const CheckScope& scope, const TellFinding& tell) {
   });
 }
 
-bool FollowsRelays(const DimmerOutput& output) {
-  for (int relay = 0; relay < ItemCount; ++relay) {
-    if (output(dim::RelayInclude, relay) != 0) return true;
-  }
-  return false;
-}
-
 bool HasSlots(const DimmerOutput& output) {
   for (int slot = 0; slot < ControlSlotCount; ++slot) {
     if (output(dim::ControlType, slot) != ControlUnused) return true;
@@ -93,8 +86,9 @@ bool HasSlots(const DimmerOutput& output) {
   return false;
 }
 
+/// A device that is not enabled follows its relays all the same.
 void LookAtRelayLevels(const CheckScope& scope, const TellFinding& tell) {
-  ForEachOutput(scope.Of.Dimmers, [&](const Item& item, const DimmerOutput& output) {
+  ForEachOutput(scope.Of.Dimmers, false, [&](const Item& item, const DimmerOutput& output) {
     const bool dark = output(dim::RelayOnLevel) == 0 && output(dim::RelayOffLevel) == 0;
     if (!dark || !FollowsRelays(output)) return;
     tell(item,
@@ -110,12 +104,12 @@ void LookAtDisabledDevices(const CheckScope& scope, const TellFinding& tell) {
     std::vector<Item> meant;
     for (int out = 0; out < DimmerOutputCount; ++out) {
       const DimmerOutput output(scope.Of.Dimmers, dev, out);
-      if (FollowsRelays(output) || HasSlots(output))
+      if (HasSlots(output) || output(dim::TrackMode) != TrackDisabled)
         meant.push_back({ItemKind::DimmerOutput, dev, out});
     }
     if (meant.empty()) continue;
     tell(meant.front(),
-         QStringLiteral("%1 %2 relays or control slots, and the device is not enabled.")
+         QStringLiteral("%1 %2 control slots or a photocell, and the device is not enabled.")
              .arg(ListOf(scope.Of, meant), QLatin1String(meant.size() == 1 ? "has" : "have")),
          {});
   }
@@ -131,7 +125,7 @@ constexpr auto RulesOfDimmers = std::to_array<CheckRule>({
     {"dark-relay-levels", Severity::Warning, Screen::DimmerOutput, LookAtRelayLevels,
      "A dimmer output follows relays, and its on and off level are both 0%."},
     {"disabled-dimmer", Severity::Warning, Screen::DimmerOutput, LookAtDisabledDevices,
-     "A dimmer output has relays or control slots, and its device is not enabled."},
+     "A dimmer output has control slots or tracks a photocell, and its device is not enabled."},
 });
 
 }  // namespace

@@ -145,21 +145,31 @@ void LookAtCharacters(const CheckScope& scope, const TellFinding& tell) {
 }
 
 void LookAtLongNames(const CheckScope& scope, const TellFinding& tell) {
-  const auto look = [&](const Item& item, const QString& name, int chars, Screen screen) {
-    if (name.size() <= chars) return;
-    tell(item,
-         QStringLiteral("The panel keeps %1 characters of the name of %2: \"%3\".")
-             .arg(chars)
-             .arg(scope.Text(item), name.left(chars)),
-         screen);
+  const auto tellOf = [&](const std::vector<Item>& items, const QString& name, int chars,
+                          Screen screen) {
+    const QString sentence =
+        items.size() == 1
+            ? QStringLiteral("The panel keeps %1 characters of the name of %2: \"%3\".")
+                  .arg(QString::number(chars), scope.Text(items.front()), name.left(chars))
+            : QStringLiteral("The panel keeps %1 characters of %2 names: of %3.")
+                  .arg(chars)
+                  .arg(items.size())
+                  .arg(CodesOf(items));
+    tell(items.front(), sentence, screen);
   };
   for (const NameKind& kind : NameKinds) {
+    std::vector<Item> items;
+    QString last;
     ForEachOwnName(scope, kind, [&](const Item& item, const QString& name) {
-      look(item, name, NameLength, kind.On);
+      if (name.size() <= NameLength) return;
+      items.push_back(item);
+      last = name;
     });
+    if (!items.empty()) tellOf(items, last, NameLength, kind.On);
   }
-  look({}, ToUnicode(scope.Of.Panel.PanelName), PanelNameLength,
-       ScreenOfName(&PanelRecordType::PanelName));
+  const QString name = ToUnicode(scope.Of.Panel.PanelName);
+  if (name.size() <= PanelNameLength) return;
+  tellOf({{}}, name, PanelNameLength, ScreenOfName(&PanelRecordType::PanelName));
 }
 
 constexpr auto RulesOfNames = std::to_array<CheckRule>({

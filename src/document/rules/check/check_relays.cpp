@@ -76,26 +76,6 @@ void LookAtNeverOn(const CheckScope& scope, const TellFinding& tell) {
                QStringLiteral("%1 relays are turned off, and nothing ever turns them on: %2."));
 }
 
-void LookAtUnusedGroups(const CheckScope& scope, const TellFinding& tell) {
-  for (int number = 0; number < ItemCount; ++number) {
-    const Item item{ItemKind::Group, number};
-    if (!scope.HoldsRelay(item) || scope.IsUsed(item, ~0U)) continue;
-    tell(item, QStringLiteral("%1 has relays and is never used.").arg(scope.Text(item)), {});
-  }
-}
-
-void LookAtUnusedPresets(const CheckScope& scope, const TellFinding& tell) {
-  for (int number = 0; number < ItemCount; ++number) {
-    const Item item{ItemKind::Preset, number};
-    const bool acts = scope.HoldsRelay(item) || scope.DimmersFollow(item);
-    if (!acts || scope.IsUsed(item, EffectRuns)) continue;
-    tell(item,
-         QStringLiteral("%1 is activated by hand only: no input and no timer does it.")
-             .arg(scope.Text(item)),
-         {});
-  }
-}
-
 bool IsInUse(const CheckScope& scope, const Item& item) {
   switch (item.Kind) {
     case ItemKind::Group:
@@ -107,6 +87,29 @@ bool IsInUse(const CheckScope& scope, const Item& item) {
     default:
       return scope.DoesAnything(item, ~unsigned{EffectFollows});
   }
+}
+
+/// In one row, the groups or presets that the panel's keys alone are for.
+void TellOfKeys(const CheckScope& scope, const TellFinding& tell, ItemKind kind,
+                const QString& done) {
+  std::vector<Item> items;
+  for (int number = 0; number < ItemCount; ++number) {
+    const Item item{kind, number};
+    if (IsInUse(scope, item) && scope.IsForKeys(item)) items.push_back(item);
+  }
+  if (items.empty()) return;
+  tell(items.front(),
+       QStringLiteral("%1 %2 %3 by hand only: no input and no timer does it.")
+           .arg(ListOf(scope.Of, items), QLatin1String(items.size() == 1 ? "is" : "are"), done),
+       {});
+}
+
+void LookAtUnusedGroups(const CheckScope& scope, const TellFinding& tell) {
+  TellOfKeys(scope, tell, ItemKind::Group, QStringLiteral("switched"));
+}
+
+void LookAtUnusedPresets(const CheckScope& scope, const TellFinding& tell) {
+  TellOfKeys(scope, tell, ItemKind::Preset, QStringLiteral("activated"));
 }
 
 QString InUse(const CheckScope& scope, ItemKind kind, const char* one) {
@@ -148,9 +151,8 @@ void LookAtSweptBeyondPoints(const CheckScope& scope, const TellFinding& tell) {
   }
   if (beyond.empty()) return;
   tell({},
-       QStringLiteral("The off hours sweep takes %1, beyond the %2 installed points.")
-           .arg(ListOf(scope.Of, beyond))
-           .arg(scope.Points),
+       QStringLiteral("The off hours sweep takes %1, which %2.")
+           .arg(ListOf(scope.Of, beyond), scope.AreBeyondPoints(beyond.size())),
        {});
 }
 
@@ -183,8 +185,8 @@ constexpr auto RulesOfRelays = std::to_array<CheckRule>({
      "A relay is turned on and never off."},
     {"never-on", Severity::Warning, Screen::InputToRelayControl, LookAtNeverOn,
      "A relay is turned off and never on."},
-    {"unused-group", Severity::Warning, Screen::RelayGrouping, LookAtUnusedGroups,
-     "A group has relays and is never used."},
+    {"unused-group", Severity::Note, Screen::RelayGrouping, LookAtUnusedGroups,
+     "No input and no timer switches a group."},
     {"unused-preset", Severity::Note, Screen::EditPresets, LookAtUnusedPresets,
      "No input and no timer activates a preset."},
     {"swept-beyond-points", Severity::Warning, Screen::OffHoursSweepRelays, LookAtSweptBeyondPoints,

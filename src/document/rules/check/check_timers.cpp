@@ -26,9 +26,11 @@ bool IsOnDate(const CheckScope& scope, int timer) {
   return scope.Of.Panel.TimerHolidayMonth(timer) != 0;
 }
 
-bool IsCalendarDate(int month, int date) {
-  return month >= 1 && month <= 12 && date >= 1 &&
-         date <= MonthDays[static_cast<std::size_t>(month - 1)];
+/// A date that its list has, and not the month: "February 30".
+bool IsNoDateOf(int month, int date) {
+  constexpr int lastDate = 31;
+  return !Word(MonthNames, month - 1).empty() && date <= lastDate &&
+         date > MonthDays[static_cast<std::size_t>(month - 1)];
 }
 
 /// The timers that switch, force or activate anything, or that dimmers follow.
@@ -72,13 +74,11 @@ void LookAtDates(const CheckScope& scope, const TellFinding& tell) {
   ForEachTimer(scope, [&](int timer, const Item& item) {
     const int month = scope.Of.Panel.TimerHolidayMonth(timer);
     const int date = scope.Of.Panel.TimerHolidayDate(timer);
-    if (!IsOnDate(scope, timer) || IsCalendarDate(month, date)) return;
-    const QString name = ToUnicode(Word(MonthNames, month - 1));
+    if (!IsNoDateOf(month, date)) return;
     tell(item,
-         QStringLiteral("%1 runs on %2, which no calendar has.")
-             .arg(scope.Text(item), QStringLiteral("%1 %2")
-                                        .arg(name.isEmpty() ? QString::number(month) : name)
-                                        .arg(date)),
+         QStringLiteral("%1 runs on %2 %3, which no calendar has.")
+             .arg(scope.Text(item), ToUnicode(Word(MonthNames, month - 1)))
+             .arg(date),
          {});
   });
 }
@@ -102,7 +102,9 @@ void LookAtIdleTimers(const CheckScope& scope, const TellFinding& tell) {
     const bool meant = TimeOf(scope, timer) != TimerTimeValue() || panel.TimerDays(timer) != 0 ||
                        IsOnDate(scope, timer) || !scope.OwnName(item).isEmpty();
     const bool parked = !IsOnDate(scope, timer) && (panel.TimerDays(timer) & AllBoxes) == AllBoxes;
-    if (meant && !parked && !scope.IsAtWork(item)) idle.push_back(item);
+    // What forces or disables it tells that it does nothing.
+    const bool told = scope.IsUsed(item, EffectRuns | EffectDisables);
+    if (meant && !parked && !told && !scope.IsAtWork(item)) idle.push_back(item);
   }
   if (idle.empty()) return;
   const auto count = static_cast<qsizetype>(idle.size());
@@ -170,25 +172,33 @@ void LookAtSelfConflicts(const CheckScope& scope, const TellFinding& tell) {
   ForEachTimer(scope, [&](int timer, const Item& item) {
     const std::vector<TimerWord> told = words.Of(timer);
     RelayOutcome later;
+    RelayOutcome lost;
     std::vector<Item> undone;
     // NOLINTNEXTLINE(modernize-loop-convert): this library cannot turn a range round.
     for (auto word = told.rbegin(); word != told.rend(); ++word) {
       const auto& [on, off] = word->Tells;
-      if ((on & ~later.Off).none() && (off & ~later.On).none()) undone.push_back(word->By);
+      if ((on & ~later.Off).none() && (off & ~later.On).none()) {
+        undone.push_back(word->By);
+        lost.On |= on;
+        lost.Off |= off;
+      }
       RelayOutcome both = word->Tells;
       both.Then(later);
       later = both;
     }
     if (undone.empty()) return;
     std::reverse(undone.begin(), undone.end());
-    tell(
-        item,
-        QStringLiteral("%1 contradicts itself: what it tells %2 is taken back by a group or preset "
-                       "of its own.")
-            .arg(scope.Text(item), ListOf(scope.Of, undone)),
-        undone.front().Kind == ItemKind::Relay   ? Screen::TimerToRelayControl
-        : undone.front().Kind == ItemKind::Group ? Screen::TimerToGroupControl
-                                                 : Screen::TimerToPresetControl);
+    std::vector<Item> undoing;
+    for (const TimerWord& word : told) {
+      const bool takesBack = ((word.Tells.Off & lost.On) | (word.Tells.On & lost.Off)).any();
+      if (takesBack && word.By > undone.front()) undoing.push_back(word.By);
+    }
+    tell(item,
+         QStringLiteral("%1 contradicts itself: what it tells %2 is taken back by %3.")
+             .arg(scope.Text(item), ListOf(scope.Of, undone), ListOf(scope.Of, undoing)),
+         undone.front().Kind == ItemKind::Relay   ? Screen::TimerToRelayControl
+         : undone.front().Kind == ItemKind::Group ? Screen::TimerToGroupControl
+                                                  : Screen::TimerToPresetControl);
   });
 }
 
@@ -219,11 +229,12 @@ class ConflictSearch {
       for (int relay = 0; relay < ItemCount; ++relay) {
         if (opposed[static_cast<std::size_t>(relay)]) relays.push_back({ItemKind::Relay, relay});
       }
-      const QString day =
-          dates.Ordinary ? QString() : QStringLiteral(" on ") + ListOf(InOrder(dates.Special));
+      const QString days = dates.Weekdays.any() ? ListOfWeekdays(InOrder(dates.Weekdays))
+                                                : ListOf(InOrder(dates.Special));
       tell(second,
            QStringLiteral("%1 and %2 switch %3 differently at the same minute%4.")
-               .arg(scope_.Text(first), scope_.Text(second), ListOf(scope_.Of, relays), day),
+               .arg(scope_.Text(first), scope_.Text(second), ListOf(scope_.Of, relays),
+                    dates.Weekdays.all() ? QString() : QStringLiteral(" on ") + days),
            {});
     }
   }
@@ -231,7 +242,7 @@ class ConflictSearch {
  private:
   /// The days on which two timers meet.
   struct Dates {
-    bool Ordinary = false;  ///< Days that are no holiday.
+    std::bitset<7> Weekdays;  ///< From Sunday, of days that are no holiday.
     std::map<MonthDate, bool> Special;
   };
 
@@ -247,6 +258,14 @@ class ConflictSearch {
     std::vector<MonthDate> list;
     list.reserve(dates.size());
     for (const auto& [date, met] : dates) list.push_back(date);
+    return list;
+  }
+
+  static std::vector<int> InOrder(const std::bitset<7>& weekdays) {
+    std::vector<int> list;
+    for (int day = 0; day < static_cast<int>(weekdays.size()); ++day) {
+      if (weekdays[static_cast<std::size_t>(day)]) list.push_back(day);
+    }
     return list;
   }
 
@@ -278,7 +297,7 @@ class ConflictSearch {
     if (days_.IsHoliday(day)) {
       dates.Special[{day.month() - 1, day.day() - 1}] = true;
     } else {
-      dates.Ordinary = true;
+      dates.Weekdays.set(static_cast<std::size_t>(day.dayOfWeek() % 7));
     }
   }
 

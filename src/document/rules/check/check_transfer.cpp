@@ -33,9 +33,9 @@ void LookAtImage(const CheckScope& scope, const TellFinding& tell) {
     if (!place || place->Where == last) continue;
     last = place->Where;
     tell(place->Where,
-         QStringLiteral("The %1 of %2 is %3 in the panel's memory, which holds 0 to 255: a "
+         QStringLiteral("%1, %2: %3 does not fit the panel's memory, which holds 0 to 255; a "
                         "download fails with code 2.")
-             .arg(place->Setting, scope.Text(place->Where))
+             .arg(scope.Text(place->Where), place->Setting)
              .arg(element),
          place->On);
   }

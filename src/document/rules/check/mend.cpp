@@ -9,15 +9,31 @@
 #include "panel/fennlink_record.h"
 #include "panel/input_actions.h"
 #include "panel/panel_record.h"
+#include "panel/time_values.h"
 
 namespace {
 
-Mending CutName(const Project&, const Item& item) {
-  const int chars = item.Kind == ItemKind::Panel ? PanelNameLength : NameLength;
-  return {QStringLiteral("Cuts the name to the %1 characters that the panel keeps.").arg(chars),
-          [=](Project& project) {
-            std::string* name = StoredName(project, item);
-            if (name) *name = FromUnicode(ToUnicode(*name).trimmed().left(chars));
+/// All long names of the item's kind, from its own on: they are one finding.
+Mending CutNames(const Project& project, const Item& first) {
+  const bool ofPanel = first.Kind == ItemKind::Panel;
+  const int chars = ofPanel ? PanelNameLength : NameLength;
+  const auto isLong = [=](const Project& in, const Item& item) {
+    const std::string* name = StoredName(in, item);
+    return name && ToUnicode(*name).trimmed().size() > chars;
+  };
+  std::vector<Item> items;
+  for (Item item = first; item.Number <= DeviceCount; ++item.Number) {
+    if (isLong(project, item)) items.push_back(item);
+    if (ofPanel) break;
+  }
+  return {QStringLiteral("Cuts the %1 to the %2 characters that the panel keeps.")
+              .arg(QLatin1String(items.size() == 1 ? "name" : "names"))
+              .arg(chars),
+          [=](Project& mended) {
+            for (const Item& item : items) {
+              std::string& name = *StoredName(mended, item);
+              name = FromUnicode(ToUnicode(name).trimmed().left(chars));
+            }
           }};
 }
 
@@ -31,7 +47,11 @@ void ForEachCell(Project& project, const Item& user, Clear clear) {
     for (int row = 0; row < ItemCount; ++row) clear(cell(row), row);
   };
   const int number = user.Number;
-  if (user.Kind == ItemKind::Timer) {
+  if (user.Kind == ItemKind::Group) {
+    for (int row = 0; row < ItemCount; ++row) clear(panel.GroupRelayInclude(number, row), row);
+  } else if (user.Kind == ItemKind::Preset) {
+    for (int row = 0; row < ItemCount; ++row) clear(panel.PresetRelayControl(number, row), row);
+  } else if (user.Kind == ItemKind::Timer) {
     for (int row = 0; row < ItemCount; ++row) clear(panel.TimerRelayControl(number, row), row);
   } else if (user.Kind == ItemKind::Input) {
     const int type = panel.InputType(number);
@@ -82,6 +102,9 @@ Mending ClearInputsBeyondPoints(const Project& project, const Item&) {
                 mended.Panel.InputRelayControl(input, row) = 0;
                 mended.Panel.InputGroupControl(input, row) = 0;
               }
+              if (LocalInputKind(mended.Panel.InputType(input)) == InputKind::SetPreset) {
+                mended.Panel.InputType(input) = fresh.Panel.InputType(input);
+              }
             }
           }};
 }
@@ -92,6 +115,19 @@ Mending ClearSweepBeyondPoints(const Project& project, const Item&) {
           [=](Project& mended) {
             for (int relay = points; relay < ItemCount; ++relay) {
               mended.Panel.OffHoursSweepRelay(relay) = 0;
+            }
+          }};
+}
+
+Mending ClearMissingDates(const Project&, const Item&) {
+  constexpr int lastDate = 31;
+  return {QStringLiteral("Clears the open and close times of dates that no calendar has."),
+          [](Project& mended) {
+            for (std::size_t month = 0; month < MonthDays.size(); ++month) {
+              for (int date = MonthDays[month]; date < lastDate; ++date) {
+                mended.Panel.DateOpenTime(static_cast<int>(month), date) = NoEntry;
+                mended.Panel.DateCloseTime(static_cast<int>(month), date) = NoEntry;
+              }
             }
           }};
 }
@@ -107,10 +143,12 @@ struct MendedRule {
 };
 
 constexpr auto MendedRules = std::to_array<MendedRule>({
-    {"long-name", CutName},
+    {"long-name", CutNames},
     {"beyond-points", ClearBeyondPoints},
+    {"held-beyond-points", ClearBeyondPoints},
     {"input-beyond-points", ClearInputsBeyondPoints},
     {"swept-beyond-points", ClearSweepBeyondPoints},
+    {"hours-on-no-date", ClearMissingDates},
     {"daylight-saving", TurnDaylightSavingOff},
 });
 
