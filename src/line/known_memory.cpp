@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "line/com_port.h"
+#include "line/line_hooks.h"
 #include "panel/panel_record.h"
 #include "panel/program_state.h"
 
@@ -13,6 +14,10 @@ namespace {
 
 QString FileOf(const QString& key) {
   return DataPath(QStringLiteral("Panels/")) + QString::fromLatin1(QUrl::toPercentEncoding(key));
+}
+
+void TellNotRemembered(const QFile& file) {
+  if (Line.NotRemembered) Line.NotRemembered(file.fileName() + ": " + file.errorString());
 }
 
 bool IsByte(Int16 element) {
@@ -47,10 +52,12 @@ void RememberMemory(const QString& key, const PanelImageType& image) {
   QFile file(FileOf(key));
   if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly,
                  QFileDevice::ReadOwner | QFileDevice::WriteOwner)) {
+    TellNotRemembered(file);
     return;
   }
   if (file.write(memory.data(), static_cast<qint64>(memory.size())) != PanelImageSize ||
       !file.flush()) {
+    TellNotRemembered(file);
     file.remove();
   }
 }

@@ -15,6 +15,8 @@ struct LineHooks {
   std::function<void(LineStage)> Stage;
   /// What has become of an attempt: "Connected", "Error - Retry: 1".
   std::function<void(const QString&)> LinkStatus;
+  /// What a panel holds cannot be remembered, and why.
+  std::function<void(const QString&)> NotRemembered;
   /// A wait is not over at once.
   std::function<void()> LongWait;
 };

@@ -1,5 +1,11 @@
 #include "line/modem_transport.h"
 
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <string_view>
 #include <tuple>
 
 #include "line/com_port.h"
@@ -15,6 +21,9 @@ Int16 ModemHangUpRequired = 0;
 namespace {
 
 constexpr int ModemResetMs = 1000;
+
+/// The port of a call that is up or being made; -1 for none.
+volatile std::sig_atomic_t callPort = -1;
 
 void TellStage(LineStage stage) {
   if (Line.Stage) Line.Stage(stage);
@@ -36,6 +45,7 @@ void OpenModem(const LineSettings& settings) {
   LineSettings port = settings;
   if (port.Baud == 0) port.Baud = modemBaud;
   comQZ().Open(port);
+  callPort = comQZ().Descriptor();
   comQZ().SetRTSEnable(true);
   ResetModem();
   // Longer than the echo and "OK", so that the time-out is the modem's time to settle.
@@ -67,5 +77,23 @@ void HangUpModem() {
     ResetModem();
   }
   ModemHangUpRequired = 0;
+  callPort = -1;
   TellStage(LineStage::HungUp);
+}
+
+void HangUpAtOnce() {
+  const int port = callPort;
+  if (port < 0) return;
+  constexpr int panelHangsUpMs = 200;
+  constexpr int modemHangsUpMs = 600;
+  const auto send = [port](std::string_view text) {
+    std::ignore = write(port, text.data(), text.size());
+  };
+  const auto wait = [](int ms) { poll(nullptr, 0, ms); };
+  send("[%%%%%");
+  wait(panelHangsUpMs);
+  send("ATZ\r");
+  const int dtr = TIOCM_DTR;
+  ioctl(port, TIOCMBIC, &dtr);
+  wait(modemHangsUpMs);
 }

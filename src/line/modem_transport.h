@@ -9,3 +9,7 @@ extern Int16 ModemHangUpRequired;
 
 /// Hangs up if the connection type is a modem's or a call is up.
 void HangUpModem();
+
+/// Ends a call that is up or being made within a second, and nothing else. For the handler of a
+/// signal that ends the program.
+void HangUpAtOnce();

@@ -37,6 +37,7 @@ class SerialTransport : public Transport {
 
   bool IsOpen() const override { return port_.isOpen(); }
   void Close() override { port_.close(); }
+  int Descriptor() const override { return port_.isOpen() ? port_.handle() : -1; }
 
   void SetRTSEnable(bool on) override {
     if (port_.isOpen()) port_.setRequestToSend(on);

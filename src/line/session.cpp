@@ -15,6 +15,17 @@ namespace {
 Int16 openedType = ConnectionUSB;
 LineSettings openedSettings;
 
+/// Nothing comes for as long as a panel may think about a command.
+void AwaitQuiet(Transport& line) {
+  constexpr int quietMs = 150;
+  constexpr int mostParts = 20;
+  for (int part = 0; part < mostParts; ++part) {
+    line.Take();
+    line.Wait(1, quietMs);
+    if (line.Waiting() == 0) return;
+  }
+}
+
 }  // namespace
 
 std::string ConnectPanel(Int16 connectionType, const LineSettings& settings) {
@@ -23,6 +34,7 @@ std::string ConnectPanel(Int16 connectionType, const LineSettings& settings) {
   openedSettings = settings;
   const LineKind& kind = LineKindOf(connectionType);
   kind.Open(settings);
+  if (settings.AwaitQuiet) AwaitQuiet(kind.Line());
   const std::optional<std::string> firmware = ReadFirmware();
   if (!firmware) throw TransportFailure(kind.NoPanel(settings));
   return *firmware;

@@ -95,6 +95,7 @@ class TcpTransport : public Transport {
     Close();
     const QString host = settings.Host.trimmed();
     port_ = settings.TcpPort;
+    isUnknown_ = false;
     if (const QHostAddress address(host); !address.isNull()) {
       ConnectTo({address});
     } else if (!IsNumber(host)) {
@@ -106,8 +107,9 @@ class TcpTransport : public Transport {
     if (IsOpen()) return;
     Close();
     throw TransportFailure(
-        host.isEmpty()
-            ? QStringLiteral("Enter the panel's TCP/IP address.")
+        host.isEmpty() ? QStringLiteral("Enter the panel's TCP/IP address.")
+        : isUnknown_
+            ? QStringLiteral("There is no host named %1. Check the name and the network.").arg(host)
             : QStringLiteral("Nobody answers at %1, port %2. Check the address, the network and "
                              "the panel's power.")
                   .arg(host)
@@ -182,7 +184,8 @@ class TcpTransport : public Transport {
   void ConnectTo(const Addresses& addresses) {
     lookUp_.reset();
     addresses_ = addresses;
-    if (addresses_.isEmpty()) Q_EMIT socket_.errorOccurred(QAbstractSocket::HostNotFoundError);
+    isUnknown_ = addresses_.isEmpty();
+    if (isUnknown_) Q_EMIT socket_.errorOccurred(QAbstractSocket::HostNotFoundError);
     ConnectToNext();
   }
 
@@ -228,6 +231,7 @@ class TcpTransport : public Transport {
   std::string buffer_;
   /// Since the last look something may have come.
   bool mayHaveMore_ = false;
+  bool isUnknown_ = false;  ///< The host has no address.
   quint16 port_ = 0;
 };
 

@@ -22,6 +22,8 @@ struct LineSettings {
   std::string PhoneNumber = {};  ///< As the modem is to dial it.
   QString Host = {};             ///< A name or an address.
   quint16 TcpPort = PanelTcpPort;
+  /// Waits for the end of what a session that was broken off has still coming.
+  bool AwaitQuiet = false;
 };
 
 /// Replies are at most some hundred characters. A serial line with more than this many waiting is
@@ -60,6 +62,9 @@ class Transport {
   /// gone. A serial line blocks and delivers no events. TCP delivers them unless the characters
   /// come at once, so that waits may stand inside each other.
   virtual void Wait(int count, qint64 ms) = 0;
+
+  /// The system's number of an open device; -1 where there is none.
+  virtual int Descriptor() const { return -1; }
 
   // A line without modem control ignores these two.
   virtual void SetRTSEnable(bool) {}

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QSet>
 
 #include "project/output.h"
 #include "project/places.h"
@@ -41,11 +42,27 @@ bool AddProjects(const QString& folder, bool recursive, QStringList& files) {
   return allRead;
 }
 
+/// A file that is named twice is one, however it is written.
+QStringList EachOnce(const QStringList& places) {
+  QSet<QString> known;
+  QStringList once;
+  for (const QString& place : places) {
+    const QString path = QFileInfo(place).canonicalFilePath();
+    if (!path.isEmpty() && known.contains(path)) continue;
+    known << path;
+    once << place;
+  }
+  return once;
+}
+
 }  // namespace
 
 FoundFiles FindFiles(const CommandLine& line) {
   FoundFiles found;
   const QStringList listed = line.FilesFrom.isEmpty() ? QStringList() : NamesIn(line.FilesFrom);
+  if (line.Files.isEmpty() && listed.isEmpty()) {
+    throw RunTimeFailure((line.FilesFrom + ": there is no file in the list").toStdString());
+  }
   for (const QString& place : line.Files + listed) {
     if (!QFileInfo(place).isDir()) {
       found.Files << place;
@@ -58,5 +75,6 @@ FoundFiles FindFiles(const CommandLine& line) {
     TellFailure(qUtf8Printable(place + ": there is no .T3 file in the folder"));
     found.AllRead = false;
   }
+  found.Files = EachOnce(found.Files);
   return found;
 }

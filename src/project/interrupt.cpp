@@ -8,10 +8,12 @@
 #include <string>
 #include <tuple>
 
+#include "line/modem_transport.h"
 #include "project/output.h"
 
 namespace {
 
+bool ends = false;  ///< On the signals, as somebody has said how.
 std::string lastWords;
 int lastStatus = StatusGood;
 int keptTerminal = -1;  ///< None.
@@ -21,12 +23,14 @@ termios terminalAsKept{};
 void End(int) {
   if (keptTerminal >= 0) tcsetattr(keptTerminal, TCSANOW, &terminalAsKept);
   std::ignore = write(STDERR_FILENO, lastWords.data(), lastWords.size());
+  HangUpAtOnce();
   _exit(lastStatus);
 }
 
 constexpr std::array EndSignals = {SIGINT, SIGTERM, SIGHUP};
 
 void EndOnSignals() {
+  ends = true;
   for (const int signal : EndSignals) {
     // A shell lets what runs in the background, or after nohup, ignore it.
     if (std::signal(signal, End) == SIG_IGN) std::signal(signal, SIG_IGN);
@@ -49,6 +53,10 @@ void TellOnInterrupt(const QString& text) {
   lastStatus = StatusFailed;
   EndOnSignals();
   sigprocmask(SIG_UNBLOCK, &ends, nullptr);
+}
+
+void HangUpOnInterrupt(const QString& text) {
+  if (!ends) TellOnInterrupt(text);
 }
 
 void KeepTerminalOnInterrupt(int terminal) {

@@ -44,7 +44,7 @@ QString NameOf(const StateNames& names, const Item& item) {
 }
 
 /// "RELAY 05 on", whatever the case.
-bool SwitchItem(const PanelAt& panel, const QString& words) {
+bool SwitchItem(PanelAt& panel, const QString& words) {
   static const QRegularExpression form(
       QStringLiteral(R"(^\s*(RELAY|GROUP)\s+0*([1-9]\d?)\s+(on|off)\s*$)"),
       QRegularExpression::CaseInsensitiveOption);
@@ -53,11 +53,18 @@ bool SwitchItem(const PanelAt& panel, const QString& words) {
   if (!match.hasMatch() || number > ItemCount) return false;
   const bool relay = match.captured(1).toUpper() == u"RELAY";
   const bool on = match.captured(3).toLower() == u"on";
+  if (relay && number > panel.Points()) {
+    throw RunTimeFailure(QStringLiteral("%1: has %2 relays, and none with the number %3")
+                             .arg(panel.Address().Text)
+                             .arg(panel.Points())
+                             .arg(number)
+                             .toStdString());
+  }
   panel.Done(relay ? SwitchRelay(number - 1, on) : SwitchGroup(number - 1, on));
   return true;
 }
 
-void SwitchOrRefuse(const PanelAt& panel, const QString& words) {
+void SwitchOrRefuse(PanelAt& panel, const QString& words) {
   if (SwitchItem(panel, words)) return;
   throw RunTimeFailure(
       QStringLiteral("\"%1\" is not such as \"RELAY 05 on\"").arg(words).toStdString());
@@ -177,7 +184,7 @@ ExitStatus SwitchItems(const CommandLine&, const QStringList& places) {
   const PanelAddress address = AddressOf(places[0]);
   const QString words = places.mid(1).join(u' ');
   if (words == u"-") return SwitchLines(address);
-  const PanelAt panel(address);
+  PanelAt panel(address);
   SwitchOrRefuse(panel, words);
   return StatusGood;
 }

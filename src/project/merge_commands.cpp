@@ -46,18 +46,24 @@ std::vector<DifferenceRow> LoadRows(const QString& file) {
 }
 
 /// What both sides began as; of a file that both added, which is empty here, a new panel.
-Project LoadBase(const QString& place) {
+Project LoadBase(const QString& place, const Project& ours) {
   const QFileInfo info(place);
-  return info.exists() && info.size() == 0 ? NewProject() : LoadProjectFile(place).Content;
+  return info.isFile() && info.size() == 0 ? NewProject() : LoadSide(place, ours);
+}
+
+/// What stands elsewhere than in a file has nothing behind it.
+ProjectFile LoadOurs(const QString& place) {
+  const bool isFile = place != StandardPlace && !IsPanelMemory(place);
+  return isFile ? LoadProjectFile(place) : ProjectFile{LoadWhole(place), {}};
 }
 
 ExitStatus MergeInto(const QString& output, const CommandLine& line, const QStringList& files) {
   RefuseAllButFile(output);
   RefuseOutput(output, files[0]);
   RefuseOutput(output, files[2]);
-  const ProjectFile ours = LoadProjectFile(files[1]);
-  const MergedProject merged =
-      MergeProjects(LoadBase(files[0]), ours.Content, LoadProjectFile(files[2]).Content);
+  const ProjectFile ours = LoadOurs(files[1]);
+  const Project base = LoadBase(files[0], ours.Content);
+  const MergedProject merged = MergeProjects(base, ours.Content, LoadSide(files[2], base));
   for (const MergeConflict& row : merged.Conflicts) {
     PrintRow(line, MergeColumns,
              {row.Area, ItemCode(row.Where), row.Field, row.Base, row.Ours, row.Theirs});

@@ -3,12 +3,17 @@
 #include <unistd.h>
 
 #include <QRegularExpression>
+#include <QSerialPortInfo>
 #include <cstdio>
 #include <utility>
 
+#include "line/line_hooks.h"
+#include "line/panel_commands.h"
 #include "line/session.h"
 #include "panel/panel_record.h"
 #include "panel/stopwatch.h"
+#include "project/interrupt.h"
+#include "project/output.h"
 
 namespace {
 
@@ -31,7 +36,7 @@ const AddressKind AddressKinds[] = {
        settings.Host = parts.captured(1) + parts.captured(2);
        if (parts.hasCaptured(3)) settings.TcpPort = parts.captured(3).toUShort();
      }},
-    {"serial:", "serial:DEVICE[@BAUD]", R"(([^@]+)(?:@(\d{1,7}))?)", ConnectionUSB,
+    {"serial:", "serial:DEVICE[@BAUD]", R"(([^@]+)(?:@([1-9]\d{0,6}))?)", ConnectionUSB,
      [](LineSettings& settings, const QRegularExpressionMatch& parts) {
        settings.Port = parts.captured(1);
        settings.Baud = parts.captured(2).toInt();
@@ -42,6 +47,15 @@ const AddressKind AddressKinds[] = {
        settings.PhoneNumber = parts.captured(2).toStdString();
      }},
 };
+
+void RefuseOddBaud(const PanelAddress& address) {
+  const int baud = address.Settings.Baud;
+  if (baud == 0 || QSerialPortInfo::standardBaudRates().contains(baud)) return;
+  throw RunTimeFailure(QStringLiteral("%1: no port has %2 baud; 9600 and 115200 are usual")
+                           .arg(address.Text)
+                           .arg(baud)
+                           .toStdString());
+}
 
 bool progressStands = false;  ///< Without its line end.
 
@@ -60,6 +74,7 @@ std::optional<PanelAddress> ParsePanelAddress(const QString& word) {
     const QRegularExpressionMatch parts = pattern.match(word.mid(prefix.size()));
     PanelAddress address{word, kind.ConnectionType, {}};
     if (parts.hasMatch()) kind.Fill(address.Settings, parts);
+    RefuseOddBaud(address);
     if (!parts.hasMatch() || address.Settings.TcpPort == 0) {
       throw RunTimeFailure(QStringLiteral("%1: a panel's address is %2; a file of that name is "
                                           "given as ./%1")
@@ -73,16 +88,26 @@ std::optional<PanelAddress> ParsePanelAddress(const QString& word) {
 
 PanelAt::PanelAt(const PanelAddress& address)
     : address_(address), application_(argumentCount, argumentValues) {
+  address_.Settings.AwaitQuiet = address_.ConnectionType != ConnectionTCP;
+  if (address_.ConnectionType == ConnectionModem) {
+    HangUpOnInterrupt(address_.Text + ": interrupted");
+  }
+  Line.NotRemembered = [this](const QString& reason) {
+    EndProgressLine();
+    TellFailure(qUtf8Printable(address_.Text + ": what it holds is not remembered: " + reason));
+  };
   try {
     ConnectPanel(address_.ConnectionType, address_.Settings);
   } catch (const RunTimeFailure& failure) {
     DisconnectPanel();
     ReplaceTransports(nullptr, nullptr);
+    Line.NotRemembered = nullptr;
     Fail(QString::fromUtf8(failure.what()));
   }
 }
 
 PanelAt::~PanelAt() {
+  Line.NotRemembered = nullptr;
   DisconnectPanel();
   ReplaceTransports(nullptr, nullptr);
 }
@@ -90,6 +115,11 @@ PanelAt::~PanelAt() {
 void PanelAt::Fail(const QString& reason) const {
   EndProgressLine();
   throw PanelFailure((address_.Text + ": " + reason).toStdString());
+}
+
+int PanelAt::Points() {
+  if (!points_) points_ = Answer(ReadPanelStatus()).Points;
+  return *points_;
 }
 
 PanelImageType PanelAt::ReadMemory() {

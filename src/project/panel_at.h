@@ -48,10 +48,13 @@ class PanelAt {
   PanelImageType ReadMemory();
 
   const PanelAddress& Address() const { return address_; }
+  /// Relays and inputs installed, asked for once.
+  int Points();
 
  private:
   PanelAddress address_;
   QCoreApplication application_;
+  std::optional<int> points_;
 };
 
 /// Tells the progress of a transfer on standard error where that is a terminal.

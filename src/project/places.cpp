@@ -7,6 +7,7 @@
 #include "panel/defaults.h"
 #include "panel/project_codec.h"
 #include "panel/replace_file.h"
+#include "panel/setting.h"
 #include "project/output.h"
 #include "project/panel_at.h"
 
@@ -24,9 +25,11 @@ std::filesystem::path PathOf(const QString& file) {
   return std::filesystem::weakly_canonical(std::filesystem::absolute(path));
 }
 
-Project OfMemory(const QString& place, const PanelImageType& image) {
+/// The project of a panel's memory, over another that has what a panel does not keep.
+Project OfMemory(const QString& place, const Project& over) {
+  const PanelImageType image = LoadMemory(place);
   try {
-    return UploadedOver(NewProject(), image, true);
+    return UploadedOver(over, image, true);
   } catch (const RunTimeFailure& failure) {
     Fail(place, QString::fromUtf8(failure.what()));
   }
@@ -75,12 +78,7 @@ bool IsPanelMemory(const QString& place) {
 }
 
 ProjectRead LoadProject(const QString& place) {
-  if (const auto address = ParsePanelAddress(place)) {
-    return {OfMemory(place, PanelAt(*address).ReadMemory()), true, {}};
-  }
-  if (place.startsWith(ImagePrefix)) {
-    return {OfMemory(place, LoadMemory(place.mid(ImagePrefix.size()))), true, {}};
-  }
+  if (IsPanelMemory(place)) return {OfMemory(place, NewProject()), true, {}};
   return place == StandardPlace
              ? ReadBytes(QStringLiteral("standard input"), LoadBytes(place, LargestProjectFile))
              : ReadProject(place, NewProject());
@@ -99,6 +97,17 @@ Project LoadWhole(const QString& place) {
   return Whole(place, LoadProject(place));
 }
 
+Project LoadSide(const QString& place, const Project& other) {
+  if (place == StandardPlace) return LoadWhole(place);
+  if (!IsPanelMemory(place)) return LoadProjectFile(place).Content;
+  Project side = other;
+  const Project memory = OfMemory(place, other);
+  ForEachDifferent(AsPanelKeeps(other), memory, [&](const Setting& setting, bool spare) {
+    if (!spare) TakeOver(side, memory, setting);
+  });
+  return side;
+}
+
 void RefuseAllButFile(const QString& place) {
   if (place == StandardPlace || IsPanelMemory(place)) {
     Fail(place, QStringLiteral("is no project file"));
@@ -113,7 +122,9 @@ ProjectFile LoadProjectFile(const QString& file) {
   return {project, bytes.substr(EncodeProject(project).size())};
 }
 
-PanelImageType LoadMemory(const QString& file) {
+PanelImageType LoadMemory(const QString& place) {
+  if (const auto address = ParsePanelAddress(place)) return PanelAt(*address).ReadMemory();
+  const QString file = place.startsWith(ImagePrefix) ? place.mid(ImagePrefix.size()) : place;
   const std::string bytes = LoadBytes(file, PanelImageSize + 1);
   if (bytes.size() != PanelImageSize) {
     Fail(file, QStringLiteral("a panel's memory has 40,960 bytes"));

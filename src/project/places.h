@@ -24,6 +24,10 @@ Project LoadContent(const QString& place);
 /// The like of what a panel is to hold: a project that ends early, or is empty, is refused.
 Project LoadWhole(const QString& place);
 
+/// The like of a side of a merge: of a panel's memory, another project with what the panel has
+/// otherwise, as it does not keep all of a project.
+Project LoadSide(const QString& place, const Project& other);
+
 /// A project file as it stands.
 struct ProjectFile {
   Project Content;
@@ -40,8 +44,9 @@ void StoreProjectFile(const QString& file, const Project& project, const std::st
 /// All that a file or standard input holds, up to `most` bytes. Throws RunTimeFailure.
 std::string LoadBytes(const QString& file, qint64 most);
 
-/// The memory of 40,960 bytes that a file, or "-", holds. Throws RunTimeFailure.
-PanelImageType LoadMemory(const QString& file);
+/// The memory of a panel, or that of 40,960 bytes that a file, "image:FILE" or "-" holds. Throws
+/// RunTimeFailure.
+PanelImageType LoadMemory(const QString& place);
 
 /// Puts bytes at a place, whole or not at all. Throws RunTimeFailure.
 void StoreBytes(const QString& place, const std::string& bytes);

@@ -66,8 +66,20 @@ PasswordDigits Password(const CommandLine& line) {
   return digits;
 }
 
-/// What forbids nothing.
-void TellOtherHardware(const PanelAt& panel, const Project& project) {
+/// "16, 8": points by node, of the nodes that have some.
+QString PointsByNode(const PointCounts& counts) {
+  QStringList nodes;
+  for (std::size_t node = 0; node < counts.size(); ++node) {
+    if (counts[node] == 0) continue;
+    nodes << QStringLiteral("%1 at node %2")
+                 .arg(counts[node])
+                 .arg(QString::number(node + 1, 16).toUpper());
+  }
+  return nodes.join(QStringLiteral(", "));
+}
+
+/// What forbids nothing. Of so few blocks as are changed, the nodes are not worth a question.
+void TellOtherHardware(const PanelAt& panel, const Project& project, bool byNode) {
   const PanelStatus status = panel.Answer(ReadPanelStatus());
   const auto tell = [&](const QString& what) {
     TellFailure(qUtf8Printable(panel.Address().Text + ": " + what + "; it is sent all the same"));
@@ -77,6 +89,16 @@ void TellOtherHardware(const PanelAt& panel, const Project& project) {
     tell(QStringLiteral("the panel has %1 relays and inputs, the project %2")
              .arg(status.Points)
              .arg(points));
+  } else if (const auto counts = byNode ? ReadPointCounts() : std::nullopt) {
+    PointCounts wanted{};
+    for (int node = 0; node < NodeCount; ++node) {
+      wanted[static_cast<std::size_t>(node)] =
+          static_cast<Int16>(project.Panel.IOCount(node) * PointsOfBlock);
+    }
+    if (*counts != wanted) {
+      tell(QStringLiteral("the panel has its relays and inputs as %1, the project as %2")
+               .arg(PointsByNode(*counts), PointsByNode(wanted)));
+    }
   }
   if (status.CardType != project.Panel.AddOnModuleType) {
     tell(QStringLiteral("the panel's add-on module is of type %1, the project's of type %2")
@@ -87,6 +109,10 @@ void TellOtherHardware(const PanelAt& panel, const Project& project) {
 
 constexpr const char* HalfNew =
     "; the panel is half new and may not work properly until all of a project is sent";
+
+constexpr const char* MaybeHalfNew =
+    "; the panel may be half new: send all of a project again, as it may not work properly until "
+    "then";
 
 /// Progress, and what Ctrl+C leaves: before the first block a panel as it was.
 TransferWatch WatchOfSending(const PanelAt& panel) {
@@ -119,9 +145,9 @@ ExitStatus StatusOfSending(const PanelAt& panel, TransferOutcome outcome) {
     case TransferOutcome::SumDiffers:
       panel.Fail(QStringLiteral("the panel's sum is not the project's") + QLatin1String(HalfNew));
     case TransferOutcome::NoSum:
-      panel.Fail(
-          QStringLiteral("the panel does not tell the sum of its memory: whether all has "
-                         "arrived is not known; send it again"));
+      panel.Fail(QStringLiteral("the panel does not tell the sum of its memory: whether all has "
+                                "arrived is not known") +
+                 QLatin1String(MaybeHalfNew));
     default:
       panel.Fail(QStringLiteral("the panel no longer answers") + QLatin1String(HalfNew));
   }
@@ -157,7 +183,7 @@ ExitStatus SendToPanel(const CommandLine& line, const QStringList& places) {
   if (line.Changes && !known) {
     panel.Fail(QStringLiteral("nothing is known of what the panel holds; read it, or send all"));
   }
-  TellOtherHardware(panel, project);
+  TellOtherHardware(panel, project, !line.Changes);
   const TransferWatch watch = WatchOfSending(panel);
   return StatusOfSending(
       panel, known ? SendChanges(*known, password, *image, watch) : SendImage(*image, watch));

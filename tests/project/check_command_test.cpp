@@ -69,6 +69,9 @@ TEST_F(ProjectProgramTest, ChecksFoldersAndLists) {
   const QString site = folder.filePath("site");
   EXPECT_EQ(Run({"check", site}), 0);
   EXPECT_EQ(checked(), (QStringList{"site/a.t3", "site/b.T3"}));
+  const qsizetype once = Lines().size();
+  EXPECT_EQ(Run({"check", site, site + "/./b.T3", site + "/../site"}), 0);
+  EXPECT_EQ(Lines().size(), once) << "a file that is named twice is told once";
   ASSERT_TRUE(QFile::link(site, folder.filePath("site/deep/back")));
   EXPECT_EQ(Run({"check", "-r", site}), 0);
   EXPECT_EQ(checked(), (QStringList{"site/a.t3", "site/b.T3", "site/deep/c d.T3"}));
@@ -84,7 +87,8 @@ TEST_F(ProjectProgramTest, ChecksFoldersAndLists) {
     file.write(list);
     file.close();
     input = file.fileName();
-    EXPECT_EQ(Run({"check", "--files-from", "-"}), 0) << errors.toStdString();
+    EXPECT_EQ(Run({"check", "--files-from", "-"}), list.size() > 1 ? 0 : 2) << errors.toStdString();
+    EXPECT_EQ(errors.contains("there is no file in the list"), list.size() == 1);
     EXPECT_EQ(checked().size(), list.count('\0') == 2 ? 3 : list.size() > 1 ? 1 : 0);
     EXPECT_EQ(Run({"check", folder.filePath("site/b.T3"), "--files-from=" + input}), 0);
     EXPECT_TRUE(checked().contains("site/b.T3"));

@@ -1,3 +1,4 @@
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QRegularExpression>
 #include <QTcpServer>
@@ -64,6 +65,11 @@ TEST_F(PanelProgramTest, APanelStandsWhereAProjectMay) {
   const QString memory = folder.filePath("memory");
   EXPECT_EQ(Run({"image", file, "-"}, memory), 0);
   EXPECT_EQ(Run({"compare", address, "image:" + memory}), 0) << output.toStdString();
+  const QString made = folder.filePath("made.T3");
+  for (const QString& place : {address, "image:" + memory}) {
+    EXPECT_EQ(Run({"project", place, made, "--names"}), 0) << errors.toStdString();
+    EXPECT_EQ(Run({"compare", file, made, "--names"}), 0) << output.toStdString();
+  }
   EXPECT_EQ(Run({"read", address, file, "--no-names"}), 0);
   EXPECT_EQ(Run({"compare", address, file, "--names"}), 1);
   EXPECT_TRUE(Lines().contains("Names\tRELAY 01\tname\tLOBBY\tRELAY 01")) << output.toStdString();
@@ -71,12 +77,29 @@ TEST_F(PanelProgramTest, APanelStandsWhereAProjectMay) {
   EXPECT_TRUE(output.contains(address.toUtf8() + "\twarning"));
 }
 
+TEST_F(PanelProgramTest, APanelIsASideOfAMerge) {
+  const QString base = Save("base.T3");
+  ASSERT_EQ(Run({"send", base, address}, {}, Password), 0) << errors.toStdString();
+  PanelRecord.RelayName(0) = "LONGER THAN TEN";
+  PanelRecord.ComPort = 7;
+  const QString ours = Save("ours.T3");
+  panel.With([](Panel& p) { p.Memory.SetByte(0x06F7, 2); });
+  const QString out = folder.filePath("out.T3");
+  EXPECT_EQ(Run({"merge", base, ours, address, "-o", out}), 0) << errors.toStdString();
+  PanelRecord.RelayTimerType(7) = 2;
+  EXPECT_TRUE(FileText(out) == Document()) << "what a panel does not keep stays";
+}
+
 TEST_F(PanelProgramTest, OnlyWhatHasChangedIsSentToAPanelThatHoldsWhatIsKnown) {
-  PanelRecord.IOCount(0) = 6;
+  PanelRecord.IOCount(0) = PanelRecord.IOCount(1) = 2;
   const QString file = Save("hall.T3");
   EXPECT_EQ(Run({"send", file, address, "--changes"}, {}, Password), 2);
   EXPECT_TRUE(errors.contains("nothing is known")) << errors.toStdString();
   EXPECT_EQ(Run({"send", file, address}, {}, Password), 0) << errors.toStdString();
+  EXPECT_TRUE(
+      errors.contains("the panel has its relays and inputs as 16 at node 1, "
+                      "the project as 8 at node 1, 8 at node 2"))
+      << errors.toStdString();
   EXPECT_EQ(Run({"compare", file, address, "--names"}), 0) << output.toStdString();
   const QDir known(folder.filePath("Orv Tamberloom 3/Panels"));
   ASSERT_EQ(known.entryList(QDir::Files).size(), 1);
@@ -154,6 +177,21 @@ TEST_F(PanelProgramTest, EveryKindOfLineCarriesReadSendAndCompare) {
             Password);
     }
   }
+  // An interrupted call is hung up.
+  simulator::Options withModem = simulator::PanelThread::PtyOptions();
+  withModem.Pty->WithModem = simulator::Modem::Options();
+  simulator::PanelThread called(withModem);
+  QProcess watch;
+  Start(watch, {"watch", "modem:" + called.PtyPath() + ",555"});
+  while (called.FramesFromHost().size() < 20 && !watch.waitForFinished(20)) {
+  }
+  const QDeadlineTimer aSecond(1'500);
+  watch.terminate();
+  EXPECT_TRUE(watch.waitForFinished());
+  EXPECT_FALSE(aSecond.hasExpired());
+  EXPECT_EQ(watch.exitCode(), 0) << watch.readAllStandardError().data();
+  EXPECT_EQ(called.With([](simulator::Simulator& s) { return s.Log().Entries().back().Text; }),
+            "the modem's call has ended");
   for (QProcess& program : programs) {
     EXPECT_TRUE(program.waitForFinished(60'000));
     EXPECT_EQ(program.exitCode(), 0)
@@ -226,6 +264,9 @@ TEST_F(PanelProgramTest, WhatFailsIsOneSentenceAndLeavesTheFile) {
     const char* Told;
   } const calls[] = {
       {{"read", "tcp:127.0.0.1:1", file}, "Nobody answers"},
+      {{"read", "tcp:no..host", file}, "There is no host named no..host"},
+      {{"read", "serial:/dev/none@9601", file}, "no port has 9601 baud"},
+      {{"switch", address, "RELAY", "48", "on"}, "none with the number 48"},
       {{"read", "tcp:[::1]:1", file}, "Nobody answers at ::1, port 1"},
       {{"read", "tcp:::1:1", file}, "an IPv6 address in brackets"},
       {{"read", "tcp:127.0.0.1:x", file}, "given as ./tcp:127.0.0.1:x"},

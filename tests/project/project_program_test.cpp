@@ -65,6 +65,7 @@ TEST_F(ProjectProgramTest, ThePageForTheShellCompletesCommandsOptionsAndRules) {
   EXPECT_EQ(completed({"--rule", "idle-t", "check"}), QStringList{"check"});
   EXPECT_EQ(completed({"check", "--rule", "never"}), (QStringList{"never-off", "never-on"}));
   EXPECT_EQ(completed({"check", "--ignore", "=", "never-of"}), QStringList{"never-off"});
+  EXPECT_EQ(completed({"check", "--rule", "no-day,never-of"}), QStringList{"no-day,never-off"});
   EXPECT_EQ(completed({"check", "--severity", ""}), (QStringList{"error", "warning", "note"}));
   EXPECT_EQ(completed({"check", "--w"}), QStringList{"--warnings-as-errors"});
   EXPECT_EQ(completed({"--js"}), QStringList{"--json"});
