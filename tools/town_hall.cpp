@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <initializer_list>
+#include <string>
 
 #include "panel/defaults.h"
 #include "panel/fennlink_types.h"
@@ -172,6 +173,69 @@ void AddDevices(Project& project) {
   }
 }
 
+/// A wing of rooms, each with a switch; their groups, scenes, evenings and stations.
+void AddAnnex(Project& project) {
+  PanelRecordType& panel = project.Panel;
+  constexpr int firstRoom = 24;
+  constexpr int rooms = 16;
+  panel.IOCount(2) = 4;
+  for (int room = 0; room < rooms; ++room) {
+    const int relay = firstRoom + room;
+    panel.RelayName(relay) = "ROOM " + std::to_string(301 + room);
+    panel.RelayTimerType(relay) = 1;
+    panel.DMXChannel(relay) = Code(101 + relay);
+    panel.OffHoursSweepRelay(relay) = -1;
+  }
+  const auto isOfGroup = [](int group, int room) {
+    return group == 6 || (room / 3) % 6 == group;  // the last one has all rooms
+  };
+  for (int group = 0; group < 7; ++group) {
+    panel.GroupName(5 + group) = group == 6 ? "ALL ROOMS" : "WING " + std::to_string(group + 1);
+    for (int room = 0; room < rooms; ++room) {
+      panel.GroupRelayInclude(5 + group, firstRoom + room) = isOfGroup(group, room) ? -1 : 0;
+    }
+  }
+  for (int input = 10; input < 37; ++input) {
+    const int room = firstRoom + (input - 10) % rooms;
+    panel.InputName(input) = (input < 26 ? "SWITCH " : "DOOR ") + std::to_string(input - 9);
+    panel.InputType(input) = input < 26 ? 1 : 5;
+    panel.InputTimedOnTime(input) = 30;
+    panel.InputRelayControl(input, room) = input < 26 ? 3 : 1;
+    if (input >= 26) panel.InputRelayControl(input, firstRoom + (input - 9) % rooms) = 1;
+    if (input % 5 == 0) panel.InputGroupControl(input, 5 + input % 7) = input < 26 ? 3 : 1;
+    panel.LocalPilot(input) = Code(room);
+  }
+  for (int timer = 8; timer < 15; ++timer) {
+    panel.TimerName(timer) = "EVENING " + std::to_string(timer - 7);
+    SetTimer(panel, timer, timer < 12 ? 17 + timer % 4 : ClockEvent + 3 * PerEvent, 5 * timer % 60,
+             timer % 2 == 0 ? NotOnHolidays | 0x41 : NotOnHolidays);
+    panel.TimerGroupControl(timer, 5 + timer % 7) = Code(1 + timer % 2);
+    panel.TimerRelayControl(timer, firstRoom + timer) = Code(1 + timer % 2);
+  }
+  panel.TimerPresetControl(14, 4) = -1;
+  for (int preset = 3; preset < 8; ++preset) {
+    panel.PresetName(preset) = "SCENE " + std::to_string(preset - 2);
+    for (int room = 0; room < rooms; ++room) {
+      panel.PresetRelayControl(preset, firstRoom + room) = Code((room + preset) % 3);
+    }
+  }
+  for (int address = 10; address < 13; ++address) {
+    FennlinkRecord& station = project.Devices(address);
+    station.DeviceName = "WING " + std::to_string(address - 9);
+    station.DeviceType = 6;
+    station.DeviceInputType(0) = 1;
+    station.DevicePreset(0) = Code(address - 7);
+    for (int button = 1; button < 8; ++button) {
+      station.DeviceGroupControl(button, 4 + button) = 3;
+      station.DevicePilot(button) = Code(128 + 4 + button);
+    }
+  }
+  for (int date = 22; date < 31; ++date) {
+    panel.DateOpenTime(6, date) = panel.DateOpenTime(11, date) = 36;
+    panel.DateCloseTime(6, date) = panel.DateCloseTime(11, date) = 56;
+  }
+}
+
 /// What the live dimmers' own setters write.
 void AddDimmers() {
   DimSetEnabled(0, 1);
@@ -208,4 +272,9 @@ void OpenTownHall() {
   AddTimers(LiveProject.Panel);
   AddDevices(LiveProject);
   AddDimmers();
+}
+
+void OpenTownHallWithAnnex() {
+  OpenTownHall();
+  AddAnnex(LiveProject);
 }

@@ -1,12 +1,26 @@
 #include "document/report_graph.h"
 
+#include <QFontMetricsF>
+#include <algorithm>
+
 namespace {
 
-constexpr int GraphsOfRow = 3;
-constexpr double GraphHeight = 34;  ///< Of the frame, in millimetres.
-constexpr double RoomForUp = 11;    ///< Left of the frame, for what stands on its axis.
-constexpr double RoomBetween = 5;
+constexpr std::size_t GraphsOfRow = 4;
+constexpr double GraphHeight = 24;  ///< Of the frame, in millimetres.
+constexpr double RoomForUp = 10;    ///< Left of the frame, for what stands on its axis.
+constexpr double RoomBetween = 4;
 const QColor AreaFill(200, 200, 200);
+
+/// Lines between the frame and the words, for what stands on the axis and its name.
+double LinesOfAxis(const ReportGraph& graph) {
+  return graph.AcrossName.isEmpty() ? 1.6 : 2.5;
+}
+
+double HeightOfWords(const ReportGraph& graph, ReportPaper& paper, double width) {
+  const QRectF room(0, 0, width - paper.Millimetres(RoomBetween), paper.Height());
+  const QFontMetricsF metrics(paper.Font(SmallPoints), &paper.Device());
+  return metrics.boundingRect(room, Qt::AlignLeft | Qt::TextWordWrap, graph.Words).height();
+}
 
 /// A graph with its axes, its title above and its words below it.
 class GraphLayout {
@@ -23,12 +37,13 @@ class GraphLayout {
   }
 
   void LayOut() {
-    paper_.AddText(paper_.Font(), left_, paper_.Y, width_, graph_.Title);
+    paper_.AddText(small_, left_, paper_.Y, width_, graph_.Title);
     AddAreas();
     AddAxes();
     AddCurve();
-    const QRectF room(left_, frame_.bottom() + 2.5 * smallLine_,
-                      width_ - paper_.Millimetres(RoomBetween), 2 * smallLine_);
+    const QRectF room(left_, frame_.bottom() + LinesOfAxis(graph_) * smallLine_,
+                      width_ - paper_.Millimetres(RoomBetween),
+                      HeightOfWords(graph_, paper_, width_));
     paper_.Add([room, font = small_, words = graph_.Words](QPainter& painter) {
       painter.setFont(font);
       painter.setPen(Qt::black);
@@ -105,13 +120,19 @@ class GraphLayout {
 
 void LayOutGraphs(const std::vector<ReportGraph>& graphs, ReportPaper& paper) {
   const double step = paper.Width() / GraphsOfRow;
-  const double height = paper.Millimetres(GraphHeight) + 5.5 * paper.Line();
-  for (std::size_t i = 0; i < graphs.size(); ++i) {
-    const auto column = static_cast<int>(i) % GraphsOfRow;
-    if (column == 0 && i > 0) paper.Y += height;
-    if (column == 0 && height > paper.Left()) paper.NewPage();
-    if (column == 0 && !paper.IsFresh()) paper.Y += paper.Line();
-    GraphLayout(graphs[i], paper, column * step, step).LayOut();
+  for (std::size_t first = 0; first < graphs.size(); first += GraphsOfRow) {
+    const std::size_t end = std::min(first + GraphsOfRow, graphs.size());
+    double below = 0;
+    for (std::size_t i = first; i < end; ++i) {
+      below = std::max(
+          below, LinesOfAxis(graphs[i]) * paper.Line() + HeightOfWords(graphs[i], paper, step));
+    }
+    const double height = 1.5 * paper.Line() + paper.Millimetres(GraphHeight) + below;
+    if (height > paper.Left()) paper.NewPage();
+    if (!paper.IsFresh()) paper.Y += paper.Line();
+    for (std::size_t i = first; i < end; ++i) {
+      GraphLayout(graphs[i], paper, static_cast<double>(i - first) * step, step).LayOut();
+    }
+    paper.Y += height;
   }
-  if (!graphs.empty()) paper.Y += height;
 }

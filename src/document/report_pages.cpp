@@ -11,18 +11,37 @@ namespace {
 constexpr int CoverPoints = 24;
 constexpr int BannerPoints = 18;
 
+/// With the second half of the rows beside the first where the chapter is halved.
+ReportChapter AsPrinted(const ReportChapter& chapter) {
+  if (!chapter.Halved) return chapter;
+  ReportChapter printed = chapter;
+  printed.Columns += chapter.Columns;
+  printed.Widths.insert(printed.Widths.end(), chapter.Widths.begin(), chapter.Widths.end());
+  for (int& width : printed.Widths) width /= 2;
+  const std::size_t half = (chapter.Rows.size() + 1) / 2;
+  printed.Rows.resize(half);
+  for (std::size_t row = 0; row < half; ++row) {
+    const bool both = row + half < chapter.Rows.size();
+    printed.Rows[row].Cells += both ? chapter.Rows[row + half].Cells : QStringList();
+  }
+  return printed;
+}
+
 class ReportLayout {
  public:
   ReportLayout(const PanelReport& report, QPagedPaintDevice& device, const ReportProgress& progress)
       : report_(report), paper_(device), progress_(progress) {
-    for (const ReportChapter& chapter : report.Chapters) rows_ += chapter.Rows.size();
+    for (const ReportChapter& chapter : report.Chapters) {
+      chapters_.push_back(AsPrinted(chapter));
+      rows_ += chapters_.back().Rows.size();
+    }
   }
 
   std::vector<PdfBookmark> Paint() {
     LayOutCover();
     paper_.NewPage();
     LayOutContents();
-    for (const ReportChapter& chapter : report_.Chapters) LayOutChapter(chapter);
+    for (const ReportChapter& chapter : chapters_) LayOutChapter(chapter);
     paper_.Paint([this](QPainter& painter, int page) {
       if (page == contentsPage_) PaintContents(painter);
       if (page > 1) PaintFoot(painter, page);
@@ -134,6 +153,7 @@ class ReportLayout {
   }
 
   const PanelReport& report_;
+  std::vector<ReportChapter> chapters_;  ///< As they are printed.
   ReportPaper paper_;
   const ReportProgress& progress_;
   std::vector<PdfBookmark> places_;

@@ -5,10 +5,10 @@
 
 namespace {
 
-constexpr int LongestWholeRow = 16;  ///< Lines; a longer row may be parted.
-constexpr int LeastPart = 4;         ///< Lines of a parted row on a page.
-constexpr double PenHeight = 8.5;    ///< Of a row that is filled in, in millimetres.
-constexpr double BoxSide = 3.5;      ///< In millimetres.
+constexpr int LongestWholeRow = 6;  ///< Lines; a longer row may be parted.
+constexpr int LeastPart = 3;        ///< Lines of a parted row on a page.
+constexpr double PenHeight = 8.5;   ///< Of a row that is filled in, in millimetres.
+constexpr double BoxSide = 3.5;     ///< In millimetres.
 const QColor HeaderFill(230, 230, 230);
 
 }  // namespace
@@ -22,7 +22,7 @@ struct ReportTable::Row {
 };
 
 ReportTable::ReportTable(const ReportChapter& chapter, ReportPaper& paper)
-    : chapter_(chapter), paper_(paper), padding_(paper.Millimetres(0.5)) {
+    : chapter_(chapter), paper_(paper), padding_(paper.Millimetres(chapter.Small ? 0.3 : 0.5)) {
   const int points = chapter.Small ? SmallPoints : TextPoints;
   const QFont bold = paper.Font(points, true);
   const QFont plain = paper.Font(points);
@@ -49,6 +49,7 @@ std::shared_ptr<ReportTable::Row> ReportTable::LaidRow(const QStringList& cells,
       row->Box = static_cast<int>(i);
       text.clear();
     }
+    if (chapter_.RunOn && i > 0) text.replace(u'\n', QLatin1StringView("; "));
     text.replace(u'\n', QChar::LineSeparator);
     auto layout = std::make_unique<QTextLayout>(text, font, &paper_.Device());
     QTextOption option;

@@ -25,7 +25,7 @@ struct PanelStatus {
 };
 PanelStatus ReplyStatus();
 
-/// I/O points installed, a number for each node.
+/// Blocks of I/O points that are set up, a number for each node.
 using PointCounts = std::array<Int16, NodeCount>;
 PointCounts ReplyPointCounts();
 

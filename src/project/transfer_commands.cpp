@@ -66,13 +66,13 @@ PasswordDigits Password(const CommandLine& line) {
   return digits;
 }
 
-/// "16, 8": points by node, of the nodes that have some.
+/// "16 at node 1, 8 at node 2", of blocks.
 QString PointsByNode(const PointCounts& counts) {
   QStringList nodes;
   for (std::size_t node = 0; node < counts.size(); ++node) {
     if (counts[node] == 0) continue;
     nodes << QStringLiteral("%1 at node %2")
-                 .arg(counts[node])
+                 .arg(counts[node] * PointsOfBlock)
                  .arg(QString::number(node + 1, 16).toUpper());
   }
   return nodes.join(QStringLiteral(", "));
@@ -91,10 +91,8 @@ void TellOtherHardware(const PanelAt& panel, const Project& project, bool byNode
              .arg(points));
   } else if (const auto counts = byNode ? ReadPointCounts() : std::nullopt) {
     PointCounts wanted{};
-    for (int node = 0; node < NodeCount; ++node) {
-      wanted[static_cast<std::size_t>(node)] =
-          static_cast<Int16>(project.Panel.IOCount(node) * PointsOfBlock);
-    }
+    // The project has one element more, which is no node's.
+    std::copy_n(project.Panel.IOCount.elements.begin(), wanted.size(), wanted.begin());
     if (*counts != wanted) {
       tell(QStringLiteral("the panel has its relays and inputs as %1, the project as %2")
                .arg(PointsByNode(*counts), PointsByNode(wanted)));

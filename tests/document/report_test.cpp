@@ -4,13 +4,11 @@
 #include <algorithm>
 #include <set>
 
-#include "document/page_recorder.h"
-#include "document/rules/report/report_writer.h"
 #include "document/rules/text/doc_file.h"
 #include "document/sample_panel.h"
-#include "document/school_panel.h"
 #include "panel/document_fixture.h"
 #include "panel/live_dimmers.h"
+#include "town_hall.h"
 
 namespace {
 
@@ -64,6 +62,7 @@ TEST_F(ReportTest, TellsWhatIsUsedInNamesAndActionWords) {
   EXPECT_EQ(Row("Relays", "RELAY 01 FOYER")[3].toStdString(),
             "INPUT 03 LOBBY: turns it on and off\n"
             "Through GROUP 07: TIMER 48 (6:30 AM, Mon to Fri): turns it off");
+  EXPECT_EQ(Row("Panel", "Latitude").value(1), "45 degrees north");
   EXPECT_EQ(Row("Relays", "RELAY 04").value(3).toStdString(),
             "TIMER 48 (6:30 AM, Mon to Fri): turns it off\nGROUP 07: includes it")
       << "what is done directly is not told again";
@@ -89,6 +88,8 @@ TEST_F(ReportTest, SheetsHaveEachCellOfItsType) {
       {"Open Close Dates", "Date Of Year", 0, Kind::Text, 0, "Jan 01"},
       {"Open Close Dates", "Open Time", 0, Kind::Text, 0, "--:--"},
       {"Dimmer Outputs", "Fade Rate (Sec)", 5, Kind::Number, 40, "40"},
+      {"Dimmer Controls", "Device", 15, Kind::Text, 0, "FL 3C"},
+      {"Panel Settings", "Value", 15, Kind::Text, 0, "45 degrees north"},
       {"Dimmer Controls", "DO Device", 127, Kind::Text, 0, "DO:0C"},
       {"Dimmer Controls", "Output", 127, Kind::Number, 4, "4"},
       {"Dimmer Controls", "Control", 127, Kind::Number, 16, "16"},
@@ -122,6 +123,9 @@ TEST_F(ReportTest, TellsItemsInARowAsOneAndAllThatScreensHold) {
     PanelRecord.TimerPresetControl(0, preset) = -1;
   }
   PanelRecord.OffHoursSweepGroup(0) = -1;
+  for (const int input : {16, 17}) {
+    for (const int relay : {20, 21}) PanelRecord.InputRelayControl(input, relay) = 3;
+  }
   FennlinkRecords(2).DeviceType = 3;
   FennlinkRecords(2).DevicePilot(1) = 1;
   DimSetEnabled(0, 1);
@@ -147,6 +151,8 @@ TEST_F(ReportTest, TellsItemsInARowAsOneAndAllThatScreensHold) {
                          "Through GROUP 01: Off hours sweep (1 Hour Interval): sweeps it off\n"
                          "Through PRESET 04, PRESET 09 OFFICE: TIMER 01 (12:00 AM, every day): "
                          "turns it on"}));
+  EXPECT_EQ(Row("Relays", "RELAY 21,\nRELAY 22").value(4),
+            "INPUT 17, INPUT 18: turn them on and off");
   EXPECT_EQ(Row("Panel", "I/O of node 4").value(1), "8, 17 to 24");
   EXPECT_EQ(Row("Panel", "Clock source").value(1), "Internal Crystal");
   EXPECT_EQ(Row("Panel", "DMX on level").value(1), "90%");
@@ -163,21 +169,21 @@ TEST_F(ReportTest, TellsItemsInARowAsOneAndAllThatScreensHold) {
 }
 
 TEST_F(ReportTest, ItemsAndDaysInARowAreOneAndSheetsHaveARowForEachItem) {
-  LoadSchool();
+  OpenTownHallWithAnnex();
   EXPECT_EQ(Row("Groups", "GROUP 12 ALL ROOMS").value(1),
-            "includes RELAY 01 ROOM 101 to RELAY 28 ROOM 128");
-  EXPECT_EQ(Row("Groups", "GROUP 07 FLOOR 4").value(1),
-            "includes RELAY 25 ROOM 125, RELAY 26 ROOM 126, RELAY 27 ROOM 127, RELAY 28 ROOM 128");
+            "includes RELAY 25 ROOM 301 to RELAY 40 ROOM 316");
+  EXPECT_EQ(Row("Groups", "GROUP 02 OFFICES").value(1),
+            "includes RELAY 05 OFFICE 1, RELAY 06 OFFICE 2, RELAY 07 OFFICE 3, RELAY 08 MEETING");
   const auto days = Rows("Open And Close Times");
-  EXPECT_EQ(days[1], (QStringList{"Monday to Friday", "7:00A", "6:00P"}));
+  EXPECT_EQ(days[1], (QStringList{"Monday to Wednesday", "8:00A", "5:00P"}));
   EXPECT_EQ(Row("Open And Close Times", "Dec 23 to Dec 31").mid(1),
             (QStringList{"9:00A", "2:00P"}));
   PanelRecord.DateOpenTime(11, 24) = PanelRecord.DateCloseTime(11, 24) = 36;
   EXPECT_EQ(Row("Open And Close Times", "Dec 25").mid(1), (QStringList{"closed", ""}));
-  EXPECT_EQ(Row("Panel Door", "20"), (QStringList{"20", "ROOM 120", "", "", "40", "SIGN", "", ""}));
-  EXPECT_EQ(Rows("Commissioning").size(), 40U + 20U + 5U + 4U);
-  EXPECT_EQ(Row("Commissioning", "FL 04 STATION 4"),
-            (QStringList{"FL 04 STATION 4", "6/7/8 Button", ReportBox, "", ""}));
+  EXPECT_EQ(Row("Panel Door", "20"), (QStringList{"20", "SIGN", "", "", "40", "ROOM 316", "", ""}));
+  EXPECT_EQ(Rows("Commissioning").size(), 40U + 37U + 7U + 4U);
+  EXPECT_EQ(Row("Commissioning", "FL 01 ROOM 204"),
+            (QStringList{"FL 01 ROOM 204", "6/7/8 Button", ReportBox, "", ""}));
 }
 
 TEST_F(ReportTest, TheYearTellsWhenTimersFireAndWhenTheyHaveRelaysOn) {
@@ -271,7 +277,7 @@ TEST_F(ReportTest, AForeignFileInTheCoversPlaceIsToldAndStays) {
 }
 
 TEST_F(ReportTest, AcceptedFindingsStandApartWithTheirReason) {
-  LoadSchool();
+  OpenTownHallWithAnnex();
   const auto findings = CheckProject(LiveProject);
   const Acceptance known = Accept(findings[0], "It waits for the stage.", {2026, 11, 20});
   Acceptance other = Accept(findings[1], "It said something else.", {2026, 11, 20});
@@ -283,125 +289,6 @@ TEST_F(ReportTest, AcceptedFindingsStandApartWithTheirReason) {
   EXPECT_EQ(told.Chapters[1].Rows[0].Cells.mid(1),
             (QStringList{findings[0].Sentence, "It waits for the stage.", "2026-11-20"}));
   EXPECT_TRUE(told.Cover.back().second.endsWith(", 1 accepted"));
-}
-
-/// What a reader of the pages relies on.
-class ReportPagesTest : public ReportTest {
- protected:
-  static const PrintedText* Find(const std::vector<PrintedText>& page, const QString& text) {
-    // The contents and the foot are painted last.
-    const auto found = std::find_if(page.rbegin(), page.rend(),
-                                    [&](const PrintedText& t) { return t.Text == text; });
-    return found == page.rend() ? nullptr : &*found;
-  }
-
-  /// Looks at the foot, the contents and the edges of all pages.
-  static void LookAt(const PageRecorder& pages, const PanelReport& report) {
-    const int count = static_cast<int>(pages.Pages().size());
-    for (int page = 2; page <= count; ++page) {
-      SCOPED_TRACE(page);
-      const auto& texts = pages.Pages()[static_cast<std::size_t>(page - 1)];
-      const PrintedText* foot = Find(texts, QStringLiteral("Page %1 of %2").arg(page).arg(count));
-      ASSERT_NE(foot, nullptr);
-      EXPECT_NE(Find(texts, "2026-11-25 10:00"), nullptr);
-      for (const PrintedText& text : texts) {
-        EXPECT_LE(text.Right, pages.width() + 1) << text.Text.toStdString();
-        EXPECT_LE(text.Base, foot->Base) << text.Text.toStdString();
-        EXPECT_GE(text.Left, 0) << text.Text.toStdString();
-      }
-    }
-    const auto& contents = pages.Pages()[1];
-    for (const ReportChapter& chapter : report.Chapters) {
-      SCOPED_TRACE(chapter.Title.toStdString());
-      const PrintedText* line = Find(contents, chapter.Title);
-      ASSERT_NE(line, nullptr);
-      const PrintedText* number = line + 1;
-      const int page = number->Text.toInt();
-      ASSERT_TRUE(page >= 2 && page <= count);
-      const auto& texts = pages.Pages()[static_cast<std::size_t>(page - 1)];
-      const auto title = std::find_if(texts.rbegin(), texts.rend(), [&](const PrintedText& t) {
-        return t.Text == chapter.Title && t.Left == 0;
-      });
-      ASSERT_NE(title, texts.rend());
-      // Its columns, and a row at least.
-      std::set<double> lines;
-      for (const PrintedText& text : texts) {
-        if (text.Base > title->Base && text.Base < Find(texts, "2026-11-25 10:00")->Base) {
-          lines.insert(text.Base);
-        }
-      }
-      EXPECT_GE(lines.size(), 2U) << "a heading alone";
-    }
-  }
-};
-
-TEST_F(ReportPagesTest, ASchoolFitsTenPagesBesideWhatIsFilledIn) {
-  LoadSchool();
-  const PanelReport report = Report();
-  const auto writer = LoadReportWriter();
-  for (const auto paper : {QPageSize::A4, QPageSize::Letter}) {
-    PageRecorder pages(paper);
-    writer->Paint(report, pages);
-    LookAt(pages, report);
-    const PrintedText* door = Find(pages.Pages()[1], "Panel Door");
-    ASSERT_NE(door, nullptr);
-    if (paper == QPageSize::A4) {
-      EXPECT_LE((door + 1)->Text.toInt(), 11);
-    }
-    const PrintedText* tests = Find(pages.Pages()[1], "Commissioning");
-    EXPECT_EQ((tests + 1)->Text.toInt(), (door + 1)->Text.toInt() + 1) << "one sheet for the door";
-  }
-  const QString folder = qEnvironmentVariable("TAMBERLOOM_REPORT_FOLDER");
-  if (folder.isEmpty()) return;
-  const auto keep = [&](const char* name, Paper paper) {
-    QFile file(folder + u'/' + QLatin1StringView(name));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(writer->Pdf(report, paper, {}));
-  };
-  keep("school_a4.pdf", Paper::A4);
-  keep("school_letter.pdf", Paper::Letter);
-}
-
-TEST_F(ReportPagesTest, ARowThatGoesOnBehindABreakHasItsName) {
-  LoadEveryCode();
-  PanelRecord.RelayName(0) = "FOYER";
-  for (int input = 0; input < ItemCount; ++input) {
-    PanelRecord.InputName(input) = "SWITCH OF ROOM " + std::to_string(input);
-    PanelRecord.InputType(input) = 1;
-    for (int relay = 0; relay < ItemCount; ++relay) {
-      PanelRecord.InputRelayControl(input, relay) = static_cast<Int16>(1 + (input + relay) % 3);
-    }
-  }
-  const PanelReport report = Report();
-  PageRecorder pages(QPageSize::A4);
-  LoadReportWriter()->Paint(report, pages);
-  LookAt(pages, report);
-  int namesOnBreaks = 0;
-  for (std::size_t page = 2; page < pages.Pages().size(); ++page) {
-    const auto& texts = pages.Pages()[page];
-    // Behind a break the columns stand first, then a row, which begins in the first column.
-    if (texts.size() < 8 || texts[0].Text != "Relay") continue;
-    const auto row = std::find_if(texts.begin(), texts.end(), [&](const PrintedText& t) {
-      return t.Base > texts[0].Base + pages.Millimetres(3.9);
-    });
-    ASSERT_NE(row, texts.end());
-    EXPECT_TRUE(row->Text.startsWith("RELAY ")) << row->Text.toStdString();
-    EXPECT_LE(row->Left, pages.Millimetres(2)) << row->Text.toStdString();
-    ++namesOnBreaks;
-  }
-  EXPECT_GE(namesOnBreaks, 3);
-}
-
-TEST_F(ReportPagesTest, TheSameProjectAndDateGiveTheSameBytes) {
-  LoadEveryCode();
-  const auto writer = LoadReportWriter();
-  const QByteArray pdf = writer->Pdf(Report(), Paper::A4, {});
-  EXPECT_TRUE(pdf == writer->Pdf(Report(), Paper::A4, {}));
-  EXPECT_EQ(pdf.count("/XYZ null "), static_cast<qsizetype>(Report().Chapters.size()));
-  EXPECT_TRUE(pdf.contains("/CreationDate (D:20261125100000)"));
-  const QByteArray workbook = writer->Workbook(BuildSheets(LiveProject), Morning);
-  EXPECT_TRUE(workbook == writer->Workbook(BuildSheets(LiveProject), Morning));
-  EXPECT_FALSE(workbook == writer->Workbook(BuildSheets(LiveProject), Morning.addDays(1)));
 }
 
 }  // namespace

@@ -91,14 +91,15 @@ TEST_F(PanelProgramTest, APanelIsASideOfAMerge) {
 }
 
 TEST_F(PanelProgramTest, OnlyWhatHasChangedIsSentToAPanelThatHoldsWhatIsKnown) {
-  PanelRecord.IOCount(0) = PanelRecord.IOCount(1) = 2;
+  PanelRecord.IOCount(0) = 3;
+  PanelRecord.IOCount(1) = 1;
   const QString file = Save("hall.T3");
   EXPECT_EQ(Run({"send", file, address, "--changes"}, {}, Password), 2);
   EXPECT_TRUE(errors.contains("nothing is known")) << errors.toStdString();
   EXPECT_EQ(Run({"send", file, address}, {}, Password), 0) << errors.toStdString();
   EXPECT_TRUE(
-      errors.contains("the panel has its relays and inputs as 16 at node 1, "
-                      "the project as 8 at node 1, 8 at node 2"))
+      errors.contains("the panel has its relays and inputs as 8 at node 1, 8 at node 2, "
+                      "the project as 12 at node 1, 4 at node 2"))
       << errors.toStdString();
   EXPECT_EQ(Run({"compare", file, address, "--names"}), 0) << output.toStdString();
   const QDir known(folder.filePath("Orv Tamberloom 3/Panels"));

@@ -50,7 +50,9 @@ struct ReportChapter {
   std::vector<ReportGraph> Graphs = {};
   bool ForPen = false;  ///< To be filled in: ruled, on pages of its own with the panel's name.
   QString Note = {};    ///< Below the title.
-  bool Small = false;   ///< Of many columns, in small letters.
+  bool Small = false;   ///< Of many columns or lines, in small letters.
+  bool RunOn = false;   ///< The lines of a cell, but of the first, follow one another in one.
+  bool Halved = false;  ///< Printed as two tables side by side.
 };
 
 /// What a report tells beside the project's settings.

@@ -107,14 +107,17 @@ ReportChapter DimmerChapter(const Project& project, const ReportUses& uses) {
                         {"Output", "Settings", "Controls", "What it follows"},
                         {19, 20, 38, 23}};
   for (int dev = 0; dev < DimmerDeviceCount; ++dev) {
-    if (!DimmerEnabled(project.Dimmers, dev)) continue;
+    const bool enabled = DimmerEnabled(project.Dimmers, dev);
     for (int out = 0; out < DimmerOutputCount; ++out) {
       const DimmerOutput output(project.Dimmers, dev, out);
+      if (!enabled && !FollowsRelays(output)) continue;
       const Item item{ItemKind::DimmerOutput, dev, out};
-      chapter.Rows.push_back(
-          {{ItemText(project, item), DimmerSettings(project, item, output).join(u'\n'),
-            SlotLines(project, output).join(u'\n'),
-            DimmerFollows(output, uses.WhatItDoes(item)).join(u'\n')}});
+      const QStringList settings = enabled ? DimmerSettings(project, item, output)
+                                           : QStringList(QStringLiteral("follows relays alone"));
+      chapter.Rows.push_back({{ItemText(project, item), settings.join(u'\n'),
+                               enabled ? SlotLines(project, output).join(u'\n') : QString(),
+                               DimmerFollows(output, uses.WhatItDoes(item)).join(u'\n')}});
+      if (!enabled) continue;
       const Int16 mode = output(dim::TrackMode);
       if (mode == Track2Point || mode == Track3Point) {
         chapter.Graphs.push_back(CurveOf(output, ItemText(project, item)));

@@ -52,6 +52,14 @@ QString StaticPilot(const FennlinkRecord& device, int input) {
   return lit ? QStringLiteral("has a pilot that is always on") : QString();
 }
 
+/// A row an item, of which much is told: close together.
+ReportChapter ItemChapter(const char* title, const QStringList& columns,
+                          const std::vector<int>& widths) {
+  ReportChapter chapter{QString::fromLatin1(title), columns, widths};
+  chapter.Small = chapter.RunOn = true;
+  return chapter;
+}
+
 QString JoinLines(const QStringList& lines) {
   QStringList told = lines;
   told.removeAll(QString());
@@ -65,7 +73,8 @@ QString WordText(WordTable table, int code) {
 }
 
 ReportChapter PanelChapter(const Project& project) {
-  ReportChapter chapter{QStringLiteral("Panel"), {"Setting", "Value"}, {40, 60}};
+  ReportChapter chapter{QStringLiteral("Panel"), {"Setting", "Value"}, {54, 46}};
+  chapter.Halved = true;
   const Screen module = AddOnModuleOf(project.Panel.AddOnModuleType).On;
   const auto add = [&](const Setting& setting) {
     const QString words = WordsOf(project, setting);
@@ -92,13 +101,14 @@ ReportChapter RelayChapter(const Project& project, const ReportUses& uses) {
   const bool channels =
       std::any_of(panel.DMXChannel.elements.begin(), panel.DMXChannel.elements.begin() + ItemCount,
                   [](Int16 channel) { return channel != 0; });
-  ReportChapter chapter{
-      QStringLiteral("Relays"), {"Relay", "Power on", "Type", "What acts on it"}, {20, 10, 9, 61}};
+  ReportChapter chapter =
+      ItemChapter("Relays", {"Relay", "Power on", "Type", "What acts on it"}, {17, 8, 8, 67});
   if (channels) {
     chapter.Columns.insert(3, QStringLiteral("DMX"));
-    chapter.Widths = {20, 10, 9, 6, 55};
+    chapter.Widths = {17, 8, 8, 5, 62};
   }
   std::vector<Item> alike;  // Relays in a row of which the same is told are one row.
+  QStringList told;
   for (int relay = 0; relay < InstalledPoints(project); ++relay) {
     const Item item{ItemKind::Relay, relay};
     const QString acts = uses.WhatActsOnIt(item);
@@ -108,9 +118,12 @@ ReportChapter RelayChapter(const Project& project, const ReportUses& uses) {
                          WordText(RelayTimerTypes, panel.RelayTimerType(relay))};
     if (channels) cells << (channel == 0 ? QString() : QString::number(channel));
     cells << acts;
-    if (chapter.Rows.empty() || chapter.Rows.back().Cells.mid(1) != cells.mid(1)) {
+    if (cells != told) {
       alike.clear();
       chapter.Rows.push_back({cells});
+      told = cells;
+    } else if (alike.size() == 1) {
+      chapter.Rows.back().Cells.back() = uses.WhatActsOnIt(item, true);
     }
     alike.push_back(item);
     // In a narrow column each begins a line, and may be parted.
@@ -141,12 +154,12 @@ ReportChapter HolderChapter(const Project& project, const ReportUses& uses, Item
 ReportChapter GroupChapter(const Project& project, const ReportUses& uses) {
   return HolderChapter(
       project, uses, ItemKind::Group,
-      {QStringLiteral("Groups"), {"Group", "What it does", "What acts on it"}, {20, 36, 44}});
+      ItemChapter("Groups", {"Group", "What it does", "What acts on it"}, {17, 33, 50}));
 }
 
 ReportChapter InputChapter(const Project& project, const ReportUses& uses) {
-  ReportChapter chapter{
-      QStringLiteral("Inputs"), {"Input", "Type", "Active", "What it does"}, {21, 17, 13, 49}};
+  ReportChapter chapter =
+      ItemChapter("Inputs", {"Input", "Type", "Active", "What it does"}, {17, 13, 9, 61});
   for (int input = 0; input < InstalledPoints(project); ++input) {
     const Item item{ItemKind::Input, input};
     if (!uses.DoesAnything(item) && OwnName(project, item).isEmpty()) continue;
@@ -160,8 +173,8 @@ ReportChapter InputChapter(const Project& project, const ReportUses& uses) {
 }
 
 ReportChapter DeviceChapter(const Project& project, const ReportUses& uses) {
-  ReportChapter chapter{
-      QStringLiteral("Bus Devices"), {"Input", "Type", "What it does"}, {28, 20, 52}};
+  ReportChapter chapter =
+      ItemChapter("Bus Devices", {"Input", "Type", "What it does"}, {20, 16, 64});
   for (int number = 1; number <= DeviceCount; ++number) {
     const FennlinkRecord& device = project.Devices(number);
     const FennlinkDeviceType& type = FennlinkDevice(device.DeviceType);
@@ -193,9 +206,8 @@ ReportChapter DeviceChapter(const Project& project, const ReportUses& uses) {
 }
 
 ReportChapter TimerChapter(const Project& project, const ReportUses& uses) {
-  ReportChapter chapter{QStringLiteral("Timers"),
-                        {"Timer", "When", "What it does", "What acts on it"},
-                        {21, 24, 32, 23}};
+  ReportChapter chapter =
+      ItemChapter("Timers", {"Timer", "When", "What it does", "What acts on it"}, {17, 35, 30, 18});
   for (int timer = 0; timer < ItemCount; ++timer) {
     const Item item{ItemKind::Timer, timer};
     const QString does = uses.WhatItDoes(item);
@@ -209,7 +221,7 @@ ReportChapter TimerChapter(const Project& project, const ReportUses& uses) {
 ReportChapter PresetChapter(const Project& project, const ReportUses& uses) {
   return HolderChapter(
       project, uses, ItemKind::Preset,
-      {QStringLiteral("Presets"), {"Preset", "What it does", "What acts on it"}, {20, 42, 38}});
+      ItemChapter("Presets", {"Preset", "What it does", "What acts on it"}, {17, 57, 26}));
 }
 
 ReportChapter SweepChapter(const Project& project, const ReportUses& uses) {
@@ -226,7 +238,8 @@ ReportChapter OpenCloseChapter(const Project& project) {
   DocumentText text(&tables);
   DocOpenCloseTimesSchedule(text, project);
   ReportChapter chapter{
-      QStringLiteral("Open And Close Times"), {"Day", "Open", "Close"}, {40, 30, 30}};
+      QStringLiteral("Open And Close Times"), {"Day", "Open", "Close"}, {52, 24, 24}};
+  chapter.Halved = true;
   for (const DocumentTable& table : tables) {
     QString first;
     for (const auto& row : table.Rows) {

@@ -75,8 +75,11 @@ ReportChapter CommissioningChapter(const Project& project, const ReportUses& use
     if (type.InputCount != 0) add({ItemKind::Device, number}, ToUnicode(type.ListText));
   }
   for (int dev = 0; dev < DimmerDeviceCount; ++dev) {
-    if (!DimmerEnabled(project.Dimmers, dev)) continue;
     for (int out = 0; out < DimmerOutputCount; ++out) {
+      if (!DimmerEnabled(project.Dimmers, dev) &&
+          !FollowsRelays(DimmerOutput(project.Dimmers, dev, out))) {
+        continue;
+      }
       add({ItemKind::DimmerOutput, dev, out}, QStringLiteral("dimmer output"));
     }
   }

@@ -17,9 +17,20 @@ namespace {
 /// "turns RELAY 01, RELAY 02 on and off" of "turns on and off".
 QString WordsAround(const QString& words, const QString& used) {
   const QString verb = words.section(u' ', 0, 0);
-  const bool parted =
-      QStringList{"turns", "switches", "sweeps", "holds"}.contains(verb) && verb != words;
+  const bool parted = verb != words && QStringList{"turns", "switches", "sweeps", "holds",
+                                                   "turn",  "switch",   "sweep",  "hold"}
+                                           .contains(verb);
   return parted ? verb + u' ' + used + words.mid(verb.size()) : words + u' ' + used;
+}
+
+/// "turn" of "turns", "are controlled by" of "is controlled by".
+QString OfSeveral(const QString& words) {
+  QString verb = words.section(u' ', 0, 0);
+  const QString rest = words.mid(verb.size());
+  if (verb == u"is") return QStringLiteral("are") + rest;
+  if (verb == u"has") return QStringLiteral("have") + rest;
+  verb.chop(verb.endsWith(QLatin1StringView("ches")) ? 2 : 1);
+  return verb + rest;
 }
 
 /// A pilot shows what an item does and acts on nothing.
@@ -124,7 +135,8 @@ std::vector<ReportUses::Ways> ReportUses::WaysTo(const Item& used) const {
   return ways;
 }
 
-QString ReportUses::WhatActsOnIt(const Item& used) const {
+QString ReportUses::WhatActsOnIt(const Item& used, bool several) const {
+  const auto it = QLatin1StringView(several ? "them" : "it");
   struct Line {
     std::size_t Words;
     Ways How;
@@ -160,8 +172,9 @@ QString ReportUses::WhatActsOnIt(const Item& used) const {
     });
     if (line.Users.empty()) continue;
     std::sort(line.Users.begin(), line.Users.end());
+    const QString words = words_[line.Words];
     const QString does = Names(line.Users, true) + QStringLiteral(": ") +
-                         WordsAround(words_[line.Words], QStringLiteral("it"));
+                         WordsAround(line.Users.size() > 1 ? OfSeveral(words) : words, it);
     if (line.How.Direct) {
       direct << does;
       continue;

@@ -24,7 +24,7 @@ class ReportUses {
 
   /// "TIMER 03 (6:00 AM, Mon to Fri): turns it on": what acts directly, then "Through GROUP 07:
   /// ..." for the groups and presets that hold it, unless the same is done directly.
-  QString WhatActsOnIt(const Item& used) const;
+  QString WhatActsOnIt(const Item& used, bool several = false) const;
 
   /// The items, in order, many in a row as "RELAY 05 to 08" or "RELAY 01 FOYER to RELAY 08 HALL";
   /// with the times at which they act.

@@ -230,7 +230,7 @@ ReportChapter YearChapter(const Project& project, const ReportUses& uses, int ye
   ReportChapter chapter{
       QStringLiteral("The Year %1").arg(year),
       {"Timer"},
-      {28},
+      {16},
       {},
       {},
       false,
@@ -239,7 +239,7 @@ ReportChapter YearChapter(const Project& project, const ReportUses& uses, int ye
       true};
   for (const std::string_view month : MonthNames) {
     chapter.Columns << ToUnicode(ShortName(month));
-    chapter.Widths.push_back(6);
+    chapter.Widths.push_back(7);
   }
   constexpr int daysBefore = 7;
   const QDate first(year, 1, 1);

@@ -1,8 +1,11 @@
 #include "document/rules/text/doc_sections.h"
+#include "panel/code_page.h"
 #include "panel/dimmer_fields.h"
 #include "panel/dimmer_words.h"
+#include "panel/format.h"
 #include "panel/hex.h"
 #include "panel/panel_record.h"
+#include "panel/setting.h"
 
 namespace {
 
@@ -19,8 +22,26 @@ void LevelCell(DocumentText& text, const DimmerOutput& output, const DimmerField
   }
 }
 
+/// An output with its place in a project, in which its numbers have words.
+struct PlacedOutput : DimmerOutput {
+  PlacedOutput(const Project& project, int dev, int out)
+      : DimmerOutput(project.Dimmers, dev, out), In(project), At{dev, out} {}
+
+  std::string WordsOf(const DimmerField& field) const {
+    return FromUnicode(::WordsOf(In, {nullptr, &field, At}));
+  }
+
+  const Project& In;
+  Place At;
+};
+
+/// The light at the photocell, by its code.
+void LightCell(DocumentText& text, const PlacedOutput& output, const DimmerField& field) {
+  text.Cell(output(field)).InSheet([&] { return output.WordsOf(field); });
+}
+
 /// Photocell, target and points. A two point curve shows its first point alone.
-void TrackingCells(DocumentText& text, const DimmerOutput& output) {
+void TrackingCells(DocumentText& text, const PlacedOutput& output) {
   const Int16 mode = output(dim::TrackMode);
   text.Cell(Word(TrackModes, mode));
   if (mode == TrackDisabled) {
@@ -28,25 +49,33 @@ void TrackingCells(DocumentText& text, const DimmerOutput& output) {
     return;
   }
   text.Cell(HexByte(output(dim::PhotocellNode))).Cell(HexByte(output(dim::PhotocellDevice)));
-  text.Cell();
+  text.InSheet([&] { return output.WordsOf(dim::PhotocellDevice); });
   if (mode == TrackSetpoint) {
-    text.Number(output(dim::Target)).Skip(PointColumns);
+    LightCell(text, output, dim::Target);
+    text.Skip(PointColumns);
     return;
   }
-  text.Cell(output(dim::PointAIn)).Cell(output(dim::PointAOut));
+  text.Cell();
+  LightCell(text, output, dim::PointAIn);
+  text.Cell(output(dim::PointAOut));
   if (mode == Track2Point) {
     text.Skip(PointColumns - 2);
     return;
   }
-  text.Cell(output(dim::PointBIn)).Cell(output(dim::PointBOut));
-  text.Cell(output(dim::PointCIn)).Cell(output(dim::PointCOut));
+  LightCell(text, output, dim::PointBIn);
+  text.Cell(output(dim::PointBOut));
+  LightCell(text, output, dim::PointCIn);
+  text.Cell(output(dim::PointCOut));
 }
 
-void OutputLine(DocumentText& text, const DimmerOutput& output, int dev, int out) {
+void OutputLine(DocumentText& text, const PlacedOutput& output) {
   text.Header({"DO Device", "Output", "Power On%", "Fade Rate (Sec)", "Min Level%", "Max Level%",
                "DMX Channel", "PC Tracking", "PC Node", "PC Device", "Target", "Point A In",
                "Point A Out", "Point B In", "Point B Out", "Point C In", "Point C Out"});
-  text.Cell("DO:").Text(HexByte(dev + 1)).Cell(out + 1).Cell(output(dim::PowerOnLevel));
+  text.Cell("DO:")
+      .Text(HexByte(output.At.Device + 1))
+      .Cell(output.At.First + 1)
+      .Cell(output(dim::PowerOnLevel));
   const Int16 fade = output(dim::FadeRate);
   text.Cell();
   if (fade >= 0 && fade < FadeRateCount) text.Number(FadeSeconds(fade));
@@ -75,7 +104,9 @@ void OperatorCells(DocumentText& text, const DimmerOutput& output, int slot, Int
       text.Skip(3).Cell(number);
       break;
     default:
-      text.Cell(device == 0 ? "HW" : HexByte(device)).Cell(HexByte(number)).Skip(2);
+      text.Cell(device == 0 ? "HW" : HexByte(device));
+      if (device != 0) text.InSheet([&] { return "FL " + HexByte(device); });
+      text.Cell(HexByte(number)).InSheet([&] { return NumberText(number); }).Skip(2);
       break;
   }
 }
@@ -115,9 +146,9 @@ void DocDimmers(DocumentText& text, const Project& project) {
   for (int dev = 0; dev < DimmerDeviceCount; ++dev) {
     if (!DimmerEnabled(project.Dimmers, dev)) continue;
     for (int out = 0; out < DimmerOutputCount; ++out) {
-      const DimmerOutput output(project.Dimmers, dev, out);
+      const PlacedOutput output(project, dev, out);
       try {
-        OutputLine(text, output, dev, out);
+        OutputLine(text, output);
         ControlLines(text, output);
         RelayLines(text, output);
       } catch (const RunTimeFailure& failure) {

@@ -1,4 +1,5 @@
 #include "document/rules/text/doc_sections.h"
+#include "panel/format.h"
 #include "panel/hex.h"
 #include "panel/panel_record.h"
 #include "panel/words.h"
@@ -11,6 +12,10 @@ void WordLine(DocumentText& text, std::string_view label, std::string_view word)
 
 void NumberLine(DocumentText& text, std::string_view label, int number, int digits = 1) {
   text.Cell(label).Cell(number, digits).EndRow();
+}
+
+void DegreesLine(DocumentText& text, std::string_view label, int degrees, const char* unit) {
+  text.Cell(label).Cell(degrees, 3).InSheet([&] { return NumberText(degrees) + unit; }).EndRow();
 }
 
 void NodeLines(DocumentText& text, const Project& project) {
@@ -44,7 +49,11 @@ void AddOnLines(DocumentText& text, const Project& project) {
   if (panel.AddOnModuleType == AddOnModuleDMX) {
     NumberLine(text, "DMX Off Level(%)", panel.DMXOffLevel, 3);
     NumberLine(text, "DMX On  Level(%)", panel.DMXOnLevel, 3);
-    NumberLine(text, "DMX Filter", panel.DMXFilter, 2);
+    // The editor counts from 1.
+    text.Cell("DMX Filter").Cell(panel.DMXFilter, 2).InSheet([&] {
+      return NumberText(panel.DMXFilter + 1);
+    });
+    text.EndRow();
   }
   if (panel.AddOnModuleType == AddOnModuleModBus) {
     WordLine(text, "MODBus Protocol", Word(ModBusModes, panel.ModBusMode));
@@ -62,8 +71,8 @@ void DocPanelSettings(DocumentText& text, const Project& project) {
   NumberLine(text, "I/O Count", PanelIOCount(project.Panel), 2);
   NodeLines(text, project);
   WordLine(text, "AddOn Module Type", AddOnModuleOf(panel.AddOnModuleType).DocumentWord);
-  NumberLine(text, "Latitude", panel.Latitude, 3);
-  NumberLine(text, "Longitude", panel.Longitude, 3);
+  DegreesLine(text, "Latitude", panel.Latitude, " degrees north");
+  DegreesLine(text, "Longitude", panel.Longitude, " degrees west");
   WordLine(text, "Time Zone", Word(TimeZones, panel.TimeZone));
   DaylightSavingLines(text, project);
   NumberLine(text, "Blink Alert (Min)", panel.BlinkAlertMinutes, 3);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 #include "panel/format.h"
 #include "panel/hex.h"
@@ -42,7 +43,7 @@ void DocumentText::BeginTable(std::string_view name, std::vector<std::string> co
 
 DocumentText& DocumentText::Cell() {
   if (tables_) {
-    if (rowBegun_) row_.back().Text = bytes_.substr(cellStart_);
+    if (rowBegun_) EndCell();
     row_.emplace_back();
   }
   if (rowBegun_) bytes_ += '\t';
@@ -117,11 +118,16 @@ void DocumentText::EndRow() {
 }
 
 void DocumentText::AddRow() {
-  row_.back().Text = bytes_.substr(cellStart_);
+  EndCell();
   if (table_ == NoTable) BeginTable(title_, {"Setting", "Value", "Points"});
   if (table_ != leader_) row_.insert(row_.begin(), lead_.begin(), lead_.end());
   (*tables_)[table_].Rows.push_back(std::move(row_));
   row_.clear();
+}
+
+void DocumentText::EndCell() {
+  row_.back().Text = bytes_.substr(cellStart_);
+  if (!sheetWords_.empty()) row_.back() = {std::exchange(sheetWords_, {})};
 }
 
 void DocumentText::NextItem(char separator) {

@@ -52,6 +52,13 @@ class DocumentText {
   DocumentText& Time(int minutes);
   DocumentText& QuarterHours(int quarterHours);
 
+  /// What a spreadsheet has in the cell in place of the document's number.
+  template <typename Teller>
+  DocumentText& InSheet(Teller words) {
+    if (tables_) sheetWords_ = words();
+    return *this;
+  }
+
   // Each adds an item to the list in the cell: a separator unless it is the first, then the item.
   DocumentText& Item(std::string_view letter, int number, int digits = 2, char separator = ',');
   DocumentText& FennlinkItem(int device, int input);
@@ -80,6 +87,7 @@ class DocumentText {
   std::string Take() { return std::move(bytes_); }
 
  private:
+  void EndCell();
   void NextItem(char separator);
   void AddDevice(int device);
   void AddDeviceInput(int device, int input);
@@ -97,6 +105,7 @@ class DocumentText {
   std::string title_;
   std::size_t cellStart_ = 0;
   std::vector<DocumentCell> row_;  ///< The texts are filled in as the cells end.
+  std::string sheetWords_;         ///< In place of the text of the last cell.
   std::vector<DocumentCell> lead_;
   std::vector<std::string> leadColumns_;
   std::size_t leader_ = NoTable;  ///< The table that gives the lead and has none.
