@@ -106,14 +106,15 @@ class TcpTransport : public Transport {
     mayHaveMore_ = true;
     if (IsOpen()) return;
     Close();
+    if (host.isEmpty()) {
+      throw TransportFailure(QStringLiteral("Enter the panel's TCP/IP address."));
+    }
     throw TransportFailure(
-        host.isEmpty() ? QStringLiteral("Enter the panel's TCP/IP address.")
-        : isUnknown_
-            ? QStringLiteral("There is no host named %1. Check the name and the network.").arg(host)
-            : QStringLiteral("Nobody answers at %1, port %2. Check the address, the network and "
-                             "the panel's power.")
-                  .arg(host)
-                  .arg(port_));
+        QStringLiteral("Nobody answers at %1, port %2. %3")
+            .arg(host, QString::number(port_),
+                 isUnknown_ ? QStringLiteral("No host has that name: check it, and the network.")
+                            : QStringLiteral("Check the address, the network and the panel's "
+                                             "power.")));
   }
 
   bool IsOpen() const override { return socket_.state() == QAbstractSocket::ConnectedState; }

@@ -124,6 +124,11 @@ TEST_F(PanelProgramTest, OnlyWhatHasChangedIsSentToAPanelThatHoldsWhatIsKnown) {
   EXPECT_TRUE(errors.contains("holds something else")) << errors.toStdString();
   EXPECT_TRUE(errors.contains("relays and inputs, the project")) << errors.toStdString();
   EXPECT_EQ(Commands(), "05 311F7A05 01 3400009F");
+
+  ASSERT_TRUE(QDir(known).removeRecursively());
+  Write("Orv Tamberloom 3/Panels", "in the way");
+  EXPECT_EQ(Run({"send", file, address}, {}, Password), 0) << errors.toStdString();
+  EXPECT_TRUE(errors.contains("what it holds is not remembered")) << errors.toStdString();
 }
 
 TEST_F(PanelProgramTest, AnInterruptedSendTellsWhatItLeaves) {
@@ -265,7 +270,7 @@ TEST_F(PanelProgramTest, WhatFailsIsOneSentenceAndLeavesTheFile) {
     const char* Told;
   } const calls[] = {
       {{"read", "tcp:127.0.0.1:1", file}, "Nobody answers"},
-      {{"read", "tcp:no..host", file}, "There is no host named no..host"},
+      {{"read", "tcp:no..host", file}, "No host has that name"},
       {{"read", "serial:/dev/none@9601", file}, "no port has 9601 baud"},
       {{"switch", address, "RELAY", "48", "on"}, "none with the number 48"},
       {{"read", "tcp:[::1]:1", file}, "Nobody answers at ::1, port 1"},
