@@ -94,7 +94,7 @@ bool HasWords(const Project& project, const Setting& whole);
 /// do not tell.
 QString WordsOf(const Project& project, const Setting& setting);
 
-/// Whether an editor could have put there what stands there; of nothing that is told whole.
+/// Whether an editor could have put there what stands there. For parts, not for what is whole.
 bool IsListed(const Project& project, const Setting& setting);
 
 /// A number with itself behind its words: two projects may have the same words for different ones.
