@@ -42,6 +42,7 @@
 #include "status/output_status_form.h"
 #include "status/system_diagnostic_form.h"
 #include "status/virtual_keypad_form.h"
+#include "status/walk_test_form.h"
 
 namespace {
 
@@ -140,6 +141,7 @@ const std::vector<MenuEntry>& MenuTable() {
 const std::vector<ScreenEntry>& ScreenTable() {
   static const std::vector<ScreenEntry> table = {
       {Screen::None},
+      {Screen::WalkTest, New<frmT3WalkTest>},
       {Screen::Setup, New<frmT3Setup>},
       {Screen::Connect, New<frmT3Connect>},
       {Screen::RelayStatus, NewRow<OutputStatusForm>},

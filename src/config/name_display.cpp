@@ -8,16 +8,6 @@ namespace {
 
 constexpr int CellChars = 2;
 
-/// 0 refuses the key.
-char16_t NameKey(char16_t key) {
-  constexpr char16_t backspace = 8;
-  constexpr std::u16string_view signs = u" .-/*#@():?";
-  if (key >= u'a' && key <= u'z') return static_cast<char16_t>(key - 32);
-  const bool passes = key == backspace || (key >= u'0' && key <= u'9') ||
-                      (key >= u'A' && key <= u'Z') || signs.find(key) != signs.npos;
-  return passes ? key : u'\0';
-}
-
 }  // namespace
 
 NameDisplay::NameDisplay(int cells) : QGroupBox(QStringLiteral("As Displayed On Tamberloom 3")) {
@@ -41,10 +31,4 @@ void NameDisplay::ShowName(const std::string& name) {
   const QString text = ToUnicode(name);
   for (int i = 0; i < lblPanelChar.Count(); ++i) lblPanelChar(i).SetCaption(text.mid(i, 1));
   setAccessibleDescription(text.left(lblPanelChar.Count()));
-}
-
-void FilterNameKeys(TextBox& box) {
-  box.KeyPress = NameKey;
-  // Composed characters would come in past the filter.
-  box.setAttribute(Qt::WA_InputMethodEnabled, false);
 }

@@ -6,6 +6,7 @@
 #include "panel/hex.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
+#include "shell/controls/name_keys.h"
 
 struct NamesScreen {
   Screen Name;

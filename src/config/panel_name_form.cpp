@@ -3,6 +3,7 @@
 #include "panel/code_page.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
+#include "shell/controls/name_keys.h"
 
 namespace {
 

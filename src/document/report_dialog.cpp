@@ -68,6 +68,9 @@ std::optional<ReportFacts> AskReportFacts(QWidget* parent) {
   TellFailureOf([&] {
     if (hasFile) facts.Accepted = ReadAccepted(file);
   });
+  TellFailureOf([&] {
+    if (hasFile) facts.Tested = ReadTested(file);
+  });
   facts.FileEndsEarly = FileEndsEarly();
   const QString kept =
       !hasFile ? QStringLiteral("For this report alone, as the project has no file yet.")

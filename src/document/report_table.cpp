@@ -18,6 +18,7 @@ struct ReportTable::Row {
   std::vector<std::unique_ptr<QTextLayout>> Cells;
   int Lines = 1;
   int Box = -1;  ///< The column of a box to tick.
+  bool Ticked = false;
   bool Across = false;
 };
 
@@ -45,8 +46,9 @@ std::shared_ptr<ReportTable::Row> ReportTable::LaidRow(const QStringList& cells,
   row->Across = across;
   for (qsizetype i = 0; i < cells.size(); ++i) {
     QString text = cells[i];
-    if (text == ReportBox) {
+    if (text == ReportBox || text == ReportTick) {
       row->Box = static_cast<int>(i);
+      row->Ticked = text == ReportTick;
       text.clear();
     }
     if (chapter_.RunOn && i > 0) text.replace(u'\n', QLatin1StringView("; "));
@@ -150,10 +152,13 @@ void ReportTable::AddLines(const std::shared_ptr<Row>& row, int from, int count)
     const double side = paper_.Millimetres(BoxSide);
     const QPointF at(left + (ColumnWidth(static_cast<std::size_t>(row->Box)) - side) / 2,
                      top + (height - side) / 2);
-    paper_.Add([box = QRectF(at, QSizeF(side, side)),
+    paper_.Add([box = QRectF(at, QSizeF(side, side)), ticked = row->Ticked,
                 pen = QPen(Qt::black, paper_.Millimetres(0.2))](QPainter& painter) {
       painter.setPen(pen);
       painter.drawRect(box);
+      if (!ticked) return;
+      painter.drawLine(box.topLeft(), box.bottomRight());
+      painter.drawLine(box.topRight(), box.bottomLeft());
     });
   }
   paper_.Y += height;

@@ -1,5 +1,7 @@
 #include "link/panel_link.h"
 
+#include <QLabel>
+
 #include "line/line_hooks.h"
 #include "line/panel_transact.h"
 #include "panel/live_project.h"
@@ -14,15 +16,20 @@ void AttachLine() {
   Line.LongWait = PaintNow;
 }
 
-void PanelConnectionLost() {
+void PanelConnectionLost(const QString& left) {
   if (EndedWhileWaiting() || ProgramEnding()) return;
   if (Link.DisconnectQZ) Link.DisconnectQZ();
   UnloadAllForms();
-  if (ChildForm* form = ShowForm(Screen::Connect)) {
+  ChildForm* form = ShowForm(Screen::Connect);
+  if (form) {
     if (auto* connect = form->findChild<QWidget*>(QStringLiteral("cmdConnect")))
       connect->setFocus();
   }
   MsgBox(QStringLiteral("Connection To Tamberloom 3 Panel Lost"), MsgIcon::Exclamation,
          ProgramTitle);
+  if (auto* trouble = form ? form->findChild<QLabel*>(QStringLiteral("lblTrouble")) : nullptr;
+      trouble && !left.isEmpty()) {
+    trouble->setText(left);
+  }
   UpdateStatusBar();
 }

@@ -5,7 +5,8 @@
 
 /// The screens of the program, in the order in which they are unloaded.
 enum class Screen {
-  None,  ///< No screen: what nobody edits, a menu entry that acts.
+  None,      ///< No screen: what nobody edits, a menu entry that acts.
+  WalkTest,  ///< Before Connect: it puts a relay back while the panel can be reached.
   Setup,
   Connect,
   RelayStatus,
@@ -75,6 +76,7 @@ struct NamedScreen {
 /// The names of the screens, by which controls, tests and the guide know them.
 inline constexpr auto ScreenNames = std::to_array<NamedScreen>({
     {Screen::None, ""},
+    {Screen::WalkTest, "frmT3WalkTest"},
     {Screen::Setup, "frmT3Setup"},
     {Screen::Connect, "frmT3Connect"},
     {Screen::RelayStatus, "frmT3RelayStatus"},

@@ -63,6 +63,7 @@ ExitStatus Report(const CommandLine& line, const QStringList& files) {
       facts = FactsOfFile(files[0], line.Date);
       facts.Cover = ReadCover(files[0]);
       facts.Accepted = ReadAccepted(files[0]);
+      facts.Tested = ReadTested(files[0]);
     }
     facts.FileEndsEarly = !read.Whole;
     StoreBytes(line.Pdf, ReportPdf(read.Content, facts, line.Pdf, paper, {}));

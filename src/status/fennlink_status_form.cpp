@@ -25,7 +25,7 @@ frmT3FennlinkStatus::frmT3FennlinkStatus()
     : StatusForm(Screen::FennlinkStatus, QStringLiteral("Fennlink Status")) {}
 
 void frmT3FennlinkStatus::Form_Load() {
-  AddUpdateControls();
+  AddWalkButton(AddUpdateControls(), Walk::Stations);
   selector = new QWidget;
   AddWidget(selector);
   auto* row = new QHBoxLayout(selector);

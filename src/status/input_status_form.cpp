@@ -18,7 +18,7 @@ frmT3InputStatus::frmT3InputStatus()
     : StatusForm(Screen::InputStatus, QStringLiteral("Input Status")) {}
 
 void frmT3InputStatus::Form_Load() {
-  AddUpdateControls();
+  AddWalkButton(AddUpdateControls(), Walk::Inputs);
   grid = new RowGrid(ItemCount, QStringLiteral("Input "));
   lblInputName = grid->AddNames("lblInputName", 13);
   const auto addLamps = [this](const char* name, const QString& contact) {

@@ -43,6 +43,7 @@ void OutputStatusForm::Form_Load() {
     cmdAllOn->Click = [this] { SwitchAll(true); };
     cmdAllOff = Add<Button>(update, "cmdAllRelaysOff", QStringLiteral("All Relays Off"));
     cmdAllOff->Click = [this] { SwitchAll(false); };
+    AddWalkButton(update, Walk::Relays);
   }
   grid = new RowGrid(ItemCount, screen.Word);
   lblName = grid->AddNames(screen.NameLabel);
@@ -97,7 +98,7 @@ void OutputStatusForm::SwitchAll(bool on) {
   cmdAllOff->setEnabled(false);
   AskPanel([this, on, pressed] {
     std::ignore = SwitchAllRelays(on);
-    EnableForManual(!AutoUpdating());
+    EnableForManual(!Polling());
     if (pressed) pressed->setFocus();
   });
 }

@@ -3,6 +3,7 @@
 #include "link/panel_queue.h"
 #include "panel/program_state.h"
 #include "shell/shell.h"
+#include "status/walk_test_form.h"
 
 void LiveForm::AddNoConnection() {
   lblNoConnection =
@@ -25,6 +26,35 @@ void LiveForm::Form_Activate() {
   connect_->setVisible(Connected == 0);
   if (auto* hint = findChild<QWidget*>(QStringLiteral("lblHint"))) hint->setVisible(Connected != 0);
   ShowConnected(Connected != 0);
+}
+
+void PollingForm::AddTimer() {
+  Timer1 = new Timer(this, "Timer1", 250);
+  Timer1->Tick = [this] { Timer1_Timer(); };
+}
+
+void PollingForm::Form_Unload() {
+  ForgetRequests();
+  // A lost connection closes the screen while the menus are locked.
+  if (polling_) SetPolling(false);
+}
+
+void PollingForm::Update() {
+  AskPanel([this] { ReadStatus(); });
+}
+
+void PollingForm::SetPolling(bool on) {
+  polling_ = on;
+  Timer1->SetEnabled(on);
+  on ? DisableMainMenus() : EnableMainMenus();
+}
+
+/// The timer rests while it reads, as a tick may come in the middle of a TCP wait.
+void PollingForm::Timer1_Timer() {
+  if (Connected == 0 || PanelBusy()) return;
+  Timer1->SetEnabled(false);
+  Update();
+  Timer1->SetEnabled(polling_);
 }
 
 void ShowOnOff(Label& label, bool on) {
@@ -56,15 +86,19 @@ QHBoxLayout* StatusForm::AddUpdateControls() {
   lblMenusOff = AddLabel(row, "lblMenusOff", QStringLiteral("The menus rest meanwhile."));
   lblMenusOff->SetLook(Label::Look::Quiet);
   row->addStretch(1);
-  Timer1 = new Timer(this, "Timer1", 250);
-  Timer1->Tick = [this] { Timer1_Timer(); };
+  AddTimer();
   tmrFirstReading = new Timer(this, "tmrFirstReading", 0);
   tmrFirstReading->Tick = [this] {
     tmrFirstReading->SetEnabled(false);
     Update();
   };
-  SetAutoUpdating(false);
+  ShowPolling();
   return row;
+}
+
+void StatusForm::AddWalkButton(QHBoxLayout* row, Walk walk) {
+  cmdWalkTest = Add<Button>(row, "cmdWalkTest", QStringLiteral("Walk Test..."));
+  cmdWalkTest->Click = [walk] { OpenWalkTest(walk); };
 }
 
 void StatusForm::Form_Activate() {
@@ -75,20 +109,13 @@ void StatusForm::Form_Activate() {
 }
 
 void StatusForm::Form_Unload() {
-  Timer1->SetEnabled(false);
   tmrFirstReading->SetEnabled(false);
-  ForgetRequests();
-  // A lost connection closes the screen while the menus are locked.
-  if (autoUpdating_) EnableMainMenus();
-  autoUpdating_ = false;
+  PollingForm::Form_Unload();
 }
 
 void StatusForm::EnableForManual(bool enabled) {
   cmdUpdateStatus->setEnabled(enabled);
-}
-
-void StatusForm::Update() {
-  AskPanel([this] { ReadStatus(); });
+  if (cmdWalkTest) cmdWalkTest->setEnabled(enabled);
 }
 
 void StatusForm::cmdUpdateStatus_Click() {
@@ -96,12 +123,12 @@ void StatusForm::cmdUpdateStatus_Click() {
 }
 
 void StatusForm::cmdAutoUpdate_Click() {
-  SetAutoUpdating(!autoUpdating_);
-  autoUpdating_ ? DisableMainMenus() : EnableMainMenus();
+  SetPolling(!Polling());
+  ShowPolling();
 }
 
-void StatusForm::SetAutoUpdating(bool on) {
-  autoUpdating_ = on;
+void StatusForm::ShowPolling() {
+  const bool on = Polling();
   cmdAutoUpdate->SetCaption(on ? QStringLiteral("Disable Auto Updates")
                                : QStringLiteral("Enable Auto Updates"));
   lblAutoUpdate->SetCaption(on ? QStringLiteral("Updates Enabled")
@@ -109,13 +136,4 @@ void StatusForm::SetAutoUpdating(bool on) {
   lblMenusOff->setVisible(on);
   lblAutoUpdate->SetBackColor(on ? Colors::LightGreen : Colors::Grey);
   EnableForManual(!on);
-  Timer1->SetEnabled(on);
-}
-
-/// The timer rests while it reads, as a tick may come in the middle of a TCP wait.
-void StatusForm::Timer1_Timer() {
-  if (Connected == 0 || PanelBusy()) return;
-  Timer1->SetEnabled(false);
-  Update();
-  Timer1->SetEnabled(autoUpdating_);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shell/controls/row_grid.h"
+#include "status/walk_reading.h"
 
 /// A screen that needs a panel; without one only lblNoConnection shows.
 class LiveForm : public ChildForm {
@@ -25,42 +26,59 @@ void ShowOnOff(Label& label, bool on);
 /// A column of buttons with one caption, at least `chars` average characters wide.
 ControlArray<Button> AddButtons(RowGrid& grid, const char* name, const QString& caption, int chars);
 
-/// What the polling screens share: one reading on request or four a second, with the menus locked
+/// A screen that asks the panel four times a second while it is told to, with the menus locked
 /// meanwhile. A derived screen says how it reads and redraws.
-class StatusForm : public LiveForm {
+class PollingForm : public LiveForm {
  public:
   using LiveForm::LiveForm;
+  void Form_Unload() override;
+
+  void Timer1_Timer();
+
+ protected:
+  void AddTimer();
+
+  /// Asks the panel once and redraws. A failed reading calls PanelConnectionLost and stops.
+  virtual void ReadStatus() = 0;
+
+  /// ReadStatus, after what has been asked of the panel before.
+  void Update();
+
+  void SetPolling(bool on);
+  bool Polling() const { return polling_; }
+
+ private:
+  bool polling_ = false;
+  Timer* Timer1 = nullptr;
+};
+
+/// What the status screens share: one reading on request or four a second.
+class StatusForm : public PollingForm {
+ public:
+  using PollingForm::PollingForm;
   void Form_Activate() override;
   void Form_Unload() override;
 
   void cmdUpdateStatus_Click();
   void cmdAutoUpdate_Click();
-  void Timer1_Timer();
 
  protected:
   /// Adds the buttons and texts of the pattern; more controls may follow in the row given back.
   QHBoxLayout* AddUpdateControls();
-
-  /// Asks the panel once and redraws. A failed reading calls PanelConnectionLost and stops.
-  virtual void ReadStatus() = 0;
+  /// A button that leaves for the walk test.
+  void AddWalkButton(QHBoxLayout* row, Walk walk);
 
   /// Controls that are off while automatic updates run.
   virtual void EnableForManual(bool enabled);
 
-  /// ReadStatus, after what has been asked of the panel before.
-  void Update();
-
-  bool AutoUpdating() const { return autoUpdating_; }
-
  private:
-  void SetAutoUpdating(bool on);
+  void ShowPolling();
 
-  bool autoUpdating_ = false;
   QWidget* updateControls_ = nullptr;
   Button* cmdUpdateStatus = nullptr;
   Button* cmdAutoUpdate = nullptr;
   Label* lblAutoUpdate = nullptr;
   Label* lblMenusOff = nullptr;
-  Timer* Timer1 = nullptr;
+  Button* cmdWalkTest = nullptr;
   Timer* tmrFirstReading = nullptr;  ///< Reads once the screen is there to be seen.
 };

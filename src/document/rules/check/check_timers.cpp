@@ -15,8 +15,8 @@ namespace {
 
 constexpr Int16 AllWeekdays = 0x7F;
 constexpr Int16 AllBoxes = 0xFF;
-constexpr int February = 2;
-constexpr int LeapDay = 29;
+constexpr int StoredFebruary = 2;
+constexpr int StoredLeapDay = 29;
 
 TimerTimeValue TimeOf(const CheckScope& scope, int timer) {
   return {scope.Of.Panel.TimerTimeType(timer), scope.Of.Panel.TimerTime(timer)};
@@ -85,8 +85,8 @@ void LookAtDates(const CheckScope& scope, const TellFinding& tell) {
 
 void LookAtLeapDay(const CheckScope& scope, const TellFinding& tell) {
   ForEachTimer(scope, [&](int timer, const Item& item) {
-    if (scope.Of.Panel.TimerHolidayMonth(timer) != February ||
-        scope.Of.Panel.TimerHolidayDate(timer) != LeapDay) {
+    if (scope.Of.Panel.TimerHolidayMonth(timer) != StoredFebruary ||
+        scope.Of.Panel.TimerHolidayDate(timer) != StoredLeapDay) {
       return;
     }
     tell(item, QStringLiteral("%1 runs in leap years only, on February 29.").arg(scope.Text(item)),

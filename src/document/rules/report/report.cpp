@@ -82,7 +82,7 @@ PanelReport BuildReport(const Project& project, const ReportFacts& facts) {
         RelayChapter(project, uses), GroupChapter(project, uses), InputChapter(project, uses),
         DeviceChapter(project, uses), TimerChapter(project, uses), PresetChapter(project, uses),
         SweepChapter(project, uses), OpenCloseChapter(project), year, DimmerChapter(project, uses),
-        DoorChapter(project), CommissioningChapter(project, uses)}) {
+        DoorChapter(project), CommissioningChapter(project, uses, facts.Tested)}) {
     if (!chapter.Rows.empty()) report.Chapters.push_back(chapter);
   }
   return report;

@@ -10,6 +10,7 @@
 #include "document/rules/report/report_cover.h"
 #include "document/rules/text/doc_text.h"
 #include "panel/project.h"
+#include "panel/tested_items.h"
 
 // What is printed of a project and what its spreadsheet holds: plain data, from which the writers
 // know all that they need.
@@ -40,6 +41,8 @@ struct ReportRow {
 
 /// What a cell holds that is a box to tick.
 inline const QString ReportBox = QStringLiteral("\u2610");
+/// The box, ticked.
+inline const QString ReportTick = QStringLiteral("\u2611");
 
 /// A table, and graphs below it.
 struct ReportChapter {
@@ -62,6 +65,7 @@ struct ReportFacts {
   QDateTime Date = {};
   ReportCover Cover = {};
   std::vector<Acceptance> Accepted = {};
+  std::vector<TestedItem> Tested = {};
   bool FileEndsEarly = false;  ///< The file that was opened did not hold all of it.
 };
 

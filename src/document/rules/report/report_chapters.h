@@ -25,7 +25,8 @@ ReportChapter AcceptedChapter(const std::vector<AcceptedFinding>& accepted);
 /// For the inside of the panel's door: voltage and circuit are for the reader's pen.
 ReportChapter DoorChapter(const Project& project);
 /// A row for each relay, and for each input, station and dimmer output in use, to be tested.
-ReportChapter CommissioningChapter(const Project& project, const ReportUses& uses);
+ReportChapter CommissioningChapter(const Project& project, const ReportUses& uses,
+                                   std::span<const TestedItem> tested);
 
 /// The word of a code, as a screen shows it.
 QString WordText(WordTable table, int code);

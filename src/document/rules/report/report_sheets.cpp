@@ -51,7 +51,33 @@ ReportChapter DoorChapter(const Project& project) {
   return chapter;
 }
 
-ReportChapter CommissioningChapter(const Project& project, const ReportUses& uses) {
+namespace {
+
+/// A station is tested when each of its inputs is; by whom and when the last was. Until then it
+/// tells how many are.
+void TellButtons(ReportRow& row, int device, int inputs, std::span<const TestedItem> tested) {
+  const TestedItem* latest = nullptr;
+  int done = 0;
+  for (int input = 0; input < inputs; ++input) {
+    const TestedItem* one = FindTested(tested, ItemCode({ItemKind::DeviceInput, device, input}));
+    if (!one) continue;
+    ++done;
+    if (!latest || latest->At < one->At) latest = one;
+  }
+  if (done == 0) return;
+  if (done == inputs) {
+    row.Cells[2] = ReportTick;
+    row.Cells[3] = latest->By;
+    row.Cells[4] = latest->At.date().toString(Qt::ISODate);
+  } else {
+    row.Cells[1] += QStringLiteral(", %1 of %2 tested").arg(done).arg(inputs);
+  }
+}
+
+}  // namespace
+
+ReportChapter CommissioningChapter(const Project& project, const ReportUses& uses,
+                                   std::span<const TestedItem> tested) {
   ReportChapter chapter{QStringLiteral("Commissioning"),
                         {"Item", "What it is", "Tested", "By", "On"},
                         {30, 24, 9, 20, 17},
@@ -59,7 +85,10 @@ ReportChapter CommissioningChapter(const Project& project, const ReportUses& use
                         {},
                         true};
   const auto add = [&](const Item& item, const QString& what) {
-    chapter.Rows.push_back({{ItemText(project, item), what, ReportBox, QString(), QString()}});
+    const TestedItem* done = FindTested(tested, ItemCode(item));
+    chapter.Rows.push_back(
+        {{ItemText(project, item), what, done ? ReportTick : ReportBox, done ? done->By : QString(),
+          done ? done->At.date().toString(Qt::ISODate) : QString()}});
   };
   const int points = InstalledPoints(project);
   for (int relay = 0; relay < points; ++relay) {
@@ -72,7 +101,9 @@ ReportChapter CommissioningChapter(const Project& project, const ReportUses& use
   }
   for (int number = 1; number <= DeviceCount; ++number) {
     const FennlinkDeviceType& type = FennlinkDevice(project.Devices(number).DeviceType);
-    if (type.InputCount != 0) add({ItemKind::Device, number}, ToUnicode(type.ListText));
+    if (type.InputCount == 0) continue;
+    add({ItemKind::Device, number}, ToUnicode(type.ListText));
+    TellButtons(chapter.Rows.back(), number, type.InputCount, tested);
   }
   for (int dev = 0; dev < DimmerDeviceCount; ++dev) {
     for (int out = 0; out < DimmerOutputCount; ++out) {

@@ -1,0 +1,505 @@
+#include "status/walk_test_form.h"
+
+#include <QHeaderView>
+#include <algorithm>
+
+#include "line/panel_commands.h"
+#include "link/panel_link.h"
+#include "link/panel_queue.h"
+#include "panel/code_page.h"
+#include "panel/fennlink_types.h"
+#include "panel/lists_in_words.h"
+#include "panel/live_project.h"
+#include "panel/program_state.h"
+#include "panel/program_texts.h"
+#include "panel/stopwatch.h"
+#include "panel/words.h"
+#include "shell/controls/name_keys.h"
+#include "shell/shell.h"
+
+namespace {
+
+enum Column { ItemColumn, NameColumn, StateColumn, TestedColumn };
+
+QStringList WalkWords() {
+  return {QStringLiteral("Inputs"), QStringLiteral("Relays"), QStringLiteral("Bus Stations")};
+}
+
+/// The first code of RelayTimerTypes that moves or sounds more than a lamp: alarms and pulses.
+constexpr int FirstStartlingType = 3;
+
+bool HasFile() {
+  return CurrentFileName != NoFileName && !FileNotInMemory;
+}
+
+/// Relays of alarms and pulses among those from `first` on, a line for each kind.
+QString StartlingRelays(int first) {
+  QStringList lines;
+  for (int type = FirstStartlingType; type < static_cast<int>(RelayTimerTypes.size()); ++type) {
+    std::vector<Item> relays;
+    for (int relay = first; relay < PanelIOCount(); ++relay) {
+      if (PanelRecord.RelayTimerType(relay) == type) relays.push_back({ItemKind::Relay, relay});
+    }
+    if (relays.empty()) continue;
+    lines << QStringLiteral("%1: %2.").arg(ToUnicode(Word(RelayTimerTypes, type)),
+                                           ListOf(LiveProject, relays));
+  }
+  return lines.join(u'\n');
+}
+
+}  // namespace
+
+frmT3WalkTest::frmT3WalkTest() : PollingForm(Screen::WalkTest, QStringLiteral("Walk Test")) {}
+
+void OpenWalkTest(Walk walk) {
+  UnloadAllForms();
+  if (ChildForm* form = ShowForm(Screen::WalkTest)) {
+    static_cast<frmT3WalkTest*>(form)->ChooseWalk(walk);
+  }
+}
+
+void frmT3WalkTest::Form_Load() {
+  AddNoConnection();
+  AddTimer();
+  controls_ = new QWidget;
+  AddWidget(controls_);
+  UseSpareHeight();
+  auto* column = new QVBoxLayout(controls_);
+  column->setContentsMargins(0, 0, 0, 0);
+  const auto addRow = [&](QBoxLayout* to) {
+    auto* row = new QHBoxLayout;
+    to->addLayout(row);
+    return row;
+  };
+  const auto addButton = [&](QBoxLayout* row, const char* name, const char* caption,
+                             void (frmT3WalkTest::*click)()) {
+    auto* button = Add<Button>(row, name, QString::fromLatin1(caption));
+    button->Click = [this, click] { (this->*click)(); };
+    return button;
+  };
+  auto* row = addRow(column);
+  cboWalk = AddList(row, "cboWalk", QStringLiteral("Walk"));
+  cboWalk->SetItems(WalkWords());
+  cboWalk->setCurrentIndex(0);
+  cboWalk->Click = [this] { cboWalk_Click(); };
+  cboWalk->ChoosesItem = true;
+  cmdWalk = addButton(row, "cmdWalk", "Begin", &frmT3WalkTest::cmdWalk_Click);
+  lblMenusOff = AddLabel(row, "lblMenusOff", QStringLiteral("The menus rest meanwhile."));
+  lblMenusOff->SetLook(Label::Look::Quiet);
+  row->addStretch(1);
+  AddLabel(row, "lblBy", QStringLiteral("Tested By"));
+  txtBy = Add<TextBox>(row, "txtBy");
+  txtBy->setAccessibleName(QStringLiteral("Tested By"));
+  txtBy->UndoesItself = true;
+  txtBy->setMaxLength(40);
+
+  auto* frame = new QGroupBox(QStringLiteral("In Front"));
+  frame->setObjectName(QStringLiteral("fraFront"));
+  column->addWidget(frame);
+  auto* inFrame = new QVBoxLayout(frame);
+  lblFront = Add<Label>(inFrame, "lblFront");
+  QFont large = font();
+  large.setPointSizeF(large.pointSizeF() * 1.6);
+  large.setBold(true);
+  lblFront->setFont(large);
+  row = addRow(inFrame);
+  lblName = AddLabel(row, "lblName", QStringLiteral("Name"));
+  txtName = Add<TextBox>(row, "txtName");
+  FilterNameKeys(*txtName);
+  txtName->Change = [this] { txtName_Change(); };
+  txtName->installEventFilter(this);
+  cmdTick = addButton(row, "cmdTick", "Tick", &frmT3WalkTest::cmdTick_Click);
+  cmdSkip = addButton(row, "cmdSkip", "Skip", &frmT3WalkTest::cmdSkip_Click);
+  cmdUntick = addButton(row, "cmdUntick", "Take Tick Back", &frmT3WalkTest::cmdUntick_Click);
+  row->addStretch(1);
+
+  lstItems = new QTreeWidget;
+  lstItems->setObjectName(QStringLiteral("lstItems"));
+  lstItems->setAccessibleName(QStringLiteral("Items"));
+  lstItems->setRootIsDecorated(false);
+  lstItems->setUniformRowHeights(true);
+  lstItems->setHeaderLabels({QStringLiteral("Item"), QStringLiteral("Name"),
+                             QStringLiteral("State"), QStringLiteral("Tested")});
+  connect(lstItems, &QTreeWidget::itemActivated, this,
+          [this] { RunHandler([this] { lstItems_Click(); }); });
+  column->addWidget(lstItems, 1);
+  lblTold = Add<Label>(column, "lblTold");
+  lblTold->SetLook(Label::Look::Quiet);
+  AddHint(
+      QStringLiteral("Enter in the name ticks what is in front. Enter on a row brings it to the "
+                     "front."));
+}
+
+void frmT3WalkTest::ShowConnected(bool connected) {
+  controls_->setVisible(connected);
+  // A step taken back shows the screen anew in the middle of a walk.
+  if (!connected || Polling()) {
+    if (front_ && !typing_) ShowFront();
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+      ShowRow(*lstItems->topLevelItem(static_cast<int>(i)), rows_[i]);
+    }
+    return;
+  }
+  tested_.clear();
+  keepsTicks_ = HasFile();
+  lblTold->SetCaption(HasFile() ? QString()
+                                : QStringLiteral("Ticks are kept beside the project's file: save "
+                                                 "it first. Names can be given."));
+  if (HasFile()) {
+    try {
+      tested_ = ReadTested(CurrentFileName);
+    } catch (const RunTimeFailure& failure) {
+      keepsTicks_ = false;
+      lblTold->SetCaption(QString::fromUtf8(failure.what()));
+    }
+  }
+  const auto latest = std::max_element(
+      tested_.begin(), tested_.end(),
+      [](const TestedItem& one, const TestedItem& other) { return one.At < other.At; });
+  if (txtBy->Text().isEmpty() && latest != tested_.end()) txtBy->SetText(latest->By);
+  cboWalk_Click();
+}
+
+void frmT3WalkTest::ChooseWalk(Walk walk) {
+  if (Connected != 0) cboWalk->SetListIndex(static_cast<int>(walk));
+}
+
+void frmT3WalkTest::cboWalk_Click() {
+  front_.reset();
+  waiting_.clear();
+  typing_ = false;
+  states_.clear();
+  rows_.clear();
+  lstItems->clear();
+  const ItemKind kind = Chosen() == Walk::Relays ? ItemKind::Relay : ItemKind::Input;
+  if (Chosen() == Walk::Stations) {
+    for (int device = 1; device <= DeviceCount; ++device) {
+      const int inputs = FennlinkDevice(FennlinkRecords(device).DeviceType).InputCount;
+      for (int input = 0; input < inputs; ++input) RowOf({ItemKind::DeviceInput, device, input});
+    }
+  } else {
+    for (int i = 0; i < PanelIOCount(); ++i) RowOf({kind, i});
+  }
+  for (int i = 0; i < lstItems->columnCount(); ++i) lstItems->resizeColumnToContents(i);
+  if (lstItems->topLevelItemCount() > 0) lstItems->setCurrentItem(lstItems->topLevelItem(0));
+  ShowWalking();
+}
+
+void frmT3WalkTest::ShowWalking() {
+  const bool relays = Chosen() == Walk::Relays;
+  cmdWalk->SetCaption(Polling() ? QStringLiteral("End") : QStringLiteral("Begin"));
+  cboWalk->setEnabled(!Polling());
+  lblMenusOff->setVisible(Polling());
+  cmdTick->SetCaption(relays ? QStringLiteral("Tick, Next") : QStringLiteral("Tick"));
+  cmdSkip->setVisible(relays);
+  lblName->SetCaption(Chosen() == Walk::Stations ? QStringLiteral("Station's Name")
+                                                 : QStringLiteral("Name"));
+  ShowFront();
+}
+
+void frmT3WalkTest::ShowFront() {
+  QString front =
+      Polling() ? QStringLiteral("Press a switch.") : QStringLiteral("Begin, then press switches.");
+  if (Chosen() == Walk::Relays && !Polling()) {
+    front = QStringLiteral("Begin, and the first relay goes on.");
+  }
+  if (front_) {
+    const auto state = states_.find(*front_);
+    front = ItemCode(*front_) + u' ' + (state == states_.end() ? QString() : state->second.Word);
+  }
+  lblFront->SetCaption(front.trimmed());
+  for (QWidget* control : std::initializer_list<QWidget*>{txtName, cmdTick, cmdSkip}) {
+    control->setEnabled(front_.has_value());
+  }
+  cmdUntick->setEnabled(front_ && FindTested(tested_, ItemCode(*front_)));
+  const QString name = front_ ? ToUnicode(NameOf(*front_)) : QString();
+  txtName->setAccessibleName(front_ ? ItemCode(*front_) + QStringLiteral(" Name")
+                                    : QStringLiteral("Name"));
+  if (txtName->Text() == name) return;
+  filling_ = true;
+  txtName->SetText(name);
+  filling_ = false;
+}
+
+std::string& frmT3WalkTest::NameOf(const Item& item) const {
+  const bool station = item.Kind == ItemKind::DeviceInput;
+  return *StoredName(LiveProject, station ? Item{ItemKind::Device, item.Number} : item);
+}
+
+QTreeWidgetItem* frmT3WalkTest::RowOf(const Item& item) {
+  auto at = std::find(rows_.begin(), rows_.end(), item);
+  if (at == rows_.end()) {
+    at = rows_.insert(std::upper_bound(rows_.begin(), rows_.end(), item), item);
+    auto* row = new QTreeWidgetItem;
+    lstItems->insertTopLevelItem(static_cast<int>(at - rows_.begin()), row);
+    ShowRow(*row, item);
+  }
+  return lstItems->topLevelItem(static_cast<int>(at - rows_.begin()));
+}
+
+void frmT3WalkTest::ShowRow(QTreeWidgetItem& row, const Item& item) {
+  const auto state = states_.find(item);
+  const TestedItem* tested = FindTested(tested_, ItemCode(item));
+  const QStringList cells{
+      ItemCode(item), ToUnicode(NameOf(item)),
+      state == states_.end() ? QString() : state->second.Word,
+      tested ? (tested->At.toString(QStringLiteral("yyyy-MM-dd HH:mm ")) + tested->By).trimmed()
+             : QString()};
+  for (int i = 0; i < cells.size(); ++i) {
+    if (row.text(i) != cells[i]) row.setText(i, cells[i]);
+  }
+}
+
+void frmT3WalkTest::ShowRows() {
+  for (const auto& [item, state] : states_) ShowRow(*RowOf(item), item);
+}
+
+void frmT3WalkTest::cmdWalk_Click() {
+  if (Polling()) {
+    AskPanel([this] { End(); });
+  } else {
+    AskPanel([this] { Begin(); });
+  }
+}
+
+void frmT3WalkTest::Begin() {
+  const std::optional<WalkStates> now = ReadWalk(Chosen());
+  if (!now) {
+    Lost();
+    return;
+  }
+  states_ = *now;
+  ShowRows();
+  if (Chosen() != Walk::Relays) {
+    SetPolling(true);
+    ShowWalking();
+    return;
+  }
+  const int first = std::max(0, lstItems->indexOfTopLevelItem(lstItems->currentItem()));
+  if (!MayBegin(first)) return;
+  found_ = states_;
+  SetPolling(true);
+  ShowWalking();
+  StepTo(first);
+}
+
+bool frmT3WalkTest::MayBegin(int first) const {
+  std::vector<Item> relays, on;
+  for (int relay = first; relay < PanelIOCount(); ++relay) {
+    relays.push_back({ItemKind::Relay, relay});
+    if (states_.at(relays.back()).Active) on.push_back(relays.back());
+  }
+  if (relays.empty()) return false;
+  QString detail = StartlingRelays(first);
+  if (!on.empty()) {
+    detail += QStringLiteral("\nOn now, and off for its turn: %1.").arg(ListOf(LiveProject, on));
+  }
+  return MsgBox(QStringLiteral("The walk test switches %1, one after the other. Each goes on for "
+                               "its turn, and is then put back as it was found. Begin?")
+                    .arg(CodesOf(relays)),
+                MsgIcon::Question, ProgramTitle, MsgButtons::YesNo,
+                detail.trimmed()) == MsgAnswer::Yes;
+}
+
+void frmT3WalkTest::StepTo(int relay) {
+  if (!PutBack()) return;
+  if (relay >= PanelIOCount()) {
+    End();
+    return;
+  }
+  const Item item{ItemKind::Relay, relay};
+  const bool on = !found_->at(item).Active;
+  inHand_ = relay;
+  if (!SwitchRelay(relay, on)) {
+    Lost();
+    return;
+  }
+  states_[item] = {on ? QStringLiteral("on") : QStringLiteral("off"), on};
+  BringToFront(item);
+}
+
+bool frmT3WalkTest::PutBack() {
+  if (inHand_ < 0) return true;
+  if (!SwitchRelay(inHand_, found_->at({ItemKind::Relay, inHand_}).Active)) {
+    Lost();
+    return false;
+  }
+  inHand_ = -1;
+  return true;
+}
+
+void frmT3WalkTest::End() {
+  if (!Polling() || !PutBack()) return;
+  QString told;
+  if (Chosen() == Walk::Relays) {
+    const std::optional<WalkStates> now = ReadWalk(Walk::Relays);
+    if (!now) {
+      Lost();
+      return;
+    }
+    states_ = *now;
+    std::vector<Item> others;
+    for (const auto& [item, state] : *found_) {
+      const auto is = states_.find(item);
+      if (is != states_.end() && is->second.Active != state.Active) others.push_back(item);
+    }
+    told = others.empty() ? QStringLiteral("Every relay is as it was found.")
+                          : QStringLiteral("Not as they were found, or in their warning still: %1.")
+                                .arg(ListOf(LiveProject, others));
+  }
+  SetPolling(false);
+  front_.reset();
+  waiting_.clear();
+  typing_ = false;
+  ShowRows();
+  ShowWalking();
+  const auto ticked = std::count_if(rows_.begin(), rows_.end(), [this](const Item& item) {
+    return FindTested(tested_, ItemCode(item)) != nullptr;
+  });
+  lblTold->SetCaption(
+      (told + QStringLiteral(" %1 of %2 are ticked.").arg(ticked).arg(rows_.size())).trimmed());
+  cmdWalk->setFocus();
+}
+
+void frmT3WalkTest::Lost() {
+  QString left;
+  if (inHand_ >= 0) {
+    const Item item{ItemKind::Relay, inHand_};
+    left = QStringLiteral("The walk test could not put %1 back: it may have stayed %2.")
+               .arg(ItemText(LiveProject, item),
+                    found_->at(item).Active ? QStringLiteral("off") : QStringLiteral("on"));
+  }
+  inHand_ = -1;
+  PanelConnectionLost(left);
+}
+
+void frmT3WalkTest::Form_Unload() {
+  // The program ends in the middle of a walk.
+  if (inHand_ >= 0 && Connected != 0) {
+    std::ignore = SwitchRelay(inHand_, found_->at({ItemKind::Relay, inHand_}).Active);
+  }
+  inHand_ = -1;
+  PollingForm::Form_Unload();
+}
+
+void frmT3WalkTest::ReadStatus() {
+  if (!Polling()) return;
+  const std::optional<WalkStates> now = ReadWalk(Chosen());
+  if (!now) {
+    Lost();
+    return;
+  }
+  if (Chosen() != Walk::Relays) NoteArrivals(*now);
+  if (states_ == *now) return;
+  states_ = *now;
+  ShowRows();
+  if (!front_ && !waiting_.empty()) {
+    BringToFront(waiting_.front());
+    waiting_.pop_front();
+  } else if (front_) {
+    ShowFront();
+  }
+}
+
+/// What has closed since the last reading waits for its turn in front; it comes at once while no
+/// name is being typed.
+void frmT3WalkTest::NoteArrivals(const WalkStates& now) {
+  for (const auto& [item, state] : now) {
+    const auto before = states_.find(item);
+    if (!state.Active || (before != states_.end() && before->second == state)) continue;
+    std::erase(waiting_, item);
+    waiting_.push_back(item);
+    if (!typing_) front_.reset();
+  }
+}
+
+void frmT3WalkTest::BringToFront(const Item& item) {
+  front_ = item;
+  typing_ = false;
+  QTreeWidgetItem* row = RowOf(item);
+  ShowRow(*row, item);
+  lstItems->setCurrentItem(row);
+  lstItems->scrollToItem(row);
+  ShowFront();
+  txtName->setFocus();
+  txtName->selectAll();
+}
+
+void frmT3WalkTest::lstItems_Click() {
+  const int row = lstItems->indexOfTopLevelItem(lstItems->currentItem());
+  if (row < 0) return;
+  if (StepsRelays()) {
+    AskPanel([this, row] { StepTo(row); });
+  } else {
+    BringToFront(rows_[static_cast<std::size_t>(row)]);
+  }
+}
+
+void frmT3WalkTest::cmdTick_Click() {
+  if (!StepsRelays()) {
+    Tick();
+    return;
+  }
+  AskPanel([this] {
+    if (inHand_ < 0) return;
+    Tick();
+    StepTo(inHand_ + 1);
+  });
+}
+
+void frmT3WalkTest::cmdSkip_Click() {
+  if (!StepsRelays()) return;
+  AskPanel([this] {
+    if (inHand_ >= 0) StepTo(inHand_ + 1);
+  });
+}
+
+void frmT3WalkTest::Tick() {
+  if (!front_) return;
+  const Item item = *front_;
+  if (keepsTicks_) {
+    std::erase_if(tested_,
+                  [code = ItemCode(item)](const TestedItem& one) { return one.Item == code; });
+    tested_.push_back({ItemCode(item), txtBy->Text().simplified(), Now()});
+    WriteTested(CurrentFileName, tested_);
+    lblTold->SetCaption(ItemText(LiveProject, item) + QStringLiteral(" is ticked."));
+  }
+  typing_ = false;
+  ShowRow(*RowOf(item), item);
+  if (waiting_.empty()) {
+    ShowFront();
+    txtName->selectAll();
+  } else {
+    BringToFront(waiting_.front());
+    waiting_.pop_front();
+  }
+}
+
+void frmT3WalkTest::cmdUntick_Click() {
+  if (!front_ || !keepsTicks_) return;
+  std::erase_if(tested_,
+                [code = ItemCode(*front_)](const TestedItem& one) { return one.Item == code; });
+  WriteTested(CurrentFileName, tested_);
+  ShowRow(*RowOf(*front_), *front_);
+  ShowFront();
+}
+
+void frmT3WalkTest::txtName_Change() {
+  if (filling_ || !front_) return;
+  typing_ = true;
+  NameOf(*front_) = FromUnicode(txtName->Text());
+  DataChanged = -1;
+  ShowRow(*RowOf(*front_), *front_);
+}
+
+/// Enter ticks what is in front, once a press: a key that is held down must not run through all
+/// relays.
+bool frmT3WalkTest::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != txtName || event->type() != QEvent::KeyPress) {
+    return PollingForm::eventFilter(watched, event);
+  }
+  const auto& key = static_cast<QKeyEvent&>(*event);
+  if (key.key() != Qt::Key_Return && key.key() != Qt::Key_Enter) return false;
+  if (!key.isAutoRepeat()) RunHandler([this] { cmdTick_Click(); });
+  return true;
+}
