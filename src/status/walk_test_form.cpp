@@ -120,6 +120,11 @@ void frmT3WalkTest::Form_Load() {
   lstItems->setUniformRowHeights(true);
   lstItems->setHeaderLabels({QStringLiteral("Item"), QStringLiteral("Name"),
                              QStringLiteral("State"), QStringLiteral("Tested")});
+  constexpr std::array columnChars{20, 22, 22};
+  for (int i = 0; i < static_cast<int>(columnChars.size()); ++i) {
+    lstItems->setColumnWidth(i, columnChars[static_cast<std::size_t>(i)] *
+                                    fontMetrics().averageCharWidth());
+  }
   connect(lstItems, &QTreeWidget::itemActivated, this,
           [this] { RunHandler([this] { lstItems_Click(); }); });
   column->addWidget(lstItems, 1);
@@ -171,6 +176,7 @@ void frmT3WalkTest::cboWalk_Click() {
   states_.clear();
   rows_.clear();
   lstItems->clear();
+  if (keepsTicks_) lblTold->SetCaption({});
   const ItemKind kind = Chosen() == Walk::Relays ? ItemKind::Relay : ItemKind::Input;
   if (Chosen() == Walk::Stations) {
     for (int device = 1; device <= DeviceCount; ++device) {
@@ -180,7 +186,6 @@ void frmT3WalkTest::cboWalk_Click() {
   } else {
     for (int i = 0; i < PanelIOCount(); ++i) RowOf({kind, i});
   }
-  for (int i = 0; i < lstItems->columnCount(); ++i) lstItems->resizeColumnToContents(i);
   if (lstItems->topLevelItemCount() > 0) lstItems->setCurrentItem(lstItems->topLevelItem(0));
   ShowWalking();
 }
