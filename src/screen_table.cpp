@@ -24,6 +24,7 @@
 #include "document/find_dialog.h"
 #include "document/findings_list.h"
 #include "document/rules/check/check.h"
+#include "document/work_steps.h"
 #include "link/connect_form.h"
 #include "link/panel_link.h"
 #include "panel/live_project.h"
@@ -206,6 +207,7 @@ const std::vector<ScreenEntry>& ScreenTable() {
 ProgramScreens AllScreens() {
   AttachLine();
   ErrorsOfProject = [] { return FindingsList::OfProgram().Counts().Errors; };
+  ListWorkSteps = WorkStepsOfProgram;
   const auto countFindings = [] {
     const auto& counts = FindingsList::OfProgram().Counts();
     return CountOf(counts.Errors, Severity::Error) + QStringLiteral(", ") +

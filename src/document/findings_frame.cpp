@@ -62,11 +62,11 @@ void ShowSeverity(QTreeWidgetItem& item, Severity severity, const QWidget& list)
 }
 
 /// Asks where to write; empty when the user cancels.
-QString ReportFileName(const QString& kind, const QString& ending) {
+QString ReportFileName(const QString& title, const QString& kind, const QString& ending) {
   const QString mask = QStringLiteral("*.") + ending;
   return FileDialog({FileRequest::Kind::Save,
                      QStringLiteral("%1 (%2)|%2|All Files (*.*)|*.*").arg(kind, mask.toUpper()),
-                     DataPath(QStringLiteral("Documentation/") + mask.toUpper()), ending});
+                     DataPath(QStringLiteral("Documentation/") + mask.toUpper()), ending, title});
 }
 
 }  // namespace
@@ -121,7 +121,16 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
   lblFound = new Label;
   lblFound->setObjectName(QStringLiteral("lblFound"));
   lblFound->SetLook(Label::Look::Quiet);
-  column->addWidget(lblFound);
+  auto* found = new QHBoxLayout;
+  column->addLayout(found);
+  found->addWidget(lblFound, 1);
+  lblOpenReport = new Label;
+  lblOpenReport->setObjectName(QStringLiteral("lblOpenReport"));
+  lblOpenReport->SetLook(Label::Look::WebLink);
+  lblOpenReport->SetElideMode(Qt::ElideMiddle);
+  lblOpenReport->setVisible(false);
+  lblOpenReport->Click = [this] { OpenUrl(lblOpenReport->toolTip()); };
+  found->addWidget(lblOpenReport);
   row = new QHBoxLayout;
   column->addLayout(row);
   addButton("cmdPrint", QStringLiteral("Print..."), &FindingsFrame::cmdPrint_Click);
@@ -358,8 +367,12 @@ void FindingsFrame::cmdCopy_Click() {
   QApplication::clipboard()->setText(lines.join(u'\n'));
 }
 
-void FindingsFrame::TellReport(const QString& told) {
+/// With the file, once it is written.
+void FindingsFrame::TellReport(const QString& told, const QString& file) {
   lblFound->SetCaption(told);
+  lblOpenReport->SetCaption(QFileInfo(file).fileName());
+  lblOpenReport->setToolTip(file);
+  lblOpenReport->setVisible(!file.isEmpty());
   PaintNow();
 }
 
@@ -370,12 +383,13 @@ void FindingsFrame::cmdPrint_Click() {
 }
 
 void FindingsFrame::cmdReportPdf_Click() {
-  const QString name = ReportFileName(QStringLiteral("Portable Documents"), QStringLiteral("pdf"));
+  const QString name = ReportFileName(QStringLiteral("Save Report"),
+                                      QStringLiteral("Portable Documents"), QStringLiteral("pdf"));
   if (name.isEmpty()) return;
   const auto facts = AskReportFacts(window());
   if (!facts) return;
   QString outcome;  // of a failure the message box tells
-  const auto tell = qScopeGuard([&] { TellReport(outcome); });
+  const auto tell = qScopeGuard([&] { TellReport(outcome, outcome.isEmpty() ? QString() : name); });
   int told = 0;
   const auto progress = [&](int percent) {
     constexpr int step = 10;
@@ -388,11 +402,12 @@ void FindingsFrame::cmdReportPdf_Click() {
 }
 
 void FindingsFrame::cmdSpreadsheet_Click() {
-  const QString name = ReportFileName(QStringLiteral("Spreadsheets"), QStringLiteral("xlsx"));
+  const QString name = ReportFileName(QStringLiteral("Save Spreadsheet"),
+                                      QStringLiteral("Spreadsheets"), QStringLiteral("xlsx"));
   if (name.isEmpty()) return;
   TellReport({});
   ReplaceFile(name, ReportWorkbook(LiveProject, Now(), name));
-  TellReport(QStringLiteral("The spreadsheet is written."));
+  TellReport(QStringLiteral("The spreadsheet is written."), name);
 }
 
 void FindingsFrame::cmdRehearse_Click() {

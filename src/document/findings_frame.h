@@ -46,13 +46,14 @@ class FindingsFrame : public QGroupBox {
   void FitColumns();
   void ShowWhatIsSelected();
   std::vector<int> SelectedRows() const;
-  void TellReport(const QString& told);
+  void TellReport(const QString& told, const QString& file = {});
 
   FindingsList& list_ = FindingsList::OfProgram();
   ComboBox* cboShown = nullptr;  ///< One kind of rows, by their first cell, or all.
   Button* cmdComparePanel = nullptr;
   CheckBox* chkNames = nullptr;  ///< Whether names count in a comparison.
   Label* lblFound = nullptr;     ///< What came of the last press.
+  Label* lblOpenReport = nullptr;
   Button* cmdCopy = nullptr;
   CheckBox* chkAccepted = nullptr;  ///< Whether accepted findings are listed.
   Button* cmdAccept = nullptr;

@@ -129,10 +129,12 @@ QWidget* frmT3Connect::FirstFocus() {
 
 void frmT3Connect::chkConnectionType_MouseUp(int index) {
   ConnectionType() = static_cast<Int16>(index);
+  line->lblTrouble->setText({});
   line->ShowConnectionType();
 }
 
 void frmT3Connect::optComPort_Click(int index) {
+  line->lblTrouble->setText({});
   PanelRecord.ComPort = static_cast<Int16>(index + 1);
   UpdateStatusBar();
   DataChanged = -1;

@@ -51,6 +51,7 @@ void frmT3Connect::ConnectOrDisconnect() {
       return;
     }
     if (Connected != 0) {
+      line->RememberWhere();
       if (ConnectionType() < ConnectionTCP) Timer1->SetEnabled(true);
       line->cmdConnect->SetCaption(QStringLiteral("Disconnect From Tamberloom 3"));
       line->ShowEnabled(false, PortPresent);

@@ -3,11 +3,17 @@
 #include <QScopeGuard>
 #include <utility>
 
+#include "line/com_port.h"
 #include "line/known_memory.h"
 #include "line/panel_commands.h"
 #include "line/session.h"
 #include "link/panel_link.h"
+#include "panel/code_page.h"
+#include "panel/live_project.h"
+#include "panel/program_state.h"
 #include "panel/program_texts.h"
+#include "panel/remembered.h"
+#include "panel/stopwatch.h"
 #include "shell/controls/dialogs.h"
 #include "shell/shell.h"
 
@@ -17,8 +23,21 @@ const QString PanelHalfNew = QStringLiteral(
     "\nTamberloom 3 Controller May Not Function\nProperly Until A Download Is Complete.");
 const QString DownloadCancelled = QStringLiteral("Manual Download Cancel.") + PanelHalfNew;
 
+/// Where the panel is, as people say it.
+QString PanelPlace() {
+  switch (ConnectionType()) {
+    case ConnectionUSB:
+      return ComPortName(PanelRecord.ComPort);
+    case ConnectionModem:
+      return ToUnicode(PhoneNumber());
+    default:
+      return ToUnicode(TcpAddress());
+  }
+}
+
 void ShowOutcome(TransferOutcome outcome) {
   if (outcome == TransferOutcome::Complete) {
+    if (CurrentFileName != NoFileName) RememberSent(CurrentFileName, Now(), PanelPlace());
     MsgBox(QStringLiteral("Download Complete"), MsgIcon::None, QStringLiteral("Download"));
   } else if (outcome == TransferOutcome::Cancelled) {
     MsgBox(DownloadCancelled, MsgIcon::Exclamation, QStringLiteral("Download"));

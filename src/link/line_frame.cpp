@@ -8,8 +8,10 @@
 
 #include "line/line_kinds.h"
 #include "link/named_control.h"
+#include "link/recent_list.h"
 #include "panel/code_page.h"
 #include "panel/live_project.h"
+#include "panel/program_state.h"
 #include "panel/program_texts.h"
 #include "shell/controls/dialogs.h"
 
@@ -71,10 +73,14 @@ LineFrame::LineFrame() {
   txtPhoneNumber = NamedControl<TextBox>(lines, "txtPhoneNumber");
   txtPhoneNumber->setAccessibleName(lblPhoneNumber->Caption());
   txtPhoneNumber->KeyPress = [](char16_t key) { return KeepKey(key, u" -,"); };
+  lastNumbers = new RecentList(txtPhoneNumber, Typed::PhoneNumber, "lblLastNumber");
+  lines->addWidget(lastNumbers);
   lblTCPIP = NamedLabel(lines, "lblTCPIP", QStringLiteral("TCP/IP Address"));
   txtTCPIP = NamedControl<TextBox>(lines, "txtTCPIP");
   txtTCPIP->setAccessibleName(lblTCPIP->Caption());
   txtTCPIP->KeyPress = [](char16_t key) { return KeepKey(key, u"."); };
+  lastAddresses = new RecentList(txtTCPIP, Typed::TcpAddress, "lblLastAddress");
+  lines->addWidget(lastAddresses);
 
   cmdConnect =
       NamedControl<Button>(column, "cmdConnect", QStringLiteral("Connect To Tamberloom 3"));
@@ -99,6 +105,19 @@ void LineFrame::ShowConnectionType() {
   lblTCPIP->setVisible((fields & LineKind::Host) != 0);
   txtTCPIP->setVisible((fields & LineKind::Host) != 0);
   comPorts->setVisible((fields & LineKind::Port) != 0);
+  ShowRecent();
+}
+
+/// Not while a panel is connected: then there is nothing to choose.
+void LineFrame::ShowRecent() {
+  lastNumbers->ShowFor(Connected == 0 && txtPhoneNumber->isVisibleTo(this));
+  lastAddresses->ShowFor(Connected == 0 && txtTCPIP->isVisibleTo(this));
+}
+
+void LineFrame::RememberWhere() {
+  const int fields = LineKindOf(ConnectionType()).Fields;
+  if (fields & LineKind::PhoneNumber) RememberTyped(Typed::PhoneNumber, txtPhoneNumber->Text());
+  if (fields & LineKind::Host) RememberTyped(Typed::TcpAddress, txtTCPIP->Text());
 }
 
 void LineFrame::SelectComPort() {
@@ -137,6 +156,7 @@ void LineFrame::ShowEnabled(bool enabled, const FixedArray<Int16, ComPortCount +
     palette.setColor(QPalette::Disabled, QPalette::Text, palette.color(QPalette::PlaceholderText));
     box->setPalette(palette);
   }
+  ShowRecent();
 }
 
 void LineFrame::ShowStage(LineStage stage) {

@@ -26,6 +26,9 @@ class LineFrame : public QWidget {
   /// The banner of the modem's stages; "Modem Connected" waits for the user.
   void ShowStage(LineStage stage);
 
+  /// What led to a panel is offered from now on.
+  void RememberWhere();
+
   ControlArray<CheckBox> chkConnectionType;
   ControlArray<OptionButton> optComPort;
   TextBox* txtPhoneNumber = nullptr;
@@ -36,10 +39,13 @@ class LineFrame : public QWidget {
 
  private:
   void ShowModemBanner(const QString& text, QRgb color);
+  void ShowRecent();
 
   QWidget* comPorts = nullptr;
   Label* lblPhoneNumber = nullptr;
   Label* lblTCPIP = nullptr;
+  class RecentList* lastNumbers = nullptr;
+  class RecentList* lastAddresses = nullptr;
 };
 
 /// A quiet text that may take several lines.

@@ -3,6 +3,7 @@
 #include <QString>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "panel/project.h"
 #include "panel/screens.h"
@@ -50,6 +51,9 @@ void ForgetUnsavedWork();
 /// The project as it was saved, opened or new.
 std::unique_ptr<Project> SavedProject();
 
+/// Opens a project by its path, under the rules of Open.
+void OpenProject(const QString& name);
+
 /// Takes up the unsaved work of a program that has ended, under the rules of Open.
 void OpenKeptWork(const KeptWork& work);
 
@@ -85,3 +89,11 @@ struct LinkHooks {
   std::function<bool()> MayLeave;
 };
 extern LinkHooks Link;
+
+/// A line of the order of work: how far the project is, and the screen that goes on with it.
+struct WorkStep {
+  QString Text;
+  Screen Opens;
+};
+/// Of the project in memory. Empty until a program has screens.
+extern std::function<std::vector<WorkStep>()> ListWorkSteps;

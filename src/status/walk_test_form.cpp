@@ -122,8 +122,8 @@ void frmT3WalkTest::Form_Load() {
                              QStringLiteral("State"), QStringLiteral("Tested")});
   constexpr std::array columnChars{20, 22, 22};
   for (int i = 0; i < static_cast<int>(columnChars.size()); ++i) {
-    lstItems->setColumnWidth(i, columnChars[static_cast<std::size_t>(i)] *
-                                    fontMetrics().averageCharWidth());
+    lstItems->setColumnWidth(
+        i, columnChars[static_cast<std::size_t>(i)] * fontMetrics().averageCharWidth());
   }
   connect(lstItems, &QTreeWidget::itemActivated, this,
           [this] { RunHandler([this] { lstItems_Click(); }); });
@@ -163,6 +163,10 @@ void frmT3WalkTest::ShowConnected(bool connected) {
       [](const TestedItem& one, const TestedItem& other) { return one.At < other.At; });
   if (txtBy->Text().isEmpty() && latest != tested_.end()) txtBy->SetText(latest->By);
   cboWalk_Click();
+}
+
+QWidget* frmT3WalkTest::FirstFocus() {
+  return Connected != 0 ? cmdWalk : PollingForm::FirstFocus();
 }
 
 void frmT3WalkTest::ChooseWalk(Walk walk) {

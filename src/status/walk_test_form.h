@@ -15,7 +15,7 @@ class frmT3WalkTest : public PollingForm {
   frmT3WalkTest();
   void Form_Load() override;
   void Form_Unload() override;
-  QWidget* FirstFocus() override { return Connected != 0 ? cmdWalk : PollingForm::FirstFocus(); }
+  QWidget* FirstFocus() override;
 
   void ChooseWalk(Walk walk);
 

@@ -1,5 +1,6 @@
 #include "link/panel_host.h"
 #include "panel/live_project.h"
+#include "panel/remembered.h"
 #include "simulator/line/frame.h"
 
 using simulator::FrameReply;
@@ -208,6 +209,20 @@ TEST_F(ConnectTest, AFailedConnectionSaysWhatToDo) {
     EXPECT_EQ(LinkStatus(), "Disconnected");
     ExpectUsable();
   }
+  Click(Find<CheckBox>("chkConnectionType(0)"));
+  EXPECT_EQ(Find<QLabel>("lblTrouble").text(), "") << "it was said of another line";
+}
+
+TEST_F(ConnectTest, WhatLedToAPanelIsOfferedBelowItsBox) {
+  RememberTyped(Typed::TcpAddress, "10.0.0.7");
+  RememberTyped(Typed::TcpAddress, "10.0.0.8");
+  OpenConnect(2);
+  EXPECT_EQ(Captions("lblLastAddress", {0, 1}), "10.0.0.8|10.0.0.7");
+  EXPECT_FALSE(Shows("lblLastAddress", 2) || Shows("lblLastNumber", 0));
+  DataChanged = 0;
+  Click(Cell("lblLastAddress", 1));
+  EXPECT_EQ(TcpAddress(), "10.0.0.7");
+  EXPECT_NE(DataChanged, 0);
 }
 
 TEST_F(ConnectTest, ALostLinkBringsTheScreenBackFromWhereverTheUserIs) {

@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "panel/document_fixture.h"
+#include "panel/remembered.h"
 #include "screen_test.h"
 
 class MainWindowTest : public ScreenTest {
@@ -248,7 +249,41 @@ TEST_F(MainWindowTest, TheNextStartDeletesTheDiagnosticsFile) {
   EXPECT_FALSE(offered);
   Link = {};
   StartAnew();
-  EXPECT_EQ(QDir(DataFolder()).entryList(QDir::Files), QStringList());
+  EXPECT_EQ(QDir(DataFolder()).entryList({"*.T3"}, QDir::Files), QStringList());
+}
+
+TEST_F(MainWindowTest, AboutLeadsToRecentProjectsAndOnWithTheOpenOne) {
+  PanelRecord.IOCount(0) = 2;
+  PanelRecord.RelayName(0) = "HALL";
+  SaveAs(Path("yard\tone.T3"));
+  SaveAs(Path("School"));
+  RememberSent(Path("School"), QDateTime({2026, 11, 24}, {14, 5}), "10.0.0.7");
+  Menu("mnuAbout");
+  EXPECT_EQ(Text("lblProject"), "School");
+  EXPECT_EQ(Captions("lblStep", {0, 1, 6}),
+            "8 relays|1 relay named|Last sent 2026-11-24 14:05 to 10.0.0.7");
+  ASSERT_TRUE(Shows("lblRecent", 0));
+  EXPECT_FALSE(Shows("lblRecent", 1)) << "what is open is not offered";
+  Click(Cell("lblStep", 1));
+  EXPECT_TRUE(window->LoadedForm(Screen::EditRelayNames)->isVisible());
+
+  // A project without the usual ending is found again.
+  QTimer::singleShot(0, window.get(), [] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    EXPECT_EQ(dialog->selectedNameFilter(), "All Files (*)");
+    dialog->reject();
+  });
+  shownFileDialog({FileRequest::Kind::Open, ProjectFileFilter, DataPath("*.T3")});
+
+  Menu("mnuAbout");
+  Click(Cell("lblRecent", 0));
+  EXPECT_EQ(CurrentFileName, Path("yard\tone.T3"));
+  QFile::remove(Path("School"));
+  Menu("mnuNew");
+  QApplication::processEvents();
+  EXPECT_FALSE(Shows("lblProject"));
+  EXPECT_TRUE(Shows("lblRecent", 0));
+  EXPECT_FALSE(Shows("lblRecent", 1)) << "what is gone is not offered";
 }
 
 TEST_F(MainWindowTest, ALetterGoesToTheNextEntryOfAMenuAndIntoTheOnlyOne) {

@@ -146,7 +146,7 @@ TEST_F(ScreenKeysTest, AScreenOpensOnWhatIsChosen) {
       {Screen::DimmerRelayControl, "cboDDev"},
       {Screen::EditRelayNames, "txtRelayName(0)"},
       {Screen::Connect, "cmdConnect"},
-      {Screen::About, "lblGuide"},
+      {Screen::About, "lblStep(0)"},
   };
   for (const auto& [screen, focus] : screens) {
     SCOPED_TRACE(ScreenName(screen));

@@ -15,6 +15,8 @@
 #include "panel/code_page.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
+#include "panel/program_texts.h"
+#include "panel/remembered.h"
 #include "shell/shell.h"
 
 namespace {
@@ -143,15 +145,30 @@ void SuggestName(QFileDialog& dialog, const FileRequest& request) {
   }
 }
 
+/// A project saved with another ending, or none, is found again under all files.
+bool LastProjectPasses(const FileRequest& request) {
+  QString last = CurrentFileName;
+  if (last == NoFileName) {
+    const std::vector<RecentProject> recent = RecentProjects();
+    if (!recent.empty()) last = recent.front().Path;
+  }
+  const QString ending = request.Filter.section(u'|', 1, 1).mid(1);
+  return request.Filter != ProjectFileFilter || last == NoFileName ||
+         last.endsWith(ending, Qt::CaseInsensitive);
+}
+
 QString ChooseFile(const FileRequest& request) {
   QFileDialog dialog(FrontWindow());
   dialog.setNameFilters(NameFilters(request.Filter));
   const bool open = request.Mode == FileRequest::Kind::Open;
   dialog.setAcceptMode(open ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
   dialog.setFileMode(open ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+  if (!request.Title.isEmpty()) dialog.setWindowTitle(request.Title);
   dialog.setDefaultSuffix(request.Ending);
   dialog.setDirectory(StartFolder(request));
   if (!open) SuggestName(dialog, request);
+  if (open && !LastProjectPasses(request))
+    dialog.selectNameFilter(dialog.nameFilters().constLast());
   if (dialog.exec() != QDialog::Accepted) return {};
   lastFolder = dialog.directory().absolutePath();
   return QDir::toNativeSeparators(dialog.selectedFiles().constFirst());

@@ -24,6 +24,7 @@ struct FileRequest {
   /// A path, or a mask in the folder that the dialog starts in when nothing leads elsewhere.
   QString FileName;
   QString Ending = {};  ///< Behind a name typed without one: "pdf". Empty leaves names as typed.
+  QString Title = {};   ///< Of the dialog; empty: the toolkit's own.
 };
 
 /// Shows a message and waits for the answer. A question has the focus on No: it is asked before

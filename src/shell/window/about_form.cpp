@@ -1,6 +1,8 @@
 #include "shell/window/about_form.h"
 
 #include <QFileInfo>
+#include <algorithm>
+#include <tuple>
 
 #include "panel/program_state.h"
 #include "shell/shell.h"
@@ -15,6 +17,9 @@ QString Told(const KeptWork& work) {
                                           : QFileInfo(work.ProjectName).fileName().simplified(),
            work.Time.toString(TimeFormat));
 }
+
+constexpr int MostRecent = 5;
+constexpr int MostSteps = 7;
 
 }  // namespace
 
@@ -58,19 +63,129 @@ void frmT3About::Form_Load() {
   lblTakenUp->SetLook(Label::Look::Quiet);
   kept_ = new QVBoxLayout;
   column->addLayout(kept_);
+  AddStart(column);
   AddWidget(page);
 }
 
 void frmT3About::Form_Activate() {
   HostSoftwareVersion = lblRevInfo->Caption();
   ShowKeptWork();
+  tmrStart->SetEnabled(true);
 }
 
-/// The first work that can be taken up; never a deletion, nor the link that leaves the program.
+/// Side by side the projects of before and the one in memory.
+void frmT3About::AddStart(QVBoxLayout* column) {
+  auto* row = new QHBoxLayout;
+  row->setSpacing(24);
+  column->addLayout(row);
+  const auto addColumn = [&](const char* headingName) {
+    auto* lines = new QVBoxLayout;
+    lines->setSpacing(1);
+    row->addLayout(lines, 1);
+    Label* heading = AddLabel(lines, headingName, {});
+    QFont bold = font();
+    bold.setBold(true);
+    heading->setFont(bold);
+    heading->SetElideMode(Qt::ElideMiddle);
+    return std::pair(lines, heading);
+  };
+  const auto addLink = [this](QBoxLayout* to, ControlArray<Label>& links, const char* name,
+                              void (frmT3About::*click)(int)) {
+    auto* link = new Label;
+    link->SetLook(Label::Look::WebLink);
+    link->Click = [this, click, index = links.Count()] { (this->*click)(index); };
+    to->addWidget(link);
+    links.Add(link, QString::fromLatin1(name));
+  };
+  QVBoxLayout* lines = nullptr;
+  std::tie(lines, lblRecentProjects) = addColumn("lblRecentProjects");
+  lblRecentProjects->SetCaption(QStringLiteral("Recent Projects"));
+  for (int i = 0; i < MostRecent; ++i) {
+    auto* line = new QHBoxLayout;
+    lines->addLayout(line);
+    addLink(line, lblRecent, "lblRecent", &frmT3About::lblRecent_Click);
+    auto* folder = new Label;
+    folder->SetLook(Label::Look::Quiet);
+    folder->SetElideMode(Qt::ElideMiddle);
+    line->addWidget(folder, 1);
+    lblRecentFolder.Add(folder, QStringLiteral("lblRecentFolder"));
+  }
+  lines->addStretch(1);
+  std::tie(lines, lblProject) = addColumn("lblProject");
+  for (int i = 0; i < MostSteps; ++i) {
+    auto* line = new QHBoxLayout;
+    lines->addLayout(line);
+    addLink(line, lblStep, "lblStep", &frmT3About::lblStep_Click);
+    line->addStretch(1);
+  }
+  lines->addStretch(1);
+  tmrStart = new Timer(this, "tmrStart", 0);
+  tmrStart->Tick = [this] {
+    tmrStart->SetEnabled(false);
+    ShowStart();
+  };
+  for (Label* heading : {lblRecentProjects, lblProject}) heading->setVisible(false);
+  for (int i = 0; i < MostRecent; ++i) {
+    lblRecent(i).setVisible(false);
+    lblRecentFolder(i).setVisible(false);
+  }
+  for (int i = 0; i < MostSteps; ++i) lblStep(i).setVisible(false);
+}
+
+void frmT3About::ShowStart() {
+  recent_ = RecentProjects();
+  std::erase_if(recent_, [](const RecentProject& one) { return one.Path == CurrentFileName; });
+  recent_.resize(std::min<std::size_t>(recent_.size(), MostRecent), {});
+  lblRecentProjects->setVisible(!recent_.empty());
+  for (int i = 0; i < MostRecent; ++i) {
+    const bool there = i < static_cast<int>(recent_.size());
+    lblRecent(i).setVisible(there);
+    lblRecentFolder(i).setVisible(there);
+    if (!there) continue;
+    const RecentProject& project = recent_[static_cast<std::size_t>(i)];
+    const QFileInfo file(project.Path);
+    lblRecent(i).SetCaption(file.fileName().simplified());
+    lblRecent(i).setToolTip(project.Path);
+    lblRecentFolder(i).SetCaption(QStringLiteral("%1, %2").arg(
+        file.absolutePath(), project.When.toString(QStringLiteral("yyyy-MM-dd HH:mm"))));
+  }
+  const bool open = CurrentFileName != NoFileName || DataChanged != 0;
+  steps_ = open && ListWorkSteps ? ListWorkSteps() : std::vector<WorkStep>();
+  steps_.resize(std::min<std::size_t>(steps_.size(), MostSteps), {{}, Screen::None});
+  lblProject->setVisible(!steps_.empty());
+  lblProject->SetCaption(CurrentFileName == NoFileName
+                             ? QStringLiteral("A new project, not saved yet")
+                             : QFileInfo(CurrentFileName).fileName().simplified());
+  for (int i = 0; i < MostSteps; ++i) {
+    const bool there = i < static_cast<int>(steps_.size());
+    lblStep(i).setVisible(there);
+    if (there) lblStep(i).SetCaption(steps_[static_cast<std::size_t>(i)].Text);
+  }
+  // Where nothing of it has been touched yet, the focus goes to what is begun with.
+  const QWidget* focus = window()->focusWidget();
+  if (!focus || focus->objectName() == QLatin1String("lblGuide")) {
+    if (QWidget* first = FirstFocus()) first->setFocus(Qt::OtherFocusReason);
+  }
+}
+
+void frmT3About::lblRecent_Click(int index) {
+  OpenProject(recent_[static_cast<std::size_t>(index)].Path);
+}
+
+void frmT3About::lblStep_Click(int index) {
+  const Screen screen = steps_[static_cast<std::size_t>(index)].Opens;
+  UnloadAllForms();
+  ShowForm(screen);
+}
+
+/// The first work that can be taken up, or what can be begun with; never a deletion, nor the link
+/// that leaves the program.
 QWidget* frmT3About::FirstFocus() {
   for (std::size_t i = 0; i < work_.size(); ++i) {
     if (!work_[i].Damaged) return &lblTakeUp(static_cast<int>(i));
   }
+  if (!steps_.empty()) return &lblStep(0);
+  if (!recent_.empty()) return &lblRecent(0);
   return findChild<QWidget*>(QStringLiteral("lblGuide"));
 }
 

@@ -48,6 +48,7 @@ frmT3MasterMDI* mainWindow = nullptr;
 }  // namespace
 
 LinkHooks Link;
+std::function<std::vector<WorkStep>()> ListWorkSteps;
 
 QWidget* MainWindow() {
   return mainWindow;
@@ -88,6 +89,9 @@ void KeepUnsavedWork() {
 }
 void ForgetUnsavedWork() {
   if (mainWindow && !mainWindow->Ending()) mainWindow->Recovery().Settle(LiveProject);
+}
+void OpenProject(const QString& name) {
+  if (mainWindow) mainWindow->OpenFile(name);
 }
 void OpenKeptWork(const KeptWork& work) {
   if (mainWindow) mainWindow->OpenKeptWork(work);

@@ -13,6 +13,8 @@
 #include "panel/merge.h"
 #include "panel/program_state.h"
 #include "panel/project_file.h"
+#include "panel/remembered.h"
+#include "panel/stopwatch.h"
 #include "shell/shell.h"
 #include "shell/window/about_form.h"
 #include "shell/window/history.h"
@@ -91,6 +93,7 @@ void frmT3MasterMDI::ReadFile(const QString& name) {
   });
   DataChanged = 0;
   recovery_.Settle(LiveProject);
+  RememberProject(name, Now());
   TellNews(QStringLiteral("Opened"));
 }
 
@@ -163,6 +166,7 @@ void frmT3MasterMDI::FileSave() {
   merged_ = {};
   DataChanged = 0;
   recovery_.Settle(LiveProject);
+  RememberProject(CurrentFileName, Now());
   TellNews(QStringLiteral("Saved"));
 }
 
@@ -179,6 +183,7 @@ void frmT3MasterMDI::FileSaveAs() {
   UpdateStatusBar();
   DataChanged = 0;
   recovery_.Settle(LiveProject);
+  RememberProject(name, Now());
   TellNews(QStringLiteral("Saved"));
   if (before != NoFileName) CopyBeside(before, name);
 }

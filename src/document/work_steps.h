@@ -1,0 +1,8 @@
+#pragma once
+
+#include <vector>
+
+#include "shell/shell.h"
+
+/// How far the project in memory is, in the order in which one is made.
+std::vector<WorkStep> WorkStepsOfProgram();
