@@ -64,9 +64,12 @@ class CodeWalk {
     }
   };
 
-  /// What does not fit the panel's memory is told as such.
+  /// What does not fit the panel's memory is told as such. Without the module its settings do
+  /// nothing.
   bool IsSound(const FieldFacts& facts, const Place& place, Int32 value) const {
-    return IsListed(facts.Told.Value, scope_.Of, place, value) ||
+    const bool ofDMX = facts.Where.Value.On == Screen::AddOnModuleDMX;
+    return (ofDMX && scope_.Of.Panel.AddOnModuleType != AddOnModuleDMX) ||
+           IsListed(facts.Told.Value, scope_.Of, place, value) ||
            !HoldsNumber(facts.Memory.Value, value);
   }
 
