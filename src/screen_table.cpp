@@ -29,6 +29,8 @@
 #include "link/panel_link.h"
 #include "panel/live_project.h"
 #include "panel/project_file.h"
+#include "schedule/all_dates_form.h"
+#include "schedule/all_timers_form.h"
 #include "schedule/astro_clock_form.h"
 #include "schedule/daylight_saving_form.h"
 #include "schedule/time_pair_form.h"
@@ -198,6 +200,8 @@ const std::vector<ScreenEntry>& ScreenTable() {
       {Screen::SystemDiagnostic, New<frmT3SystemDiagnostic>},
       {Screen::DimmerOutput, New<frmT3DimmerOutput>},
       {Screen::DimmerRelayControl, New<frmT3DimmerRelayControl>},
+      {Screen::AllTimers, New<frmT3AllTimers>},
+      {Screen::AllDates, New<frmT3AllDates>},
       {Screen::DimCopyCnf},
       {Screen::DimCopyCnt},
   };
@@ -224,11 +228,16 @@ ProgramScreens AllScreens() {
     UnloadAllForms();
     ShowForm(Screen::Document);
   };
+  const auto listTimers = [] {
+    UnloadAllForms();
+    ShowForm(Screen::AllTimers);
+  };
   return {.Menu = MenuTable(),
           .Screens = ScreenTable(),
           .CompareWithFile = compareWithFile,
           .CountFindings = countFindings,
           .ListFindings = listFindings,
           .Find = [] { FindDialog(MainWindow()).exec(); },
+          .ListTimers = listTimers,
           .StepFinding = [](int step) { FindingsList::OfProgram().Step(step); }};
 }

@@ -1,5 +1,7 @@
 #include "panel/items.h"
 
+#include <algorithm>
+
 #include "panel/code_page.h"
 #include "panel/format.h"
 #include "panel/hex.h"
@@ -92,4 +94,12 @@ QString FreshName(const Item& item) {
 QString ItemText(const Project& project, const Item& item) {
   const QString name = OwnName(project, item);
   return name.isEmpty() ? ItemCode(item) : ItemCode(item) + u' ' + name;
+}
+
+int InstalledPoints(const Project& project) {
+  int points = 0;
+  for (int node = 0; node < NodeCount; ++node) {
+    points += project.Panel.IOCount(node) * PointsOfBlock;
+  }
+  return std::clamp(points, 0, ItemCount);
 }

@@ -48,3 +48,6 @@ QString FreshName(const Item& item);
 
 /// The code with the user's name behind it: "RELAY 03 FOYER".
 QString ItemText(const Project& project, const Item& item);
+
+/// Installed relays and inputs, 0 to 48 for a damaged project too.
+int InstalledPoints(const Project& project);

@@ -62,6 +62,8 @@ enum class Screen {
   SystemDiagnostic,
   DimmerOutput,
   DimmerRelayControl,
+  AllTimers,
+  AllDates,
   DimCopyCnf,
   DimCopyCnt,
 };
@@ -132,6 +134,8 @@ inline constexpr auto ScreenNames = std::to_array<NamedScreen>({
     {Screen::SystemDiagnostic, "frmT3SystemDiagnostic"},
     {Screen::DimmerOutput, "frmT3DimmerOutput"},
     {Screen::DimmerRelayControl, "frmT3DimmerRelayControl"},
+    {Screen::AllTimers, "frmT3AllTimers"},
+    {Screen::AllDates, "frmT3AllDates"},
     {Screen::DimCopyCnf, "frmT3DimCopyCnf"},
     {Screen::DimCopyCnt, "frmT3DimCopyCnt"},
 });

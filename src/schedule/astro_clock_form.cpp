@@ -3,14 +3,18 @@
 #include <QAbstractItemView>
 #include <QCompleter>
 #include <QCoreApplication>
+#include <QLocale>
 #include <QMouseEvent>
 #include <QWindow>
 
 #include "panel/code_page.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
+#include "panel/stopwatch.h"
 #include "panel/words.h"
 #include "schedule/rules/city_table.h"
+#include "schedule/rules/panel_days.h"
+#include "schedule/rules/time_zones.h"
 #include "shell/controls/row_grid.h"
 
 namespace {
@@ -46,6 +50,15 @@ void frmT3AstroClockSettings::BuildSettings() {
                  NumberItems(LongitudeRange.First, LongitudeRange.Last));
   cboTimeZone =
       AddSetting("cboTimeZone", QStringLiteral("Time Zone"), panel.TimeZone, 0, Items(TimeZones));
+  auto* column = static_cast<QVBoxLayout*>(fraAstroSettings->layout());
+  lblZoneDoubt = AddLabel(column, "lblZoneDoubt", {});
+  constexpr int daysTold = 3;
+  for (int i = 0; i < daysTold; ++i) {
+    auto* line = new Label;
+    line->SetLook(Label::Look::Quiet);
+    column->addWidget(line);
+    lblSun.Add(line, QStringLiteral("lblSun"));
+  }
 }
 
 ComboBox* frmT3AstroClockSettings::AddSetting(const char* name, const QString& caption,
@@ -56,11 +69,37 @@ ComboBox* frmT3AstroClockSettings::AddSetting(const char* name, const QString& c
   static_cast<QVBoxLayout*>(fraAstroSettings->layout())->addLayout(row);
   auto* list = AddList(row, name, caption, captionChars);
   list->SetItems(items);
-  list->Click = [list, &field, first] {
+  list->Click = [this, list, &field, first] {
     field = static_cast<Int16>(list->ListIndex() + first);
     DataChanged = -1;
+    ShowSun();
   };
   return list;
+}
+
+/// By the place and the zone on show, with daylight saving as it is set.
+void frmT3AstroClockSettings::ShowSun() {
+  const auto& panel = PanelRecord;
+  const PanelDays days(panel);
+  const QDate today = Now().date();
+  const auto ofYear = IsOnTheMap(panel) ? days.SunOfYear(today.year()) : std::nullopt;
+  const auto tell = [&](int line, const QString& words, QDate day) {
+    const auto sun = days.SunOf(day);
+    const auto time = [](WallMinute minute) {
+      return QLocale::c().toString(
+          QTime(0, 0).addSecs(static_cast<int>((minute - FirstMinuteOf(DayOf(minute))) * 60)),
+          QStringLiteral("h:mm AP"));
+    };
+    lblSun(line).SetCaption(QStringLiteral("%1, %2: sunrise %3, sunset %4")
+                                .arg(words, QLocale::c().toString(day, QStringLiteral("MMMM d")),
+                                     time(sun.Rise.value_or(0)), time(sun.Set.value_or(0))));
+  };
+  for (int line = 0; line < lblSun.Count(); ++line) lblSun(line).setVisible(ofYear.has_value());
+  lblZoneDoubt->SetCaption(ZoneDoubt(panel));
+  if (!ofYear) return;
+  tell(0, QStringLiteral("Today"), today);
+  tell(1, QStringLiteral("Shortest day"), ofYear->Shortest);
+  tell(2, QStringLiteral("Longest day"), ofYear->Longest);
 }
 
 void frmT3AstroClockSettings::BuildCityPicker() {
@@ -125,6 +164,7 @@ void frmT3AstroClockSettings::Form_Activate() {
   cboLatitude->SetListIndex(PanelRecord.Latitude - LatitudeRange.First);
   cboLongitude->SetListIndex(PanelRecord.Longitude - LongitudeRange.First);
   cboTimeZone->SetListIndex(PanelRecord.TimeZone);
+  ShowSun();
   RestoreControls();
 }
 

@@ -25,11 +25,14 @@ class frmT3AstroClockSettings : public ChildForm {
   ComboBox* AddSetting(const char* name, const QString& caption, Int16& field, int first,
                        const QStringList& items);
   void SetPicking(bool picking);
+  void ShowSun();
 
   QGroupBox* fraAstroSettings = nullptr;
   ComboBox* cboLatitude = nullptr;
   ComboBox* cboLongitude = nullptr;
   ComboBox* cboTimeZone = nullptr;
+  ControlArray<Label> lblSun;     ///< Today, the shortest and the longest day.
+  Label* lblZoneDoubt = nullptr;  ///< That the zone cannot be the place's.
   Button* cmdFindLatLon = nullptr;
   TextBox* txtFindCity = nullptr;
   Label* lblNoCity = nullptr;

@@ -2,10 +2,13 @@
 
 #include "panel/code_page.h"
 #include "panel/format.h"
+#include "panel/lists_in_words.h"
 #include "panel/time_values.h"
 #include "panel/words.h"
+#include "schedule/rules/panel_days.h"
 #include "shell/controls/editor_rows.h"
 #include "shell/controls/field_column.h"
+#include "shell/shell.h"
 
 struct TimePairScreen {
   Screen Name;
@@ -92,6 +95,11 @@ const auto TimePairScreens = std::to_array<TimePairScreen>({
 
 }  // namespace
 
+QString TimeOfDate(Int16 quarterHours) {
+  return quarterHours >= NoEntry ? QStringLiteral("--:--")
+                                 : QString::fromStdString(QuarterHourText(quarterHours));
+}
+
 TimePairForm::TimePairForm(Screen name)
     : ChildForm(name, ScreenRow(TimePairScreens, name).Caption),
       screen(ScreenRow(TimePairScreens, name)) {}
@@ -128,12 +136,33 @@ void TimePairForm::AddMonths() {
   auto* row = AddRow();
   for (const std::string_view month : MonthNames) {
     auto* option = new OptionButton(ToUnicode(ShortName(month)));
-    option->setAccessibleName(ToUnicode(month));
     row->addWidget(option);
     optMonth.Add(option, QStringLiteral("optMonth"));
   }
   optMonth(Month).Select();
   optMonth.OnEach(&OptionButton::Click, this, &TimePairForm::optMonth_Click);
+  auto* all = Add<Button>(row, "cmdAllDates", QStringLiteral("All Dates"));
+  all->Click = [] {
+    UnloadAllForms();
+    ShowForm(Screen::AllDates);
+  };
+}
+
+/// Months with dates of their own stand out, to a screen reader by their number: "March - 3 dates".
+void TimePairForm::MarkMonths() {
+  for (int month = 0; month < optMonth.Count(); ++month) {
+    const QString name = ToUnicode(MonthNames[static_cast<std::size_t>(month)]);
+    const auto dates = static_cast<qsizetype>(DatesWithTimes(PanelRecord, month).size());
+    OptionButton& option = optMonth(month);
+    const QString told =
+        dates == 0 ? name : name + QStringLiteral(" - ") + Counted(dates, QStringLiteral("date"));
+    option.setAccessibleName(told);
+    option.setToolTip(told);
+    QFont font = option.font();
+    font.setBold(dates > 0);
+    font.setUnderline(dates > 0);
+    option.setFont(font);
+  }
 }
 
 QWidget* TimePairForm::Selector() const {
@@ -163,8 +192,7 @@ int TimePairForm::ItemOf(Int16 time) const {
 }
 
 QString TimePairForm::TimeText(Int16 time) const {
-  const bool none = screen.ByMonth && time >= NoEntry;
-  return none ? QStringLiteral("--:--") : QString::fromStdString(QuarterHourText(time));
+  return screen.ByMonth ? TimeOfDate(time) : QString::fromStdString(QuarterHourText(time));
 }
 
 void TimePairForm::ShowNames() {
@@ -178,6 +206,7 @@ void TimePairForm::ShowNames() {
 }
 
 void TimePairForm::ShowTimes() {
+  MarkMonths();
   for (const ListColumn& column : lblTime) column.Show(screen.Rows);
 }
 

@@ -5,6 +5,9 @@
 
 struct TimePairScreen;
 
+/// The open or close time of a date: "7:30A", "--:--" for none.
+QString TimeOfDate(Int16 quarterHours);
+
 /// Two times of day in each row: the building's open and close times by weekday
 /// (frmT3OpenAndCloseTimeNormalDays) or by date (frmT3OpenAndCloseTimeSingleDates), and from when
 /// to when each input is active (frmT3InputActiveTimes).
@@ -21,6 +24,7 @@ class TimePairForm : public ChildForm {
   QWidget* Selector() const override;
   void ChooseBeside(int step) override;
   void AddMonths();
+  void MarkMonths();
   void ShowNames();
   Int16& Time(std::size_t column, int row) const;
   int ItemOf(Int16 time) const;

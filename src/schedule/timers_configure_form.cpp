@@ -8,6 +8,7 @@
 #include "schedule/rules/timer_words.h"
 #include "shell/controls/editor_rows.h"
 #include "shell/controls/go_to_item.h"
+#include "shell/shell.h"
 
 namespace {
 
@@ -71,27 +72,43 @@ void frmT3TimersConfigure::Form_Load() {
   cboTimerNumber = AddTimerList(row, "cboTimerNumber", QStringLiteral("Timer"), {},
                                 &frmT3TimersConfigure::cboTimerNumber_Click);
   AddSelector(cboTimerNumber);
+  auto* all = Add<Button>(row, "cmdAllTimers", QStringLiteral("All Timers"));
+  all->setToolTip(QStringLiteral("All timers on one sheet (Ctrl+T)"));
+  all->Click = [] {
+    UnloadAllForms();
+    ShowForm(Screen::AllTimers);
+  };
   BuildTimeFrame();
   BuildDayFrame();
   lblTimerInWords = new Label;
   lblTimerInWords->setObjectName(QStringLiteral("lblTimerInWords"));
   lblTimerInWords->SetLook(Label::Look::Quiet);
   AddWidget(lblTimerInWords);
-  auto* next = AddRow();
+  AddNext();
+  Loading = 0;
+}
+
+/// What it does stands below each other: in one row three long parts would widen the screen.
+void frmT3TimersConfigure::AddNext() {
+  auto* next = new QHBoxLayout;
+  AddRow()->addLayout(next, 1);
   next->setSpacing(fontMetrics().averageCharWidth() * 2);
   lblTimerNext = AddLabel(next, "lblTimerNext", {});
+  next->setAlignment(lblTimerNext, Qt::AlignTop);
   lblTimerNext->SetLook(Label::Look::Quiet);
   lblTimerNext->setToolTip(QStringLiteral("By this computer's clock"));
-  constexpr int screensOfActs = 3;
+  auto* acts = new QVBoxLayout;
+  acts->setSpacing(0);
+  next->addLayout(acts, 1);
+  constexpr int screensOfActs = 4;
   for (int i = 0; i < screensOfActs; ++i) {
     auto* act = new Label;
     act->SetLook(Label::Look::WebLink);
     act->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
-    next->addWidget(act);
+    acts->addWidget(act);
     lblTimerActs.Add(act, QStringLiteral("lblTimerActs"));
     act->Click = [this, i] { lblTimerActs_Click(i); };
   }
-  Loading = 0;
 }
 
 void frmT3TimersConfigure::BuildTimeFrame() {
@@ -248,7 +265,8 @@ void frmT3TimersConfigure::ShowNext() {
 void frmT3TimersConfigure::lblTimerActs_Click(int index) {
   const int timer = SelectedTimer();
   const auto acts = ActsOfTimer(LiveProject, timer);
-  GoToItem(acts[static_cast<std::size_t>(index)].On, {ItemKind::Timer, timer});
+  const TimerAct& act = acts[static_cast<std::size_t>(index)];
+  GoToItem(act.On, act.Where);
 }
 
 TimerTimeValue frmT3TimersConfigure::TimeOfTimer() const {

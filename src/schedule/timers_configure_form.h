@@ -31,6 +31,7 @@ class frmT3TimersConfigure : public ChildForm {
  private:
   using Handler = void (frmT3TimersConfigure::*)();
 
+  void AddNext();
   void BuildTimeFrame();
   void BuildDayFrame();
   ComboBox* AddTimerList(QBoxLayout* row, const char* name, const QString& title,

@@ -188,13 +188,6 @@ void AddDimmers(UseList& uses, const Project& project) {
 
 }  // namespace
 
-int InstalledPoints(const Project& project) {
-  int points = 0;
-  for (int node = 0; node < NodeCount; ++node)
-    points += project.Panel.IOCount(node) * PointsOfBlock;
-  return std::clamp(points, 0, ItemCount);
-}
-
 std::vector<Use> UsesOfProject(const Project& project) {
   UseList uses;
   AddLocalInputs(uses, project);

@@ -15,9 +15,6 @@ struct Use {
   QLatin1StringView Words;  ///< Between the names of both: "turns on and off".
 };
 
-/// Installed relays and inputs, 0 to 48 for a damaged project too.
-int InstalledPoints(const Project& project);
-
 /// Every use in the project. A sweep's user is the panel. Inputs beyond the installed
 /// points and devices without a type use nothing; what is used may lie beyond the installed points.
 std::vector<Use> UsesOfProject(const Project& project);

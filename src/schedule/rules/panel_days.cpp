@@ -2,6 +2,7 @@
 
 #include "panel/time_values.h"
 #include "panel/words.h"
+#include "schedule/rules/sun_times.h"
 
 namespace {
 
@@ -38,11 +39,20 @@ QDate DayOf(WallMinute minute) {
   return QDate(1970, 1, 1).addDays(minute / MinutesPerDay - (before ? 1 : 0));
 }
 
+std::vector<int> DatesWithTimes(const PanelRecordType& panel, int month) {
+  std::vector<int> dates;
+  for (int date = 0; date < MonthDays.at(static_cast<std::size_t>(month)); ++date) {
+    if (panel.DateOpenTime(month, date) < NoEntry || panel.DateCloseTime(month, date) < NoEntry) {
+      dates.push_back(date);
+    }
+  }
+  return dates;
+}
+
 PanelDays::PanelDays(const PanelRecordType& panel) : panel_(panel) {
   for (int month = 0; month < 12; ++month) {
-    for (int date = 0; date < 31; ++date) {
-      holidays_[static_cast<std::size_t>(month)][static_cast<std::size_t>(date)] =
-          panel.DateOpenTime(month, date) < NoEntry || panel.DateCloseTime(month, date) < NoEntry;
+    for (const int date : DatesWithTimes(panel, month)) {
+      holidays_[static_cast<std::size_t>(month)][static_cast<std::size_t>(date)] = true;
     }
   }
   for (int timer = 0; timer < ItemCount; ++timer) {
@@ -105,6 +115,40 @@ std::optional<WallMinute> PanelDays::OpenTime(QDate day) const {
 
 std::optional<WallMinute> PanelDays::CloseTime(QDate day) const {
   return HourOf(day, true);
+}
+
+PanelDays::Sun PanelDays::SunOf(QDate day) const {
+  constexpr int easternMinutesWest = 5 * Hour;
+  constexpr int lastZone = static_cast<int>(TimeZones.size()) - 1;
+  const int zone = panel_.TimeZone < 0 ? lastZone : std::min<int>(panel_.TimeZone, lastZone);
+  const auto wall = [&](std::optional<qint64> universal) -> std::optional<WallMinute> {
+    if (!universal) return {};
+    return FromStandard(*universal - easternMinutesWest - zone * Hour);
+  };
+  const SunTimes times = SunTimesOf(day, panel_.Latitude, panel_.Longitude);
+  return {wall(times.Rise), wall(times.Set)};
+}
+
+std::optional<DaysOfSun> PanelDays::SunOfYear(int year) const {
+  // To the minute several days are alike; theirs is the middle.
+  struct Run {
+    qint64 Minutes;
+    QDate First;
+    QDate Last;
+    QDate Middle() const { return First.addDays(First.daysTo(Last) / 2); }
+  };
+  std::optional<Run> shortest;
+  std::optional<Run> longest;
+  for (QDate day(year, 1, 1); day.year() == year; day = day.addDays(1)) {
+    const SunTimes sun = SunTimesOf(day, panel_.Latitude, panel_.Longitude);
+    if (!sun.Rise || !sun.Set) return {};
+    const qint64 minutes = *sun.Set - *sun.Rise;
+    if (!shortest || minutes < shortest->Minutes) shortest = {minutes, day, day};
+    if (!longest || minutes > longest->Minutes) longest = {minutes, day, day};
+    if (minutes == shortest->Minutes) shortest->Last = day;
+    if (minutes == longest->Minutes) longest->Last = day;
+  }
+  return DaysOfSun{shortest->Middle(), longest->Middle()};
 }
 
 bool PanelDays::IsHoliday(QDate day) const {

@@ -3,6 +3,7 @@
 #include <QDate>
 #include <array>
 #include <optional>
+#include <vector>
 
 #include "panel/panel_record.h"
 
@@ -12,7 +13,16 @@ using WallMinute = qint64;
 WallMinute FirstMinuteOf(QDate day);
 QDate DayOf(WallMinute minute);
 
-/// The days of a panel: daylight saving, open and close times, holidays.
+/// The dates of a month that have open or close times of their own; all from 0.
+std::vector<int> DatesWithTimes(const PanelRecordType& panel, int month);
+
+/// The days of the year with the least and the most time between sunrise and sunset.
+struct DaysOfSun {
+  QDate Shortest;
+  QDate Longest;
+};
+
+/// The days of a panel: daylight saving, sun, open and close times, holidays.
 class PanelDays {
  public:
   explicit PanelDays(const PanelRecordType& panel);
@@ -26,8 +36,16 @@ class PanelDays {
   /// The times of a date stand before those of its weekday.
   std::optional<WallMinute> OpenTime(QDate day) const;
   std::optional<WallMinute> CloseTime(QDate day) const;
+  /// Nothing where the sun does not rise or set.
+  struct Sun {
+    std::optional<WallMinute> Rise;
+    std::optional<WallMinute> Set;
+  };
+  Sun SunOf(QDate day) const;
   /// A date with times of its own, or that of a timer.
   bool IsHoliday(QDate day) const;
+  /// Nothing where the sun does not rise or set on every day of the year.
+  std::optional<DaysOfSun> SunOfYear(int year) const;
 
  private:
   /// Daylight saving of a year in minutes of standard time; none where both are equal.

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdlib>
 
+#include "panel/code_page.h"
 #include "schedule/rules/city_table.h"
 
 namespace {
@@ -78,4 +79,27 @@ ZoneSet PlausibleZones(int latitude, int longitudeWest) {
                      longitudeWest <= (latitude >= PrairieLatitude ? westOfPrairies : west);
   }
   return reaching.any() ? reaching : ZoneSet().set();
+}
+
+bool IsNewPanelsPlace(const PanelRecordType& panel) {
+  constexpr Int16 latitude = 45;
+  constexpr Int16 longitude = 90;
+  return panel.Latitude == latitude && panel.Longitude == longitude;
+}
+
+bool IsOnTheMap(const PanelRecordType& panel) {
+  return panel.Latitude >= 20 && panel.Latitude <= 65 && panel.Longitude >= 50 &&
+         panel.Longitude <= 150;
+}
+
+QString ZoneDoubt(const PanelRecordType& panel) {
+  const std::string_view zone = Word(TimeZones, panel.TimeZone);
+  if (zone.empty() || IsNewPanelsPlace(panel) || !IsOnTheMap(panel) ||
+      PlausibleZones(panel.Latitude, panel.Longitude)[static_cast<std::size_t>(panel.TimeZone)]) {
+    return {};
+  }
+  return QStringLiteral("The time zone is %1, which is not that of %2 degrees north, %3 west.")
+      .arg(ToUnicode(zone))
+      .arg(panel.Latitude)
+      .arg(panel.Longitude);
 }

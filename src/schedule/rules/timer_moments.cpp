@@ -4,8 +4,6 @@
 
 #include "panel/dimmer_fields.h"
 #include "panel/time_values.h"
-#include "panel/words.h"
-#include "schedule/rules/sun_times.h"
 
 namespace {
 
@@ -110,16 +108,9 @@ TimerMoments::Events TimerMoments::EventsOf(QDate day, bool sun) const {
     at(Sunrise) = midnight + MinutesPerDay / 4;
     at(Sunset) = midnight + MinutesPerDay * 3 / 4;
   } else if (sun) {
-    constexpr int easternMinutesWest = 5 * MinutesOfHour;
-    constexpr int lastZone = static_cast<int>(TimeZones.size()) - 1;
-    const int zone = panel_.TimeZone < 0 ? lastZone : std::min<int>(panel_.TimeZone, lastZone);
-    const auto wall = [&](std::optional<qint64> universal) -> std::optional<WallMinute> {
-      if (!universal) return {};
-      return days_.FromStandard(*universal - easternMinutesWest - zone * MinutesOfHour);
-    };
-    const SunTimes times = SunTimesOf(day, panel_.Latitude, panel_.Longitude);
-    at(Sunrise) = wall(times.Rise);
-    at(Sunset) = wall(times.Set);
+    const PanelDays::Sun times = days_.SunOf(day);
+    at(Sunrise) = times.Rise;
+    at(Sunset) = times.Set;
   }
   return events;
 }

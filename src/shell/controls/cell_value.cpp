@@ -1,31 +1,15 @@
 #include "shell/controls/cell_value.h"
 
 #include <QHash>
-#include <QRegularExpression>
 #include <algorithm>
 
+#include "panel/typed_time.h"
 #include "shell/controls/controls.h"
 
 namespace {
 
 bool IsSame(const QString& one, const QString& other) {
   return one.simplified().compare(other.simplified(), Qt::CaseInsensitive) == 0;
-}
-
-/// Minutes since midnight of a time as people and spreadsheets write it.
-std::optional<int> MinutesOf(const QString& text) {
-  static const QRegularExpression time(
-      QStringLiteral("^(\\d{1,2})(?::(\\d\\d)(?::00)?)?\\s*(?:([ap])\\.?\\s?(m)?\\.?)?$"),
-      QRegularExpression::CaseInsensitiveOption);
-  const auto match = time.match(text.simplified());
-  if (!match.hasMatch()) return std::nullopt;
-  const bool halfDays = match.hasCaptured(3);
-  if (!match.hasCaptured(2) && !match.hasCaptured(4)) return std::nullopt;
-  int hour = match.captured(1).toInt();
-  const int minute = match.captured(2).toInt();
-  if (minute > 59 || (halfDays ? hour < 1 || hour > 12 : hour > 23)) return std::nullopt;
-  if (halfDays) hour = hour % 12 + (match.captured(3).toLower() == u'p' ? 12 : 0);
-  return hour * 60 + minute;
 }
 
 /// Letters that do not come apart into a plain one and its marks.
@@ -86,8 +70,9 @@ int ChoiceOf(const QStringList& choices, const QString& value) {
   const int same = find([&](const QString& choice) { return IsSame(choice, value); });
   if (same >= 0 || value.isEmpty()) return same;
   if (MeansNothing(value)) return find(MeansNothing);
-  const auto minutes = MinutesOf(value);
-  return minutes ? find([&](const QString& choice) { return MinutesOf(choice) == minutes; }) : -1;
+  const auto minutes = MinutesOfTyped(value);
+  return minutes ? find([&](const QString& choice) { return MinutesOfTyped(choice) == minutes; })
+                 : -1;
 }
 
 QString InShort(QStringList choices) {

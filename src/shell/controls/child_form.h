@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "panel/items.h"
 #include "panel/screens.h"
 #include "shell/controls/controls.h"
 
@@ -41,6 +42,8 @@ class ChildForm : public QWidget {
   /// often changes nothing: the first in the order of Tab, of a group the chosen option, of a grid
   /// the first value. Null where none takes it.
   virtual QWidget* FirstFocus();
+  /// Whether the screen shows what is edited on another, too; then it is brought to its row.
+  virtual bool ShowsToo(Screen /*editedOn*/, const Item& /*of*/) { return false; }
   /// Fills the screen from the project again, with the item on show still chosen.
   void ShowAnew();
   /// Chooses the item before (-1) or after (1) the one on show, in the innermost selector on show.

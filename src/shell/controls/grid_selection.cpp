@@ -227,13 +227,22 @@ std::optional<QString> GridSelection::Refusal(Cell cell, const QString& value) c
   const QString name = grid_.At(cell)->accessibleName();
   if (!grid_.Walkable(cell)) return QStringLiteral("%1 has no value at present.").arg(name);
   const std::optional<QStringList> choices = ChoicesOf(cell);
-  if (!choices || ChoiceOf(*choices, value) >= 0) return std::nullopt;
+  if (!choices || ChoiceOf(*choices, value) >= 0) {
+    const auto& refuses = grid_.ColumnOf(cell).Refuses;
+    const QString refusal = refuses ? refuses(cell.Row, value) : QString();
+    return refusal.isEmpty() ? std::nullopt : std::optional(refusal);
+  }
   return QStringLiteral("\"%1\" is no choice of %2 (%3).").arg(value, name, InShort(*choices));
 }
 
 /// A label that shows the value already keeps what it holds.
 QString GridSelection::Put(Cell cell, const QString& value) {
-  if (!qobject_cast<const Label*>(grid_.At(cell))) return PutCellValue(*grid_.At(cell), value);
+  if (!qobject_cast<const Label*>(grid_.At(cell))) {
+    const QString left = PutCellValue(*grid_.At(cell), value);
+    auto* judged = grid_.ColumnOf(cell).Refuses ? qobject_cast<TextBox*>(grid_.At(cell)) : nullptr;
+    if (judged) Q_EMIT judged->editingFinished();
+    return left;
+  }
   if (ChoiceOf({*ValueOf(cell)}, value) >= 0) return {};
   const int choice = ChoiceOf(*ChoicesOf(cell), value);
   if (choice >= 0) RunHandler([&] { grid_.ColumnOf(cell).Put(cell.Row, choice); });
@@ -257,7 +266,7 @@ void GridSelection::PutValues(const Puts& puts) {
   }
   // A cell may have set another of its row.
   const auto isAstray = [this](const auto& put) {
-    return !qobject_cast<TextBox*>(grid_.At(put.first)) &&
+    return !qobject_cast<TextBox*>(grid_.At(put.first)) && !grid_.ColumnOf(put.first).Refuses &&
            ChoiceOf({ValueOf(put.first).value_or(QString())}, put.second) < 0;
   };
   const auto astray = std::find_if(puts.begin(), puts.end(), isAstray);

@@ -27,11 +27,12 @@ QStringList NumberItems(int first, int last, const QString& before, const QStrin
   return items;
 }
 
-RowGrid::RowGrid(int rows, const QString& word)
+RowGrid::RowGrid(int rows, const QString& word, int rowsInColumn)
     : rows_(rows),
+      rowsInColumn_(rowsInColumn),
       titles_(static_cast<std::size_t>(rows)),
       controls_(static_cast<std::size_t>(rows)),
-      headers_(static_cast<std::size_t>((rows + RowsInColumn - 1) / RowsInColumn)) {
+      headers_(static_cast<std::size_t>((rows + rowsInColumn - 1) / rowsInColumn)) {
   for (int row = 0; row < rows; ++row)
     titles_[static_cast<std::size_t>(row)] = word + TwoDigits(row + 1);
   grid_ = new QGridLayout(this);
@@ -98,7 +99,7 @@ void RowGrid::Place(QWidget* control, int row, const Options& options) {
     if (nameColumn_ != static_cast<int>(controls.size())) {
       label->setMaximumWidth(MostWidth(*label, options));
       if (!options.Header.isEmpty()) {
-        headers_[static_cast<std::size_t>(row / RowsInColumn)].back()->setMaximumWidth(
+        headers_[static_cast<std::size_t>(row / rowsInColumn_)].back()->setMaximumWidth(
             label->maximumWidth());
       }
     }
@@ -106,7 +107,7 @@ void RowGrid::Place(QWidget* control, int row, const Options& options) {
     control->setMinimumWidth(control->fontMetrics().averageCharWidth() * options.Chars + 8);
     if (!qobject_cast<ScrollBar*>(control)) control->setMaximumWidth(MostWidth(*control, options));
   }
-  const int gridRow = row % RowsInColumn + 1;
+  const int gridRow = row % rowsInColumn_ + 1;
   const int gridColumn = GridColumn(row) + columns_ - 1;
   if (options.SharesCell) {
     QLayoutItem* before = grid_->itemAtPosition(gridRow, gridColumn);
@@ -178,7 +179,7 @@ void RowGrid::ShowRows(int count) {
   for (int row = 0; row < rows_; ++row) SetRowVisible(row, row < count);
   for (std::size_t block = 0; block < headers_.size(); ++block) {
     for (QWidget* header : headers_[block]) {
-      header->setVisible(count > static_cast<int>(block) * RowsInColumn);
+      header->setVisible(count > static_cast<int>(block) * rowsInColumn_);
     }
   }
 }
@@ -216,7 +217,7 @@ void RowGrid::Walk(Cell from, int rowStep, int columnStep) {
     from.Row += rowStep;
     from.Column += columnStep;
     if (from.Column < 0 || from.Column >= columns) {
-      from.Row += columnStep * RowsInColumn;
+      from.Row += columnStep * rowsInColumn_;
       from.Column = from.Column < 0 ? columns - 1 : 0;
     }
     if (from.Row < 0 || from.Row >= rows_) return;
@@ -237,6 +238,22 @@ void RowGrid::WalkTo(Cell from, int to) {
       return;
     }
   }
+}
+
+/// Left at the start of a text that the column judges, Right at its end, and both while all of it
+/// is selected.
+bool RowGrid::WalksOn(Cell cell, const QKeyEvent& key) {
+  const auto* box = qobject_cast<const TextBox*>(At(cell));
+  const bool left = key.key() == Qt::Key_Left;
+  if (!box || !ColumnOf(cell).Refuses || (!left && key.key() != Qt::Key_Right) ||
+      (key.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) {
+    return false;
+  }
+  const auto length = static_cast<int>(box->text().size());
+  const bool whole = box->selectedText().size() == length;
+  if (!whole && box->cursorPosition() != (left ? 0 : length)) return false;
+  Walk(cell, 0, left ? -1 : 1);
+  return true;
 }
 
 QWidget* RowGrid::Stop() const {
@@ -278,8 +295,8 @@ void RowGrid::keyPressEvent(QKeyEvent* event) {
     return;
   }
   const bool whole = event->modifiers() & Qt::ControlModifier;
-  const int blockStart = cell->Row / RowsInColumn * RowsInColumn;
-  const int blockEnd = std::min(blockStart + RowsInColumn, rows_) - 1;
+  const int blockStart = cell->Row / rowsInColumn_ * rowsInColumn_;
+  const int blockEnd = std::min(blockStart + rowsInColumn_, rows_) - 1;
   switch (event->key()) {
     case Qt::Key_Up:
       Walk(*cell, -1, 0);
@@ -337,7 +354,10 @@ bool RowGrid::eventFilter(QObject* watched, QEvent* event) {
       KeepFocusCell(*cell, static_cast<QFocusEvent*>(event)->reason());
       break;
     case QEvent::KeyPress:
-      if (selection_.TakesKey(control, *static_cast<QKeyEvent*>(event))) return true;
+      if (selection_.TakesKey(control, *static_cast<QKeyEvent*>(event)) ||
+          WalksOn(*cell, *static_cast<QKeyEvent*>(event))) {
+        return true;
+      }
       break;
     case QEvent::MouseButtonPress:
     case QEvent::MouseMove:

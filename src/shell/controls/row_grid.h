@@ -9,10 +9,11 @@
 #include "shell/controls/child_form.h"
 #include "shell/controls/grid_selection.h"
 
-/// Rows of a name label and value cells, laid out in columns of sixteen: row i stands at row
-/// i mod 16 of grid column i / 16. The grid is one stop of Tab; the arrow keys, Home, End and Page
-/// walk its cells. With Shift held they select cells of one column, as a drag does, whose values
-/// are copied, pasted and filled down by what a user's own clicks and keys would run.
+/// Rows of a name label and value cells, laid out in columns of sixteen unless told otherwise: row
+/// i stands at row i mod 16 of grid column i / 16. The grid is one stop of Tab; the arrow keys,
+/// Home, End and Page walk its cells. With Shift held they select cells of one column, as a drag
+/// does, whose values are copied, pasted and filled down by what a user's own clicks and keys would
+/// run.
 class RowGrid : public QWidget {
   Q_OBJECT
  public:
@@ -29,10 +30,14 @@ class RowGrid : public QWidget {
     std::function<QStringList(int row)> Choices = {};
     /// Gives a cell of labels the choice at a place of `Choices`. Labels without are no values.
     std::function<void(int row, int choice)> Put = {};
+    /// What keeps a value from a cell, for a column that is not done with its choices or the text:
+    /// what it makes of the value need not look like it. Left and Right at the ends of such a text
+    /// walk on.
+    std::function<QString(int row, const QString& value)> Refuses = {};
   };
 
   /// `word` starts each row's tooltip and its name for screen readers: "Relay " gives "Relay 01".
-  explicit RowGrid(int rows, const QString& word = {});
+  explicit RowGrid(int rows, const QString& word = {}, int rowsInColumn = RowsInColumn);
 
   /// The name labels, with their tooltips.
   ControlArray<Label> AddNames(const char* name, int chars = 10);
@@ -95,17 +100,19 @@ class RowGrid : public QWidget {
  private:
   void Walk(Cell from, int rowStep, int columnStep);
   void WalkTo(Cell from, int to);
+  bool WalksOn(Cell cell, const QKeyEvent& key);
   void KeepFocusCell(Cell cell, Qt::FocusReason reason);
 
   void BeginColumn(const Options& options);
   int MostWidth(const QWidget& control, const Options& options) const;
   void Place(QWidget* control, int row, const Options& options);
   void Describe(int row);
-  int GridColumn(int row) const { return row / RowsInColumn * columnsPerBlock; }
+  int GridColumn(int row) const { return row / rowsInColumn_ * columnsPerBlock; }
 
   static constexpr int columnsPerBlock = 8;
 
   int rows_;
+  int rowsInColumn_;
   int columns_ = 0;
   int nameColumn_ = -1;
   bool tabsByRows_ = false;

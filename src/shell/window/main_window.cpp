@@ -192,10 +192,14 @@ void frmT3MasterMDI::BuildClient() {
 
   auto* otherPart = new QShortcut(Qt::Key_F6, this);
   connect(otherPart, &QShortcut::activated, screens_, [this] { screens_->GoToOtherPart(); });
-  auto* find = new QShortcut(QKeySequence::Find, this);
-  connect(find, &QShortcut::activated, this, [this] {
-    if (menuBar()->isEnabled()) RunHandler(program_.Find);
-  });
+  for (const auto& [key, act] :
+       {std::pair(QKeySequence(QKeySequence::Find), &program_.Find),
+        std::pair(QKeySequence(Qt::CTRL | Qt::Key_T), &program_.ListTimers)}) {
+    auto* shortcut = new QShortcut(key, this);
+    connect(shortcut, &QShortcut::activated, this, [this, act] {
+      if (menuBar()->isEnabled()) RunHandler(*act);
+    });
+  }
   for (const int step : {1, -1}) {
     auto* next = new QShortcut(step > 0 ? Qt::Key_F8 : Qt::SHIFT | Qt::Key_F8, this);
     connect(next, &QShortcut::activated, this, [this, step] {

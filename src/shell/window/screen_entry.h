@@ -34,5 +34,6 @@ struct ProgramScreens {
   // What keys and the count run while the menus are on.
   std::function<void()> ListFindings = {};
   std::function<void()> Find = {};                 ///< Ctrl+F.
+  std::function<void()> ListTimers = {};           ///< Ctrl+T.
   std::function<void(int step)> StepFinding = {};  ///< F8 (1), Shift+F8 (-1).
 };

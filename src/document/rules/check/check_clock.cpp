@@ -33,19 +33,6 @@ std::vector<Item> TimersBy(const CheckScope& scope, bool (*isWanted)(TimerEvent 
   return timers;
 }
 
-bool IsNewPanelsPlace(const PanelRecordType& panel) {
-  constexpr Int16 latitude = 45;
-  constexpr Int16 longitude = 90;
-  return panel.Latitude == latitude && panel.Longitude == longitude;
-}
-
-bool IsOnTheMap(const PanelRecordType& panel) {
-  const auto isIn = [](const ListRange& range, Int16 degrees) {
-    return degrees >= range.First && degrees <= range.Last;
-  };
-  return isIn(LatitudeRange, panel.Latitude) && isIn(LongitudeRange, panel.Longitude);
-}
-
 void LookAtPosition(const CheckScope& scope, const TellFinding& tell) {
   if (!IsNewPanelsPlace(scope.Of.Panel)) return;
   const std::vector<Item> timers = TimersBy(scope, IsOfSun);
@@ -57,17 +44,8 @@ void LookAtPosition(const CheckScope& scope, const TellFinding& tell) {
 }
 
 void LookAtZone(const CheckScope& scope, const TellFinding& tell) {
-  const auto& panel = scope.Of.Panel;
-  const std::string_view zone = Word(TimeZones, panel.TimeZone);
-  if (zone.empty() || IsNewPanelsPlace(panel) || !IsOnTheMap(panel)) return;
-  if (PlausibleZones(panel.Latitude, panel.Longitude)[static_cast<std::size_t>(panel.TimeZone)])
-    return;
-  tell({},
-       QStringLiteral("The time zone is %1, which is not that of %2 degrees north, %3 west.")
-           .arg(ToUnicode(zone))
-           .arg(panel.Latitude)
-           .arg(panel.Longitude),
-       {});
+  const QString doubt = ZoneDoubt(scope.Of.Panel);
+  if (!doubt.isEmpty()) tell({}, doubt, {});
 }
 
 void LookAtDaylightSaving(const CheckScope& scope, const TellFinding& tell) {

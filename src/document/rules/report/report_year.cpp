@@ -1,65 +1,23 @@
 #include <algorithm>
 #include <array>
-#include <cstdint>
 #include <map>
 
 #include "document/rules/report/report_chapters.h"
 #include "panel/code_page.h"
 #include "panel/time_values.h"
-#include "schedule/rules/timer_moments.h"
+#include "schedule/rules/lit_relays.h"
 
 // The year at a glance: when timers fire, and when they and the sweep have relays on.
 
 namespace {
 
-using RelaySet = std::uint64_t;  ///< A bit a relay.
-
 constexpr int MonthsOfYear = 12;
 constexpr int HoursOfDay = 24;
-/// A relay of a type from this one on goes back by itself: it stays on for no evening.
-constexpr int FirstTypeThatReturns = 2;
-
-/// What is switched at a moment. What is turned both off and on is on.
-struct Switching {
-  WallMinute At;
-  RelaySet Off;
-  RelaySet On;
-};
-
-struct Span {
-  WallMinute From;
-  WallMinute To;
-  auto operator<=>(const Span&) const = default;
-};
-
-template <typename Holds>
-RelaySet SetOf(Holds holds) {
-  RelaySet set = 0;
-  for (int i = 0; i < ItemCount; ++i) {
-    if (holds(i)) set |= RelaySet{1} << i;
-  }
-  return set;
-}
-
-/// What a timer does with code 1, on, or 2, off, itself and through its groups and presets.
-RelaySet SwitchedBy(const PanelRecordType& panel, int timer, Int16 code) {
-  RelaySet set = SetOf([&](int relay) { return panel.TimerRelayControl(timer, relay) == code; });
-  for (int i = 0; i < ItemCount; ++i) {
-    if (panel.TimerGroupControl(timer, i) == code) {
-      set |= SetOf([&](int relay) { return panel.GroupRelayInclude(i, relay) != 0; });
-    }
-    if (panel.TimerPresetControl(timer, i) != 0) {
-      set |= SetOf([&](int relay) { return panel.PresetRelayControl(i, relay) == code; });
-    }
-  }
-  return set;
-}
 
 RelaySet Swept(const PanelRecordType& panel) {
-  RelaySet set = SetOf([&](int relay) { return panel.OffHoursSweepRelay(relay) != 0; });
+  RelaySet set = RelaysThat([&](int relay) { return panel.OffHoursSweepRelay(relay) != 0; });
   for (int group = 0; group < ItemCount; ++group) {
-    if (panel.OffHoursSweepGroup(group) == 0) continue;
-    set |= SetOf([&](int relay) { return panel.GroupRelayInclude(group, relay) != 0; });
+    if (panel.OffHoursSweepGroup(group) != 0) set |= RelaysOfGroup(panel, group);
   }
   return set;
 }
@@ -88,57 +46,21 @@ void AddSweeps(const PanelRecordType& panel, QDate first, QDate last,
 }
 
 /// All that is switched from a week before the year, which tells what is on as it begins.
-std::vector<Switching> SwitchingsOf(const Project& project, const std::vector<TimerMoment>& moments,
-                                    QDate first, QDate last) {
-  std::array<Switching, ItemCount> byTimer{};
-  for (int timer = 0; timer < ItemCount; ++timer) {
-    byTimer[static_cast<std::size_t>(timer)] = {0, SwitchedBy(project.Panel, timer, 2),
-                                                SwitchedBy(project.Panel, timer, 1)};
-  }
-  std::vector<Switching> switchings;
-  for (const TimerMoment& moment : moments) {
-    switchings.push_back(byTimer[static_cast<std::size_t>(moment.Timer)]);
-    switchings.back().At = moment.At;
-  }
+std::vector<Switching> SwitchingsAndSweeps(const Project& project,
+                                           const std::vector<TimerMoment>& moments, QDate first,
+                                           QDate last) {
+  std::vector<Switching> switchings = SwitchingsOf(project, moments);
   AddSweeps(project.Panel, first, last, switchings);
   std::stable_sort(switchings.begin(), switchings.end(),
                    [](const Switching& one, const Switching& other) { return one.At < other.At; });
   return switchings;
 }
 
-using SpansOfRelays = std::array<std::vector<Span>, ItemCount>;
-
-SpansOfRelays SpansOf(const std::vector<Switching>& switchings, WallMinute begin, WallMinute end) {
-  SpansOfRelays spans;
-  std::array<WallMinute, ItemCount> since{};
-  RelaySet lit = 0;
-  const auto each = [](RelaySet relays, auto visit) {
-    for (std::size_t relay = 0; relay < ItemCount; ++relay) {
-      if ((relays >> relay & 1) != 0) visit(relay);
-    }
-  };
-  const auto goOff = [&](RelaySet relays, WallMinute at) {
-    each(relays, [&](std::size_t relay) {
-      const Span span{std::max(since[relay], begin), std::min(at, end)};
-      if (span.From < span.To) spans[relay].push_back(span);
-    });
-  };
-  for (const Switching& switching : switchings) {
-    const RelaySet going = lit & switching.Off & ~switching.On;
-    const RelaySet coming = switching.On & ~lit;
-    goOff(going, switching.At);
-    each(coming, [&](std::size_t relay) { since[relay] = switching.At; });
-    lit = (lit & ~going) | coming;
-  }
-  goOff(lit, end);
-  return spans;
-}
-
 /// The parts of each day, from 0 to 1, of which those of days that are alike are drawn as one.
-std::vector<QRectF> AreasOf(const std::vector<Span>& spans, QDate first, int days) {
-  std::vector<std::vector<Span>> parts(static_cast<std::size_t>(days));
+std::vector<QRectF> AreasOf(const std::vector<LitSpan>& spans, QDate first, int days) {
+  std::vector<std::vector<LitSpan>> parts(static_cast<std::size_t>(days));
   const WallMinute begin = FirstMinuteOf(first);
-  for (const Span& span : spans) {
+  for (const LitSpan& span : spans) {
     for (WallMinute from = span.From - begin; from < span.To - begin;) {
       const WallMinute day = from / MinutesPerDay;
       const WallMinute to = std::min<WallMinute>(span.To - begin, (day + 1) * MinutesPerDay);
@@ -153,7 +75,7 @@ std::vector<QRectF> AreasOf(const std::vector<Span>& spans, QDate first, int day
     while (next < parts.size() && parts[next] == parts[day]) ++next;
     const auto across = [&](std::size_t at) { return static_cast<double>(at) / days; };
     const auto up = [](WallMinute at) { return 1 - static_cast<double>(at) / MinutesPerDay; };
-    for (const Span& part : parts[day]) {
+    for (const LitSpan& part : parts[day]) {
       areas.emplace_back(QPointF(across(day), up(part.To)), QPointF(across(next), up(part.From)));
     }
     day = next;
@@ -163,26 +85,17 @@ std::vector<QRectF> AreasOf(const std::vector<Span>& spans, QDate first, int day
 
 /// A graph for all relays that are on at the same times.
 std::vector<ReportGraph> GraphsOf(const Project& project, const ReportUses& uses,
-                                  const SpansOfRelays& spans, QDate first) {
+                                  const std::vector<LitTogether>& alike, QDate first) {
   const int days = first.daysInYear();
-  std::vector<std::pair<const std::vector<Span>*, std::vector<Item>>> alike;
-  for (int relay = 0; relay < InstalledPoints(project); ++relay) {
-    const auto& own = spans[static_cast<std::size_t>(relay)];
-    if (own.empty() || project.Panel.RelayTimerType(relay) >= FirstTypeThatReturns) continue;
-    auto known = std::find_if(alike.begin(), alike.end(),
-                              [&](const auto& other) { return *other.first == own; });
-    if (known == alike.end()) known = alike.insert(alike.end(), {&own, {}});
-    known->second.push_back({ItemKind::Relay, relay});
-  }
   std::vector<ReportGraph> graphs;
-  for (const auto& [own, relays] : alike) {
+  for (const auto& [relays, spans] : alike) {
     ReportGraph graph;
     graph.Title = relays.size() == 1 ? ItemText(project, relays.front())
                                      : QStringLiteral("%1 and %2 more")
                                            .arg(ItemText(project, relays.front()))
                                            .arg(relays.size() - 1);
     if (relays.size() > 1) graph.Words = uses.Names(relays);
-    graph.Areas = AreasOf(*own, first, days);
+    graph.Areas = AreasOf(spans, first, days);
     for (const int month : {1, 4, 7, 10}) {
       const double at = static_cast<double>(QDate(first.year(), month, 1).dayOfYear() - 1) / days;
       graph.Across.push_back({at, ToUnicode(ShortName(Word(MonthNames, month - 1)))});
@@ -248,9 +161,10 @@ ReportChapter YearChapter(const Project& project, const ReportUses& uses, int ye
   const std::vector<TimerMoment> moments = TimerMoments(project).Between(begin, last);
   chapter.Rows = FiringRows(project, moments, year);
   if (chapter.Rows.empty()) return chapter;
-  const auto switchings = SwitchingsOf(project, moments, begin, last);
-  chapter.Graphs =
-      GraphsOf(project, uses,
-               SpansOf(switchings, FirstMinuteOf(first), FirstMinuteOf(last.addDays(1))), first);
+  const auto switchings = SwitchingsAndSweeps(project, moments, begin, last);
+  chapter.Graphs = GraphsOf(project, uses,
+                            LitBetween(project.Panel, InstalledPoints(project), switchings,
+                                       FirstMinuteOf(first), FirstMinuteOf(last.addDays(1))),
+                            first);
   return chapter;
 }
