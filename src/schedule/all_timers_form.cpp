@@ -13,6 +13,7 @@
 #include "panel/stopwatch.h"
 #include "schedule/rules/copy_timer.h"
 #include "schedule/rules/timer_words.h"
+#include "schedule/rules/typed_acts.h"
 #include "schedule/rules/typed_timer.h"
 #include "shell/controls/cell_value.h"
 #include "shell/controls/go_to_item.h"
@@ -48,7 +49,6 @@ void PutRunOfTimer(int timer, const TimerRun& run) {
   panel.TimerDays(timer) = run.Days;
   panel.TimerHolidayMonth(timer) = run.Month;
   panel.TimerHolidayDate(timer) = run.Date;
-  DataChanged = -1;
 }
 
 QString WhenOfTimer(int timer) {
@@ -56,10 +56,52 @@ QString WhenOfTimer(int timer) {
   return ToUnicode(TimerInWords(run.Time, run.Days, run.Month, run.Date));
 }
 
-QString Unreadable(const QString& typed) {
-  return QStringLiteral(
-             "\"%1\" is no time and no days (such as 7:00a, 30 min before sunset, Mon to Fri).")
-      .arg(typed);
+bool PutTypedWhen(Project&, int timer, const QString& typed) {
+  const auto run = ReadTypedTimer(typed, RunOfTimer(timer));
+  if (run) PutRunOfTimer(timer, *run);
+  return run.has_value();
+}
+
+QString ActsOfLiveTimer(int timer) {
+  return ActsInWords(LiveProject, timer);
+}
+
+/// A column in which words are typed.
+struct TypedColumn {
+  const char* Name;
+  QByteArray HeaderName;
+  QString Header;
+  int Chars;
+  QString Widest;
+  QString (*Told)(int timer);
+  bool (*Put)(Project& project, int timer, const QString& typed);
+  QString Wanted;
+};
+
+const auto TypedTimerColumns = std::to_array<TypedColumn>(
+    {{"txtWhen", "lblWhenHeader", QStringLiteral("When"), 38,
+      QStringLiteral("999 min before sunset, Mon to Fri, not on holidays"), WhenOfTimer,
+      PutTypedWhen,
+      QStringLiteral("is no time and no days (such as 7:00a, 30 min before sunset, Mon to Fri)")},
+     {"txtActs", "lblActsHeader", QStringLiteral("What it does"), 20, QString(80, u'n'),
+      ActsOfLiveTimer, PutTypedActs,
+      QStringLiteral("is not what a timer does (such as OFFICES on, GATE off; activates NIGHT)")}});
+
+QString Unreadable(const TypedColumn& column, const QString& typed) {
+  return QStringLiteral("\"%1\" %2.").arg(typed, column.Wanted);
+}
+
+bool IsReadable(const TypedColumn& column, int timer, const QString& typed) {
+  const auto kept = std::make_unique<PanelRecordType>(PanelRecord);
+  const bool reads = column.Put(LiveProject, timer, typed);
+  PanelRecord = *kept;
+  return reads;
+}
+
+/// Nobody has named it, and it does nothing.
+bool IsFree(int timer) {
+  return ActsOfTimer(LiveProject, timer).empty() &&
+         OwnName(LiveProject, {ItemKind::Timer, timer}).isEmpty();
 }
 
 }  // namespace
@@ -81,36 +123,16 @@ void frmT3AllTimers::Form_Load() {
                                                           TimerAt(row));
                                     }});
   lblName = grid->AddNames("lblTimerName");
-  txtWhen = grid->Add<TextBox>(
-      "txtWhen", {.Chars = 30,
-                  .Header = "lblWhenHeader",
-                  .HeaderText = QStringLiteral("When"),
-                  .Words = {QStringLiteral("999 min before sunset, Mon to Fri, not on holidays")},
-                  .Refuses = [this](int row, const QString& typed) {
-                    const bool reads = ReadTypedTimer(typed, RunOfTimer(TimerAt(row))).has_value();
-                    return reads ? QString() : Unreadable(typed);
-                  }});
-  lblActs = grid->Add<Label>("lblActs", {.Chars = 24,
-                                         .Header = "lblActsHeader",
-                                         .HeaderText = QStringLiteral("What it does"),
-                                         .Words = {QString(80, u'n')}});
+  for (std::size_t column = 0; column < TypedColumns; ++column) txtTyped[column] = AddTyped(column);
+  txtTyped[0].OnEach(&TextBox::Change, this, &frmT3AllTimers::txtWhen_Change);
+  txtTyped[1].OnEach(&TextBox::Change, this, &frmT3AllTimers::txtActs_Change);
   lblNext = grid->Add<Label>("lblNext", {.Chars = 13,
                                          .Header = "lblNextHeader",
                                          .HeaderText = QStringLiteral("Next"),
-                                         .Words = {QStringLiteral("Dec 31 2027, 11:45 PM")}});
+                                         .Words = {QStringLiteral("Dec 31, 11:45 PM")}});
   lblNumber.OnEach(&Label::Click, this, &frmT3AllTimers::lblNumber_Click);
   lblNext.OnEach(&Label::Click, this, &frmT3AllTimers::lblNumber_Click);
-  lblActs.OnEach(&Label::Click, this, &frmT3AllTimers::lblActs_Click);
-  txtWhen.OnEach(&TextBox::Change, this, &frmT3AllTimers::txtWhen_Change);
-  for (int row = 0; row < ItemCount; ++row) {
-    TextBox& box = txtWhen(row);
-    box.UndoesItself = true;
-    box.setFixedHeight(lblNumber(row).sizeHint().height());
-    connect(&box, &QLineEdit::editingFinished, this,
-            [this, row] { RunHandler([this, row] { EndEdit(row); }); });
-  }
-  constexpr int leastLines = 8;
-  AddWidget(AddScrolled(grid, leastLines));
+  AddWidget(AddScrolled(grid));
   AddSortHeader("lblNumberHeader(0)", false);
   AddSortHeader("lblNextHeader(0)", true);
   auto* sort = new QShortcut(Qt::Key_F3, this);
@@ -126,21 +148,43 @@ void frmT3AllTimers::Form_Load() {
         words.isEmpty() ? QStringLiteral("What timers alone have on in the seven days from today")
                         : words);
   };
-  AddWidget(AddScrolled(picWeek, leastLines));
+  weekArea = AddScrolled(picWeek);
+  AddWidget(weekArea);
   UseSpareHeight();
   AddHint(QStringLiteral(
-      "Enter on a number opens the timer. Ctrl+C and Ctrl+V on numbers copy time, days and what is "
-      "switched. F3 sorts by number or by the next time."));
+      "Enter on a number opens the timer; Insert makes a free one as it is; Ctrl+C and Ctrl+V copy "
+      "onto another. F3 sorts. Times, days and what is done are typed."));
+}
+
+ControlArray<TextBox> frmT3AllTimers::AddTyped(std::size_t column) {
+  const TypedColumn& typed = TypedTimerColumns[column];
+  const auto refuses = [this, &typed](int row, const QString& text) {
+    return IsReadable(typed, TimerAt(row), text) ? QString() : Unreadable(typed, text);
+  };
+  auto boxes = grid->Add<TextBox>(typed.Name, {.Chars = typed.Chars,
+                                               .Header = typed.HeaderName,
+                                               .HeaderText = typed.Header,
+                                               .Words = {typed.Widest},
+                                               .Refuses = refuses});
+  for (int row = 0; row < ItemCount; ++row) {
+    boxes(row).UndoesItself = true;
+    boxes(row).setFixedHeight(lblNumber(row).sizeHint().height());
+    connect(&boxes(row), &QLineEdit::editingFinished, this,
+            [this, column, row] { RunHandler([=, this] { EndEdit(column, row); }); });
+  }
+  return boxes;
 }
 
 /// A part of the screen that has its own scroll bar, and shows what has the focus.
-QScrollArea* frmT3AllTimers::AddScrolled(QWidget* inner, int lines) {
+QScrollArea* frmT3AllTimers::AddScrolled(QWidget* inner) {
+  constexpr int leastLines = 3;
   auto* area = new QScrollArea;
   area->setWidgetResizable(true);
   area->setFrameShape(QFrame::NoFrame);
   area->setFocusPolicy(Qt::NoFocus);
   area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  area->setMinimumHeight(fontMetrics().height() * lines);
+  area->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+  area->setMinimumHeight(fontMetrics().height() * leastLines);
   area->setWidget(inner);
   connect(qApp, &QApplication::focusChanged, area, [area](QWidget*, QWidget* now) {
     if (now && now != area->widget() && area->isAncestorOf(now)) area->ensureWidgetVisible(now);
@@ -186,9 +230,11 @@ void frmT3AllTimers::Sort(bool byNext) {
   tell("lblNumberHeader(0)", QStringLiteral("No."), !byNext);
   tell("lblNextHeader(0)", QStringLiteral("Next"), byNext);
   ShowTimers();
-  if (inHand < 0 || !grid->isAncestorOf(QApplication::focusWidget())) return;
-  grid->FocusRow(
-      static_cast<int>(std::find(order_.begin(), order_.end(), inHand) - order_.begin()));
+  if (inHand >= 0 && grid->isAncestorOf(QApplication::focusWidget())) FocusTimer(inHand);
+}
+
+void frmT3AllTimers::FocusTimer(int timer) {
+  grid->FocusRow(static_cast<int>(std::find(order_.begin(), order_.end(), timer) - order_.begin()));
 }
 
 void frmT3AllTimers::SortOtherwise() {
@@ -203,33 +249,28 @@ void frmT3AllTimers::ShowTimers() {
     grid->SetRowTitle(row, QStringLiteral("Timer ") + TwoDigits(timer + 1));
     lblNumber(row).SetCaption(TimerCode(timer));
     lblName(row).SetCaption(ToUnicode(PanelRecord.TimerName(timer)));
-    if (!edit_ || edit_->Timer != timer) txtWhen(row).setText(WhenOfTimer(timer));
-    lblActs(row).SetCaption(ActsInWords(LiveProject, timer));
+    for (std::size_t column = 0; column < TypedColumns; ++column) {
+      TextBox& box = txtTyped[column](row);
+      if (edit_ && edit_->Box == &box) continue;
+      box.setText(TypedTimerColumns[column].Told(timer));
+      if (!box.hasFocus()) box.setCursorPosition(0);
+    }
     const auto next = moments.Next(timer, now);
     lblNext(row).SetCaption(next ? MomentInWords(*next, now) : QStringLiteral("-"));
   }
   picWeek->Show(WeekOfTimers(LiveProject, now.date()));
+  weekArea->setMaximumHeight(picWeek->sizeHint().height());
 }
 
 bool frmT3AllTimers::ShowsToo(Screen, const Item& of) {
   if (of.Kind != ItemKind::Timer) return false;
   ShowAnew();
-  grid->FocusRow(
-      static_cast<int>(std::find(order_.begin(), order_.end(), of.Number) - order_.begin()));
+  FocusTimer(of.Number);
   return true;
 }
 
 void frmT3AllTimers::lblNumber_Click(int row) {
   GoToItem(Screen::TimersConfigure, {ItemKind::Timer, TimerAt(row)});
-}
-
-void frmT3AllTimers::lblActs_Click(int row) {
-  const auto acts = ActsOfTimer(LiveProject, TimerAt(row));
-  if (acts.empty()) {
-    GoToItem(Screen::TimerToGroupControl, {ItemKind::Timer, TimerAt(row)});
-  } else {
-    GoToItem(acts.front().On, acts.front().Where);
-  }
 }
 
 void frmT3AllTimers::TakeOver(int row, int from) {
@@ -240,33 +281,54 @@ void frmT3AllTimers::TakeOver(int row, int from) {
   ShowTimers();
 }
 
+void frmT3AllTimers::CopyToFree() {
+  const auto current = grid->Current();
+  if (!current) return;
+  int free = 0;
+  while (free < ItemCount && !IsFree(free)) ++free;
+  if (free == ItemCount) {
+    TellRefusal(QStringLiteral("No timer is free: each has a name or does something."));
+    return;
+  }
+  const int from = TimerAt(current->Row);
+  FocusTimer(free);
+  TakeOver(grid->Current()->Row, from);
+  TellNews(QStringLiteral("%1 is made as %2 is").arg(TimerCode(free), TimerCode(from)));
+}
+
 /// What is typed counts at once where it can be read; else what was before it does.
-void frmT3AllTimers::txtWhen_Change(int row) {
+void frmT3AllTimers::Type(std::size_t column, int row) {
+  const TextBox& box = txtTyped[column](row);
   const int timer = TimerAt(row);
-  if (!edit_) edit_ = {timer, RunOfTimer(timer)};
-  PutRunOfTimer(timer, ReadTypedTimer(txtWhen(row).Text(), edit_->Before).value_or(edit_->Before));
+  if (!edit_) edit_.emplace(&box, timer, PanelRecord);
+  PanelRecord = edit_->Before;
+  TypedTimerColumns[column].Put(LiveProject, timer, box.Text());
+  DataChanged = -1;
   ShowTimers();
 }
 
-void frmT3AllTimers::EndEdit(int row) {
-  if (!edit_ || edit_->Timer != TimerAt(row)) return;
-  const QString typed = txtWhen(row).Text();
-  const bool reads = ReadTypedTimer(typed, edit_->Before).has_value();
+void frmT3AllTimers::EndEdit(std::size_t column, int row) {
+  TextBox& box = txtTyped[column](row);
+  if (!edit_ || edit_->Box != &box) return;
+  const QString typed = box.Text();
+  const bool reads = IsReadable(TypedTimerColumns[column], edit_->Timer, typed);
   edit_.reset();
   ShowTimers();
-  if (txtWhen(row).hasFocus()) txtWhen(row).selectAll();
-  if (!reads) TellRefusal(Unreadable(typed));
+  if (box.hasFocus()) box.selectAll();
+  if (!reads) TellRefusal(Unreadable(TypedTimerColumns[column], typed));
 }
 
 /// Escape takes back what is being typed.
 void frmT3AllTimers::keyPressEvent(QKeyEvent* event) {
-  if (event->key() != Qt::Key_Escape || !edit_) {
+  if (event->key() == Qt::Key_Insert && event->modifiers() == Qt::NoModifier) {
+    RunHandler([this] { CopyToFree(); });
+  } else if (event->key() == Qt::Key_Escape && edit_) {
+    RunHandler([this] {
+      PanelRecord = edit_->Before;
+      edit_.reset();
+      ShowTimers();
+    });
+  } else {
     ChildForm::keyPressEvent(event);
-    return;
   }
-  RunHandler([this] {
-    PutRunOfTimer(edit_->Timer, edit_->Before);
-    edit_.reset();
-    ShowTimers();
-  });
 }

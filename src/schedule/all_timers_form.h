@@ -2,7 +2,7 @@
 
 #include <QScrollArea>
 
-#include "panel/time_values.h"
+#include "panel/panel_record.h"
 #include "schedule/week_picture.h"
 #include "shell/controls/row_grid.h"
 
@@ -18,36 +18,44 @@ class frmT3AllTimers : public ChildForm {
   /// The rows in their order, and the week.
   void ShowTimers();
   void lblNumber_Click(int row);
-  void txtWhen_Change(int row);
-  void lblActs_Click(int row);
+  void txtWhen_Change(int row) { Type(0, row); }
+  void txtActs_Change(int row) { Type(1, row); }
   /// The other one of the two orders: by number, and by the time at which timers fire next.
   void SortOtherwise();
+  /// Makes the first free timer what the one in hand is.
+  void CopyToFree();
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  /// A text that is being typed, and the panel before it.
   struct Edit {
+    const TextBox* Box;
     int Timer;
-    TimerRun Before;
+    PanelRecordType Before;
   };
+  static constexpr std::size_t TypedColumns = 2;
 
-  QScrollArea* AddScrolled(QWidget* inner, int lines);
+  ControlArray<TextBox> AddTyped(std::size_t column);
+  QScrollArea* AddScrolled(QWidget* inner);
   void AddSortHeader(const char* name, bool byNext);
   void Sort(bool byNext);
   void TakeOver(int row, int from);
-  void EndEdit(int row);
+  void Type(std::size_t column, int row);
+  void EndEdit(std::size_t column, int row);
+  void FocusTimer(int timer);
   int TimerAt(int row) const { return order_[static_cast<std::size_t>(row)]; }
 
   std::array<int, ItemCount> order_{};  ///< The timer of each row.
   bool byNext_ = false;
-  std::optional<Edit> edit_;  ///< The text that is being typed, and what the timer was before it.
+  std::optional<Edit> edit_;
   RowGrid* grid = nullptr;
   ControlArray<Label> lblNumber;
   ControlArray<Label> lblName;
-  ControlArray<TextBox> txtWhen;
-  ControlArray<Label> lblActs;
+  std::array<ControlArray<TextBox>, TypedColumns> txtTyped;  ///< When, and what it does.
   ControlArray<Label> lblNext;
   Label* lblInHand = nullptr;  ///< What of the week is in hand.
+  QScrollArea* weekArea = nullptr;
   WeekPicture* picWeek = nullptr;
 };

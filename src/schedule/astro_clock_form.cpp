@@ -14,6 +14,7 @@
 #include "panel/words.h"
 #include "schedule/rules/city_table.h"
 #include "schedule/rules/panel_days.h"
+#include "schedule/rules/sun_times.h"
 #include "schedule/rules/time_zones.h"
 #include "shell/controls/row_grid.h"
 
@@ -51,7 +52,6 @@ void frmT3AstroClockSettings::BuildSettings() {
   cboTimeZone =
       AddSetting("cboTimeZone", QStringLiteral("Time Zone"), panel.TimeZone, 0, Items(TimeZones));
   auto* column = static_cast<QVBoxLayout*>(fraAstroSettings->layout());
-  lblZoneDoubt = AddLabel(column, "lblZoneDoubt", {});
   constexpr int daysTold = 3;
   for (int i = 0; i < daysTold; ++i) {
     auto* line = new Label;
@@ -59,6 +59,7 @@ void frmT3AstroClockSettings::BuildSettings() {
     column->addWidget(line);
     lblSun.Add(line, QStringLiteral("lblSun"));
   }
+  lblZoneDoubt = AddLabel(column, "lblZoneDoubt", {});
 }
 
 ComboBox* frmT3AstroClockSettings::AddSetting(const char* name, const QString& caption,
@@ -82,7 +83,8 @@ void frmT3AstroClockSettings::ShowSun() {
   const auto& panel = PanelRecord;
   const PanelDays days(panel);
   const QDate today = Now().date();
-  const auto ofYear = IsOnTheMap(panel) ? days.SunOfYear(today.year()) : std::nullopt;
+  const auto ofYear =
+      IsOnTheMap(panel) ? DaysOfSunIn(today.year(), panel.Latitude, panel.Longitude) : std::nullopt;
   const auto tell = [&](int line, const QString& words, QDate day) {
     const auto sun = days.SunOf(day);
     const auto time = [](WallMinute minute) {
@@ -95,7 +97,9 @@ void frmT3AstroClockSettings::ShowSun() {
                                      time(sun.Rise.value_or(0)), time(sun.Set.value_or(0))));
   };
   for (int line = 0; line < lblSun.Count(); ++line) lblSun(line).setVisible(ofYear.has_value());
-  lblZoneDoubt->SetCaption(ZoneDoubt(panel));
+  const QString doubt = ZoneDoubt(panel);
+  lblZoneDoubt->SetCaption(doubt);
+  lblZoneDoubt->setVisible(!doubt.isEmpty());
   if (!ofYear) return;
   tell(0, QStringLiteral("Today"), today);
   tell(1, QStringLiteral("Shortest day"), ofYear->Shortest);

@@ -126,6 +126,8 @@ void TimePairForm::Form_Load() {
   // One column of rows keeps to the left, its cells no wider than they need be.
   if (screen.Rows <= RowGrid::RowsInColumn) {
     AddRow()->addWidget(grid, 0, Qt::AlignLeft);
+  } else if (screen.ByMonth) {
+    AddDates();
   } else {
     AddWidget(grid);
   }
@@ -141,11 +143,21 @@ void TimePairForm::AddMonths() {
   }
   optMonth(Month).Select();
   optMonth.OnEach(&OptionButton::Click, this, &TimePairForm::optMonth_Click);
+}
+
+/// The grid, and beside it what leads to the whole year.
+void TimePairForm::AddDates() {
+  auto* beside = new QWidget;
+  auto* row = new QHBoxLayout(beside);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(grid, 1);
   auto* all = Add<Button>(row, "cmdAllDates", QStringLiteral("All Dates"));
+  row->setAlignment(all, Qt::AlignTop);
   all->Click = [] {
     UnloadAllForms();
     ShowForm(Screen::AllDates);
   };
+  AddWidget(beside);
 }
 
 /// Months with dates of their own stand out, to a screen reader by their number: "March - 3 dates".

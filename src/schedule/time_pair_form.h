@@ -24,6 +24,7 @@ class TimePairForm : public ChildForm {
   QWidget* Selector() const override;
   void ChooseBeside(int step) override;
   void AddMonths();
+  void AddDates();
   void MarkMonths();
   void ShowNames();
   Int16& Time(std::size_t column, int row) const;

@@ -72,12 +72,6 @@ void frmT3TimersConfigure::Form_Load() {
   cboTimerNumber = AddTimerList(row, "cboTimerNumber", QStringLiteral("Timer"), {},
                                 &frmT3TimersConfigure::cboTimerNumber_Click);
   AddSelector(cboTimerNumber);
-  auto* all = Add<Button>(row, "cmdAllTimers", QStringLiteral("All Timers"));
-  all->setToolTip(QStringLiteral("All timers on one sheet (Ctrl+T)"));
-  all->Click = [] {
-    UnloadAllForms();
-    ShowForm(Screen::AllTimers);
-  };
   BuildTimeFrame();
   BuildDayFrame();
   lblTimerInWords = new Label;
@@ -85,21 +79,28 @@ void frmT3TimersConfigure::Form_Load() {
   lblTimerInWords->SetLook(Label::Look::Quiet);
   AddWidget(lblTimerInWords);
   AddNext();
+  // The last stop of Tab.
+  auto* all = Add<Button>(row, "cmdAllTimers", QStringLiteral("All Timers"));
+  all->setToolTip(QStringLiteral("All timers on one sheet (Ctrl+T)"));
+  all->Click = [] {
+    UnloadAllForms();
+    ShowForm(Screen::AllTimers);
+  };
   Loading = 0;
 }
 
 /// What it does stands below each other: in one row three long parts would widen the screen.
 void frmT3TimersConfigure::AddNext() {
-  auto* next = new QHBoxLayout;
-  AddRow()->addLayout(next, 1);
+  auto* next = AddRow();
   next->setSpacing(fontMetrics().averageCharWidth() * 2);
   lblTimerNext = AddLabel(next, "lblTimerNext", {});
+  lblTimerNext->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
   next->setAlignment(lblTimerNext, Qt::AlignTop);
   lblTimerNext->SetLook(Label::Look::Quiet);
   lblTimerNext->setToolTip(QStringLiteral("By this computer's clock"));
   auto* acts = new QVBoxLayout;
   acts->setSpacing(0);
-  next->addLayout(acts, 1);
+  next->addLayout(acts);
   constexpr int screensOfActs = 4;
   for (int i = 0; i < screensOfActs; ++i) {
     auto* act = new Label;

@@ -1,6 +1,7 @@
 #include <QAbstractItemView>
 #include <QCompleter>
 
+#include "panel/stopwatch.h"
 #include "screen_test.h"
 
 class ClockSettingsTest : public ScreenTest {};
@@ -35,6 +36,28 @@ TEST_F(ClockSettingsTest, CodesOutsideTheListsShowNoSelectionAndStay) {
     EXPECT_EQ(*field, code);
   }
   EXPECT_EQ(DataChanged, 0);
+}
+
+TEST_F(ClockSettingsTest, ThePlaceTellsItsSunAndAZoneThatCannotBeIts) {
+  NowSeam = [] { return QDateTime(QDate(2026, 11, 26), QTime(12, 0)); };
+  auto& p = PanelRecord;
+  p.Latitude = 41;
+  p.Longitude = 74;
+  p.TimeZone = 0;
+  Menu("mnuAstroClockSettings");
+  EXPECT_EQ(Captions("lblSun", {0, 1, 2}),
+            "Today, November 26: sunrise 6:57 AM, sunset 4:31 PM|"
+            "Shortest day, December 21: sunrise 7:17 AM, sunset 4:31 PM|"
+            "Longest day, June 21: sunrise 5:24 AM, sunset 8:31 PM");
+  EXPECT_EQ(Text("lblZoneDoubt"), "");
+  Choose("cboTimeZone", 3);
+  EXPECT_EQ(Text("lblZoneDoubt"),
+            "The time zone is Pacific, which is not that of 41 degrees north, 74 west.");
+  EXPECT_TRUE(Caption("lblSun", 0).endsWith("sunrise 3:57 AM, sunset 1:31 PM"));
+  p.Latitude = 80;
+  Menu("mnuAstroClockSettings");
+  EXPECT_FALSE(Shows("lblSun", 0)) << "no sun is told of a place that no list has";
+  NowSeam = QDateTime::currentDateTime;
 }
 
 TEST_F(ClockSettingsTest, ACityGivesThePositionWhenItIsAccepted) {

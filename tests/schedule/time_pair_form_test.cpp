@@ -1,3 +1,5 @@
+#include <QTreeWidget>
+
 #include "screen_test.h"
 
 class TimePairTest : public ScreenTest {
@@ -42,6 +44,32 @@ TEST_F(TimePairTest, MonthsShowTheirOwnDates) {
   ChooseMonth(11);
   EXPECT_EQ(Caption("lblDate", 30), "Dec 31");
   EXPECT_TRUE(Shows("lblCloseTime", 30));
+}
+
+TEST_F(TimePairTest, MonthsWithDatesStandOutAndTheYearsDatesAreOnOneSheet) {
+  PanelRecord.DateOpenTime(6, 3) = PanelRecord.DateCloseTime(6, 3) = 48;
+  PanelRecord.DateOpenTime(11, 23) = 32;
+  PanelRecord.DateOpenTime(1, 30) = 40;  // no date
+  Menu("mnuOpenCloseTimeSingleDates");
+  const auto told = [&](int month) {
+    return Find<OptionButton>("optMonth", month).accessibleName();
+  };
+  EXPECT_EQ(told(6), "July - 1 date");
+  EXPECT_EQ(told(1), "February");
+  EXPECT_TRUE(Find<OptionButton>("optMonth", 11).font().bold());
+  ChooseMonth(6);
+  Set("lblOpenTime", 4, 3);
+  EXPECT_EQ(told(6), "July - 2 dates");
+  Set("lblOpenTime", 4, 0);
+  Press("cmdAllDates");
+  auto& dates = Find<QTreeWidget>("lstDates");
+  ASSERT_EQ(dates.topLevelItemCount(), 2);
+  EXPECT_EQ(dates.topLevelItem(0)->text(0) + dates.topLevelItem(0)->text(1), "July 412:00P");
+  EXPECT_EQ(dates.topLevelItem(1)->text(2), "--:--");
+  Key(Qt::Key_Down);
+  Key(Qt::Key_Return);
+  EXPECT_TRUE(Cell("lblOpenTime", 23).hasFocus());
+  EXPECT_TRUE(Find<OptionButton>("optMonth", 11).Value());
 }
 
 TEST_F(TimePairTest, TimesBeyondTheDayAreShownAndInputsOfTheInstalledPoints) {

@@ -68,6 +68,14 @@ class EveryScreenTest : public PanelHostTest {
           << entry.Opens << " on " << panel << ": "
           << (messages.empty() ? "" : messages.front().Text.toStdString());
     }
+    for (const Screen sheet : {Screen::AllTimers, Screen::AllDates}) {
+      messages.clear();
+      const std::string before = Bytes();
+      window->UnloadAllForms();
+      window->ShowForm(sheet);
+      EXPECT_TRUE(Bytes() == before) << sheet << " on " << panel;
+      EXPECT_TRUE(messages.empty()) << sheet << " on " << panel;
+    }
     for (Int16 type = 0; type < 7; ++type) {
       PanelRecord.AddOnModuleType = type;
       messages.clear();

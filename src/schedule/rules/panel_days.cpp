@@ -129,28 +129,6 @@ PanelDays::Sun PanelDays::SunOf(QDate day) const {
   return {wall(times.Rise), wall(times.Set)};
 }
 
-std::optional<DaysOfSun> PanelDays::SunOfYear(int year) const {
-  // To the minute several days are alike; theirs is the middle.
-  struct Run {
-    qint64 Minutes;
-    QDate First;
-    QDate Last;
-    QDate Middle() const { return First.addDays(First.daysTo(Last) / 2); }
-  };
-  std::optional<Run> shortest;
-  std::optional<Run> longest;
-  for (QDate day(year, 1, 1); day.year() == year; day = day.addDays(1)) {
-    const SunTimes sun = SunTimesOf(day, panel_.Latitude, panel_.Longitude);
-    if (!sun.Rise || !sun.Set) return {};
-    const qint64 minutes = *sun.Set - *sun.Rise;
-    if (!shortest || minutes < shortest->Minutes) shortest = {minutes, day, day};
-    if (!longest || minutes > longest->Minutes) longest = {minutes, day, day};
-    if (minutes == shortest->Minutes) shortest->Last = day;
-    if (minutes == longest->Minutes) longest->Last = day;
-  }
-  return DaysOfSun{shortest->Middle(), longest->Middle()};
-}
-
 bool PanelDays::IsHoliday(QDate day) const {
   return holidays_[static_cast<std::size_t>(day.month() - 1)]
                   [static_cast<std::size_t>(day.day() - 1)];

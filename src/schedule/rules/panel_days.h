@@ -16,12 +16,6 @@ QDate DayOf(WallMinute minute);
 /// The dates of a month that have open or close times of their own; all from 0.
 std::vector<int> DatesWithTimes(const PanelRecordType& panel, int month);
 
-/// The days of the year with the least and the most time between sunrise and sunset.
-struct DaysOfSun {
-  QDate Shortest;
-  QDate Longest;
-};
-
 /// The days of a panel: daylight saving, sun, open and close times, holidays.
 class PanelDays {
  public:
@@ -44,8 +38,6 @@ class PanelDays {
   Sun SunOf(QDate day) const;
   /// A date with times of its own, or that of a timer.
   bool IsHoliday(QDate day) const;
-  /// Nothing where the sun does not rise or set on every day of the year.
-  std::optional<DaysOfSun> SunOfYear(int year) const;
 
  private:
   /// Daylight saving of a year in minutes of standard time; none where both are equal.

@@ -78,8 +78,8 @@ std::optional<double> HalfArc(const SunPlace& sun, int latitude) {
   return std::acos(cosine) * 180 / std::numbers::pi;
 }
 
-/// From noon back (-1) or on (1) to the horizon, in minutes.
-std::optional<qint64> HorizonMinute(double noon, int direction, int latitude, int longitudeWest) {
+/// From noon back (-1) or on (1) to the horizon.
+std::optional<double> HorizonDay(double noon, int direction, int latitude, int longitudeWest) {
   constexpr int mostSteps = 6;
   constexpr double nearEnough = 1e-5;
   double day = noon;
@@ -93,17 +93,46 @@ std::optional<qint64> HorizonMinute(double noon, int direction, int latitude, in
     step = (i == 0 ? way : HalfTurn(way)) / TurnOfADay;
     day += step;
   }
-  return std::llround(day * MinutesPerDay);
+  return day;
 }
 
-}  // namespace
+struct HorizonDays {
+  std::optional<double> Rise;
+  std::optional<double> Set;
+};
 
-SunTimes SunTimesOf(QDate day, int latitude, int longitudeWest) {
+HorizonDays HorizonDaysOf(QDate day, int latitude, int longitudeWest) {
   constexpr int pole = 90;
   if (latitude < 0 || latitude >= pole) return {};
   const auto date = static_cast<double>(QDate(1970, 1, 1).daysTo(day));
   double noon = date + 0.5 + longitudeWest / 360.0;
   noon -= PastSouth(noon, PlaceAt(noon), longitudeWest) / TurnOfADay;
-  return {HorizonMinute(noon, -1, latitude, longitudeWest),
-          HorizonMinute(noon, 1, latitude, longitudeWest)};
+  return {HorizonDay(noon, -1, latitude, longitudeWest),
+          HorizonDay(noon, 1, latitude, longitudeWest)};
+}
+
+}  // namespace
+
+SunTimes SunTimesOf(QDate day, int latitude, int longitudeWest) {
+  const HorizonDays days = HorizonDaysOf(day, latitude, longitudeWest);
+  const auto minute = [](std::optional<double> at) {
+    return at ? std::optional<qint64>(std::llround(*at * MinutesPerDay)) : std::nullopt;
+  };
+  return {minute(days.Rise), minute(days.Set)};
+}
+
+std::optional<DaysOfSun> DaysOfSunIn(int year, int latitude, int longitudeWest) {
+  DaysOfSun found;
+  double shortest = 1;
+  double longest = 0;
+  for (QDate day(year, 1, 1); day.year() == year; day = day.addDays(1)) {
+    const HorizonDays days = HorizonDaysOf(day, latitude, longitudeWest);
+    if (!days.Rise || !days.Set) return {};
+    const double length = *days.Set - *days.Rise;
+    if (length < shortest) found.Shortest = day;
+    if (length > longest) found.Longest = day;
+    shortest = std::min(shortest, length);
+    longest = std::max(longest, length);
+  }
+  return found;
 }

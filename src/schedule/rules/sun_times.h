@@ -12,3 +12,12 @@ struct SunTimes {
 
 /// Those of the solar day whose noon is that of `day` at a place, in degrees north and west.
 SunTimes SunTimesOf(QDate day, int latitude, int longitudeWest);
+
+/// The days of a year with the least and the most time between sunrise and sunset.
+struct DaysOfSun {
+  QDate Shortest;
+  QDate Longest;
+};
+
+/// Nothing where the sun does not rise or set on every day.
+std::optional<DaysOfSun> DaysOfSunIn(int year, int latitude, int longitudeWest);

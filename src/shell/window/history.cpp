@@ -110,15 +110,15 @@ int History::TypingId(const std::vector<Setting>& changes) {
   QWidget* control = QApplication::focusWidget();
   const bool takesKeys = qobject_cast<TextBox*>(control) || qobject_cast<ScrollBar*>(control) ||
                          qobject_cast<ComboBox*>(control);
-  if (!typing_ || !takesKeys || changes.size() != 1) {
+  if (!typing_ || !takesKeys || changes.empty()) {
     typedInto_ = nullptr;
     return -1;
   }
-  const bool goesOn = typedInto_ == control && typed_ == changes.front() &&
-                      sinceTyped_.ElapsedMs() <= TypingPauseMs;
+  const bool goesOn =
+      typedInto_ == control && typed_ == changes && sinceTyped_.ElapsedMs() <= TypingPauseMs;
   if (!goesOn) ++typingId_;
   typedInto_ = control;
-  typed_ = changes.front();
+  typed_ = changes;
   sinceTyped_.Restart();
   return typingId_;
 }

@@ -45,7 +45,7 @@ class History : public QObject {
   void BeginShowing();
   void EndShowing();
   /// Whether the user's last input came from the keyboard. Keys typed into one control that
-  /// change the same setting are one step until it is left or two seconds pass.
+  /// change the same settings are one step until it is left or two seconds pass.
   void SetTyping(bool typing) { typing_ = typing; }
 
   void Undo();
@@ -71,7 +71,7 @@ class History : public QObject {
   bool dragged_ = false;
   bool typing_ = false;
   QPointer<QWidget> typedInto_;  ///< Null where no typing can go on.
-  Setting typed_;
+  std::vector<Setting> typed_;
   int typingId_ = 0;
   Stopwatch sinceTyped_;
   QUndoStack stack_;  ///< The steps' words, and how many of them are done.

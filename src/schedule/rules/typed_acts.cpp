@@ -1,0 +1,142 @@
+#include "schedule/rules/typed_acts.h"
+
+#include <QRegularExpression>
+#include <QStringList>
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <vector>
+
+#include "schedule/rules/timer_words.h"
+
+namespace {
+
+constexpr Int16 TurnsOnCode = 1;
+constexpr Int16 TurnsOffCode = 2;
+
+struct ActTable {
+  ItemKind Kind;
+  ItemTable PanelRecordType::*Codes;
+};
+/// In the order in which a name is looked for.
+constexpr auto ActTables = std::to_array<ActTable>({
+    {ItemKind::Group, &PanelRecordType::TimerGroupControl},
+    {ItemKind::Relay, &PanelRecordType::TimerRelayControl},
+    {ItemKind::Preset, &PanelRecordType::TimerPresetControl},
+});
+
+/// What a timer switches, while it is read.
+class TypedActs {
+ public:
+  TypedActs(const Project& project, int timer) : project_(project), timer_(timer) {}
+
+  bool Read(const QString& typed) {
+    for (QString part : typed.split(QRegularExpression(QStringLiteral("[,;]")))) {
+      part = part.trimmed();
+      // Dimmers are told, and are set elsewhere.
+      if (!part.startsWith(QLatin1String("sets "), Qt::CaseInsensitive) && !ReadPart(part)) {
+        return false;
+      }
+    }
+    return std::all_of(waiting_.begin(), waiting_.end(),
+                       [](const Item& item) { return item.Kind == ItemKind::Preset; });
+  }
+
+  void Put(PanelRecordType& panel) const {
+    for (const auto& [kind, codes] : ActTables) {
+      for (int target = 0; target < ItemCount; ++target) (panel.*codes)(timer_, target) = 0;
+    }
+    for (const auto& [item, code] : acts_) (panel.*TableOf(item.Kind))(timer_, item.Number) = code;
+    for (const Item& preset : waiting_) panel.TimerPresetControl(timer_, preset.Number) = 1;
+  }
+
+ private:
+  static ItemTable PanelRecordType::*TableOf(ItemKind kind) {
+    return std::find_if(ActTables.begin(), ActTables.end(),
+                        [kind](const ActTable& table) { return table.Kind == kind; })
+        ->Codes;
+  }
+
+  /// Names wait for the on or off behind them; presets for none.
+  bool ReadPart(const QString& part) {
+    static const QRegularExpression words(
+        QStringLiteral("^(?:turns? |activates? )?(.+?)( on| off)?$"),
+        QRegularExpression::CaseInsensitiveOption);
+    const auto match = words.match(part);
+    if (!match.hasMatch() || !ReadNames(match.captured(1))) return false;
+    if (!match.hasCaptured(2)) return true;
+    const bool on = match.captured(2).trimmed().toLower() == QLatin1String("on");
+    for (const Item& item : waiting_) {
+      if (item.Kind != ItemKind::Preset) acts_.emplace_back(item, on ? TurnsOnCode : TurnsOffCode);
+    }
+    std::erase_if(waiting_, [](const Item& item) { return item.Kind != ItemKind::Preset; });
+    return true;
+  }
+
+  bool ReadNames(const QString& names) {
+    if (const auto item = ItemNamed(names)) {
+      waiting_.push_back(*item);
+      return true;
+    }
+    const qsizetype at = names.indexOf(QLatin1String(" and "), 0, Qt::CaseInsensitive);
+    constexpr int lengthOfAnd = 5;
+    return at > 0 && ReadNames(names.first(at)) && ReadNames(names.sliced(at + lengthOfAnd));
+  }
+
+  /// Of several with one name that which the timer switches already.
+  std::optional<Item> ItemNamed(const QString& name) const {
+    std::optional<Item> found;
+    for (const auto& [kind, codes] : ActTables) {
+      for (int number = 0; number < ItemCount; ++number) {
+        const Item item{kind, number};
+        if (!IsName(name, item)) continue;
+        if ((project_.Panel.*codes)(timer_, number) != 0) return item;
+        if (!found) found = item;
+      }
+    }
+    return found;
+  }
+
+  bool IsName(const QString& name, const Item& item) const {
+    const auto is = [&name](const QString& other) {
+      return name.compare(other, Qt::CaseInsensitive) == 0;
+    };
+    const QString code = ItemCode(item);
+    return is(OwnName(project_, item)) || is(code) ||
+           is(code.first(1) + QString::number(item.Number + 1)) || is(code.first(1) + code.last(2));
+  }
+
+  const Project& project_;
+  int timer_;
+  std::vector<Item> waiting_;
+  std::vector<std::pair<Item, Int16>> acts_;
+};
+
+/// Whether there is anything that can be turned.
+bool TurnAll(PanelRecordType& panel, int timer, Int16 code) {
+  bool any = false;
+  for (const auto& [kind, codes] : ActTables) {
+    for (int target = 0; kind != ItemKind::Preset && target < ItemCount; ++target) {
+      Int16& cell = (panel.*codes)(timer, target);
+      if (cell == 0) continue;
+      cell = code;
+      any = true;
+    }
+  }
+  return any;
+}
+
+}  // namespace
+
+bool PutTypedActs(Project& project, int timer, const QString& typed) {
+  const QString text = typed.simplified();
+  const QString word = text.toLower();
+  // What is told already keeps what its words do not tell.
+  if (text == ActsInWords(project, timer)) return true;
+  if (word == QLatin1String("on")) return TurnAll(project.Panel, timer, TurnsOnCode);
+  if (word == QLatin1String("off")) return TurnAll(project.Panel, timer, TurnsOffCode);
+  TypedActs acts(project, timer);
+  if (word != QLatin1String("-") && !acts.Read(text)) return false;
+  acts.Put(project.Panel);
+  return true;
+}
