@@ -72,19 +72,15 @@ struct TypedColumn {
   QByteArray HeaderName;
   QString Header;
   int Chars;
-  QString Widest;
   QString (*Told)(int timer);
   bool (*Put)(Project& project, int timer, const QString& typed);
   QString Wanted;
 };
 
 const auto TypedTimerColumns = std::to_array<TypedColumn>(
-    {{"txtWhen", "lblWhenHeader", QStringLiteral("When"), 38,
-      QStringLiteral("999 min before sunset, Mon to Fri, not on holidays"), WhenOfTimer,
-      PutTypedWhen,
+    {{"txtWhen", "lblWhenHeader", QStringLiteral("When"), 38, WhenOfTimer, PutTypedWhen,
       QStringLiteral("is no time and no days (such as 7:00a, 30 min before sunset, Mon to Fri)")},
-     {"txtActs", "lblActsHeader", QStringLiteral("What it does"), 20, QString(80, u'n'),
-      ActsOfLiveTimer, PutTypedActs,
+     {"txtActs", "lblActsHeader", QStringLiteral("What it does"), 20, ActsOfLiveTimer, PutTypedActs,
       QStringLiteral("is not what a timer does (such as OFFICES on, GATE off; activates NIGHT)")}});
 
 QString Unreadable(const TypedColumn& column, const QString& typed) {
@@ -158,13 +154,14 @@ void frmT3AllTimers::Form_Load() {
 
 ControlArray<TextBox> frmT3AllTimers::AddTyped(std::size_t column) {
   const TypedColumn& typed = TypedTimerColumns[column];
+  constexpr int mostChars = 80;
   const auto refuses = [this, &typed](int row, const QString& text) {
     return IsReadable(typed, TimerAt(row), text) ? QString() : Unreadable(typed, text);
   };
   auto boxes = grid->Add<TextBox>(typed.Name, {.Chars = typed.Chars,
                                                .Header = typed.HeaderName,
                                                .HeaderText = typed.Header,
-                                               .Words = {typed.Widest},
+                                               .Words = {QString(mostChars, u'n')},
                                                .Refuses = refuses});
   for (int row = 0; row < ItemCount; ++row) {
     boxes(row).UndoesItself = true;

@@ -154,6 +154,11 @@ void WeekPicture::focusInEvent(QFocusEvent* event) {
   TakeInHand(inHand_);
 }
 
+void WeekPicture::focusOutEvent(QFocusEvent* event) {
+  DescribedWidget::focusOutEvent(event);
+  if (InHandChanged) InHandChanged();
+}
+
 bool WeekPicture::event(QEvent* event) {
   if (event->type() != QEvent::ToolTip) return DescribedWidget::event(event);
   const auto* help = static_cast<QHelpEvent*>(event);

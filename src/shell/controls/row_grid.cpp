@@ -240,15 +240,20 @@ void RowGrid::WalkTo(Cell from, int to) {
   }
 }
 
-/// Left at the start of a text that the column judges, Right at its end, and both while all of it
-/// is selected.
-bool RowGrid::WalksOn(Cell cell, const QKeyEvent& key) {
-  const auto* box = qobject_cast<const TextBox*>(At(cell));
+/// A text that the column judges: Left at its start, Right at its end and both while all of it is
+/// selected walk on; Enter ends the edit and goes no further.
+bool RowGrid::EndsText(Cell cell, const QKeyEvent& key) {
+  auto* box = qobject_cast<TextBox*>(At(cell));
   const bool left = key.key() == Qt::Key_Left;
-  if (!box || !ColumnOf(cell).Refuses || (!left && key.key() != Qt::Key_Right) ||
+  if (!box || !ColumnOf(cell).Refuses ||
       (key.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) {
     return false;
   }
+  if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) {
+    Q_EMIT box->editingFinished();
+    return true;
+  }
+  if (!left && key.key() != Qt::Key_Right) return false;
   const auto length = static_cast<int>(box->text().size());
   const bool whole = box->selectedText().size() == length;
   if (!whole && box->cursorPosition() != (left ? 0 : length)) return false;
@@ -355,7 +360,7 @@ bool RowGrid::eventFilter(QObject* watched, QEvent* event) {
       break;
     case QEvent::KeyPress:
       if (selection_.TakesKey(control, *static_cast<QKeyEvent*>(event)) ||
-          WalksOn(*cell, *static_cast<QKeyEvent*>(event))) {
+          EndsText(*cell, *static_cast<QKeyEvent*>(event))) {
         return true;
       }
       break;

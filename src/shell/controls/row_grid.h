@@ -100,7 +100,7 @@ class RowGrid : public QWidget {
  private:
   void Walk(Cell from, int rowStep, int columnStep);
   void WalkTo(Cell from, int to);
-  bool WalksOn(Cell cell, const QKeyEvent& key);
+  bool EndsText(Cell cell, const QKeyEvent& key);
   void KeepFocusCell(Cell cell, Qt::FocusReason reason);
 
   void BeginColumn(const Options& options);
