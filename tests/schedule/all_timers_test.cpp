@@ -38,7 +38,7 @@ TEST(TypedTimerTest, WhatIsWrittenIsReadAndTheRestStays) {
     ASSERT_TRUE(run) << text;
     EXPECT_EQ(TimerInWords(run->Time, run->Days, run->Month, run->Date), told) << text;
   }
-  for (const char* text : {"", "7", "25:00", "1000 min before sunset", "30 before sunset-5", "Mond",
+  for (const char* text : {"", "7", "25:00", "1000 min before sunset", "30 before sunset-5", "Moon",
                            "7a, noday", "Feb 30", "7a 8a", ","}) {
     EXPECT_FALSE(ReadTypedTimer(text, dated)) << text;
   }

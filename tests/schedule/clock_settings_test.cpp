@@ -45,7 +45,7 @@ TEST_F(ClockSettingsTest, ThePlaceTellsItsSunAndAZoneThatCannotBeIts) {
   p.Longitude = 74;
   p.TimeZone = 0;
   Menu("mnuAstroClockSettings");
-  EXPECT_EQ(Captions("lblSun", {0, 1, 2}),
+  EXPECT_EQ(Captions("lblSun", {0, 1, 2}).toStdString(),
             "Today, November 26: sunrise 6:57 AM, sunset 4:31 PM|"
             "Shortest day, December 21: sunrise 7:17 AM, sunset 4:31 PM|"
             "Longest day, June 21: sunrise 5:24 AM, sunset 8:31 PM");

@@ -73,14 +73,20 @@ class TypedActs {
     return true;
   }
 
+  /// A name may hold an "and" itself.
   bool ReadNames(const QString& names) {
     if (const auto item = ItemNamed(names)) {
       waiting_.push_back(*item);
       return true;
     }
-    const qsizetype at = names.indexOf(QLatin1String(" and "), 0, Qt::CaseInsensitive);
-    constexpr int lengthOfAnd = 5;
-    return at > 0 && ReadNames(names.first(at)) && ReadNames(names.sliced(at + lengthOfAnd));
+    const QString between = QStringLiteral(" and ");
+    for (qsizetype at = 0; (at = names.indexOf(between, at, Qt::CaseInsensitive)) > 0; ++at) {
+      const auto item = ItemNamed(names.first(at));
+      if (!item || !ReadNames(names.sliced(at + between.size()))) continue;
+      waiting_.push_back(*item);
+      return true;
+    }
+    return false;
   }
 
   /// Of several with one name that which the timer switches already.

@@ -95,7 +95,9 @@ std::optional<TimerRun> TypedRunDays(const QString& text, TimerRun over) {
   if (const auto date = TypedDate(words, over)) return date;
   int days = 0;
   bool rests = false;
-  for (const QString& part : words.split(u',', Qt::SkipEmptyParts)) {
+  const QStringList parts = words.split(u',', Qt::SkipEmptyParts);
+  if (parts.isEmpty()) return {};
+  for (const QString& part : parts) {
     const QString word = part.trimmed();
     const bool holidays = word == QLatin1String("not on holidays");
     const int some = TypedDays(word);
@@ -104,7 +106,6 @@ std::optional<TimerRun> TypedRunDays(const QString& text, TimerRun over) {
     rests = rests || holidays;
     days |= some;
   }
-  if (words.isEmpty()) return {};
   const bool onlyHolidays = words == QLatin1String("not on holidays");
   over.Days = static_cast<Int16>((onlyHolidays ? over.Days & EveryDay : EveryDay & ~days) |
                                  (rests ? RestsOnHolidays : 0));
