@@ -250,6 +250,7 @@ void frmT3AllTimers::ShowTimers() {
       TextBox& box = txtTyped[column](row);
       if (edit_ && edit_->Box == &box) continue;
       box.setText(TypedTimerColumns[column].Told(timer));
+      box.setToolTip(box.text());
       if (!box.hasFocus()) box.setCursorPosition(0);
     }
     const auto next = moments.Next(timer, now);

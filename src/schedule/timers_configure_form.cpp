@@ -106,7 +106,7 @@ void frmT3TimersConfigure::AddNext() {
     auto* act = new Label;
     act->SetLook(Label::Look::WebLink);
     act->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
-    acts->addWidget(act);
+    acts->addWidget(act, 0, Qt::AlignLeft);
     lblTimerActs.Add(act, QStringLiteral("lblTimerActs"));
     act->Click = [this, i] { lblTimerActs_Click(i); };
   }
