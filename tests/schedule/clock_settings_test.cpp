@@ -46,14 +46,14 @@ TEST_F(ClockSettingsTest, ThePlaceTellsItsSunAndAZoneThatCannotBeIts) {
   p.TimeZone = 0;
   Menu("mnuAstroClockSettings");
   EXPECT_EQ(Captions("lblSun", {0, 1, 2}).toStdString(),
-            "Today, November 26: sunrise 6:57 AM, sunset 4:31 PM|"
+            "Today, November 26: sunrise 6:56 AM, sunset 4:30 PM|"
             "Shortest day, December 21: sunrise 7:17 AM, sunset 4:31 PM|"
-            "Longest day, June 21: sunrise 5:24 AM, sunset 8:31 PM");
+            "Longest day, June 21: sunrise 5:24 AM, sunset 8:32 PM");
   EXPECT_EQ(Text("lblZoneDoubt"), "");
   Choose("cboTimeZone", 3);
   EXPECT_EQ(Text("lblZoneDoubt"),
             "The time zone is Pacific, which is not that of 41 degrees north, 74 west.");
-  EXPECT_TRUE(Caption("lblSun", 0).endsWith("sunrise 3:57 AM, sunset 1:31 PM"));
+  EXPECT_TRUE(Caption("lblSun", 0).endsWith("sunrise 3:56 AM, sunset 1:30 PM"));
   p.Latitude = 80;
   Menu("mnuAstroClockSettings");
   EXPECT_FALSE(Shows("lblSun", 0)) << "no sun is told of a place that no list has";
