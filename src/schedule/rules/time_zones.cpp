@@ -88,8 +88,10 @@ bool IsNewPanelsPlace(const PanelRecordType& panel) {
 }
 
 bool IsOnTheMap(const PanelRecordType& panel) {
-  return panel.Latitude >= 20 && panel.Latitude <= 65 && panel.Longitude >= 50 &&
-         panel.Longitude <= 150;
+  const auto isIn = [](const ListRange& range, Int16 degrees) {
+    return degrees >= range.First && degrees <= range.Last;
+  };
+  return isIn(LatitudeRange, panel.Latitude) && isIn(LongitudeRange, panel.Longitude);
 }
 
 QString ZoneDoubt(const PanelRecordType& panel) {

@@ -220,7 +220,8 @@ void LookAtLeapDate(const CheckScope& scope, const TellFinding& tell) {
   };
   if (!isSet(LeapDateIndex) || isSet(LeapDateIndex - 1)) return;
   tell({}, QStringLiteral("February 29 has open and close times, and February 28 has none."),
-       Setting{&FactsOf(&PanelRecordType::DateOpenTime), nullptr, {0, FebruaryIndex, LeapDateIndex}});
+       Setting{
+           &FactsOf(&PanelRecordType::DateOpenTime), nullptr, {0, FebruaryIndex, LeapDateIndex}});
 }
 
 constexpr auto RulesOfClock = std::to_array<CheckRule>({
