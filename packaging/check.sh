@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source packaging/packages.sh
-install_missing binutils lintian desktop-file-utils appstream xvfb xauth
+install_missing binutils lintian desktop-file-utils appstream devscripts xvfb xauth
 
 desktop-file-validate packaging/*.desktop
 appstreamcli validate --pedantic --no-net packaging/*.metainfo.xml || {
@@ -42,6 +42,20 @@ while IFS= read -r -d '' program; do
     done <<<"$path:"
   done < <(readelf -d "$program" 2>/dev/null | sed -n 's/.*R\(UN\)\?PATH.*\[\(.*\)\]$/\2/p')
 done < <(find build/release build/package -type f -print0)
+
+while IFS= read -r -d '' program; do
+  hardening-check -q "$program" || complain "$program lacks a protection that Debian asks for."
+done < <(find build/package/usr/{bin,lib,libexec} -type f \( -perm -100 -o -name '*.so' \) -print0)
+
+# Another folder, another hour, another language: the same package.
+rm -rf build/again
+mkdir -p "build/again/another folder"
+git ls-files -z --cached --others --exclude-standard | tar -c --null -T - | tar -x -C "build/again/another folder"
+(umask 077 && cd "build/again/another folder" &&
+  TZ=Pacific/Auckland LC_ALL=C CCACHE_DISABLE=1 packaging/package.sh)
+cmp build/release/*.deb "build/again/another folder"/build/release/*.deb ||
+  complain "Made in another folder, the package is another."
+rm -rf build/again
 
 bin=build/package/usr/bin
 "$bin/tamberloom3-panel" --version

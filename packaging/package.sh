@@ -5,6 +5,10 @@ cd "$(dirname "$0")/.."
 source packaging/packages.sh
 install_missing "${build_packages[@]}" dpkg-dev file help2man
 
+# What is made tells of the newest entry of the changelog, not of the day on which it is made.
+SOURCE_DATE_EPOCH=$(dpkg-parsechangelog -l packaging/changelog -S Timestamp)
+export SOURCE_DATE_EPOCH
+umask 022
 cmake --preset release >/dev/null
 cmake --build build/release
 rm -f build/release/*.deb

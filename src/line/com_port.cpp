@@ -56,6 +56,10 @@ bool PortExists(const QString& port) {
   return QFileInfo::exists(PortDevice(port));
 }
 
+bool PortForbidden(const QString& port) {
+  return PortExists(port) && !MayUse(PortDevice(port));
+}
+
 QString PortDescription(const QString& port) {
   return port + QStringLiteral(": ") + PortDevice(port) +
          (PortExists(port) ? QString() : QStringLiteral(", not there"));

@@ -16,6 +16,9 @@ QString PortDevice(const QString& port);
 /// Whether the device is there; on Windows only opening it tells.
 bool PortExists(const QString& port);
 
+/// Whether the device is there and its rights keep the user out.
+bool PortForbidden(const QString& port);
+
 /// What the port is, in one line, for example "COM5: /dev/ttyUSB0, not there".
 QString PortDescription(const QString& port);
 

@@ -5,6 +5,7 @@
 #include <limits>
 #include <utility>
 
+#include "line/frame_log.h"
 #include "line/line_hooks.h"
 #include "line/line_kinds.h"
 #include "line/session.h"
@@ -113,6 +114,7 @@ Int16 PanelTransact(const std::string& command, Int16 expectedLength, Int32 time
   for (int retry = 1;; ++retry) {
     Drain(Carrier());
     Carrier().Send(frame);
+    LogSent(command, frame);
     const bool answered = Await(Carrier(), expectedLength, deadlineMs);
     if (Connected == 0) {
       endedWhileWaiting = true;
@@ -121,11 +123,13 @@ Int16 PanelTransact(const std::string& command, Int16 expectedLength, Int32 time
     if (answered) {
       ReplyText = Carrier().Take();
       ReplyLength = static_cast<Int16>(ReplyText.size());
+      LogReply(command, ReplyText);
       if (ReplyVerified()) {
         TellLinkStatus(QStringLiteral("Connected"));
         return -1;
       }
     }
+    if (!answered) LogReply(command, {});
     if (retry == Attempts) return 0;
     TellLinkStatus(QStringLiteral("Error - Retry: %1").arg(retry));
   }

@@ -1,5 +1,6 @@
 #include "line/session.h"
 
+#include "line/frame_log.h"
 #include "line/known_memory.h"
 #include "line/line_hooks.h"
 #include "line/line_kinds.h"
@@ -30,6 +31,7 @@ void AwaitQuiet(Transport& line) {
 
 std::string ConnectPanel(Int16 connectionType, const LineSettings& settings) {
   Connected = -1;
+  ClearFrameLog();
   openedType = connectionType;
   openedSettings = settings;
   const LineKind& kind = LineKindOf(connectionType);

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "line/com_port.h"
+#include "line/frame_log.h"
 #include "line/transport.h"
 #include "link/named_control.h"
 #include "link/panel_queue.h"
@@ -30,6 +32,7 @@ void frmT3Connect::Form_Load() {
   line->txtPhoneNumber->Change = [this] { txtPhoneNumber_Change(); };
   line->txtTCPIP->Change = [this] { txtTCPIP_Change(); };
   onClick(line->cmdConnect, &frmT3Connect::cmdConnect_Click);
+  onClick(line->cmdSaveLog, &frmT3Connect::cmdSaveLog_Click);
   row->addWidget(line, 2);
 
   auto* onLine = new QWidget;
@@ -83,6 +86,7 @@ void frmT3Connect::Form_Activate() {
   line->ShowConnectionType();
   line->ShowAddresses();
   fraOnLineFunctions->ShowErrorsOfProject();
+  line->cmdSaveLog->setVisible(!FrameLogText().isEmpty());
   if (Connected != 0) Timer1->SetEnabled(true);
 }
 
@@ -105,19 +109,25 @@ void frmT3Connect::LetGo() {
 
 void frmT3Connect::FindComPorts() {
   if (Connected != 0) return;
+  QString forbidden;  // of several the first: one remedy serves them all
   for (int i = 0; i < ComPortCount; ++i) {
     const QString port = ComPortName(i + 1);
+    QString tip = PortDescription(port);
     PortPresent(i) = 0;
     try {
       comQZ().Open({.Port = port});
       comQZ().Close();
       PortPresent(i) = -1;
-    } catch (const TransportFailure&) {
+    } catch (const TransportFailure& failure) {
       // The port is not offered.
+      if (PortExists(port)) tip = QString::fromUtf8(failure.what());
+      if (forbidden.isEmpty() && PortForbidden(port)) forbidden = tip;
     }
     line->optComPort(i).setEnabled(PortPresent(i) != 0);
-    line->optComPort(i).setToolTip(PortDescription(port));
+    line->optComPort(i).setToolTip(tip);
   }
+  line->lblForbidden->setText(forbidden);
+  line->lblForbidden->setVisible(!forbidden.isEmpty());
 }
 
 /// Connecting, or where the work goes on: the first of the functions that a panel offers.

@@ -43,6 +43,7 @@ class frmT3Connect : public ChildForm {
   void txtPhoneNumber_Change();
   void txtTCPIP_Change();
   void cmdConnect_Click();
+  void cmdSaveLog_Click();
   void cmdRefresh_Click();
   void cmdNetworkDiagnostics_Click();
   void cmdVirtualKeypad_Click();

@@ -1,10 +1,14 @@
 #include <exception>
 
+#include "line/frame_log.h"
 #include "line/session.h"
 #include "link/connect_form.h"
 #include "link/panel_queue.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
+#include "panel/program_texts.h"
+#include "panel/replace_file.h"
+#include "shell/controls/dialogs.h"
 #include "shell/shell.h"
 
 void frmT3Connect::cmdConnect_Click() {
@@ -61,12 +65,24 @@ void frmT3Connect::ConnectOrDisconnect() {
     }
   }
   UpdateStatusBar();
+  line->cmdSaveLog->setVisible(!FrameLogText().isEmpty());
   line->cmdConnect->setEnabled(true);
   FirstFocus()->setFocus();
 }
 
+void frmT3Connect::cmdSaveLog_Click() {
+  const QString name =
+      FileDialog({FileRequest::Kind::Save, QStringLiteral("Text (*.TXT)|*.TXT|All Files (*.*)|*.*"),
+                  DataPath(QStringLiteral("Documentation/*.TXT")), QStringLiteral("txt"),
+                  QStringLiteral("Save Log")});
+  if (name.isEmpty()) return;
+  ReplaceFile(name, FrameLogText().toStdString(), Saving::Aside, Readers::OwnerAlone);
+  TellNews(QStringLiteral("The log is written."));
+}
+
 void frmT3Connect::ConnectFailed(const QString& trouble) {
   DisconnectQZ();
+  line->cmdSaveLog->setVisible(!FrameLogText().isEmpty());
   line->lblTrouble->setText(trouble);
   MsgBox(QStringLiteral("Connection Failed."), MsgIcon::Exclamation, ProgramTitle);
   CloseTransports();

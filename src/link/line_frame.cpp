@@ -67,6 +67,9 @@ LineFrame::LineFrame() {
     grid->addWidget(option, i % rows, i / rows);
     optComPort.Add(option, QStringLiteral("optComPort"));
   }
+  lblForbidden = WrappedLine("lblForbidden");
+  lblForbidden->setForegroundRole(QPalette::PlaceholderText);
+  grid->addWidget(lblForbidden, rows, 0, 1, 2);
   lines->addWidget(comPorts);
 
   lblPhoneNumber = NamedLabel(lines, "lblPhoneNumber", QStringLiteral("Telephone Number"));
@@ -92,6 +95,11 @@ LineFrame::LineFrame() {
   lblModem->setVisible(false);
   lblTrouble = WrappedLine("lblTrouble");
   column->addWidget(lblTrouble, 1);
+  cmdSaveLog = NamedControl<Button>(nullptr, "cmdSaveLog", QStringLiteral("Save Log..."));
+  cmdSaveLog->setToolTip(QStringLiteral(
+      "What has been said on the line since it was connected, without the password"));
+  column->addWidget(cmdSaveLog, 0, Qt::AlignLeft);
+  cmdSaveLog->setVisible(false);
 }
 
 void LineFrame::ShowConnectionType() {

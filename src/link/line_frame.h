@@ -34,8 +34,10 @@ class LineFrame : public QWidget {
   TextBox* txtPhoneNumber = nullptr;
   TextBox* txtTCPIP = nullptr;
   Button* cmdConnect = nullptr;
+  Button* cmdSaveLog = nullptr;
   Label* lblModem = nullptr;
   QLabel* lblTrouble = nullptr;
+  QLabel* lblForbidden = nullptr;  ///< Below the ports: why one that is there is off.
 
  private:
   void ShowModemBanner(const QString& text, QRgb color);

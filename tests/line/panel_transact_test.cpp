@@ -2,6 +2,7 @@
 
 #include <tuple>
 
+#include "line/frame_log.h"
 #include "line/scripted_transport.h"
 #include "link/panel_link.h"
 #include "panel/live_project.h"
@@ -136,6 +137,31 @@ TEST_F(TransactTest, ASessionThatEndsWhileACommandWaitsIsToldOnce) {
   EXPECT_EQ(LinkStatus(), "Disconnected");
   EXPECT_EQ(disconnects, 1);
   Link = {};
+}
+
+TEST_F(TransactTest, TheLogOfASessionHoldsAllButThePassWord) {
+  ClearFrameLog();
+  Connect(2);
+  lines.Socket.Replies = {{"[030]", 10}};
+  std::ignore = PanelTransact("05", 5, 4);
+  const auto frame = PanelFrame("05");
+  EXPECT_TRUE(FrameLogText().contains((" > " + frame + "\n").c_str()));
+  EXPECT_TRUE(FrameLogText().endsWith(" < [030]\n"));
+  lines.Socket.Replies = {};
+  std::ignore = PanelTransact("05", 5, 4);
+  EXPECT_TRUE(FrameLogText().endsWith(" < (nothing)\n"));
+
+  LogSent("301F7A05010203040506", PanelFrame("301F7A05010203040506"));
+  EXPECT_TRUE(FrameLogText().endsWith(" > [00301F7A05**************]\n"));
+  // The block that holds the password, and the one before it.
+  const std::string block(128, '7');
+  LogReply("311F403F", '[' + block + "AB]");
+  EXPECT_TRUE(
+      FrameLogText().endsWith((" < [" + std::string(116, '7') + "**************]\n").c_str()));
+  LogReply("311F003F", '[' + block + "AB]");
+  EXPECT_TRUE(FrameLogText().endsWith((" < [" + block + "AB]\n").c_str()));
+  LogReply("01", "[\x01\xff]");
+  EXPECT_TRUE(FrameLogText().endsWith(" < [<01><FF>]\n"));
 }
 
 }  // namespace
