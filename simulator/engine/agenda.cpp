@@ -51,7 +51,10 @@ Mask Agenda::RelaysWaiting(Due due) const {
 }
 
 void Agenda::Move(std::int64_t way) {
-  for (Pending& pending : Queue) pending.At += way;
+  for (Pending& pending : Queue) {
+    pending.At += way;
+    pending.Begun.Since += way;
+  }
 }
 
 }  // namespace simulator

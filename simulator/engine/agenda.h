@@ -3,7 +3,7 @@
 #include <optional>
 #include <vector>
 
-#include "simulator/engine/calendar.h"
+#include "simulator/engine/row.h"
 #include "simulator/memory/mask.h"
 
 namespace simulator {
@@ -17,6 +17,7 @@ struct Pending {
   Due What = Due::WarningOver;
   Mask Relays = 0;
   int Number = 0;  // of the photocell's device or the dimmer output
+  Actor Begun;
 };
 
 /// What is pending, by time; what is due at the same instant comes in the order in which it began.
@@ -27,6 +28,9 @@ class Agenda {
   std::optional<Instant> Next() const;
   /// The next one, which must be there.
   Pending Take();
+
+  /// All of it, the next one last.
+  const std::vector<Pending>& All() const { return Queue; }
 
   /// What waits for these relays does no more.
   void ForgetRelays(Mask relays);

@@ -38,7 +38,10 @@ RelaySettings::RelaySettings(const PanelMemory& memory)
   for (int i = 0; i < Items; ++i) {
     const auto type = static_cast<std::size_t>(memory.Byte(map::RelayTimerType + i));
     if (type < types.size()) *types[type] |= Bit(i);
-    if (reading::OnAfterPower(memory.Byte(map::RelayPowerOnType + i))) OnAfterPower |= Bit(i);
+    const int powerOn = memory.Byte(map::RelayPowerOnType + i);
+    if (reading::OnAfterPower(powerOn)) OnAfterPower |= Bit(i);
+    if (powerOn == reading::OnWithInput1Type) OnWithInput1 |= Bit(i);
+    if (powerOn == reading::LastStateType) LastState |= Bit(i);
   }
 }
 
@@ -125,7 +128,10 @@ void Configuration::ReadTimers(const PanelMemory& memory) {
     }
     SunTimers = SunTimers || (timer.Used && (timer.What == TimerSetting::Event::Sunrise ||
                                              timer.What == TimerSetting::Event::Sunset));
-    timer.Words = TimerWords(timer);
+    timer.Words = timer.NamedWords = TimerWords(timer);
+    const std::string& name = Names.Timer[at];
+    const bool own = !name.empty() && name != "TIMER " + TwoDigits(i + 1);
+    if (own) timer.NamedWords = name + " (" + timer.Words + ")";
   }
 }
 

@@ -94,7 +94,8 @@ struct TimerSetting {
   int Day = 0;
   Outcome Relays;
   Mask Presets = 0;
-  std::string Words;
+  std::string Words;  // as in "20 min before sunrise"
+  std::string NamedWords;  // as in "DUSK (20 min before sunrise)"
 };
 
 struct DimmerSlot {
@@ -141,6 +142,8 @@ struct RelaySettings {
   explicit RelaySettings(const PanelMemory& memory);
 
   Mask OnAfterPower = 0;
+  Mask OnWithInput1 = 0;  // after power has failed, and the next one
+  Mask LastState = 0;
   Mask Blinks = 0;  // and the next ones by their timer type
   Mask HIDDelay = 0;
   Mask AlarmOff = 0;

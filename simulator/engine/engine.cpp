@@ -4,6 +4,7 @@
 #include <limits>
 #include <utility>
 
+#include "simulator/engine/daylight.h"
 #include "simulator/engine/engine_relays.h"
 
 namespace simulator {
@@ -20,8 +21,29 @@ void MoveTo(EngineState& state, Instant present) {
   for (DimmerState& dimmer : state.Dimmers) dimmer.Since += way;
 }
 
+/// As power comes: relays that are on then, no time that runs, everything else anew.
+void StartAll(EngineState& state, Mask on) {
+  const Subject cause{Subject::Kind::Power, 0, 0};
+  state.Begin(cause);
+  state.Powered = true;
+  state.Days.Undone = state.Now;
+  state.Days.DisabledTimers = 0;
+  state.Coming = {};
+  state.Relays = {};
+  state.Inputs.Occupants.clear();
+  state.Inputs.Disabled = 0;
+  StartPhotocells(state, *state.Settings);
+  StartDays(state);
+  state.TellFires(cause, "power comes");
+  TurnOn(state, on);
+  StartDimmers(state);
+  Settle(state, cause);
+  TellAllShown(state, cause);
+}
+
 void RunPending(EngineState& state) {
   const Pending due = state.Coming.Take();
+  state.Acting = due.Begun;
   switch (due.What) {
     case Due::WarningOver:
       TurnOff(state, due.Relays);
@@ -65,26 +87,75 @@ void Engine::SetSink(Listener::Sink sink) {
 
 void Engine::PowerOn(Instant at) {
   Refresh();
-  State.Now = State.Days.Undone = at;
-  State.Coming = {};
-  State.Relays = {};
+  State.Now = at;
   const auto silent = State.Inputs.Silent;
   State.Inputs = {};
   State.Inputs.Silent = silent;
-  State.Days.DisabledTimers = 0;
+  const bool daylight = FollowsSun();
   State.Photocells = {};
   State.Photocells.Lights.fill({0, 0, at});
   State.Shown = {};
   State.Shown.Pilots.assign(State.Settings->Inputs.Pilots.size(), false);
-  StartPhotocells(State, *State.Settings);
-  StartDays(State);
+  StartAll(State, State.Settings->Relays.OnAfterPower);
+  if (daylight) StartDaylight(State);
+  FindNextAct();
+}
 
+void Engine::CutPower() {
+  Refresh();
+  if (!State.Powered) return;
   const Subject cause{Subject::Kind::Power, 0, 0};
-  State.TellFires(cause, "power comes");
-  TurnOn(State, State.Settings->Relays.OnAfterPower);
-  StartDimmers(State);
+  State.Begin(cause);
+  State.TellFires(cause, "power fails");
+  State.Powered = false;
+  State.Coming = {};
+  State.Days.NextSweep.reset();
+  RelayState dead;
+  dead.AtCut = dead.Output = State.Relays.Output;
+  State.Relays = dead;
+  State.Shown.LevelsChange = true;
   Settle(State, cause);
   TellAllShown(State, cause);
+}
+
+void Engine::RestorePower() {
+  Refresh();
+  if (State.Powered) return;
+  const RelaySettings& relays = State.Settings->Relays;
+  const Mask last = State.Relays.AtCut & relays.LastState;
+  const Mask byInput = SwitchClosed(State, 0) ? relays.OnWithInput1 : 0;
+  // The panel knows nothing of photocells yet.
+  for (int device = 1; device <= Devices; ++device) {
+    const auto place = static_cast<std::size_t>(device);
+    if (State.Settings->Inputs.IsPhotocell[place]) State.Inputs.DeviceContacts[place] = 0;
+    PhotocellState::Light& light = State.Photocells.Lights[place];
+    light = {light.To, light.To, State.Now};
+  }
+  StartAll(State, relays.OnAfterPower | last | byInput);
+  RunLevelSwitches(State, {Subject::Kind::Power, 0, 0});
+}
+
+void Engine::FollowSun(bool follows) {
+  Refresh();
+  if (follows == FollowsSun()) return;
+  State.Photocells.NextDaylight.reset();
+  if (follows) StartDaylight(State);
+}
+
+void Engine::SetScript(std::vector<ScriptedAct> acts) {
+  Script = std::make_shared<const std::vector<ScriptedAct>>(std::move(acts));
+  FindNextAct();
+}
+
+void Engine::FindNextAct() {
+  NextAct = 0;
+  while (LookUpAct().value_or(Now()) < Now()) ++NextAct;
+}
+
+std::optional<Instant> Engine::LookUpAct() {
+  NextActAt.reset();
+  if (Script && NextAct < Script->size()) NextActAt = Days().FromWall((*Script)[NextAct].Wall);
+  return NextActAt;
 }
 
 void Engine::Refresh() {
@@ -96,8 +167,10 @@ void Engine::Refresh() {
   State.Settings = std::make_shared<Configuration>(*Memory);
   // A rule of daylight saving that comes or goes does not move the clock.
   if (Wall() != wall) MoveTo(State, Days().FromWall(wall));
-  StartPhotocells(State, *known);
+  if (State.Powered) StartPhotocells(State, *known);
   StartDays(State);
+  if (FollowsSun()) StartDaylight(State);
+  LookUpAct();
   RememberShown(State);
 }
 
@@ -106,6 +179,8 @@ void Engine::SetWall(std::int64_t wall) {
   MoveTo(State, Days().FromWall(wall));
   State.Days.Undone = State.Now;
   StartDays(State);
+  if (FollowsSun()) StartDaylight(State);
+  FindNextAct();
 }
 
 void Engine::SetWeekdayShift(int days) {
@@ -115,23 +190,41 @@ void Engine::SetWeekdayShift(int days) {
 
 Instant Engine::NextInstant() const {
   Instant next = std::numeric_limits<Instant>::max();
-  for (const auto& at : {NextPlanned(State), State.Coming.Next(), State.Days.NextSweep}) {
+  const auto consider = [&next](const std::optional<Instant>& at) {
     next = std::min(next, at.value_or(next));
+  };
+  if (State.Powered) {
+    consider(NextPlanned(State));
+    consider(State.Coming.Next());
+    consider(State.Days.NextSweep);
   }
+  consider(State.Photocells.NextDaylight);
+  consider(NextActAt);
   return next;
+}
+
+/// What is due at this instant and comes first.
+void Engine::RunNext(Instant at) {
+  if (State.Powered && State.Coming.Next() == at) {
+    RunPending(State);
+  } else if (State.Powered && NextPlanned(State) == at) {
+    RunPlanned(State);
+  } else if (State.Powered && State.Days.NextSweep == at) {
+    RunSweep(State);
+  } else if (State.Photocells.NextDaylight == at) {
+    RunDaylight(State);
+  } else {
+    const ScriptedAct& act = (*Script)[NextAct++];
+    LookUpAct();
+    act.Do(*this);
+  }
 }
 
 void Engine::AdvanceTo(Instant to) {
   Refresh();
   for (Instant next = NextInstant(); next <= to; next = NextInstant()) {
     State.Now = std::max(State.Now, next);
-    if (State.Coming.Next() == next) {
-      RunPending(State);
-    } else if (NextPlanned(State) == next) {
-      RunPlanned(State);
-    } else {
-      RunSweep(State);
-    }
+    RunNext(next);
   }
   if (to < State.Now) return;
   State.Now = to;
@@ -144,6 +237,8 @@ void Engine::SetRelay(int relay, bool on, Subject::Kind by) {
 
 void Engine::SetRelays(Mask on, Mask off, Subject::Kind by) {
   Refresh();
+  if (!State.Powered) return;
+  State.Begin({by, 0, 0});
   PersonTurnsOn(State, on);
   TellRelays(State, 0, off, reading::OffByPerson);
   Settle(State, {by, 0, 0});
@@ -157,13 +252,17 @@ void Engine::SetGroup(int group, bool on, Subject::Kind by) {
 
 void Engine::SetPreset(int preset, Subject::Kind by) {
   Refresh();
+  if (!State.Powered) return;
   const Subject cause{by, 0, 0};
+  State.Begin(cause);
   ApplyPreset(State, preset, cause);
   Settle(State, cause);
 }
 
 void Engine::ForceTimer(int timer, Subject::Kind by) {
   Refresh();
+  if (!State.Powered) return;
+  State.Begin({by, 0, 0});
   ApplyTimer(State, timer, {by, 0, 0});
 }
 
@@ -185,15 +284,19 @@ void Engine::SetPhotocell(int device, int level) {
 void Engine::SetSilent(int device, bool silent) {
   Refresh();
   bool& known = State.Inputs.Silent[CheckedDevice(device)];
-  if (std::exchange(known, silent) == silent) return;
+  if (std::exchange(known, silent) == silent || !State.Powered) return;
+  State.Begin({Subject::Kind::Hand, 0, 0});
   RunPhotocell(State, device);
   RunLevelSwitches(State, {Subject::Kind::Hand, 0, 0});
 }
 
-std::optional<Instant> Engine::NextRow(std::int64_t within) const {
+std::optional<Instant> Engine::NextRow(
+    std::int64_t within, const std::function<bool(const Row&)>& wanted) const {
   std::optional<Instant> time;
   Engine ahead = *this;
-  ahead.SetSink([&time](const Row& row) { time = time.value_or(row.Time); });
+  ahead.SetSink([&](const Row& row) {
+    if (!time && wanted(row)) time = row.Time;
+  });
   while (!time && ahead.NextInstant() <= Now() + within) ahead.AdvanceTo(ahead.NextInstant());
   return time;
 }

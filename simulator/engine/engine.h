@@ -8,6 +8,15 @@
 
 namespace simulator {
 
+class Engine;
+
+/// What somebody does at a time of the wall clock, milliseconds since 1970.
+struct ScriptedAct {
+  std::int64_t Wall = 0;
+  std::function<void(Engine&)> Do;
+  int Line = 0;  // of the script, from 1
+};
+
 /// Runs the configuration in a panel's memory: timers, inputs, sweeps, relays, dimmers. It knows no
 /// clock but its own, which stands until it is told to advance, and it jumps from one instant at
 /// which something can happen to the next. The same memory and the same calls give the same rows.
@@ -25,6 +34,16 @@ class Engine {
 
   /// Power comes: relays by their power-on type, inputs open, photocells at 0, no override.
   void PowerOn(Instant at);
+  /// Power fails: everything is dark and nothing happens; contacts, light and clock go on.
+  void CutPower();
+  /// It comes back: as PowerOn, with what relays and contacts make of "Last State" and "On/In:1".
+  void RestorePower();
+  bool Powered() const { return State.Powered; }
+  /// Whether photocells get the light of a clear day.
+  void FollowSun(bool follows);
+  bool FollowsSun() const { return State.Photocells.NextDaylight.has_value(); }
+  /// Acts in order of time, which are done as their time comes; past ones are passed over.
+  void SetScript(std::vector<ScriptedAct> acts);
 
   // The clock ------------------------------------------------------------------------------------
   const Calendar& Days() const { return State.Settings->Days; }
@@ -42,8 +61,10 @@ class Engine {
   void SetWeekdayShift(int days);
   /// 0 Sunday .. 6 Saturday.
   int WeekdayToday() const { return PanelWeekday(State, Wall() / DayMs); }
-  /// When the next row comes, if it does within that time and nobody touches anything.
-  std::optional<Instant> NextRow(std::int64_t within) const;
+  /// When the next row that is wanted comes, if it does within that time and nobody touches
+  /// anything.
+  std::optional<Instant> NextRow(std::int64_t within,
+                                 const std::function<bool(const Row&)>& wanted) const;
   /// Of a day counted from 1970.
   SunAndHours HoursOf(std::int64_t day) const { return simulator::HoursOf(State, day); }
 
@@ -63,6 +84,11 @@ class Engine {
   void SetSilent(int device, bool silent);
 
   // States ---------------------------------------------------------------------------------------
+  const Configuration& Settings() const { return *State.Settings; }
+  /// To keep and to compare: other settings are another one.
+  std::shared_ptr<const Configuration> SharedSettings() const { return State.Settings; }
+  /// All of it, to be read.
+  const EngineState& Inside() const { return State; }
   /// Trimmed, in UTF-8.
   const std::string& RelayName(int relay) const {
     return State.Settings->Names.Relay.at(static_cast<std::size_t>(relay));
@@ -94,10 +120,18 @@ class Engine {
  private:
   /// Takes over a memory that has changed.
   void Refresh();
+  void RunNext(Instant at);
+  /// The first act of the script that is not past.
+  void FindNextAct();
+  /// When the next one is due.
+  std::optional<Instant> LookUpAct();
 
   const PanelMemory* Memory;
   std::uint64_t KnownRevision;
   EngineState State;
+  std::shared_ptr<const std::vector<ScriptedAct>> Script;
+  std::size_t NextAct = 0;
+  std::optional<Instant> NextActAt;
 };
 
 }  // namespace simulator

@@ -156,7 +156,8 @@ void StartHours(EngineState& state) {
 void FireTimer(EngineState& state, int timer) {
   if (Has(state.Days.DisabledTimers, timer)) return;
   const Subject cause{Subject::Kind::Timer, timer, 0};
-  state.TellFires(cause, state.Settings->Timers[static_cast<std::size_t>(timer)].Words);
+  state.Begin(cause);
+  state.TellFires(cause, state.Settings->Timers[static_cast<std::size_t>(timer)].NamedWords);
   RunTimer(state, timer, cause);
 }
 
@@ -189,6 +190,7 @@ void RunPlanned(EngineState& state) {
       if (state.Settings->Hours.Swept != 0) days.NextSweep = state.Now + reading::FirstSweepMs;
       break;
     case ActiveEdge:
+      state.Begin(clock);
       RunLevelSwitches(state, clock);
       break;
     default:
@@ -200,6 +202,7 @@ void RunSweep(EngineState& state) {
   const HoursSettings& hours = state.Settings->Hours;
   *state.Days.NextSweep += hours.SweepMs;
   const Subject cause{Subject::Kind::Sweep, 0, 0};
+  state.Begin(cause);
   state.TellFires(cause, "off hours sweep");
   const Mask waiting = state.Coming.RelaysWaiting(Due::OverrideOver) |
                        state.Coming.RelaysWaiting(Due::TimeOver) | OccupiedRelays(state);

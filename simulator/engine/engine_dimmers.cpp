@@ -146,7 +146,7 @@ void RunSlot(EngineState& state, int index, const DimmerSlot& slot) {
   if (IsRamp(slot.Action)) goTo(slot.Action == RampUp ? FullLevel : 0, setting.FadeMs);
   if (slot.Revert >= AfterFiveMinutes) {
     const std::int64_t ms = std::int64_t{slot.Revert - Never} * 5 * MinuteMs;
-    state.Coming.Add({state.Now + ms, Due::Dimmer, 0, slot.Output});
+    state.Await(state.Now + ms, Due::Dimmer, 0, slot.Output);
   }
 }
 
@@ -162,10 +162,12 @@ void EndSlot(EngineState& state, int index, const DimmerSlot& slot) {
 }  // namespace
 
 int GoalLevel(const EngineState& state, int output) {
+  if (!state.Powered) return 0;
   return LevelInLight(state, output, LightAhead(state, SettingOf(state, output).Photocell));
 }
 
 int DimmerLevel(const EngineState& state, int output) {
+  if (!state.Powered) return 0;
   const DimmerState& dimmer = StateOf(state, output);
   const int goal = LevelInLight(state, output, LightNow(state, SettingOf(state, output).Photocell));
   if (dimmer.FadeMs == 0) return goal;

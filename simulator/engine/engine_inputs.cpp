@@ -27,13 +27,13 @@ bool InActiveTimes(const EngineState& state, int number) {
 
 /// Whether it is heard at all.
 bool IsHeard(const EngineState& state, int number) {
-  return !state.Inputs.Silent[static_cast<std::size_t>(DeviceOf(number))] &&
-         InActiveTimes(state, number);
+  const Deafness deafness = DeafnessOf(state, number);
+  return deafness == Deafness::None || deafness == Deafness::Disabled;
 }
 
 /// Heard, and not disabled by another.
 bool IsActive(const EngineState& state, int number) {
-  return IsHeard(state, number) && !(number < Items && Has(state.Inputs.Disabled, number));
+  return DeafnessOf(state, number) == Deafness::None;
 }
 
 void Occupy(EngineState& state, int number, Mask relays) {
@@ -78,8 +78,7 @@ void BeginTimedOn(EngineState& state, const SwitchSetting& setting, bool closed)
   if (closed != state.Settings->Inputs.TimedOnFromClosing) return;
   // Those that somebody has switched off meanwhile stay off; a time begun again counts from now.
   Forget(state, relays & state.Relays.Told);
-  state.Coming.Add(
-      {state.Now + setting.Minutes * MinuteMs, Due::TimeOver, relays & state.Relays.Told});
+  state.Await(state.Now + setting.Minutes * MinuteMs, Due::TimeOver, relays & state.Relays.Told);
 }
 
 void NextStep(EngineState& state, const SwitchSetting& setting) {
@@ -113,6 +112,7 @@ void NextStep(EngineState& state, const SwitchSetting& setting) {
 void RunSwitch(EngineState& state, int number, Contact contact, bool closed, const Subject& cause) {
   using enum InputKind;
   const SwitchSetting& setting = state.Settings->Inputs.Each[static_cast<std::size_t>(number)];
+  if (!state.Powered) return;
   const bool isOn = contact == Contact::On;
   const bool press = isOn && closed;
   const Mask left = isOn && !closed ? Leave(state, number) : 0;
@@ -207,6 +207,20 @@ int CheckedSwitch(int device, int input) {
   return SwitchOf(device, input);
 }
 
+Deafness DeafnessOf(const EngineState& state, int number) {
+  if (state.Inputs.Silent[static_cast<std::size_t>(DeviceOf(number))]) return Deafness::Silent;
+  if (!InActiveTimes(state, number)) return Deafness::OutsideActiveTimes;
+  const bool disabled = number < Items && Has(state.Inputs.Disabled, number);
+  return disabled ? Deafness::Disabled : Deafness::None;
+}
+
+bool LevelSwitchInForce(const EngineState& state, int number) {
+  const SwitchSetting& setting = state.Settings->Inputs.Each[static_cast<std::size_t>(number)];
+  const bool disables = setting.Kind == InputKind::InputDisable;  // it cannot be disabled itself
+  return SwitchClosed(state, number) &&
+         (disables ? IsHeard(state, number) : IsActive(state, number));
+}
+
 Subject SwitchSubject(int number) {
   if (number < Items) return {Subject::Kind::Input, number, 0};
   return {Subject::Kind::DeviceInput, DeviceOf(number), InputOf(number)};
@@ -232,6 +246,7 @@ void SetContact(EngineState& state, int input, Contact contact, bool closed) {
   if (((contacts & bit) != 0) == closed) return;
   contacts ^= bit;
   const Subject cause = SwitchSubject(input);
+  state.Begin(cause);
   if (contact == Contact::On) {
     state.Tell(cause, cause, closed ? Change::On : Change::Off,
                state.Settings->Names.Input[static_cast<std::size_t>(input)]);
@@ -247,6 +262,7 @@ void SetDeviceInput(EngineState& state, int device, int input, bool closed) {
   const auto place = static_cast<std::size_t>(device);
   state.Inputs.DeviceContacts[place] ^= static_cast<std::uint8_t>(1 << input);
   const Subject cause = SwitchSubject(number);
+  state.Begin(cause);
   state.Tell(cause, cause, closed ? Change::On : Change::Off, state.Settings->Names.Device[place]);
   RunSwitch(state, number, Contact::On, closed, cause);
 }

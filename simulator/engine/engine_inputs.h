@@ -18,6 +18,12 @@ void SetDeviceInput(EngineState& state, int device, int input, bool closed);
 /// Brings what acts as long as it is closed up to the present, and settles.
 void RunLevelSwitches(EngineState& state, const Subject& cause);
 
+/// Why a switch is not heard, if it is not.
+enum class Deafness { None, Silent, OutsideActiveTimes, Disabled };
+Deafness DeafnessOf(const EngineState& state, int number);
+/// Of one that acts as long as it is closed: whether it does now.
+bool LevelSwitchInForce(const EngineState& state, int number);
+
 Subject SwitchSubject(int number);
 bool SwitchClosed(const EngineState& state, int number);
 /// What occupants whose input is in force hold on.

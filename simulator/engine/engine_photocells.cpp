@@ -34,7 +34,7 @@ void Schedule(EngineState& state, int device) {
   }
   std::sort(instants.begin(), instants.end());
   instants.erase(std::unique(instants.begin(), instants.end()), instants.end());
-  for (const Instant at : instants) state.Coming.Add({at, Due::Photocell, 0, device});
+  for (const Instant at : instants) state.Await(at, Due::Photocell, 0, device);
 }
 
 }  // namespace
@@ -57,7 +57,8 @@ void SetPhotocell(EngineState& state, int device, int level) {
   if (level < 0 || level > FullLevel) throw std::out_of_range("level " + std::to_string(level));
   if (light.To == level * LightUnits) return;
   light = {LightNow(state, device), level * LightUnits, state.Now};
-  if (state.Settings->Inputs.IsPhotocell[static_cast<std::size_t>(device)]) Schedule(state, device);
+  const bool heard = state.Settings->Inputs.IsPhotocell[static_cast<std::size_t>(device)];
+  if (heard && state.Powered) Schedule(state, device);
 }
 
 void HoldLights(EngineState& state) {
@@ -82,7 +83,7 @@ void StartPhotocells(EngineState& state, const Configuration& before) {
 void RunPhotocell(EngineState& state, int device) {
   const auto place = static_cast<std::size_t>(device);
   const InputSettings& inputs = state.Settings->Inputs;
-  if (state.Inputs.Silent[place] || !inputs.IsPhotocell[place]) return;
+  if (!state.Powered || state.Inputs.Silent[place] || !inputs.IsPhotocell[place]) return;
   const std::int64_t light = LightNow(state, device);
   const std::int64_t to = state.Photocells.Lights[place].To;
   for (int i = 0; i < DeviceInputs; ++i) {

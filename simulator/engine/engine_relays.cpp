@@ -49,7 +49,7 @@ void TurnOn(EngineState& state, Mask on) {
   const Mask started = on & ~told;
   told |= on;
   const auto end = [&](std::int64_t ms, Mask kind) {
-    state.Coming.Add({state.Now + ms, Due::PulseOver, started & kind});
+    state.Await(state.Now + ms, Due::PulseOver, started & kind);
   };
   end(reading::PulseMs, settings.PulsedOn);
   end(settings.AlarmMs, settings.AlarmOn);
@@ -64,7 +64,7 @@ void TurnOff(EngineState& state, Mask off) {
   told &= ~off;
   for (InputState::Occupant& occupant : state.Inputs.Occupants) occupant.Relays &= ~off;
   const auto goBack = [&](std::int64_t ms, Mask kind) {
-    state.Coming.Add({state.Now + ms, Due::PulseBack, ended & kind});
+    state.Await(state.Now + ms, Due::PulseBack, ended & kind);
   };
   goBack(reading::PulseMs, settings.PulsedOff);
   goBack(settings.AlarmMs, settings.AlarmOff);
@@ -79,7 +79,7 @@ void WarnOff(EngineState& state, Mask off) {
   const Mask begins = off & state.Relays.Told & ~state.Relays.Warned;
   Forget(state, begins);
   state.Relays.Warned |= begins;
-  state.Coming.Add({state.Now + warningMs, Due::WarningOver, begins});
+  state.Await(state.Now + warningMs, Due::WarningOver, begins);
 }
 
 void PersonTurnsOn(EngineState& state, Mask on) {
@@ -90,8 +90,8 @@ void PersonTurnsOn(EngineState& state, Mask on) {
 void BeginOverride(EngineState& state, Mask relays) {
   const HoursSettings& hours = state.Settings->Hours;
   if (state.Days.IsOpen || hours.OverrideMs == 0) return;
-  state.Coming.Add({state.Now + hours.OverrideMs, Due::OverrideOver,
-                    relays & hours.Swept & ~OccupiedRelays(state)});
+  state.Await(state.Now + hours.OverrideMs, Due::OverrideOver,
+                    relays & hours.Swept & ~OccupiedRelays(state));
 }
 
 void Forget(EngineState& state, Mask relays) {

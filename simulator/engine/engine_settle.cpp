@@ -12,6 +12,7 @@ Change OnOrOff(bool on) {
 }
 
 bool IsLit(const EngineState& state, const PilotSetting& pilot) {
+  if (!state.Powered) return false;
   switch (pilot.What) {
     case PilotSetting::Kind::Relay:
       return Has(state.Relays.Output, pilot.Number);

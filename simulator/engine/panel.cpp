@@ -21,6 +21,14 @@ std::size_t Device(int value) {
   return Checked(value, 1, Devices);
 }
 
+std::string Numbered(const char* word, int item) {
+  return std::string(word) + " " + std::to_string(item + 1);
+}
+
+std::string Switched(const char* word, int item, bool on) {
+  return Numbered(word, item) + (on ? " on" : " off");
+}
+
 }  // namespace
 
 Panel::Panel(const PanelMemory& memory, Clock computer)
@@ -49,10 +57,12 @@ bool Panel::Relay(int relay) {
 
 void Panel::SetRelay(int relay, bool on, By by) {
   Item(relay);
+  Touch(by, Switched("relay", relay, on));
   Runner().SetRelay(relay, on, by);
 }
 
 void Panel::SetAllRelays(bool on, By by) {
+  for (int relay = 0; relay < Items; ++relay) Touch(by, Switched("relay", relay, on));
   Runner().SetRelays(on ? AllItems : 0, on ? 0 : AllItems, by);
 }
 
@@ -61,6 +71,7 @@ bool Panel::Group(int group) {
 }
 
 void Panel::SetGroup(int group, bool on, By by) {
+  Touch(by, Switched("group", group, on));
   Runner().SetGroup(group, on, by);
 }
 
@@ -71,6 +82,7 @@ char Panel::PresetState(int preset) {
 }
 
 void Panel::SetPreset(int preset, By by) {
+  Touch(by, Numbered("preset", preset));
   Runner().SetPreset(preset, by);
 }
 
@@ -83,10 +95,25 @@ void Panel::CapturePreset(int preset) {
 
 void Panel::ForceTimer(int timer, By by) {
   Item(timer);
+  Touch(by, Numbered("timer", timer));
   Runner().ForceTimer(timer, by);
 }
 
+void Panel::SetPower(bool on) {
+  if (on == Powered()) return;
+  Touch(By::Hand, on ? "power on" : "power off");
+  if (on) Runner().RestorePower();
+  if (!on) Runner().CutPower();
+}
+
+void Panel::Touch(By by, const std::string& words) const {
+  if (by == By::Hand && Touched) Touched(words);
+}
+
 void Panel::SetContact(int input, Contact contact, bool closed) {
+  Item(input);
+  Touch(By::Hand, Numbered(closed ? "press" : "release", input) +
+                      (contact == Contact::Off ? " off" : ""));
   Runner().SetContact(input, contact, closed);
 }
 
@@ -106,6 +133,9 @@ bool Panel::DevicePresent(int device) const {
 }
 
 void Panel::SetDeviceInput(int device, int input, bool closed) {
+  CheckedSwitch(device, input);
+  Touch(By::Hand, "button " + std::to_string(device) + " " + std::to_string(input + 1) +
+                      (closed ? " press" : " release"));
   Runner().SetDeviceInput(device, input, closed);
 }
 
@@ -114,6 +144,8 @@ int Panel::DeviceInputBits(int device) {
 }
 
 void Panel::SetDeviceLevel(int device, int level) {
+  Device(device);
+  Touch(By::Hand, "photocell " + std::to_string(device) + " " + std::to_string(level));
   Runner().SetPhotocell(device, level);
 }
 

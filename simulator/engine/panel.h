@@ -33,6 +33,8 @@ class Panel {
 
   /// What runs the memory, brought up to the present. Everything that the panel shows is its state.
   Engine& Runner();
+  /// What its memory says, without bringing anything up to the present.
+  const Configuration& Settings() const { return Run.Settings(); }
   /// How its time goes.
   PanelClock& Pace() { return TheClock; }
 
@@ -52,6 +54,13 @@ class Panel {
   void CapturePreset(int preset);
   /// Does at once what the timer does when it fires.
   void ForceTimer(int timer, By by = By::Hand);
+
+  /// Cut, the panel is dark and answers nothing until power comes back.
+  void SetPower(bool on);
+  bool Powered() { return Runner().Powered(); }
+
+  /// Called for whatever a hand does, in the words of a script, as in "tap 3" without its time.
+  std::function<void(const std::string& words)> Touched;
 
   /// Installed points, 0..48, by the I/O counts in memory.
   int Points() const { return Memory.Points(); }
@@ -84,6 +93,8 @@ class Panel {
   void SetTime(const QDateTime& time, int weekdayShift = 0);
 
  private:
+  void Touch(By by, const std::string& words) const;
+
   Engine Run;
   PanelClock TheClock;
   std::array<Presence, Devices + 1> Presences{};

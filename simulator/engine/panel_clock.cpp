@@ -43,9 +43,9 @@ void PanelClock::JumpTo(const QDateTime& time) {
   Runner.AdvanceTo(at);
 }
 
-bool PanelClock::Step() {
+bool PanelClock::Step(const std::function<bool(const Row&)>& wanted) {
   Tick();
-  const std::optional<Instant> next = Runner.NextRow(FarMs);
+  const std::optional<Instant> next = Runner.NextRow(FarMs, wanted);
   if (!next) return false;
   Runner.AdvanceTo(*next);
   return true;

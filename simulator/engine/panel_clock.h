@@ -34,8 +34,8 @@ class PanelClock {
   /// Goes to a time of the wall clock: forward through all that happens, backward, and further away
   /// than FarMs, by power coming anew at the beginning of that day.
   void JumpTo(const QDateTime& time);
-  /// Goes to the next instant at which something happens; whether there is one, not far away.
-  [[nodiscard]] bool Step();
+  /// Goes to the next row that is wanted; whether there is one, not far away.
+  [[nodiscard]] bool Step(const std::function<bool(const Row&)>& wanted = &Matters);
   /// As if power had come at midnight: the day so far happens.
   void RunDaySoFar();
 

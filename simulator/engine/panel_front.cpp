@@ -30,6 +30,7 @@ std::string AsBlanks(std::string text) {
 }  // namespace
 
 void PanelFront::Press(int keys) {
+  if (!Owner.Powered()) return;
   if ((keys & Chord) == Chord) {
     Shown = Page::Firmware;
     return;
@@ -69,6 +70,7 @@ void PanelFront::ChooseSelected() {
 }
 
 std::string PanelFront::Display() const {
+  if (!Owner.Powered()) return std::string(std::size_t{Rows} * RowLength, ' ');
   switch (Shown) {
     case Page::Home:
       return HomePage();

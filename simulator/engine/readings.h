@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
+#include <numbers>
 #include <optional>
 
 #include "simulator/engine/calendar.h"
@@ -27,6 +29,18 @@ constexpr Manner OffAtTimesEnd = Manner::Warning;  // of a timed on input and of
 /// state.
 constexpr bool OnAfterPower(int powerOnType) {
   return powerOnType == 1;
+}
+
+/// Where power comes back after it has failed, these two are on as well: with input 1 closed, and
+/// if they were on as it failed.
+constexpr int OnWithInput1Type = 2;
+constexpr int LastStateType = 3;
+
+/// The light of a clear day, `passed` of the time from sunrise to sunset: half a sine wave.
+inline int ClearDaylight(double passed) {
+  if (passed <= 0 || passed >= 1) return 0;
+  constexpr int fullLight = 255;
+  return static_cast<int>(std::lround(fullLight * std::sin(std::numbers::pi * passed)));
 }
 
 /// How long a pulsed relay leaves its rest.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <string>
 #include <string_view>
 
@@ -32,12 +33,19 @@ struct Subject {
   int Number = 0;
   int Sub = 0;
 
-  bool operator==(const Subject&) const = default;
+  auto operator<=>(const Subject&) const = default;
 };
 
 enum class Change { On, Off, Blinks, Level, Disabled, Enabled, Fires };
 
-/// One thing that happened. `Words` is good only while it is handed over.
+/// Who began something, and when.
+struct Actor {
+  Subject Who;
+  Instant Since = 0;
+};
+
+/// One thing that happened. `Words` is good only while it is handed over. `Begun` tells who began
+/// what is now over, where the cause is an item whose own time runs out.
 struct Row {
   Instant Time = 0;
   Subject Cause;
@@ -45,7 +53,11 @@ struct Row {
   Change What = Change::Fires;
   int Level = 0;  // 0..255
   std::string_view Words;
+  Actor Begun = {};
 };
+
+/// Nothing comes of a sweep that turns nothing off, and light that changes is told by what it does.
+bool Matters(const Row& row);
 
 /// As in "TIMER 03", "FL 1A INPUT 2", "DIMMER 3 OUTPUT 1", "-".
 std::string Text(const Subject& subject);

@@ -10,7 +10,6 @@
 
 #include "simulator/engine/agenda.h"
 #include "simulator/engine/configuration.h"
-#include "simulator/engine/row.h"
 
 namespace simulator {
 
@@ -41,6 +40,7 @@ struct RelayState {
   Mask HeldStatus = 0;  // of these, at the status of the moment when it began
   Mask Output = 0;
   Mask Warned = 0;  // going off after a warning
+  Mask AtCut = 0;   // on as the power failed
 };
 
 struct InputState {
@@ -63,6 +63,7 @@ struct PhotocellState {
     Instant Since = 0;
   };
   std::array<Light, Devices + 1> Lights{};
+  std::optional<Instant> NextDaylight;  // when it changes; nothing while hands set the light
   std::bitset<Switches> Unheard;  // closed by photocells before their settings changed
 };
 
@@ -105,6 +106,8 @@ struct ShownState {
 struct EngineState {
   std::shared_ptr<const Configuration> Settings;
   Instant Now = 0;
+  bool Powered = true;
+  Actor Acting;
   Agenda Coming;
   Listener Out;
   RelayState Relays;
@@ -118,7 +121,12 @@ struct EngineState {
   std::int64_t Wall() const { return Settings->Days.Wall(Now); }
   void Tell(const Subject& cause, const Subject& item, Change what, std::string_view words,
             int level = 0) const {
-    Out.Hear({Now, cause, item, what, level, words});
+    Out.Hear({Now, cause, item, what, level, words, Acting});
+  }
+  /// Somebody or something begins to act: what comes of it later is theirs.
+  void Begin(const Subject& who) { Acting = {who, Now}; }
+  void Await(Instant at, Due what, Mask relays, int number = 0) {
+    Coming.Add({at, what, relays, number, Acting});
   }
   void TellFires(const Subject& cause, std::string_view words) const {
     Tell(cause, {}, Change::Fires, words);

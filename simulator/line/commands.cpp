@@ -220,7 +220,7 @@ constexpr Command Commands[] = {
 
 std::optional<std::string> Answer(Panel& panel, std::string_view frame) {
   const auto command = UnframeCommand(frame);
-  if (!command) return std::nullopt;
+  if (!command || !panel.Powered()) return std::nullopt;
   for (const Command& known : Commands) {
     const auto arguments = Match(known.Form, *command);
     if (!arguments) continue;

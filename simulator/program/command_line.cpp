@@ -78,7 +78,11 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
        "2026-01-01..2026-12-31"},
       {"inputs", "What is done meanwhile, as in \"2026-03-02 08:10 tap 3\", a line each.", "FILE"},
       {"plan", "Draw the rehearsed days into FILE as SVG.", "FILE"},
+      {"plan-dimmers", "Give dimmer outputs rows in it, their level as height."},
+      {"plan-pilots", "Give pilots rows in it."},
       {"burn-hours", "Print the hours that each relay was on instead."},
+      {"daylight", "What light photocells get: hands (as they are told) or clear (a clear day's).",
+       "LIGHT", "hands"},
       {"log", "Append a line for each frame to FILE; - is standard output.", "FILE"},
   });
   const bool parsed = parser.parse(arguments);
@@ -128,6 +132,14 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
   if (parser.isSet("password") && !IsPassword(wanted.Password)) {
     throw std::invalid_argument("--password takes six digits");
   }
+  const QString light = parser.value("daylight");
+  wanted.Daylight = light == "clear";
+  if (!wanted.Daylight && light != "hands") {
+    throw std::invalid_argument("--daylight takes hands or clear");
+  }
+  if ((parser.isSet("plan-dimmers") || parser.isSet("plan-pilots")) && !parser.isSet("plan")) {
+    throw std::invalid_argument("--plan-dimmers and --plan-pilots belong to --plan");
+  }
   wanted.MemoryFile = parser.value("memory");
   wanted.LogFile = parser.value("log");
   if (parser.values("rehearse").size() > 1) {
@@ -137,6 +149,8 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
     result.Rehearsal.emplace();
     if (parser.isSet("inputs")) result.Rehearsal->Script = ReadScript(parser.value("inputs"));
     result.Rehearsal->PlanFile = parser.value("plan");
+    result.Rehearsal->Rows = {parser.isSet("plan-dimmers"), parser.isSet("plan-pilots")};
+    result.Rehearsal->Daylight = wanted.Daylight;
     result.Rehearsal->BurnHours = parser.isSet("burn-hours");
     const QString range = parser.value("rehearse");
     ParseRange(range, *result.Rehearsal);

@@ -20,6 +20,7 @@ const Console::Command Console::Commands[] = {
     {"group", "N on|off", "switch a group", &Console::Group},
     {"preset", "N", "set a preset", &Console::Preset},
     {"timer", "N", "force a timer", &Console::Timer},
+    {"power", "on|off", "cut the panel's power, or let it come back", &Console::Power},
     {"key", "up|down|enter|exit|previous|next|chord", "press a key of the front", &Console::Key},
     {"show", "relays|groups|inputs|presets|devices|dimmers|display|time", "what is so now",
      &Console::Show},
@@ -170,6 +171,11 @@ std::string Console::Preset(const QStringList& words) {
 
 std::string Console::Timer(const QStringList& words) {
   ThePanel().ForceTimer(Item(words));
+  return {};
+}
+
+std::string Console::Power(const QStringList& words) {
+  ThePanel().SetPower(OnOff(words, 1));
   return {};
 }
 

@@ -39,6 +39,7 @@ class Console {
   std::string Group(const QStringList& words);
   std::string Preset(const QStringList& words);
   std::string Timer(const QStringList& words);
+  std::string Power(const QStringList& words);
   std::string Key(const QStringList& words);
   std::string Show(const QStringList& words);
   std::string Time(const QStringList& words);

@@ -52,6 +52,7 @@ PanelMemory StartMemory(const Options& options) {
 Simulator::Simulator(Options options)
     : Setting(std::move(options)),
       Common{Panel(StartMemory(Setting), Setting.Now), {}, FrameLog(Setting.Now)} {
+  Common.ThePanel.Runner().FollowSun(Setting.Daylight);
   if (!Setting.LogFile.isEmpty()) Common.Log.Open(Setting.LogFile);
   for (const Fault& fault : Setting.Faults) Common.Faults.Add(fault);
   if (Setting.TcpPort) {

@@ -1,6 +1,8 @@
 #include "simulator/rehearsal/plan.h"
 
 #include <algorithm>
+#include <map>
+#include <utility>
 
 #include "simulator/memory/digits.h"
 
@@ -44,9 +46,9 @@ std::string Box(int x, int y, int width, int height, const char* style) {
 /// Draws the days one below the other.
 class Picture {
  public:
-  Picture(const Engine& engine, const std::vector<Bar>& bars, Mask relays)
-      : Panel(engine), Shown(relays) {
-    for (const Bar& bar : bars) Bars[static_cast<std::size_t>(bar.Relay)].push_back(bar);
+  Picture(const Engine& engine, const std::vector<Bar>& bars, std::vector<int> rows)
+      : Panel(engine), Shown(std::move(rows)) {
+    for (const Bar& bar : bars) Bars[bar.Row].push_back(bar);
   }
 
   void Day(std::int64_t day) {
@@ -56,7 +58,7 @@ class Picture {
                         " " + std::to_string(date.Year) + "-" + TwoDigits(date.Month) + "-" +
                         TwoDigits(date.Day);
     const int rows = Top + HeadHeight;
-    const int height = std::popcount(Shown) * RowHeight;
+    const int height = static_cast<int>(Shown.size()) * RowHeight;
     std::string lines;
     const auto event = [&](const char* name, const std::optional<Instant>& at) {
       title += std::string("   ") + (at ? "" : "no ") + name;
@@ -75,10 +77,36 @@ class Picture {
       Text += Label(NameWidth + hour * HourWidth, Top + 28, std::to_string(hour), "middle");
     }
     Text += Box(NameWidth, rows, DayWidth, height, "day");
-    int row = 0;
-    EachBit(Shown, [&](int relay) { Relay(day, relay, rows + RowHeight * row++); });
+    int top = rows;
+    for (const int row : Shown) {
+      Item(day, row, top);
+      top += RowHeight;
+    }
     Text += lines;
     Top = rows + height + GapHeight;
+  }
+
+  /// What the colors mean, below the days.
+  void Legend() {
+    int x = NameWidth;
+    const auto add = [&](const char* style, const char* words, int width) {
+      constexpr int textWidth = 76;
+      constexpr int boxWidth = 14;
+      Text += Box(x + boxWidth - width, Top, width, RowHeight - 4, style);
+      Text += Label(x + boxWidth + 4, Top + 9, words);
+      x += boxWidth + textWidth;
+    };
+    const auto has = [this](int first, int last) {
+      return std::any_of(Shown.begin(), Shown.end(),
+                         [=](int row) { return row >= first && row < last; });
+    };
+    constexpr int wide = 14;
+    add("on", "on", wide);
+    add("blinks", "warning", wide);
+    if (has(Items, Items + DimmerOutputs)) add("level", "dimmer level", wide);
+    if (has(Items + DimmerOutputs, BarRows)) add("pilot", "pilot lit", wide);
+    for (const char* line : {"sunrise", "sunset", "open", "close"}) add(line, line, 2);
+    Top += RowHeight + GapHeight / 2;
   }
 
   std::string Whole() const {
@@ -87,7 +115,11 @@ class Picture {
     return "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + width + "\" height=\"" + height +
            "\" viewBox=\"0 0 " + width + " " + height +
            "\" font-family=\"sans-serif\" "
-           "font-size=\"10\">\n<style>.day{fill:#eee}.on{fill:#e8a200}"
+           "font-size=\"10\">\n<defs><pattern id=\"stripes\" width=\"4\" height=\"4\" "
+           "patternUnits=\"userSpaceOnUse\"><rect width=\"2\" height=\"4\" fill=\"#b04000\"/>"
+           "</pattern></defs>\n"
+           "<style>.day{fill:#eee}.on{fill:#e8a200}.blinks{fill:url(#stripes)}"
+           ".level{fill:#3a8fb7}.pilot{fill:#4a9a4a}"
            ".sunrise{fill:#d04000}.sunset{fill:#7030a0}.open{fill:#108030}.close{fill:#1050c0}"
            "</style>\n" +
            Text + "</svg>\n";
@@ -100,68 +132,69 @@ class Picture {
                                         DayWidth / DayMinutes);
   }
 
-  void Relay(std::int64_t day, int relay, int top) {
+  std::string NameOf(int row) const {
+    if (row >= Items) return simulator::Text(ItemOfBarRow(row));
+    const std::string& name = Panel.RelayName(row);
+    return name.empty() ? TwoDigits(row + 1) : name;
+  }
+
+  void Item(std::int64_t day, int row, int top) {
     const Instant from = Panel.Days().FromWallMinute(day * DayMinutes);
     const Instant to = Panel.Days().FromWallMinute((day + 1) * DayMinutes);
-    const std::string& name = Panel.RelayName(relay);
-    Text += Label(NameWidth - 6, top + 11, name.empty() ? TwoDigits(relay + 1) : name, "end");
-    const std::vector<Bar>& bars = Bars[static_cast<std::size_t>(relay)];
+    Text += Label(NameWidth - 6, top + 11, NameOf(row), "end");
+    const std::vector<Bar>& bars = Bars[row];
     auto bar = std::partition_point(bars.begin(), bars.end(),
                                     [from](const Bar& one) { return one.To <= from; });
     for (; bar != bars.end() && bar->From < to; ++bar) {
       const int left = X(day, std::max(bar->From, from));
       const int right = bar->To >= to ? NameWidth + DayWidth : X(day, bar->To);
-      Text += Box(left, top + 2, std::max(right - left, 1), RowHeight - 4, "on");
+      constexpr int whole = RowHeight - 4;
+      const int height = (bar->Level * whole + FullLevel - 1) / FullLevel;
+      Text += Box(left, top + 2 + whole - height, std::max(right - left, 1), height, StyleOf(*bar));
     }
   }
 
+  static const char* StyleOf(const Bar& bar) {
+    if (bar.Blinks) return "blinks";
+    if (bar.Row < Items) return "on";
+    return bar.Row < Items + DimmerOutputs ? "level" : "pilot";
+  }
+
   const Engine& Panel;
-  std::array<std::vector<Bar>, Items> Bars;  // of each relay, in order of time
-  Mask Shown;
+  std::map<int, std::vector<Bar>> Bars;  // of each row, in order of time
+  std::vector<int> Shown;
   int Top = 6;
   std::string Text;
 };
 
 }  // namespace
 
-BarKeeper::BarKeeper(const Engine& engine) {
-  EachBit(engine.Relays(), [&](int i) { Since[static_cast<std::size_t>(i)] = engine.Now(); });
-}
-
-void BarKeeper::Take(const Row& row) {
-  if (row.Item.What != Subject::Kind::Relay) return;
-  auto& since = Since[static_cast<std::size_t>(row.Item.Number)];
-  if (row.What == Change::Off && since) {
-    if (row.Time > *since) Bars.push_back({row.Item.Number, *since, row.Time});
-    since.reset();
-  } else if (row.What != Change::Off && !since) {
-    since = row.Time;
+std::vector<int> RowsOfPlan(const Configuration& settings, Mask relays, PlanRows wanted) {
+  std::vector<int> rows;
+  EachBit(relays, [&](int relay) { rows.push_back(relay); });
+  for (int output = 0; wanted.Dimmers && output < DimmerOutputs; ++output) {
+    if (settings.Dimmers.Each[static_cast<std::size_t>(output)].Fitted) {
+      rows.push_back(Items + output);
+    }
   }
-}
-
-std::vector<Bar> BarKeeper::Until(Instant end) const {
-  std::vector<Bar> bars = Bars;
-  for (int i = 0; i < Items; ++i) {
-    const auto& since = Since[static_cast<std::size_t>(i)];
-    if (since && end > *since) bars.push_back({i, *since, end});
+  if (!wanted.Pilots) return rows;
+  for (const PilotSetting& pilot : settings.Inputs.Pilots) {
+    if (pilot.What != PilotSetting::Kind::Static) {
+      rows.push_back(Items + DimmerOutputs + pilot.Switch);
+    }
   }
-  return bars;
-}
-
-std::vector<Bar> BarsAhead(const Engine& engine, Instant to) {
-  Engine ahead = engine;
-  BarKeeper keeper(ahead);
-  ahead.SetSink([&keeper](const Row& row) { keeper.Take(row); });
-  ahead.AdvanceTo(to);
-  return keeper.Until(to);
+  return rows;
 }
 
 std::string PlanSvg(const Engine& engine, const PanelMemory& memory, const std::vector<Bar>& bars,
-                    std::int64_t first, std::int64_t last) {
+                    std::int64_t first, std::int64_t last, PlanRows wanted) {
   Mask relays = Bit(memory.Points()) - 1;
-  for (const Bar& bar : bars) relays |= Bit(bar.Relay);
-  Picture picture(engine, bars, relays);
+  for (const Bar& bar : bars) {
+    if (bar.Row < Items) relays |= Bit(bar.Row);
+  }
+  Picture picture(engine, bars, RowsOfPlan(engine.Settings(), relays, wanted));
   for (std::int64_t day = first; day <= last; ++day) picture.Day(day);
+  picture.Legend();
   return picture.Whole();
 }
 

@@ -89,7 +89,7 @@ Act ButtonAct(Words& words) {
 
 const QStringList& Verbs() {
   static const QStringList verbs{"press", "release", "tap",    "button", "photocell",
-                                 "relay", "group",   "preset", "timer"};
+                                 "relay", "group",   "preset", "timer",  "power"};
   return verbs;
 }
 
@@ -101,6 +101,10 @@ Act ParseAct(Words& words) {
     const int device = words.Number(1, Devices);
     const int level = words.Number(0, FullLevel);
     return [device, level](Engine& engine) { engine.SetPhotocell(device, level); };
+  }
+  if (verb == 9) {
+    const bool on = words.Choice({"on", "off"}) == 0;
+    return [on](Engine& engine) { on ? engine.RestorePower() : engine.CutPower(); };
   }
   const int item = words.Number(1, Items) - 1;
   if (verb == 7) return [item](Engine& engine) { engine.SetPreset(item, Hand); };
@@ -144,9 +148,13 @@ class Output {
   const std::function<void(std::string_view)>& Write;
 };
 
-std::string BurnHours(const Engine& engine, const std::vector<Bar>& bars) {
+}  // namespace
+
+std::string BurnHours(const Configuration& settings, const std::vector<Bar>& bars) {
   std::array<std::int64_t, Items> on{};
-  for (const Bar& bar : bars) on[static_cast<std::size_t>(bar.Relay)] += bar.To - bar.From;
+  for (const Bar& bar : bars) {
+    if (bar.Row < Items) on[static_cast<std::size_t>(bar.Row)] += bar.To - bar.From;
+  }
   std::string text = "Item\tHours\tWords\n";
   for (int i = 0; i < Items; ++i) {
     constexpr std::int64_t hundredthMs = HourMs / 100;
@@ -154,12 +162,10 @@ std::string BurnHours(const Engine& engine, const std::vector<Bar>& bars) {
         (on[static_cast<std::size_t>(i)] + hundredthMs / 2) / hundredthMs;
     const std::string fraction = TwoDigits(static_cast<int>(hundredths % 100));
     text += Text(Subject{Subject::Kind::Relay, i, 0}) + "\t" + std::to_string(hundredths / 100) +
-            "." + fraction + "\t" + engine.RelayName(i) + "\n";
+            "." + fraction + "\t" + settings.Names.Relay[static_cast<std::size_t>(i)] + "\n";
   }
   return text;
 }
-
-}  // namespace
 
 void ParseRange(const QString& text, RehearsalOptions& options) {
   const QStringList ends = text.split("..");
@@ -224,28 +230,25 @@ void Rehearse(const PanelMemory& memory, const RehearsalOptions& options,
   const bool wantsBars = options.BurnHours || !options.PlanFile.isEmpty();
   Output output(write);
   RowWriter writer(days);
-  BarKeeper keeper(engine);
+  BarKeeper keeper;
   if (!options.BurnHours) output.Text += RowWriter::Header;
   engine.SetSink([&](const Row& row) {
-    if (wantsBars) keeper.Take(row);
+    if (wantsBars) keeper.Take(row, engine.Settings());
     if (options.BurnHours) return;
     writer.Append(output.Text, row);
     output.FlushWhenFull();
   });
+  engine.SetScript(options.Script);
+  engine.FollowSun(options.Daylight);
   engine.PowerOn(days.FromWall(options.FirstDay * DayMs));
   const Instant end = days.FromWall((options.LastDay + 1) * DayMs);
-  for (const ScriptedAct& act : options.Script) {
-    const Instant at = days.FromWall(act.Wall);
-    if (at < engine.Now() || at >= end) continue;
-    engine.AdvanceTo(at);
-    act.Do(engine);
-  }
   engine.AdvanceTo(end - 1);
-  if (options.BurnHours) output.Text += BurnHours(engine, keeper.Until(end));
+  if (options.BurnHours) output.Text += BurnHours(engine.Settings(), keeper.Until(end));
   output.Flush();
   if (options.PlanFile.isEmpty()) return;
   WriteFile(options.PlanFile,
-            PlanSvg(engine, memory, keeper.Until(end), options.FirstDay, options.LastDay),
+            PlanSvg(engine, memory, keeper.Until(end), options.FirstDay, options.LastDay,
+                    options.Rows),
             "The file");
 }
 

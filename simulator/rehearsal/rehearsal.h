@@ -5,16 +5,9 @@
 #include <string_view>
 #include <vector>
 
-#include "simulator/engine/engine.h"
+#include "simulator/rehearsal/plan.h"
 
 namespace simulator {
-
-/// What somebody does at a time of the wall clock, milliseconds since 1970.
-struct ScriptedAct {
-  std::int64_t Wall = 0;
-  std::function<void(Engine&)> Do;
-  int Line = 0;  // of the script, from 1
-};
 
 /// Lines as in "2026-03-02 08:10 tap 3", sorted by time. Empty ones and those that begin with # are
 /// passed over. Throws std::invalid_argument with the number of the line.
@@ -32,7 +25,9 @@ struct RehearsalOptions {
   std::int64_t LastDay = 0;
   std::vector<ScriptedAct> Script;
   QString PlanFile;  // empty: no picture
+  PlanRows Rows;
   bool BurnHours = false;
+  bool Daylight = false;  // follows the sun
 };
 
 /// As in "2026-01-01..2026-12-31" or one date. Throws std::invalid_argument.
@@ -40,6 +35,9 @@ void ParseRange(const QString& text, RehearsalOptions& options);
 
 /// The lines of the script whose day is not rehearsed.
 std::vector<int> LinesOutside(const RehearsalOptions& options);
+
+/// The hours that each relay was on as tab-separated text.
+std::string BurnHours(const Configuration& settings, const std::vector<Bar>& bars);
 
 /// Runs the days and hands the output to `write` piece by piece. Throws std::runtime_error when
 /// the picture cannot be written.

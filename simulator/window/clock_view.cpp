@@ -1,12 +1,14 @@
 #include "simulator/window/clock_view.h"
 
 #include <QButtonGroup>
+#include <QCheckBox>
 #include <QDateTimeEdit>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QRadioButton>
+#include <QToolButton>
 #include <QVBoxLayout>
+#include <utility>
 
 namespace simulator {
 
@@ -29,52 +31,80 @@ ClockView::ClockView(Panel& panel)
       Time(new QLabel),
       Hours(new QLabel),
       Speeds(new QButtonGroup(this)),
-      Wanted(new QDateTimeEdit) {
+      Wanted(new QDateTimeEdit),
+      Daylight(new QCheckBox(QStringLiteral("Day&light Follows the Sun"))) {
   Time->setObjectName(QStringLiteral("time"));
   QFont large = Time->font();
   large.setPointSizeF(large.pointSizeF() * 1.6);
   large.setBold(true);
   Time->setFont(large);
   Hours->setObjectName(QStringLiteral("hours"));
+  Hours->setMinimumWidth(1);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(Time);
   column->addWidget(Hours);
   auto* row = new QHBoxLayout;
-  for (const ClockSpeed& speed : ClockSpeeds) {
-    auto* button = new QRadioButton(QString::fromLatin1(speed.Caption));
-    button->setObjectName(QStringLiteral("speed%1").arg(speed.Factor));
-    button->setChecked(speed.Factor == panel.Pace().Speed());
-    Speeds->addButton(button, speed.Factor);
-    row->addWidget(button);
-  }
+  AddSpeeds(*row);
+  AddButton(*row, "&Next Event", "nextEvent", [this] { NextEvent(); });
+  Cut = AddButton(*row, "Power C&ut", "powerCut", [this] { SetPower(false); });
+  Restore = AddButton(*row, "Power &On", "powerOn", [this] { SetPower(true); });
   row->addStretch(1);
-  connect(Speeds, &QButtonGroup::idClicked, this, [this](int factor) { SetSpeed(factor); });
   column->addLayout(row);
   row = new QHBoxLayout;
-  auto* next = new QPushButton(QStringLiteral("&Next Event"));
-  next->setObjectName(QStringLiteral("nextEvent"));
-  connect(next, &QPushButton::clicked, this, [this] { NextEvent(); });
-  row->addWidget(next);
+  AddWanted(*row);
+  Daylight->setObjectName(QStringLiteral("daylight"));
+  Daylight->setToolTip(QStringLiteral("Photocells get the light of a clear day"));
+  connect(Daylight, &QCheckBox::clicked, this, [this](bool on) { FollowSun(on); });
+  row->addWidget(Daylight);
+  row->addStretch(1);
+  column->addLayout(row);
+}
+
+QPushButton* ClockView::AddButton(QBoxLayout& row, const char* caption, const char* name,
+                                  std::function<void()> press) {
+  auto* button = new QPushButton(QString::fromLatin1(caption));
+  button->setObjectName(QString::fromLatin1(name));
+  connect(button, &QPushButton::clicked, this, [press = std::move(press)] { press(); });
+  row.addWidget(button);
+  return button;
+}
+
+void ClockView::AddSpeeds(QBoxLayout& row) {
+  for (const ClockSpeed& speed : ClockSpeeds) {
+    auto* button = new QToolButton;
+    button->setText(QString::fromLatin1(speed.Short));
+    button->setAccessibleName(QString::fromLatin1(speed.Caption));
+    button->setToolTip(button->accessibleName());
+    button->setObjectName(QStringLiteral("speed%1").arg(speed.Factor));
+    button->setCheckable(true);
+    button->setFocusPolicy(Qt::StrongFocus);
+    button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Minimum);
+    button->setChecked(speed.Factor == Source.Pace().Speed());
+    Speeds->addButton(button, speed.Factor);
+    row.addWidget(button);
+  }
+  connect(Speeds, &QButtonGroup::idClicked, this, [this](int factor) { SetSpeed(factor); });
+}
+
+void ClockView::AddWanted(QBoxLayout& row) {
   Wanted->setDisplayFormat(QStringLiteral("yyyy-MM-dd HH:mm"));
   Wanted->setTimeSpec(Qt::UTC);
   Wanted->setDateTimeRange(
       QDateTime(QDate(Calendar::FirstYear, 1, 1), {}, Qt::UTC),
       QDateTime(QDate(Calendar::FirstYear + Calendar::Years - 1, 12, 31), QTime(23, 59), Qt::UTC));
-  Wanted->setDateTime(panel.Time());
+  Wanted->setDateTime(Source.Time());
   Wanted->setCalendarPopup(true);
   Wanted->setAccessibleName(QStringLiteral("Time to go to"));
   Wanted->setObjectName(QStringLiteral("wanted"));
-  row->addWidget(Wanted);
-  auto* go = new QPushButton(QStringLiteral("&Go There"));
-  go->setObjectName(QStringLiteral("go"));
-  connect(go, &QPushButton::clicked, this, [this] { GoTo(Wanted->dateTime()); });
-  row->addWidget(go);
-  row->addStretch(1);
-  column->addLayout(row);
+  row.addWidget(Wanted);
+  AddButton(row, "&Go There", "go", [this] { GoTo(Wanted->dateTime()); });
 }
 
 void ClockView::ShowStates() {
+  Cut->setEnabled(Source.Powered());
+  Restore->setEnabled(!Source.Powered());
+  Daylight->setChecked(Source.Runner().FollowsSun());
   const QDateTime time = Source.Time();
   const std::int64_t second = time.toSecsSinceEpoch();
   constexpr std::int64_t daySeconds = DayMs / SecondMs;
@@ -95,6 +125,20 @@ void ClockView::SetSpeed(int factor) {
 void ClockView::NextEvent() {
   const bool found = Source.Pace().Step();
   Tell(found ? QString() : QStringLiteral("Nothing happens within a year."));
+}
+
+void ClockView::SetPower(bool on) {
+  Source.SetPower(on);
+  Tell(on ? QStringLiteral("Power is back.")
+          : QStringLiteral("Power is cut: all is dark until Power On."));
+  ShowStates();
+  // The button that was pressed can be pressed no more.
+  if (!focusWidget() || !focusWidget()->isEnabled()) (on ? Cut : Restore)->setFocus();
+}
+
+void ClockView::FollowSun(bool follows) {
+  Source.Runner().FollowSun(follows);
+  ShowStates();
 }
 
 void ClockView::AskTime() {

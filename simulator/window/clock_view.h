@@ -5,9 +5,12 @@
 
 #include "simulator/window/panel_view.h"
 
+class QBoxLayout;
 class QButtonGroup;
+class QCheckBox;
 class QDateTimeEdit;
 class QLabel;
+class QPushButton;
 
 namespace simulator {
 
@@ -20,6 +23,8 @@ class ClockView : public PanelView {
 
   void SetSpeed(int factor);
   void NextEvent();
+  void SetPower(bool on);
+  void FollowSun(bool follows);
   /// Puts the focus into the time to go to.
   void AskTime();
 
@@ -28,10 +33,18 @@ class ClockView : public PanelView {
   std::function<void(const QString&)> Tell;
 
  private:
+  QPushButton* AddButton(QBoxLayout& row, const char* caption, const char* name,
+                         std::function<void()> press);
+  void AddSpeeds(QBoxLayout& row);
+  void AddWanted(QBoxLayout& row);
+
   QLabel* Time;
   QLabel* Hours;
   QButtonGroup* Speeds;
   QDateTimeEdit* Wanted;
+  QPushButton* Cut;
+  QPushButton* Restore;
+  QCheckBox* Daylight;
   std::int64_t ToldSecond = -1;
 };
 
@@ -39,10 +52,12 @@ class ClockView : public PanelView {
 struct ClockSpeed {
   int Factor;
   const char* Caption;
+  const char* Short;
 };
-inline constexpr std::array ClockSpeeds{ClockSpeed{0, "Stand Still"}, ClockSpeed{1, "Real Time"},
-                                        ClockSpeed{60, "60 Times"}, ClockSpeed{600, "600 Times"},
-                                        ClockSpeed{3600, "3600 Times"}};
+inline constexpr std::array ClockSpeeds{
+    ClockSpeed{0, "Stand Still", "Still"}, ClockSpeed{1, "Real Time", "1 x"},
+    ClockSpeed{60, "60 Times", "60 x"}, ClockSpeed{600, "600 Times", "600 x"},
+    ClockSpeed{3600, "3600 Times", "3600 x"}};
 
 /// As in "sunrise 06:52, sunset 19:10, open 08:00, no close".
 QString HoursText(const SunAndHours& hours, const Calendar& days);

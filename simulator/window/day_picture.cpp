@@ -7,6 +7,8 @@
 #include <QToolTip>
 #include <algorithm>
 
+#include "simulator/window/panel_view.h"
+
 namespace simulator {
 
 namespace {
@@ -25,20 +27,45 @@ QColor DayLineColor(int kind) {
   return colors.at(static_cast<std::size_t>(kind));
 }
 
+std::vector<std::pair<std::int64_t, std::int64_t>> DifferenceOf(const DayPlan::Stretches& a,
+                                                                const DayPlan::Stretches& b) {
+  std::vector<std::int64_t> edges;
+  for (const auto* row : {&a, &b}) {
+    for (const auto& stretch : *row) edges.insert(edges.end(), {stretch.From, stretch.To});
+  }
+  std::sort(edges.begin(), edges.end());
+  const auto stateAt = [](const DayPlan::Stretches& row, std::int64_t wall) {
+    for (const auto& stretch : row) {
+      if (wall >= stretch.From && wall < stretch.To) return stretch.Level + (stretch.Blinks ? 1 : 0);
+    }
+    return 0;
+  };
+  std::vector<std::pair<std::int64_t, std::int64_t>> different;
+  for (std::size_t i = 0; i + 1 < edges.size(); ++i) {
+    if (edges[i] == edges[i + 1] || stateAt(a, edges[i]) == stateAt(b, edges[i])) continue;
+    if (!different.empty() && different.back().second == edges[i]) {
+      different.back().second = edges[i + 1];
+    } else {
+      different.emplace_back(edges[i], edges[i + 1]);
+    }
+  }
+  return different;
+}
+
 DayPicture::DayPicture() {
   setFocusPolicy(Qt::StrongFocus);
-  setAccessibleName(QStringLiteral("When relays are on"));
+  setAccessibleName(QStringLiteral("When lamps are on"));
   setObjectName(QStringLiteral("picture"));
 }
 
 void DayPicture::Show(const DayPlan& plan) {
-  const bool sameSize = plan.Relays.size() == Plan.Relays.size();
+  const bool sameSize = plan.Items.size() == Plan.Items.size();
   if (plan.FirstDay != Plan.FirstDay || plan.Days != Plan.Days) {
     constexpr std::int64_t noon = DayMs / 2;
     Mark = plan.FirstDay * DayMs + noon;
   }
   Plan = plan;
-  MarkRow = std::clamp(MarkRow, 0, std::max(static_cast<int>(Plan.Relays.size()) - 1, 0));
+  MarkRow = std::clamp(MarkRow, 0, std::max(static_cast<int>(Plan.Items.size()) - 1, 0));
   MeasureNames();
   if (!sameSize) updateGeometry();
   update();
@@ -56,13 +83,13 @@ void DayPicture::ShowNow(std::int64_t wall) {
 QSize DayPicture::sizeHint() const {
   constexpr int leastHourChars = 3;
   const int hours = 24 * leastHourChars * fontMetrics().horizontalAdvance(QLatin1Char('0'));
-  return {NameWidth + hours, Top() + RowHeight() * static_cast<int>(Plan.Relays.size()) + Margin};
+  return {NameWidth + hours, Top() + RowHeight() * static_cast<int>(Plan.Items.size()) + Margin};
 }
 
 void DayPicture::MeasureNames() {
   int width = 0;
-  for (const auto& relay : Plan.Relays) {
-    width = std::max(width, fontMetrics().horizontalAdvance(relay.Name));
+  for (const auto& row : Plan.Items) {
+    width = std::max(width, fontMetrics().horizontalAdvance(row.Name));
   }
   NameWidth = width + 2 * Margin;
 }
@@ -83,23 +110,70 @@ std::int64_t DayPicture::WallAt(double x) const {
 
 int DayPicture::RowAt(double y) const {
   const int row = static_cast<int>((y - Top()) / RowHeight());
-  return std::clamp(row, 0, static_cast<int>(Plan.Relays.size()) - 1);
+  return std::clamp(row, 0, static_cast<int>(Plan.Items.size()) - 1);
+}
+
+/// What an item does at a moment, since when and until when, and why.
+QString DayPicture::StateAt(const DayPlan::Stretches& stretches, std::int64_t wall) const {
+  const char* form = Plan.Days > 1 ? "ddd HH:mm" : "HH:mm";
+  const auto state = [](const DayPlan::Stretch& stretch) {
+    if (stretch.Blinks) return QStringLiteral("blinks");
+    return stretch.Level == FullLevel ? QStringLiteral("on")
+                                      : QStringLiteral("level %1").arg(stretch.Level);
+  };
+  const DayPlan::Stretch* before = nullptr;
+  const DayPlan::Stretch* next = nullptr;
+  for (const auto& stretch : stretches) {
+    if (wall < stretch.From) {
+      next = &stretch;
+      break;
+    }
+    before = &stretch;
+  }
+  const auto then = [&](const DayPlan::Stretch* what) {
+    if (!what || what->Began.isEmpty()) return QString();
+    return QStringLiteral(", %1 %2%3").arg(state(*what), TimeText(what->From, form), what->Began);
+  };
+  if (before && wall < before->To) {
+    QString text = state(*before);
+    if (!before->Began.isEmpty()) {
+      const QString since = before->Since.isEmpty() ? TimeText(before->From, form) : before->Since;
+      text += QStringLiteral(" since %1%2").arg(since, before->Began);
+    }
+    if (next && next->From == before->To) return text + then(next);
+    if (before->Ended.isEmpty()) return text;
+    return text + QStringLiteral(", off %1%2").arg(TimeText(before->To, form), before->Ended);
+  }
+  QString text = QStringLiteral("off");
+  if (before && !before->Ended.isEmpty()) {
+    text += QStringLiteral(" since %1%2").arg(TimeText(before->To, form), before->Ended);
+  }
+  return text + then(next);
 }
 
 QString DayPicture::Words(int row, std::int64_t wall) const {
-  if (Plan.Relays.empty()) return {};
-  const DayPlan::RelayRow& relay = Plan.Relays[static_cast<std::size_t>(row)];
+  if (Plan.Items.empty()) return {};
+  const DayPlan::ItemRow& item = Plan.Items[static_cast<std::size_t>(row)];
   const char* form = Plan.Days > 1 ? "ddd HH:mm" : "HH:mm";
-  QStringList stretches;
-  bool on = false;
-  for (const auto& stretch : relay.On) {
-    stretches << TimeText(stretch.From, form) + QStringLiteral(" to ") + TimeText(stretch.To, form);
-    on = on || (wall >= stretch.From && wall < stretch.To);
-  }
-  return QStringLiteral("%1 at %2: %3. %4")
-      .arg(relay.Name, TimeText(wall, form), on ? QStringLiteral("on") : QStringLiteral("off"),
-           stretches.isEmpty() ? QStringLiteral("Never on.")
-                               : QStringLiteral("On ") + stretches.join(QStringLiteral(", ")));
+  const auto listed = [form](const DayPlan::Stretches& all) {
+    QStringList stretches;
+    std::int64_t from = 0;
+    for (std::size_t i = 0; i < all.size(); ++i) {
+      if (i == 0 || all[i].From != all[i - 1].To) from = all[i].From;
+      if (i + 1 < all.size() && all[i + 1].From == all[i].To) continue;
+      stretches << TimeText(from, form) + QStringLiteral(" to ") + TimeText(all[i].To, form);
+    }
+    return stretches.isEmpty() ? QStringLiteral("Never on.")
+                               : QStringLiteral("On ") + stretches.join(QStringLiteral(", ")) +
+                                     QLatin1Char('.');
+  };
+  QString text = QStringLiteral("%1 at %2: %3. %4")
+                     .arg(item.Name, TimeText(wall, form), StateAt(item.On, wall), listed(item.On));
+  if (Plan.OtherName.isEmpty()) return text;
+  return text + QStringLiteral(" %1: %2. %3%4")
+                    .arg(Plan.OtherName, StateAt(item.Other, wall), listed(item.Other),
+                         item.Differs.empty() ? QStringLiteral(" The same.")
+                                              : QStringLiteral(" They differ."));
 }
 
 void DayPicture::PaintScale(QPainter& painter, int bottom) const {
@@ -123,16 +197,56 @@ void DayPicture::PaintScale(QPainter& painter, int bottom) const {
   }
 }
 
+void DayPicture::PaintStretches(QPainter& painter, const DayPlan::Stretches& stretches, int row,
+                                const QRect& lane, const QRect& wanted) const {
+  const bool relay = row < Items;
+  const QColor on(0xE8, 0xA2, 0x00);
+  const QColor level(0x3A, 0x8F, 0xB7);
+  const QColor pilot(0x4A, 0x9A, 0x4A);
+  const QColor color = relay ? on : row < Items + DimmerOutputs ? level : pilot;
+  for (const auto& stretch : stretches) {
+    const double from = X(stretch.From);
+    const double to = std::max(X(stretch.To), from + 1);
+    if (to < wanted.left() || from > wanted.right()) continue;
+    const double height = lane.height() * double{1} * stretch.Level / FullLevel;
+    const QRectF bar(from, lane.bottom() + 1 - height, to - from, height);
+    if (!stretch.Blinks) {
+      painter.fillRect(bar, color);
+      continue;
+    }
+    painter.fillRect(bar, QBrush(QColor(0xD0, 0x40, 0x10), Qt::Dense4Pattern));
+    painter.setPen(QColor(0xD0, 0x40, 0x10));
+    painter.drawRect(bar.adjusted(0, 0, -1, -1));
+  }
+}
+
+void DayPicture::PaintRow(QPainter& painter, const DayPlan::ItemRow& row, int top,
+                          const QRect& wanted) const {
+  const bool compared = !Plan.OtherName.isEmpty();
+  const int whole = RowHeight() - 6;
+  const QRect lane(0, top + 3, width(), compared ? whole / 2 - 1 : whole);
+  PaintStretches(painter, row.On, row.Row, lane, wanted);
+  if (!compared) return;
+  painter.setOpacity(0.55);
+  PaintStretches(painter, row.Other, row.Row, lane.translated(0, whole / 2 + 2), wanted);
+  painter.setOpacity(1);
+  for (const auto& [from, to] : row.Differs) {
+    const double left = X(from);
+    painter.fillRect(QRectF(left, lane.bottom() + 1, std::max(X(to) - left, 2.0), 3),
+                     QColor(0xD0, 0x10, 0x60));
+  }
+}
+
 void DayPicture::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   const QRect wanted = event->rect();  // a strip, when only the present has moved
   const int left = NameWidth;
   const int top = Top();
-  const int bottom = top + RowHeight() * static_cast<int>(Plan.Relays.size());
+  const int bottom = top + RowHeight() * static_cast<int>(Plan.Items.size());
   painter.fillRect(QRect(left, top, width() - left - Margin, bottom - top),
                    palette().color(QPalette::Base));
   PaintScale(painter, bottom);
-  for (std::size_t i = 0; i < Plan.Relays.size(); ++i) {
+  for (std::size_t i = 0; i < Plan.Items.size(); ++i) {
     const int y = top + RowHeight() * static_cast<int>(i);
     if (hasFocus() && static_cast<int>(i) == MarkRow) {
       QColor row = palette().color(QPalette::Highlight);
@@ -142,14 +256,9 @@ void DayPicture::paintEvent(QPaintEvent* event) {
     if (wanted.left() < left) {
       painter.setPen(palette().color(QPalette::WindowText));
       painter.drawText(QRect(0, y, left - Margin, RowHeight()), Qt::AlignVCenter | Qt::AlignRight,
-                       Plan.Relays[i].Name);
+                       Plan.Items[i].Name);
     }
-    for (const auto& stretch : Plan.Relays[i].On) {
-      const double from = X(stretch.From);
-      const double to = std::max(X(stretch.To), from + 1);
-      if (to < wanted.left() || from > wanted.right()) continue;
-      painter.fillRect(QRectF(from, y + 3, to - from, RowHeight() - 6), QColor(0xE8, 0xA2, 0x00));
-    }
+    PaintRow(painter, Plan.Items[i], y, wanted);
   }
   for (const auto& line : Plan.Lines) {
     painter.setPen(QPen(DayLineColor(line.Kind), 2));
@@ -169,8 +278,10 @@ bool DayPicture::event(QEvent* event) {
   if (event->type() == QEvent::FontChange) MeasureNames();
   if (event->type() != QEvent::ToolTip) return QLabel::event(event);
   const auto* help = static_cast<QHelpEvent*>(event);
-  if (!Plan.Relays.empty()) {
-    QToolTip::showText(help->globalPos(), Words(RowAt(help->y()), WallAt(help->x())), this);
+  if (!Plan.Items.empty()) {
+    const QString words = Words(RowAt(help->y()), WallAt(help->x()));
+    QToolTip::showText(help->globalPos(), Wrapped(words), this);
+    Tell(words);
   }
   return true;
 }
@@ -179,6 +290,7 @@ void DayPicture::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton || event->position().x() < NameWidth) return;
   Mark = WallAt(event->position().x());
   MarkRow = RowAt(event->position().y());
+  TellMark();
   Choose(Mark);
 }
 
@@ -208,7 +320,7 @@ void DayPicture::keyPressEvent(QKeyEvent* event) {
   }
   const std::int64_t first = Plan.FirstDay * DayMs;
   Mark = std::clamp(Mark, first, first + Plan.Days * DayMs - MinuteMs);
-  MarkRow = std::clamp(MarkRow, 0, std::max(static_cast<int>(Plan.Relays.size()) - 1, 0));
+  MarkRow = std::clamp(MarkRow, 0, std::max(static_cast<int>(Plan.Items.size()) - 1, 0));
   TellMark();
 }
 

@@ -6,19 +6,28 @@
 #include <vector>
 
 #include "simulator/engine/panel_clock.h"
-#include "simulator/rehearsal/plan.h"
+#include "simulator/watch/bars.h"
 
 namespace simulator {
 
 /// What a picture of some days shows. Times are the wall clock's, milliseconds since 1970.
 struct DayPlan {
-  struct Stretch {  // of a relay that is on
+  struct Stretch {  // of an item that is on, blinks or stands at a level
     std::int64_t From = 0;
     std::int64_t To = 0;
+    int Level = FullLevel;
+    bool Blinks = false;
+    QString Began;  // as in " by SWEEP"; empty: it went on from before
+    QString Ended;
+    QString Since = {};  // before the days on show
   };
-  struct RelayRow {
+  using Stretches = std::vector<Stretch>;
+  struct ItemRow {
     QString Name;
-    std::vector<Stretch> On;
+    int Row = 0;  // of its bars
+    Stretches On;
+    Stretches Other;                                         // of the days that these are compared with
+    std::vector<std::pair<std::int64_t, std::int64_t>> Differs;  // between the two
   };
   struct Line {
     std::int64_t At = 0;
@@ -26,16 +35,23 @@ struct DayPlan {
   };
   std::int64_t FirstDay = 0;  // counted from 1970
   int Days = 1;
-  std::vector<RelayRow> Relays;
+  std::vector<ItemRow> Items;
+  QString OtherName;  // empty: nothing to compare with
   std::vector<Line> Lines;
 };
 
 inline constexpr std::array DayLineNames{"Sunrise", "Sunset", "Open", "Close"};
 QColor DayLineColor(int kind);
 
-/// Some days as a picture: a row a relay, bars while it is on, lines for sunrise, sunset, open and
+/// Where two rows say different things.
+std::vector<std::pair<std::int64_t, std::int64_t>> DifferenceOf(const DayPlan::Stretches& a,
+                                                                const DayPlan::Stretches& b);
+
+/// Some days as a picture: a row an item, bars while it is on, striped while it blinks, the height
+/// of a dimmer's level; compared with other days, these stand below each bar, and what differs is
+/// marked. Lines for sunrise, sunset, open and
 /// close, and the present. A press on a moment chooses it; so do the arrow keys, which move a mark
-/// and tell what the relay in its row does, and Enter.
+/// and tell why the item in its row stands so, and Enter.
 class DayPicture : public QLabel {
  public:
   DayPicture();
@@ -60,7 +76,7 @@ class DayPicture : public QLabel {
 
  private:
   void MeasureNames();
-  int RowHeight() const { return fontMetrics().height() + 4; }
+  int RowHeight() const { return fontMetrics().height() + (Plan.OtherName.isEmpty() ? 4 : 12); }
   int Top() const { return fontMetrics().height() + 6; }
   double X(std::int64_t wall) const;
   std::int64_t WallAt(double x) const;
@@ -68,6 +84,10 @@ class DayPicture : public QLabel {
   QString Words(int row, std::int64_t wall) const;
   void TellMark();
   void PaintScale(QPainter& painter, int bottom) const;
+  void PaintRow(QPainter& painter, const DayPlan::ItemRow& row, int top, const QRect& wanted) const;
+  void PaintStretches(QPainter& painter, const DayPlan::Stretches& stretches, int row,
+                      const QRect& lane, const QRect& wanted) const;
+  QString StateAt(const DayPlan::Stretches& stretches, std::int64_t wall) const;
 
   DayPlan Plan;
   std::int64_t Now = 0;

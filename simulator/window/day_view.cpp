@@ -1,5 +1,7 @@
 #include "simulator/window/day_view.h"
 
+#include <QCheckBox>
+#include <QComboBox>
 #include <QDateEdit>
 #include <QDateTime>
 #include <QHBoxLayout>
@@ -8,8 +10,11 @@
 #include <QScrollArea>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
+#include "simulator/rehearsal/rehearsal.h"
+#include "simulator/watch/why.h"
 #include "simulator/window/clock_view.h"
 
 namespace simulator {
@@ -22,57 +27,42 @@ std::int64_t DayNumber(const QDate& date) {
   return QDate(1970, 1, 1).daysTo(date);
 }
 
+QString EndingOf(const SharedReason& why) {
+  return why ? QString::fromStdString(why->Ending()) : QString();
+}
+
+QString SinceText(Instant at, Instant today, const Calendar& days) {
+  return QString::fromStdString(ShortTime(at, today, days));
+}
+
 }  // namespace
 
 DayView::DayView(Panel& panel)
     : PanelView(panel),
-      Day(new QDateEdit),
+      Day(DateEdit("Date of the picture", "pictureDate")),
+      OtherDay(DateEdit("Date to compare with", "otherDate")),
       Week(new QRadioButton(QStringLiteral("&Week"))),
+      Dimmers(new QCheckBox(QStringLiteral("Di&mmers"))),
+      Pilots(new QCheckBox(QStringLiteral("Pi&lots"))),
+      Beside(new QComboBox),
       Note(new QLabel),
       AtMark(new QLabel),
       Picture(new DayPicture),
       History(panel.Runner()),
-      Since(panel.Runner().Now()) {
+      Since(panel.Runner().Now()),
+      Current(panel.Memory) {
   auto* column = new QVBoxLayout(this);
   auto* row = new QHBoxLayout;
-  const auto addButton = [this, row](const char* caption, const char* words, auto press) {
-    auto* button = new QToolButton;
-    button->setText(QString::fromLatin1(caption));
-    button->setAccessibleName(QString::fromLatin1(words));
-    button->setToolTip(QString::fromLatin1(words));
-    connect(button, &QToolButton::clicked, this, press);
-    row->addWidget(button);
-  };
-  const auto step = [this](int sign) {
-    Day->setDate(Day->date().addDays(qint64{sign} * (Week->isChecked() ? WeekDays : 1)));
-  };
-  addButton("<", "Earlier", [step] { step(-1); });
-  Day->setDisplayFormat(QStringLiteral("ddd yyyy-MM-dd"));
-  Day->setCalendarPopup(true);
-  Day->setDateRange(QDate(Calendar::FirstYear, 1, 2),
-                    QDate(Calendar::FirstYear + Calendar::Years - 1, 12, 24));
-  Day->setDate(panel.Time().date());
-  Day->setMinimumWidth(Day->sizeHint().width() + fontMetrics().horizontalAdvance(u'0'));
-  Day->setAccessibleName(QStringLiteral("Date of the picture"));
-  Day->setObjectName(QStringLiteral("pictureDate"));
-  row->addWidget(Day);
-  addButton(">", "Later", [step] { step(1); });
-  addButton("Today", "The panel's date", [this] { GoToToday(); });
-  auto* oneDay = new QRadioButton(QStringLiteral("&Day"));
-  oneDay->setChecked(true);
-  Week->setObjectName(QStringLiteral("week"));
-  row->addWidget(oneDay);
-  row->addWidget(Week);
+  AddDates(*row);
   row->addStretch(1);
-  for (int kind = 0; kind < static_cast<int>(DayLineNames.size()); ++kind) {
-    const auto at = static_cast<std::size_t>(kind);
-    auto* line =
-        new QLabel(QStringLiteral("<span style=\"color:%1\">&#9612;</span>%2")
-                       .arg(DayLineColor(kind).name(), QString::fromLatin1(DayLineNames[at])));
-    row->addWidget(line);
-  }
+  column->addLayout(row);
+  row = new QHBoxLayout;
+  AddChoices(*row);
+  row->addStretch(1);
+  AddLegend(*row);
   column->addLayout(row);
   Note->setObjectName(QStringLiteral("pictureNote"));
+  Note->setWordWrap(true);
   column->addWidget(Note);
   auto* scroll = new QScrollArea;
   scroll->setWidgetResizable(true);
@@ -83,25 +73,99 @@ DayView::DayView(Panel& panel)
   Picture->setAutoFillBackground(false);
   column->addWidget(scroll, 1);
   AtMark->setWordWrap(true);
+  AtMark->setTextFormat(Qt::PlainText);
   AtMark->setObjectName(QStringLiteral("atMark"));
   column->addWidget(AtMark);
-
-  const auto refresh = [this] {
-    Stale = true;
-    Made.invalidate();
-    ShowStates();
-  };
-  connect(Day, &QDateEdit::dateChanged, this, refresh);
-  connect(Week, &QRadioButton::toggled, this, refresh);
   Picture->Tell = [this](const QString& words) { AtMark->setText(words); };
   Picture->Choose = [this](std::int64_t wall) { GoTo(DateTimeOf(wall)); };
 }
 
-void DayView::ShowSettings(const Configuration& settings) {
-  for (int i = 0; i < Items; ++i) {
-    const auto at = static_cast<std::size_t>(i);
-    Names[at] = NumberedName("Relay", i, settings.Names.Relay[at]);
+QDateEdit* DayView::DateEdit(const char* words, const char* name) {
+  auto* edit = new QDateEdit;
+  edit->setDisplayFormat(QStringLiteral("ddd yyyy-MM-dd"));
+  edit->setCalendarPopup(true);
+  edit->setDateRange(QDate(Calendar::FirstYear, 1, 2),
+                     QDate(Calendar::FirstYear + Calendar::Years - 1, 12, 24));
+  edit->setDate(Source.Time().date());
+  edit->setMinimumWidth(edit->sizeHint().width() + fontMetrics().horizontalAdvance(u'0'));
+  edit->setAccessibleName(QString::fromLatin1(words));
+  edit->setObjectName(QString::fromLatin1(name));
+  connect(edit, &QDateEdit::dateChanged, this, [this] { Renew(); });
+  return edit;
+}
+
+void DayView::AddDates(QBoxLayout& row) {
+  const auto addButton = [this, &row](const char* caption, const char* words, auto press) {
+    auto* button = new QToolButton;
+    button->setText(QString::fromLatin1(caption));
+    button->setAccessibleName(QString::fromLatin1(words));
+    button->setToolTip(QString::fromLatin1(words));
+    connect(button, &QToolButton::clicked, this, press);
+    row.addWidget(button);
+  };
+  const auto step = [this](int sign) {
+    Day->setDate(Day->date().addDays(qint64{sign} * (Week->isChecked() ? WeekDays : 1)));
+  };
+  addButton("<", "Earlier", [step] { step(-1); });
+  row.addWidget(Day);
+  addButton(">", "Later", [step] { step(1); });
+  addButton("Today", "The panel's date", [this] { GoToToday(); });
+  auto* oneDay = new QRadioButton(QStringLiteral("&Day"));
+  oneDay->setChecked(true);
+  Week->setObjectName(QStringLiteral("week"));
+  connect(Week, &QRadioButton::toggled, this, [this] { Renew(); });
+  row.addWidget(oneDay);
+  row.addWidget(Week);
+  Dimmers->setObjectName(QStringLiteral("pictureDimmers"));
+  Pilots->setObjectName(QStringLiteral("picturePilots"));
+  for (QCheckBox* box : {Dimmers, Pilots}) {
+    connect(box, &QCheckBox::toggled, this, [this] { Renew(); });
+    row.addWidget(box);
   }
+}
+
+void DayView::AddChoices(QBoxLayout& row) {
+  Beside->setObjectName(QStringLiteral("compare"));
+  Beside->setAccessibleName(QStringLiteral("Compare with"));
+  Beside->addItems({QStringLiteral("Nothing beside it"), QStringLiteral("Beside another date"),
+                    QStringLiteral("Beside the settings before")});
+  OtherDay->setDate(Day->date().addDays(-1));
+  OtherDay->setVisible(false);
+  connect(Beside, &QComboBox::currentIndexChanged, this, [this] {
+    OtherDay->setVisible(Compared() == Compare::OtherDay);
+    Renew();
+  });
+  row.addWidget(Beside);
+  row.addWidget(OtherDay);
+}
+
+void DayView::AddLegend(QBoxLayout& row) {
+  const auto add = [&row](const QString& color, const QString& sign, const QString& word) {
+    row.addWidget(new QLabel(QStringLiteral("<span style=\"color:%1\">%2</span>%3")
+                                 .arg(color, sign, word)));
+  };
+  const QString block = QStringLiteral("&#9608;");
+  add(QStringLiteral("#e8a200"), block, QStringLiteral("On"));
+  add(QStringLiteral("#d04010"), QStringLiteral("&#9618;"), QStringLiteral("Warning"));
+  for (int kind = 0; kind < static_cast<int>(DayLineNames.size()); ++kind) {
+    add(DayLineColor(kind).name(), QStringLiteral("&#9612;"),
+        QString::fromLatin1(DayLineNames[static_cast<std::size_t>(kind)]));
+  }
+}
+
+void DayView::Renew() {
+  if (!Made.isValid()) return;  // still being built
+  Stale = true;
+  Made.invalidate();
+  ShowStates();
+}
+
+DayView::Compare DayView::Compared() const {
+  return static_cast<Compare>(Beside->currentIndex());
+}
+
+void DayView::ShowSettings(const Configuration&) {
+  if (Source.Memory.Content() != Current.Content()) Before = std::exchange(Current, Source.Memory);
   Stale = true;
 }
 
@@ -111,7 +175,7 @@ void DayView::Take(const Row& row) {
     Since = row.Time;
   }
   Seen = row.Time;
-  History.Take(row);
+  History.Take(row, Source.Settings());
   Stale = true;
 }
 
@@ -119,68 +183,130 @@ void DayView::GoToToday() {
   Day->setDate(Source.Time().date());
 }
 
-std::vector<Bar> DayView::BarsOf(Instant from, Instant to, bool& fresh) {
-  const Engine& runner = Source.Runner();
-  fresh = to <= Since || from > runner.Now() + PanelClock::FarMs;
-  if (fresh) {
-    Engine other = runner;
-    other.PowerOn(from);
-    return BarsAhead(other, to);
-  }
-  std::vector<Bar> bars = History.Until(runner.Now());
-  if (to > runner.Now()) {
-    const std::vector<Bar> ahead = BarsAhead(runner, to);
-    bars.insert(bars.end(), ahead.begin(), ahead.end());
-  }
-  return bars;
+DayView::Range DayView::RangeFrom(std::int64_t first) {
+  const Calendar& calendar = Source.Runner().Days();
+  const int days = Week->isChecked() ? WeekDays : 1;
+  return {first, days, calendar.FromWall(first * DayMs), calendar.FromWall((first + days) * DayMs)};
 }
 
-DayPlan DayView::PlanOf(std::int64_t first, int days) {
+DayView::Range DayView::Shown() {
+  return RangeFrom(DayNumber(Day->date()));
+}
+
+DayView::Found DayView::BarsOf(const Range& range) {
+  const Engine& runner = Source.Runner();
+  const bool before = Compared() == Compare::SettingsBefore;  // both from power on
+  if (before || range.To <= Since || range.From > runner.Now() + PanelClock::FarMs) {
+    return {BarsAfresh(runner, range.From, range.To), true};
+  }
+  const std::vector<Bar> past = History.Until(runner.Now());
+  if (range.To <= runner.Now()) return {past, false};
+  return {Joined(past, BarsAhead(runner, range.To)), false};
+}
+
+DayView::Found DayView::OtherBarsOf(const Range& range) {
+  if (Compared() == Compare::OtherDay) return BarsOf(range);
+  if (!Before) return {};
+  Engine engine(*Before);
+  engine.FollowSun(Source.Runner().FollowsSun());
+  return {BarsAfresh(engine, range.From, range.To), true};
+}
+
+/// The bars of a row within the days, by the wall clock moved by `shift`.
+DayPlan::Stretches DayView::StretchesOf(const std::vector<Bar>& bars, int row, const Range& range,
+                                        std::int64_t shift) const {
+  const Calendar& calendar = Source.Settings().Days;
+  DayPlan::Stretches stretches;
+  for (const Bar& bar : bars) {
+    if (bar.Row != row || bar.To <= range.From || bar.From >= range.To) continue;
+    const std::int64_t last = (range.First + range.Days) * DayMs;
+    const std::int64_t end = bar.To >= range.To ? last : calendar.Wall(bar.To);
+    const std::int64_t start = calendar.Wall(std::max(bar.From, range.From));
+    stretches.push_back({start + shift, end + shift, bar.Level, bar.Blinks, EndingOf(bar.Began),
+                         EndingOf(bar.Ended)});
+    if (bar.From < range.From) stretches.back().Since = SinceText(bar.From, range.From, calendar);
+  }
+  return stretches;
+}
+
+QString DayView::NoteOf(const Range& range, DayPlan& plan) {
   Engine& runner = Source.Runner();
   const Calendar& calendar = runner.Days();
-  const Instant from = calendar.FromWall(first * DayMs);
-  const Instant to = calendar.FromWall((first + days) * DayMs);
-  DayPlan plan;
-  plan.FirstDay = first;
-  plan.Days = days;
-  bool fresh = false;
-  const std::vector<Bar> bars = BarsOf(from, to, fresh);
-  Mask relays = Bit(ShownPoints(Source)) - 1;
-  for (const Bar& bar : bars) relays |= Bit(bar.Relay);
-  std::array<std::size_t, Items> rows{};
-  EachBit(relays, [&](int relay) {
-    rows[static_cast<std::size_t>(relay)] = plan.Relays.size();
-    plan.Relays.push_back({Names[static_cast<std::size_t>(relay)], {}});
-  });
-  for (const Bar& bar : bars) {
-    if (bar.To <= from || bar.From >= to) continue;
-    const std::int64_t end = bar.To >= to ? (first + days) * DayMs : calendar.Wall(bar.To);
-    auto& on = plan.Relays[rows[static_cast<std::size_t>(bar.Relay)]].On;
-    const std::int64_t start = calendar.Wall(std::max(bar.From, from));
-    // What has begun goes on.
-    if (!on.empty() && on.back().To == start) {
-      on.back().To = end;
-    } else {
-      on.push_back({start, end});
-    }
-  }
   QString note;
-  for (int day = 0; day < days; ++day) {
-    const SunAndHours hours = runner.HoursOf(first + day);
-    if (days == 1) note = HoursText(hours, calendar);
+  for (int day = 0; day < range.Days; ++day) {
+    const SunAndHours hours = runner.HoursOf(range.First + day);
+    if (range.Days == 1) note = HoursText(hours, calendar);
     const std::array events{hours.Sunrise, hours.Sunset, hours.Open, hours.Close};
     for (std::size_t kind = 0; kind < events.size(); ++kind) {
       // Beyond a polar circle the sun may rise on the day before or after.
-      if (!events[kind] || *events[kind] < from || *events[kind] >= to) continue;
+      if (!events[kind] || *events[kind] < range.From || *events[kind] >= range.To) continue;
       plan.Lines.push_back({calendar.Wall(*events[kind]), static_cast<int>(kind)});
     }
   }
-  if (fresh) {
-    note += QLatin1String(note.isEmpty() ? "" : "; ") +
-            QStringLiteral("as if power came at the first midnight");
+  return note;
+}
+
+DayPlan DayView::PlanOf(const Range& range) {
+  const Configuration& settings = Source.Runner().Settings();
+  DayPlan plan;
+  plan.FirstDay = range.First;
+  plan.Days = range.Days;
+  const Found found = BarsOf(range);
+  Range otherRange = range;
+  Found other;
+  if (Compared() == Compare::OtherDay) otherRange = RangeFrom(DayNumber(OtherDay->date()));
+  if (Compared() != Compare::Nothing) {
+    other = OtherBarsOf(otherRange);
+    plan.OtherName = Compared() == Compare::OtherDay
+                         ? OtherDay->date().toString(QStringLiteral("ddd yyyy-MM-dd"))
+                         : QStringLiteral("Settings before");
   }
+  Mask relays = (Bit(ShownPoints(Source)) - 1) | UsedRelays(settings);
+  for (const Bar& bar : found.Bars) {
+    if (bar.Row < Items) relays |= Bit(bar.Row);
+  }
+  for (const int row :
+       RowsOfPlan(settings, relays, {Dimmers->isChecked(), Pilots->isChecked()})) {
+    DayPlan::ItemRow item;
+    item.Row = row;
+    const Subject subject = ItemOfBarRow(row);
+    item.Name = row < Items
+                    ? NumberedName("Relay", row, settings.Names.Relay[static_cast<std::size_t>(row)])
+                    : QString::fromStdString(NamedText(subject, settings));
+    item.On = StretchesOf(found.Bars, row, range, 0);
+    if (!plan.OtherName.isEmpty()) {
+      const std::int64_t shift = (range.First - otherRange.First) * DayMs;
+      item.Other = StretchesOf(other.Bars, row, otherRange, shift);
+      item.Differs = DifferenceOf(item.On, item.Other);
+    }
+    plan.Items.push_back(std::move(item));
+  }
+  QString note = NoteOf(range, plan);
+  const auto add = [&note](const QString& words) {
+    note += QLatin1String(note.isEmpty() ? "" : "; ") + words;
+  };
+  if (Compared() == Compare::SettingsBefore && !Before) {
+    add(QStringLiteral("the settings have not changed"));
+  }
+  if (found.Fresh || other.Fresh) add(QStringLiteral("as if power came at the first midnight"));
   Note->setText(note);
   return plan;
+}
+
+std::string DayView::PlanFile() {
+  const Range range = Shown();
+  return PlanSvg(Source.Runner(), Source.Memory, BarsOf(range).Bars, range.First,
+                 range.First + range.Days - 1, {Dimmers->isChecked(), Pilots->isChecked()});
+}
+
+std::string DayView::BurnHoursFile() {
+  const Range range = Shown();
+  std::vector<Bar> bars = BarsOf(range).Bars;
+  for (Bar& bar : bars) {
+    bar.From = std::clamp(bar.From, range.From, range.To);
+    bar.To = std::clamp(bar.To, range.From, range.To);
+  }
+  return BurnHours(Source.Runner().Settings(), bars);
 }
 
 void DayView::ShowStates() {
@@ -196,11 +322,11 @@ void DayView::ShowStates() {
   if (before != today && Day->date() == before) Day->setDate(today);
   if (!isVisible()) return;
   Picture->ShowNow(runner.Wall());
-  constexpr qint64 leastMs = 500;  // looking ahead takes its time
+  const qint64 leastMs = Source.Pace().Speed() > 60 ? 1500 : 500;  // looking ahead takes its time
   if (!Stale || (Made.isValid() && Made.elapsed() < leastMs)) return;
   Made.start();
   Stale = false;
-  Picture->Show(PlanOf(DayNumber(Day->date()), Week->isChecked() ? WeekDays : 1));
+  Picture->Show(PlanOf(Shown()));
 }
 
 }  // namespace simulator

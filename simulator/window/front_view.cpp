@@ -3,9 +3,11 @@
 #include <QEvent>
 #include <QFontDatabase>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
+#include <QVBoxLayout>
 
 #include "simulator/window/lamp_button.h"
 
@@ -31,50 +33,87 @@ constexpr std::array Keys{
 
 }  // namespace
 
-/// The lit glass, in its own colours in any surroundings.
-class FrontView::Glass : public QLabel {
+/// A row of the display, which a screen reader reads by itself. Up and Down walk the rows.
+class GlassRow : public QLabel {
  public:
-  Glass() {
-    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    setFocusPolicy(Qt::TabFocus);
-    setAccessibleName(QStringLiteral("Display"));
+  explicit GlassRow(int number) : Number(number), Row(RowLength, u' ') {
+    setFocusPolicy(number == 1 ? Qt::StrongFocus : Qt::ClickFocus);
+    setObjectName(QStringLiteral("display%1").arg(number));
+    Name();
   }
-  void Show(const std::string& text) {
-    if (text == Text) return;
-    Text = text;
-    QStringList rows;
-    for (int row = 0; row < DisplayRows; ++row) rows << Row(row).trimmed();
-    setAccessibleDescription(rows.join(QLatin1String("; ")));
+  void Show(const QString& text) {
+    if (text == Row) return;
+    Row = text;
+    Name();
     update();
   }
   QSize sizeHint() const override {
-    const QFontMetrics metrics = fontMetrics();
-    return {metrics.horizontalAdvance(QLatin1Char('0')) * (RowLength + 2),
-            metrics.height() * (DisplayRows + 1)};
+    return {fontMetrics().horizontalAdvance(QLatin1Char('0')) * (RowLength + 2),
+            fontMetrics().height()};
   }
 
  protected:
   void changeEvent(QEvent* event) override {
     if (event->type() == QEvent::FontChange) updateGeometry();
   }
+  void keyPressEvent(QKeyEvent* event) override {
+    const int step = event->key() == Qt::Key_Down ? 1 : event->key() == Qt::Key_Up ? -1 : 0;
+    auto* next = parentWidget()->findChild<QWidget*>(QStringLiteral("display%1").arg(Number + step));
+    if (step != 0 && next) return next->setFocus();
+    QLabel::keyPressEvent(event);
+  }
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    if (hasFocus()) painter.fillRect(rect(), QColor(176, 202, 120));
+    painter.setPen(QColor(24, 36, 16));
+    const int letter = fontMetrics().horizontalAdvance(QLatin1Char('0'));
+    for (int i = 0; i < Row.size(); ++i) {
+      painter.drawText(QRect(letter * (i + 1) - letter / 2, 0, letter * 2, height()),
+                       Qt::AlignCenter, Row.mid(i, 1));
+    }
+  }
+
+ private:
+  void Name() {
+    const QString words = Row.trimmed();
+    setAccessibleName(QStringLiteral("Display row %1: %2")
+                          .arg(Number)
+                          .arg(words.isEmpty() ? QStringLiteral("empty") : words));
+  }
+
+  int Number;
+  QString Row;
+};
+
+/// The lit glass, in its own colours in any surroundings.
+class FrontView::Glass : public QWidget {
+ public:
+  Glass() {
+    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setAccessibleName(QStringLiteral("Display"));
+    auto* column = new QVBoxLayout(this);
+    const int half = fontMetrics().height() / 2;
+    column->setContentsMargins(3, half, 3, half);
+    column->setSpacing(0);
+    for (int row = 0; row < DisplayRows; ++row) {
+      Rows[static_cast<std::size_t>(row)] = new GlassRow(row + 1);
+      column->addWidget(Rows[static_cast<std::size_t>(row)]);
+    }
+  }
+  void Show(const std::string& text) {
+    if (text == Text) return;
+    Text = text;
+    for (int row = 0; row < DisplayRows; ++row) Rows[static_cast<std::size_t>(row)]->Show(Row(row));
+  }
+
+ protected:
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(hasFocus() ? QPen(palette().color(QPalette::Highlight), 2) : QPen(Qt::black));
+    painter.setPen(Qt::black);
     painter.setBrush(QColor(198, 219, 150));
     painter.drawRoundedRect(rect().adjusted(1, 1, -1, -1), 4, 4);
-    painter.setPen(QColor(24, 36, 16));
-    const int letter = fontMetrics().horizontalAdvance(QLatin1Char('0'));
-    const int line = fontMetrics().height();
-    for (int row = 0; row < DisplayRows; ++row) {
-      const QString text = Row(row);
-      for (int i = 0; i < text.size(); ++i) {
-        painter.drawText(
-            QRect(letter * (i + 1) - letter / 2, line / 2 + line * row, letter * 2, line),
-            Qt::AlignCenter, text.mid(i, 1));
-      }
-    }
   }
 
  private:
@@ -89,7 +128,8 @@ class FrontView::Glass : public QLabel {
     return text;
   }
 
-  std::string Text = std::string(std::size_t{RowLength} * DisplayRows, ' ');
+  std::string Text;
+  std::array<GlassRow*, DisplayRows> Rows{};
 };
 
 class FrontView::Leds : public QLabel {

@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <QStyleOptionButton>
 #include <QStylePainter>
+#include <algorithm>
 
 namespace simulator {
 
@@ -23,22 +24,78 @@ void PaintLamp(QPainter& painter, const QRectF& square, const QPalette& palette,
   painter.restore();
 }
 
-LampButton::LampButton(const QString& text) {
+LampButton::LampButton(const QString& text, Kind kind) : Look(kind) {
   setText(text);
   setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 
 void LampButton::SetLamp(bool lit, const QString& words) {
-  if (accessibleDescription() != words) setAccessibleDescription(words);
+  if (words != Words) {
+    Words = words;
+    Describe();
+  }
   if (lit == IsLit) return;
   IsLit = lit;
   update();
 }
 
+void LampButton::SetNote(const QString& note) {
+  if (note == TheNote) return;
+  TheNote = note;
+  update();
+}
+
+void LampButton::SetSign(const QString& word) {
+  if (word == TheSign) return;
+  TheSign = word;
+  Describe();
+  update();
+}
+
+void LampButton::Describe() {
+  setAccessibleDescription(TheSign.isEmpty() ? Words : Words + QLatin1String(", ") + TheSign);
+}
+
+void LampButton::focusOutEvent(QFocusEvent* event) {
+  Describe();  // whoever explained it while it had the focus
+  QAbstractButton::focusOutEvent(event);
+}
+
+QFont LampButton::SmallFont() const {
+  QFont small = font();
+  constexpr double part = 0.85;
+  small.setPointSizeF(small.pointSizeF() * part);
+  return small;
+}
+
 QSize LampButton::sizeHint() const {
   const int line = fontMetrics().height();
-  return {fontMetrics().horizontalAdvance(text()) + 3 * line, line * 9 / 5};
+  const int lamp = Look == Kind::Lamp ? line : 0;
+  return {fontMetrics().horizontalAdvance(text()) + lamp + 2 * line, line * 13 / 5};
+}
+
+void LampButton::PaintSecondLine(QPainter& painter, const QRect& place) const {
+  painter.setFont(SmallFont());
+  const QFontMetrics metrics = painter.fontMetrics();
+  QRect rest = place;
+  if (!TheSign.isEmpty()) {
+    const int width = metrics.horizontalAdvance(TheSign) + metrics.height() / 2;
+    const QRect badge(place.left(), place.top(), std::min(width, place.width()), place.height());
+    const bool mild = TheSign == QLatin1String("not now");
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(mild ? QColor(0x50, 0x60, 0x70) : QColor(0xB0, 0x30, 0x20));
+    painter.drawRoundedRect(badge, 3, 3);
+    painter.setPen(Qt::white);
+    painter.drawText(badge, Qt::AlignCenter, TheSign);
+    rest.setLeft(badge.right() + metrics.height() / 3);
+  }
+  QColor quiet = palette().color(QPalette::ButtonText);
+  quiet.setAlphaF(0.75F);
+  painter.setPen(quiet);
+  painter.drawText(rest, Qt::AlignVCenter | Qt::AlignLeft,
+                   metrics.elidedText(TheNote, Qt::ElideRight, rest.width()));
 }
 
 void LampButton::paintEvent(QPaintEvent*) {
@@ -47,13 +104,18 @@ void LampButton::paintEvent(QPaintEvent*) {
   option.initFrom(this);
   option.state |= isDown() || isChecked() ? QStyle::State_Sunken : QStyle::State_Raised;
   painter.drawControl(QStyle::CE_PushButtonBevel, option);
-  const int lamp = fontMetrics().height();
-  const int margin = lamp / 2;
-  PaintLamp(painter, QRectF(margin, (height() - lamp) / 2.0, lamp, lamp), palette(), IsLit);
-  const QRect words = rect().adjusted(lamp + 2 * margin, 0, -margin / 2, 0);
+  const int line = fontMetrics().height();
+  const int margin = line / 2;
+  int left = margin;
+  if (Look == Kind::Lamp) {
+    PaintLamp(painter, QRectF(margin, (height() - line) / 2.0, line, line), palette(), IsLit);
+    left += line + margin;
+  }
+  const QRect words(left, line / 5, width() - left - margin / 2, line);
   painter.setPen(palette().color(QPalette::ButtonText));
   painter.drawText(words, Qt::AlignVCenter | Qt::AlignLeft,
                    fontMetrics().elidedText(text(), Qt::ElideRight, words.width()));
+  PaintSecondLine(painter, words.translated(0, line + line / 10));
   if (!hasFocus()) return;
   QStyleOptionFocusRect focus;
   focus.initFrom(this);

@@ -1,15 +1,19 @@
 #include "simulator/window/panel_view.h"
 
 #include <QVBoxLayout>
+#include <utility>
 
 #include "simulator/memory/digits.h"
 
 namespace simulator {
 
-BuiltView::BuiltView(Panel& panel) : PanelView(panel), Place(new QVBoxLayout(this)) {}
+BuiltView::BuiltView(Panel& panel, Narrator& narrator)
+    : PanelView(panel), Story(narrator), Place(new QVBoxLayout(this)) {}
 
 QVBoxLayout& BuiltView::BuildAnew() {
   Showers.clear();
+  SlowShowers.clear();
+  ShownLooks = 0;
   delete Content;
   Content = new QWidget;
   Place->addWidget(Content);
@@ -22,6 +26,8 @@ void BuiltView::ShowStates() {
   if (!isVisible()) return;
   const Engine& runner = Source.Runner();
   for (const auto& show : Showers) show(runner);
+  if (std::exchange(ShownLooks, Story.Looks()) == Story.Looks()) return;
+  for (const auto& show : SlowShowers) show(runner);
 }
 
 QString NumberedName(const char* word, int item, const std::string& name) {
@@ -35,6 +41,10 @@ QString NumberedName(const char* word, int item, const std::string& name) {
 QString SpokenName(const char* word, const QString& numbered) {
   const QString kind = QString::fromLatin1(word);
   return numbered.startsWith(kind) ? numbered : kind + QLatin1Char(' ') + numbered;
+}
+
+QString Wrapped(const QString& words) {
+  return QStringLiteral("<p>%1</p>").arg(words.toHtmlEscaped());
 }
 
 }  // namespace simulator

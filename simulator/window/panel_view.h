@@ -4,7 +4,7 @@
 #include <functional>
 #include <vector>
 
-#include "simulator/engine/panel.h"
+#include "simulator/window/narrator.h"
 
 class QVBoxLayout;
 
@@ -31,16 +31,20 @@ class BuiltView : public PanelView {
   void ShowStates() override;
 
  protected:
-  explicit BuiltView(Panel& panel);
+  BuiltView(Panel& panel, Narrator& narrator);
 
   /// Begins anew with an empty column.
   QVBoxLayout& BuildAnew();
 
+  Narrator& Story;
   std::vector<std::function<void(const Engine&)>> Showers;
+  /// Of what changes only when the narrator has looked ahead anew.
+  std::vector<std::function<void(const Engine&)>> SlowShowers;
 
  private:
   QVBoxLayout* Place;
   QWidget* Content = nullptr;
+  std::uint64_t ShownLooks = 0;
 };
 
 /// How many relays and inputs are shown: the installed points, or all if memory tells of none.
@@ -52,5 +56,7 @@ inline int ShownPoints(const Panel& panel) {
 QString NumberedName(const char* word, int item, const std::string& name);
 /// As in "Relay 07 LOBBY", from a numbered name.
 QString SpokenName(const char* word, const QString& numbered);
+/// Plain text as a tool tip that wraps.
+QString Wrapped(const QString& words);
 
 }  // namespace simulator

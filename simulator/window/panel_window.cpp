@@ -1,9 +1,11 @@
 #include "simulator/window/panel_window.h"
 
 #include <QEvent>
+#include <QFileDialog>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -13,11 +15,14 @@
 #include <QVBoxLayout>
 
 #include "simulator/window/clock_view.h"
+#include "simulator/window/coming_view.h"
 #include "simulator/window/day_view.h"
-#include "simulator/window/events_view.h"
 #include "simulator/window/front_view.h"
+#include "simulator/window/help_window.h"
+#include "simulator/window/log_view.h"
 #include "simulator/window/relay_view.h"
 #include "simulator/window/switch_view.h"
+#include "simulator/window/watch_view.h"
 
 namespace simulator {
 
@@ -73,7 +78,8 @@ QGroupBox* Boxed(const QString& title, QWidget* view) {
 
 }  // namespace
 
-PanelWindow::PanelWindow(Simulator& simulator) : Source(simulator) {
+PanelWindow::PanelWindow(Simulator& simulator)
+    : Source(simulator), Story(simulator.ThePanel()), OwnFiles(simulator.ThePanel()) {
   setWindowTitle(QStringLiteral("Orv Tamberloom 3 Simulated Panel"));
   BuildViews();
   BuildMenus();
@@ -81,7 +87,8 @@ PanelWindow::PanelWindow(Simulator& simulator) : Source(simulator) {
   Line->setObjectName(QStringLiteral("line"));
   statusBar()->addPermanentWidget(Line);
   Source.ThePanel().Runner().SetSink([this](const Row& row) {
-    Events->Take(row);
+    Story.Take(row);
+    Log->Take(row);
     Days->Take(row);
   });
   Source.TakenOver = [this] {
@@ -113,14 +120,27 @@ void PanelWindow::BuildViews() {
   Panel& panel = Source.ThePanel();
   auto* front = new FrontView(panel);
   Clock = new ClockView(panel);
-  auto* relays = new RelayView(panel);
-  auto* switches = new SwitchView(panel);
-  Events = new EventsView(panel);
+  auto* relays = new RelayView(panel, Story);
+  auto* switches = new SwitchView(panel, Story);
+  Log = new LogView(panel);
   Days = new DayView(panel);
-  Views = {front, Clock, relays, switches, Events, Days};
+  Views = {front, Clock, relays, switches, Log, Days};
 
-  Clock->GoTo = Events->GoTo = Days->GoTo = [this](const QDateTime& time) { GoTo(time); };
-  Clock->Tell = [this](const QString& words) { statusBar()->showMessage(words); };
+  Clock->GoTo = Days->GoTo = [this](const QDateTime& time) { GoTo(time); };
+  Clock->Tell = Story.Tell = OwnFiles.Tell = [this](const QString& words) {
+    statusBar()->showMessage(words);
+  };
+  Story.Moved = [this] { Refresh(); };
+  Story.TellWhy = [this](const QString& words) { Why->setText(words); };
+  OwnFiles.Rows = [this] { return Story.Rows(); };
+  OwnFiles.Plan = [this] { return Days->PlanFile(); };
+  OwnFiles.BurnHours = [this] { return Days->BurnHoursFile(); };
+  OwnFiles.TellFailure = [this](const QString& words) { TellFailure(words); };
+  OwnFiles.AskPath = [this](const QString& title, const QString& suffix, bool toSave) {
+    const QString filter = QStringLiteral("*.%1;;All Files (*)").arg(suffix);
+    return toSave ? QFileDialog::getSaveFileName(this, title, {}, filter)
+                  : QFileDialog::getOpenFileName(this, title, {}, filter);
+  };
 
   auto* top = new QHBoxLayout;
   top->addWidget(Boxed(QStringLiteral("Front"), front));
@@ -128,7 +148,7 @@ void PanelWindow::BuildViews() {
   auto* walls = new QSplitter;
   walls->addWidget(new TallArea(switches));
   walls->addWidget(new TallArea(relays));
-  walls->setSizes({1, 4});
+  walls->setSizes({2, 5});
   walls->setChildrenCollapsible(false);
   Pages = new QTabWidget;
   Pages->setObjectName(QStringLiteral("pages"));
@@ -136,9 +156,21 @@ void PanelWindow::BuildViews() {
   Pages->addTab(walls, QStringLiteral("&Switches And Relays"));
   Pages->addTab(Days, QStringLiteral("Days As A &Picture"));
   connect(Pages, &QTabWidget::currentChanged, this, [this] { Refresh(); });
+  Why = new QLabel;
+  Why->setObjectName(QStringLiteral("why"));
+  Why->setTextFormat(Qt::PlainText);
+  Why->setWordWrap(true);
+  Why->setAlignment(Qt::AlignTop);
+  Why->setText(QStringLiteral("Hover or walk to a lamp or switch: here stands why it is as it is."));
+  Why->setMinimumHeight(2 * fontMetrics().lineSpacing());
+  auto* left = new QWidget;
+  auto* under = new QVBoxLayout(left);
+  under->setContentsMargins(0, 0, 0, 0);
+  under->addWidget(Pages, 1);
+  under->addWidget(Why);
   auto* parts = new QSplitter;
-  parts->addWidget(Pages);
-  parts->addWidget(Events);
+  parts->addWidget(left);
+  parts->addWidget(BuildEvents());
   parts->setSizes({7, 3});
   parts->setChildrenCollapsible(false);
   auto* center = new QWidget;
@@ -149,45 +181,86 @@ void PanelWindow::BuildViews() {
   Pages->setFocus();
 }
 
+QWidget* PanelWindow::BuildEvents() {
+  auto* watch = new WatchView(Source.ThePanel(), Story);
+  auto* coming = new ComingView(Source.ThePanel(), Story);
+  coming->GoTo = [this](const QDateTime& time) { GoTo(time); };
+  Views.insert(Views.end(), {watch, coming});
+  auto* events = new QSplitter(Qt::Vertical);
+  for (PanelView* view : std::initializer_list<PanelView*>{watch, coming, Log}) {
+    events->addWidget(view);
+  }
+  events->setSizes({3, 4, 5});
+  events->setChildrenCollapsible(false);
+  return events;
+}
+
+QAction* PanelWindow::AddEntry(QMenu* menu, const QString& caption, const QKeySequence& key,
+                               std::function<void()> action) {
+  auto* entry = menu->addAction(caption);
+  entry->setShortcut(key);
+  connect(entry, &QAction::triggered, this, [action = std::move(action)] { action(); });
+  return entry;
+}
+
 void PanelWindow::BuildMenus() {
-  const auto add = [this](QMenu* menu, const QString& caption, const QKeySequence& key,
-                          const auto& action) {
-    auto* entry = menu->addAction(caption);
-    entry->setShortcut(key);
-    connect(entry, &QAction::triggered, this, action);
-  };
   QMenu* menu = menuBar()->addMenu(QStringLiteral("P&anel"));
-  add(menu, QStringLiteral("&Quit"), QKeySequence(QStringLiteral("Ctrl+Q")), [this] { close(); });
-  menu = menuBar()->addMenu(QStringLiteral("&Clock"));
+  OwnFiles.AddEntries(*menu);
+  menu->addSeparator();
+  AddEntry(menu, QStringLiteral("&Quit"), QKeySequence(QStringLiteral("Ctrl+Q")),
+           [this] { close(); });
+  BuildClockMenu();
+  BuildLineMenu();
+  menu = menuBar()->addMenu(QStringLiteral("&Help"));
+  AddEntry(menu, QStringLiteral("&Guide"), QKeySequence(Qt::Key_F1), [this] { ShowHelp(this); });
+  AddEntry(menu, QStringLiteral("&About"), {}, [this] { ShowAbout(this); });
+}
+
+void PanelWindow::BuildClockMenu() {
+  QMenu* menu = menuBar()->addMenu(QStringLiteral("&Clock"));
+  const auto add = [&](const char* caption, const char* key, std::function<void()> action) {
+    AddEntry(menu, QString::fromLatin1(caption), QKeySequence(QString::fromLatin1(key)),
+             [this, action = std::move(action)] {
+               action();
+               Refresh();
+             });
+  };
   int number = 0;
   for (const ClockSpeed& speed : ClockSpeeds) {
-    add(menu, QString::fromLatin1(speed.Caption),
-        QKeySequence(QStringLiteral("Ctrl+%1").arg(number++)), [this, speed] {
-          Clock->SetSpeed(speed.Factor);
-          Refresh();
-        });
+    const QByteArray key = "Ctrl+" + QByteArray::number(number++);
+    add(speed.Caption, key.constData(), [this, speed] { Clock->SetSpeed(speed.Factor); });
   }
   menu->addSeparator();
-  add(menu, QStringLiteral("&Next Event"), QKeySequence(QStringLiteral("Ctrl+N")), [this] {
-    Clock->NextEvent();
-    Refresh();
-  });
-  add(menu, QStringLiteral("&Go To..."), QKeySequence(QStringLiteral("Ctrl+G")),
-      [this] { Clock->AskTime(); });
-  add(menu, QStringLiteral("The &Computer's Time"), QKeySequence(QStringLiteral("Ctrl+T")),
-      [this] { GoTo(Source.ThePanel().Pace().Computer()); });
-  menu = menuBar()->addMenu(QStringLiteral("&Line"));
+  add("&Next Event", "Ctrl+N", [this] { Clock->NextEvent(); });
+  add("&Go To...", "Ctrl+G", [this] { Clock->AskTime(); });
+  add("The &Computer's Time", "Ctrl+T", [this] { GoTo(Source.ThePanel().Pace().Computer()); });
+  menu->addSeparator();
+  add("Power C&ut", "Ctrl+U", [this] { Clock->SetPower(false); });
+  add("Power &On", "Ctrl+O", [this] { Clock->SetPower(true); });
+  add("&Daylight Follows the Sun Or Not", "Ctrl+D",
+      [this] { Clock->FollowSun(!Source.ThePanel().Runner().FollowsSun()); });
+}
+
+void PanelWindow::BuildLineMenu() {
+  QMenu* menu = menuBar()->addMenu(QStringLiteral("&Line"));
   for (const FaultEntry& entry : FaultEntries) {
-    add(menu, QString::fromLatin1(entry.Caption), {}, [this, entry] {
+    AddEntry(menu, QString::fromLatin1(entry.Caption), {}, [this, entry] {
       Source.Faults().Add(ParseFault(entry.Fault));
       ShowLine();
     });
   }
   menu->addSeparator();
-  add(menu, QStringLiteral("&No Faults"), {}, [this] {
+  AddEntry(menu, QStringLiteral("&No Faults"), {}, [this] {
     Source.Faults().Clear();
     ShowLine();
   });
+}
+
+void PanelWindow::TellFailure(const QString& words) {
+  auto* box = new QMessageBox(QMessageBox::Warning, windowTitle(), words, QMessageBox::Ok, this);
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->setObjectName(QStringLiteral("failure"));
+  box->open();
 }
 
 void PanelWindow::GoTo(const QDateTime& time) {
@@ -219,7 +292,9 @@ void PanelWindow::Refresh() {
     ShownRevision = revision;
     const Configuration settings(panel.Memory);
     for (PanelView* view : Views) view->ShowSettings(settings);
+    Story.SettingsChanged();
   }
+  Story.Refresh();
   for (PanelView* view : Views) view->ShowStates();
   ShowLine();
   const int wanted = panel.Pace().Speed() > 1 ? TickMs : RestingTickMs;

@@ -5,15 +5,20 @@
 #include <vector>
 
 #include "simulator/program/simulator.h"
+#include "simulator/window/files.h"
+#include "simulator/window/narrator.h"
 
+class QAction;
+class QKeySequence;
 class QLabel;
+class QMenu;
 class QTabWidget;
 
 namespace simulator {
 
 class ClockView;
 class DayView;
-class EventsView;
+class LogView;
 class PanelView;
 
 /// A panel on the desk: its front, its clock, relays, switches, what it will do and has done. The
@@ -25,20 +30,31 @@ class PanelWindow : public QMainWindow {
 
   /// Brings everything on show up to the panel's present.
   void Refresh();
+  /// Where paths for files come from, by a dialog unless somebody else answers.
+  Files& TheFiles() { return OwnFiles; }
 
  private:
   void BuildViews();
+  QWidget* BuildEvents();
   void BuildMenus();
+  void BuildClockMenu();
+  void BuildLineMenu();
+  QAction* AddEntry(QMenu* menu, const QString& caption, const QKeySequence& key,
+                    std::function<void()> action);
+  void TellFailure(const QString& words);
   void GoTo(const QDateTime& time);
   void ShowLine();
 
   Simulator& Source;
+  Narrator Story;
+  Files OwnFiles;
   ClockView* Clock = nullptr;
   DayView* Days = nullptr;
-  EventsView* Events = nullptr;
+  LogView* Log = nullptr;
   std::vector<PanelView*> Views;
   QTabWidget* Pages = nullptr;
   QLabel* Line = nullptr;
+  QLabel* Why = nullptr;
   QTimer Ticks;
   std::uint64_t SeenRevision = 0;  // of the memory
   std::uint64_t ShownRevision = 0;

@@ -5,24 +5,16 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QVBoxLayout>
 #include <utility>
+
+#include "simulator/watch/why.h"
+#include "simulator/window/tile_layout.h"
 
 namespace simulator {
 
 namespace {
-
-constexpr int RelayColumns = 4;
-
-Mask SwitchedRelays(const Configuration& settings) {
-  Mask used = settings.Hours.Swept;
-  for (const TimerSetting& timer : settings.Timers) used |= timer.Relays.All();
-  for (const Outcome& preset : settings.Presets) used |= preset.All();
-  for (const SwitchSetting& setting : settings.Inputs.Each) {
-    if (setting.Kind != InputKind::None && SpeaksOfRelays(setting.Kind)) used |= setting.All();
-  }
-  return used;
-}
 
 bool BlinkPhase(const QDateTime& computer) {
   constexpr qint64 phaseMs = 400;
@@ -37,39 +29,51 @@ QString LevelText(int level) {
 
 std::vector<RelayUse> RelaysByUse(const Configuration& settings, int count) {
   std::vector<RelayUse> uses;
-  Mask left = Bit(count) - 1;
-  const auto add = [&](int group, const QString& title, Mask relays) {
-    RelayUse use{group, title, {}};
-    EachBit(relays & left, [&](int relay) { use.Relays.push_back(relay); });
-    left &= ~relays;
-    if (!use.Relays.empty()) uses.push_back(use);
+  Mask grouped = 0;
+  const auto add = [&uses](const QString& title, Mask relays, int group = -1, bool folded = false) {
+    RelayUse use{group, title, {}, folded};
+    EachBit(relays, [&](int relay) { use.Relays.push_back(relay); });
+    if (group >= 0 || !use.Relays.empty()) uses.push_back(use);
   };
   for (int group = 0; group < Items; ++group) {
     const auto at = static_cast<std::size_t>(group);
-    add(group, NumberedName("Group", group, settings.Names.Group[at]), settings.Groups[at]);
+    const bool named = !OwnName({Subject::Kind::Group, group, 0}, settings).empty();
+    if (settings.Groups[at] == 0 && !named) continue;
+    grouped |= settings.Groups[at];
+    add(NumberedName("Group", group, settings.Names.Group[at]), settings.Groups[at], group);
   }
-  const QString others = uses.empty() ? QStringLiteral("Relays") : QStringLiteral("In No Group");
-  add(-1, others, SwitchedRelays(settings));
-  add(-1, QStringLiteral("Not Switched By Anything"), left);
+  const Mask points = Bit(count) - 1;
+  const Mask switched = UsedRelays(settings) & ~grouped;
+  const Mask idle = AllItems & ~switched & ~grouped;
+  add(uses.empty() ? QStringLiteral("Relays") : QStringLiteral("In No Group"), switched);
+  add(QStringLiteral("Not Switched By Anything"), idle & points);
+  add(QStringLiteral("Relays Beyond The Points"), idle & ~points, -1, true);
   return uses;
 }
 
-RelayView::RelayView(Panel& panel) : BuiltView(panel) {}
+struct RelayView::Kinds {
+  Kind Relays, Groups, Presets, Timers;
+};
+
+RelayView::RelayView(Panel& panel, Narrator& narrator) : BuiltView(panel, narrator) {}
 
 void RelayView::ShowSettings(const Configuration& settings) {
   Shown shown;
   shown.Uses = RelaysByUse(settings, ShownPoints(Source));
   for (int i = 0; i < Items; ++i) {
     if (settings.Presets[static_cast<std::size_t>(i)].All() != 0) shown.Presets.push_back(i);
+    if (settings.Timers[static_cast<std::size_t>(i)].Used) shown.Timers.push_back(i);
   }
   for (int i = 0; i < DimmerOutputs; ++i) {
     if (settings.Dimmers.Each[static_cast<std::size_t>(i)].Fitted) shown.Dimmers.push_back(i);
   }
-  for (const auto* names : {&settings.Names.Relay, &settings.Names.Group, &settings.Names.Preset}) {
+  for (const auto* names : {&settings.Names.Relay, &settings.Names.Group, &settings.Names.Preset,
+                            &settings.Names.Timer}) {
     shown.Names.insert(shown.Names.end(), names->begin(), names->end());
   }
   if (shown == Known) return;  // a button keeps its focus
   Known = shown;
+  UnusedOpen = Unused && Unused->IsOpen();
   Build(settings, BuildAnew());
   ShowStates();
 }
@@ -77,62 +81,122 @@ void RelayView::ShowSettings(const Configuration& settings) {
 void RelayView::Build(const Configuration& settings, QVBoxLayout& column) {
   using State = Kind::State;
   const auto onOff = [](bool on) { return State{on, on ? "on" : "off"}; };
-  const Kind relays{"Relay", settings.Names.Relay,
-                    [this, onOff](const Engine& runner, int relay) {
-                      const bool blinks = Has(runner.BlinkingRelays(), relay);
-                      return blinks ? State{BlinkPhase(Source.Pace().Computer()), "blinks"}
-                                    : onOff(runner.Relay(relay));
-                    },
-                    [this](int relay) { Source.SetRelay(relay, !Source.Relay(relay)); }};
-  const Kind groups{"Group", settings.Names.Group,
-                    [onOff](const Engine& runner, int group) { return onOff(runner.Group(group)); },
-                    [this](int group) { Source.SetGroup(group, !Source.Group(group)); }};
-  const Kind presets{"Preset", settings.Names.Preset,
-                     [](const Engine& runner, int preset) {
-                       const bool set = runner.Preset(preset).value_or(false);
-                       return State{set, set ? "set" : "not set"};
-                     },
-                     [this](int preset) { Source.SetPreset(preset); }};
-  const auto addBox = [&column](const QString& title) -> QGridLayout& {
-    auto* box = new QGroupBox(title);
+  const Kinds kinds{
+      {Subject::Kind::Relay, "Relay", settings.Names.Relay,
+       [this, onOff](const Engine& runner, int relay) {
+         const bool blinks = Has(runner.BlinkingRelays(), relay);
+         return blinks ? State{BlinkPhase(Source.Pace().Computer()), "blinks"}
+                       : onOff(runner.Relay(relay));
+       },
+       [this](int relay) { Source.SetRelay(relay, !Source.Relay(relay)); }},
+      {Subject::Kind::Group, "Group", settings.Names.Group,
+       [onOff](const Engine& runner, int group) { return onOff(runner.Group(group)); },
+       [this](int group) { Source.SetGroup(group, !Source.Group(group)); }},
+      {Subject::Kind::Preset, "Preset", settings.Names.Preset,
+       [](const Engine& runner, int preset) {
+         const bool set = runner.Preset(preset).value_or(false);
+         return State{set, set ? "set" : "not set"};
+       },
+       [this](int preset) { Source.SetPreset(preset); }},
+      {Subject::Kind::Timer, "Timer", settings.Names.Timer,
+       [](const Engine&, int) { return State{false, ""}; },
+       [this](int timer) { Source.ForceTimer(timer); }}};
+  for (const RelayUse& use : Known.Uses) AddUse(column, use, kinds);
+  const auto addBox = [&](const char* title, const Kind& kind, const std::vector<int>& items) {
+    if (items.empty()) return;
+    auto* box = new QGroupBox(QString::fromLatin1(title));
+    auto* tiles = new TileLayout;
+    (new QVBoxLayout(box))->addLayout(tiles);
+    AddButtons(*tiles, kind, items);
     column.addWidget(box);
-    return *new QGridLayout(box);
   };
-  for (const RelayUse& use : Known.Uses) {
-    const bool grouped = use.Group >= 0;
-    QGridLayout& grid = addBox(grouped ? QString() : use.Title);
-    if (grouped) AddButtons(grid, groups, {use.Group}, 0);
-    AddButtons(grid, relays, use.Relays, grouped ? 1 : 0);
-  }
-  if (!Known.Presets.empty())
-    AddButtons(addBox(QStringLiteral("Presets")), presets, Known.Presets, 0);
-  if (!Known.Dimmers.empty()) AddDimmers(addBox(QStringLiteral("Dimmer Outputs")));
+  addBox("Presets", kinds.Presets, Known.Presets);
+  addBox("Timers (a press forces one)", kinds.Timers, Known.Timers);
+  if (!Known.Dimmers.empty()) AddDimmers(column);
   column.addStretch(1);
 }
 
-void RelayView::AddButtons(QGridLayout& grid, const Kind& kind, const std::vector<int>& items,
-                           int firstColumn) {
-  for (std::size_t i = 0; i < items.size(); ++i) {
-    const int item = items[i];
-    const QString name = NumberedName(kind.Name, item, kind.Names[static_cast<std::size_t>(item)]);
-    auto* button = new LampButton(name);
-    button->setAccessibleName(SpokenName(kind.Name, name));
-    button->setObjectName(QString::fromLatin1(kind.Name).toLower() + QString::number(item + 1));
-    connect(button, &QAbstractButton::clicked, this, [this, press = kind.Press, item] {
-      press(item);
-      ShowStates();
-    });
-    Showers.emplace_back([button, stateOf = kind.StateOf, item](const Engine& runner) {
-      const Kind::State state = stateOf(runner, item);
-      button->SetLamp(state.Lit, QLatin1String(state.Words));
-    });
-    const auto at = static_cast<int>(i);
-    grid.addWidget(button, at / RelayColumns, firstColumn + at % RelayColumns);
+void RelayView::AddUse(QVBoxLayout& column, const RelayUse& use, const Kinds& kinds) {
+  const bool grouped = use.Group >= 0;
+  auto* box = new QGroupBox(grouped || use.Folded ? QString() : use.Title);
+  auto* row = new QHBoxLayout(box);
+  auto* tiles = new TileLayout;
+  if (grouped) row->addWidget(GroupSwitches(use, kinds.Groups), 0, Qt::AlignTop);
+  row->addLayout(tiles, 1);
+  AddButtons(*tiles, kinds.Relays, use.Relays);
+  if (!use.Folded) {
+    column.addWidget(box);
+    return;
   }
-  for (int i = 0; i < firstColumn + RelayColumns; ++i) grid.setColumnStretch(i, 1);
+  Unused = new FoldBox(use.Title, box, UnusedOpen);
+  column.addWidget(Unused);
 }
 
-void RelayView::AddDimmers(QGridLayout& grid) {
+/// A group's lamp, which turns all on unless all are, above what turns all on and off.
+QWidget* RelayView::GroupSwitches(const RelayUse& use, const Kind& groups) {
+  auto* place = new QWidget;
+  auto* grid = new QGridLayout(place);
+  grid->setContentsMargins(0, 0, 0, 0);
+  LampButton* lamp = Button(groups, use.Group);
+  grid->addWidget(lamp, 0, 0, 1, 2);
+  SlowShowers.emplace_back([lamp, group = use.Group](const Engine& runner) {
+    const Mask members = runner.Settings().Groups[static_cast<std::size_t>(group)];
+    lamp->SetNote(members == 0 ? QStringLiteral("no relays")
+                               : QStringLiteral("%1 of %2 on")
+                                     .arg(std::popcount(members & runner.Relays()))
+                                     .arg(std::popcount(members)));
+  });
+  const Subject item{Subject::Kind::Group, use.Group, 0};
+  for (const bool on : {true, false}) {
+    auto* button = new QPushButton(on ? QStringLiteral("On") : QStringLiteral("Off"));
+    button->setAccessibleName(SpokenName("Group", use.Title) + QLatin1Char(' ') + button->text());
+    button->setObjectName(lamp->objectName() + button->text().toLower());
+    button->setMinimumWidth(button->fontMetrics().horizontalAdvance(QStringLiteral("  Off  ")));
+    Story.Explain(button, item);
+    connect(button, &QPushButton::clicked, this, [this, item, on] {
+      Story.Press(item, [&] { Source.SetGroup(item.Number, on); });
+      ShowStates();
+    });
+    grid->addWidget(button, 1, on ? 0 : 1);
+  }
+  return place;
+}
+
+LampButton* RelayView::Button(const Kind& kind, int item) {
+  const bool isTimer = kind.What == Subject::Kind::Timer;
+  const QString name = NumberedName(kind.Name, item, kind.Names[static_cast<std::size_t>(item)]);
+  auto* button =
+      new LampButton(name, isTimer ? LampButton::Kind::NoLamp : LampButton::Kind::Lamp);
+  button->setAccessibleName(SpokenName(kind.Name, name));
+  button->setObjectName(QString::fromLatin1(kind.Name).toLower() + QString::number(item + 1));
+  const Subject subject{kind.What, item, 0};
+  Story.Explain(button, subject);
+  connect(button, &QAbstractButton::clicked, this, [this, press = kind.Press, subject] {
+    Story.Press(subject, [&] { press(subject.Number); });
+    ShowStates();
+  });
+  Showers.emplace_back([button, stateOf = kind.StateOf, subject](const Engine& runner) {
+    const Kind::State state = stateOf(runner, subject.Number);
+    button->SetLamp(state.Lit, QLatin1String(state.Words));
+    button->SetSign(QString::fromStdString(SignOf(subject, runner)));
+  });
+  return button;
+}
+
+void RelayView::AddButtons(TileLayout& tiles, const Kind& kind, const std::vector<int>& items) {
+  for (const int item : items) {
+    LampButton* button = Button(kind, item);
+    SlowShowers.emplace_back([this, button, what = kind.What, item](const Engine&) {
+      button->SetNote(Story.NextOf({what, item, 0}));
+    });
+    tiles.addWidget(button);
+  }
+}
+
+void RelayView::AddDimmers(QVBoxLayout& column) {
+  auto* box = new QGroupBox(QStringLiteral("Dimmer Outputs"));
+  auto* grid = new QGridLayout(box);
+  column.addWidget(box);
   for (std::size_t i = 0; i < Known.Dimmers.size(); ++i) {
     const int output = Known.Dimmers[i];
     const QString name = QStringLiteral("Dimmer %1 Output %2")
@@ -140,13 +204,15 @@ void RelayView::AddDimmers(QGridLayout& grid) {
                              .arg(output % OutputsADimmer + 1);
     auto* bar = new QProgressBar;
     bar->setRange(0, FullLevel);
+    bar->setFocusPolicy(Qt::TabFocus);
     bar->setAccessibleName(name);
     bar->setObjectName(QStringLiteral("dimmer%1").arg(output + 1));
+    Story.Explain(bar, {Subject::Kind::Dimmer, output / OutputsADimmer, output % OutputsADimmer});
     const auto row = static_cast<int>(i) / 2;
     const int place = static_cast<int>(i) % 2 * 2;
-    grid.addWidget(new QLabel(name), row, place);
-    grid.addWidget(bar, row, place + 1);
-    grid.setColumnStretch(place + 1, 1);
+    grid->addWidget(new QLabel(name), row, place);
+    grid->addWidget(bar, row, place + 1);
+    grid->setColumnStretch(place + 1, 1);
     Showers.emplace_back([bar, output, told = -1](const Engine& runner) mutable {
       const int level = runner.DimmerLevel(output);
       if (std::exchange(told, level) == level) return;

@@ -1,12 +1,12 @@
 #include "simulator/window/switch_view.h"
 
-#include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QSlider>
 #include <QVBoxLayout>
 
-#include "simulator/memory/digits.h"
+#include "simulator/watch/why.h"
+#include "simulator/window/tile_layout.h"
 
 namespace simulator {
 
@@ -26,7 +26,7 @@ bool DoesSomething(const Configuration& settings, int input) {
 
 }  // namespace
 
-SwitchView::SwitchView(Panel& panel) : BuiltView(panel) {}
+SwitchView::SwitchView(Panel& panel, Narrator& narrator) : BuiltView(panel, narrator) {}
 
 std::vector<SwitchView::Box> SwitchView::BoxesOf(const Configuration& settings) const {
   Box used{QStringLiteral("Inputs"), 0, {}};
@@ -36,21 +36,25 @@ std::vector<SwitchView::Box> SwitchView::BoxesOf(const Configuration& settings) 
     const InputKind kind = settings.Inputs.Each[at].Kind;
     const QString name = NumberedName("Input", i, settings.Names.Input[at]);
     Box& local = DoesSomething(settings, i) ? used : idle;
-    local.Places.push_back({0, i, Contact::On, kind, name});
+    const QString what = QString::fromStdString(WhatItDoes(i, settings));
+    local.Places.push_back({0, i, Contact::On, kind, name, what});
     if (kind == InputKind::MomentaryOnOff) {
-      local.Places.push_back({0, i, Contact::Off, kind, QStringLiteral("%1 Off").arg(name)});
+      const QString off = QStringLiteral("%1 Off").arg(name);
+      local.Places.push_back({0, i, Contact::Off, kind, off, QStringLiteral("Its Off contact")});
     }
   }
   std::vector<Box> boxes;
   if (!used.Places.empty()) boxes.push_back(used);
   for (int device = 1; device <= Devices; ++device) {
     const auto at = static_cast<std::size_t>(device);
-    const QString title = NumberedName("Device", device - 1, settings.Names.Device[at]);
+    const QString title =
+        QString::fromStdString(NamedText({Subject::Kind::Photocell, device, 0}, settings));
     Box box{title, settings.Inputs.IsPhotocell[at] ? device : 0, {}};
     for (int i = 0; i < settings.Inputs.Buttons[at]; ++i) {
-      const InputKind kind =
-          settings.Inputs.Each[static_cast<std::size_t>(SwitchOf(device, i))].Kind;
-      box.Places.push_back({device, i, Contact::On, kind, QString::number(i + 1)});
+      const int number = SwitchOf(device, i);
+      const InputKind kind = settings.Inputs.Each[static_cast<std::size_t>(number)].Kind;
+      box.Places.push_back({device, i, Contact::On, kind, QString::number(i + 1),
+                            QString::fromStdString(WhatItDoes(number, settings))});
     }
     if (box.Photocell != 0 || !box.Places.empty()) boxes.push_back(box);
   }
@@ -65,52 +69,64 @@ void SwitchView::ShowSettings(const Configuration& settings) {
   QVBoxLayout& column = BuildAnew();
   for (const Box& box : Known) {
     auto* group = new QGroupBox(box.Title);
-    auto* grid = new QGridLayout(group);
-    if (box.Photocell != 0) AddPhotocell(*grid, box);
-    for (const Place& place : box.Places) AddButton(*grid, place);
+    auto* inside = new QVBoxLayout(group);
+    if (box.Photocell != 0) AddPhotocell(*inside, box);
+    auto* tiles = new TileLayout;
+    for (const Place& place : box.Places) tiles->addWidget(Button(place));
+    if (!box.Places.empty()) inside->addLayout(tiles);
     column.addWidget(group);
   }
   column.addStretch(1);
   ShowStates();
 }
 
-void SwitchView::AddButton(QGridLayout& grid, const Place& place) {
-  constexpr int stationColumns = 4;
+LampButton* SwitchView::Button(const Place& place) {
   const bool second = place.Which == Contact::Off;
-  auto* button = new LampButton(second ? QStringLiteral("Off") : place.Text);
-  button->setAccessibleName(
-      place.Device == 0 ? SpokenName("Input", place.Text)
-                        : QStringLiteral("Device %1 Input %2")
-                              .arg(QString::fromStdString(TwoDigits(place.Device)), place.Text));
+  const bool local = place.Device == 0;
+  auto* button = new LampButton(place.Text);
+  const Subject item = local ? Subject{Subject::Kind::Input, place.Input, 0}
+                             : Subject{Subject::Kind::DeviceInput, place.Device, place.Input};
+  button->setAccessibleName(local ? SpokenName("Input", place.Text)
+                                  : QString::fromStdString(Text(item)));
   button->setObjectName(
-      place.Device == 0 ? QStringLiteral("input%1%2")
-                              .arg(place.Input + 1)
-                              .arg(second ? QLatin1String("off") : QLatin1String())
-                        : QStringLiteral("device%1input%2").arg(place.Device).arg(place.Input + 1));
-  const int row = place.Device == 0 ? place.Input : place.Input / stationColumns;
-  const int column = place.Device == 0 ? (second ? 1 : 0) : place.Input % stationColumns;
-  const bool alone = place.Device == 0 && place.Kind != InputKind::MomentaryOnOff;
-  grid.addWidget(button, row, column, 1, alone ? 2 : 1);
+      local ? QStringLiteral("input%1%2")
+                  .arg(place.Input + 1)
+                  .arg(second ? QLatin1String("off") : QLatin1String())
+            : QStringLiteral("device%1input%2").arg(place.Device).arg(place.Input + 1));
+  button->SetNote(place.What);
+  button->setMinimumWidth(button->fontMetrics().horizontalAdvance(QStringLiteral("Set Preset: N")));
+  Story.Explain(button, item);
+  const auto press = [this, place, item](bool closed) {
+    if (closed) {
+      Story.Press(item, [&] { Close(place, true); });
+    } else {
+      Close(place, false);
+    }
+  };
   if (StaysClosed(place.Kind)) {
     button->setCheckable(true);
     connect(button, &QAbstractButton::clicked, this,
-            [this, place](bool checked) { Close(place, checked); });
+            [press](bool checked) { press(checked); });
   } else {
-    connect(button, &QAbstractButton::pressed, this, [this, place] { Close(place, true); });
-    connect(button, &QAbstractButton::released, this, [this, place] { Close(place, false); });
+    connect(button, &QAbstractButton::pressed, this, [press] { press(true); });
+    connect(button, &QAbstractButton::released, this, [press] { press(false); });
   }
-  Showers.emplace_back([button, place, second](const Engine& runner) {
+  Showers.emplace_back([button, place, second, item](const Engine& runner) {
     const bool lit = place.Device == 0 ? runner.Pilot(place.Input)
                                        : runner.DevicePilot(place.Device, place.Input);
     button->SetLamp(lit && !second,
                     lit ? QStringLiteral("pilot lit") : QStringLiteral("pilot dark"));
+    button->SetSign(QString::fromStdString(SignOf(item, runner)));
     if (!button->isCheckable()) return;
     button->setChecked(place.Device == 0 ? (runner.InputState(place.Input) & 1) != 0
                                          : runner.DeviceInput(place.Device, place.Input));
   });
+  return button;
 }
 
-void SwitchView::AddPhotocell(QGridLayout& grid, const Box& box) {
+void SwitchView::AddPhotocell(QVBoxLayout& column, const Box& box) {
+  auto* row = new QHBoxLayout;
+  column.addLayout(row);
   auto* slider = new QSlider(Qt::Horizontal);
   slider->setRange(0, FullLevel);
   slider->setAccessibleName(QStringLiteral("Light on %1").arg(box.Title));
@@ -118,15 +134,17 @@ void SwitchView::AddPhotocell(QGridLayout& grid, const Box& box) {
   auto* level = new QLabel(QStringLiteral("0"));
   level->setMinimumWidth(level->fontMetrics().horizontalAdvance(QStringLiteral("0000")));
   level->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  grid.addWidget(new QLabel(QStringLiteral("Dark")), 0, 0);
-  grid.addWidget(slider, 0, 1);
-  grid.addWidget(new QLabel(QStringLiteral("Bright")), 0, 2);
-  grid.addWidget(level, 0, 3);
+  row->addWidget(new QLabel(QStringLiteral("Dark")));
+  row->addWidget(slider, 1);
+  row->addWidget(new QLabel(QStringLiteral("Bright")));
+  row->addWidget(level);
+  Story.Explain(slider, {Subject::Kind::Photocell, box.Photocell, 0});
   connect(slider, &QSlider::valueChanged, this, [this, level, device = box.Photocell](int value) {
     level->setNum(value);
     if (value != Source.DeviceLevel(device)) Source.SetDeviceLevel(device, value);
   });
   Showers.emplace_back([slider, device = box.Photocell](const Engine& runner) {
+    slider->setEnabled(!runner.FollowsSun());
     if (!slider->isSliderDown()) slider->setValue(runner.PhotocellLevel(device));
   });
 }

@@ -6,8 +6,6 @@
 #include "simulator/window/lamp_button.h"
 #include "simulator/window/panel_view.h"
 
-class QBoxLayout;
-class QGridLayout;
 class QVBoxLayout;
 
 namespace simulator {
@@ -17,7 +15,7 @@ namespace simulator {
 /// that stays closed stays down until the next press.
 class SwitchView : public BuiltView {
  public:
-  explicit SwitchView(Panel& panel);
+  SwitchView(Panel& panel, Narrator& narrator);
   void ShowSettings(const Configuration& settings) override;
 
  private:
@@ -28,6 +26,7 @@ class SwitchView : public BuiltView {
     Contact Which = Contact::On;
     InputKind Kind = InputKind::None;
     QString Text;
+    QString What;  // it does
     bool operator==(const Place&) const = default;
   };
   /// What hangs in one place.
@@ -39,8 +38,8 @@ class SwitchView : public BuiltView {
   };
 
   std::vector<Box> BoxesOf(const Configuration& settings) const;
-  void AddButton(QGridLayout& grid, const Place& place);
-  void AddPhotocell(QGridLayout& grid, const Box& box);
+  LampButton* Button(const Place& place);
+  void AddPhotocell(QVBoxLayout& column, const Box& box);
   void Close(const Place& place, bool closed);
 
   std::vector<Box> Known;

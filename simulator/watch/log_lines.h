@@ -3,12 +3,13 @@
 #include <string>
 #include <vector>
 
-#include "simulator/engine/row.h"
+#include "simulator/watch/reason.h"
 
 namespace simulator {
 
 /// Makes of an engine's rows sentences of what happened and why, as in
-/// "TIMER 03 (20 min before sunrise) turned FOYER, HALL on".
+/// "TIMER 03 DUSK (20 min before sunrise) turned FOYER, HALL on". Rows of which nothing comes are
+/// passed over; relays whose times run out at one instant are told in one line.
 class LogLines {
  public:
   enum class When { Past, Coming };
@@ -19,7 +20,7 @@ class LogLines {
     std::string Sentence;   // in UTF-8
   };
 
-  void Take(const Row& row, const Calendar& days);
+  void Take(const Row& row, const Configuration& settings);
   /// The lines since the last call.
   std::vector<Line> Fetch();
 
@@ -27,17 +28,18 @@ class LogLines {
   /// What one cause did to some items.
   struct Deed {
     std::string Verb;
-    std::string Items;
+    std::vector<std::string> Items;
     std::string Ending;
   };
   void Finish();
+  std::string Sentence() const;
 
   When Tense;
   std::vector<Line> Lines;
-  Row Cause;  // the last row, for its cause and time
+  ReasonKeeper Reasons;
+  SharedReason Why;
   std::int64_t Wall = 0;
-  std::string Why;  // the cause in words
-  Deed Doing;       // nothing yet: it fires
+  Deed Doing;  // nothing yet: it fires
   bool Open = false;
 };
 

@@ -1,0 +1,147 @@
+#include "simulator/window/narrator.h"
+
+#include <QContextMenuEvent>
+#include <QHelpEvent>
+#include <QMenu>
+#include <QToolTip>
+#include <utility>
+
+#include "simulator/watch/why.h"
+#include "simulator/window/panel_view.h"
+
+namespace simulator {
+
+namespace {
+
+bool IsAbout(const Row& row, const Subject& item) {
+  const Subject& about = AboutWhat(row);
+  if (item.What == Subject::Kind::Photocell) {
+    return about.What == Subject::Kind::DeviceInput && about.Number == item.Number;
+  }
+  return about == item && (row.What != Change::Fires || item.What == Subject::Kind::Timer);
+}
+
+/// What waits, to see whether a press has begun or ended something.
+std::vector<std::pair<Instant, Mask>> Waiting(const Engine& engine) {
+  std::vector<std::pair<Instant, Mask>> list;
+  for (const Pending& pending : engine.Inside().Coming.All()) {
+    list.emplace_back(pending.At, pending.Relays);
+  }
+  return list;
+}
+
+}  // namespace
+
+Narrator::Narrator(Panel& panel)
+    : Source(panel), Runner(panel.Runner()) {}
+
+void Narrator::Take(const Row& row) {
+  Past.Take(row, Runner.Settings());
+  const bool itself = row.Item == row.Cause || row.Item.What == Subject::Kind::None;
+  if (!itself && row.What != Change::Fires) ++Effects;
+  constexpr std::size_t most = 32 << 20;
+  if (Written.size() > most) Written.erase(0, Written.find('\n', most / 2) + 1);
+  RowWriter(Runner.Days()).Append(Written, row);
+  Stale = true;
+}
+
+void Narrator::Refresh() {
+  // Looking ahead takes its time, and at high speed somebody watches the lamps.
+  const qint64 leastMs = Source.Pace().Speed() > 60 ? 1000 : 250;
+  const qint64 second = Runner.Now() / SecondMs;
+  if (Stale && (!Made.isValid() || Made.elapsed() >= leastMs)) {
+    Made.start();
+    Stale = false;
+    Coming = Outlook(Source.Runner(), LinesAhead);
+    ++AheadLooks;
+    ToldSecond = -1;
+  }
+  if (Focused && ToldSecond == -1) TellFocused(Focused);
+  ToldSecond = second;
+}
+
+QString Narrator::Why(const Subject& item) {
+  return QString::fromStdString(simulator::Why(item, Source.Runner(), Past, Coming));
+}
+
+QString Narrator::NextOf(const Subject& item) {
+  const std::vector<Happening> next = Coming.Of(item);
+  if (next.empty()) return {};
+  const bool timer = item.What == Subject::Kind::Timer;
+  const std::string what = timer ? std::string() : Text(next[0].What, next[0].Level) + " ";
+  return QString::fromStdString(what + ShortTime(next[0].At, Runner.Now(), Runner.Days()));
+}
+
+void Narrator::Explain(QWidget* widget, const Subject& item) {
+  Items.insert(widget, item);
+  widget->installEventFilter(this);
+  connect(widget, &QObject::destroyed, this, [this](QObject* gone) {
+    Items.remove(gone);
+    if (Focused == gone) Focused = nullptr;
+  });
+}
+
+void Narrator::Press(const Subject& item, const std::function<void()>& act) {
+  Engine& runner = Source.Runner();
+  const auto waiting = Waiting(runner);
+  const std::uint64_t effects = Effects;
+  act();
+  const bool nothing = effects == Effects && waiting == Waiting(runner);
+  Tell(nothing ? QString::fromStdString(WhyNothing(item, runner)) : QString());
+  Stale = true;
+  Made.invalidate();
+}
+
+void Narrator::RunUntilChanged(const Subject& item) {
+  const bool found =
+      Source.Pace().Step([&item](const Row& row) { return IsAbout(row, item); });
+  Moved();
+  Tell(found ? Why(item)
+             : QStringLiteral("%1 does not change within a year.")
+                   .arg(QString::fromStdString(NamedText(item, Runner.Settings()))));
+}
+
+void Narrator::TellFocused(QWidget* widget) {
+  const QString words = Why(Items.value(widget));
+  widget->setAccessibleDescription(words);
+  TellWhy(words);
+}
+
+void Narrator::OpenMenu(QWidget* widget, const QPoint& at) {
+  auto* menu = new QMenu(widget);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->setObjectName(QStringLiteral("itemMenu"));
+  menu->addAction(QStringLiteral("&Run Until It Changes"), this,
+                  [this, item = Items.value(widget)] { RunUntilChanged(item); });
+  menu->popup(at);
+}
+
+bool Narrator::eventFilter(QObject* object, QEvent* event) {
+  auto* widget = static_cast<QWidget*>(object);
+  switch (event->type()) {
+    case QEvent::ToolTip: {
+      const QString words = Why(Items.value(object));
+      QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), Wrapped(words), widget);
+      TellWhy(words);
+      return true;
+    }
+    case QEvent::FocusIn:
+      Focused = widget;
+      TellFocused(widget);
+      break;
+    case QEvent::FocusOut:
+      Focused = nullptr;
+      break;
+    case QEvent::ContextMenu: {
+      const auto* asked = static_cast<QContextMenuEvent*>(event);
+      const bool byKey = asked->reason() == QContextMenuEvent::Keyboard;
+      OpenMenu(widget, byKey ? widget->mapToGlobal(widget->rect().center()) : asked->globalPos());
+      return true;
+    }
+    default:
+      break;
+  }
+  return QObject::eventFilter(object, event);
+}
+
+}  // namespace simulator

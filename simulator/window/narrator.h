@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QHash>
+#include <QObject>
+#include <functional>
+
+#include "simulator/engine/panel.h"
+#include "simulator/watch/outlook.h"
+
+class QMenu;
+class QWidget;
+
+namespace simulator {
+
+/// What the window knows of the panel's past and future. Widgets that stand for an item are
+/// explained by it: hovered or walked to they tell why, a press of which nothing comes tells why,
+/// and their menu runs the clock until the item changes.
+class Narrator : public QObject {
+ public:
+  static constexpr std::size_t LinesAhead = 10;
+
+  explicit Narrator(Panel& panel);
+
+  void Take(const Row& row);
+  /// Looks ahead anew where something has happened, and tells of the item that has the focus.
+  void Refresh();
+  void SettingsChanged() { Stale = true; }
+
+  const Outlook& Ahead() const { return Coming; }
+  /// Counts how often it was made anew.
+  std::uint64_t Looks() const { return AheadLooks; }
+  QString Why(const Subject& item);
+  /// The next change in short, as in "off 21:00"; empty if there is none.
+  QString NextOf(const Subject& item);
+  /// All rows as the rows of a rehearsal, the oldest left out where they become too many.
+  std::string Rows() const { return RowWriter::Header.data() + Written; }
+
+  void Explain(QWidget* widget, const Subject& item);
+  void Press(const Subject& item, const std::function<void()>& act);
+  /// Goes to the next change of the item.
+  void RunUntilChanged(const Subject& item);
+
+  std::function<void(const QString&)> TellWhy;  // of what has the focus
+  std::function<void(const QString&)> Tell;     // news
+  std::function<void()> Moved;                  // the clock
+
+ protected:
+  bool eventFilter(QObject* object, QEvent* event) override;
+
+ private:
+  void TellFocused(QWidget* widget);
+  void OpenMenu(QWidget* widget, const QPoint& at);
+
+  Panel& Source;
+  Engine& Runner;  // without bringing it up to the present
+  LastChanges Past;
+  Outlook Coming;
+  std::string Written;
+  QHash<QObject*, Subject> Items;
+  QWidget* Focused = nullptr;
+  bool Stale = true;
+  std::uint64_t AheadLooks = 0;
+  std::uint64_t Effects = 0;  // rows that more than a contact came of
+  qint64 ToldSecond = -1;
+  QElapsedTimer Made;
+};
+
+}  // namespace simulator

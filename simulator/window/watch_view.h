@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QElapsedTimer>
+
+#include "simulator/watch/running.h"
+#include "simulator/window/panel_view.h"
+
+class QTreeWidget;
+
+namespace simulator {
+
+/// What runs, holds or is in force now, with the time that is left.
+class WatchView : public PanelView {
+ public:
+  WatchView(Panel& panel, Narrator& narrator);
+  void ShowSettings(const Configuration&) override {}
+  void ShowStates() override;
+
+ private:
+  Narrator& Story;
+  QTreeWidget* List;
+  std::vector<Running> Known;
+  QElapsedTimer Made;
+};
+
+}  // namespace simulator
