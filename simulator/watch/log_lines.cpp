@@ -38,7 +38,7 @@ Form FormOf(const Row& row) {
     case Change::Blinks:
       return {"made ", "makes ", " blink"};
     case Change::Level:
-      return {"moved ", "moves ", " to level "};
+      return {"moved ", "moves ", ""};
     case Change::Disabled:
       return {"disabled ", "disables ", ""};
     case Change::Enabled:
@@ -52,6 +52,9 @@ Form FormOf(const Row& row) {
 std::string ItemText(const Row& row, const Configuration& settings) {
   const bool ranOut = row.Item.What == Subject::Kind::Relay || row.Item.What == Subject::Kind::Dimmer;
   if (row.Item == row.Cause && !ranOut) return {};
+  if (row.What == Change::Level) {
+    return NamedText(row.Item, settings) + " to level " + std::to_string(row.Level);
+  }
   if (row.Item.What != Subject::Kind::Relay) return NamedText(row.Item, settings);
   return row.Words.empty() ? Text(row.Item) : std::string(row.Words);
 }
@@ -69,22 +72,32 @@ std::string LogLines::Sentence() const {
   if (!Why->HasDoer()) {  // it ran out by itself
     std::string text = Why->Words;
     text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
-    const std::size_t count = Doing.Items.size();
-    if (count == 0) return text;
-    return text + ": " + (count > 1 ? std::to_string(count) + " relays" : Doing.Items[0]) +
-           Doing.Ending + (count > 1 ? ", " + Listed(Doing.Items) : "");
+    return Done.empty() ? text : text + ": " + Done;
   }
-  const std::string deed = Doing.Verb + Listed(Doing.Items) + Doing.Ending;
+  const std::string& deed = Done;
   const bool tellsAll = Why->Cause.What == Power || Why->Cause.What == Clock;
   if (deed.empty()) return Why->Words + (tellsAll ? "" : " fires");
   return Why->Words + " " + deed;
 }
 
+void LogLines::FinishDeed() {
+  const Deed deed = std::exchange(Doing, {});
+  if (deed.Verb.empty()) return;
+  if (!Done.empty()) Done += "; ";
+  const std::size_t count = deed.Items.size();
+  if (Why->HasDoer() || count == 1) {
+    Done += (Why->HasDoer() ? deed.Verb : "") + Listed(deed.Items) + deed.Ending;
+  } else {
+    Done += std::to_string(count) + " relays" + deed.Ending + ", " + Listed(deed.Items);
+  }
+}
+
 void LogLines::Finish() {
   if (!Open) return;
   Open = false;
+  FinishDeed();
   // Of a sweep that turns nothing off nothing is told.
-  const bool idle = Doing.Verb.empty() && Why->Cause.What == Subject::Kind::Sweep;
+  const bool idle = Done.empty() && Why->Cause.What == Subject::Kind::Sweep;
   if (!idle) Lines.push_back({Wall, Sentence()});
 }
 
@@ -97,7 +110,7 @@ void LogLines::Take(const Row& row, const Configuration& settings) {
                        Why->Words == reason->Words && Open;
   if (reason != Why && !sameEnd) {
     Finish();
-    Doing = {};
+    Done.clear();
     Wall = settings.Days.Wall(row.Time);
   }
   Why = reason;
@@ -106,15 +119,10 @@ void LogLines::Take(const Row& row, const Configuration& settings) {
     return;
   }
   const char* verb = Tense == When::Past ? form.Verb : form.ComingVerb;
-  std::string ending = form.Ending;
-  if (row.What == Change::Level) ending += std::to_string(row.Level);
   const std::string item = ItemText(row, settings);
-  if (!Doing.Verb.empty() && (Doing.Verb != verb || Doing.Ending != ending)) {
-    Finish();
-    Doing = {};
-  }
+  if (Doing.Verb != verb || Doing.Ending != form.Ending) FinishDeed();
   Doing.Verb = verb;
-  Doing.Ending = ending;
+  Doing.Ending = form.Ending;
   if (!item.empty()) Doing.Items.push_back(item);
   Open = true;
 }

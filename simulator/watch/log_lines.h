@@ -25,7 +25,7 @@ class LogLines {
   std::vector<Line> Fetch();
 
  private:
-  /// What one cause did to some items.
+  /// What one cause did to some items in one way.
   struct Deed {
     std::string Verb;
     std::vector<std::string> Items;
@@ -33,6 +33,8 @@ class LogLines {
   };
   void Finish();
   std::string Sentence() const;
+  /// What was done so far is one part of the sentence.
+  void FinishDeed();
 
   When Tense;
   std::vector<Line> Lines;
@@ -40,6 +42,7 @@ class LogLines {
   SharedReason Why;
   std::int64_t Wall = 0;
   Deed Doing;  // nothing yet: it fires
+  std::string Done;
   bool Open = false;
 };
 

@@ -95,6 +95,36 @@ std::string WordsOfChange(const Happening& happening) {
   return Text(happening.What, 0);
 }
 
+/// What a switch is, and what it controls; with codes told each by its own.
+std::string Controls(int number, const Configuration& settings, bool withCodes) {
+  const SwitchSetting& setting = settings.Inputs.Each.at(static_cast<std::size_t>(number));
+  std::string text = KindNames[static_cast<std::size_t>(setting.Kind)];
+  if (setting.Kind == InputKind::TimedOn) text += ", " + std::to_string(setting.Minutes) + " min";
+  std::string items;
+  const auto add = [&items](const std::string& words) {
+    items += (items.empty() ? "" : "; ") + words;
+  };
+  if (setting.Kind == InputKind::SetPreset) {
+    if (setting.Preset < Items) add(NamedText({Kind::Preset, setting.Preset, 0}, settings));
+  } else if (setting.Kind != InputKind::None && !withCodes && setting.All() != 0) {
+    add(ItemList(SpokenOf(setting.Kind), setting.All(), settings));
+  } else if (setting.Kind != InputKind::None) {
+    const auto names = CodeNames(setting.Kind);
+    for (std::size_t code = 1; code < setting.Rows.size(); ++code) {
+      if (setting.Rows[code] == 0) continue;
+      const std::string list = ItemList(SpokenOf(setting.Kind), setting.Rows[code], settings);
+      const std::string name = names[code - 1];
+      add(name.empty() ? list : name + " " + list);
+    }
+  }
+  for (const DimmerSlot& slot : settings.Dimmers.Slots) {
+    if (slot.What != DimmerSlot::Kind::Input || slot.Number != number) continue;
+    add(Text(Subject{Kind::Dimmer, slot.Output / OutputsADimmer, slot.Output % OutputsADimmer}));
+  }
+  if (!items.empty()) return text + ": " + items;
+  return setting.Kind == InputKind::None ? text : text + ", controls nothing";
+}
+
 /// Tells of one item, a function a kind of it.
 class Teller {
  public:
@@ -251,29 +281,11 @@ std::string Why(const Subject& item, const Engine& engine, const LastChanges& pa
 }
 
 std::string WhatItDoes(int number, const Configuration& settings) {
-  const SwitchSetting& setting = settings.Inputs.Each.at(static_cast<std::size_t>(number));
-  std::string text = KindNames[static_cast<std::size_t>(setting.Kind)];
-  if (setting.Kind == InputKind::TimedOn) text += ", " + std::to_string(setting.Minutes) + " min";
-  std::string items;
-  const auto add = [&items](const std::string& words) {
-    items += (items.empty() ? "" : "; ") + words;
-  };
-  if (setting.Kind == InputKind::SetPreset && setting.Preset < Items) {
-    add(NamedText({Kind::Preset, setting.Preset, 0}, settings));
-  } else if (setting.Kind != InputKind::None) {
-    const auto names = CodeNames(setting.Kind);
-    for (std::size_t code = 1; code < setting.Rows.size(); ++code) {
-      if (setting.Rows[code] == 0) continue;
-      const std::string list = ItemList(SpokenOf(setting.Kind), setting.Rows[code], settings);
-      const std::string name = names[code - 1];
-      add(name.empty() ? list : name + " " + list);
-    }
-  }
-  for (const DimmerSlot& slot : settings.Dimmers.Slots) {
-    if (slot.What != DimmerSlot::Kind::Input || slot.Number != number) continue;
-    add(Text(Subject{Kind::Dimmer, slot.Output / OutputsADimmer, slot.Output % OutputsADimmer}));
-  }
-  return items.empty() ? text + ", controls nothing" : text + ": " + items;
+  return Controls(number, settings, true);
+}
+
+std::string WhatItControls(int number, const Configuration& settings) {
+  return Controls(number, settings, false);
 }
 
 std::string SignOf(const Subject& item, const Engine& engine) {

@@ -14,6 +14,8 @@ std::string Why(const Subject& item, const Engine& engine, const LastChanges& pa
 
 /// What a switch is and does, as in "Timed On, 10 min: HALL, STAIRS".
 std::string WhatItDoes(int number, const Configuration& settings);
+/// The same without what it does to each of them, as in "Momentary PB: HALL, STAIRS".
+std::string WhatItControls(int number, const Configuration& settings);
 
 /// A word for what keeps an item from acting or changing, as in "disabled", "not now", "held on",
 /// "warning"; empty if nothing does.

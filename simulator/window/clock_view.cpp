@@ -32,7 +32,7 @@ ClockView::ClockView(Panel& panel)
       Hours(new QLabel),
       Speeds(new QButtonGroup(this)),
       Wanted(new QDateTimeEdit),
-      Daylight(new QCheckBox(QStringLiteral("Day&light Follows the Sun"))) {
+      Daylight(new QCheckBox(QStringLiteral("Sunl&ight"))) {
   Time->setObjectName(QStringLiteral("time"));
   QFont large = Time->font();
   large.setPointSizeF(large.pointSizeF() * 1.6);
@@ -47,16 +47,17 @@ ClockView::ClockView(Panel& panel)
   auto* row = new QHBoxLayout;
   AddSpeeds(*row);
   AddButton(*row, "&Next Event", "nextEvent", [this] { NextEvent(); });
-  Cut = AddButton(*row, "Power C&ut", "powerCut", [this] { SetPower(false); });
-  Restore = AddButton(*row, "Power &On", "powerOn", [this] { SetPower(true); });
+  Daylight->setObjectName(QStringLiteral("daylight"));
+  Daylight->setAccessibleName(QStringLiteral("Daylight follows the sun"));
+  Daylight->setToolTip(QStringLiteral("Daylight follows the sun: photocells get a clear day's light"));
+  connect(Daylight, &QCheckBox::clicked, this, [this](bool on) { FollowSun(on); });
+  row->addWidget(Daylight);
   row->addStretch(1);
   column->addLayout(row);
   row = new QHBoxLayout;
   AddWanted(*row);
-  Daylight->setObjectName(QStringLiteral("daylight"));
-  Daylight->setToolTip(QStringLiteral("Photocells get the light of a clear day"));
-  connect(Daylight, &QCheckBox::clicked, this, [this](bool on) { FollowSun(on); });
-  row->addWidget(Daylight);
+  Cut = AddButton(*row, "Power C&ut", "powerCut", [this] { SetPower(false); });
+  Restore = AddButton(*row, "Power &On", "powerOn", [this] { SetPower(true); });
   row->addStretch(1);
   column->addLayout(row);
 }
@@ -65,6 +66,7 @@ QPushButton* ClockView::AddButton(QBoxLayout& row, const char* caption, const ch
                                   std::function<void()> press) {
   auto* button = new QPushButton(QString::fromLatin1(caption));
   button->setObjectName(QString::fromLatin1(name));
+  button->setMinimumWidth(NarrowWidth(*button));
   connect(button, &QPushButton::clicked, this, [press = std::move(press)] { press(); });
   row.addWidget(button);
   return button;

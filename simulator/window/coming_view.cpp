@@ -27,7 +27,7 @@ ComingView::ComingView(Panel& panel, Narrator& narrator)
   Coming->setAccessibleName(QStringLiteral("Coming"));
   Coming->setWordWrap(true);
   Coming->setAlternatingRowColors(true);
-  Coming->setMinimumHeight(4 * fontMetrics().height());
+  Coming->setMinimumHeight(3 * fontMetrics().height());
   connect(Coming, &QListWidget::itemActivated, this,
           [this](const QListWidgetItem* item) { GoTo(item->data(WallRole).toDateTime()); });
   column->addWidget(Coming, 1);

@@ -81,7 +81,7 @@ void DayPicture::ShowNow(std::int64_t wall) {
 }
 
 QSize DayPicture::sizeHint() const {
-  constexpr int leastHourChars = 3;
+  constexpr int leastHourChars = 2;
   const int hours = 24 * leastHourChars * fontMetrics().horizontalAdvance(QLatin1Char('0'));
   return {NameWidth + hours, Top() + RowHeight() * static_cast<int>(Plan.Items.size()) + Margin};
 }

@@ -58,7 +58,6 @@ DayView::DayView(Panel& panel)
   column->addLayout(row);
   row = new QHBoxLayout;
   AddChoices(*row);
-  row->addStretch(1);
   AddLegend(*row);
   column->addLayout(row);
   Note->setObjectName(QStringLiteral("pictureNote"));
@@ -140,17 +139,22 @@ void DayView::AddChoices(QBoxLayout& row) {
 }
 
 void DayView::AddLegend(QBoxLayout& row) {
-  const auto add = [&row](const QString& color, const QString& sign, const QString& word) {
-    row.addWidget(new QLabel(QStringLiteral("<span style=\"color:%1\">%2</span>%3")
-                                 .arg(color, sign, word)));
+  QStringList parts;
+  const auto add = [&parts](const QString& color, const char* sign, const char* word) {
+    parts << QStringLiteral("<nobr><span style=\"color:%1\">%2</span>%3</nobr>")
+                 .arg(color, QString::fromLatin1(sign), QString::fromLatin1(word));
   };
-  const QString block = QStringLiteral("&#9608;");
-  add(QStringLiteral("#e8a200"), block, QStringLiteral("On"));
-  add(QStringLiteral("#d04010"), QStringLiteral("&#9618;"), QStringLiteral("Warning"));
+  add(QStringLiteral("#e8a200"), "&#9608;", "On");
+  add(QStringLiteral("#d04010"), "&#9618;", "Warning");
   for (int kind = 0; kind < static_cast<int>(DayLineNames.size()); ++kind) {
-    add(DayLineColor(kind).name(), QStringLiteral("&#9612;"),
-        QString::fromLatin1(DayLineNames[static_cast<std::size_t>(kind)]));
+    add(DayLineColor(kind).name(), "&#9612;", DayLineNames[static_cast<std::size_t>(kind)]);
   }
+  add(QStringLiteral("#d01060"), "&#9644;", "Differs");
+  auto* legend = new QLabel(parts.join(QStringLiteral("&nbsp; ")));
+  legend->setObjectName(QStringLiteral("legend"));
+  legend->setWordWrap(true);
+  legend->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  row.addWidget(legend, 1);
 }
 
 void DayView::Renew() {

@@ -26,10 +26,10 @@ struct Key {
   int Column;
 };
 constexpr std::array Keys{
-    Key{"Up", PanelFront::Up, 0, 1},         Key{"Previous", PanelFront::Previous, 0, 0},
-    Key{"Next", PanelFront::Next, 0, 2},     Key{"Exit", PanelFront::Exit, 1, 0},
-    Key{"Enter", PanelFront::Enter, 1, 2},   Key{"Down", PanelFront::Down, 1, 1},
-    Key{"Firmware", PanelFront::Chord, 2, 0}};
+    Key{"Previous", PanelFront::Previous, 0, 0}, Key{"Next", PanelFront::Next, 0, 1},
+    Key{"Up", PanelFront::Up, 1, 0},             Key{"Down", PanelFront::Down, 1, 1},
+    Key{"Exit", PanelFront::Exit, 2, 0},         Key{"Enter", PanelFront::Enter, 2, 1},
+    Key{"Firmware", PanelFront::Chord, 3, 0}};
 
 }  // namespace
 
@@ -176,13 +176,14 @@ FrontView::FrontView(Panel& panel) : PanelView(panel), Display(new Glass), Light
   for (const Key& key : Keys) {
     auto* button = new QPushButton(QString::fromLatin1(key.Caption));
     button->setObjectName(QStringLiteral("key%1").arg(button->text()));
+    button->setMinimumWidth(NarrowWidth(*button));
     connect(button, &QPushButton::clicked, this, [this, bits = key.Bits] {
       Source.Front.Press(bits);
       ShowStates();
     });
     grid->addWidget(button, key.Row, key.Column + 1);
   }
-  grid->addWidget(Lights, 2, 2, 1, 2, Qt::AlignCenter);
+  grid->addWidget(Lights, 3, 0, Qt::AlignCenter);
 }
 
 void FrontView::ShowStates() {

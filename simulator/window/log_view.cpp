@@ -35,7 +35,7 @@ LogView::LogView(Panel& panel)
   Log->setReadOnly(true);
   Log->setTabChangesFocus(true);
   Log->setMaximumBlockCount(LongestLog);
-  Log->setMinimumHeight(4 * fontMetrics().height());
+  Log->setMinimumHeight(3 * fontMetrics().height());
   column->addWidget(Log, 1);
   // Lines that wrap anew, as the window becomes narrower, move the end as well.
   QScrollBar* bar = Log->verticalScrollBar();

@@ -1,5 +1,6 @@
 #include "simulator/window/panel_view.h"
 
+#include <QPushButton>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -41,6 +42,10 @@ QString NumberedName(const char* word, int item, const std::string& name) {
 QString SpokenName(const char* word, const QString& numbered) {
   const QString kind = QString::fromLatin1(word);
   return numbered.startsWith(kind) ? numbered : kind + QLatin1Char(' ') + numbered;
+}
+
+int NarrowWidth(const QPushButton& button) {
+  return button.fontMetrics().horizontalAdvance(button.text() + QStringLiteral("  "));
 }
 
 QString Wrapped(const QString& words) {

@@ -6,6 +6,7 @@
 
 #include "simulator/window/narrator.h"
 
+class QPushButton;
 class QVBoxLayout;
 
 namespace simulator {
@@ -56,6 +57,8 @@ inline int ShownPoints(const Panel& panel) {
 QString NumberedName(const char* word, int item, const std::string& name);
 /// As in "Relay 07 LOBBY", from a numbered name.
 QString SpokenName(const char* word, const QString& numbered);
+/// Of a button with just the room for its caption.
+int NarrowWidth(const QPushButton& button);
 /// Plain text as a tool tip that wraps.
 QString Wrapped(const QString& words);
 

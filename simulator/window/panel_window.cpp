@@ -73,6 +73,8 @@ QGroupBox* Boxed(const QString& title, QWidget* view) {
   auto* column = new QVBoxLayout(box);
   column->addWidget(view);
   column->addStretch(1);
+  const int margin = box->fontMetrics().height() / 2;
+  column->setContentsMargins(margin, margin / 2, margin, margin / 2);
   return box;
 }
 
@@ -105,7 +107,10 @@ PanelWindow::PanelWindow(Simulator& simulator)
   const int line = fontMetrics().height();
   constexpr int columns = 210;
   constexpr int rows = 46;
-  resize(QSize(letter * columns, line * rows).boundedTo(screen()->availableSize()));
+  const QSize wanted(letter * columns, line * rows);
+  const QSize room = screen()->availableSize();
+  resize(wanted.boundedTo(room));
+  if (wanted.boundedTo(room) != wanted) setWindowState(Qt::WindowMaximized);
   connect(&Ticks, &QTimer::timeout, this, [this] { Refresh(); });
   Ticks.start(RestingTickMs);
   Refresh();
@@ -175,6 +180,7 @@ void PanelWindow::BuildViews() {
   parts->setChildrenCollapsible(false);
   auto* center = new QWidget;
   auto* column = new QVBoxLayout(center);
+  column->setContentsMargins(6, 0, 6, 0);
   column->addLayout(top);
   column->addWidget(parts, 1);
   setCentralWidget(center);

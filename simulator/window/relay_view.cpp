@@ -151,7 +151,7 @@ QWidget* RelayView::GroupSwitches(const RelayUse& use, const Kind& groups) {
     auto* button = new QPushButton(on ? QStringLiteral("On") : QStringLiteral("Off"));
     button->setAccessibleName(SpokenName("Group", use.Title) + QLatin1Char(' ') + button->text());
     button->setObjectName(lamp->objectName() + button->text().toLower());
-    button->setMinimumWidth(button->fontMetrics().horizontalAdvance(QStringLiteral("  Off  ")));
+    button->setMinimumWidth(NarrowWidth(*button));
     Story.Explain(button, item);
     connect(button, &QPushButton::clicked, this, [this, item, on] {
       Story.Press(item, [&] { Source.SetGroup(item.Number, on); });
@@ -195,10 +195,10 @@ void RelayView::AddButtons(TileLayout& tiles, const Kind& kind, const std::vecto
 
 void RelayView::AddDimmers(QVBoxLayout& column) {
   auto* box = new QGroupBox(QStringLiteral("Dimmer Outputs"));
-  auto* grid = new QGridLayout(box);
+  auto* tiles = new TileLayout;
+  (new QVBoxLayout(box))->addLayout(tiles);
   column.addWidget(box);
-  for (std::size_t i = 0; i < Known.Dimmers.size(); ++i) {
-    const int output = Known.Dimmers[i];
+  for (const int output : Known.Dimmers) {
     const QString name = QStringLiteral("Dimmer %1 Output %2")
                              .arg(output / OutputsADimmer + 1)
                              .arg(output % OutputsADimmer + 1);
@@ -208,11 +208,13 @@ void RelayView::AddDimmers(QVBoxLayout& column) {
     bar->setAccessibleName(name);
     bar->setObjectName(QStringLiteral("dimmer%1").arg(output + 1));
     Story.Explain(bar, {Subject::Kind::Dimmer, output / OutputsADimmer, output % OutputsADimmer});
-    const auto row = static_cast<int>(i) / 2;
-    const int place = static_cast<int>(i) % 2 * 2;
-    grid->addWidget(new QLabel(name), row, place);
-    grid->addWidget(bar, row, place + 1);
-    grid->setColumnStretch(place + 1, 1);
+    auto* place = new QWidget;
+    auto* both = new QVBoxLayout(place);
+    both->setContentsMargins(0, 0, 0, 0);
+    both->setSpacing(0);
+    both->addWidget(new QLabel(name));
+    both->addWidget(bar);
+    tiles->addWidget(place);
     Showers.emplace_back([bar, output, told = -1](const Engine& runner) mutable {
       const int level = runner.DimmerLevel(output);
       if (std::exchange(told, level) == level) return;

@@ -36,7 +36,7 @@ std::vector<SwitchView::Box> SwitchView::BoxesOf(const Configuration& settings) 
     const InputKind kind = settings.Inputs.Each[at].Kind;
     const QString name = NumberedName("Input", i, settings.Names.Input[at]);
     Box& local = DoesSomething(settings, i) ? used : idle;
-    const QString what = QString::fromStdString(WhatItDoes(i, settings));
+    const QString what = QString::fromStdString(WhatItControls(i, settings));
     local.Places.push_back({0, i, Contact::On, kind, name, what});
     if (kind == InputKind::MomentaryOnOff) {
       const QString off = QStringLiteral("%1 Off").arg(name);
@@ -54,7 +54,7 @@ std::vector<SwitchView::Box> SwitchView::BoxesOf(const Configuration& settings) 
       const int number = SwitchOf(device, i);
       const InputKind kind = settings.Inputs.Each[static_cast<std::size_t>(number)].Kind;
       box.Places.push_back({device, i, Contact::On, kind, QString::number(i + 1),
-                            QString::fromStdString(WhatItDoes(number, settings))});
+                            QString::fromStdString(WhatItControls(number, settings))});
     }
     if (box.Photocell != 0 || !box.Places.empty()) boxes.push_back(box);
   }
@@ -94,7 +94,7 @@ LampButton* SwitchView::Button(const Place& place) {
                   .arg(second ? QLatin1String("off") : QLatin1String())
             : QStringLiteral("device%1input%2").arg(place.Device).arg(place.Input + 1));
   button->SetNote(place.What);
-  button->setMinimumWidth(button->fontMetrics().horizontalAdvance(QStringLiteral("Set Preset: N")));
+  button->setMinimumWidth(button->fontMetrics().horizontalAdvance(QStringLiteral("Momentary PB: SOME RELAY")));
   Story.Explain(button, item);
   const auto press = [this, place, item](bool closed) {
     if (closed) {

@@ -25,10 +25,10 @@ WatchView::WatchView(Panel& panel, Narrator& narrator)
   List->setColumnCount(2);
   List->setHeaderLabels({QStringLiteral("Left"), QStringLiteral("What")});
   List->setRootIsDecorated(false);
-  List->setUniformRowHeights(true);
+  List->setWordWrap(true);
   List->setAlternatingRowColors(true);
   List->header()->setSectionResizeMode(Left, QHeaderView::ResizeToContents);
-  List->setMinimumHeight(4 * fontMetrics().height());
+  List->setMinimumHeight(3 * fontMetrics().height());
   connect(List, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) {
     const auto at = static_cast<std::size_t>(List->indexOfTopLevelItem(item));
     if (at < Known.size()) Story.Tell(Story.Why(Known[at].About));

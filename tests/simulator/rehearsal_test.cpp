@@ -36,7 +36,7 @@ TEST(RehearsalTest, WrongDatesAndLinesAreTold) {
       {"2026-03-02 08:00 timer 1 2", "\"2\" is too much"},
       {"2026-03-02 08:00 save",
        "expected press or release or tap or button or photocell or relay or group or preset or "
-       "timer, found \"save\""},
+       "timer or power, found \"save\""},
   };
   for (const auto& [line, message] : lines) {
     const QString script = "# a day\n\n2026-03-02 07:00:30 tap 1 off\n" + QString(line);

@@ -13,11 +13,8 @@
 #include <QTemporaryDir>
 #include <QtTest/QTest>
 
-#include "rehearsed.h"
+#include "opened_window.h"
 #include "simulator/window/day_picture.h"
-#include "simulator/window/lamp_button.h"
-#include "simulator/window/log_lines.h"
-#include "simulator/window/panel_window.h"
 #include "simulator/window/relay_view.h"
 
 namespace simulator {
@@ -25,66 +22,7 @@ namespace {
 
 constexpr int Photocell = 3;  // device of the small installation
 
-/// The window of the small installation at 12:00 on a Thursday of January, at a clock that stands
-/// until it is moved.
-class PanelWindowTest : public testing::Test {
- protected:
-  Options Started() {
-    Options options;
-    options.Now = [this] { return Present; };
-    options.FollowedFile = Followed;
-    return options;
-  }
-
-  void Open() {
-    Source = std::make_unique<Simulator>(Started());
-    Window = std::make_unique<PanelWindow>(*Source);
-    Window->show();
-  }
-  void SetUp() override { Open(); }
-
-  template <typename Widget>
-  Widget& Of(const QString& name) {
-    auto* widget = Window->findChild<Widget*>(name);
-    if (!widget) throw std::invalid_argument(name.toStdString());
-    return *widget;
-  }
-  void Click(const QString& name) { Of<QAbstractButton>(name).click(); }
-  void GoTo(const QDate& date, const QTime& time) {
-    Of<QDateTimeEdit>("wanted").setDateTime(QDateTime(date, time, Qt::UTC));
-    Click("go");
-  }
-  bool Lit(const QString& name) {
-    Window->Refresh();
-    return Of<LampButton>(name).Lit();
-  }
-  std::string Log() {
-    Window->Refresh();
-    return Of<QPlainTextEdit>("log").toPlainText().toStdString();
-  }
-  /// Whether it comes to this: views look ahead, and settings are taken over, now and then only.
-  bool Comes(const std::function<bool()>& wanted) {
-    return QTest::qWaitFor([&] {
-      Window->Refresh();
-      return wanted();
-    });
-  }
-  std::string Caption(const char* name) { return Of<QLabel>(name).text().toStdString(); }
-  std::string Time() { return Caption("time"); }
-  void Trigger(const QString& caption) {
-    for (QAction* menu : Window->menuBar()->actions()) {
-      for (QAction* action : menu->menu()->actions()) {
-        if (action->text().remove('&') == caption) return action->trigger();
-      }
-    }
-    ADD_FAILURE() << caption.toStdString();
-  }
-
-  QDateTime Present{QDate(2026, 1, 15), QTime(12, 0)};
-  QString Followed;
-  std::unique_ptr<Simulator> Source;
-  std::unique_ptr<PanelWindow> Window;
-};
+class PanelWindowTest : public OpenedWindow {};
 
 TEST_F(PanelWindowTest, BeginsWithTheDaySoFar) {
   // The timer of 08:00 has set the preset DAY.
@@ -96,11 +34,11 @@ TEST_F(PanelWindowTest, BeginsWithTheDaySoFar) {
   EXPECT_TRUE(
       Log().ends_with("Thursday 2026-01-15\n"
                       "00:00:00  POWER (power comes)\n"
-                      "08:00:00  TIMER 01 (at 08:00) turned LOBBY, HALL NORTH, HALL SOUTH, "
+                      "08:00:00  TIMER 01 OPENING (at 08:00) turned LOBBY, HALL NORTH, HALL SOUTH, "
                       "STAIRS, OFFICE 1, OFFICE 2, OFFICE 3, MEETING on"))
       << Log();
   EXPECT_EQ(Of<QListWidget>("coming").item(0)->text().toStdString(),
-            "Thu 16:45:00  TIMER 03 (at sunset) turns PARKING, PATH, SIGN, FLAG POLE on");
+            "Thu 16:45:00  TIMER 03 DUSK (at sunset) turns PARKING, PATH, SIGN, FLAG POLE on");
   EXPECT_EQ(Of<QListWidget>("coming").count(), 10);
 }
 
@@ -183,18 +121,23 @@ TEST_F(PanelWindowTest, ThePictureShowsADayAndGoesToAMoment) {
     };
     EXPECT_TRUE(Comes(told)) << Caption("atMark");
   };
-  expect(0, "01 LOBBY at 12:00: on. On 08:00 to 21:00");
-  expect(12, "13 PARKING at 12:00: off. On 16:45 to 00:00");
+  expect(0,
+         "01 LOBBY at 12:00: on since 08:00 by TIMER 01 OPENING (at 08:00), off 21:00 by TIMER 02 "
+         "CLOSING (at 21:00). On 08:00 to 21:00.");
+  expect(12,
+         "13 PARKING at 12:00: off, on 16:45 by TIMER 03 DUSK (at sunset). On 16:45 to 00:00.");
   EXPECT_EQ(picture.accessibleDescription().toStdString(), Caption("atMark"));
   Source->ThePanel().SetRelay(0, false);
-  expect(0, "01 LOBBY at 12:00: off. On 08:00 to 12:00");
+  expect(0, "01 LOBBY at 12:00: off since 12:00 by HAND. On 08:00 to 12:00.");
   // The morning after, the lights of the night are on until 08:00.
   Of<QDateEdit>("pictureDate").setDate(QDate(2026, 1, 16));
-  expect(12, "13 PARKING at 12:00: off. On 00:00 to 08:00, 16:46 to 00:00");
+  expect(12,
+         "13 PARKING at 12:00: off since 08:00 by TIMER 01 OPENING (at 08:00), on 16:46 by TIMER 03 "
+         "DUSK (at sunset). On 00:00 to 08:00, 16:46 to 00:00.");
   // A day of the past is rehearsed afresh.
   Of<QDateEdit>("pictureDate").setDate(QDate(2025, 6, 1));
   EXPECT_TRUE(Caption("pictureNote").ends_with("as if power came at the first midnight"));
-  expect(12, "13 PARKING at 12:00: off. On 20:40 to 00:00");
+  expect(12, "On 20:40 to 00:00.");
   Of<QAbstractButton>("week").click();
   expect(0, "Mon 08:00 to Mon 21:00");
 
@@ -251,53 +194,24 @@ TEST_F(PanelWindowTest, AFollowedFileIsTakenOverAndTheClockKept) {
   EXPECT_EQ(Time(), "Sunday 2026-03-01 10:00:00");
 }
 
-TEST(PanelWindowParts, RelaysStandOnceUnderTheirFirstGroup) {
+TEST(PanelWindowParts, EachGroupHasAllItsRelaysAndWhatNothingUsesIsFoldedAway) {
   PanelMemory memory;
-  // The row of an input that disables inputs names no relays.
+  // The row of an input that disables inputs names no relays. Relay 11 stands beyond the points.
   Set(memory, Code(map::GroupRelayInclude, 2, 1, 1), Code(map::GroupRelayInclude, 2, 3, 1),
       Code(map::GroupRelayInclude, 4, 3, 1), Code(map::TimerRelayControl, 1, 7, 2),
+      Code(map::TimerRelayControl, 10, 7, 1), Name(map::GroupName + 5 * map::NameLength, "EMPTY"),
       Byte(map::InputType + 5, 9), Code(map::InputRelayControl, 3, 5, 1));
   const auto uses = RelaysByUse(Configuration(memory), 5);
-  ASSERT_EQ(uses.size(), 4U);
-  EXPECT_EQ(uses[0].Group, 1);
-  EXPECT_EQ(uses[0].Relays, std::vector<int>{2});
-  EXPECT_EQ(uses[1].Relays, std::vector<int>{4});
-  EXPECT_EQ(uses[2].Relays, std::vector<int>{1});
-  EXPECT_EQ(uses[3].Relays, (std::vector<int>{0, 3}));
-}
-
-TEST(PanelWindowParts, TheLogTellsWhatHappenedAndWhy) {
-  using Kind = Subject::Kind;
-  const PanelMemory memory;
-  const Calendar days(memory);
-  const Subject timer{Kind::Timer, 2, 0};
-  const Subject input{Kind::Input, 11, 0};
-  const Row rows[]{
-      {0, timer, {}, Change::Fires, 0, "at sunset"},
-      {0, timer, {Kind::Relay, 4, 0}, Change::On, 0, "FOYER"},
-      {0, timer, {Kind::Group, 1, 0}, Change::On, 0, "ALL"},
-      {0, timer, {Kind::Relay, 5, 0}, Change::On, 0, ""},
-      {0, timer, {Kind::Relay, 6, 0}, Change::Blinks, 0, "HALL"},
-      {0, timer, {Kind::Dimmer, 2, 0}, Change::Level, 40, ""},
-      {5, {Kind::Timer, 3, 0}, {}, Change::Fires, 0, "at open"},
-      {5, input, input, Change::On, 0, "DOOR"},
-      {5, input, {Kind::Timer, 47, 0}, Change::Disabled, 0, "NIGHT"},
-      {5, input, {Kind::Preset, 1, 0}, Change::Fires, 0, "EVENING"},
-      {5, input, input, Change::Off, 0, "DOOR"},
-  };
-  LogLines lines(LogLines::When::Past);
-  for (const Row& row : rows) lines.Take(row, days);
-  std::string told;
-  for (const auto& line : lines.Fetch()) told += line.Sentence + "\n";
-  EXPECT_EQ(told,
-            "TIMER 03 (at sunset) turned FOYER, RELAY 06 on\n"
-            "TIMER 03 (at sunset) made HALL blink\n"
-            "TIMER 03 (at sunset) moved DIMMER 3 OUTPUT 1 to level 40\n"
-            "TIMER 04 (at open) fires\n"
-            "INPUT 12 closed\n"
-            "INPUT 12 disabled TIMER 48\n"
-            "INPUT 12, PRESET 02 (EVENING) fires\n"
-            "INPUT 12 opened\n");
+  ASSERT_EQ(uses.size(), 6U);
+  const std::pair<int, std::vector<int>> expected[]{{1, {2}},     {3, {2, 4}},  {5, {}},
+                                                    {-1, {1, 10}}, {-1, {0, 3}}};
+  for (std::size_t i = 0; i < std::size(expected); ++i) {
+    EXPECT_EQ(uses[i].Group, expected[i].first);
+    EXPECT_EQ(uses[i].Relays, expected[i].second);
+    EXPECT_FALSE(uses[i].Folded);
+  }
+  EXPECT_TRUE(uses[5].Folded);
+  EXPECT_EQ(uses[5].Relays.size(), 48U - 5U - 1U);
 }
 
 }  // namespace

@@ -1,0 +1,209 @@
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QLabel>
+#include <QListWidget>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QScrollBar>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTextBrowser>
+#include <QTreeWidget>
+
+#include "opened_window.h"
+#include "simulator/memory/write_file.h"
+#include "simulator/window/day_picture.h"
+
+namespace simulator {
+namespace {
+
+class WatchWindowTest : public OpenedWindow {
+ protected:
+  std::string News() { return Window->statusBar()->currentMessage().toStdString(); }
+};
+
+TEST_F(WatchWindowTest, ALampTellsWhyAndRunsUntilItChanges) {
+  auto& lobby = Of<LampButton>("relay1");
+  lobby.setFocus();
+  const std::string why =
+      "RELAY 01 LOBBY: on since 08:00 by TIMER 01 OPENING (at 08:00), off 21:00 by TIMER 02 CLOSING "
+      "(at 21:00)";
+  ASSERT_TRUE(Comes([&] { return Caption("why") == why; })) << Caption("why");
+  EXPECT_EQ(lobby.accessibleDescription().toStdString(), why);
+  EXPECT_EQ(lobby.Note(), "off 21:00");
+  Of<LampButton>("relay2").setFocus();
+  EXPECT_EQ(lobby.accessibleDescription(), "on");
+
+  QContextMenuEvent asked(QContextMenuEvent::Keyboard, {});
+  QApplication::sendEvent(&lobby, &asked);
+  Of<QMenu>("itemMenu").actions()[0]->trigger();
+  EXPECT_EQ(Time(), "Thursday 2026-01-15 21:00:00");
+  EXPECT_FALSE(Lit("relay1"));
+  // In vain.
+  Click("relay1");
+  Click("input1");
+  EXPECT_EQ(News(), "INPUT 01 ENTRANCE does nothing: all that it controls stands so already.");
+  Click("input1off");
+  EXPECT_EQ(News(), "");
+  EXPECT_FALSE(Lit("relay1"));
+}
+
+TEST_F(WatchWindowTest, StationsSignsAndGroupsAreTold) {
+  Set(Source->ThePanel().Memory, Byte(map::InputEnableTime + 1, 60),
+      Byte(map::InputDisableTime + 1, 64), Code(map::GroupRelayInclude, 0, 3, 1));
+  ASSERT_TRUE(Comes([&] { return Of<LampButton>("input2").Sign() == "not now"; }));
+  EXPECT_EQ(Of<LampButton>("input2").Note(), "Momentary PB: LOBBY, HALL NORTH, HALL SOUTH, STAIRS");
+  EXPECT_EQ(Of<LampButton>("device1input2").accessibleName(), "FL 01 INPUT 2");
+  EXPECT_EQ(Window->findChildren<LampButton*>("relay1").size(), 2);
+  Click("group4on");
+  EXPECT_TRUE(Lit("relay16"));
+  Click("group4off");
+  EXPECT_FALSE(Lit("relay16"));
+  EXPECT_FALSE(Of<LampButton>("relay48").isVisible());
+  Click("fold");
+  EXPECT_TRUE(Of<LampButton>("relay48").isVisible());
+}
+
+TEST_F(WatchWindowTest, PowerFailsAndTheWatchListTellsOfIt) {
+  const auto watched = [&](const char* words) {
+    return Comes([&] {
+      return !Of<QTreeWidget>("watch").findItems(words, Qt::MatchContains, 1).isEmpty();
+    });
+  };
+  EXPECT_TRUE(watched("In force: PRESET 01 DAY"));
+  Click("powerCut");
+  EXPECT_FALSE(Lit("relay1"));
+  EXPECT_TRUE(watched("No power"));
+  EXPECT_EQ(Of<QLabel>("display1").accessibleName(), "Display row 1: empty");
+  Click("relay1");
+  EXPECT_EQ(News(), "RELAY 01 LOBBY does nothing: there is no power.");
+  Click("powerOn");
+  EXPECT_EQ(Of<QLabel>("display1").accessibleName(), "Display row 1: SIMULATED PANEL");
+  EXPECT_FALSE(Lit("relay1"));
+  Click("input3");
+  EXPECT_TRUE(watched("Timed on: STAIRS (INPUT 03 STAIRS of 12:00)"));
+}
+
+TEST_F(WatchWindowTest, DaysStandBesideEachOtherAndWhatDiffersIsTold) {
+  Of<QTabWidget>("pages").setCurrentIndex(1);
+  auto& picture = Of<DayPicture>("picture");
+  const auto comes = [&](const char* words) {
+    return Comes([&] {
+      picture.setFocus();
+      QTest::keyClick(&picture, Qt::Key_Up);
+      return Caption("atMark").find(words) != std::string::npos;
+    });
+  };
+  Source->ThePanel().SetRelay(0, false);
+  Of<QComboBox>("compare").setCurrentIndex(1);
+  Of<QDateEdit>("otherDate").setDate(QDate(2026, 1, 16));
+  EXPECT_TRUE(comes("On 08:00 to 12:00. Fri 2026-01-16: on since 08:00 by TIMER 01 OPENING"));
+  EXPECT_TRUE(comes("On 08:00 to 21:00. They differ.")) << Caption("atMark");
+  Source->ThePanel().Memory.SetByte(map::TimerTimeType, 10);
+  Of<QComboBox>("compare").setCurrentIndex(2);
+  EXPECT_TRUE(comes("On 10:00 to 21:00. Settings before: on since 08:00 by TIMER 01 OPENING (at "
+                    "08:00), off 21:00 by TIMER 02 CLOSING (at 21:00). On 08:00 to 21:00. They "
+                    "differ."))
+      << Caption("atMark");
+  EXPECT_NE(Log().find("12:00:00  --- New settings hold from here ---"), std::string::npos) << Log();
+  const DayPlan::Stretches a{{0, 10}, {10, 20, FullLevel, true}};
+  const DayPlan::Stretches b{{0, 10}, {15, 25}};
+  const std::vector<std::pair<std::int64_t, std::int64_t>> different{{10, 25}};
+  EXPECT_EQ(DifferenceOf(a, b), different);
+}
+
+TEST_F(WatchWindowTest, FilesKeepWhatWasDoneAndBringItBack) {
+  QTemporaryDir folder;
+  const auto answer = [&](const char* name) {
+    Window->TheFiles().AskPath = [path = folder.filePath(name)](auto&&...) { return path; };
+  };
+  const auto content = [&](const char* name) {
+    QFile file(folder.filePath(name));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
+    return file.readAll().toStdString();
+  };
+  Click("relay5");
+  Click("input2");
+  Present = Present.addSecs(90);
+  Click("powerCut");
+  answer("presses.txt");
+  Trigger("Save My Presses...");
+  EXPECT_EQ(content("presses.txt"),
+            "# What was done in the simulated panel's window.\n"
+            "2026-01-15 12:00:00 relay 5 off\n"
+            "2026-01-15 12:00:00 press 2\n"
+            "2026-01-15 12:00:00 release 2\n"
+            "2026-01-15 12:01:30 power off\n");
+  answer("log.tsv");
+  Trigger("Save the Log As Rows...");
+  // What was done is what a rehearsal of it does.
+  RehearsalOptions options;
+  ParseRange("2026-01-15", options);
+  options.Script = ReadScript(folder.filePath("presses.txt"));
+  std::string rehearsed;
+  Rehearse(SmallInstallation(), options, [&](std::string_view text) { rehearsed += text; });
+  EXPECT_EQ(content("log.tsv"), rehearsed);
+  EXPECT_NE(rehearsed.find("\tPOWER\tRELAY 06\toff\t"), std::string::npos);
+
+  GoTo({2026, 1, 15}, {11, 0});
+  answer("presses.txt");
+  Trigger("Load a Script of Presses...");
+  EXPECT_EQ(News(), "4 presses are to come, 0 are past.");
+  GoTo({2026, 1, 15}, {12, 1});
+  EXPECT_FALSE(Lit("relay5"));
+  GoTo({2026, 1, 15}, {12, 2});
+  EXPECT_FALSE(Source->ThePanel().Powered());
+  answer("plan.svg");
+  Trigger("Save the Picture's Days...");
+  EXPECT_NE(content("plan.svg").find(">warning</text>"), std::string::npos);
+  answer("hours.tsv");
+  Trigger("Save Their Burn Hours...");
+  EXPECT_NE(content("hours.tsv").find("RELAY 05\t4.00\tOFFICE 1\n"), std::string::npos)
+      << content("hours.tsv");
+
+  WriteFile(folder.filePath("bad.txt"), "2026-03-02 08:00 tap 0\n", "The file");
+  answer("bad.txt");
+  Trigger("Load a Script of Presses...");
+  EXPECT_TRUE(Of<QMessageBox>("failure").text().endsWith(
+      "bad.txt, line 1: expected a number from 1 to 48, found \"0\""));
+}
+
+TEST_F(WatchWindowTest, TheLogFollowsItsEndWhereverItWraps) {
+  auto& log = Of<QPlainTextEdit>("log");
+  QScrollBar& bar = *log.verticalScrollBar();
+  const auto toggle = [&] {
+    for (int i = 0; i < 60; ++i) Source->ThePanel().SetGroup(i % 4, i % 8 < 4);
+    Window->Refresh();
+  };
+  toggle();
+  EXPECT_GT(bar.maximum(), 0);
+  EXPECT_EQ(bar.value(), bar.maximum());
+  Window->resize(Window->width() * 3 / 4, Window->height());
+  QCoreApplication::processEvents();
+  EXPECT_EQ(bar.value(), bar.maximum());
+  // Not from where somebody reads.
+  bar.triggerAction(QAbstractSlider::SliderToMinimum);
+  toggle();
+  EXPECT_EQ(bar.value(), 0);
+}
+
+TEST_F(WatchWindowTest, HelpDaylightAndSizes) {
+  Of<QCheckBox>("daylight").click();
+  EXPECT_GT(Source->ThePanel().DeviceLevel(3), 200);
+  EXPECT_FALSE(Lit("relay13"));
+  EXPECT_FALSE(Of<QWidget>("photocell3").isEnabled());
+  Trigger("Guide");
+  EXPECT_TRUE(Of<QTextBrowser>("guide").toPlainText().startsWith("The simulated panel"));
+  Trigger("About");
+  EXPECT_TRUE(Of<QMessageBox>("about").text().contains(TAMBERLOOM_VERSION));
+  const QSize least = Window->minimumSizeHint();
+  EXPECT_LE(least.width(), 960);
+  EXPECT_LE(least.height(), 540 - 32) << "frame and title take their part";
+}
+
+}  // namespace
+}  // namespace simulator
