@@ -72,6 +72,11 @@ class RatioReport {
     Line(topic, milliseconds, "bare milliseconds", limit * BareMillisecond() / 1000, 1, "ms");
   }
 
+  /// A time without a limit.
+  void Tell(const char* topic, double milliseconds) {
+    std::printf("%-28s %10.1f ms   without a limit\n", topic, milliseconds);
+  }
+
   /// For main to return.
   int ExitCode() const { return missed_ ? 1 : 0; }
 

@@ -22,7 +22,7 @@ std::string DeviceRows(Panel& panel) {
     const int block = map::DeviceBlock(device);
     const bool present = panel.DevicePresent(device);
     if (!present && panel.Memory.Byte(block) == 0) continue;
-    text += TwoDigits(device) + "  " + panel.Memory.Text(block + map::DeviceName, map::NameLength) +
+    text += TwoDigits(device) + "  FL " + Hex(static_cast<unsigned>(device), 2) + "  " + panel.Memory.Text(block + map::DeviceName, map::NameLength) +
             "  type " + std::to_string(panel.Memory.Byte(block)) +
             (present ? "  present" : "  dropped") + "  inputs ";
     for (int i = 0; i < DeviceInputs; ++i) {

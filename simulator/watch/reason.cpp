@@ -126,7 +126,7 @@ void LastChanges::Take(const Row& row, const Configuration& settings) {
   Last = Reasons.Take(row, settings);
   // As power comes anew, all begins anew.
   if (row.Cause.What == Subject::Kind::Power && row.What == Change::Fires) Known.clear();
-  Known[AboutWhat(row)] = {row.Time, row.What, row.Level, Last};
+  if (AboutWhat(row).What != Subject::Kind::None) Known[AboutWhat(row)] = {row.Time, row.What, row.Level, Last};
 }
 
 const Happening* LastChanges::Of(const Subject& item) const {

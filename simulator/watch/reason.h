@@ -67,7 +67,7 @@ class LastChanges {
 
 /// What a row is about: its item, or the timer that fires.
 inline const Subject& AboutWhat(const Row& row) {
-  return row.Item.What == Subject::Kind::None ? row.Cause : row.Item;
+  return row.Cause.What == Subject::Kind::Timer && row.What == Change::Fires ? row.Cause : row.Item;
 }
 
 }  // namespace simulator

@@ -233,12 +233,26 @@ class Teller {
                        ". " + WhatItDoes(number, Settings);
     const std::string deaf = WhyDeaf(number, Runner);
     if (!deaf.empty()) text += ". Not heard: " + deaf;
+    text += OfPilot(number);
     const std::vector<Happening> next = Ahead.Of(item);
     const bool local = item.What == Kind::Input;
     if (local && !next.empty()) {
       text += ". " + WordsOfChange(next[0]) + " " + Time(next[0].At) + next[0].Why->Ending();
     }
     return text;
+  }
+
+  std::string OfPilot(int number) const {
+    for (const PilotSetting& pilot : Settings.Inputs.Pilots) {
+      using What = PilotSetting::Kind;
+      if (pilot.Switch != number || pilot.What == What::Static) continue;
+      const Kind kind = pilot.What == What::Relay   ? Kind::Relay
+                        : pilot.What == What::Group ? Kind::Group
+                                                    : Kind::Preset;
+      return std::string(". Pilot ") + (PilotIsLit(Runner.Inside(), number) ? "lit" : "dark") +
+             ", follows " + NamedText({kind, pilot.Number, 0}, Settings);
+    }
+    return {};
   }
 
   std::string OfPhotocell(const Subject& item) const {

@@ -17,8 +17,8 @@ struct DayPlan {
     std::int64_t To = 0;
     int Level = FullLevel;
     bool Blinks = false;
-    QString Began;  // as in " by SWEEP"; empty: it went on from before
-    QString Ended;
+    QString Began = {};  // as in " by SWEEP"; empty: it went on from before
+    QString Ended = {};
     QString Since = {};  // before the days on show
   };
   using Stretches = std::vector<Stretch>;

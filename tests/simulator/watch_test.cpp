@@ -204,7 +204,7 @@ TEST(DaylightTest, FollowsTheSunAndSwitchesByIt) {
     return kept.join(',').toStdString();
   };
   EXPECT_EQ(rows(false), "02T00:00on");
-  EXPECT_EQ(rows(true), "02T00:00on,02T08:22off,02T17:15on,03T08:20off,03T17:16on");
+  EXPECT_EQ(rows(true), "02T00:00on,02T08:21off,02T17:15on,03T08:19off,03T17:16on");
   // The most light comes half way between sunrise and sunset; a clock that is set takes its own.
   Engine engine(memory);
   engine.FollowSun(true);
