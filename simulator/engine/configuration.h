@@ -94,7 +94,7 @@ struct TimerSetting {
   int Day = 0;
   Outcome Relays;
   Mask Presets = 0;
-  std::string Words;  // as in "20 min before sunrise"
+  std::string Words;       // as in "20 min before sunrise"
   std::string NamedWords;  // as in "DUSK (20 min before sunrise)"
 };
 

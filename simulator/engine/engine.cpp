@@ -76,6 +76,17 @@ void RunPending(EngineState& state) {
 
 }  // namespace
 
+bool Matters(const Row& row, const Configuration& settings) {
+  using enum Subject::Kind;
+  if (row.Cause.What == Sweep) return row.What != Change::Fires;
+  if (row.Cause.What == Photocell) return row.What != Change::Level;
+  if (row.Item.What != DeviceInput) return true;
+  const InputSettings& inputs = settings.Inputs;
+  const auto at = static_cast<std::size_t>(SwitchOf(row.Item.Number, row.Item.Sub));
+  return !inputs.IsPhotocell[static_cast<std::size_t>(row.Item.Number)] ||
+         inputs.Each[at].All() != 0 || settings.Dimmers.SlotSwitches[at];
+}
+
 Engine::Engine(const PanelMemory& memory) : Memory(&memory), KnownRevision(memory.Revision()) {
   State.Settings = std::make_shared<Configuration>(memory);
 }
@@ -290,8 +301,8 @@ void Engine::SetSilent(int device, bool silent) {
   RunLevelSwitches(State, {Subject::Kind::Hand, 0, 0});
 }
 
-std::optional<Instant> Engine::NextRow(
-    std::int64_t within, const std::function<bool(const Row&)>& wanted) const {
+std::optional<Instant> Engine::NextRow(std::int64_t within,
+                                       const std::function<bool(const Row&)>& wanted) const {
   std::optional<Instant> time;
   Engine ahead = *this;
   ahead.SetSink([&](const Row& row) {

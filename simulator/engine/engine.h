@@ -8,6 +8,10 @@
 
 namespace simulator {
 
+/// Nothing comes of a sweep that turns nothing off, or of a photocell's input that controls nothing;
+/// light that changes is told by what it does.
+bool Matters(const Row& row, const Configuration& settings);
+
 class Engine;
 
 /// What somebody does at a time of the wall clock, milliseconds since 1970.

@@ -91,7 +91,7 @@ void BeginOverride(EngineState& state, Mask relays) {
   const HoursSettings& hours = state.Settings->Hours;
   if (state.Days.IsOpen || hours.OverrideMs == 0) return;
   state.Await(state.Now + hours.OverrideMs, Due::OverrideOver,
-                    relays & hours.Swept & ~OccupiedRelays(state));
+              relays & hours.Swept & ~OccupiedRelays(state));
 }
 
 void Forget(EngineState& state, Mask relays) {

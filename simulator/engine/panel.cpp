@@ -112,8 +112,8 @@ void Panel::Touch(By by, const std::string& words) const {
 
 void Panel::SetContact(int input, Contact contact, bool closed) {
   Item(input);
-  Touch(By::Hand, Numbered(closed ? "press" : "release", input) +
-                      (contact == Contact::Off ? " off" : ""));
+  Touch(By::Hand,
+        Numbered(closed ? "press" : "release", input) + (contact == Contact::Off ? " off" : ""));
   Runner().SetContact(input, contact, closed);
 }
 

@@ -43,6 +43,10 @@ void PanelClock::JumpTo(const QDateTime& time) {
   Runner.AdvanceTo(at);
 }
 
+bool PanelClock::Step() {
+  return Step([this](const Row& row) { return Matters(row, Runner.Settings()); });
+}
+
 bool PanelClock::Step(const std::function<bool(const Row&)>& wanted) {
   Tick();
   const std::optional<Instant> next = Runner.NextRow(FarMs, wanted);

@@ -34,8 +34,9 @@ class PanelClock {
   /// Goes to a time of the wall clock: forward through all that happens, backward, and further away
   /// than FarMs, by power coming anew at the beginning of that day.
   void JumpTo(const QDateTime& time);
-  /// Goes to the next row that is wanted; whether there is one, not far away.
-  [[nodiscard]] bool Step(const std::function<bool(const Row&)>& wanted = &Matters);
+  /// Goes to the next row that matters, or that is wanted; whether there is one, not far away.
+  [[nodiscard]] bool Step();
+  [[nodiscard]] bool Step(const std::function<bool(const Row&)>& wanted);
   /// As if power had come at midnight: the day so far happens.
   void RunDaySoFar();
 

@@ -45,12 +45,6 @@ void AppendChange(std::string& text, Change change, int level) {
 
 }  // namespace
 
-bool Matters(const Row& row) {
-  using enum Subject::Kind;
-  if (row.Cause.What == Sweep) return row.What != Change::Fires;
-  return row.Cause.What != Photocell || row.What != Change::Level;
-}
-
 std::string Text(const Subject& subject) {
   std::string text;
   AppendSubject(text, subject);

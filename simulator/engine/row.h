@@ -56,9 +56,6 @@ struct Row {
   Actor Begun = {};
 };
 
-/// Nothing comes of a sweep that turns nothing off, and light that changes is told by what it does.
-bool Matters(const Row& row);
-
 /// As in "TIMER 03", "FL 1A INPUT 2", "DIMMER 3 OUTPUT 1", "-".
 std::string Text(const Subject& subject);
 /// As in "on", "level 127".

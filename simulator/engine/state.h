@@ -64,7 +64,7 @@ struct PhotocellState {
   };
   std::array<Light, Devices + 1> Lights{};
   std::optional<Instant> NextDaylight;  // when it changes; nothing while hands set the light
-  std::bitset<Switches> Unheard;  // closed by photocells before their settings changed
+  std::bitset<Switches> Unheard;        // closed by photocells before their settings changed
 };
 
 /// Of one output.

@@ -22,9 +22,10 @@ std::string DeviceRows(Panel& panel) {
     const int block = map::DeviceBlock(device);
     const bool present = panel.DevicePresent(device);
     if (!present && panel.Memory.Byte(block) == 0) continue;
-    text += TwoDigits(device) + "  FL " + Hex(static_cast<unsigned>(device), 2) + "  " + panel.Memory.Text(block + map::DeviceName, map::NameLength) +
-            "  type " + std::to_string(panel.Memory.Byte(block)) +
-            (present ? "  present" : "  dropped") + "  inputs ";
+    text += TwoDigits(device) + "  FL " + Hex(static_cast<unsigned>(device), 2) + "  " +
+            panel.Memory.Text(block + map::DeviceName, map::NameLength) + "  type " +
+            std::to_string(panel.Memory.Byte(block)) + (present ? "  present" : "  dropped") +
+            "  inputs ";
     for (int i = 0; i < DeviceInputs; ++i) {
       text += ((panel.DeviceInputBits(device) >> i) & 1) != 0 ? '1' : '0';
     }

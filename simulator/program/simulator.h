@@ -26,7 +26,7 @@ struct Options {
   QString FollowedFile;  // in its place: read, and read again when it has changed
   std::vector<Fault> Faults;
   bool Daylight = false;  // follows the sun
-  QString LogFile;  // "-": standard output; empty: none
+  QString LogFile;        // "-": standard output; empty: none
   Clock Now = &ComputersTime;
 };
 

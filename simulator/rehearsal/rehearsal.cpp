@@ -246,10 +246,10 @@ void Rehearse(const PanelMemory& memory, const RehearsalOptions& options,
   if (options.BurnHours) output.Text += BurnHours(engine.Settings(), keeper.Until(end));
   output.Flush();
   if (options.PlanFile.isEmpty()) return;
-  WriteFile(options.PlanFile,
-            PlanSvg(engine, memory, keeper.Until(end), options.FirstDay, options.LastDay,
-                    options.Rows),
-            "The file");
+  WriteFile(
+      options.PlanFile,
+      PlanSvg(engine, memory, keeper.Until(end), options.FirstDay, options.LastDay, options.Rows),
+      "The file");
 }
 
 }  // namespace simulator

@@ -34,8 +34,7 @@ BarKeeper::BarKeeper(const Engine& engine) {
     Going[relay] = {now, FullLevel, Has(engine.BlinkingRelays(), relay), {}};
   });
   for (int output = 0; output < DimmerOutputs; ++output) {
-    const bool fitted =
-        engine.Settings().Dimmers.Each[static_cast<std::size_t>(output)].Fitted;
+    const bool fitted = engine.Settings().Dimmers.Each[static_cast<std::size_t>(output)].Fitted;
     const int level = fitted ? GoalLevel(engine.Inside(), output) : 0;
     if (level != 0) Going[Items + output] = {now, level, false, {}};
   }

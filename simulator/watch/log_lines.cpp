@@ -50,7 +50,8 @@ Form FormOf(const Row& row) {
 }
 
 std::string ItemText(const Row& row, const Configuration& settings) {
-  const bool ranOut = row.Item.What == Subject::Kind::Relay || row.Item.What == Subject::Kind::Dimmer;
+  const bool ranOut =
+      row.Item.What == Subject::Kind::Relay || row.Item.What == Subject::Kind::Dimmer;
   if (row.Item == row.Cause && !ranOut) return {};
   if (row.What == Change::Level) {
     return NamedText(row.Item, settings) + " to level " + std::to_string(row.Level);
@@ -105,7 +106,7 @@ void LogLines::Take(const Row& row, const Configuration& settings) {
   const Form form = FormOf(row);
   const bool fires = row.What == Change::Fires;
   const SharedReason reason = Reasons.Take(row, settings);
-  if (!fires && (*form.Verb == 0 || !Matters(row))) return;
+  if (!fires && (*form.Verb == 0 || !Matters(row, settings))) return;
   const bool sameEnd = Why && !Why->HasDoer() && !reason->HasDoer() && Why->At == reason->At &&
                        Why->Words == reason->Words && Open;
   if (reason != Why && !sameEnd) {

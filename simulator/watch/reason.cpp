@@ -68,10 +68,9 @@ std::string OwnName(const Subject& subject, const Configuration& settings) {
   const std::string* name = NameOf(subject, settings.Names);
   if (name == nullptr) return {};
   const std::string usual = UsualName(subject);
-  const bool same = std::equal(name->begin(), name->end(), usual.begin(), usual.end(),
-                               [](char a, char b) {
-                                 return std::toupper(static_cast<unsigned char>(a)) == b;
-                               });
+  const bool same =
+      std::equal(name->begin(), name->end(), usual.begin(), usual.end(),
+                 [](char a, char b) { return std::toupper(static_cast<unsigned char>(a)) == b; });
   return same ? std::string() : *name;
 }
 
@@ -122,11 +121,23 @@ const SharedReason& ReasonKeeper::Take(const Row& row, const Configuration& sett
   return Known;
 }
 
+std::string ChangeText(const Subject& item, const Happening& happening) {
+  const bool on = happening.What == Change::On;
+  if (on || happening.What == Change::Off) {
+    if (item.What == Subject::Kind::Preset) return on ? "set" : "not set";
+    const bool isSwitch =
+        item.What == Subject::Kind::Input || item.What == Subject::Kind::DeviceInput;
+    if (isSwitch) return on ? "closes" : "opens";
+  }
+  return Text(happening.What, happening.Level);
+}
+
 void LastChanges::Take(const Row& row, const Configuration& settings) {
   Last = Reasons.Take(row, settings);
   // As power comes anew, all begins anew.
   if (row.Cause.What == Subject::Kind::Power && row.What == Change::Fires) Known.clear();
-  if (AboutWhat(row).What != Subject::Kind::None) Known[AboutWhat(row)] = {row.Time, row.What, row.Level, Last};
+  if (AboutWhat(row).What != Subject::Kind::None)
+    Known[AboutWhat(row)] = {row.Time, row.What, row.Level, Last};
 }
 
 const Happening* LastChanges::Of(const Subject& item) const {

@@ -52,6 +52,9 @@ struct Happening {
   SharedReason Why;
 };
 
+/// As in "on", "level 40"; of presets "set" and "not set", of switches "closes" and "opens".
+std::string ChangeText(const Subject& item, const Happening& happening);
+
 /// The last change of each item; of timers when they fired last.
 class LastChanges {
  public:

@@ -106,13 +106,17 @@ class Gatherer {
     EachBit(State.Relays.Held, [&](int relay) {
       const Subject item{Subject::Kind::Relay, relay, 0};
       const bool on = Has(State.Relays.HeldOn, relay);
-      Add({}, std::string(on ? "Held on" : "Held off") + ": " + RelayList(Bit(relay), Settings) +
-                  " (" + HeldBy(item, Runner) + ")", item);
+      Add({},
+          std::string(on ? "Held on" : "Held off") + ": " + RelayList(Bit(relay), Settings) + " (" +
+              HeldBy(item, Runner) + ")",
+          item);
     });
     for (const InputState::Occupant& occupant : State.Inputs.Occupants) {
       if (occupant.Relays == 0) continue;
-      Add({}, "No sweep while " + Named(SwitchSubject(occupant.Switch)) + " is closed: " +
-                  RelayList(occupant.Relays, Settings), SwitchSubject(occupant.Switch));
+      Add({},
+          "No sweep while " + Named(SwitchSubject(occupant.Switch)) +
+              " is closed: " + RelayList(occupant.Relays, Settings),
+          SwitchSubject(occupant.Switch));
     }
   }
 

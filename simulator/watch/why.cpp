@@ -9,11 +9,10 @@ namespace {
 
 using Kind = Subject::Kind;
 
-constexpr std::array KindNames{"Does nothing",    "Momentary On/Off", "Momentary PB",
-                               "Maint. On/Off",   "Maint. Multi-Way", "Set Preset",
-                               "Timed On",        "HID Bi-Level",     "2 Step",
-                               "4 Step",          "Input Disable",    "Timer Disable",
-                               "Output Override", "Force Timer"};
+constexpr std::array KindNames{
+    "Does nothing",  "Momentary On/Off", "Momentary PB",    "Maint. On/Off", "Maint. Multi-Way",
+    "Set Preset",    "Timed On",         "HID Bi-Level",    "2 Step",        "4 Step",
+    "Input Disable", "Timer Disable",    "Output Override", "Force Timer"};
 
 /// What the codes of the rows mean, from 1.
 std::array<const char*, 4> CodeNames(InputKind kind) {
@@ -90,11 +89,6 @@ std::string WhyDeaf(int number, const Engine& engine) {
   return {};
 }
 
-std::string WordsOfChange(const Happening& happening) {
-  if (happening.What == Change::Level) return "level " + std::to_string(happening.Level);
-  return Text(happening.What, 0);
-}
-
 /// What a switch is, and what it controls; with codes told each by its own.
 std::string Controls(int number, const Configuration& settings, bool withCodes) {
   const SwitchSetting& setting = settings.Inputs.Each.at(static_cast<std::size_t>(number));
@@ -168,7 +162,7 @@ class Teller {
     if (next.empty()) return ", no change within eight days";
     std::string text;
     for (const Happening& happening : next) {
-      text += ", " + WordsOfChange(happening) + " " + Time(happening.At) + happening.Why->Ending();
+      text += ", " + ChangeText(item, happening) + " " + Time(happening.At) + happening.Why->Ending();
       if (happening.What != Change::Blinks) break;
     }
     return text;
@@ -237,7 +231,7 @@ class Teller {
     const std::vector<Happening> next = Ahead.Of(item);
     const bool local = item.What == Kind::Input;
     if (local && !next.empty()) {
-      text += ". " + WordsOfChange(next[0]) + " " + Time(next[0].At) + next[0].Why->Ending();
+      text += ". " + ChangeText(item, next[0]) + " " + Time(next[0].At) + next[0].Why->Ending();
     }
     return text;
   }

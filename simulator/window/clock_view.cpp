@@ -49,7 +49,8 @@ ClockView::ClockView(Panel& panel)
   AddButton(*row, "&Next Event", "nextEvent", [this] { NextEvent(); });
   Daylight->setObjectName(QStringLiteral("daylight"));
   Daylight->setAccessibleName(QStringLiteral("Daylight follows the sun"));
-  Daylight->setToolTip(QStringLiteral("Daylight follows the sun: photocells get a clear day's light"));
+  Daylight->setToolTip(
+      QStringLiteral("Daylight follows the sun: photocells get a clear day's light"));
   connect(Daylight, &QCheckBox::clicked, this, [this](bool on) { FollowSun(on); });
   row->addWidget(Daylight);
   row->addStretch(1);

@@ -36,7 +36,8 @@ std::vector<std::pair<std::int64_t, std::int64_t>> DifferenceOf(const DayPlan::S
   std::sort(edges.begin(), edges.end());
   const auto stateAt = [](const DayPlan::Stretches& row, std::int64_t wall) {
     for (const auto& stretch : row) {
-      if (wall >= stretch.From && wall < stretch.To) return stretch.Level + (stretch.Blinks ? 1 : 0);
+      if (wall >= stretch.From && wall < stretch.To)
+        return stretch.Level + (stretch.Blinks ? 1 : 0);
     }
     return 0;
   };
@@ -163,9 +164,9 @@ QString DayPicture::Words(int row, std::int64_t wall) const {
       if (i + 1 < all.size() && all[i + 1].From == all[i].To) continue;
       stretches << TimeText(from, form) + QStringLiteral(" to ") + TimeText(all[i].To, form);
     }
-    return stretches.isEmpty() ? QStringLiteral("Never on.")
-                               : QStringLiteral("On ") + stretches.join(QStringLiteral(", ")) +
-                                     QLatin1Char('.');
+    return stretches.isEmpty()
+               ? QStringLiteral("Never on.")
+               : QStringLiteral("On ") + stretches.join(QStringLiteral(", ")) + QLatin1Char('.');
   };
   QString text = QStringLiteral("%1 at %2: %3. %4")
                      .arg(item.Name, TimeText(wall, form), StateAt(item.On, wall), listed(item.On));

@@ -26,7 +26,7 @@ struct DayPlan {
     QString Name;
     int Row = 0;  // of its bars
     Stretches On;
-    Stretches Other;                                         // of the days that these are compared with
+    Stretches Other;  // of the days that these are compared with
     std::vector<std::pair<std::int64_t, std::int64_t>> Differs;  // between the two
   };
   struct Line {

@@ -46,7 +46,6 @@ DayView::DayView(Panel& panel)
       Pilots(new QCheckBox(QStringLiteral("Pi&lots"))),
       Beside(new QComboBox),
       Note(new QLabel),
-      AtMark(new QLabel),
       Picture(new DayPicture),
       History(panel.Runner()),
       Since(panel.Runner().Now()),
@@ -71,11 +70,7 @@ DayView::DayView(Panel& panel)
   scroll->viewport()->setAutoFillBackground(false);
   Picture->setAutoFillBackground(false);
   column->addWidget(scroll, 1);
-  AtMark->setWordWrap(true);
-  AtMark->setTextFormat(Qt::PlainText);
-  AtMark->setObjectName(QStringLiteral("atMark"));
-  column->addWidget(AtMark);
-  Picture->Tell = [this](const QString& words) { AtMark->setText(words); };
+  Picture->Tell = [this](const QString& words) { Tell(words); };
   Picture->Choose = [this](std::int64_t wall) { GoTo(DateTimeOf(wall)); };
 }
 
@@ -269,14 +264,13 @@ DayPlan DayView::PlanOf(const Range& range) {
   for (const Bar& bar : found.Bars) {
     if (bar.Row < Items) relays |= Bit(bar.Row);
   }
-  for (const int row :
-       RowsOfPlan(settings, relays, {Dimmers->isChecked(), Pilots->isChecked()})) {
+  for (const int row : RowsOfPlan(settings, relays, {Dimmers->isChecked(), Pilots->isChecked()})) {
     DayPlan::ItemRow item;
     item.Row = row;
     const Subject subject = ItemOfBarRow(row);
-    item.Name = row < Items
-                    ? NumberedName("Relay", row, settings.Names.Relay[static_cast<std::size_t>(row)])
-                    : QString::fromStdString(NamedText(subject, settings));
+    item.Name = row < Items ? NumberedName("Relay", row,
+                                           settings.Names.Relay[static_cast<std::size_t>(row)])
+                            : QString::fromStdString(NamedText(subject, settings));
     item.On = StretchesOf(found.Bars, row, range, 0);
     if (!plan.OtherName.isEmpty()) {
       const std::int64_t shift = (range.First - otherRange.First) * DayMs;

@@ -33,6 +33,8 @@ class DayView : public PanelView {
   std::string BurnHoursFile();
   /// Called for a moment that is chosen, by the wall clock.
   std::function<void(const QDateTime&)> GoTo;
+  /// Why the item at the mark stands so.
+  std::function<void(const QString&)> Tell;
 
  private:
   enum class Compare { Nothing, OtherDay, SettingsBefore };
@@ -70,7 +72,6 @@ class DayView : public PanelView {
   QCheckBox* Pilots;
   QComboBox* Beside;
   QLabel* Note;
-  QLabel* AtMark;
   DayPicture* Picture;
   BarKeeper History;
   Instant Since;     // the history begins

@@ -28,9 +28,8 @@ void Files::AddEntries(QMenu& menu) {
     });
   };
   menu.addAction(QStringLiteral("&Save My Presses..."), &menu, [this] {
-    Save(QStringLiteral("Save My Presses"), QStringLiteral("txt"), [this] {
-      return "# What was done in the simulated panel's window.\n" + Presses;
-    });
+    Save(QStringLiteral("Save My Presses"), QStringLiteral("txt"),
+         [this] { return "# What was done in the simulated panel's window.\n" + Presses; });
   });
   add("Save the L&og As Rows", "tsv", Rows);
   add("Save the &Picture's Days", "svg", Plan);
@@ -38,7 +37,8 @@ void Files::AddEntries(QMenu& menu) {
 }
 
 void Files::LoadPresses() {
-  const QString path = AskPath(QStringLiteral("Load a Script of Presses"), QStringLiteral("txt"), false);
+  const QString path =
+      AskPath(QStringLiteral("Load a Script of Presses"), QStringLiteral("txt"), false);
   if (path.isEmpty()) return;
   try {
     const std::vector<ScriptedAct> acts = ReadScript(path);

@@ -25,11 +25,13 @@ struct Key {
   int Row;
   int Column;
 };
-constexpr std::array Keys{
-    Key{"Previous", PanelFront::Previous, 0, 0}, Key{"Next", PanelFront::Next, 0, 1},
-    Key{"Up", PanelFront::Up, 1, 0},             Key{"Down", PanelFront::Down, 1, 1},
-    Key{"Exit", PanelFront::Exit, 2, 0},         Key{"Enter", PanelFront::Enter, 2, 1},
-    Key{"Firmware", PanelFront::Chord, 3, 0}};
+constexpr std::array Keys{Key{"Previous", PanelFront::Previous, 0, 0},
+                          Key{"Next", PanelFront::Next, 0, 1},
+                          Key{"Up", PanelFront::Up, 1, 0},
+                          Key{"Down", PanelFront::Down, 1, 1},
+                          Key{"Exit", PanelFront::Exit, 2, 0},
+                          Key{"Enter", PanelFront::Enter, 2, 1},
+                          Key{"Firmware", PanelFront::Chord, 3, 0}};
 
 }  // namespace
 
@@ -58,7 +60,8 @@ class GlassRow : public QLabel {
   }
   void keyPressEvent(QKeyEvent* event) override {
     const int step = event->key() == Qt::Key_Down ? 1 : event->key() == Qt::Key_Up ? -1 : 0;
-    auto* next = parentWidget()->findChild<QWidget*>(QStringLiteral("display%1").arg(Number + step));
+    auto* next =
+        parentWidget()->findChild<QWidget*>(QStringLiteral("display%1").arg(Number + step));
     if (step != 0 && next) return next->setFocus();
     QLabel::keyPressEvent(event);
   }

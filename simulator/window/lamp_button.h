@@ -4,8 +4,8 @@
 
 namespace simulator {
 
-/// A button with a lamp: a relay, or a switch with its pilot. Below its caption stands a quiet line,
-/// or a sign with a word, as in "disabled".
+/// A button with a lamp: a relay, or a switch with its pilot. Below its caption stands a quiet
+/// line, or a sign with a word, as in "disabled".
 class LampButton : public QAbstractButton {
  public:
   enum class Kind { Lamp, NoLamp };

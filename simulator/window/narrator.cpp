@@ -32,8 +32,7 @@ std::vector<std::pair<Instant, Mask>> Waiting(const Engine& engine) {
 
 }  // namespace
 
-Narrator::Narrator(Panel& panel)
-    : Source(panel), Runner(panel.Runner()) {}
+Narrator::Narrator(Panel& panel) : Source(panel), Runner(panel.Runner()) {}
 
 void Narrator::Take(const Row& row) {
   Past.Take(row, Runner.Settings());
@@ -68,7 +67,7 @@ QString Narrator::NextOf(const Subject& item) {
   const std::vector<Happening> next = Coming.Of(item);
   if (next.empty()) return {};
   const bool timer = item.What == Subject::Kind::Timer;
-  const std::string what = timer ? std::string() : Text(next[0].What, next[0].Level) + " ";
+  const std::string what = timer ? std::string() : ChangeText(item, next[0]) + " ";
   return QString::fromStdString(what + ShortTime(next[0].At, Runner.Now(), Runner.Days()));
 }
 
@@ -93,8 +92,7 @@ void Narrator::Press(const Subject& item, const std::function<void()>& act) {
 }
 
 void Narrator::RunUntilChanged(const Subject& item) {
-  const bool found =
-      Source.Pace().Step([&item](const Row& row) { return IsAbout(row, item); });
+  const bool found = Source.Pace().Step([&item](const Row& row) { return IsAbout(row, item); });
   Moved();
   Tell(found ? Why(item)
              : QStringLiteral("%1 does not change within a year.")

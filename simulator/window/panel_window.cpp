@@ -132,11 +132,10 @@ void PanelWindow::BuildViews() {
   Views = {front, Clock, relays, switches, Log, Days};
 
   Clock->GoTo = Days->GoTo = [this](const QDateTime& time) { GoTo(time); };
-  Clock->Tell = Story.Tell = OwnFiles.Tell = [this](const QString& words) {
-    statusBar()->showMessage(words);
-  };
+  Clock->Tell = Story.Tell =
+      OwnFiles.Tell = [this](const QString& words) { statusBar()->showMessage(words); };
   Story.Moved = [this] { Refresh(); };
-  Story.TellWhy = [this](const QString& words) { Why->setText(words); };
+  Story.TellWhy = Days->Tell = [this](const QString& words) { Why->setText(words); };
   OwnFiles.Rows = [this] { return Story.Rows(); };
   OwnFiles.Plan = [this] { return Days->PlanFile(); };
   OwnFiles.BurnHours = [this] { return Days->BurnHoursFile(); };
@@ -166,7 +165,8 @@ void PanelWindow::BuildViews() {
   Why->setTextFormat(Qt::PlainText);
   Why->setWordWrap(true);
   Why->setAlignment(Qt::AlignTop);
-  Why->setText(QStringLiteral("Hover or walk to a lamp or switch: here stands why it is as it is."));
+  Why->setText(
+      QStringLiteral("Hover over a lamp, a switch or a bar, or walk to it: here stands why."));
   Why->setMinimumHeight(2 * fontMetrics().lineSpacing());
   auto* left = new QWidget;
   auto* under = new QVBoxLayout(left);

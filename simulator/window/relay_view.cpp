@@ -99,7 +99,9 @@ void RelayView::Build(const Configuration& settings, QVBoxLayout& column) {
        },
        [this](int preset) { Source.SetPreset(preset); }},
       {Subject::Kind::Timer, "Timer", settings.Names.Timer,
-       [](const Engine&, int) { return State{false, ""}; },
+       [](const Engine&, int) {
+         return State{false, ""};
+       },
        [this](int timer) { Source.ForceTimer(timer); }}};
   for (const RelayUse& use : Known.Uses) AddUse(column, use, kinds);
   const auto addBox = [&](const char* title, const Kind& kind, const std::vector<int>& items) {
@@ -165,8 +167,7 @@ QWidget* RelayView::GroupSwitches(const RelayUse& use, const Kind& groups) {
 LampButton* RelayView::Button(const Kind& kind, int item) {
   const bool isTimer = kind.What == Subject::Kind::Timer;
   const QString name = NumberedName(kind.Name, item, kind.Names[static_cast<std::size_t>(item)]);
-  auto* button =
-      new LampButton(name, isTimer ? LampButton::Kind::NoLamp : LampButton::Kind::Lamp);
+  auto* button = new LampButton(name, isTimer ? LampButton::Kind::NoLamp : LampButton::Kind::Lamp);
   button->setAccessibleName(SpokenName(kind.Name, name));
   button->setObjectName(QString::fromLatin1(kind.Name).toLower() + QString::number(item + 1));
   const Subject subject{kind.What, item, 0};

@@ -71,9 +71,11 @@ void SwitchView::ShowSettings(const Configuration& settings) {
     auto* group = new QGroupBox(box.Title);
     auto* inside = new QVBoxLayout(group);
     if (box.Photocell != 0) AddPhotocell(*inside, box);
-    auto* tiles = new TileLayout;
-    for (const Place& place : box.Places) tiles->addWidget(Button(place));
-    if (!box.Places.empty()) inside->addLayout(tiles);
+    if (!box.Places.empty()) {
+      auto* tiles = new TileLayout;
+      inside->addLayout(tiles);
+      for (const Place& place : box.Places) tiles->addWidget(Button(place));
+    }
     column.addWidget(group);
   }
   column.addStretch(1);
@@ -94,7 +96,8 @@ LampButton* SwitchView::Button(const Place& place) {
                   .arg(second ? QLatin1String("off") : QLatin1String())
             : QStringLiteral("device%1input%2").arg(place.Device).arg(place.Input + 1));
   button->SetNote(place.What);
-  button->setMinimumWidth(button->fontMetrics().horizontalAdvance(QStringLiteral("Momentary PB: SOME RELAY")));
+  button->setMinimumWidth(
+      button->fontMetrics().horizontalAdvance(QStringLiteral("Momentary PB: SOME RELAY")));
   Story.Explain(button, item);
   const auto press = [this, place, item](bool closed) {
     if (closed) {
@@ -105,8 +108,7 @@ LampButton* SwitchView::Button(const Place& place) {
   };
   if (StaysClosed(place.Kind)) {
     button->setCheckable(true);
-    connect(button, &QAbstractButton::clicked, this,
-            [press](bool checked) { press(checked); });
+    connect(button, &QAbstractButton::clicked, this, [press](bool checked) { press(checked); });
   } else {
     connect(button, &QAbstractButton::pressed, this, [press] { press(true); });
     connect(button, &QAbstractButton::released, this, [press] { press(false); });

@@ -67,8 +67,8 @@ void TileLayout::setGeometry(const QRect& place) {
   for (int i = 0; i < count(); ++i) {
     const int column = i % columns;
     const int row = i / columns;
-    itemAt(i)->setGeometry({place.x() + column * (width + Gap), place.y() + row * (height + Gap),
-                            width, height});
+    itemAt(i)->setGeometry(
+        {place.x() + column * (width + Gap), place.y() + row * (height + Gap), width, height});
   }
 }
 

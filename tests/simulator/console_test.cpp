@@ -72,7 +72,8 @@ TEST(SimulatorConsole, EveryCommandStandsInThePagesAboutIt) {
     const QString verb = line.trimmed().section(' ', 0, 0);
     EXPECT_TRUE(page.contains(QRegularExpression("\\b" + verb + "\\b"))) << verb.toStdString();
   }
-  EXPECT_TRUE(help.contains("press, release, tap, button, photocell, relay, group, preset, timer, power"));
+  EXPECT_TRUE(
+      help.contains("press, release, tap, button, photocell, relay, group, preset, timer, power"));
 }
 
 TEST(SimulatorCommandLine, ChoosesLinesAndRefusesNonsense) {

@@ -252,8 +252,9 @@ TEST(EngineTest, ItsClockStepsAndJumpsAndTakesNewSettings) {
   engine.PowerOn(engine.Days().FromWall(day));
   PanelClock clock(engine, [] { return QDateTime(QDate(2020, 5, 17), QTime(6, 0), Qt::UTC); });
   clock.SetSpeed(0);
-  EXPECT_EQ(engine.NextRow(8 * HourMs, &Matters), std::nullopt);
-  EXPECT_EQ(engine.NextRow(9 * HourMs, &Matters), engine.Days().FromWall(day + 9 * HourMs));
+  const auto any = [](const Row&) { return true; };
+  EXPECT_EQ(engine.NextRow(8 * HourMs, any), std::nullopt);
+  EXPECT_EQ(engine.NextRow(9 * HourMs, any), engine.Days().FromWall(day + 9 * HourMs));
   EXPECT_TRUE(clock.Step());
   EXPECT_EQ(engine.Wall(), day + 9 * HourMs);
   EXPECT_TRUE(engine.Relay(4));

@@ -11,8 +11,12 @@ namespace {
 using Kind = Subject::Kind;
 using enum Contact;
 
-constexpr Subject Relay(int number) { return {Kind::Relay, number - 1, 0}; }
-constexpr Subject Input(int number) { return {Kind::Input, number - 1, 0}; }
+constexpr Subject Relay(int number) {
+  return {Kind::Relay, number - 1, 0};
+}
+constexpr Subject Input(int number) {
+  return {Kind::Input, number - 1, 0};
+}
 
 /// A hall that blinks, on from 16:40 by a timer, swept from 21:00; a porch; switches of some kinds.
 /// Monday 2 March 2026, from power on at midnight.
@@ -22,9 +26,9 @@ class WatchTest : public testing::Test {
       : Memory(EmptyInstallation(
             Timer(0, 16, 40, 0, 1), Name(map::TimerName, "DUSK"), Name(map::RelayName, "HALL"),
             Name(map::RelayName + map::NameLength, "PORCH"), Byte(map::RelayTimerType, 1),
-            Byte(map::OffHoursSweepRelay, 3), Name(map::InputName, "KEY"),
-            Byte(map::InputType, 5), Word(map::InputTimedOnTime, 30),
-            Code(map::InputRelayControl, 0, 0, 1),         // 1: timed on, the hall
+            Byte(map::OffHoursSweepRelay, 3), Name(map::InputName, "KEY"), Byte(map::InputType, 5),
+            Word(map::InputTimedOnTime, 30),
+            Code(map::InputRelayControl, 0, 0, 1),  // 1: timed on, the hall
             Byte(map::InputType + 1, 11), Code(map::InputRelayControl, 1, 1, 2),  // 2: holds off
             Byte(map::InputType + 2, 10), Code(map::InputRelayControl, 0, 2, 1),  // 3: no timer 1
             Byte(map::InputType + 3, 9), Code(map::InputRelayControl, 0, 3, 1),   // 4: no input 1
@@ -74,7 +78,8 @@ TEST_F(WatchTest, ARelayTellsSinceWhenByWhomAndUntilWhen) {
   EXPECT_EQ(WhyOf(Relay(1)),
             "RELAY 01 HALL: blinks since 21:00 by SWEEP, off 21:10, warning over (SWEEP of 21:00)");
   EXPECT_EQ(SignOf(Relay(1), Runner), "warning");
-  EXPECT_TRUE(RunsNow().starts_with("6:00 Warning, then off: HALL (SWEEP of 21:00)\n")) << RunsNow();
+  EXPECT_TRUE(RunsNow().starts_with("6:00 Warning, then off: HALL (SWEEP of 21:00)\n"))
+      << RunsNow();
   GoTo(22, 30);
   EXPECT_EQ(WhyOf(Relay(1)),
             "RELAY 01 HALL: off since 21:10, warning over (SWEEP of 21:00), on Tue 16:40 by TIMER "
@@ -108,7 +113,8 @@ TEST_F(WatchTest, WhatDoesNothingSaysWhyAndWhatHoldsIsListed) {
   EXPECT_EQ(WhyNothing(Input(6), Runner), "INPUT 06 does nothing: it controls nothing.");
   EXPECT_EQ(SignOf(Relay(2), Runner), "held off");
   EXPECT_EQ(SignOf({Kind::Timer, 0, 0}, Runner), "disabled");
-  EXPECT_TRUE(WhyOf({Kind::Timer, 0, 0}).starts_with("TIMER 01 DUSK: at 16:40, disabled by INPUT 03"))
+  EXPECT_TRUE(
+      WhyOf({Kind::Timer, 0, 0}).starts_with("TIMER 01 DUSK: at 16:40, disabled by INPUT 03"))
       << WhyOf({Kind::Timer, 0, 0});
   EXPECT_EQ(RunsNow(),
             "- Held off: PORCH (INPUT 02)\n"
@@ -130,7 +136,8 @@ TEST_F(WatchTest, TheLogJoinsWhatBelongsTogetherAndPassesOverIdleSweeps) {
             "SWEEP made HALL, PORCH blink\n"
             "Warning over (SWEEP of 21:00): 2 relays off, HALL, PORCH\n");
   // Nor is a step made for them.
-  const auto next = Runner.NextRow(2 * DayMs, &Matters);
+  const auto next = Runner.NextRow(
+      2 * DayMs, [this](const Row& row) { return Matters(row, Runner.Settings()); });
   EXPECT_EQ(ShortTime(next.value(), Runner.Now(), Runner.Days()), "16:40");
   Runner.SetContact(1, On, true);
   EXPECT_EQ(Told(), "INPUT 02 closed\n");
@@ -159,10 +166,11 @@ TEST(PowerTest, ComesBackToWhatTheTypesSay) {
     const PanelMemory memory = EmptyInstallation(
         Byte(map::RelayPowerOnType + 1, 1), Byte(map::RelayPowerOnType + 2, 2),
         Byte(map::RelayPowerOnType + 3, 3), Byte(map::InputType, 4), Byte(map::InputPreset, 47),
-        Byte(map::InputType + 1, 11), Code(map::InputRelayControl, 4, 1, 1),
-        Timer(0, 12, 10, 5, 1), Timer(1, 13, 0, 6, 1));
-    QString acts = "10:00 relay 1 on,10:00 relay 2 on,10:00 relay 3 on,10:00 relay 4 on,"
-                   "10:00 press 2,12:00 power off,12:05 relay 7 on,12:20 power on,12:20 power on";
+        Byte(map::InputType + 1, 11), Code(map::InputRelayControl, 4, 1, 1), Timer(0, 12, 10, 5, 1),
+        Timer(1, 13, 0, 6, 1));
+    QString acts =
+        "10:00 relay 1 on,10:00 relay 2 on,10:00 relay 3 on,10:00 relay 4 on,"
+        "10:00 press 2,12:00 power off,12:05 relay 7 on,12:20 power on,12:20 power on";
     if (inputClosed) acts += ",12:15 press 1";
     std::string result;
     for (const QString& row :
@@ -187,10 +195,10 @@ TEST(PowerTest, ComesBackToWhatTheTypesSay) {
 
 TEST(DaylightTest, FollowsTheSunAndSwitchesByIt) {
   // On below 40, off from 120 on; at 45 degrees on 2 March the sun is up from 06:36 to 17:49.
-  PanelMemory memory = EmptyInstallation(
-      Byte(map::DeviceBlock(3), 9), Byte(map::DeviceBlock(3) + map::DeviceOnLevel, 40),
-      Byte(map::DeviceBlock(3) + map::DeviceOffLevel, 120),
-      Code(map::DeviceRelayControl(3), 0, 0, OnAndOff));
+  PanelMemory memory = EmptyInstallation(Byte(map::DeviceBlock(3), 9),
+                                         Byte(map::DeviceBlock(3) + map::DeviceOnLevel, 40),
+                                         Byte(map::DeviceBlock(3) + map::DeviceOffLevel, 120),
+                                         Code(map::DeviceRelayControl(3), 0, 0, OnAndOff));
   const auto rows = [&memory](bool daylight) {
     RehearsalOptions options;
     ParseRange("2026-03-02..2026-03-03", options);
