@@ -8,8 +8,8 @@
 
 namespace simulator {
 
-/// Nothing comes of a sweep that turns nothing off, or of a photocell's input that controls nothing;
-/// light that changes is told by what it does.
+/// Nothing comes of a sweep that turns nothing off, or of a photocell's input that controls
+/// nothing; light that changes is told by what it does.
 bool Matters(const Row& row, const Configuration& settings);
 
 class Engine;

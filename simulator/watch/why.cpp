@@ -162,7 +162,8 @@ class Teller {
     if (next.empty()) return ", no change within eight days";
     std::string text;
     for (const Happening& happening : next) {
-      text += ", " + ChangeText(item, happening) + " " + Time(happening.At) + happening.Why->Ending();
+      text +=
+          ", " + ChangeText(item, happening) + " " + Time(happening.At) + happening.Why->Ending();
       if (happening.What != Change::Blinks) break;
     }
     return text;

@@ -47,16 +47,12 @@ void Narrator::Take(const Row& row) {
 void Narrator::Refresh() {
   // Looking ahead takes its time, and at high speed somebody watches the lamps.
   const qint64 leastMs = Source.Pace().Speed() > 60 ? 1000 : 250;
-  const qint64 second = Runner.Now() / SecondMs;
-  if (Stale && (!Made.isValid() || Made.elapsed() >= leastMs)) {
-    Made.start();
-    Stale = false;
-    Coming = Outlook(Source.Runner(), LinesAhead);
-    ++AheadLooks;
-    ToldSecond = -1;
-  }
-  if (Focused && ToldSecond == -1) TellFocused(Focused);
-  ToldSecond = second;
+  if (!Stale || (Made.isValid() && Made.elapsed() < leastMs)) return;
+  Made.start();
+  Stale = false;
+  Coming = Outlook(Source.Runner(), LinesAhead);
+  ++AheadLooks;
+  if (Focused) TellFocused(Focused);
 }
 
 QString Narrator::Why(const Subject& item) {

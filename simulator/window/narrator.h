@@ -62,7 +62,6 @@ class Narrator : public QObject {
   bool Stale = true;
   std::uint64_t AheadLooks = 0;
   std::uint64_t Effects = 0;  // rows that more than a contact came of
-  qint64 ToldSecond = -1;
   QElapsedTimer Made;
 };
 

@@ -136,8 +136,8 @@ TEST_F(WatchTest, TheLogJoinsWhatBelongsTogetherAndPassesOverIdleSweeps) {
             "SWEEP made HALL, PORCH blink\n"
             "Warning over (SWEEP of 21:00): 2 relays off, HALL, PORCH\n");
   // Nor is a step made for them.
-  const auto next = Runner.NextRow(
-      2 * DayMs, [this](const Row& row) { return Matters(row, Runner.Settings()); });
+  const auto next =
+      Runner.NextRow(2 * DayMs, [this](const Row& row) { return Matters(row, Runner.Settings()); });
   EXPECT_EQ(ShortTime(next.value(), Runner.Now(), Runner.Days()), "16:40");
   Runner.SetContact(1, On, true);
   EXPECT_EQ(Told(), "INPUT 02 closed\n");
