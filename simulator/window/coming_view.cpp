@@ -20,7 +20,7 @@ ComingView::ComingView(Panel& panel, Narrator& narrator)
     : PanelView(panel), Story(narrator), Coming(new QListWidget) {
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
-  auto* caption = new QLabel(QStringLiteral("&Coming (Enter goes there)"));
+  auto* caption = new QLabel(QStringLiteral("Co&ming (Enter goes there)"));
   caption->setBuddy(Coming);
   column->addWidget(caption);
   Coming->setObjectName(QStringLiteral("coming"));

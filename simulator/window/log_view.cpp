@@ -27,7 +27,7 @@ LogView::LogView(Panel& panel)
       Settings(Runner.SharedSettings()) {
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
-  auto* caption = new QLabel(QStringLiteral("What &Happened"));
+  auto* caption = new QLabel(QStringLiteral("What Happ&ened"));
   caption->setBuddy(Log);
   column->addWidget(caption);
   Log->setObjectName(QStringLiteral("log"));

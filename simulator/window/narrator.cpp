@@ -21,11 +21,16 @@ bool IsAbout(const Row& row, const Subject& item) {
   return about == item && (row.What != Change::Fires || item.What == Subject::Kind::Timer);
 }
 
-/// What waits, to see whether a press has begun or ended something.
-std::vector<std::pair<Instant, Mask>> Waiting(const Engine& engine) {
-  std::vector<std::pair<Instant, Mask>> list;
-  for (const Pending& pending : engine.Inside().Coming.All()) {
-    list.emplace_back(pending.At, pending.Relays);
+/// What waits and what holds, to see whether a press has begun or ended something.
+std::vector<std::pair<Instant, Mask>> Underway(const Engine& engine) {
+  const EngineState& state = engine.Inside();
+  std::vector<std::pair<Instant, Mask>> list{{0, state.Relays.Held},
+                                             {0, state.Relays.HeldOn},
+                                             {0, state.Inputs.Disabled},
+                                             {0, state.Days.DisabledTimers}};
+  for (const Pending& pending : state.Coming.All()) list.emplace_back(pending.At, pending.Relays);
+  for (const InputState::Occupant& occupant : state.Inputs.Occupants) {
+    list.emplace_back(occupant.Switch, occupant.Relays);
   }
   return list;
 }
@@ -78,10 +83,10 @@ void Narrator::Explain(QWidget* widget, const Subject& item) {
 
 void Narrator::Press(const Subject& item, const std::function<void()>& act) {
   Engine& runner = Source.Runner();
-  const auto waiting = Waiting(runner);
+  const auto underway = Underway(runner);
   const std::uint64_t effects = Effects;
   act();
-  const bool nothing = effects == Effects && waiting == Waiting(runner);
+  const bool nothing = effects == Effects && underway == Underway(runner);
   Tell(nothing ? QString::fromStdString(WhyNothing(item, runner)) : QString());
   Stale = true;
   Made.invalidate();
