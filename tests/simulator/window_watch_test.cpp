@@ -184,6 +184,7 @@ TEST_F(WatchWindowTest, FilesKeepWhatWasDoneAndBringItBack) {
 TEST_F(WatchWindowTest, TheLogFollowsItsEndWhereverItWraps) {
   auto& log = Of<QPlainTextEdit>("log");
   QScrollBar& bar = *log.verticalScrollBar();
+  QCoreApplication::processEvents();
   const auto toggle = [&] {
     for (int i = 0; i < 60; ++i) Source->ThePanel().SetGroup(i % 4, i % 8 < 4);
     Window->Refresh();
@@ -193,7 +194,6 @@ TEST_F(WatchWindowTest, TheLogFollowsItsEndWhereverItWraps) {
   EXPECT_EQ(bar.value(), bar.maximum());
   const int before = bar.maximum();
   log.resize(log.width() / 2, log.height());
-  QCoreApplication::processEvents();
   EXPECT_GT(bar.maximum(), before);
   EXPECT_EQ(bar.value(), bar.maximum());
   // Not from where somebody reads.
