@@ -40,6 +40,7 @@ std::vector<std::pair<Instant, Mask>> Underway(const Engine& engine) {
 Narrator::Narrator(Panel& panel) : Source(panel), Runner(panel.Runner()) {}
 
 void Narrator::Take(const Row& row) {
+  ++RowsTaken;
   Past.Take(row, Runner.Settings());
   const bool itself = row.Item == row.Cause || row.Item.What == Subject::Kind::None;
   if (!itself && row.What != Change::Fires) ++Effects;

@@ -28,6 +28,8 @@ class Narrator : public QObject {
   void SettingsChanged() { Stale = true; }
 
   const Outlook& Ahead() const { return Coming; }
+  /// Counts the rows that have come.
+  std::uint64_t Taken() const { return RowsTaken; }
   /// Counts how often it was made anew.
   std::uint64_t Looks() const { return AheadLooks; }
   QString Why(const Subject& item);
@@ -61,6 +63,7 @@ class Narrator : public QObject {
   QWidget* Focused = nullptr;
   bool Stale = true;
   std::uint64_t AheadLooks = 0;
+  std::uint64_t RowsTaken = 0;
   std::uint64_t Effects = 0;  // rows that more than a contact came of
   QElapsedTimer Made;
 };

@@ -14,6 +14,7 @@ BuiltView::BuiltView(Panel& panel, Narrator& narrator)
 QVBoxLayout& BuiltView::BuildAnew() {
   Showers.clear();
   SlowShowers.clear();
+  Shown.invalidate();
   ShownLooks = 0;
   delete Content;
   Content = new QWidget;
@@ -26,6 +27,11 @@ QVBoxLayout& BuiltView::BuildAnew() {
 void BuiltView::ShowStates() {
   if (!isVisible()) return;
   const Engine& runner = Source.Runner();
+  constexpr qint64 restingMs = 200;  // what changes without a row, changes slowly
+  const std::tuple seen(Story.Taken(), Story.Looks(), runner.FollowsSun());
+  const bool same = std::exchange(ShownSeen, seen) == seen;
+  if (same && Shown.isValid() && Shown.elapsed() < restingMs) return;
+  Shown.start();
   for (const auto& show : Showers) show(runner);
   if (std::exchange(ShownLooks, Story.Looks()) == Story.Looks()) return;
   for (const auto& show : SlowShowers) show(runner);

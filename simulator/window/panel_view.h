@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QWidget>
 #include <functional>
+#include <tuple>
 #include <vector>
 
 #include "simulator/window/narrator.h"
@@ -46,6 +48,8 @@ class BuiltView : public PanelView {
   QVBoxLayout* Place;
   QWidget* Content = nullptr;
   std::uint64_t ShownLooks = 0;
+  std::tuple<std::uint64_t, std::uint64_t, bool> ShownSeen;
+  QElapsedTimer Shown;
 };
 
 /// How many relays and inputs are shown: the installed points, or all if memory tells of none.
