@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QRegularExpression>
 
+#include "simulator/line/commands.h"
 #include "simulator/program/command_line.h"
 
 namespace simulator {
@@ -34,6 +35,12 @@ TEST(SimulatorConsole, CommandsActOnThePanelAndBadOnesSayWhy) {
   run("photocell 9 200");
   EXPECT_FALSE(panel.DevicePresent(3));
   EXPECT_NE(run("show devices").find("level 200"), std::string::npos);
+  EXPECT_TRUE(Answer(panel, "[0005D7]"));
+  run("power off");
+  EXPECT_FALSE(Answer(panel, "[0005D7]"));
+  EXPECT_EQ(panel.Front.Display().find_first_not_of(' '), std::string::npos);
+  run("power on");
+  EXPECT_TRUE(Answer(panel, "[0005D7]"));
   EXPECT_EQ(run("time 2031-02-03 04:05"), "Mon 2031-02-03 04:05:00\n");
   EXPECT_EQ(run("io 1 0 2"), "12 inputs and relays\n");
   run("card 7 3");
@@ -88,8 +95,9 @@ TEST(SimulatorCommandLine, ChoosesLinesAndRefusesNonsense) {
   EXPECT_TRUE(parse("--modem-busy").Pty->WithModem->Busy);
   EXPECT_TRUE(parse("--link COM16").Pty->Link.endsWith("/Orv Tamberloom 3/Ports/COM16"));
   EXPECT_EQ(parse("--fault lost@3 --fault late:5x*").Faults.size(), 2U);
-  for (const char* bad : {"--tcp 70000", "--tcp x", "--baud 9600", "--pty --baud -1", "--nothing",
-                          "file", "--password 12345", "--fault odd"}) {
+  for (const char* bad :
+       {"--tcp 70000", "--tcp x", "--baud 9600", "--pty --baud -1", "--nothing", "--daylight moon",
+        "--plan-pilots", "file", "--password 12345", "--fault odd"}) {
     EXPECT_THROW(parse(bad), std::invalid_argument) << bad;
   }
 }

@@ -112,6 +112,50 @@ TEST(RehearsalTest, ThePictureShowsTheDaysAndSaysWhereThereIsNoSunrise) {
   EXPECT_EQ(bars, (QStringList{"290+360", "290+360", "110+14"})) << "the legend, too";
 }
 
+// A lamp that warns from 18:00 on, the dimmer output that follows it at half its level, and the
+// pilot of a switch.
+TEST(RehearsalTest, ThePictureHasRowsForDimmersAndPilotsOnRequestAndALegend) {
+  const PanelMemory memory = EmptyInstallation(
+      Byte(map::IOCount, 1), Byte(map::RelayTimerType, 1), Timer(0, 12, 0, 0, 1),
+      Timer(1, 18, 0, 0, 2), Byte(map::DimmerBlock(0) + map::RelayInclude, 1),
+      Byte(map::DimmerBlock(0) + map::RelayOnLevel, 128), Byte(map::LocalPilot, 0));
+  QTemporaryDir folder;
+  RehearsalOptions options;
+  ParseRange("2026-03-02", options);
+  options.PlanFile = folder.filePath("plan.svg");
+  const auto drawn = [&] {
+    Rehearse(memory, options, [](std::string_view) {});
+    QFile file(options.PlanFile);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    QXmlStreamReader svg(&file);
+    std::string all;
+    while (!svg.atEnd()) {
+      if (svg.readNext() != QXmlStreamReader::StartElement) continue;
+      const QXmlStreamAttributes of = svg.attributes();
+      const QString style = of.value("class").toString();
+      if (svg.name() == QLatin1String("text") && of.value("text-anchor") == QLatin1String("end")) {
+        all += svg.readElementText().toStdString() + ": ";
+      }
+      if (style == "on" || style == "blinks" || style == "level" || style == "pilot") {
+        all += QStringLiteral("%1 %2+%3 high %4; ")
+                   .arg(style, of.value("x"), of.value("width"), of.value("height"))
+                   .toStdString();
+      }
+    }
+    return all;
+  };
+  // Half an hour takes 15; the warning takes ten minutes.
+  const std::string lamp = "01: on 470+180 high 10; blinks 650+5 high 10; ";
+  const std::string dark = "02: 03: 04: ";
+  EXPECT_EQ(drawn(), lamp + dark + "on 110+14 high 10; blinks 200+14 high 10; ");
+  options.Rows = {true, true};
+  EXPECT_EQ(drawn(), lamp + dark +
+                         "DIMMER 1 OUTPUT 1: level 470+185 high 6; "
+                         "PILOT 01: pilot 470+185 high 10; "
+                         "on 110+14 high 10; blinks 200+14 high 10; level 290+14 high 10; "
+                         "pilot 380+14 high 10; ");
+}
+
 TEST(RehearsalTest, AFileDoesNotTakeThePlaceOfAPipe) {
   QTemporaryDir folder;
   const QString path = folder.filePath("pipe");
