@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source packaging/packages.sh
-install_missing binutils lintian desktop-file-utils appstream devscripts xvfb xauth
+install_missing binutils lintian desktop-file-utils appstream devscripts mandoc xvfb xauth
 
 desktop-file-validate packaging/*.desktop
 appstreamcli validate --pedantic --no-net packaging/*.metainfo.xml || {
@@ -31,6 +31,7 @@ for part in share/man/man1/tamberloom3{,-panel,-project}.1.gz \
   libexec/tamberloom3/tamberloom3-panel-window; do
   [ -s "build/package/usr/$part" ] || complain "$part is missing in the package."
 done
+mandoc -T lint build/package/usr/share/man/man1/*.gz || complain "A man page is not as it should be."
 zgrep -q '^idle\\-timer (warning)' build/package/usr/share/man/man1/tamberloom3-project.1.gz ||
   complain "The man page does not tell the rules of the check."
 
