@@ -115,8 +115,8 @@ void frmT3AstroClockSettings::BuildCityPicker() {
   constexpr int cityChars = 32;
   txtFindCity = Add<TextBox>(pick, "txtFindCity");
   txtFindCity->UndoesItself = true;
-  txtFindCity->setPlaceholderText(QStringLiteral("Any part of the name"));
-  txtFindCity->setAccessibleName(QStringLiteral("Search for a city"));
+  txtFindCity->setPlaceholderText(QStringLiteral("Search for a city"));
+  txtFindCity->setAccessibleName(txtFindCity->placeholderText());
   txtFindCity->setFixedWidth(fontMetrics().averageCharWidth() * cityChars);
   txtFindCity->Change = [this] { txtFindCity_Change(); };
   cboFindLatLon = Add<ComboBox>(pick, "cboFindLatLon");
