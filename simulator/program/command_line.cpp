@@ -60,7 +60,7 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
        "FILE"},
       {"modem", "Serve a pseudo-terminal with a modem in front of the panel."},
       {"modem-busy", "The same, with every call ending in NO CARRIER."},
-      {"dial-ms", "Time from dialling to the modem's answer.", "MS", "1500"},
+      {"dial-ms", "Time from dialing to the modem's answer.", "MS", "1500"},
       {"baud", "Pace the pseudo-terminal like a line of N baud; 0: no pacing.", "N", "0"},
       {"memory", "Keep the panel's memory in FILE, 40,960 bytes.", "FILE"},
       {"window", "Show the panel in a window: relays, switches, front, clock, days as a picture."},
@@ -123,7 +123,7 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
   result.Window = parser.isSet("window");
   wanted.FollowedFile = parser.value("follow");
   if (parser.isSet("follow") && parser.isSet("memory")) {
-    throw std::invalid_argument("--follow and --memory exclude each other");
+    throw std::invalid_argument("--follow and --memory cannot be combined");
   }
   const bool served = wanted.Pty || wanted.TcpPort || parser.isSet("follow");
   if (!served) wanted.TcpPort = DefaultPort;

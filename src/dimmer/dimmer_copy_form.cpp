@@ -35,7 +35,7 @@ DimmerCopyDialog::DimmerCopyDialog(const DimmerCopyKind& kind, Int16 dev, Int16 
   auto* body = new QVBoxLayout(this);
   auto* source = new Label;
   source->setObjectName(QStringLiteral("lblSource"));
-  source->SetCaption(QStringLiteral("From device %1, output %2, to the outputs ticked:")
+  source->SetCaption(QStringLiteral("From device %1, output %2, to the outputs checked:")
                          .arg(QString::fromStdString(HexByte(dev + 1)))
                          .arg(out + 1));
   body->addWidget(source);

@@ -75,7 +75,7 @@ frmScale::frmScale() : QGroupBox(QStringLiteral("PhotoCell Input To Dimmer Outpu
     return points.join(QStringLiteral("; "));
   };
   picScale->Value = [this] {
-    return SelectedGrip == ResponseCurve::NoGrip ? QStringLiteral("No point in hand")
+    return SelectedGrip == ResponseCurve::NoGrip ? QStringLiteral("No point selected")
                                                  : PointInWords(SelectedGrip);
   };
   picScale->MouseDown = [this](int button, int shift, double x, double y) {

@@ -144,7 +144,7 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
   cmdTakeOver =
       addButton("cmdTakeOver", QStringLiteral("Take Over"), &FindingsFrame::cmdTakeOver_Click);
   cmdTakeOver->setToolTip(
-      QStringLiteral("The other side's values of the selected rows come into this project. Ctrl+A "
+      QStringLiteral("Takes the other side's values of the selected rows into this project. Ctrl+A "
                      "selects all rows on show."));
   row->addStretch(1);
   lstFindings->setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -216,7 +216,7 @@ void FindingsFrame::ComparePanel() {
       lblFound->SetCaption(QStringLiteral("Cancelled"));
       return;
     case TransferOutcome::SumDiffers:
-      throw RunTimeFailure("The panel's memory was not read as it is. Please compare again.");
+      throw RunTimeFailure("The panel's memory was not read correctly. Please compare again.");
     default:
       PanelConnectionLost();
       return;
@@ -306,15 +306,15 @@ void FindingsFrame::ShowWhatIsSelected() {
   cmdAccept->SetCaption(accepted > 0 && all ? QStringLiteral("Take Back")
                                             : QStringLiteral("Accept..."));
   cmdAccept->setEnabled(!selected.empty() && (accepted == 0 || all));
-  cmdAccept->setToolTip(accepted > 0 ? QStringLiteral("The findings count again.")
-                                     : QStringLiteral("The findings are to stay, for a reason that "
-                                                      "you tell."));
+  cmdAccept->setToolTip(accepted > 0 ? QStringLiteral("Puts the findings back on the list.")
+                                     : QStringLiteral("Keeps the findings out of the list, for a "
+                                                      "reason that you give."));
   QStringList words;
   for (const int row : selected) {
     if (const auto mending = list_.MendingOfRow(row)) words << mending->Words;
   }
   cmdMend->setEnabled(!words.isEmpty());
-  cmdMend->setToolTip(words.isEmpty() ? QStringLiteral("These findings need a decision of yours.")
+  cmdMend->setToolTip(words.isEmpty() ? QStringLiteral("These findings need your decision.")
                                       : words.join(u'\n'));
   lblFound->SetCaption(words.size() == 1 ? QStringLiteral("Mend: ") + words.first() : list_.Told());
 }
@@ -329,7 +329,7 @@ void FindingsFrame::cmdAccept_Click() {
   if (list_.Rows()[static_cast<std::size_t>(rows.front())].Accepted) {
     list_.TakeBack(rows);
   } else {
-    const auto reason = AskText(QStringLiteral("Why are these findings to stay?"));
+    const auto reason = AskText(QStringLiteral("Why should these findings stay?"));
     if (!reason) return;
     if (reason->simplified().isEmpty()) {
       TellRefusal(QStringLiteral("Nothing is accepted without a reason."));

@@ -85,7 +85,7 @@ QString PortTrouble(const QString& port, bool inUse, const QString& reason) {
   const QString group = QFileInfo(device).group();
   const bool groupMay = QFileInfo(device).permissions().testFlag(QFileDevice::WriteGroup);
   if (!MayUse(device) && !groupMay) {
-    return QStringLiteral("You may not use %1: it is its owner's alone.").arg(which);
+    return QStringLiteral("You may not use %1: only its owner may.").arg(which);
   }
   if (!MayUse(device)) {
     return QStringLiteral(

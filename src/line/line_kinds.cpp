@@ -20,5 +20,6 @@ void OpenTcp(const LineSettings& settings) {
 }
 
 QString NoPanelAtHost(const LineSettings& settings) {
-  return QStringLiteral("%1 takes the call, but does not answer like a panel.").arg(settings.Host);
+  return QStringLiteral("%1 accepts the connection, but does not answer like a panel.")
+      .arg(settings.Host);
 }

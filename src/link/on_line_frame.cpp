@@ -130,7 +130,7 @@ void OnLineFrame::ShowStatus(const PanelStatus& status) {
                            u'/' + TwoDigits(status.Year));
   const QDateTime clock = status.Clock();
   const QString apart = clock.isValid() ? ApartInWords(Now().secsTo(clock))
-                                        : QStringLiteral("The panel's clock tells no time");
+                                        : QStringLiteral("The panel's clock shows no valid time");
   lblClock->SetCaption(
       !clockSet_ ? apart
                  : QStringLiteral("Set. %1, as only hours and minutes are sent").arg(apart));

@@ -67,7 +67,7 @@ class Decoder {
     if (Elements(&length, 1) == 0) return;
     if (length < 0) {
       throw RunTimeFailure("a name in it has the length " + std::to_string(length) +
-                           ", so it is damaged or no project file");
+                           ", so it is damaged or not a project file");
     }
     const std::string_view there = rest_.substr(0, static_cast<std::size_t>(length));
     Whole = Whole && there.size() == static_cast<std::size_t>(length);

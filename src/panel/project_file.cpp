@@ -59,7 +59,7 @@ QByteArray WriteProject(const QString& name, const Project& project, Saving savi
   const QFileInfo old(name);
   if (old.exists()) {
     if (old.size() > LargestProjectFile)
-      Fail("save", name, QStringLiteral("what is there is no project file"));
+      Fail("save", name, QStringLiteral("what is there is not a project file"));
     bytes += ReadBytes("save", name, static_cast<qint64>(bytes.size())).toStdString();
   }
   ReplaceFile(name, bytes, saving);

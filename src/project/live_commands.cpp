@@ -19,7 +19,7 @@ namespace {
 
 PanelAddress AddressOf(const QString& place) {
   if (const auto address = ParsePanelAddress(place)) return *address;
-  throw RunTimeFailure((place + ": is no panel's address, such as tcp:10.0.0.7").toStdString());
+  throw RunTimeFailure((place + ": is not a panel's address, such as tcp:10.0.0.7").toStdString());
 }
 
 /// With this computer's offset from UTC, which the panel does not know of.
@@ -29,7 +29,7 @@ QString IsoTime(const QDateTime& time) {
 
 QDateTime PanelTime(const PanelAt& panel) {
   const QDateTime time = panel.Answer(ReadPanelStatus()).Clock();
-  if (!time.isValid()) panel.Fail(QStringLiteral("the panel's clock tells no time"));
+  if (!time.isValid()) panel.Fail(QStringLiteral("the panel's clock shows no valid time"));
   return time;
 }
 

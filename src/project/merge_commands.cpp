@@ -38,7 +38,7 @@ std::vector<DifferenceRow> LoadRows(const QString& file) {
     const QStringList cells = CellsOf(row);
     if (row.isEmpty() || cells == CompareColumns) continue;
     if (cells.size() != CompareColumns.size()) {
-      FailAtRow(file, number, QStringLiteral("is no row of a comparison"));
+      FailAtRow(file, number, QStringLiteral("is not a row of a comparison"));
     }
     rows.push_back({cells[0], cells[1], cells[2], cells[3], cells[4]});
   }

@@ -110,14 +110,14 @@ Project LoadSide(const QString& place, const Project& other) {
 
 void RefuseAllButFile(const QString& place) {
   if (place == StandardPlace || IsPanelMemory(place)) {
-    Fail(place, QStringLiteral("is no project file"));
+    Fail(place, QStringLiteral("is not a project file"));
   }
 }
 
 ProjectFile LoadProjectFile(const QString& file) {
   RefuseAllButFile(file);
   const std::string bytes = LoadBytes(file, LargestProjectFile + 1);
-  if (bytes.size() > LargestProjectFile) Fail(file, QStringLiteral("is no project file"));
+  if (bytes.size() > LargestProjectFile) Fail(file, QStringLiteral("is not a project file"));
   Project project = Whole(file, ReadBytes(file, bytes));
   return {project, bytes.substr(EncodeProject(project).size())};
 }
@@ -153,11 +153,11 @@ void StoreProjectFile(const QString& file, const Project& project, const std::st
 }
 
 void RefuseOutput(const QString& output, const QString& other) {
-  if (IsPanelMemory(output)) Fail(output, QStringLiteral("is no file to write to"));
+  if (IsPanelMemory(output)) Fail(output, QStringLiteral("is not a file to write to"));
   const auto isFile = [](const QString& place) {
     return !place.isEmpty() && place != StandardPlace && !ParsePanelAddress(place);
   };
   const QString file = other.startsWith(ImagePrefix) ? other.mid(ImagePrefix.size()) : other;
   if (!isFile(output) || !isFile(file) || PathOf(output) != PathOf(file)) return;
-  throw RunTimeFailure((output + ": is asked for twice; it would be overwritten").toStdString());
+  throw RunTimeFailure((output + ": is named twice; it would be overwritten").toStdString());
 }

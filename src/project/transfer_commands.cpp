@@ -157,7 +157,7 @@ ExitStatus ReadPanel(const CommandLine& line, const QStringList& places) {
   RefuseOutput(places[1], places[0]);
   const auto address = ParsePanelAddress(places[0]);
   if (!address) {
-    throw RunTimeFailure((places[0] + ": is no panel's address").toStdString());
+    throw RunTimeFailure((places[0] + ": is not a panel's address").toStdString());
   }
   const PanelImageType image = PanelAt(*address).ReadMemory();
   StoreProject(places[1], UploadedOver(NewProject(), image, !line.NoNames));
@@ -167,7 +167,7 @@ ExitStatus ReadPanel(const CommandLine& line, const QStringList& places) {
 ExitStatus SendToPanel(const CommandLine& line, const QStringList& places) {
   const auto address = ParsePanelAddress(places[1]);
   if (!address) {
-    throw RunTimeFailure((places[1] + ": is no panel's address").toStdString());
+    throw RunTimeFailure((places[1] + ": is not a panel's address").toStdString());
   }
   const Project project = LoadWhole(places[0]);
   const PasswordDigits password = Password(line);

@@ -66,7 +66,7 @@ void frmT3VirtualKeypad::Form_Load() {
   lblPendingKey = AddLabel(column, "lblPendingKey", {});
   lblPendingKey->SetAlignment(Qt::AlignCenter);
   AddHint(
-      QStringLiteral("The last key pressed goes to the panel with the next update. Arrow keys, "
+      QStringLiteral("The last key pressed is sent to the panel by the next update. Arrow keys, "
                      "Enter and Escape press keys."));
 }
 

@@ -279,7 +279,7 @@ TEST_F(PanelProgramTest, WhatFailsIsOneSentenceAndLeavesTheFile) {
       {{"read", "tcp:127.0.0.1:65536", file}, "is tcp:HOST[:PORT]"},
       {{"status", "serial:/dev/none"}, "is not there"},
       {{"clock", "modem:/dev/none"}, "modem:DEVICE,NUMBER"},
-      {{"clock", file}, "no panel's address"},
+      {{"clock", file}, "not a panel's address"},
       {{"switch", address, "RELAY", "05"}, "RELAY 05 on"},
       {{"send", file, address}, "password is missing"},
       {{"send", file, address, "--password-file", file}, "six digits"},

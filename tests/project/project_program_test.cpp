@@ -117,8 +117,8 @@ TEST_F(ProjectProgramTest, WhatCompareTellsIsAppliedOrRefusedAsAWhole) {
   EXPECT_TRUE(FileText(one) == Document() + "old tail");
   const QByteArray on = "Relays\tRELAY 05\tpower-on type\tOff\tOn";
   const std::pair<QByteArray, const char*> wrong[] = {
-      {"Relays\tRELAY 01", "row 1: is no row of a comparison"},
-      {"{\"Area\": 1}", "row 1: is no row of a comparison"},
+      {"Relays\tRELAY 01", "row 1: is not a row of a comparison"},
+      {"{\"Area\": 1}", "row 1: is not a row of a comparison"},
       {on + "\r\n" + on, "power-on type: it is told twice"},
       {on + "ly", "\"Only\" is no value of it"},
       {"Relays\tRELAY 99\tpower-on type\tOff\tOn", "RELAY 99, power-on type: there is no such"}};
@@ -287,7 +287,7 @@ TEST_F(ProjectProgramTest, WhatCannotBeWrittenOrHeldIsToldAndNothingIsOverwritte
         {"report", file, "--xlsx", file},
         {"report", file, "--pdf", folder.filePath("new"), "--xlsx", folder.filePath("./new")}}) {
     EXPECT_EQ(Run(call), 2) << call.join(u' ').toStdString();
-    EXPECT_TRUE(errors.contains("asked for twice")) << errors.toStdString();
+    EXPECT_TRUE(errors.contains("named twice")) << errors.toStdString();
   }
   EXPECT_TRUE(FileText(file) == bytes);
   EXPECT_EQ(FileText(memory).size(), 40960U);

@@ -90,7 +90,7 @@ TEST_F(AccessibleTest, WhatIsPaintedIsToldInWords) {
   auto& curve = Find<QWidget>("picScale");
   EXPECT_EQ(Of(curve).role(), QAccessible::Chart);
   EXPECT_TRUE(Of(curve).text(QAccessible::Description).startsWith("A: 40/255, "));
-  EXPECT_EQ(Value(curve), "No point in hand");
+  EXPECT_EQ(Value(curve), "No point selected");
   events.clear();
   QTest::keyClick(&curve, Qt::Key_C);
   EXPECT_TRUE(Value(curve).startsWith("C: 200/255, "));

@@ -125,7 +125,7 @@ TEST_F(CopyFillTest, ARefusedPasteChangesNothingAndSaysWhatMayStandThere) {
   Paste(Find<InPlaceList>("cboControl").List(2) + "\nSing");
   EXPECT_EQ(
       News(),
-      "Nothing was pasted: \"Sing\" is no choice of Relay 02 (No Action, On Only, Off Only, On "
+      "Nothing was pasted: \"Sing\" is not a choice of Relay 02 (No Action, On Only, Off Only, On "
       "And Off, Blink Alert).");
   clock.NowMs += 60'000;
   Find<Timer>("tmrMarks").Tick();

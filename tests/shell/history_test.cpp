@@ -221,7 +221,7 @@ TEST_F(HistoryTest, RestsWhileThePanelIsAtWorkAndKeepsTheConnectionThatIsUp) {
   window->SetMainMenusEnabled(false);
   Undo();
   EXPECT_EQ(Bytes(), changed);
-  EXPECT_EQ(Text("lblMark"), "Undo rests while the program works with the panel.");
+  EXPECT_EQ(Text("lblMark"), "Undo is off while the program works with the panel.");
   EXPECT_EQ(Steps().index(), 1);
   window->SetMainMenusEnabled(true);
 

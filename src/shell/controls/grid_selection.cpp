@@ -232,7 +232,7 @@ std::optional<QString> GridSelection::Refusal(Cell cell, const QString& value) c
     const QString refusal = refuses ? refuses(cell.Row, value) : QString();
     return refusal.isEmpty() ? std::nullopt : std::optional(refusal);
   }
-  return QStringLiteral("\"%1\" is no choice of %2 (%3).").arg(value, name, InShort(*choices));
+  return QStringLiteral("\"%1\" is not a choice of %2 (%3).").arg(value, name, InShort(*choices));
 }
 
 /// A label that shows the value already keeps what it holds.

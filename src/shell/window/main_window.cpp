@@ -124,7 +124,7 @@ frmT3MasterMDI::frmT3MasterMDI(const ProgramScreens& program) : program_(program
   const auto rests = [this] {
     return menuBar()->isEnabled()
                ? QString()
-               : QStringLiteral("Undo rests while the program works with the panel.");
+               : QStringLiteral("Undo is off while the program works with the panel.");
   };
   history_ = new History(
       this, {.Rests = rests,

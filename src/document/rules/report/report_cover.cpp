@@ -60,7 +60,7 @@ ReportCover ReadCover(const QString& projectFile) {
   QStringDecoder decoder(QStringDecoder::Utf8);
   const QString text = decoder.decode(bytes);
   if (bytes.size() > mostBytes || decoder.hasError()) {
-    FailToReadCover(name, QStringLiteral("it is no such text"));
+    FailToReadCover(name, QStringLiteral("it is not such a text"));
   }
   const QStringList lines = text.split(u'\n');
   ReportCover cover;
