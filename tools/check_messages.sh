@@ -6,7 +6,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 # What a statement of a message calls or names, and files whose functions return messages.
-tellers='\b(?:MsgBox|Ask(?:Instead)?|tell|Tell(?:News|Refusal|Failure|OnInterrupt|LinkStatus)|[Ff]ail\w*|[Rr]efuse\w*(?:\.\w+)?)\(
+tellers='\b(?:MsgBox|Ask(?:Instead)?|Tell(?:News|Refusal|Failure|OnInterrupt|LinkStatus)|[Ff]ail\w*|[Rr]efuse\w*(?:\.\w+)?)\(
   |\b\w*(?:Failure|Error|Refusal)[({] | \bthrow\b | \bstderr\b | \brests\b'
 returners='(?:src/line/(?:com_port|line_kinds|\w+_transport)\.cpp
   |src/link/(?:connect_transfer|download)\.cpp | src/document/rehearse\.cpp
