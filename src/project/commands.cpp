@@ -91,11 +91,11 @@ ExitStatus FromMemory(const CommandLine& line, const QStringList& files) {
 const std::vector<Command>& Commands() {
   // clang-format off
   static const std::vector<Command> commands = {
-      {"check", "FILE...", "A line a finding.", 1, AnyNumber, CheckColumns, Check, {"recursive", "files-from=LIST", "severity=LEVEL", "rule=NAME", "ignore=NAME", "warnings-as-errors", "all"}, true},
-      {"rules", "", "A line a rule of the check.", 0, 0, RuleColumns, ListRules},
-      {"compare", "A B", "A line a setting that differs.", 2, 2, CompareColumns, Compare, {"names"}},
+      {"check", "FILE...", "One line for each finding.", 1, AnyNumber, CheckColumns, Check, {"recursive", "files-from=LIST", "severity=LEVEL", "rule=NAME", "ignore=NAME", "warnings-as-errors", "all"}, true},
+      {"rules", "", "One line for each rule of the check.", 0, 0, RuleColumns, ListRules},
+      {"compare", "A B", "One line for each setting that differs.", 2, 2, CompareColumns, Compare, {"names"}},
       {"apply", "FILE DIFF.tsv", "Takes over what a comparison printed.", 2, 2, {}, ApplyRows},
-      {"merge", "BASE OURS THEIRS", "A line a setting that both changed.", 3, 3, MergeColumns, MergeFiles, {"output=OUT.T3", "path=NAME"}},
+      {"merge", "BASE OURS THEIRS", "One line for each setting that both changed.", 3, 3, MergeColumns, MergeFiles, {"output=OUT.T3", "path=NAME"}},
       {"document", "FILE", "The text document with all its sections.", 1, 1, {}, Document, {"date=TIME", "name=NAME", "utf8"}},
       {"report", "FILE --pdf OUT --xlsx OUT", "A report to print, a spreadsheet.", 1, 1, {}, Report, {"pdf=OUT.pdf", "xlsx=OUT.xlsx", "paper=PAPER", "date=TIME"}},
       {"image", "FILE OUT", "A panel's memory after a download.", 2, 2, {}, Image},
@@ -103,8 +103,8 @@ const std::vector<Command>& Commands() {
       {"read", "PANEL OUT.T3", "The panel's memory as a project.", 2, 2, {}, ReadPanel, {"no-names"}},
       {"send", "FILE PANEL", "A project into the panel.", 2, 2, {}, SendToPanel, {"changes", "password-file=FILE"}},
       {"clock", "PANEL", "Its time beside this computer's.", 1, 1, ClockColumns, ShowClock, {"set"}},
-      {"status", "PANEL", "A line for each item's state.", 1, 1, StatusColumns, ShowStatus, {"names=FILE"}},
-      {"watch", "PANEL", "A line a change, until interrupted.", 1, 1, WatchColumns, WatchPanel, {"names=FILE", "every=SECONDS"}},
+      {"status", "PANEL", "One line for the state of each item.", 1, 1, StatusColumns, ShowStatus, {"names=FILE"}},
+      {"watch", "PANEL", "One line for each change, until interrupted.", 1, 1, WatchColumns, WatchPanel, {"names=FILE", "every=SECONDS"}},
       {"switch", "PANEL ITEM on|off", "A relay or group; - reads lines.", 2, 4, {}, SwitchItems},
   };
   // clang-format on
