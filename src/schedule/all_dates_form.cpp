@@ -29,7 +29,7 @@ void frmT3AllDates::Form_Load() {
   UseSpareHeight();
   AddHint(
       QStringLiteral("Enter or a double click opens the date. Timers that do not ignore "
-                     "holidays rest on each of them."));
+                     "holidays run on none of them."));
 }
 
 void frmT3AllDates::Form_Activate() {
