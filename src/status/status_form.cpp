@@ -83,7 +83,7 @@ QHBoxLayout* StatusForm::AddUpdateControls() {
   lblAutoUpdate->SetWidthInChars(18);
   lblAutoUpdate->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   lblAutoUpdate->SetAlignment(Qt::AlignCenter);
-  lblMenusOff = AddLabel(row, "lblMenusOff", QStringLiteral("The menus are off meanwhile."));
+  lblMenusOff = AddLabel(row, "lblMenusOff", QStringLiteral("The menus are off."));
   lblMenusOff->SetLook(Label::Look::Quiet);
   row->addStretch(1);
   AddTimer();

@@ -84,7 +84,7 @@ void frmT3WalkTest::Form_Load() {
   cboWalk->Click = [this] { cboWalk_Click(); };
   cboWalk->ChoosesItem = true;
   cmdWalk = addButton(row, "cmdWalk", "Begin", &frmT3WalkTest::cmdWalk_Click);
-  lblMenusOff = AddLabel(row, "lblMenusOff", QStringLiteral("The menus are off meanwhile."));
+  lblMenusOff = AddLabel(row, "lblMenusOff", QStringLiteral("The menus are off."));
   lblMenusOff->SetLook(Label::Look::Quiet);
   row->addStretch(1);
   AddLabel(row, "lblBy", QStringLiteral("Tested By"));
