@@ -16,12 +16,12 @@ constexpr std::size_t MostLines = 4000;
 /// "30" or "31", four digits of the address, two of the count.
 constexpr std::size_t MemoryCommand = 8;
 
-struct Line {
+struct LoggedFrame {
   QDateTime At;
   bool Sent;
   std::string Text;
 };
-std::deque<Line> lines;
+std::deque<LoggedFrame> lines;
 
 /// Stars for the password's bytes among those that begin at `first` of the text, and for the
 /// checksum, by which they could be guessed.
@@ -74,7 +74,7 @@ void LogReply(std::string_view command, std::string_view reply) {
 
 QByteArray FrameLogText() {
   QByteArray text;
-  for (const Line& line : lines) {
+  for (const LoggedFrame& line : lines) {
     text += line.At.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")).toUtf8();
     text += line.Sent ? " > " : " < ";
     for (const char character : line.Text) {

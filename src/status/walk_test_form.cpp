@@ -3,23 +3,17 @@
 #include <QHeaderView>
 #include <algorithm>
 
-#include "line/panel_commands.h"
-#include "link/panel_link.h"
 #include "link/panel_queue.h"
 #include "panel/code_page.h"
 #include "panel/fennlink_types.h"
-#include "panel/lists_in_words.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
 #include "panel/program_texts.h"
 #include "panel/stopwatch.h"
-#include "panel/words.h"
 #include "shell/controls/name_keys.h"
 #include "shell/shell.h"
 
 namespace {
-
-enum Column { ItemColumn, NameColumn, StateColumn, TestedColumn };
 
 QStringList WalkWords() {
   return {QStringLiteral("Inputs"), QStringLiteral("Relays"), QStringLiteral("Bus Stations")};
