@@ -48,7 +48,7 @@ constexpr auto Choices = std::to_array<Choice>({
 /// Those that show a panel.
 constexpr auto Connected24 = std::to_array<Screen>(
     {Screen::Connect, Screen::RelayStatus, Screen::RelayGroupStatus, Screen::InputStatus,
-     Screen::FennlinkStatus, Screen::WalkTest, Screen::CapturePresets, Screen::ForceTimers,
+     Screen::FennlinkStatus, Screen::CapturePresets, Screen::ForceTimers,
      Screen::VirtualKeypad, Screen::SystemDiagnostic, Screen::DimmerOutput});
 
 struct CopyDialog {
@@ -63,7 +63,8 @@ QString PathOf(const QString& folder, Screen screen) {
 }
 
 bool Save(QWidget& window, const QString& path) {
-  QApplication::processEvents();
+  // What a timer of the first round shows is laid out in the second.
+  for (int round = 0; round < 2; ++round) QApplication::processEvents();
   return window.grab().save(path);
 }
 
@@ -127,6 +128,11 @@ bool SaveConnected(frmT3MasterMDI& window, const QString& folder) {
   form->findChild<Button*>(QStringLiteral("cmdRefresh"))->click();
   bool saved = true;
   for (const Screen screen : Connected24) saved = saved && SaveScreen(window, screen, folder);
+  ChildForm* walk = window.ShowForm(Screen::WalkTest);
+  walk->findChild<Button*>(QStringLiteral("cmdWalk"))->click();
+  panel.With([](simulator::Panel& p) { p.SetContact(6, simulator::Contact::On, true); });
+  walk->findChild<Timer*>(QStringLiteral("Timer1"))->Tick();
+  saved = saved && Save(window, PathOf(folder, Screen::WalkTest));
   window.UnloadAllForms();
   Link.DisconnectQZ();
   return saved;

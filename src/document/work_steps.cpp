@@ -56,12 +56,11 @@ std::vector<WorkStep> WorkStepsOfProgram() {
   const int idle = IdleTimers(users);
   const auto& found = FindingsList::OfProgram().Counts();
   return {
-      {points == 0 ? QStringLiteral("No points yet: say what the panel has")
-                   : Counted(points, QStringLiteral("relay")),
-       Screen::Setup},
-      {QStringLiteral("%1 named")
-           .arg(Counted(NamedOf(ItemKind::Relay, points), QStringLiteral("relay"))),
-       Screen::EditRelayNames},
+      points == 0 ? WorkStep{QStringLiteral("No points yet: say what the panel has"), Screen::Setup}
+                  : WorkStep{QStringLiteral("%1, %2 named")
+                                 .arg(Counted(points, QStringLiteral("relay")))
+                                 .arg(NamedOf(ItemKind::Relay, points)),
+                             Screen::EditRelayNames},
       {Counted(static_cast<qsizetype>(groups.size()), QStringLiteral("group")),
        Screen::RelayGrouping},
       {Counted(inputs, QStringLiteral("input at work"), QStringLiteral("inputs at work")),

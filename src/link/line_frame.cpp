@@ -67,10 +67,11 @@ LineFrame::LineFrame() {
     grid->addWidget(option, i % rows, i / rows);
     optComPort.Add(option, QStringLiteral("optComPort"));
   }
+  lines->addWidget(comPorts);
   lblForbidden = WrappedLine("lblForbidden");
   lblForbidden->setForegroundRole(QPalette::PlaceholderText);
-  grid->addWidget(lblForbidden, rows, 0, 1, 2);
-  lines->addWidget(comPorts);
+  lblForbidden->setVisible(false);
+  lines->addWidget(lblForbidden);
 
   lblPhoneNumber = NamedLabel(lines, "lblPhoneNumber", QStringLiteral("Telephone Number"));
   txtPhoneNumber = NamedControl<TextBox>(lines, "txtPhoneNumber");

@@ -18,6 +18,8 @@ RecentList::RecentList(TextBox* box, Typed kind, const char* name) : box_(box), 
       box_->setFocus();
     };
   }
+  // The screen is laid out before it is filled.
+  setVisible(false);
 }
 
 void RecentList::ShowFor(bool wanted) {

@@ -260,11 +260,11 @@ TEST_F(MainWindowTest, AboutLeadsToRecentProjectsAndOnWithTheOpenOne) {
   RememberSent(Path("School"), QDateTime({2026, 11, 24}, {14, 5}), "10.0.0.7");
   Menu("mnuAbout");
   EXPECT_EQ(Text("lblProject"), "School");
-  EXPECT_EQ(Captions("lblStep", {0, 1, 6}),
-            "8 relays|1 relay named|Last sent 2026-11-24 14:05 to 10.0.0.7");
+  EXPECT_EQ(Captions("lblStep", {0, 1, 5}),
+            "8 relays, 1 named|0 groups|Last sent 2026-11-24 14:05 to 10.0.0.7");
   ASSERT_TRUE(Shows("lblRecent", 0));
   EXPECT_FALSE(Shows("lblRecent", 1)) << "what is open is not offered";
-  Click(Cell("lblStep", 1));
+  Click(Cell("lblStep", 0));
   EXPECT_TRUE(window->LoadedForm(Screen::EditRelayNames)->isVisible());
 
   // A project without the usual ending is found again.

@@ -19,7 +19,7 @@ QString Told(const KeptWork& work) {
 }
 
 constexpr int MostRecent = 5;
-constexpr int MostSteps = 7;
+constexpr int MostSteps = 6;
 
 }  // namespace
 
@@ -28,7 +28,7 @@ frmT3About::frmT3About() : ChildForm(Screen::About, QStringLiteral("About")) {}
 void frmT3About::Form_Load() {
   auto* page = new QWidget;
   auto* column = new QVBoxLayout(page);
-  column->setContentsMargins(24, 64, 24, 24);
+  column->setContentsMargins(24, 64, 24, 0);
   column->setSpacing(6);
   auto addLine = [&](const char* name, const QString& caption) {
     Label* label = AddLabel(column, name, caption);

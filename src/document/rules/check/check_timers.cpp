@@ -65,7 +65,7 @@ void LookAtParkedTimers(const CheckScope& scope, const TellFinding& tell) {
   const std::vector<Item> timers = TimersWithoutDay(scope, true);
   if (timers.empty()) return;
   tell(timers.front(),
-       QStringLiteral("%1 %2 parked: no day is ticked.")
+       QStringLiteral("%1 %2 parked: no day is checked.")
            .arg(ListOf(scope.Of, timers), QLatin1String(timers.size() == 1 ? "is" : "are")),
        {});
 }
@@ -327,7 +327,7 @@ constexpr auto RulesOfTimers = std::to_array<CheckRule>({
     {"conflict", Severity::Warning, Screen::TimersConfigure, LookAtConflicts,
      "Two timers switch a relay differently at the same minute."},
     {"parked-timer", Severity::Note, Screen::TimersConfigure, LookAtParkedTimers,
-     "A timer has no day ticked."},
+     "A timer has no day checked."},
 });
 
 }  // namespace
