@@ -39,7 +39,7 @@ void frmT3FennlinkPilots::Form_Load() {
       this, grid,
       {.Cells = "lblPilotNumber",
        .List = "cboNewNumber",
-       .Look = {.Chars = 8, .HeaderText = QStringLiteral("Number"), .Words = states},
+       .Look = {.Chars = 8, .HeaderText = QStringLiteral("Number")},
        .ItemsOf = [this, states](
                       int input) { return IsStatic(input) ? states : NumberItems(1, ItemCount); },
        .Item = [this](int input) { return PilotNumber(Pilot(input)); },
@@ -53,7 +53,10 @@ void frmT3FennlinkPilots::Form_Load() {
              const Int16 pilot = Pilot(input);
              if (!IsStatic(input)) return QStringLiteral(" %1").arg(PilotNumber(pilot) + 1);
              return (pilot & 1) != 0 ? QStringLiteral(" On") : QStringLiteral(" Off");
-           }},
+           },
+       .Note = [this](
+                   int input,
+                   int item) { return PilotName(LiveProject, PilotSource(Pilot(input)), item); }},
       &frmT3FennlinkPilots::ShowPilotConfiguration, &frmT3FennlinkPilots::lblPilotNumber_Click,
       &frmT3FennlinkPilots::cboNewNumber_Click);
   AddWidget(grid);

@@ -2,6 +2,7 @@
 
 #include "panel/live_project.h"
 #include "panel/pilot_code.h"
+#include "panel/pilot_source.h"
 #include "panel/words.h"
 #include "shell/controls/editor_rows.h"
 #include "shell/controls/field_column.h"
@@ -40,7 +41,12 @@ void frmT3LocalInputPilots::Form_Load() {
              Int16& pilot = PanelRecord.LocalPilot(input);
              pilot = WithPilotNumber(pilot, item);
            },
-       .Text = [number](int input) { return u' ' + QString::number(number(input) + 1); }},
+       .Text = [number](int input) { return u' ' + QString::number(number(input) + 1); },
+       .Note =
+           [](int input, int item) {
+             return PilotName(LiveProject, PilotSource(PanelRecord.LocalPilot(input)) + PilotRelay,
+                              item);
+           }},
       &frmT3LocalInputPilots::ShowPilotConfiguration, &frmT3LocalInputPilots::lblPilotNumber_Click,
       &frmT3LocalInputPilots::cboNewNumber_Click);
   AddWidget(grid);

@@ -43,6 +43,9 @@ frmT3DimmerOutput::frmT3DimmerOutput()
 
 void frmT3DimmerOutput::Form_Load() {
   BuildSelectors(AddRow());
+  lblNotEnabled = AddLabel(AddRow(), "lblNotEnabled",
+                           QStringLiteral("Tick Device Enabled to set this device's outputs."));
+  lblNotEnabled->SetLook(Label::Look::Quiet);
   frmConfig = new QWidget;
   frmConfig->setObjectName(QStringLiteral("frmConfig"));
   AddWidget(frmConfig);
@@ -167,24 +170,26 @@ void frmT3DimmerOutput::BuildSlots(QBoxLayout* column) {
   settings->setVerticalSpacing(4);
   settings->setColumnStretch(1, 1);
   column->addLayout(settings);
-  const auto addRow = [&](const QString& caption) {
+  const auto addRow = [&](QWidget*& label, const QString& caption) {
     const int row = settings->rowCount();
-    auto* label = new QLabel(caption);
+    label = new QLabel(caption);
     label->setForegroundRole(QPalette::PlaceholderText);
+    KeepRoomWhileHidden(*label);
     settings->addWidget(label, row, 0);
     auto* lists = new QHBoxLayout;
     lists->setAlignment(Qt::AlignLeft);
     settings->addLayout(lists, row, 1);
     return lists;
   };
-  QHBoxLayout* row = addRow(QStringLiteral("Slot"));
+  QWidget* slot = nullptr;
+  QHBoxLayout* row = addRow(slot, QStringLiteral("Slot"));
   cboCONum = AddList(row, "cboCONum", "Control", CountedItems("Control: ", 1, ControlSlotCount, 2),
                      &frmT3DimmerOutput::cboCONum_Click);
   cboCONum->ChoosesItem = true;
   const auto types = static_cast<int>(ControlTypes.size());
   cboCOTyp = AddTitledList(row, "cboCOTyp", "Control Type", CodeItems(types, ControlTypeListText));
   cboCOTyp->Click = [this] { cboCOTyp_Click(); };
-  row = addRow(QStringLiteral("Source"));
+  row = addRow(SourceCaption, QStringLiteral("Source"));
   cboCODev =
       AddList(row, "cboCODev", "Device", QStringList("Hardwired") + HexItems("D:", DeviceCount),
               &frmT3DimmerOutput::cboCODev_Click);
@@ -198,7 +203,7 @@ void frmT3DimmerOutput::BuildSlots(QBoxLayout* column) {
                      &frmT3DimmerOutput::cboCOPrs_Click);
   cboCOFade =
       AddList(row, "cboCOFade", "Fade", Items(ControlFades), &frmT3DimmerOutput::cboCOFade_Click);
-  row = addRow(QStringLiteral("Action"));
+  row = addRow(ActionCaption, QStringLiteral("Action"));
   cboCOAct = AddList(row, "cboCOAct", "Action", CodeItems(ControlActionCount, ControlActionText),
                      &frmT3DimmerOutput::cboCOAct_Click);
   cboCORevert =
@@ -206,5 +211,7 @@ void frmT3DimmerOutput::BuildSlots(QBoxLayout* column) {
               &frmT3DimmerOutput::cboCORevert_Click);
   // The screen must not jump when a slot has less to set.
   for (ComboBox* list : {cboCOAct, cboCOFade, cboCORevert}) KeepRoomWhileHidden(*list);
+  SourceCaption->setObjectName(QStringLiteral("lblSource"));
+  ActionCaption->setObjectName(QStringLiteral("lblAction"));
   column->addStretch(1);
 }

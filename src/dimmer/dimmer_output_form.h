@@ -86,6 +86,7 @@ class frmT3DimmerOutput : public ChildForm {
   ControlArray<Label> lblShowLevels;
   Button* cmdUpdate = nullptr;
   Timer* tmrStatus = nullptr;
+  Label* lblNotEnabled = nullptr;
   QWidget* frmConfig = nullptr;
   ComboBox* cboPowerOnLevel = nullptr;
   ComboBox* cboMinLevel = nullptr;
@@ -99,11 +100,13 @@ class frmT3DimmerOutput : public ChildForm {
   frmScale* scale = nullptr;
   ComboBox* cboCONum = nullptr;
   ComboBox* cboCOTyp = nullptr;
+  QWidget* SourceCaption = nullptr;
   ComboBox* cboCODev = nullptr;
   ComboBox* cboCONod = nullptr;
   ComboBox* cboCOInp = nullptr;
   ComboBox* cboCOTmr = nullptr;
   ComboBox* cboCOPrs = nullptr;
+  QWidget* ActionCaption = nullptr;
   ComboBox* cboCOAct = nullptr;
   ComboBox* cboCOFade = nullptr;
   ComboBox* cboCORevert = nullptr;

@@ -50,6 +50,7 @@ void frmT3DimmerOutput::ShowControl() {
     const QScopedValueRollback<Int16> showing(ShowingControl, -1);
     const bool enabled = DimGetEnabled(Dev) != 0;
     frmConfig->setVisible(enabled);
+    lblNotEnabled->setVisible(!enabled);
     chkEnabled->SetValue(enabled);
     shown.Index(*cboPowerOnLevel, [this] { return DimGetPowerOn(Dev, Out); });
     shown.Index(*cboMinLevel,
@@ -92,6 +93,7 @@ void frmT3DimmerOutput::ShowSlot() {
   cboCOTmr->setVisible(type == ControlTimer);
   cboCOPrs->setVisible(type == ControlPreset);
   for (ComboBox* list : {cboCOAct, cboCOFade, cboCORevert}) list->setVisible(used);
+  for (QWidget* caption : {SourceCaption, ActionCaption}) caption->setVisible(used);
   cboCOTmr->SetListIndex(DimGetCtlNumber(Dev, Out, Ctl));
   cboCOPrs->SetListIndex(DimGetCtlNumber(Dev, Out, Ctl));
   cboCODev->SetListIndex(DimGetCtlDevice(Dev, Out, Ctl));

@@ -26,15 +26,12 @@ void IncludePicture::SetLit(bool lit) {
 void IncludePicture::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  const bool marked = hasFocus() || underMouse();
-  if (hasFocus()) {
-    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 2, 2);
-  }
+  if (underMouse()) DrawHoverShade(painter, *this);
+  if (hasFocus()) DrawFocusRing(painter, *this);
   const double size = std::min(width(), height()) - 8;
   QRectF lamp(0, 0, size, size);
   lamp.moveCenter(QRectF(rect()).center());
-  painter.setPen(QPen(palette().color(marked ? QPalette::Highlight : QPalette::Text), 1.5));
+  painter.setPen(QPen(palette().color(QPalette::Text), 1.5));
   painter.setBrush(Lit() ? QColor(Colors::Green) : QColor(Qt::transparent));
   painter.drawEllipse(lamp);
 }
@@ -55,6 +52,11 @@ void frmT3DimmerRelayControl::Form_Load() {
   cboOffLevel = AddTitledList(row, "cboOffLevel", "Off Level", PercentItems("Off Level"));
   cboOffLevel->Click = [this] { cboOffLevel_Click(); };
 
+  lblNotEnabled =
+      AddLabel(AddRow(), "lblNotEnabled",
+               QStringLiteral("It is not enabled: tick Device Enabled in Dimmer Outputs."));
+  lblNotEnabled->SetLook(Label::Look::Quiet);
+
   frmConfig = new RowGrid(ItemCount, QStringLiteral("Relay "));
   frmConfig->setObjectName(QStringLiteral("frmConfig"));
   imgInclude = frmConfig->Add<IncludePicture>("imgInclude", {.Chars = 1,
@@ -70,7 +72,7 @@ void frmT3DimmerRelayControl::Form_Load() {
   lblRelayName.OnEach(&Label::Click, this, &frmT3DimmerRelayControl::lblRelayName_Click);
   lblRelayName.OnEach(&Label::MouseDown, this, &frmT3DimmerRelayControl::Row_MouseDown);
   for (int relay = 0; relay < ItemCount; ++relay) {
-    imgInclude(relay).setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    imgInclude(relay).setFixedWidth(imgInclude(relay).sizeHint().width());
     // One stop of the keyboard a row is enough: the picture is it.
     lblRelayName(relay).ensurePolished();
     lblRelayName(relay).setFocusPolicy(Qt::NoFocus);
@@ -96,6 +98,7 @@ void frmT3DimmerRelayControl::Form_Activate() {
 void frmT3DimmerRelayControl::ShowControl() {
   const bool enabled = DimGetEnabled(Dev) != 0;
   frmConfig->setVisible(enabled);
+  lblNotEnabled->setVisible(!enabled);
   cboOnLevel->setVisible(enabled);
   cboOffLevel->setVisible(enabled);
   ShownValues shown;

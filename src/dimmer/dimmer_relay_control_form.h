@@ -43,6 +43,7 @@ class frmT3DimmerRelayControl : public ChildForm {
   ComboBox* cboDOut = nullptr;
   ComboBox* cboOnLevel = nullptr;
   ComboBox* cboOffLevel = nullptr;
+  Label* lblNotEnabled = nullptr;
   RowGrid* frmConfig = nullptr;
   ControlArray<IncludePicture> imgInclude;
   ControlArray<Label> lblRelayName;

@@ -5,6 +5,17 @@
 #include "panel/panel_record.h"
 #include "panel/pilot_code.h"
 
+std::optional<Item> PilotItem(int source, int number) {
+  constexpr ItemKind kinds[] = {ItemKind::Relay, ItemKind::Group, ItemKind::Preset};
+  if (source < PilotRelay || source > PilotPreset) return std::nullopt;
+  return Item{kinds[source - PilotRelay], number};
+}
+
+QString PilotName(const Project& project, int source, int number) {
+  const std::optional<Item> followed = PilotItem(source, number);
+  return followed ? OwnName(project, *followed) : QString();
+}
+
 Int16 AutoMappedPilot(const FennlinkRecord& device, int input) {
   if (FennlinkInputKind(device.DeviceType, device.DeviceInputType(input)) == InputKind::SetPreset) {
     return ToInt16(device.DevicePreset(input) + WithPilotSource(0, PilotPreset));

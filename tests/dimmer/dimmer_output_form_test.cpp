@@ -46,7 +46,7 @@ TEST_F(DimmerOutputTest, LooksFirstAtTheFirstOutputAndChangesNothing) {
   }
 
   Choose("cboDDev", 11);
-  EXPECT_FALSE(Shows("frmConfig"));
+  EXPECT_EQ(ShownOf({"frmConfig", "lblNotEnabled"}), "lblNotEnabled");
   DimSetEnabled(0, 0);
   EXPECT_EQ(DimmerBlock, before);
   Click(Find<CheckBox>("chkEnabled"));
@@ -93,12 +93,13 @@ TEST_F(DimmerOutputTest, ASlotOffersWhatItsTypeNeeds) {
   const QStringList lists = {"cboCODev", "cboCOInp",  "cboCOTmr",    "cboCOPrs",
                              "cboCOAct", "cboCOFade", "cboCORevert", "cboCONod"};
   Open();
-  EXPECT_EQ(ShownOf(lists), "");
+  EXPECT_EQ(ShownOf(lists + QStringList{"lblSource", "lblAction"}), "") << "captions of nothing";
   Click(Cell("lblSummary", 15));
   EXPECT_EQ(Chosen("cboCONum"), 15);
   EXPECT_EQ(Cell("lblSummary", 15).BackColor(), Colors::LightGrey);
   Choose("cboCOTyp", ControlInvertInput);
   EXPECT_EQ(ShownOf(lists), "cboCODev cboCOInp cboCOAct cboCOFade cboCORevert");
+  EXPECT_EQ(ShownOf({"lblSource", "lblAction"}), "lblSource lblAction");
   for (const int beyond : {20, 8}) {
     Choose("cboCODev", 0);
     Choose("cboCOInp", beyond);

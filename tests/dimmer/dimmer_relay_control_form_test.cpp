@@ -71,6 +71,16 @@ TEST_F(DimmerRelayControlTest, EachOutputHasItsOwnLevelsAndRelays) {
   EXPECT_EQ(DimGetOffLevel(0, 1), 5);
   Choose("cboDDev", 1);
   for (const char* name : {"frmConfig", "cboOnLevel", "cboOffLevel"}) EXPECT_FALSE(Shows(name));
+  EXPECT_TRUE(Shows("lblNotEnabled"));
+}
+
+TEST_F(DimmerRelayControlTest, ALampStandsAtItsName) {
+  Open();
+  for (const int relay : {0, 47}) {
+    const int gap = Cell("lblRelayName", relay).x() - Picture(relay).geometry().right();
+    EXPECT_LT(gap, 8) << relay;
+    EXPECT_LT(Picture(relay).width(), 40) << relay;
+  }
 }
 
 TEST_F(DimmerRelayControlTest, ShowingStoresWhatIsShownAndAnOverflowIsToldOnce) {

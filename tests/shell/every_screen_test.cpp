@@ -135,6 +135,11 @@ TEST_F(EveryScreenTest, FitsTheWindowAtEverySizeOfText) {
       for (const auto* bar : {page->horizontalScrollBar(), page->verticalScrollBar()}) {
         EXPECT_EQ(bar->maximum(), 0) << "at " << points << " in " << window->width();
       }
+      for (const auto* cell : form.findChildren<Label*>(
+               QRegularExpression("^lbl(TimerType|PowerOnType|PilotSource)"))) {
+        if (!cell->isVisible() || !cell->Click) continue;
+        EXPECT_EQ(cell->CutText(), "") << "at " << points << " " << cell->Caption().toStdString();
+      }
     });
   }
   QApplication::setFont(usual);

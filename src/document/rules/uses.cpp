@@ -53,11 +53,9 @@ class UseList {
     }
   }
 
-  /// Which item a pilot's number counts is told by its source; others follow nothing.
   void AddPilot(const Item& input, int source, int number) {
-    constexpr ItemKind kinds[] = {ItemKind::Relay, ItemKind::Group, ItemKind::Preset};
-    if (source < PilotRelay || source > PilotPreset) return;
-    Add(input, {kinds[source - PilotRelay], number}, EffectFollows, "has a pilot that follows"_L1);
+    const std::optional<Item> followed = PilotItem(source, number);
+    if (followed) Add(input, *followed, EffectFollows, "has a pilot that follows"_L1);
   }
 
   std::vector<Use> Take() { return std::move(uses_); }

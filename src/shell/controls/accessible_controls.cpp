@@ -50,12 +50,12 @@ class AccessibleLabel : public QAccessibleWidget {
     const bool apart = label_->Click && !name.isEmpty();
     switch (kind) {
       case QAccessible::Name:
-        if (name.isEmpty()) return label_->Value();
-        return apart ? name : name + QStringLiteral(": ") + label_->Value();
+        if (name.isEmpty()) return Value();
+        return apart ? name : name + QStringLiteral(": ") + Value();
       case QAccessible::Value:
-        return label_->Value();
+        return Value();
       case QAccessible::Description:
-        return apart ? label_->Value() : QAccessibleWidget::text(kind);
+        return apart ? Value() : QAccessibleWidget::text(kind);
       default:
         return QAccessibleWidget::text(kind);
     }
@@ -81,6 +81,11 @@ class AccessibleLabel : public QAccessibleWidget {
   }
 
  private:
+  QString Value() const {
+    const QString note = label_->Note();
+    return note.isEmpty() ? label_->Value() : label_->Value() + QStringLiteral(", ") + note;
+  }
+
   Label* label_;
 };
 

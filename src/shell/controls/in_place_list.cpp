@@ -10,10 +10,14 @@
 
 namespace {
 
-/// Rows as high as the value cells that the list stands over.
+/// Rows as high as the value cells that the list stands over, with their notes.
 class CellHeightDelegate : public QStyledItemDelegate {
  public:
   using QStyledItemDelegate::QStyledItemDelegate;
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    option->text = index.data(Qt::AccessibleTextRole).toString();
+  }
   QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
     const QSize size = QStyledItemDelegate::sizeHint(option, index);
     return {size.width(), std::max(size.height(), Label().sizeHint().height())};
@@ -21,6 +25,13 @@ class CellHeightDelegate : public QStyledItemDelegate {
 };
 
 }  // namespace
+
+QVariant NotedTexts::data(const QModelIndex& index, int role) const {
+  if (role != Qt::AccessibleTextRole) return QStringListModel::data(index, role);
+  const QString text = QStringListModel::data(index, Qt::DisplayRole).toString();
+  const QString note = Notes.value(index.row());
+  return note.isEmpty() ? text : text + NoteGap + note;
+}
 
 InPlaceList::InPlaceList(ChildForm* form, const char* name, const QStringList& items)
     : QListView(form), form_(form) {
@@ -54,7 +65,7 @@ QString InPlaceList::List(int index) const {
 }
 
 void InPlaceList::Open(QWidget& cell, int index) {
-  constexpr int mostRowsShown = 12;
+  constexpr int mostRowsShown = 13;
   for (auto* list : form_->findChildren<InPlaceList*>()) {
     if (list != this) list->Close();
   }
@@ -67,7 +78,8 @@ void InPlaceList::Open(QWidget& cell, int index) {
   int width = cell.width();
   const int step = std::max(1, ListCount() / 24);
   for (int i = 0; i < ListCount(); i += step) {
-    width = std::max(width, fontMetrics().horizontalAdvance(List(i)) + 40);
+    const QString text = model_.index(i).data(Qt::AccessibleTextRole).toString();
+    width = std::max(width, fontMetrics().horizontalAdvance(text) + 40);
   }
   // Whole rows, however low the screen is.
   const int fit = std::max((form_->height() - 2 * frameWidth()) / rowHeight, 1);

@@ -6,6 +6,13 @@
 
 #include "shell/controls/child_form.h"
 
+/// Texts with a note behind each, which is shown and read but is no part of the text.
+class NotedTexts : public QStringListModel {
+ public:
+  QStringList Notes;
+  QVariant data(const QModelIndex& index, int role) const override;
+};
+
 /// The list that opens over a clicked cell. It stays open until a choice, Escape or a click on the
 /// background closes it, or its cell leaves the screen. Opening it selects the stored value and
 /// runs nothing.
@@ -15,6 +22,8 @@ class InPlaceList : public QListView {
   InPlaceList(ChildForm* form, const char* name, const QStringList& items = {});
 
   void SetItems(const QStringList& items);
+  /// The names of what the items stand for, where these are numbers.
+  void SetNotes(const QStringList& notes) { model_.Notes = notes; }
   void Clear() { SetItems({}); }
   int ListCount() const { return model_.rowCount(); }
   QStringList Items() const { return model_.stringList(); }
@@ -49,6 +58,6 @@ class InPlaceList : public QListView {
   LetterSearch search_;
   std::optional<PointerPress> openedBy_;  ///< Until the second click of its pair or another.
   bool ignoring_ = false;                 ///< The second click of the pair is under way.
-  QStringListModel model_;
+  NotedTexts model_;
   QPointer<QWidget> cell_;
 };

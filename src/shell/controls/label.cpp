@@ -6,6 +6,7 @@
 #include <QSet>
 #include <QTextDocument>
 #include <QToolTip>
+#include <QtMath>
 
 #include "shell/controls/accessible_controls.h"
 #include "shell/controls/dialogs.h"
@@ -17,7 +18,7 @@ PointerPress lastPress;
 constexpr int CellPadding = 5;
 constexpr double mostSqueezed = 0.7;
 constexpr double leastRoom = 0.8;
-constexpr int hoverTint = 40;
+constexpr int hoverShade = 56;
 constexpr int glyphStrength = 150;
 
 /// Black or white, whichever stands out better from the colour.
@@ -67,6 +68,14 @@ void DrawFocusRing(QPainter& painter, const QWidget& control) {
   painter.drawRoundedRect(QRectF(control.rect()).adjusted(1, 1, -1, -1), 2, 2);
 }
 
+void DrawHoverShade(QPainter& painter, const QWidget& control) {
+  QColor shade = control.palette().color(QPalette::Highlight);
+  shade.setAlpha(hoverShade);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(shade);
+  painter.drawRoundedRect(QRectF(control.rect()).adjusted(1, 1, -1, -1), 2, 2);
+}
+
 Label::Label(QWidget* parent) : QWidget(parent) {
   InstallAccessibleControls();
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -82,6 +91,11 @@ void Label::SetCaption(const QString& caption) {
   update();
   TellChange(before);
   Q_EMIT CaptionChanged();
+}
+
+void Label::SetNote(const QString& note) {
+  note_ = note;
+  update();
 }
 
 void Label::SetAct(CellAct act) {
@@ -170,8 +184,19 @@ QSize Label::minimumSizeHint() const {
   const QFontMetrics metrics(font());
   // Where room is short the text is squeezed.
   const auto chars = static_cast<int>(metrics.averageCharWidth() * widthInChars_ * leastRoom);
-  const int width = chars + 2 * CellPadding + 2 + GlyphRoom();
+  const int whole = qCeil((metrics.horizontalAdvance(widest_) + 1) * mostSqueezed);
+  const int width = std::max(chars, whole) + 2 * CellPadding + 2 + GlyphRoom();
   return {widthInChars_ > 0 ? width : 0, metrics.height() + 4};
+}
+
+void Label::KeepWhole(const QStringList& captions) {
+  const QFontMetrics metrics(font());
+  const auto narrower = [&](const QString& a, const QString& b) {
+    return metrics.horizontalAdvance(a) < metrics.horizontalAdvance(b);
+  };
+  const auto widest = std::max_element(captions.begin(), captions.end(), narrower);
+  if (widest != captions.end()) widest_ = *widest;
+  updateGeometry();
 }
 
 int Label::GlyphRoom() const {
@@ -184,6 +209,21 @@ QRect Label::TextRoom() const {
   return rect().adjusted(CellPadding, 0, toEnd ? 0 : -CellPadding - GlyphRoom(), 0);
 }
 
+QRect Label::NoteRoom() const {
+  const int before = QFontMetrics(font()).horizontalAdvance(caption_ + NoteGap);
+  return TextRoom().adjusted(before, 0, 0, 0);
+}
+
+QString Label::CutText() const {
+  const QFontMetrics metrics(font());
+  const QString text = caption_.trimmed();
+  const bool cut = metrics.horizontalAdvance(text) * mostSqueezed > TextRoom().width() ||
+                   metrics.horizontalAdvance(note_) > std::max(NoteRoom().width(), 0);
+  if (!cut) return {};
+  const QString before = toolTip().isEmpty() ? QString() : toolTip() + QStringLiteral(": ");
+  return before + (note_.isEmpty() ? text : text + NoteGap + note_);
+}
+
 void Label::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
@@ -191,15 +231,10 @@ void Label::paintEvent(QPaintEvent*) {
   QColor text = TextColor(look_, palette());
   if (IsCell() || backColor_) {
     const QRectF frame = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
-    painter.setPen(palette().color(hovered ? QPalette::Text : QPalette::Mid));
+    painter.setPen(palette().color(QPalette::Mid));
     painter.setBrush(backColor_ ? QColor(*backColor_) : palette().color(QPalette::Base));
     painter.drawRoundedRect(frame, 2, 2);
-    if (hovered) {
-      QColor tint = palette().color(QPalette::Highlight);
-      tint.setAlpha(hoverTint);
-      painter.setBrush(tint);
-      painter.drawRoundedRect(frame, 2, 2);
-    }
+    if (hovered) DrawHoverShade(painter, *this);
     if (backColor_) {
       text = TextOn(*backColor_);
     } else {
@@ -223,9 +258,19 @@ void Label::PaintText(QPainter& painter) const {
   painter.translate(room.topLeft());
   painter.scale(squeeze, 1);
   const QRectF wide(0, 0, room.width() / squeeze, room.height());
-  const QString& text = squeeze < 1 ? caption_.trimmed() : caption_;
+  // The blanks around a value never cost it a letter.
+  const bool fits = metrics.horizontalAdvance(caption_) <= room.width();
+  const QString& text = fits ? caption_ : caption_.trimmed();
   painter.drawText(wide, static_cast<int>(alignment_),
                    metrics.elidedText(text, elideMode_, static_cast<int>(wide.width())));
+  painter.restore();
+  constexpr int leastChars = 4;
+  const QRect noteRoom = NoteRoom();
+  if (note_.isEmpty() || noteRoom.width() < metrics.averageCharWidth() * leastChars) return;
+  painter.save();
+  if (isEnabled()) painter.setPen(palette().color(QPalette::PlaceholderText));
+  painter.drawText(noteRoom, static_cast<int>(alignment_),
+                   metrics.elidedText(note_, Qt::ElideRight, noteRoom.width()));
   painter.restore();
 }
 
@@ -312,12 +357,10 @@ bool Label::event(QEvent* event) {
   // A handler may be given after the label was made; it is there by the time the label is polished.
   if (event->type() == QEvent::Polish && Click) setFocusPolicy(Qt::StrongFocus);
   if (event->type() == QEvent::FontChange) updateGeometry();
-  if (event->type() == QEvent::ToolTip &&
-      QFontMetrics(font()).horizontalAdvance(caption_.trimmed()) * mostSqueezed >
-          TextRoom().width()) {
-    const QString before = toolTip().isEmpty() ? QString() : toolTip() + QStringLiteral(": ");
-    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
-                       Qt::convertFromPlainText(before + caption_.trimmed()), this);
+  const QString cut = event->type() == QEvent::ToolTip ? CutText() : QString();
+  if (!cut.isEmpty()) {
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), Qt::convertFromPlainText(cut),
+                       this);
     return true;
   }
   return QWidget::event(event);

@@ -50,6 +50,10 @@ class Label : public QWidget {
 
   QString Caption() const { return caption_; }
   void SetCaption(const QString& caption);
+  /// A quiet word behind the caption, no part of the value: the name of what a number stands for.
+  /// It is cut, or left out, where there is no room, and then told by the tooltip.
+  void SetNote(const QString& note);
+  QString Note() const { return note_; }
 
   /// What a click does, for a label with a click handler.
   void SetAct(CellAct act);
@@ -74,11 +78,15 @@ class Label : public QWidget {
 
   /// Room for this many average characters at the least.
   void SetWidthInChars(int chars);
+  /// However short room is, none of these captions is cut; they are squeezed.
+  void KeepWhole(const QStringList& captions);
   /// Wishes for the width of its caption where there is more room than the least.
   void SetGrowsWithCaption() { growsWithCaption_ = true; }
   void SetAlignment(Qt::Alignment alignment) { alignment_ = alignment; }
   /// Where a caption that is too long loses its text; at its end unless told otherwise.
   void SetElideMode(Qt::TextElideMode mode) { elideMode_ = mode; }
+  /// What the tooltip tells of a text that does not fit; empty where it does.
+  QString CutText() const;
 
   enum class Look { Plain, Quiet, WebLink };
   /// Quiet lines are grey; a link is a clickable text that is no cell.
@@ -115,11 +123,13 @@ class Label : public QWidget {
   bool IsCell() const { return Click && look_ != Look::WebLink; }
   int GlyphRoom() const;
   QRect TextRoom() const;
+  QRect NoteRoom() const;
   void PaintText(QPainter& painter) const;
   void PaintGlyph(QPainter& painter, const QColor& color) const;
   void TellChange(const QString& before);
 
   QString caption_;
+  QString note_;
   QString state_;
   QString mouseDownAction_;
   CellAct act_ = CellAct::Press;
@@ -131,9 +141,16 @@ class Label : public QWidget {
   Qt::Alignment alignment_ = Qt::AlignLeft | Qt::AlignVCenter;
   Qt::TextElideMode elideMode_ = Qt::ElideRight;
   int widthInChars_ = 0;
+  QString widest_;  ///< Of the captions that are kept whole.
   bool growsWithCaption_ = false;
   Look look_ = Look::Plain;
 };
 
+/// Between a text and the note behind it.
+inline const QString NoteGap = QStringLiteral("  ");
+
 /// The ring round the control that has the focus.
 void DrawFocusRing(QPainter& painter, const QWidget& control);
+
+/// The shade over the control below the pointer.
+void DrawHoverShade(QPainter& painter, const QWidget& control);

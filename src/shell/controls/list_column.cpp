@@ -19,6 +19,7 @@ void ListColumn::AddTo(ChildForm* form, RowGrid* grid, Row row) {
 
 void ListColumn::Show(int rows) const {
   for (int row = 0; row < rows; ++row) {
+    if (row_.Note) cells_(row).SetNote(row_.Note(row, row_.Item(row)));
     cells_(row).SetCaption(row_.Text ? row_.Text(row) : list_->ValueText(row_.Item(row)));
   }
 }
@@ -26,6 +27,9 @@ void ListColumn::Show(int rows) const {
 void ListColumn::Open(int row) {
   SelectedRow = row;
   if (row_.ItemsOf) list_->SetItems(row_.ItemsOf(row));
+  QStringList notes;
+  for (int item = 0; row_.Note && item < list_->ListCount(); ++item) notes << row_.Note(row, item);
+  list_->SetNotes(notes);
   list_->Click = choice_;
   list_->Open(cells_(row), row_.Item(row));
   if (row_.OpeningMarks) DataChanged = -1;

@@ -19,6 +19,8 @@ class ListColumn {
     std::function<void(int row, int item)> Store = {};
     /// What a cell shows, where that is not its item and a blank.
     std::function<QString(int row)> Text = {};
+    /// What an item stands for, quietly behind it in cell and list.
+    std::function<QString(int row, int item)> Note = {};
     bool OpeningMarks = false;  ///< The project, as a choice always does.
   };
 

@@ -96,6 +96,7 @@ void RowGrid::Place(QWidget* control, int row, const Options& options) {
   if (auto* label = qobject_cast<Label*>(control)) {
     label->SetWidthInChars(options.Chars);
     label->SetAct(options.Act);
+    if (options.Act != CellAct::Press) label->KeepWhole(options.Words);
     if (nameColumn_ != static_cast<int>(controls.size())) {
       label->setMaximumWidth(MostWidth(*label, options));
       if (!options.Header.isEmpty()) {
