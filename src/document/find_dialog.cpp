@@ -3,10 +3,12 @@
 #include <QVBoxLayout>
 
 #include "panel/live_project.h"
+#include "shell/controls/dialogs.h"
 #include "shell/controls/go_to_item.h"
 
 FindDialog::FindDialog(QWidget* parent) : QDialog(parent) {
   setWindowTitle(QStringLiteral("Find"));
+  SetGuidePage(*this, "find.md");
   auto* column = new QVBoxLayout(this);
   txtFind = new TextBox;
   txtFind->UndoesItself = true;

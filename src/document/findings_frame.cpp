@@ -73,6 +73,7 @@ QString ReportFileName(const QString& title, const QString& kind, const QString&
 
 FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Report")) {
   setObjectName(QStringLiteral("fraFindings"));
+  SetGuidePage(*this, "check.md");
   auto* column = new QVBoxLayout(this);
   auto* row = new QHBoxLayout;
   column->addLayout(row);

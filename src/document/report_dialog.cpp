@@ -28,6 +28,7 @@ bool TellFailureOf(Work work) {
 ReportDialog::ReportDialog(const ReportCover& cover, const QString& kept, QWidget* parent)
     : QDialog(parent) {
   setWindowTitle(QStringLiteral("Report"));
+  SetGuidePage(*this, "check.md");
   auto* form = new QFormLayout(this);
   const auto add = [&](const char* name, const QString& caption, const QString& text) {
     constexpr int longest = 80;

@@ -28,6 +28,10 @@ class GuideTest : public ScreenTest {
     return *guide;
   }
 
+  qsizetype PlaceOfPicture() {
+    return View().toPlainText().indexOf(QChar::ObjectReplacementCharacter);
+  }
+
   void Follow(const char* link) {
     Q_EMIT View().anchorClicked(View().source().resolved(QUrl(QString::fromLatin1(link))));
   }
@@ -59,8 +63,9 @@ TEST_F(GuideTest, F1ShowsThePageOfTheScreenInFrontInOneWindow) {
     EXPECT_EQ(&guide, first);
     EXPECT_EQ(Page(), GuidePage(entry.Name));
     EXPECT_FALSE(View().toPlainText().contains("cannot be read")) << ScreenName(entry.Name);
-    EXPECT_GT(Picture().width(), 300) << ScreenName(entry.Name);
+    EXPECT_GT(Picture().width(), 200) << ScreenName(entry.Name);
     EXPECT_LE(Picture().width(), View().viewport()->width()) << ScreenName(entry.Name);
+    EXPECT_GT(PlaceOfPicture(), View().toPlainText().indexOf("See also")) << "words first";
     const QVariant drawn =
         View().document()->resource(QTextDocument::ImageResource, QUrl(Picture().name()));
     EXPECT_EQ(drawn.value<QImage>().width(), Picture().width()) << "smoothly scaled";
@@ -159,6 +164,41 @@ TEST_F(GuideTest, LinksStayInTheGuideOrGoToTheWeb) {
   EXPECT_EQ(opened, QStringList({"https://www.example.com/a", "http://www.example.com"}));
 }
 
+TEST_F(GuideTest, ADialogHasItsPageAndAQuestionThatOfWhatAsks) {
+  const auto shown = [this](const std::function<void()>& open) {
+    QString page;
+    QTimer::singleShot(0, window.get(), [&] {
+      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      QTest::keyClick(dialog, Qt::Key_F1);
+      page = Page();
+      dialog->reject();
+    });
+    open();
+    return page;
+  };
+  const auto ask = [this] { shownMsgBox({"Why?", MsgIcon::None, "", MsgButtons::Ok}); };
+  Menu("mnuDocument");
+  EXPECT_EQ(shown([] { AllScreens().Find(); }), "find.md");
+  EXPECT_EQ(shown([this] {
+              shownFileDialog({FileRequest::Kind::Open, ProjectFileFilter, {}});
+            }),
+            "files.md");
+  Find<Button>("cmdCheck").setFocus();
+  EXPECT_EQ(shown(ask), "check.md");
+  Menu("mnuRelayOutputOptions");
+  EXPECT_EQ(shown(ask), "relay_output_options.md");
+}
+
+TEST(GuidePlace, TheSecondWindowStandsBesideTheFirstWhereThereIsRoom) {
+  const QRect screen(0, 0, 1280, 800);
+  const QSize wanted(700, 600);
+  const auto beside = [&](const QRect& window) { return RoomBeside(window, screen, wanted, 420); };
+  EXPECT_EQ(beside({0, 40, 740, 580}), QRect(740, 40, 540, 600));
+  EXPECT_EQ(beside({540, 300, 740, 480}), QRect(0, 200, 540, 600));
+  EXPECT_EQ(beside({270, 0, 740, 580}), QRect(860, 0, 420, 600)) << "over it, but readable";
+  EXPECT_EQ(RoomBeside({0, 0, 740, 580}, {0, 0, 1920, 1080}, wanted, 420), QRect(740, 0, 700, 600));
+}
+
 TEST_F(GuideTest, FindsInThePageRoundAndRound) {
   Write("index.md", "# Lamps\n\nA lamp, a switch.\n\nAnother LAMP.");
   GuideWindow& guide = Open("index.md");
@@ -178,7 +218,7 @@ TEST_F(GuideTest, FindsInThePageRoundAndRound) {
   EXPECT_EQ(View().textCursor().selectedText(), "LAMP");
   EXPECT_EQ(Text("lblNotFound"), "");
   QTest::keyClicks(&text, "shade");
-  EXPECT_EQ(Text("lblNotFound"), "Not found in this page");
+  EXPECT_EQ(Text("lblNotFound"), "Not found in the guide");
 
   const QPointer<GuideWindow> shown = &guide;
   QTest::keyClick(&text, Qt::Key_Escape);
@@ -192,6 +232,32 @@ TEST_F(GuideTest, FindsInThePageRoundAndRound) {
   EXPECT_TRUE(shown.isNull());
 }
 
+TEST_F(GuideTest, FindsOnFromPageToPage) {
+  Write("a.md", "# Lamps\n\nTwo lamps.");
+  Write("b.md", "# Doors");
+  Write("c.md", "# Lamp posts");
+  Open("b.md");
+  Press("cmdFind");
+  auto& text = Find<TextBox>("txtFindInPage");
+  QTest::keyClicks(&text, "LAMP");
+  EXPECT_EQ(Page(), "b.md") << "no page runs away while one types";
+  EXPECT_EQ(Text("lblNotFound"), "Not here, but on 2 other pages");
+  std::vector<std::pair<QString, int>> places;
+  const auto note = [&] { places.emplace_back(Page(), View().textCursor().selectionStart()); };
+  for (int i = 0; i < 4; ++i) {
+    QTest::keyClick(&text, Qt::Key_Return);
+    note();
+  }
+  for (int i = 0; i < 2; ++i) {
+    Press("cmdPrevious");
+    note();
+  }
+  EXPECT_EQ(places,
+            (std::vector<std::pair<QString, int>>{
+                {"c.md", 0}, {"a.md", 0}, {"a.md", 10}, {"c.md", 0}, {"a.md", 10}, {"a.md", 0}}));
+  EXPECT_EQ(Text("lblNotFound"), "Also on 1 other page");
+}
+
 TEST_F(GuideTest, WhatIsMissingOrDamagedIsToldInItsPlace) {
   Write("index.md", "# Contents\n\n![A](pictures/a.png)\n\n![B](b.png)\n\nAnd so on.");
   Write("b.png", "\x89PNG no more");
@@ -199,8 +265,8 @@ TEST_F(GuideTest, WhatIsMissingOrDamagedIsToldInItsPlace) {
   Write("empty.md", "");
   Open("index.md");
   EXPECT_EQ(View().toPlainText(),
-            "Contents\nThe picture \"a.png\" of the guide cannot be read.\n"
-            "The picture \"b.png\" of the guide cannot be read.\nAnd so on.");
+            "Contents\nThe picture \"b.png\" of the guide cannot be read.\nAnd so on.\n"
+            "The picture \"a.png\" of the guide cannot be read.");
   for (const char* page : {"missing.md", "damaged.md", "empty.md", "../../etc/hostname"}) {
     Follow(page);
     EXPECT_EQ(View().toPlainText(), QStringLiteral("The page \"%1\" of the guide cannot be read.")

@@ -21,6 +21,8 @@
 
 namespace {
 
+constexpr auto guidePage = "guidePage";
+
 QString lastFolder;  ///< In which a file was chosen.
 
 QMessageBox::Icon BoxIcon(MsgIcon icon) {
@@ -160,6 +162,7 @@ bool LastProjectPasses(const FileRequest& request) {
 QString ChooseFile(const FileRequest& request) {
   QFileDialog dialog(FrontWindow());
   dialog.setNameFilters(NameFilters(request.Filter));
+  if (request.Filter == ProjectFileFilter) SetGuidePage(dialog, "files.md");
   const bool open = request.Mode == FileRequest::Kind::Open;
   dialog.setAcceptMode(open ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
   dialog.setFileMode(open ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
@@ -196,6 +199,18 @@ int Ask(const QString& text, const QStringList& answers) {
 
 std::optional<QString> AskText(const QString& text) {
   return AskTextSeam(text);
+}
+
+void SetGuidePage(QWidget& part, const char* page) {
+  part.setProperty(guidePage, page);
+}
+
+QString GuidePageAround(const QWidget* control) {
+  for (; control; control = control->parentWidget()) {
+    const QString page = control->property(guidePage).toString();
+    if (!page.isEmpty()) return page;
+  }
+  return {};
 }
 
 QString FileDialog(const FileRequest& request) {

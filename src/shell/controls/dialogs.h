@@ -6,6 +6,8 @@
 
 #include "shell/controls/handlers.h"
 
+class QWidget;
+
 enum class MsgIcon { None, Information, Question, Exclamation, Critical };
 enum class MsgButtons { Ok, YesNo, YesNoCancel };
 enum class MsgAnswer { Ok, Yes, No, Cancel };
@@ -45,6 +47,11 @@ QString FileDialog(const FileRequest& request);
 
 /// Asks the desktop to open an address or a file; what comes of it is ignored.
 void OpenUrl(const QString& address);
+
+/// Names the page of the guide that F1 shows while the focus is in this part of a window.
+void SetGuidePage(QWidget& part, const char* page);
+/// Of the innermost part around the control that has one; empty without.
+QString GuidePageAround(const QWidget* control);
 
 /// Tests answer and read the dialogs by putting their own functions here.
 extern std::function<MsgAnswer(const Message&)> MsgBoxSeam;

@@ -1,6 +1,7 @@
 #include "shell/window/guide_window.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFile>
 #include <QPointer>
 #include <QRegularExpression>
@@ -19,7 +20,36 @@ const QString ContentsPage = QStringLiteral("index.md");
 
 QPointer<GuideWindow> shownGuide;
 
+QUrl UrlOf(const QString& page) {
+  QUrl url;
+  url.setScheme(GuideScheme);
+  url.setPath(u'/' + page);
+  return url;
+}
+
+/// The picture of a screen, which the reader has before him, goes behind the words.
+QString WordsFirst(QString page) {
+  static const QRegularExpression first(
+      QStringLiteral("\\A(#[^#]*?)(!\\[[^\\]]*\\]\\([^)]*\\)\\n)"));
+  const QRegularExpressionMatch picture = first.match(page);
+  if (!picture.hasMatch()) return page;
+  page.remove(picture.capturedStart(2), picture.capturedLength(2));
+  return page + QStringLiteral("\n\n") + picture.captured(2);
+}
+
 }  // namespace
+
+QRect RoomBeside(const QRect& window, const QRect& screen, QSize wanted, int least) {
+  const int left = window.left() - screen.left();
+  const int right = screen.right() - window.right();
+  const int width = std::clamp(std::max(left, right), std::min(least, screen.width()),
+                               std::max(least, wanted.width()));
+  const int height = std::min(wanted.height(), screen.height());
+  const int x = right >= left ? std::min(window.right() + 1, screen.right() + 1 - width)
+                              : std::max(window.left() - width, screen.left());
+  const int y = std::clamp(window.top(), screen.top(), screen.bottom() + 1 - height);
+  return {x, y, width, height};
+}
 
 QString GuidePage(Screen screen) {
   if (screen == Screen::None) return ContentsPage;
@@ -37,6 +67,7 @@ void ShowGuide(const QString& page) {
   QWidget* below = dialog ? dialog : MainWindow();
   if (!shownGuide) {
     shownGuide = new GuideWindow(QStringLiteral(":/guide"), below);
+    if (MainWindow()) shownGuide->PlaceBeside(*MainWindow());
   } else if (shownGuide->parentWidget() != below) {
     shownGuide->setParent(below, Qt::Window);
   }
@@ -58,10 +89,24 @@ GuideView::GuideView(const QString& folder) : folder_(folder) {
 }
 
 void GuideView::ShowPage(const QString& page) {
-  QUrl url;
-  url.setScheme(GuideScheme);
-  url.setPath(u'/' + page);
-  setSource(url);
+  setSource(UrlOf(page));
+}
+
+QStringList GuideView::PagesWith(const QString& text) {
+  if (words_.empty()) {
+    const QDir folder(folder_);
+    for (const QString& name :
+         folder.entryList({QStringLiteral("*.md")}, QDir::Files, QDir::Name)) {
+      QTextDocument page;
+      page.setMarkdown(loadResource(QTextDocument::MarkdownResource, UrlOf(name)).toString());
+      words_.emplace_back(name, page.toPlainText());
+    }
+  }
+  QStringList pages;
+  for (const auto& [name, words] : words_) {
+    if (!text.isEmpty() && words.contains(text, Qt::CaseInsensitive)) pages << name;
+  }
+  return pages;
 }
 
 QString GuideView::Title() const {
@@ -85,7 +130,7 @@ QVariant GuideView::loadResource(int type, const QUrl& name) {
   if (type == QTextDocument::ImageResource) return QImage::fromData(bytes);
   QStringDecoder decoder(QStringDecoder::Utf8);
   const QString text = decoder(bytes);
-  if (!text.isEmpty() && !decoder.hasError()) return text;
+  if (!text.isEmpty() && !decoder.hasError()) return WordsFirst(text);
   return QStringLiteral("The page \"%1\" of the guide cannot be read.").arg(url.fileName());
 }
 
@@ -133,7 +178,7 @@ void GuideView::FitPicture(QTextCursor& place) {
     return;
   }
   const int room = viewport()->width() - 2 * qRound(document()->documentMargin());
-  const int width = std::clamp(picture.width(), 1, std::max(room, 1));
+  const int width = std::clamp(picture.width() / 2, 1, std::max(room, 1));
   if (width < picture.width()) {
     const double ratio = devicePixelRatioF();
     picture = picture.scaledToWidth(qRound(width * ratio), Qt::SmoothTransformation);
@@ -186,10 +231,27 @@ GuideWindow::GuideWindow(const QString& folder, QWidget* parent)
   column->addWidget(findLine_);
   connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, [this] { Leave(); });
   view_->setFocus();
-  // Room for a picture of the main window where the screen has it.
+  resize(Wanted());
+}
+
+QSize GuideWindow::Wanted() const {
+  constexpr int chars = 100;
+  constexpr int lines = 42;
   const QFontMetrics metrics = fontMetrics();
-  resize(QSize(metrics.averageCharWidth() * 135, metrics.height() * 42)
-             .boundedTo(screen()->availableSize() * 0.9));
+  return QSize(metrics.averageCharWidth() * chars, metrics.height() * lines)
+      .boundedTo(screen()->availableSize() * 0.9);
+}
+
+void GuideWindow::PlaceBeside(const QWidget& window) {
+  constexpr int leastChars = 60;
+  const QRect frame = window.frameGeometry();
+  const QRect inside = window.geometry();
+  const QMargins border(inside.left() - frame.left(), inside.top() - frame.top(),
+                        frame.right() - inside.right(), frame.bottom() - inside.bottom());
+  const QRect room =
+      RoomBeside(frame, window.screen()->availableGeometry(), Wanted().grownBy(border),
+                 fontMetrics().averageCharWidth() * leastChars);
+  setGeometry(room.marginsRemoved(border));
 }
 
 Button* GuideWindow::AddButton(QBoxLayout* row, const char* name, const QString& caption,
@@ -212,9 +274,9 @@ void GuideWindow::BuildFindLine() {
   txtFindInPage = new TextBox;
   txtFindInPage->UndoesItself = true;
   txtFindInPage->setObjectName(QStringLiteral("txtFindInPage"));
-  txtFindInPage->setPlaceholderText(QStringLiteral("Find in this page"));
+  txtFindInPage->setPlaceholderText(QStringLiteral("Find in the guide"));
   txtFindInPage->setAccessibleName(txtFindInPage->placeholderText());
-  txtFindInPage->setMinimumWidth(fontMetrics().averageCharWidth() * 30);
+  txtFindInPage->setMinimumWidth(fontMetrics().averageCharWidth() * 16);
   txtFindInPage->Change = [this] { txtFindInPage_Change(); };
   txtFindInPage->Click = [this] { cmdNext_Click(); };
   row->addWidget(txtFindInPage);
@@ -237,28 +299,58 @@ void GuideWindow::cmdFind_Click() {
   txtFindInPage->setFocus(Qt::ShortcutFocusReason);
 }
 
-/// While the text is typed its first place from here on is shown.
+/// While the text is typed its first place from here on is shown; other pages wait for Next.
 void GuideWindow::txtFindInPage_Change() {
   QTextCursor from = view_->textCursor();
   from.setPosition(from.selectionStart());
   view_->setTextCursor(from);
-  FindInPage({});
+  if (!ShowPlace(from, {})) ShowPlace(QTextCursor(view_->document()), {});
+  TellPages();
 }
 
-/// Behind the last place comes the first.
-void GuideWindow::FindInPage(QTextDocument::FindFlags direction) {
-  if (findLine_->isHidden()) cmdFind_Click();
-  const QString text = txtFindInPage->Text();
-  const QTextDocument& page = *view_->document();
-  QTextCursor found = page.find(text, view_->textCursor(), direction);
-  if (found.isNull()) {
-    QTextCursor edge(view_->document());
-    if (direction & QTextDocument::FindBackward) edge.movePosition(QTextCursor::End);
-    found = page.find(text, edge, direction);
-  }
+/// Shows the next place of the text from here on in the page; false where there is none.
+bool GuideWindow::ShowPlace(const QTextCursor& from, QTextDocument::FindFlags direction) {
+  const QTextCursor found = view_->document()->find(txtFindInPage->Text(), from, direction);
   if (!found.isNull()) view_->setTextCursor(found);
-  lblNotFound->SetCaption(
-      found.isNull() && !text.isEmpty() ? QStringLiteral("Not found in this page") : QString());
+  return !found.isNull();
+}
+
+/// Behind the last place of a page comes the first of the next page that has one.
+void GuideWindow::FindOn(QTextDocument::FindFlags direction) {
+  if (findLine_->isHidden()) cmdFind_Click();
+  const bool back = direction & QTextDocument::FindBackward;
+  if (!ShowPlace(view_->textCursor(), direction)) {
+    const QStringList pages = view_->PagesWith(txtFindInPage->Text());
+    const QString here = view_->source().fileName();
+    const auto after =
+        std::find_if(pages.begin(), pages.end(), [&](const QString& page) { return page > here; });
+    const auto before = std::find_if(pages.rbegin(), pages.rend(),
+                                     [&](const QString& page) { return page < here; });
+    if (!pages.isEmpty()) {
+      view_->ShowPage(back ? (before == pages.rend() ? pages.back() : *before)
+                           : (after == pages.end() ? pages.front() : *after));
+    }
+    QTextCursor edge(view_->document());
+    if (back) edge.movePosition(QTextCursor::End);
+    ShowPlace(edge, direction);
+  }
+  TellPages();
+}
+
+/// Where else in the guide the text stands.
+void GuideWindow::TellPages() {
+  const QStringList pages = view_->PagesWith(txtFindInPage->Text());
+  const bool here = pages.contains(view_->source().fileName());
+  const auto others = pages.size() - (here ? 1 : 0);
+  const QString count =
+      others == 1 ? QStringLiteral("1 other page") : QStringLiteral("%1 other pages").arg(others);
+  QString told;
+  if (!txtFindInPage->Text().isEmpty() && pages.isEmpty()) {
+    told = QStringLiteral("Not found in the guide");
+  } else if (others > 0) {
+    told = (here ? QStringLiteral("Also on %1") : QStringLiteral("Not here, but on %1")).arg(count);
+  }
+  lblNotFound->SetCaption(told);
 }
 
 void GuideWindow::Leave() {

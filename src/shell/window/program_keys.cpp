@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 
+#include "shell/controls/dialogs.h"
 #include "shell/shell.h"
 #include "shell/window/guide_window.h"
 #include "shell/window/history.h"
@@ -38,10 +39,19 @@ bool ProgramKeys::eventFilter(QObject* watched, QEvent* event) {
     return StepHistory(watched, back);
   }
   if (!key.matches(QKeySequence::HelpContents)) return false;
+  ShowGuide(PageOfFocus());
+  return true;
+}
+
+/// That of the dialog in front; of a question without one that of the part of the screen which
+/// asks, where the focus was.
+QString ProgramKeys::PageOfFocus() const {
   const QWidget* dialog = QApplication::activeModalWidget();
   const Screen ofDialog = dialog ? ScreenNamed(dialog->objectName().toStdString()) : Screen::None;
-  ShowGuide(GuidePage(ofDialog != Screen::None ? ofDialog : screens_.Front()));
-  return true;
+  if (ofDialog != Screen::None) return GuidePage(ofDialog);
+  QString page = GuidePageAround(dialog);
+  if (dialog && page.isEmpty()) page = GuidePageAround(screens_.window()->focusWidget());
+  return page.isEmpty() ? GuidePage(screens_.Front()) : page;
 }
 
 /// Whether the key was a screen's, which has no other use for it.

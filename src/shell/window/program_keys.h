@@ -19,6 +19,7 @@ class ProgramKeys : public QObject {
 
  private:
   bool StepItem(const QObject* pressedOn, int step);
+  QString PageOfFocus() const;
   bool StepHistory(QObject* pressedOn, bool back);
 
   ScreenStack& screens_;
