@@ -28,7 +28,7 @@ for host in 127.0.0.{1..9}; do
   panel_arguments+=(--host "$host" --tcp 10001)
   break
 done
-[ -z "$display" ] || panel_arguments+=(--window)
+[ -z "$display" ] || panel_arguments+=(--window --beside 0,0,740,600)
 
 children=()
 trap 'kill "${children[@]}" 2>/dev/null; wait' EXIT

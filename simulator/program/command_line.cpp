@@ -7,6 +7,8 @@
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
+#include <climits>
+#include <cstdlib>
 #include <stdexcept>
 
 #include "simulator/program/console.h"
@@ -25,6 +27,19 @@ int Number(const QCommandLineParser& parser, const QString& option, int last) {
                                 std::to_string(last));
   }
   return value;
+}
+
+/// Four numbers, as in "0,40,740,580".
+std::array<int, 4> Place(const QString& text) {
+  const QStringList parts = text.split(u',');
+  std::array<int, 4> place{};
+  bool valid = parts.size() == 4;
+  for (std::size_t i = 0; valid && i < place.size(); ++i) {
+    place[i] = parts[static_cast<qsizetype>(i)].toInt(&valid);
+    valid = valid && std::abs(place[i]) <= SHRT_MAX;
+  }
+  if (!valid) throw std::invalid_argument("--beside takes four numbers, as in 0,40,740,580");
+  return place;
 }
 
 /// Of the account, if nothing else is told.
@@ -64,6 +79,8 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
       {"baud", "Pace the pseudo-terminal like a line of N baud; 0: no pacing.", "N", "0"},
       {"memory", "Keep the panel's memory in FILE, 40,960 bytes.", "FILE"},
       {"window", "Show the panel in a window: relays, switches, front, clock, days as a picture."},
+      {"beside", "Let the window stand beside another one on the screen.", "X,Y,WIDTH,HEIGHT"},
+      {"until", "Ask whether the window is to end, too, when this process has ended.", "PROCESS"},
       {"follow",
        "Run the memory in FILE, which another program writes, and take it over whenever it has "
        "changed. Nothing is served unless a line is asked for.",
@@ -121,6 +138,8 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
   }
   if (parser.isSet("tcp")) wanted.TcpPort = static_cast<quint16>(Number(parser, "tcp", 65535));
   result.Window = parser.isSet("window");
+  if (parser.isSet("beside")) result.Beside = Place(parser.value("beside"));
+  if (parser.isSet("until")) result.Until = Number(parser, "until", INT_MAX);
   wanted.FollowedFile = parser.value("follow");
   if (parser.isSet("follow") && parser.isSet("memory")) {
     throw std::invalid_argument("--follow and --memory cannot be combined");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QStringList>
+#include <array>
 #include <string>
 
 #include "simulator/program/simulator.h"
@@ -13,6 +14,8 @@ struct CommandLine {
   Options Wanted;
   std::optional<RehearsalOptions> Rehearsal;  // in place of serving lines
   bool Window = false;                        // to be shown in one
+  std::optional<std::array<int, 4>> Beside;   // x, y, width, height of a window on the screen
+  int Until = 0;                              // the process with which it ends; 0: none
   std::vector<std::string>
       Notes;  // for standard error; nothing that keeps the program from running
   std::optional<std::string> Say;  // to print in place of running, for --help and --version

@@ -44,6 +44,8 @@ class Simulator : public QObject {
   FaultInjector& Faults() { return Common.Faults; }
   FrameLog& Log() { return Common.Log; }
 
+  const QString& FollowedFile() const { return Setting.FollowedFile; }
+
   /// 0 or empty for a line that is not served.
   quint16 TcpPort() const { return Tcp ? Tcp->Port() : 0; }
   QString PtyPath() const { return Pty ? Pty->Path() : QString(); }

@@ -2,6 +2,7 @@
 #include <QIcon>
 #include <QLockFile>
 #include <QMessageBox>
+#include <QSettings>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -10,6 +11,7 @@
 
 #include "simulator/program/command_line.h"
 #include "simulator/program/end_signals.h"
+#include "simulator/window/beside.h"
 #include "simulator/window/panel_window.h"
 
 namespace {
@@ -52,7 +54,24 @@ int main(int argc, char** argv) {
     simulator::QuitOnSignals();
     simulator::Simulator panel(line.Wanted);
     simulator::PanelWindow window(panel);
+    const auto stand = [&] {
+      if (!line.Beside) return;
+      const auto [x, y, width, height] = *line.Beside;
+      simulator::StandBeside(window, {x, y, width, height}, simulator::PanelWindow::FoldedWidth);
+    };
+    QSettings kept(QStringLiteral("tamberloom3-panel"), QStringLiteral("window"));
+    const QString folded = QStringLiteral("Folded");
+    window.Folded = [&](bool now) {
+      kept.setValue(folded, now);
+      if (now) stand();
+    };
+    // Only what is on show knows how narrow it can be.
     window.show();
+    if (kept.value(folded, line.Beside.has_value()).toBool()) {
+      window.Fold(true);
+      stand();
+    }
+    if (line.Until != 0) window.EndWith(line.Until);
     return QApplication::exec();
   } catch (const std::invalid_argument& failure) {
     TellFailure(failure.what());

@@ -1,6 +1,10 @@
 #include "simulator/window/panel_window.h"
 
+#include <signal.h>
+
+#include <QCoreApplication>
 #include <QEvent>
+#include <QFile>
 #include <QFileDialog>
 #include <QGroupBox>
 #include <QLabel>
@@ -82,7 +86,7 @@ QGroupBox* Boxed(const QString& title, QWidget* view) {
 
 PanelWindow::PanelWindow(Simulator& simulator)
     : Source(simulator), Story(simulator.ThePanel()), OwnFiles(simulator.ThePanel()) {
-  setWindowTitle(QStringLiteral("Orv Tamberloom 3 Simulated Panel"));
+  ShowTitle();
   BuildViews();
   BuildMenus();
   Line = new QLabel;
@@ -94,6 +98,7 @@ PanelWindow::PanelWindow(Simulator& simulator)
     Days->Take(row);
   });
   Source.TakenOver = [this] {
+    ShowTitle();
     statusBar()->showMessage(QStringLiteral("The new settings are taken over."));
     show();
     raise();
@@ -103,14 +108,7 @@ PanelWindow::PanelWindow(Simulator& simulator)
   SeenRevision = ShownRevision = Source.ThePanel().Memory.Revision();
   const Configuration settings(Source.ThePanel().Memory);
   for (PanelView* view : Views) view->ShowSettings(settings);
-  const int letter = fontMetrics().averageCharWidth();
-  const int line = fontMetrics().height();
-  constexpr int columns = 210;
-  constexpr int rows = 46;
-  const QSize wanted(letter * columns, line * rows);
-  const QSize room = screen()->availableSize();
-  resize(wanted.boundedTo(room));
-  if (wanted.boundedTo(room) != wanted) setWindowState(Qt::WindowMaximized);
+  Fold(false);
   connect(&Ticks, &QTimer::timeout, this, [this] { Refresh(); });
   Ticks.start(RestingTickMs);
   Refresh();
@@ -184,6 +182,8 @@ void PanelWindow::BuildViews() {
   column->addLayout(top);
   column->addWidget(parts, 1);
   setCentralWidget(center);
+  Parts = parts;
+  LeftOutFolded.insert(LeftOutFolded.end(), {top->itemAt(0)->widget(), walls->widget(0)});
   Pages->setFocus();
 }
 
@@ -192,6 +192,7 @@ QWidget* PanelWindow::BuildEvents() {
   auto* coming = new ComingView(Source.ThePanel(), Story);
   coming->GoTo = [this](const QDateTime& time) { GoTo(time); };
   Views.insert(Views.end(), {watch, coming});
+  LeftOutFolded = {watch, Log};
   auto* events = new QSplitter(Qt::Vertical);
   for (PanelView* view : std::initializer_list<PanelView*>{watch, coming, Log}) {
     events->addWidget(view);
@@ -217,6 +218,12 @@ void PanelWindow::BuildMenus() {
            [this] { close(); });
   BuildClockMenu();
   BuildLineMenu();
+  menu = menuBar()->addMenu(QStringLiteral("&View"));
+  Folding = AddEntry(menu, QStringLiteral("&Folded"), QKeySequence(Qt::Key_F9), [this] {
+    Fold(Folding->isChecked());
+    if (Folded) Folded(Folding->isChecked());
+  });
+  Folding->setCheckable(true);
   menu = menuBar()->addMenu(QStringLiteral("&Help"));
   AddEntry(menu, QStringLiteral("&Guide"), QKeySequence(Qt::Key_F1), [this] { ShowHelp(this); });
   AddEntry(menu, QStringLiteral("&About"), {}, [this] { ShowAbout(this); });
@@ -267,6 +274,59 @@ void PanelWindow::TellFailure(const QString& words) {
   box->setAttribute(Qt::WA_DeleteOnClose);
   box->setObjectName(QStringLiteral("failure"));
   box->open();
+}
+
+void PanelWindow::Fold(bool folded) {
+  Folding->setChecked(folded);
+  Parts->setOrientation(folded ? Qt::Vertical : Qt::Horizontal);
+  for (QWidget* part : LeftOutFolded) part->setVisible(!folded);
+  Pages->setTabVisible(Pages->indexOf(Days), !folded);
+  // A page keeps its width although it is not on show.
+  Days->setSizePolicy(folded ? QSizePolicy::Ignored : QSizePolicy::Preferred,
+                      Days->sizePolicy().verticalPolicy());
+  constexpr int columns = 210;
+  constexpr int rows = 46;
+  const int width = folded ? FoldedWidth : fontMetrics().averageCharWidth() * columns;
+  const QSize wanted(width, fontMetrics().height() * rows);
+  const QSize size = wanted.boundedTo(screen()->availableSize());
+  // Else the window would still be as wide as what has just left it, or as when it was maximized.
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+  layout()->activate();
+  setMaximumWidth(folded ? std::max(FoldedWidth, minimumSizeHint().width()) : QWIDGETSIZE_MAX);
+  setWindowState(folded || size == wanted ? Qt::WindowNoState : Qt::WindowMaximized);
+  resize(size);
+}
+
+void PanelWindow::ShowTitle() {
+  const QString& followed = Source.FollowedFile();
+  if (!followed.isEmpty()) {
+    QFile file(followed + QStringLiteral(".title"));
+    const bool titled = file.open(QIODevice::ReadOnly);
+    const QString project = titled ? QString::fromUtf8(file.readLine()).trimmed() : QString();
+    const QString rehearsal = QStringLiteral("Rehearsal");
+    setWindowTitle(project.isEmpty() ? rehearsal : project + QStringLiteral(" - ") + rehearsal);
+    return;
+  }
+  QStringList title{QStringLiteral("Simulated Panel")};
+  if (Source.TcpPort() != 0) title << QStringLiteral("TCP %1").arg(Source.TcpPort());
+  if (!Source.PtyPath().isEmpty()) title << QStringLiteral("Serial ") + Source.PtyPath();
+  setWindowTitle(title.join(QStringLiteral(", ")));
+}
+
+void PanelWindow::EndWith(pid_t program) {
+  constexpr int lookMs = 500;
+  auto* looks = new QTimer(this);
+  connect(looks, &QTimer::timeout, this, [this, program, looks] {
+    if (kill(program, 0) == 0 || errno != ESRCH) return;
+    looks->stop();
+    auto* box = new QMessageBox(QMessageBox::Question, windowTitle(),
+                                QStringLiteral("The program has ended. End this window, too?"),
+                                QMessageBox::Yes | QMessageBox::No, this);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    connect(box, &QMessageBox::accepted, this, &QWidget::close);
+    box->open();
+  });
+  looks->start(lookMs);
 }
 
 void PanelWindow::GoTo(const QDateTime& time) {

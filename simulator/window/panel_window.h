@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <QElapsedTimer>
 #include <QMainWindow>
 #include <vector>
@@ -12,6 +14,7 @@ class QAction;
 class QKeySequence;
 class QLabel;
 class QMenu;
+class QSplitter;
 class QTabWidget;
 
 namespace simulator {
@@ -33,6 +36,15 @@ class PanelWindow : public QMainWindow {
   /// Where paths for files come from, by a dialog unless somebody else answers.
   Files& TheFiles() { return OwnFiles; }
 
+  static constexpr int FoldedWidth = 520;
+  /// Shows clock, coming events and lamps alone, no wider than this, or everything.
+  void Fold(bool folded);
+  /// Called when the user has folded or unfolded the window.
+  std::function<void(bool)> Folded;
+
+  /// Asks whether the window is to end, too, when this program has ended.
+  void EndWith(pid_t program);
+
  private:
   void BuildViews();
   QWidget* BuildEvents();
@@ -42,6 +54,7 @@ class PanelWindow : public QMainWindow {
   QAction* AddEntry(QMenu* menu, const QString& caption, const QKeySequence& key,
                     std::function<void()> action);
   void TellFailure(const QString& words);
+  void ShowTitle();
   void GoTo(const QDateTime& time);
   void ShowLine();
 
@@ -53,6 +66,9 @@ class PanelWindow : public QMainWindow {
   LogView* Log = nullptr;
   std::vector<PanelView*> Views;
   QTabWidget* Pages = nullptr;
+  QSplitter* Parts = nullptr;
+  QAction* Folding = nullptr;
+  std::vector<QWidget*> LeftOutFolded;
   QLabel* Line = nullptr;
   QLabel* Why = nullptr;
   QTimer Ticks;

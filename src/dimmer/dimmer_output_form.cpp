@@ -44,7 +44,7 @@ frmT3DimmerOutput::frmT3DimmerOutput()
 void frmT3DimmerOutput::Form_Load() {
   BuildSelectors(AddRow());
   lblNotEnabled = AddLabel(AddRow(), "lblNotEnabled",
-                           QStringLiteral("Tick Device Enabled to set this device's outputs."));
+                           QStringLiteral("Check Device Enabled to set this device's outputs."));
   lblNotEnabled->SetLook(Label::Look::Quiet);
   frmConfig = new QWidget;
   frmConfig->setObjectName(QStringLiteral("frmConfig"));

@@ -54,7 +54,7 @@ void frmT3DimmerRelayControl::Form_Load() {
 
   lblNotEnabled =
       AddLabel(AddRow(), "lblNotEnabled",
-               QStringLiteral("It is not enabled: tick Device Enabled in Dimmer Outputs."));
+               QStringLiteral("It is not enabled: check Device Enabled in Dimmer Outputs."));
   lblNotEnabled->SetLook(Label::Look::Quiet);
 
   frmConfig = new RowGrid(ItemCount, QStringLiteral("Relay "));

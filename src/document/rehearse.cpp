@@ -1,14 +1,18 @@
 #include "document/rehearse.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QLockFile>
 #include <QProcess>
+#include <QScreen>
 #include <QStandardPaths>
+#include <QWidget>
 
 #include "panel/live_project.h"
 #include "panel/panel_image.h"
 #include "panel/program_state.h"
 #include "panel/replace_file.h"
+#include "shell/shell.h"
 
 namespace {
 
@@ -27,15 +31,39 @@ bool IsShown(const QString& file) {
   return !lock.tryLock() && lock.error() == QLockFile::LockFailedError;
 }
 
+/// Where the main window stands, "x,y,width,height". It makes room at its right where both windows
+/// fit on the screen and neither side has room for the panel's.
+QString PlaceOfProgram() {
+  constexpr int panelWidth = 520;
+  QWidget& window = *MainWindow();
+  const QRect screen = window.screen()->availableGeometry();
+  QRect frame = window.frameGeometry();
+  const int most = std::max(frame.left() - screen.left(), screen.right() - frame.right());
+  if (most < panelWidth && frame.width() + panelWidth <= screen.width()) {
+    frame.moveLeft(screen.left());
+    window.move(frame.topLeft());
+  }
+  return QStringLiteral("%1,%2,%3,%4")
+      .arg(frame.x())
+      .arg(frame.y())
+      .arg(frame.width())
+      .arg(frame.height());
+}
+
 }  // namespace
 
 QString Rehearse() {
   const QString program = PanelProgram();
   if (program.isEmpty()) return QStringLiteral("The simulated panel is not installed.");
   const QString file = DataPath(QStringLiteral("Rehearsal.memory"));
+  const QString name =
+      CurrentFileName == NoFileName ? QString() : QFileInfo(CurrentFileName).completeBaseName();
+  ReplaceFile(file + QStringLiteral(".title"), name.toStdString() + '\n');
   ReplaceFile(file, FreshPanelMemory(LiveProject));
   if (IsShown(file)) return QStringLiteral("The panel's window has the new settings.");
-  if (!QProcess::startDetached(program, {"--window", "--follow", file})) {
+  if (!QProcess::startDetached(
+          program, {"--window", "--follow", file, "--beside", PlaceOfProgram(), "--until",
+                    QString::number(QCoreApplication::applicationPid())})) {
     return QStringLiteral("The simulated panel cannot be started.");
   }
   return QStringLiteral("The project runs in a window of its own.");

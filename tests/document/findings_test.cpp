@@ -337,13 +337,24 @@ TEST_F(FindingsTest, TheProjectIsRehearsedInThePanelsWindow) {
   EXPECT_EQ(bytes(memory).back(), 0);
   EXPECT_EQ(PanelImage(0x9FFF), 7);
   ASSERT_TRUE(QTest::qWaitFor([&] { return bytes(started).endsWith('\n'); }));
-  EXPECT_EQ(bytes(started), "--window --follow " + memory.toLocal8Bit() + "\n");
+  const QRect place = window->frameGeometry();
+  EXPECT_EQ(QString::fromLocal8Bit(bytes(started)),
+            QStringLiteral("--window --follow %1 --beside %2,%3,%4,%5 --until %6\n")
+                .arg(memory)
+                .arg(place.x())
+                .arg(place.y())
+                .arg(place.width())
+                .arg(place.height())
+                .arg(QCoreApplication::applicationPid()));
+  EXPECT_EQ(bytes(memory + ".title"), "\n") << "a project without a name";
 
   // The window is on show and watches the file.
   QLockFile lock(memory + ".lock");
   ASSERT_TRUE(lock.tryLock());
   PanelRecord.RelayName(4) = "HALL";
+  CurrentFileName = "/srv/School.T3";
   Press("cmdRehearse");
+  EXPECT_EQ(bytes(memory + ".title"), "School\n");
   EXPECT_EQ(Text("lblFound"), "The panel's window has the new settings.");
   EXPECT_EQ(bytes(memory).mid(0x1420 + 40, 6), "HALL  ");
   lock.unlock();

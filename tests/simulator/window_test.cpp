@@ -6,7 +6,9 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QProcess>
 #include <QProgressBar>
 #include <QSlider>
 #include <QTabWidget>
@@ -182,16 +184,50 @@ TEST_F(PanelWindowTest, AFollowedFileIsTakenOverAndTheClockKept) {
   write(SmallInstallation(), "FIRST");
   Window.reset();
   Open();
+  EXPECT_EQ(Window->windowTitle(), "Rehearsal");
+  QFile title(Followed + ".title");
+  ASSERT_TRUE(title.open(QIODevice::WriteOnly));
+  title.write("School\n");
+  title.close();
   EXPECT_EQ(Of<LampButton>("relay1").text(), "01 FIRST");
   GoTo({2026, 3, 1}, {9, 30});
   PanelMemory changed = SmallInstallation();
   changed.SetByte(map::TimerTimeType, 10);
   write(changed, "SECOND");
   EXPECT_TRUE(Comes([&] { return Of<LampButton>("relay1").text() == "01 SECOND"; }));
+  EXPECT_EQ(Window->windowTitle(), "School - Rehearsal");
   EXPECT_EQ(Time(), "Sunday 2026-03-01 09:30:00");
   Click("nextEvent");
   Window->Refresh();
   EXPECT_EQ(Time(), "Sunday 2026-03-01 10:00:00");
+}
+
+TEST_F(PanelWindowTest, FoldsToClockEventsAndLampsAndTellsIt) {
+  bool told = false;
+  Window->Folded = [&](bool folded) { told = folded; };
+  const auto seen = [this](const char* name) {
+    return Of<QWidget>(QString::fromLatin1(name)).isVisible();
+  };
+  Trigger("Folded");
+  EXPECT_TRUE(told);
+  EXPECT_TRUE(seen("time") && seen("nextEvent") && seen("relay1"));
+  EXPECT_FALSE(seen("input1"));
+  EXPECT_TRUE(Comes([&] { return Window->width() == PanelWindow::FoldedWidth; }));
+  Trigger("Folded");
+  EXPECT_TRUE(seen("input1"));
+}
+
+TEST_F(PanelWindowTest, EndsWithItsProgramAfterAQuestion) {
+  QProcess program;
+  program.start("cat", QStringList());
+  ASSERT_TRUE(program.waitForStarted());
+  Window->EndWith(static_cast<pid_t>(program.processId()));
+  program.closeWriteChannel();
+  ASSERT_TRUE(program.waitForFinished());
+  ASSERT_TRUE(Comes([&] { return Window->findChild<QMessageBox*>() != nullptr; }));
+  EXPECT_TRUE(Window->isVisible());
+  Of<QMessageBox>({}).button(QMessageBox::Yes)->click();
+  EXPECT_FALSE(Window->isVisible());
 }
 
 TEST(PanelWindowParts, EachGroupHasAllItsRelaysAndWhatNothingUsesIsFoldedAway) {
