@@ -48,8 +48,8 @@ constexpr auto Choices = std::to_array<Choice>({
 /// Those that show a panel.
 constexpr auto Connected24 = std::to_array<Screen>(
     {Screen::Connect, Screen::RelayStatus, Screen::RelayGroupStatus, Screen::InputStatus,
-     Screen::FennlinkStatus, Screen::CapturePresets, Screen::ForceTimers,
-     Screen::VirtualKeypad, Screen::SystemDiagnostic, Screen::DimmerOutput});
+     Screen::FennlinkStatus, Screen::CapturePresets, Screen::ForceTimers, Screen::VirtualKeypad,
+     Screen::SystemDiagnostic, Screen::DimmerOutput});
 
 struct CopyDialog {
   const char* Button;
