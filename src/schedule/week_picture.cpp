@@ -8,6 +8,7 @@
 #include <QToolTip>
 
 #include "shell/controls/dialogs.h"
+#include "shell/controls/label.h"
 
 namespace {
 
