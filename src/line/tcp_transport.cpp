@@ -198,7 +198,7 @@ class TcpTransport : public Transport {
     socket_.setSocketOption(QAbstractSocket::LowDelayOption, 1);
   }
 
-  int Descriptor() const { return static_cast<int>(socket_.socketDescriptor()); }
+  int Descriptor() const override { return static_cast<int>(socket_.socketDescriptor()); }
 
   /// Takes in what comes first within `ms` milliseconds, straight from the system: the toolkit's
   /// own wait costs a third of what a panel close by takes to answer. An end or an error is its to
