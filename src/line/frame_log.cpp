@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <algorithm>
 #include <deque>
+#include <optional>
 #include <tuple>
 
 #include "panel/hex.h"
@@ -17,11 +18,13 @@ constexpr std::size_t MostLines = 4000;
 constexpr std::size_t MemoryCommand = 8;
 
 struct LoggedFrame {
-  QDateTime At;
+  qint64 Ms;  ///< Since the session began: a date for each frame would be felt in a transfer.
   bool Sent;
   std::string Text;
 };
 std::deque<LoggedFrame> lines;
+QDateTime begun;
+std::optional<Stopwatch> sinceBegun;
 
 /// Stars for the password's bytes among those that begin at `first` of the text, and for the
 /// checksum, by which they could be guessed.
@@ -54,13 +57,16 @@ std::string Blanked(std::string_view command, std::string_view text, std::size_t
 
 void Add(bool sent, std::string text) {
   if (lines.size() == MostLines) lines.pop_front();
-  lines.push_back({Now(), sent, std::move(text)});
+  if (!sinceBegun) ClearFrameLog();
+  lines.push_back({sinceBegun->ElapsedMs(), sent, std::move(text)});
 }
 
 }  // namespace
 
 void ClearFrameLog() {
   lines.clear();
+  begun = Now();
+  sinceBegun.emplace();
 }
 
 void LogSent(std::string_view command, std::string_view frame) {
@@ -75,7 +81,7 @@ void LogReply(std::string_view command, std::string_view reply) {
 QByteArray FrameLogText() {
   QByteArray text;
   for (const LoggedFrame& line : lines) {
-    text += line.At.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")).toUtf8();
+    text += begun.addMSecs(line.Ms).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")).toUtf8();
     text += line.Sent ? " > " : " < ";
     for (const char character : line.Text) {
       // Noise on the line must not spoil the file.
