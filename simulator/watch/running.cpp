@@ -26,7 +26,7 @@ class Gatherer {
     }
     AddFades();
     std::stable_sort(List.begin(), List.end(), [](const Running& a, const Running& b) {
-      return a.Until.value_or(a.Until ? 0 : Never) < b.Until.value_or(b.Until ? 0 : Never);
+      return a.Until.value_or(Never) < b.Until.value_or(Never);
     });
     AddHolds();
     AddDisabled();

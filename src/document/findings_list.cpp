@@ -20,7 +20,7 @@ namespace {
 CheckedFindings CheckLive(QString* trouble = nullptr) {
   std::vector<Acceptance> accepted;
   try {
-    const bool hasFile = CurrentFileName != NoFileName && !FileNotInMemory;
+    const bool hasFile = ProjectHasFile();
     if (hasFile) accepted = ReadAccepted(CurrentFileName);
   } catch (const RunTimeFailure& failure) {
     if (trouble) *trouble = QString::fromUtf8(failure.what());
@@ -224,7 +224,7 @@ void FindingsList::ShowAccepted(bool shows) {
 /// Reads what is accepted beside the project's file, changes it, writes it and lists anew.
 void FindingsList::ChangeAccepted(
     const std::function<void(std::vector<Acceptance>& accepted)>& change) {
-  if (CurrentFileName == NoFileName || FileNotInMemory) {
+  if (!ProjectHasFile()) {
     throw RunTimeFailure("Save the project first: what is accepted is kept beside its file.");
   }
   std::vector<Acceptance> accepted = ReadAccepted(CurrentFileName);

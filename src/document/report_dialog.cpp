@@ -60,7 +60,7 @@ ReportCover ReportDialog::Cover() const {
 }
 
 std::optional<ReportFacts> AskReportFacts(QWidget* parent) {
-  const bool hasFile = CurrentFileName != NoFileName && !FileNotInMemory;
+  const bool hasFile = ProjectHasFile();
   const QString file = hasFile ? CurrentFileName : QString();
   ReportFacts facts = FactsOfFile(file, Now(), DataChanged != 0);
   const bool sound = TellFailureOf([&] {

@@ -78,6 +78,10 @@ void LogReply(std::string_view command, std::string_view reply) {
   Add(false, reply.empty() ? "(nothing)" : Blanked(command, reply, 1));
 }
 
+bool FrameLogEmpty() {
+  return lines.empty();
+}
+
 QByteArray FrameLogText() {
   QByteArray text;
   for (const LoggedFrame& line : lines) {

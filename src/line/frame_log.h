@@ -15,5 +15,6 @@ void ClearFrameLog();
 void LogSent(std::string_view command, std::string_view frame);
 void LogReply(std::string_view command, std::string_view reply);
 
-/// A line for each frame with its time, the last 4,000; empty when nothing has been said.
+bool FrameLogEmpty();
+/// A line for each frame with its time, the last 4,000.
 QByteArray FrameLogText();

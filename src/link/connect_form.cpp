@@ -86,7 +86,7 @@ void frmT3Connect::Form_Activate() {
   line->ShowConnectionType();
   line->ShowAddresses();
   fraOnLineFunctions->ShowErrorsOfProject();
-  line->cmdSaveLog->setVisible(!FrameLogText().isEmpty());
+  line->cmdSaveLog->setVisible(!FrameLogEmpty());
   if (Connected != 0) Timer1->SetEnabled(true);
 }
 

@@ -65,7 +65,7 @@ void frmT3Connect::ConnectOrDisconnect() {
     }
   }
   UpdateStatusBar();
-  line->cmdSaveLog->setVisible(!FrameLogText().isEmpty());
+  line->cmdSaveLog->setVisible(!FrameLogEmpty());
   line->cmdConnect->setEnabled(true);
   FirstFocus()->setFocus();
 }
@@ -82,7 +82,7 @@ void frmT3Connect::cmdSaveLog_Click() {
 
 void frmT3Connect::ConnectFailed(const QString& trouble) {
   DisconnectQZ();
-  line->cmdSaveLog->setVisible(!FrameLogText().isEmpty());
+  line->cmdSaveLog->setVisible(!FrameLogEmpty());
   line->lblTrouble->setText(trouble);
   MsgBox(QStringLiteral("Connection Failed."), MsgIcon::Exclamation, ProgramTitle);
   CloseTransports();

@@ -28,6 +28,10 @@ QString DataFolder() {
 #endif
 }
 
+bool ProjectHasFile() {
+  return CurrentFileName != NoFileName && !FileNotInMemory;
+}
+
 QString DataPath(const QString& name) {
   return QDir::toNativeSeparators(DataFolder() + u'/' + name);
 }

@@ -13,6 +13,8 @@ extern QString CurrentFileName;  ///< Path of the open file, or NoFileName.
 extern Int16 DataChanged;        ///< -1 when edits are unsaved.
 /// What CurrentFileName holds is not what is in memory: Save asks for a name.
 extern bool FileNotInMemory;
+/// Whether what is in memory has a file, beside which more can be kept.
+bool ProjectHasFile();
 extern QString DocumentFileName;                  ///< Target of the text document.
 extern FixedArray<Int16, 12> DocumentSectionOff;  ///< -1 for each section left out of the document.
 extern QString HostSoftwareVersion;

@@ -18,7 +18,7 @@ QString KeyOf(Typed box) {
   return box == Typed::TcpAddress ? QStringLiteral("Addresses") : QStringLiteral("Numbers");
 }
 
-/// When, path, when and to whom it was sent: the path comes last, as it may hold anything.
+/// The path comes last, as it may hold anything.
 QString ToLine(const RecentProject& project) {
   return QStringList{project.When.toString(Qt::ISODate), project.SentAt.toString(Qt::ISODate),
                      project.SentTo, project.Path}

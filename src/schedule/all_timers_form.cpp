@@ -34,16 +34,14 @@ const QStringList& TimerCodes() {
   return codes;
 }
 
-TimerRun RunOfTimer(int timer) {
-  const auto& panel = PanelRecord;
+TimerRun RunOfTimer(const PanelRecordType& panel, int timer) {
   return {{panel.TimerTimeType(timer), panel.TimerTime(timer)},
           panel.TimerDays(timer),
           panel.TimerHolidayMonth(timer),
           panel.TimerHolidayDate(timer)};
 }
 
-void PutRunOfTimer(int timer, const TimerRun& run) {
-  auto& panel = PanelRecord;
+void PutRunOfTimer(PanelRecordType& panel, int timer, const TimerRun& run) {
   panel.TimerTimeType(timer) = run.Time.Type;
   panel.TimerTime(timer) = run.Time.Time;
   panel.TimerDays(timer) = run.Days;
@@ -52,13 +50,13 @@ void PutRunOfTimer(int timer, const TimerRun& run) {
 }
 
 QString WhenOfTimer(int timer) {
-  const TimerRun run = RunOfTimer(timer);
+  const TimerRun run = RunOfTimer(PanelRecord, timer);
   return ToUnicode(TimerInWords(run.Time, run.Days, run.Month, run.Date));
 }
 
-bool PutTypedWhen(Project&, int timer, const QString& typed) {
-  const auto run = ReadTypedTimer(typed, RunOfTimer(timer));
-  if (run) PutRunOfTimer(timer, *run);
+bool PutTypedWhen(Project& project, int timer, const QString& typed) {
+  const auto run = ReadTypedTimer(typed, RunOfTimer(project.Panel, timer));
+  if (run) PutRunOfTimer(project.Panel, timer, *run);
   return run.has_value();
 }
 
@@ -88,10 +86,7 @@ QString Unreadable(const TypedColumn& column, const QString& typed) {
 }
 
 bool IsReadable(const TypedColumn& column, int timer, const QString& typed) {
-  const auto kept = std::make_unique<PanelRecordType>(PanelRecord);
-  const bool reads = column.Put(LiveProject, timer, typed);
-  PanelRecord = *kept;
-  return reads;
+  return column.Put(*std::make_unique<Project>(LiveProject), timer, typed);
 }
 
 /// Nobody has named it, and it does nothing.
@@ -260,7 +255,7 @@ void frmT3AllTimers::ShowTimers() {
   weekArea->setMaximumHeight(picWeek->sizeHint().height());
 }
 
-bool frmT3AllTimers::ShowsToo(Screen, const Item& of) {
+bool frmT3AllTimers::ShowsToo(const Item& of) {
   if (of.Kind != ItemKind::Timer) return false;
   ShowAnew();
   FocusTimer(of.Number);

@@ -13,7 +13,7 @@ class frmT3AllTimers : public ChildForm {
   frmT3AllTimers();
   void Form_Load() override;
   void Form_Activate() override;
-  bool ShowsToo(Screen editedOn, const Item& of) override;
+  bool ShowsToo(const Item& of) override;
 
   /// The rows in their order, and the week.
   void ShowTimers();

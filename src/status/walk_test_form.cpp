@@ -19,10 +19,6 @@ QStringList WalkWords() {
   return {QStringLiteral("Inputs"), QStringLiteral("Relays"), QStringLiteral("Bus Stations")};
 }
 
-bool HasFile() {
-  return CurrentFileName != NoFileName && !FileNotInMemory;
-}
-
 }  // namespace
 
 frmT3WalkTest::frmT3WalkTest() : PollingForm(Screen::WalkTest, QStringLiteral("Walk Test")) {}
@@ -39,7 +35,6 @@ void frmT3WalkTest::Form_Load() {
   AddTimer();
   controls_ = new QWidget;
   AddWidget(controls_);
-  UseSpareHeight();
   auto* column = new QVBoxLayout(controls_);
   column->setContentsMargins(0, 0, 0, 0);
   const auto addRow = [&](QBoxLayout* to) {
@@ -113,6 +108,7 @@ void frmT3WalkTest::Form_Load() {
 
 void frmT3WalkTest::ShowConnected(bool connected) {
   controls_->setVisible(connected);
+  if (connected) UseSpareHeight();
   // A step taken back shows the screen anew in the middle of a walk.
   if (!connected || Polling()) {
     if (front_ && !typing_) ShowFront();
@@ -122,11 +118,12 @@ void frmT3WalkTest::ShowConnected(bool connected) {
     return;
   }
   tested_.clear();
-  keepsTicks_ = HasFile();
-  lblTold->SetCaption(HasFile() ? QString()
-                                : QStringLiteral("Ticks are kept beside the project's file: save "
-                                                 "it first. Names can be given."));
-  if (HasFile()) {
+  keepsTicks_ = ProjectHasFile();
+  lblTold->SetCaption(ProjectHasFile()
+                          ? QString()
+                          : QStringLiteral("Ticks are kept beside the project's file: save "
+                                           "it first. Names can be given."));
+  if (ProjectHasFile()) {
     try {
       tested_ = ReadTested(CurrentFileName);
     } catch (const RunTimeFailure& failure) {

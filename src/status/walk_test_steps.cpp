@@ -183,14 +183,15 @@ void frmT3WalkTest::ReadStatus() {
   }
 }
 
-/// What has closed since the last reading waits for its turn in front; it comes at once while no
-/// name is being typed.
+/// What has closed since the last reading comes to the front, before what waits there already.
+/// While a name is being typed it waits behind.
 void frmT3WalkTest::NoteArrivals(const WalkStates& now) {
   for (const auto& [item, state] : now) {
     const auto before = states_.find(item);
     if (!state.Active || (before != states_.end() && before->second == state)) continue;
     std::erase(waiting_, item);
-    waiting_.push_back(item);
+    if (typing_ && front_ == item) continue;
+    waiting_.insert(typing_ ? waiting_.end() : waiting_.begin(), item);
     if (!typing_) front_.reset();
   }
 }

@@ -61,6 +61,12 @@ TEST_F(WalkTest, APressedSwitchComesToTheFrontAndIsNamedAndTicked) {
   Tick(form);
   EXPECT_EQ(Text("lblFront"), "INPUT 03 open") << "a released switch stays in front";
   EXPECT_EQ(Ticked(), "INPUT 07;");
+  for (const int input : {3, 4}) panel.SetContact(input, simulator::Contact::On, true);
+  Tick(form);
+  EXPECT_EQ(Text("lblFront"), "INPUT 05 closed");
+  panel.SetContact(8, simulator::Contact::On, true);
+  Tick(form);
+  EXPECT_EQ(Text("lblFront"), "INPUT 09 closed") << "what is pressed now, not what waits";
   Press("cmdWalk");
   EXPECT_TRUE(MenusOn());
   EXPECT_EQ(Switched(), "");

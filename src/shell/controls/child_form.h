@@ -43,7 +43,7 @@ class ChildForm : public QWidget {
   /// the first value. Null where none takes it.
   virtual QWidget* FirstFocus();
   /// Whether the screen shows what is edited on another, too; then it is brought to its row.
-  virtual bool ShowsToo(Screen /*editedOn*/, const Item& /*of*/) { return false; }
+  virtual bool ShowsToo(const Item& /*of*/) { return false; }
   /// Fills the screen from the project again, with the item on show still chosen.
   void ShowAnew();
   /// Chooses the item before (-1) or after (1) the one on show, in the innermost selector on show.

@@ -98,7 +98,7 @@ void GoToSetting(ChildForm* front, const Setting& setting) {
   const Showing showing;
   const Spot spot = SpotOf(setting);
   const Item item = ItemOf(setting);
-  if (front && front->ShowsToo(spot.By.On, item)) return;
+  if (front && front->ShowsToo(item)) return;
   ChildForm* form = front;
   if (form && form->Which() == spot.By.On) {
     form->ShowAnew();

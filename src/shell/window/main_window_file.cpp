@@ -189,7 +189,7 @@ void frmT3MasterMDI::FileSaveAs() {
 }
 
 void frmT3MasterMDI::mnuSave_Click() {
-  if (CurrentFileName == NoFileName || FileNotInMemory) {
+  if (!ProjectHasFile()) {
     FileSaveAs();
   } else {
     FileSave();
