@@ -23,7 +23,8 @@ void AskPanel(std::function<void()> request) {
     waiting.pop_front();
     // A serial wait delivers no events, and it may be long.
     if (ConnectionType() < ConnectionTCP) KeepUnsavedWork();
-    RunHandler(next);
+    // The handler that asks counts as one.
+    RunEvent(next);
   }
   busy = false;
 }

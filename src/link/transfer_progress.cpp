@@ -58,6 +58,8 @@ void TransferProgress::Hide() {
 
 void TransferProgress::Begin() {
   cmdCancelUpDownLoad->setVisible(true);
+  // By itself the bar would paint at every second block.
+  pbActivityProgress->setUpdatesEnabled(false);
   transferTime_.Restart();
   lblTimeLeft->SetCaption({});
   lblTimeLeft->setVisible(true);
@@ -65,6 +67,7 @@ void TransferProgress::Begin() {
 
 void TransferProgress::End() {
   cmdCancelUpDownLoad->setVisible(false);
+  pbActivityProgress->setUpdatesEnabled(true);
   lblTimeLeft->setVisible(false);
 }
 
@@ -88,10 +91,7 @@ void TransferProgress::ShowBlock(const char* action, int block, int nth, int cou
   lblActivityProgress->SetCaption(QLatin1String(action) % QStringLiteral(" Block ") %
                                   QString::number(block) % QStringLiteral(" Of ") %
                                   QString::number(ImageBlockCount));
-  // By itself it would paint at every second block.
-  pbActivityProgress->setUpdatesEnabled(false);
   pbActivityProgress->setValue(block);
-  pbActivityProgress->setUpdatesEnabled(true);
   if (!pictureDue_) return;
   lblTimeLeft->SetCaption(TimeLeft(transferTime_.ElapsedMs(), nth, count));
   Paint();
@@ -104,6 +104,8 @@ void TransferProgress::ShowVerify() {
 
 void TransferProgress::Paint() {
   painted_.Restart();
+  pbActivityProgress->setUpdatesEnabled(true);
   pbActivityProgress->repaint();
+  pbActivityProgress->setUpdatesEnabled(false);
   lblActivityProgress->repaint();
 }
