@@ -128,7 +128,7 @@ inline constexpr DimmerField RelayOffLevel{"RelayOffLevel", 113, Percent, 0, 1, 
 inline constexpr DimmerField RelayInclude{"RelayInclude", 114, BitRow, 0, ItemCount, "RELAY %1", Words{told::YesOrNo}, 0, EditedBy(Screen::DimmerRelayControl, "imgInclude")};
 inline constexpr DimmerField Unused120{"", 120, Raw, 0, 8, "unused last element %1", ByNumber(), 0, NotEdited("it means nothing")};
 /// Of a device, counted from 0, in the output {0, 0}; none of an output's fields.
-inline constexpr DimmerField DeviceEnabled{"DeviceEnabled", DeviceEnabledElement, Raw, 0, DimmerDeviceCount, "enabled", Words{told::YesOrNo}, 0, OnOutput("chkEnabled")};
+inline constexpr DimmerField DeviceEnabled{"DeviceEnabled", DeviceEnabledElement, Raw, 0, DimmerDeviceCount, "enabled", FromSome(told::YesOrNo, told::IsWithin<ByteRange>), 0, OnOutput("chkEnabled")};
 // clang-format on
 
 /// By element; every one of the 128 is of a row.

@@ -67,11 +67,13 @@ void VisitElement(ProjectType& project, const Setting& setting, const Visit& vis
   ForEachDeviceField(project.Devices(setting.At.Device), look);
 }
 
-bool IsFlag(const Setting& setting) {
-  if (setting.Dimmer) return setting.Dimmer == &dim::DeviceEnabled;
+/// The number by which editors store the Yes of a flag of which the panel keeps a bit, be it 1 or
+/// -1 here; 0 of all else. A dimmer's numbers it keeps as they are.
+Int32 YesOf(const Setting& setting) {
+  if (setting.Dimmer) return 0;
   const Packing& memory = setting.Field->Memory.Value;
-  return memory.Way == Packing::How::Flag || memory.Way == Packing::How::Bit ||
-         (memory.Way == Packing::How::Planes && memory.Width == 1);
+  if (memory.Way == Packing::How::Planes && memory.Width == 1) return 1;
+  return memory.Way == Packing::How::Flag || memory.Way == Packing::How::Bit ? -1 : 0;
 }
 
 /// Walks two projects side by side.
@@ -234,7 +236,7 @@ NumberRange RangeOf(const Project& project, const Setting& setting) {
 SettingValue UsualValueOf(const Project& project, const Setting& setting) {
   SettingValue value = ValueOf(project, setting);
   if (const Int32* number = std::get_if<Int32>(&value)) {
-    return IsFlag(setting) ? NumberOfMeaning(setting, *number) : *number;
+    return YesOf(setting) != 0 ? NumberOfMeaning(setting, *number) : *number;
   }
   const Packing::How way = setting.Field->Memory.Value.Way;
   if (SpareOf(setting)) return value;
@@ -252,7 +254,8 @@ Int32 MeaningOf(const Setting& setting, Int32 number) {
 }
 
 Int32 NumberOfMeaning(const Setting& setting, Int32 meaning) {
-  if (IsFlag(setting)) return meaning == 1 ? -1 : meaning;
+  const Int32 yes = YesOf(setting);
+  if (yes != 0) return meaning == 1 || meaning == -1 ? yes : meaning;
   if (!setting.Dimmer) return meaning;
   const auto value = static_cast<Int16>(meaning);
   const Int32 element = EncodeDimmer(*setting.Dimmer, 0, value, setting.At.Second);

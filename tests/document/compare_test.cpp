@@ -165,9 +165,8 @@ TEST_F(CompareTest, WhatIsEqualForAUserIsNoDifference) {
   Project other = sound;
   one.Panel.GroupRelayInclude(1, 2) = one.Panel.TimerPresetControl(1, 2) = 1;
   other.Panel.GroupRelayInclude(1, 2) = other.Panel.TimerPresetControl(1, 2) = -1;
-  one.Panel.DSTEnabled = one.Panel.OffHoursSweepRelay(0) = one.Dimmers(DeviceEnabledElement) = 1;
+  one.Panel.DSTEnabled = one.Panel.OffHoursSweepRelay(0) = 1;
   other.Panel.DSTEnabled = other.Panel.OffHoursSweepRelay(0) = -1;
-  other.Dimmers(DeviceEnabledElement) = -1;
   one.Panel.RelayName(0) += "  ";
   other.Devices(3).DeviceName += ' ';
   other.Panel.PanelName = "ORV TAMBERLOOM 3  ";
@@ -179,7 +178,9 @@ TEST_F(CompareTest, WhatIsEqualForAUserIsNoDifference) {
   one.Panel.RelayName(0) = " RELAY 01";
   other.Panel.PhotocellFilter = 2;
   one.Panel.PhotocellFilter = 1;
-  EXPECT_EQ(CompareProjects(one, other, true).size(), 3U);
+  one.Dimmers(DeviceEnabledElement) = 1;
+  other.Dimmers(DeviceEnabledElement) = -1;  // which no download can send
+  EXPECT_EQ(CompareProjects(one, other, true).size(), 4U);
 }
 
 TEST_F(CompareTest, ADownloadIsNoDifferenceAndLeavesTheProjectAlone) {

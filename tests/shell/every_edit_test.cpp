@@ -2,8 +2,11 @@
 #include <QRegularExpression>
 #include <set>
 
+#include "panel/apply_difference.h"
+#include "panel/difference.h"
 #include "panel/dimmer_words.h"
 #include "panel/live_dimmers.h"
+#include "panel/project_codec.h"
 #include "screen_test.h"
 #include "shell/window/history.h"
 
@@ -115,6 +118,20 @@ void AutoMap(EveryEditTest& t) {
   DataChanged = -1;
 }
 void Nothing(EveryEditTest&) {}
+
+std::unique_ptr<Project> DecodedProject(const std::string& bytes) {
+  auto project = std::make_unique<Project>();
+  (void)DecodeProject(bytes, *project);
+  return project;
+}
+
+std::vector<DifferenceRow> RowsOf(const Project& one, const Project& other) {
+  std::vector<DifferenceRow> rows;
+  for (const Difference& d : CompareProjects(one, other, true)) {
+    rows.push_back({d.Area, ItemCode(d.Where), d.Field, d.This, d.Other});
+  }
+  return rows;
+}
 void Unmark(EveryEditTest&) {
   DataChanged = 0;
 }
@@ -346,6 +363,10 @@ TEST_F(EveryEditTest, StoresAndMarksAsTold) {
     }
     EXPECT_TRUE(after != before) << "the edit shows nowhere";
     const std::string stored = Bytes();
+    Project applied = *DecodedProject(bytes);
+    EXPECT_TRUE(ApplyDifference(applied, RowsOf(applied, LiveProject)).empty());
+    applied.Panel.PanelName = PanelRecord.PanelName;  // blanks behind it are not told
+    EXPECT_TRUE(EncodeProject(applied) == stored) << "what is told is not what the editor stores";
     Step(Qt::Key_Z);
     EXPECT_TRUE(Bytes() == bytes) << "undone, it left something";
     EXPECT_EQ(Unlike(before), "");
