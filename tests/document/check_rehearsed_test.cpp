@@ -97,6 +97,13 @@ std::vector<Works> WorkingInstallations() {
        {"sweep-leaves"}},
       // Equal times keep the building closed, and what is turned on goes off again.
       {everyDay(48, 48), "13:00 tap 1", "RELAY 01", "13:00 on 15:00 off ", {"stays-closed"}},
+      // The timer that opens has the last word of the one that closes in the same minute.
+      {All(everyDay(48, 48), Sets(p.TimerRelayControl(0, 2), 0, p.TimerGroupControl(0, 0), 1,
+                                  p.TimerGroupControl(1, 0), 2, p.TimerTimeType(1), 248)),
+       "",
+       "RELAY 01",
+       "12:00 on 12:00 off 12:00 on 12:00 off ",
+       {"stays-closed"}},
       // A bar.
       {everyDay(68, 8), "20:00 tap 1", "RELAY 01", "20:00 on 02:00 off ", {"closes-late"}},
       // Open and close times that nothing asks for.
@@ -198,6 +205,16 @@ TEST(CheckRehearsedTest, OneFactIsOneRow) {
         "turns it into the last one that it does."}},
   };
   for (const auto& [rule, sentences] : rows) EXPECT_EQ(SentencesOf(rule), sentences) << rule;
+  const Project before = LiveProject;
+  for (const auto& [timer, type] : {std::pair(0, 152), {1, 248}}) {
+    p.TimerTimeType(timer) = static_cast<Int16>(type);  // before it opens, after it closes
+    p.TimerTime(timer) = 15;
+    p.TimerRelayControl(timer, 0) = static_cast<Int16>(timer + 1);
+  }
+  EXPECT_EQ(SentencesOf("stays-closed").first(),
+            "Sunday, Saturday have equal open and close times, and do not stay closed: timers run "
+            "before the one or after the other.");
+  LiveProject = before;
   const auto findings = CheckProject(LiveProject);
   const auto closed = std::find_if(findings.rbegin(), findings.rend(),
                                    [](const Finding& one) { return one.Rule == "stays-closed"; });
@@ -216,6 +233,12 @@ TEST(CheckRehearsedTest, OneFactIsOneRow) {
   EXPECT_EQ(SentencesOf("conflict"), QStringList(conflict + "."));
   p.TimerDays(1) = 0x45;
   EXPECT_EQ(SentencesOf("conflict"), QStringList(conflict + " on Monday, Wednesday to Friday."));
+  p.TimerDays(1) = 0;
+  p.TimerRelayControl(2, 2) = 1;
+  p.TimerTimeType(2) = 22;
+  EXPECT_EQ(SentencesOf("conflict"),
+            QStringList("TIMER 01, TIMER 02 and TIMER 03 switch RELAY 03 differently at the same "
+                        "minute."));
 }
 
 TEST(CheckRehearsedTest, SentencesAreOfOneFactAndNameWhatTheyTell) {

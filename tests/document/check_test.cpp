@@ -20,6 +20,14 @@ struct Fault {
 
 std::vector<Fault> Faults() {
   auto& p = PanelRecord;
+  const auto everyDay = [&p](Int16 open, Int16 close) {
+    return [&p, open, close] {
+      for (int day = 0; day < 7; ++day) {
+        p.NormalOpenTime(day) = open;
+        p.NormalCloseTime(day) = close;
+      }
+    };
+  };
   FennlinkRecord& station = FennlinkRecords(26);
   FennlinkRecord& cell = FennlinkRecords(5);
   return {
@@ -57,6 +65,10 @@ std::vector<Fault> Faults() {
        "INPUT 03",
        All(Disables(InputKind::InputDisable, 3), Sets(p.InputType(3), 0)),
        {"unused-preset"}},
+      {"disables-idle",
+       "INPUT 03",
+       All(Disables(InputKind::TimerDisable, 0), Sets(p.TimerDays(0), 0xFF)),
+       {"parked-timer"}},
       {"disables-itself", "INPUT 03", Disables(InputKind::InputDisable, 2)},
       {"pilot-source", "INPUT 01", [&] { p.LocalPilot(0) = 20; }},
       {"pilot-source", "INPUT 02", [&] { p.LocalPilot(1) = 64 + 9; }},
@@ -100,7 +112,10 @@ std::vector<Fault> Faults() {
            Calls(DimSetCIn, 0, 0, 100))},
       {"dark-relay-levels", "DIMMER 1 OUTPUT 1", Calls(DimSetOnLevel, 0, 0, 0)},
       {"disabled-dimmer", "DIMMER 3 OUTPUT 2", Calls(DimSetCtlType, 2, 1, 0, ControlTimer)},
-      {"disabled-dimmer", "DIMMER 3 OUTPUT 2", Calls(DimSetTrackMode, 2, 1, Track2Point)},
+      // What it would track is not told to be idle, too.
+      {"disabled-dimmer", "DIMMER 3 OUTPUT 2",
+       All(Calls(DimSetTrackMode, 2, 1, Track2Point), Calls(DimSetPCDev, 2, 1, 8),
+           Sets(FennlinkRecords(9).DeviceType, 9))},
       {"dark-relay-levels", "DIMMER 3 OUTPUT 2", Calls(DimSetRelay, 2, 1, 0, -1)},
       {"dmx-levels", "PANEL", Sets(p.AddOnModuleType, 1, p.DMXOffLevel, 90)},
       {"unused-relay", "RELAY 05", Sets(p.IOCount(0), 2, p.LocalPilot(4), 0), {"sweep-leaves"}},
@@ -139,6 +154,20 @@ std::vector<Fault> Faults() {
             p.TimerTimeType(1), 1)},
       {"open-after-close", "PANEL", Sets(p.DateOpenTime(4, 0), 40, p.DateCloseTime(4, 0), 30)},
       {"open-after-close", "PANEL", Sets(p.NormalOpenTime(5), 68, p.NormalCloseTime(5), 8)},
+      // A bar stays closed for a day, and the night before goes on until the times of that day.
+      {"open-after-close",
+       "PANEL",
+       All(everyDay(68, 8), Sets(p.NormalOpenTime(1), 68, p.NormalCloseTime(1), 68)),
+       {"closes-late"}},
+      {"open-after-close",
+       "PANEL",
+       All(everyDay(68, 8), Sets(p.DateOpenTime(11, 24), 68, p.DateCloseTime(11, 24), 68)),
+       {"closes-late"}},
+      {"conflict",
+       "TIMER 02",  // which opens last
+       All(everyDay(48, 48),
+           Sets(p.TimerRelayControl(1, 2), 1, p.TimerTimeType(0), 248, p.TimerTimeType(1), 184)),
+       {"stays-closed"}},
       {"stays-closed", "PANEL", [&] { p.NormalOpenTime(3) = p.NormalCloseTime(3); }},
       {"closes-late",
        "PANEL",
@@ -252,6 +281,8 @@ TEST(CheckTest, WhatIsJustRightIsNotTold) {
         for (const int date : {27, 28}) p.DateCloseTime(1, date) = 60;
       },
       [] { DimSetMin(0, 1, DimGetMax(0, 1)); },
+      // A station of lamps.
+      Sets(FennlinkRecords(9).DeviceType, 2, FennlinkRecords(9).DevicePilot(1), 128),
       Sets(p.BlinkAlertMinutes, 2, p.OverrideMinutes, 999, p.AlarmSeconds, 99, p.DMXFilter, 15,
            p.DMXOffLevel, 1, p.ComPort, 16, ConnectionType(p), 2),
       Calls(DimSetDMX, 0, 1, 512),

@@ -59,6 +59,14 @@ TimerEvent EventOf(TimerTimeValue time) {
   return second ? TimerEvent::Close : TimerEvent::Open;
 }
 
+int MinutesFromEvent(TimerTimeValue time) {
+  const TimerTimeValue sound{static_cast<Int16>(time.Type & LowByteOfKind), time.Time};
+  if (EventOf(sound) == TimerEvent::Midnight) return sound.Type * MinutesOfHour + sound.Time;
+  const int offset = OffsetOfTime(sound);
+  const bool after = EventOfTime(sound.Type) % 2 != 0;
+  return after ? offset : -offset;
+}
+
 TimerMoments::TimerMoments(const Project& project, Days days, const TimerSet& only)
     : panel_(project.Panel), kind_(days), days_(project.Panel) {
   const TimerSet ofSlots = TimersOfSlots(project.Dimmers);
@@ -71,21 +79,15 @@ TimerMoments::TimerMoments(const Project& project, Days days, const TimerSet& on
 }
 
 TimerMoments::Timer TimerMoments::Read(const PanelRecordType& panel, int timer) {
-  const TimerTimeValue time{static_cast<Int16>(panel.TimerTimeType(timer) & LowByteOfKind),
-                            panel.TimerTime(timer)};
+  const TimerTimeValue time{panel.TimerTimeType(timer), panel.TimerTime(timer)};
   const Int16 days = panel.TimerDays(timer);
-  Timer read{timer,
-             EventOf(time),
-             time.Type * MinutesOfHour + time.Time,
-             days,
-             (days & HolidayMask) != 0,
-             panel.TimerHolidayMonth(timer),
-             panel.TimerHolidayDate(timer)};
-  if (read.From != TimerEvent::Midnight) {
-    const bool after = EventOfTime(time.Type) % 2 != 0;
-    read.Offset = after ? OffsetOfTime(time) : -OffsetOfTime(time);
-  }
-  return read;
+  return {timer,
+          EventOf(time),
+          MinutesFromEvent(time),
+          days,
+          (days & HolidayMask) != 0,
+          panel.TimerHolidayMonth(timer),
+          panel.TimerHolidayDate(timer)};
 }
 
 bool TimerMoments::RunsOn(const Timer& timer, QDate day) const {

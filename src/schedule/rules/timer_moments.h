@@ -20,6 +20,8 @@ constexpr bool IsOfSun(TimerEvent event) {
 
 /// The event from which a stored time counts.
 TimerEvent EventOf(TimerTimeValue time);
+/// By how many minutes it comes after that; below 0 before it.
+int MinutesFromEvent(TimerTimeValue time);
 
 /// A timer fires.
 struct TimerMoment {

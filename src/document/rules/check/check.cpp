@@ -184,6 +184,13 @@ bool CheckScope::DimmersFollow(const Item& timerOrPreset) const {
          (timer ? timersOfSlots_ : presetsOfSlots_)[static_cast<std::size_t>(number)];
 }
 
+bool CheckScope::IsParked(const Item& timer) const {
+  constexpr Int16 allBoxes = 0xFF;
+  if (timer.Number < 0 || timer.Number >= ItemCount) return false;
+  return Of.Panel.TimerHolidayMonth(timer.Number) == 0 &&
+         (Of.Panel.TimerDays(timer.Number) & allBoxes) == allBoxes && !IsUsed(timer, EffectRuns);
+}
+
 bool CheckScope::IsIdle(const Item& input) const {
   return !DoesAnything(input, ~unsigned{EffectFollows}) && !IsUsed(input, EffectFollows);
 }

@@ -120,6 +120,8 @@ struct CheckScope {
   bool DimmersFollow(const Item& timerOrPreset) const;
   /// Whether the timer switches or runs anything, or dimmers follow it.
   bool IsAtWork(const Item& timer) const { return DoesAnything(timer) || DimmersFollow(timer); }
+  /// Whether the timer has none of its eight boxes checked, no date, and no input that forces it.
+  bool IsParked(const Item& timer) const;
   /// Whether the local input or the input of a bus device does nothing.
   bool IsIdle(const Item& input) const;
   bool IsInstalled(const Item& relayOrInput) const;

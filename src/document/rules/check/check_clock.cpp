@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <map>
 
 #include "document/rules/check/check.h"
@@ -92,24 +93,42 @@ DayHours OfDate(const PanelRecordType& panel, const MonthDate& date) {
           panel.DateCloseTime(date.first, date.second)};
 }
 
+constexpr int Months = static_cast<int>(MonthDays.size());
+
 MonthDate NextDate(const MonthDate& date) {
   if (date.second + 1 < MonthDays[static_cast<std::size_t>(date.first)])
     return {date.first, date.second + 1};
-  return {(date.first + 1) % static_cast<int>(MonthDays.size()), 0};
+  return {(date.first + 1) % Months, 0};
+}
+
+MonthDate DateBefore(const MonthDate& date) {
+  if (date.second > 0) return {date.first, date.second - 1};
+  const int month = (date.first + Months - 1) % Months;
+  return {month, MonthDays[static_cast<std::size_t>(month)] - 1};
 }
 
 /// How a day's times stand to each other.
-enum class HoursKind { Usual, Closed, Late, NeverCloses };
-
-/// Closing before opening ends the night before, so it is the next day that ends a day's night.
-HoursKind KindOf(const DayHours& hours, bool nextEndsTheNight) {
-  if (!hours.AreSet() || hours.Open < hours.Close) return HoursKind::Usual;
-  if (hours.Open == hours.Close) return HoursKind::Closed;
-  return nextEndsTheNight ? HoursKind::Late : HoursKind::NeverCloses;
-}
+enum class HoursKind { Usual, Closed, EndsNightLate, Late, NeverCloses };
 
 bool EndsTheNightBefore(const DayHours& hours) {
   return hours.AreSet() && hours.Close <= hours.Open;
+}
+
+/// Whether a night goes on until the day after is half over, or longer: the times of that day,
+/// which stays closed, are nearer to those at which the one before opens than to those at which it
+/// closes.
+bool GoesOnUntil(const DayHours& closed, const DayHours& before) {
+  return before.AreSet() && before.Close < before.Open &&
+         2 * closed.Close >= before.Open + before.Close;
+}
+
+/// Closing before opening ends the night before, so it is the next day that ends a day's night.
+HoursKind KindOf(const DayHours& hours, bool nextEndsTheNight, bool nightBeforeGoesOn) {
+  if (!hours.AreSet() || hours.Open < hours.Close) return HoursKind::Usual;
+  if (hours.Open == hours.Close) {
+    return nightBeforeGoesOn ? HoursKind::EndsNightLate : HoursKind::Closed;
+  }
+  return nextEndsTheNight ? HoursKind::Late : HoursKind::NeverCloses;
 }
 
 /// Days of one kind with the same times, each list in order.
@@ -127,26 +146,33 @@ DaysByHours<int> WeekdaysOf(const PanelRecordType& panel, HoursKind kind) {
   DaysByHours<int> days;
   for (int day = 0; day < Weekdays; ++day) {
     const DayHours hours = OfWeekday(panel, day);
-    if (KindOf(hours, EndsTheNightBefore(OfWeekday(panel, day + 1))) == kind)
+    const bool goesOn = GoesOnUntil(hours, OfWeekday(panel, day + Weekdays - 1));
+    if (KindOf(hours, EndsTheNightBefore(OfWeekday(panel, day + 1)), goesOn) == kind)
       AddDay(days, hours, day, kind);
   }
   return days;
 }
 
 DaysByHours<MonthDate> DatesOf(const PanelRecordType& panel, HoursKind kind) {
-  bool everyWeekdayEnds = true;
-  for (int day = 0; day < Weekdays; ++day) {
-    everyWeekdayEnds = everyWeekdayEnds && EndsTheNightBefore(OfWeekday(panel, day));
-  }
+  const auto isOwn = [](const DayHours& hours) {
+    return hours.Open < NoEntry || hours.Close < NoEntry;
+  };
+  std::vector<DayHours> weekdays;
+  for (int day = 0; day < Weekdays; ++day) weekdays.push_back(OfWeekday(panel, day));
+  const bool everyWeekdayEnds = std::all_of(weekdays.begin(), weekdays.end(), EndsTheNightBefore);
   DaysByHours<MonthDate> days;
-  for (int month = 0; month < static_cast<int>(MonthDays.size()); ++month) {
+  for (int month = 0; month < Months; ++month) {
     for (int date = 0; date < MonthDays[static_cast<std::size_t>(month)]; ++date) {
       const MonthDate day{month, date};
-      const DayHours next = OfDate(panel, NextDate(day));
-      const bool own = next.Open < NoEntry || next.Close < NoEntry;
       const DayHours hours = OfDate(panel, day);
-      if (KindOf(hours, own ? EndsTheNightBefore(next) : everyWeekdayEnds) == kind)
-        AddDay(days, hours, day, kind);
+      const DayHours next = OfDate(panel, NextDate(day));
+      const DayHours before = OfDate(panel, DateBefore(day));
+      const auto goesOnAfter = [&](const DayHours& one) { return GoesOnUntil(hours, one); };
+      const bool ends = isOwn(next) ? EndsTheNightBefore(next) : everyWeekdayEnds;
+      const bool goesOn = isOwn(before)
+                              ? goesOnAfter(before)
+                              : std::any_of(weekdays.begin(), weekdays.end(), goesOnAfter);
+      if (KindOf(hours, ends, goesOn) == kind) AddDay(days, hours, day, kind);
     }
   }
   return days;
@@ -163,6 +189,15 @@ struct HoursWords {
 constexpr HoursWords ClosedWords{HoursKind::Closed,
                                  "%1 stays closed: its open and close times are equal.",
                                  "%1 stay closed: their open and close times are equal."};
+constexpr HoursWords ApartWords{
+    HoursKind::Closed,
+    "%1 has equal open and close times, and does not stay closed: timers run before the one or "
+    "after the other.",
+    "%1 have equal open and close times, and do not stay closed: timers run before the one or "
+    "after the other."};
+constexpr HoursWords EndsNightLateWords{HoursKind::EndsNightLate,
+                                        "%1 stays closed at %2: the night before ends only then.",
+                                        "%1 stay closed at %2: the nights before end only then."};
 constexpr HoursWords LateWords{HoursKind::Late,
                                "%1 opens at %2 and closes at %3, which ends the night before.",
                                "%1 open at %2 and close at %3, which ends the night before."};
@@ -185,22 +220,50 @@ void TellOfDays(const DaysByHours<Day>& days, const HoursWords& words, const Tel
   }
 }
 
-template <const HoursWords& Told>
-void LookAtHours(const CheckScope& scope, const TellFinding& tell) {
+void TellOfHours(const CheckScope& scope, const TellFinding& tell, const HoursWords& words) {
   if (!HoursAreUsed(scope)) return;
   const auto& panel = scope.Of.Panel;
-  TellOfDays(WeekdaysOf(panel, Told.Kind), Told, tell, ListOfWeekdays, [](int day) {
+  TellOfDays(WeekdaysOf(panel, words.Kind), words, tell, ListOfWeekdays, [](int day) {
     return Setting{&FactsOf(&PanelRecordType::NormalOpenTime), nullptr, {0, day}};
   });
-  TellOfDays(DatesOf(panel, Told.Kind), Told, tell, ListOf, [](const MonthDate& date) {
+  TellOfDays(DatesOf(panel, words.Kind), words, tell, ListOf, [](const MonthDate& date) {
     return Setting{&FactsOf(&PanelRecordType::DateOpenTime), nullptr, {0, date.first, date.second}};
   });
+}
+
+void LookAtLateHours(const CheckScope& scope, const TellFinding& tell) {
+  TellOfHours(scope, tell, LateWords);
+}
+
+void LookAtEndlessNights(const CheckScope& scope, const TellFinding& tell) {
+  TellOfHours(scope, tell, NeverClosesWords);
+  TellOfHours(scope, tell, EndsNightLateWords);
+}
+
+/// Minutes from the opening or closing at which a timer at work runs.
+std::vector<int> MinutesFrom(const CheckScope& scope, TimerEvent event) {
+  std::vector<int> minutes;
+  for (int timer = 0; timer < ItemCount; ++timer) {
+    if (!scope.IsAtWork({ItemKind::Timer, timer}) || EventOfTimer(scope, timer) != event) continue;
+    minutes.push_back(
+        MinutesFromEvent({scope.Of.Panel.TimerTimeType(timer), scope.Of.Panel.TimerTime(timer)}));
+  }
+  return minutes;
+}
+
+void LookAtClosedDays(const CheckScope& scope, const TellFinding& tell) {
+  const std::vector<int> opening = MinutesFrom(scope, TimerEvent::Open);
+  const std::vector<int> closing = MinutesFrom(scope, TimerEvent::Close);
+  const bool apart = !opening.empty() && !closing.empty() &&
+                     *std::min_element(opening.begin(), opening.end()) <
+                         *std::max_element(closing.begin(), closing.end());
+  TellOfHours(scope, tell, apart ? ApartWords : ClosedWords);
 }
 
 void LookAtMissingDates(const CheckScope& scope, const TellFinding& tell) {
   std::vector<MonthDate> dates;
   const auto& panel = scope.Of.Panel;
-  for (int month = 0; month < static_cast<int>(MonthDays.size()); ++month) {
+  for (int month = 0; month < Months; ++month) {
     for (int date = MonthDays[static_cast<std::size_t>(month)]; date < LastDate; ++date) {
       const DayHours hours = OfDate(panel, {month, date});
       if (hours.Open < NoEntry || hours.Close < NoEntry) dates.emplace_back(month, date);
@@ -231,16 +294,16 @@ constexpr auto RulesOfClock = std::to_array<CheckRule>({
      "The time zone cannot be that of the place."},
     {"daylight-saving", Severity::Warning, Screen::DaylightSavingTime, LookAtDaylightSaving,
      "Daylight saving begins and ends on one Sunday."},
-    {"open-after-close", Severity::Warning, Screen::None, LookAtHours<NeverClosesWords>,
-     "The open time is after the close time, and the next day's close time does not end the "
-     "night."},
+    {"open-after-close", Severity::Warning, Screen::None, LookAtEndlessNights,
+     "A night that goes past midnight is ended by no time of the next day, or by that of a day "
+     "that stays closed, half a day late."},
     {"leap-date", Severity::Warning, Screen::None, LookAtLeapDate,
      "February 29 has open and close times, and the day before has none."},
     {"hours-on-no-date", Severity::Warning, Screen::None, LookAtMissingDates,
      "A date that no calendar has, has open and close times."},
-    {"stays-closed", Severity::Note, Screen::None, LookAtHours<ClosedWords>,
+    {"stays-closed", Severity::Note, Screen::None, LookAtClosedDays,
      "Days have equal open and close times."},
-    {"closes-late", Severity::Note, Screen::None, LookAtHours<LateWords>,
+    {"closes-late", Severity::Note, Screen::None, LookAtLateHours,
      "Days have a close time before their open time, which ends the night before."},
 });
 

@@ -1,6 +1,8 @@
 #include <algorithm>
 
 #include "document/rules/check/check.h"
+#include "panel/dimmer_fields.h"
+#include "panel/dimmer_words.h"
 #include "panel/fennlink_record.h"
 #include "panel/fennlink_types.h"
 #include "panel/field_facts.h"
@@ -161,7 +163,7 @@ void LookAtForcedTimers(const CheckScope& scope, const TellFinding& tell) {
 
 void LookAtDisabledIdle(const CheckScope& scope, const TellFinding& tell) {
   const auto isIdle = [&](const Item& used) {
-    if (used.Kind == ItemKind::Timer) return !scope.IsAtWork(used);
+    if (used.Kind == ItemKind::Timer) return !scope.IsAtWork(used) || scope.IsParked(used);
     return used.Kind == ItemKind::Input && scope.IsInstalled(used) && scope.IsIdle(used);
   };
   TellOfIdleTargets(scope, tell, isIdle, EffectDisables);
@@ -254,25 +256,44 @@ void LookAtIdleInputs(const CheckScope& scope, const TellFinding& tell) {
                                   : QStringLiteral("a name"));
 }
 
+/// Whether a dimmer would track the photocell, were its device enabled, which is told there.
+bool IsMeantForDimmers(const CheckScope& scope, int device) {
+  for (int dev = 0; dev < DimmerDeviceCount; ++dev) {
+    for (int out = 0; out < DimmerOutputCount; ++out) {
+      const DimmerOutput output(scope.Of.Dimmers, dev, out);
+      if (output(dim::TrackMode) != TrackDisabled && output(dim::PhotocellDevice) + 1 == device)
+        return true;
+    }
+  }
+  return false;
+}
+
+/// Whether a lamp of a station shows anything.
+bool HasPilot(const FennlinkRecord& station, int input) {
+  const Int16 pilot = station.DevicePilot(input);
+  return PilotSource(pilot) != PilotStatic || (pilot & 1) != 0;
+}
+
 void LookAtIdleDevices(const CheckScope& scope, const TellFinding& tell) {
   std::vector<Item> whole;
   std::vector<Item> inputs;
   for (int n = 1; n <= DeviceCount; ++n) {
     const FennlinkRecord& record = scope.Of.Devices(n);
     const int count = FennlinkDevice(record.DeviceType).InputCount;
+    const bool photocell = record.DeviceType == DeviceTypePhotocell;
     int idle = 0;
     std::vector<Item> meant;
     for (int input = 0; input < count; ++input) {
       const Item item{ItemKind::DeviceInput, n, input};
-      if (!scope.IsIdle(item)) continue;
+      if (!scope.IsIdle(item) || (!photocell && HasPilot(record, input))) continue;
       ++idle;
-      if (record.DeviceInputType(input) == 0 || record.DeviceType == DeviceTypePhotocell) continue;
-      meant.push_back(item);
+      if (record.DeviceInputType(input) != 0 && !photocell) meant.push_back(item);
     }
     const Item device{ItemKind::Device, n};
     if (count == 0 || idle < count) {
       inputs.insert(inputs.end(), meant.begin(), meant.end());
-    } else if (!scope.IsUsed(device, EffectFollows)) {
+    } else if (!scope.IsUsed(device, EffectFollows) &&
+               !(photocell && IsMeantForDimmers(scope, n))) {
       whole.push_back(device);
     }
   }
@@ -315,7 +336,7 @@ constexpr auto RulesOfControls = std::to_array<CheckRule>({
     {"input-beyond-points", Severity::Warning, Screen::None, LookAtInputsBeyondPoints,
      "Inputs that are not installed have a name or actions."},
     {"disables-idle", Severity::Warning, Screen::None, LookAtDisabledIdle,
-     "An input disables another, or a timer, that does nothing."},
+     "An input disables another, or a timer, that does nothing or is parked."},
     {"disables-itself", Severity::Warning, Screen::None, LookAtSelfDisabling,
      "An input disables itself."},
     {"pilot-source", Severity::Error, Screen::None, LookAtPilots,

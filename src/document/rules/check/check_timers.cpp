@@ -14,7 +14,6 @@
 namespace {
 
 constexpr Int16 AllWeekdays = 0x7F;
-constexpr Int16 AllBoxes = 0xFF;
 constexpr int StoredFebruary = 2;
 constexpr int StoredLeapDay = 29;
 
@@ -49,8 +48,7 @@ std::vector<Item> TimersWithoutDay(const CheckScope& scope, bool parked) {
   ForEachTimer(scope, [&](int timer, const Item& item) {
     const int days = scope.Of.Panel.TimerDays(timer);
     if (IsOnDate(scope, timer) || (days & AllWeekdays) != AllWeekdays) return;
-    if (((days & AllBoxes) == AllBoxes) == parked && !scope.IsUsed(item, EffectRuns))
-      timers.push_back(item);
+    if (!scope.IsUsed(item, EffectRuns) && scope.IsParked(item) == parked) timers.push_back(item);
   });
   return timers;
 }
@@ -101,10 +99,9 @@ void LookAtIdleTimers(const CheckScope& scope, const TellFinding& tell) {
     const Item item{ItemKind::Timer, timer};
     const bool meant = TimeOf(scope, timer) != TimerTimeValue() || panel.TimerDays(timer) != 0 ||
                        IsOnDate(scope, timer) || !scope.OwnName(item).isEmpty();
-    const bool parked = !IsOnDate(scope, timer) && (panel.TimerDays(timer) & AllBoxes) == AllBoxes;
     // What forces or disables it tells that it does nothing.
     const bool told = scope.IsUsed(item, EffectRuns | EffectDisables);
-    if (meant && !parked && !told && !scope.IsAtWork(item)) idle.push_back(item);
+    if (meant && !scope.IsParked(item) && !told && !scope.IsAtWork(item)) idle.push_back(item);
   }
   if (idle.empty()) return;
   const auto count = static_cast<qsizetype>(idle.size());
@@ -221,20 +218,18 @@ class ConflictSearch {
   void Tell(const TellFinding& tell) {
     if (opposed_.none()) return;
     Search();
-    for (const auto& [pair, dates] : met_) {
-      const Item first{ItemKind::Timer, pair.first};
-      const Item second{ItemKind::Timer, pair.second};
-      std::vector<Item> relays;
-      const ItemSet opposed = Opposed(pair.first, pair.second);
-      for (int relay = 0; relay < ItemCount; ++relay) {
-        if (opposed[static_cast<std::size_t>(relay)]) relays.push_back({ItemKind::Relay, relay});
+    for (const Conflict& conflict : Conflicts()) {
+      QStringList timers;
+      for (const int timer : InOrder(conflict.Timers)) {
+        timers << scope_.Text({ItemKind::Timer, timer});
       }
-      const QString days = dates.Weekdays.any() ? ListOfWeekdays(InOrder(dates.Weekdays))
-                                                : ListOf(InOrder(dates.Special));
-      tell(second,
+      std::vector<Item> relays;
+      for (const int relay : InOrder(conflict.Relays)) relays.push_back({ItemKind::Relay, relay});
+      const QString last = timers.takeLast();
+      tell({ItemKind::Timer, InOrder(conflict.Timers).back()},
            QStringLiteral("%1 and %2 switch %3 differently at the same minute%4.")
-               .arg(scope_.Text(first), scope_.Text(second), ListOf(scope_.Of, relays),
-                    dates.Weekdays.all() ? QString() : QStringLiteral(" on ") + days),
+               .arg(timers.join(QLatin1String(", ")), last, ListOf(scope_.Of, relays),
+                    conflict.Days),
            {});
     }
   }
@@ -245,6 +240,35 @@ class ConflictSearch {
     std::bitset<7> Weekdays;  ///< From Sunday, of days that are no holiday.
     std::map<MonthDate, bool> Special;
   };
+
+  /// Timers that meet on the same days over the same relays.
+  struct Conflict {
+    TimerSet Timers;
+    ItemSet Relays;
+    QString Days;  ///< " on Sunday"; nothing for every day.
+  };
+
+  std::vector<Conflict> Conflicts() const {
+    std::vector<Conflict> conflicts;
+    for (const auto& [pair, dates] : met_) {
+      const auto& [one, other] = pair;
+      const TimerSet timers =
+          TimerSet().set(static_cast<std::size_t>(one)).set(static_cast<std::size_t>(other));
+      const QString list = dates.Weekdays.any() ? ListOfWeekdays(InOrder(dates.Weekdays))
+                                                : ListOf(InOrder(dates.Special));
+      const Conflict conflict{timers, Opposed(one, other),
+                              dates.Weekdays.all() ? QString() : QStringLiteral(" on ") + list};
+      const auto same = std::find_if(conflicts.begin(), conflicts.end(), [&](const Conflict& c) {
+        return (c.Timers & timers).any() && c.Relays == conflict.Relays && c.Days == conflict.Days;
+      });
+      if (same == conflicts.end()) {
+        conflicts.push_back(conflict);
+      } else {
+        same->Timers |= timers;
+      }
+    }
+    return conflicts;
+  }
 
   RelayOutcome& Told(int timer) { return told_[static_cast<std::size_t>(timer)]; }
 
@@ -261,10 +285,11 @@ class ConflictSearch {
     return list;
   }
 
-  static std::vector<int> InOrder(const std::bitset<7>& weekdays) {
+  template <std::size_t Size>
+  static std::vector<int> InOrder(const std::bitset<Size>& set) {
     std::vector<int> list;
-    for (int day = 0; day < static_cast<int>(weekdays.size()); ++day) {
-      if (weekdays[static_cast<std::size_t>(day)]) list.push_back(day);
+    for (std::size_t i = 0; i < Size; ++i) {
+      if (set[i]) list.push_back(static_cast<int>(i));
     }
     return list;
   }
@@ -285,6 +310,15 @@ class ConflictSearch {
     }
   }
 
+  /// As far after opening as after closing timers run together on a day whose times are equal: it
+  /// stays closed where the last word is that of closing.
+  bool KeepsClosed(int first, int last) const {
+    const TimerTimeValue opening = TimeOf(scope_, first);
+    const TimerTimeValue closing = TimeOf(scope_, last);
+    return EventOf(opening) == TimerEvent::Open && EventOf(closing) == TimerEvent::Close &&
+           MinutesFromEvent(opening) == MinutesFromEvent(closing);
+  }
+
   void Meet(const TimerMoment& one, const TimerMoment& other) {
     const auto sun = [&](const TimerMoment& moment) {
       const TimerEvent event = EventOf(TimeOf(scope_, moment.Timer));
@@ -292,6 +326,7 @@ class ConflictSearch {
     };
     // That the sun comes to a time of the clock is the chance of a day.
     if (sun(one) != sun(other) || Opposed(one.Timer, other.Timer).none()) return;
+    if (KeepsClosed(one.Timer, other.Timer)) return;
     Dates& dates = met_[{one.Timer, other.Timer}];
     const QDate day = one.Day();
     if (days_.IsHoliday(day)) {
