@@ -223,6 +223,14 @@ void Map(Direction direction, ProjectType& project) {
   direction.Block(DimmerBlockAddress, project.Dimmers);
 }
 
+/// The bus device whose block an address is in; 0 for none.
+int DeviceAt(int address) {
+  const bool controls = address >= DeviceControlBlock;
+  const int device = controls ? (address - DeviceControlBlock) / DeviceControlStride
+                              : (address - DeviceBlock) / DeviceBlockStride;
+  return device >= 1 && device <= DeviceCount ? device : 0;
+}
+
 }  // namespace
 
 void BuildPanelImage(const Project& project, const PasswordDigits& password,
@@ -273,8 +281,12 @@ std::optional<SettingPlace> SettingAt(const Project& project, int address) {
       }
     };
   };
-  ForEachPanelField(project.Panel, look(0));
-  for (int n = 1; n <= DeviceCount; ++n) ForEachDeviceField(project.Devices(n), look(n));
+  const int device = DeviceAt(address);
+  if (device > 0) {
+    ForEachDeviceField(project.Devices(device), look(device));
+  } else if (address < DeviceBlock) {
+    ForEachPanelField(project.Panel, look(0));
+  }
   const int element = address - DimmerBlockAddress;
   const int output = element / ElementsOfOutput;
   if (element >= DeviceEnabledElement && element < DimmerBlockType::Size) {
