@@ -94,11 +94,6 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
   chkNames->Click = [this] { chkNames_Click(); };
   chkNames->setToolTip(QStringLiteral("Whether names count in a comparison"));
   row->addWidget(chkNames);
-  chkAccepted = new CheckBox({});
-  chkAccepted->setObjectName(QStringLiteral("chkAccepted"));
-  chkAccepted->Click = [this] { chkAccepted_Click(); };
-  chkAccepted->setToolTip(QStringLiteral("Whether findings that are accepted are listed too"));
-  row->addWidget(chkAccepted);
   cboShown = new ComboBox;
   cboShown->setObjectName(QStringLiteral("cboShown"));
   cboShown->setAccessibleName(QStringLiteral("Show"));
@@ -125,6 +120,11 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
   auto* found = new QHBoxLayout;
   column->addLayout(found);
   found->addWidget(lblFound, 1);
+  chkAccepted = new CheckBox({});
+  chkAccepted->setObjectName(QStringLiteral("chkAccepted"));
+  chkAccepted->Click = [this] { chkAccepted_Click(); };
+  chkAccepted->setToolTip(QStringLiteral("Whether findings that are accepted are listed too"));
+  found->addWidget(chkAccepted);
   lblOpenReport = new Label;
   lblOpenReport->setObjectName(QStringLiteral("lblOpenReport"));
   lblOpenReport->SetLook(Label::Look::WebLink);
@@ -330,7 +330,9 @@ void FindingsFrame::cmdAccept_Click() {
   if (list_.Rows()[static_cast<std::size_t>(rows.front())].Accepted) {
     list_.TakeBack(rows);
   } else {
-    const auto reason = AskText(QStringLiteral("Why should these findings stay?"));
+    const auto reason =
+        AskText(rows.size() == 1 ? QStringLiteral("Why should this finding stay?")
+                                 : QStringLiteral("Why should these findings stay?"));
     if (!reason) return;
     if (reason->simplified().isEmpty()) {
       TellRefusal(QStringLiteral("Nothing is accepted without a reason."));

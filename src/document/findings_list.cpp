@@ -6,6 +6,7 @@
 
 #include "document/rules/check/accepted.h"
 #include "panel/defaults.h"
+#include "panel/lists_in_words.h"
 #include "panel/live_project.h"
 #include "panel/panel_image.h"
 #include "panel/program_state.h"
@@ -132,9 +133,11 @@ void FindingsList::ListDifferences() {
                     EditorOf(difference.Of).On,
                     difference.Of});
   }
-  told_ = all_.empty()
-              ? QStringLiteral("Both are equal.")
-              : QStringLiteral("%1 settings differ. Enter opens the screen.").arg(all_.size());
+  const auto count = static_cast<int>(all_.size());
+  told_ = count == 0 ? QStringLiteral("Both are equal.")
+                     : QStringLiteral("%1 %2. Enter opens the screen.")
+                           .arg(Counted(count, QStringLiteral("setting")),
+                                QLatin1String(count == 1 ? "differs" : "differ"));
 }
 
 void FindingsList::ShowRows() {

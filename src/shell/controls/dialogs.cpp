@@ -94,10 +94,15 @@ int ShowQuestion(const QString& text, const QStringList& answers) {
 }
 
 std::optional<QString> ShowTextQuestion(const QString& text) {
-  bool accepted = false;
-  const QString typed =
-      QInputDialog::getText(FrontWindow(), ProgramTitle, text, QLineEdit::Normal, {}, &accepted);
-  return accepted ? std::optional(typed) : std::nullopt;
+  constexpr int leastChars = 60;  // a sentence
+  QInputDialog dialog(FrontWindow());
+  dialog.setWindowTitle(ProgramTitle);
+  dialog.setLabelText(text);
+  dialog.setInputMode(QInputDialog::TextInput);
+  if (auto* box = dialog.findChild<QLineEdit*>())
+    box->setMinimumWidth(leastChars * box->fontMetrics().averageCharWidth());
+  const bool accepted = dialog.exec() == QDialog::Accepted;
+  return accepted ? std::optional(dialog.textValue()) : std::nullopt;
 }
 
 /// "Text (*.T3)|*.T3|All Files (*.*)|*.*" as the toolkit writes it, in either letter case.
