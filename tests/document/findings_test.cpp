@@ -122,7 +122,10 @@ TEST_F(FindingsTest, AnItemIsFoundByNameOrNumberWithItsUses) {
   EXPECT_EQ(words("fl 1a input 2").first(), "FL 1A INPUT 2");
   EXPECT_EQ(words("dimmer 3").filter("DIMMER 3 OUTPUT").size(), 4);
   EXPECT_EQ(words("D3.2"), QStringList("DIMMER 3 OUTPUT 2"));
-  for (const char* item : {"RELAY 12", "GROUP 12", "INPUT 12", "TIMER 12", "PRESET 12", "FL 12"}) {
+  EXPECT_EQ(words("dimmer 0A"), words("dimmer 10")) << "as the screens count";
+  EXPECT_EQ(words("dimmer 0A").size(), 4);
+  for (const char* item : {"RELAY 12", "GROUP 12", "INPUT 12", "TIMER 12", "PRESET 12", "FL 12",
+                           "DIMMER 12 OUTPUT 1"}) {
     EXPECT_TRUE(words("12").contains(item)) << item;
   }
   EXPECT_TRUE(words("nobody").isEmpty());

@@ -44,6 +44,7 @@ QString Plain(const QString& code) {
 
 /// Whether a plain text is the item's code, its letter and number, or its number alone.
 bool IsCodeOf(const QString& plain, const SearchedKind& kind, const Item& item) {
+  constexpr int hexadecimal = 16;
   const QString code = Plain(ItemCode(item));
   if (plain == code) return true;
   const QLatin1StringView letter(kind.Letter);
@@ -52,7 +53,10 @@ bool IsCodeOf(const QString& plain, const SearchedKind& kind, const Item& item) 
       return false;
     case ItemKind::DimmerOutput: {
       const QString device = QString::number(item.Number + 1);
-      return plain == QStringLiteral("DIMMER") + device || plain == letter + device ||
+      // The screens count the devices 01 to 0C.
+      const QString shown = QString::number(item.Number + 1, hexadecimal).toUpper();
+      return plain == device || plain == QStringLiteral("DIMMER") + device ||
+             plain == QStringLiteral("DIMMER") + shown || plain == letter + device ||
              plain == QStringLiteral("%1%2.%3").arg(letter, device).arg(item.Part + 1);
     }
     case ItemKind::Device:
