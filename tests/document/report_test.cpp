@@ -74,6 +74,13 @@ TEST_F(ReportTest, TellsWhatIsUsedInNamesAndActionWords) {
 TEST_F(ReportTest, SheetsHaveEachCellOfItsType) {
   LoadEveryCode();
   PanelRecord.PanelName = "12E5";
+  PanelRecord.LocalPilot(1) = 1;
+  // Its second row is of a timer.
+  for (int i = 0; i < ItemCount; ++i) {
+    PanelRecord.InputRelayControl(i, 1) = PanelRecord.TimerRelayControl(i, 1) = 0;
+  }
+  PanelRecord.InputType(7) = static_cast<Int16>(InputKind::TimerDisable);
+  PanelRecord.InputRelayControl(7, 1) = 1;
   const auto sheets = BuildSheets(LiveProject);
   const std::tuple<std::string, std::string, std::size_t, Kind, int, std::string> cells[] = {
       {"Panel Settings", "Value", 0, Kind::Text, 0, "12E5"},
@@ -95,6 +102,9 @@ TEST_F(ReportTest, SheetsHaveEachCellOfItsType) {
       {"Dimmer Controls", "Control", 127, Kind::Number, 16, "16"},
       {"Dimmer Relays", "Relays", 7, Kind::Text, 0, "01 13 48"},
       {"DMX Schedule", "DMX Channel", 0, Kind::Text, 0, "None"},
+      {"Local Input Pilot Schedule", "Pilot", 1, Kind::Text, 0, "On If Relay 02"},
+      {"Fennlink Pilot Schedule", "Pilot", 1, Kind::Text, 0, "On If Group 01"},
+      {"Relay Schedule", "Local Control", 1, Kind::Text, 0, ""},
   };
   for (const auto& [name, column, row, type, value, text] : cells) {
     SCOPED_TRACE(name + " " + column);
@@ -165,7 +175,7 @@ TEST_F(ReportTest, TellsItemsInARowAsOneAndAllThatScreensHold) {
       << "a timer that is none";
   EXPECT_EQ(Row("Bus Devices", "FL 03 INPUT 1").value(1), "off at 0/255 (0%), on at 51/255 (20%)");
   EXPECT_EQ(Row("Dimmers", "DIMMER 1 OUTPUT 3").value(3),
-            "follows RELAY 06\nwith them on 80 %, off 5 %");
+            "follows RELAY 06\nwith it on 80 %, off 5 %");
 }
 
 TEST_F(ReportTest, ItemsAndDaysInARowAreOneAndSheetsHaveARowForEachItem) {

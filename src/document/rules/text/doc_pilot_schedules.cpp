@@ -1,6 +1,8 @@
 #include "document/rules/text/doc_sections.h"
+#include "panel/code_page.h"
 #include "panel/fennlink_record.h"
 #include "panel/fennlink_types.h"
+#include "panel/field_facts.h"
 #include "panel/panel_record.h"
 #include "panel/pilot_code.h"
 #include "panel/words.h"
@@ -26,7 +28,8 @@ void DocLocalInputPilotSchedule(DocumentText& text, const Project& project) {
     const std::string_view source = Word(LocalPilotSources, PilotSource(pilot));
     if (source.empty()) continue;
     text.Cell(input + 1, 2).Cell(panel.InputName(input));
-    text.Cell(LinedUp(PilotTarget(source))).Number(PilotNumber(pilot) + 1, 2).EndRow();
+    text.Cell(LinedUp(PilotTarget(source))).Number(PilotNumber(pilot) + 1, 2);
+    text.InSheet([&] { return FromUnicode(told::LocalPilot(project, {}, pilot)); }).EndRow();
   }
 }
 
@@ -45,7 +48,7 @@ void DocFennlinkPilotSchedule(DocumentText& text, const Project& project) {
       if (!word.empty()) text.Text(PilotTarget(word)).Text("  ");
       if (source == 0) text.Text((pilot & 1) != 0 ? "On" : "Off");
       if (source != 0 && !word.empty()) text.Number(PilotNumber(pilot) + 1, 2);
-      text.EndRow();
+      text.InSheet([&] { return FromUnicode(told::DevicePilot(project, {}, pilot)); }).EndRow();
     }
   }
 }

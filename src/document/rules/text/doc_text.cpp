@@ -127,7 +127,7 @@ void DocumentText::AddRow() {
 
 void DocumentText::EndCell() {
   row_.back().Text = bytes_.substr(cellStart_);
-  if (!sheetWords_.empty()) row_.back() = {std::exchange(sheetWords_, {})};
+  if (const auto words = std::exchange(sheetWords_, std::nullopt)) row_.back() = {*words};
 }
 
 void DocumentText::NextItem(char separator) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <initializer_list>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -104,8 +105,8 @@ class DocumentText {
   std::size_t table_ = NoTable;  ///< The one that rows are added to.
   std::string title_;
   std::size_t cellStart_ = 0;
-  std::vector<DocumentCell> row_;  ///< The texts are filled in as the cells end.
-  std::string sheetWords_;         ///< In place of the text of the last cell.
+  std::vector<DocumentCell> row_;          ///< The texts are filled in as the cells end.
+  std::optional<std::string> sheetWords_;  ///< In place of the text of the last cell.
   std::vector<DocumentCell> lead_;
   std::vector<std::string> leadColumns_;
   std::size_t leader_ = NoTable;  ///< The table that gives the lead and has none.
