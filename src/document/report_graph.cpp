@@ -37,17 +37,20 @@ class GraphLayout {
   }
 
   void LayOut() {
-    paper_.AddText(small_, left_, paper_.Y, width_, graph_.Title);
+    // The words below tell what the title has no room for.
+    const double room = width_ - paper_.Millimetres(RoomBetween);
+    paper_.AddText(
+        small_, left_, paper_.Y, room,
+        QFontMetricsF(small_, &paper_.Device()).elidedText(graph_.Title, Qt::ElideRight, room));
     AddAreas();
     AddAxes();
     AddCurve();
-    const QRectF room(left_, frame_.bottom() + LinesOfAxis(graph_) * smallLine_,
-                      width_ - paper_.Millimetres(RoomBetween),
-                      HeightOfWords(graph_, paper_, width_));
-    paper_.Add([room, font = small_, words = graph_.Words](QPainter& painter) {
+    const QRectF below(left_, frame_.bottom() + LinesOfAxis(graph_) * smallLine_, room,
+                       HeightOfWords(graph_, paper_, width_));
+    paper_.Add([below, font = small_, words = graph_.Words](QPainter& painter) {
       painter.setFont(font);
       painter.setPen(Qt::black);
-      painter.drawText(room, Qt::AlignLeft | Qt::TextWordWrap, words);
+      painter.drawText(below, Qt::AlignLeft | Qt::TextWordWrap, words);
     });
   }
 
@@ -118,7 +121,8 @@ class GraphLayout {
 
 }  // namespace
 
-void LayOutGraphs(const std::vector<ReportGraph>& graphs, ReportPaper& paper) {
+void LayOutGraphs(const std::vector<ReportGraph>& graphs, ReportPaper& paper,
+                  const std::function<void()>& onNewPage) {
   const double step = paper.Width() / GraphsOfRow;
   for (std::size_t first = 0; first < graphs.size(); first += GraphsOfRow) {
     const std::size_t end = std::min(first + GraphsOfRow, graphs.size());
@@ -128,7 +132,10 @@ void LayOutGraphs(const std::vector<ReportGraph>& graphs, ReportPaper& paper) {
           below, LinesOfAxis(graphs[i]) * paper.Line() + HeightOfWords(graphs[i], paper, step));
     }
     const double height = 1.5 * paper.Line() + paper.Millimetres(GraphHeight) + below;
-    if (height > paper.Left()) paper.NewPage();
+    if (height > paper.Left()) {
+      paper.NewPage();
+      onNewPage();
+    }
     if (!paper.IsFresh()) paper.Y += paper.Line();
     for (std::size_t i = first; i < end; ++i) {
       GraphLayout(graphs[i], paper, static_cast<double>(i - first) * step, step).LayOut();

@@ -142,7 +142,8 @@ class ReportLayout {
           ++done_;
           if (progress_) progress_(static_cast<int>(100 * done_ / rows_));
         });
-    LayOutGraphs(chapter.Graphs, paper_);
+    LayOutGraphs(chapter.Graphs, paper_,
+                 [&] { paper_.Say(title, chapter.Title + QStringLiteral(", continued")); });
   }
 
   void AddPlace(const QString& title) {

@@ -51,7 +51,10 @@ std::shared_ptr<ReportTable::Row> ReportTable::LaidRow(const QStringList& cells,
       row->Ticked = text == ReportTick;
       text.clear();
     }
-    if (chapter_.RunOn && i > 0) text.replace(u'\n', QLatin1StringView("; "));
+    if (chapter_.RunOn && i > 0) {
+      text.replace(QLatin1StringView("\nThrough "), QLatin1StringView("\nthrough "));
+      text.replace(u'\n', QLatin1StringView("; "));
+    }
     text.replace(u'\n', QChar::LineSeparator);
     auto layout = std::make_unique<QTextLayout>(text, font, &paper_.Device());
     QTextOption option;

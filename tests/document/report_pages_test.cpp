@@ -105,6 +105,35 @@ TEST_F(ReportPagesTest, ALargeBuildingFitsTenPagesBesideWhatIsFilledIn) {
   keep("town_hall_letter.pdf", Paper::Letter);
 }
 
+TEST_F(ReportPagesTest, GraphsThatGoOnBehindABreakHaveTheirTitleAndDoNotTouch) {
+  constexpr int pairs = 22;
+  PanelRecord.IOCount(0) = 8;
+  for (int i = 0; i < 2 * pairs; ++i) {
+    PanelRecord.TimerTimeType(i) = static_cast<Int16>(i / 2 + i % 2);
+    PanelRecord.TimerRelayControl(i, i / 2) = static_cast<Int16>(i % 2 + 1);
+  }
+  for (int relay = 0; relay < pairs; ++relay) {
+    PanelRecord.RelayName(relay) = "A NAME THAT IS WIDER THAN ITS GRAPH BY FAR, AND AGAIN";
+  }
+  PageRecorder pages(QPageSize::A4);
+  LoadReportWriter()->Paint(Report(), pages);
+  int continued = 0;
+  for (const auto& page : pages.Pages()) {
+    const auto isGraph = [](const PrintedText& text) { return text.Text.endsWith(u'\u2026'); };
+    std::vector<PrintedText> titles;
+    std::copy_if(page.begin(), page.end(), std::back_inserter(titles), isGraph);
+    for (std::size_t i = 1; i < titles.size(); ++i) {
+      if (titles[i].Base == titles[i - 1].Base) {
+        EXPECT_GT(titles[i].Left, titles[i - 1].Right + pages.Millimetres(2));
+      }
+    }
+    if (titles.empty() || !page.front().Text.startsWith("The Year 2026, continued")) continue;
+    ++continued;
+    EXPECT_LT(page.front().Base, titles.front().Base);
+  }
+  EXPECT_GE(continued, 1);
+}
+
 TEST_F(ReportPagesTest, ARowThatGoesOnBehindABreakHasItsName) {
   LoadEveryCode();
   PanelRecord.RelayName(0) = "FOYER";

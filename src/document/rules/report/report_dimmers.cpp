@@ -79,12 +79,17 @@ QStringList DimmerSettings(const Project& project, const Item& item, const Dimme
 /// What it follows and tracks; what controls it stands in its slots.
 QStringList DimmerFollows(const DimmerOutput& output, const QString& does) {
   QStringList lines;
+  int relays = 0;
+  for (int relay = 0; relay < ItemCount; ++relay) {
+    relays += output(dim::RelayInclude, relay) != 0 ? 1 : 0;
+  }
   for (const QString& line : does.split(u'\n', Qt::SkipEmptyParts)) {
     if (line.startsWith(QLatin1StringView("is controlled by"))) continue;
     lines << line;
     if (!line.startsWith(QLatin1StringView("follows"))) continue;
-    lines << QStringLiteral("with them on %1, off %2")
-                 .arg(InPercent(output(dim::RelayOnLevel)), InPercent(output(dim::RelayOffLevel)));
+    lines << QStringLiteral("with %1 on %2, off %3")
+                 .arg(QLatin1StringView(relays == 1 ? "it" : "them"),
+                      InPercent(output(dim::RelayOnLevel)), InPercent(output(dim::RelayOffLevel)));
   }
   return lines;
 }
