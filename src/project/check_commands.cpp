@@ -2,14 +2,9 @@
 
 #include <algorithm>
 
-#include "document/rules/check/accepted.h"
 #include "project/places.h"
 #include "project/rows.h"
 
-namespace {
-
-/// What is accepted beside a project's file; panels, their memory and standard input have nothing
-/// beside them. A damaged list is told, and counts for nothing.
 std::vector<Acceptance> AcceptedAt(const QString& place, ExitStatus& status) {
   try {
     if (place != u"-" && !IsPanelMemory(place)) return ReadAccepted(place);
@@ -19,8 +14,6 @@ std::vector<Acceptance> AcceptedAt(const QString& place, ExitStatus& status) {
   }
   return {};
 }
-
-}  // namespace
 
 ExitStatus Check(const CommandLine& line, const QStringList& files) {
   const ProjectRead read = LoadProject(files[0]);

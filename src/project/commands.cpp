@@ -55,6 +55,7 @@ ExitStatus Report(const CommandLine& line, const QStringList& files) {
   const Paper paper = line.Paper.isEmpty()      ? UsualPaper()
                       : line.Paper == u"letter" ? Paper::Letter
                                                 : Paper::A4;
+  ExitStatus status = StatusGood;
   if (!line.Pdf.isEmpty()) {
     ReportFacts facts{.FileName = files[0], .Date = line.Date};
     if (files[0] == u"-") {
@@ -62,7 +63,7 @@ ExitStatus Report(const CommandLine& line, const QStringList& files) {
     } else if (!IsPanelMemory(files[0])) {
       facts = FactsOfFile(files[0], line.Date);
       facts.Cover = ReadCover(files[0]);
-      facts.Accepted = ReadAccepted(files[0]);
+      facts.Accepted = AcceptedAt(files[0], status);
       facts.Tested = ReadTested(files[0]);
     }
     facts.FileEndsEarly = !read.Whole;
@@ -71,7 +72,7 @@ ExitStatus Report(const CommandLine& line, const QStringList& files) {
   if (!line.Workbook.isEmpty()) {
     StoreBytes(line.Workbook, ReportWorkbook(read.Content, line.Date, line.Workbook));
   }
-  return StatusGood;
+  return status;
 }
 
 ExitStatus Image(const CommandLine&, const QStringList& files) {

@@ -161,6 +161,9 @@ TEST_F(ProjectProgramTest, TellsTheFindingsThatAreAskedFor) {
   EXPECT_EQ(Run({"check", bad}), 2);
   EXPECT_TRUE(rules().contains("image-element")) << "a damaged list hides nothing";
   EXPECT_TRUE(errors.contains("see line 1")) << errors.toStdString();
+  const QString pdf = folder.filePath("bad.pdf");
+  EXPECT_EQ(Run({"report", bad, "--pdf", pdf}), 2);
+  EXPECT_TRUE(errors.contains("see line 1") && QFile::exists(pdf)) << errors.toStdString();
 
   EXPECT_EQ(Run({"check", bad, "--rule", "loud"}), 2);
   EXPECT_TRUE(errors.contains("there is no rule \"loud\"")) << errors.toStdString();
