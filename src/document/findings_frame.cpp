@@ -117,6 +117,7 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
   lblFound = new Label;
   lblFound->setObjectName(QStringLiteral("lblFound"));
   lblFound->SetLook(Label::Look::Quiet);
+  lblFound->SetElideMode(Qt::ElideRight);
   auto* found = new QHBoxLayout;
   column->addLayout(found);
   found->addWidget(lblFound, 1);
