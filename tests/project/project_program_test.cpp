@@ -50,8 +50,8 @@ TEST_F(ProjectProgramTest, ThePageForTheShellCompletesCommandsOptionsAndRules) {
     const QString program = QFileInfo(QStringLiteral(PROJECT_PROGRAM)).absolutePath();
     shell.setEnvironment(Environment() << "PATH=" + program + ":/usr/bin:/bin");
     const QString script =
-        QStringLiteral("source " GUIDE_FOLDER
-                       "/../../packaging/tamberloom3-project.completion\n"
+        QStringLiteral("source '" GUIDE_FOLDER
+                       "/../../packaging/tamberloom3-project.completion'\n"
                        "COMP_WORDS=(\"$@\") COMP_CWORD=$(($# - 1))\n_tamberloom3_project\n"
                        "echo \"${COMPREPLY[*]}\"");
     shell.start("bash", QStringList{"-c", script} + (QStringList{"bash", "x"} + words));
