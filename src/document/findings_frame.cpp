@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QScopeGuard>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 #include <QVBoxLayout>
@@ -148,6 +149,11 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
   cmdTakeOver->setToolTip(
       QStringLiteral("Takes the other side's values of the selected rows into this project. Ctrl+A "
                      "selects all rows on show."));
+  auto* accept = new QShortcut(Qt::Key_Insert, lstFindings, nullptr, nullptr, Qt::WidgetShortcut);
+  connect(accept, &QShortcut::activated, this, [this] {
+    if (auto* current = lstFindings->currentItem()) current->setSelected(true);
+    if (cmdAccept->isVisible()) cmdAccept->click();
+  });
   row->addStretch(1);
   lstFindings->setSelectionMode(QAbstractItemView::ExtendedSelection);
   lstFindings->header()->setSectionsClickable(true);

@@ -67,7 +67,8 @@ TEST_F(ActingOnFindingsTest, AcceptedIsKeptBesideTheFileUntilTheFindingSaysSomet
   EXPECT_EQ(Text("lblMark"), "Nothing is accepted without a reason.");
   nextText = "Wired\tnext\nspring";
   const std::string bytes = Bytes();
-  Press("cmdAccept");
+  List().setFocus();
+  QTest::keyClick(&List(), Qt::Key_Insert);
   EXPECT_EQ(Bytes(), bytes);
   EXPECT_EQ(Content(file + ".accepted"),
             "Rule\tItem\tReason\tDate\tFinding\nempty-group\tTIMER 07\tWired next spring\t"
