@@ -94,6 +94,8 @@ void frmT3Connect::ConnectFailed(const QString& trouble) {
 
 void frmT3Connect::DisconnectQZ() {
   Timer1->SetEnabled(false);
+  // What was told of the panel's state holds until a session has come and gone.
+  if (!fraOnLineFunctions->isHidden()) line->lblLeft->setVisible(false);
   HardwareChecked = 0;
   ForgetRequests();
   DisconnectPanel();

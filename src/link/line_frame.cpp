@@ -96,6 +96,9 @@ LineFrame::LineFrame() {
   lblModem->setVisible(false);
   lblTrouble = WrappedLine("lblTrouble");
   column->addWidget(lblTrouble, 1);
+  lblLeft = WrappedLine("lblLeft");
+  lblLeft->setVisible(false);
+  column->addWidget(lblLeft);
   cmdSaveLog = NamedControl<Button>(nullptr, "cmdSaveLog", QStringLiteral("Save Log..."));
   cmdSaveLog->setToolTip(QStringLiteral(
       "What has been said on the line since it was connected, without the password"));

@@ -37,6 +37,7 @@ class LineFrame : public QWidget {
   Button* cmdSaveLog = nullptr;
   Label* lblModem = nullptr;
   QLabel* lblTrouble = nullptr;
+  QLabel* lblLeft = nullptr;       ///< In what state a panel was left, until the next session ends.
   QLabel* lblForbidden = nullptr;  ///< Below the ports: why one that is there is off.
 
  private:

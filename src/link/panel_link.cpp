@@ -27,9 +27,10 @@ void PanelConnectionLost(const QString& left) {
   }
   MsgBox(QStringLiteral("Connection To Tamberloom 3 Panel Lost"), MsgIcon::Exclamation,
          ProgramTitle);
-  if (auto* trouble = form ? form->findChild<QLabel*>(QStringLiteral("lblTrouble")) : nullptr;
-      trouble && !left.isEmpty()) {
-    trouble->setText(left);
+  if (auto* told = form ? form->findChild<QLabel*>(QStringLiteral("lblLeft")) : nullptr;
+      told && !left.isEmpty()) {
+    told->setText(left);
+    told->setVisible(true);
   }
   UpdateStatusBar();
 }

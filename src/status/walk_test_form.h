@@ -15,6 +15,7 @@ class frmT3WalkTest : public PollingForm {
   frmT3WalkTest();
   void Form_Load() override;
   void Form_Unload() override;
+  void PutPanelBack() override;
   QWidget* FirstFocus() override;
 
   void ChooseWalk(Walk walk);

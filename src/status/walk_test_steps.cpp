@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <tuple>
+#include <utility>
 
 #include "line/panel_commands.h"
 #include "link/panel_link.h"
@@ -155,12 +156,14 @@ void frmT3WalkTest::Lost() {
   PanelConnectionLost(left);
 }
 
+void frmT3WalkTest::PutPanelBack() {
+  const int relay = std::exchange(inHand_, -1);
+  if (relay < 0 || Connected == 0) return;
+  std::ignore = SwitchRelay(relay, found_->at({ItemKind::Relay, relay}).Active);
+}
+
 void frmT3WalkTest::Form_Unload() {
-  // The program ends in the middle of a walk.
-  if (inHand_ >= 0 && Connected != 0) {
-    std::ignore = SwitchRelay(inHand_, found_->at({ItemKind::Relay, inHand_}).Active);
-  }
-  inHand_ = -1;
+  PutPanelBack();
   PollingForm::Form_Unload();
 }
 

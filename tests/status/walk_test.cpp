@@ -24,6 +24,15 @@ class WalkTest : public LivePanelTest {
     for (const TestedItem& one : ReadTested(CurrentFileName)) items += one.Item.toStdString() + ";";
     return items;
   }
+  void WalkUntil(const std::function<void()>& end) {
+    OpenWalk(1);
+    Press("cmdWalk");
+    EXPECT_TRUE(panel.Relay(0));
+    commands.clear();
+    end();
+    EXPECT_TRUE(Switched().starts_with("10000"));
+    EXPECT_FALSE(panel.Relay(0));
+  }
   /// "10021 10020": what was switched since the last look.
   std::string Switched() {
     std::string told;
@@ -130,14 +139,28 @@ TEST_F(WalkTest, RelaysAreSteppedAndLeftAsTheyWereFound) {
   EXPECT_EQ(Ticked(), "RELAY 01;");
 }
 
-TEST_F(WalkTest, TheEndOfTheProgramPutsTheRelayBackAndALostLineTellsWhichStayedOn) {
-  OpenWalk(1);
-  Press("cmdWalk");
-  commands.clear();
-  window->UnloadAllForms();
-  EXPECT_EQ(Switched(), "10000");
+TEST_F(WalkTest, AScreenThatIsClosedPutsTheRelayBack) {
+  WalkUntil([this] { window->UnloadAllForms(); });
   EXPECT_TRUE(MenusOn());
+}
 
+TEST_F(WalkTest, AProgramThatIsClosedPutsTheRelayBack) {
+  WalkUntil([this] { window->close(); });
+}
+
+TEST_F(WalkTest, ADesktopThatEndsPutsTheRelayBack) {
+  WalkUntil([this] { window->EndKeepingWork(); });
+}
+
+/// A reading over TCP delivers events. Its answer, which comes first, is none to the switching.
+TEST_F(WalkTest, AProgramThatIsClosedInTheMiddleOfAReadingPutsTheRelayBack) {
+  WalkUntil([this] {
+    whileWaiting = [this] { window->close(); };
+    Tick(window->LoadedForm(Screen::WalkTest));
+  });
+}
+
+TEST_F(WalkTest, ALostLineTellsWhichRelayStayedOn) {
   ChildForm* form = OpenWalk(1);
   Press("cmdWalk");
   commands.clear();
@@ -145,7 +168,9 @@ TEST_F(WalkTest, TheEndOfTheProgramPutsTheRelayBackAndALostLineTellsWhichStayedO
   Tick(form);
   EXPECT_EQ(messages.back().Text, "Connection To Tamberloom 3 Panel Lost");
   EXPECT_EQ(Switched(), "");
-  EXPECT_EQ(Find<QLabel>("lblTrouble").text(),
+  Click(Find<CheckBox>("chkConnectionType", 0));
+  EXPECT_TRUE(Shows("lblLeft"));
+  EXPECT_EQ(Find<QLabel>("lblLeft").text(),
             "The walk test could not put RELAY 01 back: it may have stayed on.");
 }
 

@@ -38,6 +38,8 @@ class ChildForm : public QWidget {
   /// Runs instead of Form_Unload on a screen that stays loaded when it leaves the front.
   virtual void Form_Hide() {}
   virtual bool StaysLoaded() const { return false; }
+  /// Runs before the program ends a session: what the screen switched for a while goes back.
+  virtual void PutPanelBack() {}
   /// The control that has the focus when the screen comes to the front, by which a key pressed too
   /// often changes nothing: the first in the order of Tab, of a group the chosen option, of a grid
   /// the first value. Null where none takes it.

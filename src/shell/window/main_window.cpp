@@ -304,6 +304,7 @@ void frmT3MasterMDI::TearDown() {
   } else if (!keepsWork_) {
     recovery_.Remove();
   }
+  screens_->PutPanelBack();
   if (Link.DisconnectQZ) Link.DisconnectQZ();
   screens_->UnloadForGood();
 }

@@ -124,6 +124,16 @@ void ScreenStack::UnloadForGood() {
   for (const ScreenEntry& entry : screens_) Unload(entry.Name);
 }
 
+void ScreenStack::PutPanelBack() {
+  ChildForm* form = FrontForm();
+  if (!form) return;
+  try {
+    form->PutPanelBack();
+  } catch (const std::exception&) {
+    // The program ends whatever the line says.
+  }
+}
+
 void ScreenStack::ShowAbout() {
   UnloadAll();
   Show(Screen::About);

@@ -31,6 +31,8 @@ class ScreenStack : public QWidget {
   /// Hides those that stay loaded.
   void UnloadAll();
   void UnloadForGood();
+  /// The session ends with the program: the screen in front puts back what it has switched.
+  void PutPanelBack();
   /// Nothing is shown but About.
   void ShowAbout();
   void SetCloseEnabled(bool enabled) { cmdClose_->setEnabled(enabled); }
