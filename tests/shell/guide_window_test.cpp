@@ -1,7 +1,9 @@
 #include "shell/window/guide_window.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QAccessible>
 #include <QDialog>
+#include <QDir>
 #include <QMenu>
 #include <QTextBlock>
 
@@ -74,6 +76,33 @@ TEST_F(GuideTest, F1ShowsThePageOfTheScreenInFrontInOneWindow) {
   QTest::keyClick(window.get(), Qt::Key_F1);
   EXPECT_EQ(Page(), "index.md");
   EXPECT_EQ(GuidePage(Screen::AddOnModuleModBus), "add_on_module_mod_bus.md");
+}
+
+/// The toolkit lays out what has changed, and must come to what it makes of the whole page.
+TEST_F(GuideTest, EveryPartOfEveryPageHasItsPlaceAtEveryWidth) {
+  const auto places = [this](const QTextDocument& page) {
+    std::vector<QRectF> rects{{QPointF(), page.size()}};
+    for (QTextBlock block = page.begin(); block.isValid(); block = block.next()) {
+      rects.push_back(page.documentLayout()->blockBoundingRect(block));
+    }
+    return rects;
+  };
+  constexpr int leastWidth = 300;
+  int step = 0;
+  for (const QString& name : QDir(":/guide").entryList({"*.md"})) {
+    auto* guide = new GuideWindow(":/guide", window.get());
+    for (const bool shownAlready : {false, true}) {
+      guide->resize(leastWidth + step++ * 70 % 900, 588);
+      if (!shownAlready) guide->ShowPage(name);
+      guide->show();
+      QApplication::processEvents();
+      QTextDocument& page = *View().document();
+      const auto shown = places(page);
+      page.markContentsDirty(0, page.characterCount());
+      EXPECT_TRUE(shown == places(page)) << name.toStdString() << " at " << guide->width();
+    }
+    delete guide;
+  }
 }
 
 TEST_F(GuideTest, F1IsTheGuidesWhateverHasTheFocus) {

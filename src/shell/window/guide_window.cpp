@@ -134,9 +134,13 @@ QVariant GuideView::loadResource(int type, const QUrl& name) {
   return QStringLiteral("The page \"%1\" of the guide cannot be read.").arg(url.fileName());
 }
 
-/// What the page's text leaves open: the look of tables and links, the size of pictures.
+/// What the page's text leaves open: the look of tables and links, the size of pictures. All of it
+/// is one change, behind which the whole page is laid out: the toolkit, which lays a page out piece
+/// by piece, leaves out paragraphs where one change comes in the middle of what another asks for.
 void GuideView::DressPage() {
   constexpr int cellPadding = 4;
+  QTextCursor all(document());
+  all.beginEditBlock();
   for (QTextFrame* frame : document()->rootFrame()->childFrames()) {
     auto* table = qobject_cast<QTextTable*>(frame);
     if (!table) continue;
@@ -165,6 +169,8 @@ void GuideView::DressPage() {
   look.setFontUnderline(true);
   for (QTextCursor& link : links) link.mergeCharFormat(look);
   for (QTextCursor& picture : pictures) FitPicture(picture);
+  document()->markContentsDirty(0, document()->characterCount());
+  all.endEditBlock();
 }
 
 void GuideView::FitPicture(QTextCursor& place) {
