@@ -131,16 +131,20 @@ void OnLineFrame::ShowStatus(const PanelStatus& status) {
   const QDateTime clock = status.Clock();
   const QString apart = clock.isValid() ? ApartInWords(Now().secsTo(clock))
                                         : QStringLiteral("The panel's clock shows no valid time");
+  // Four readings a second would leave nobody the time to read it.
+  constexpr qint64 toldMs = 10'000;
+  if (clockSet_ && !setRead_) setRead_.emplace();
+  if (clockSet_ && setRead_->ElapsedMs() > toldMs) clockSet_ = false;
   lblClock->SetCaption(
       !clockSet_ ? apart
                  : QStringLiteral("Set. %1, as only hours and minutes are sent").arg(apart));
-  clockSet_ = false;
   lblIOInstalled->SetCaption(TwoDigits(status.Points) + QStringLiteral(" Inputs/Relays"));
   lblAddOnCardTypeRev->SetCaption(AddOnCardText(status.CardType, status.CardRevision));
 }
 
 void OnLineFrame::TellClockSet(bool answered, bool isReadByItself) {
   clockSet_ = answered;
+  setRead_.reset();
   if (!answered) {
     lblClock->SetCaption(QStringLiteral("The clock may not be set: no answer came"));
   } else if (!isReadByItself) {

@@ -2,10 +2,12 @@
 
 #include <QGroupBox>
 #include <functional>
+#include <optional>
 
 #include "line/panel_replies.h"
 #include "link/password_frame.h"
 #include "link/transfer_progress.h"
+#include "panel/stopwatch.h"
 #include "shell/controls/accessible_controls.h"
 
 /// How many errors the check finds in the project, told before a download and forbidding nothing.
@@ -45,7 +47,8 @@ class OnLineFrame : public QGroupBox {
   Label* lblPanelDate = nullptr;
   QString weekday_;           ///< In front of the panel's date; a weekday that is none leaves it.
   Label* lblClock = nullptr;  ///< How far the panel's clock is from this computer's.
-  bool clockSet_ = false;     ///< Since the last reading.
+  bool clockSet_ = false;     ///< Still told by the readings.
+  std::optional<Stopwatch> setRead_;  ///< Since the first reading behind that.
   Label* lblIOInstalled = nullptr;
   Label* lblAddOnCardTypeRev = nullptr;
   Label* lblErrors = nullptr;

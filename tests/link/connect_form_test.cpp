@@ -144,6 +144,10 @@ TEST_F(ConnectTest, ThePanelsHardwareIsAdoptedOnYesAndItsClockSet) {
   lines.Socket.Replies = {{FrameReply("1707000B161A000009200000000000")}};
   Press("cmdRefresh");
   EXPECT_EQ(Text("lblClock"), "Set. The panel is 45 s behind, as only hours and minutes are sent");
+  lines.Socket.Replies = {{FrameReply("1707010B161A000009200000000000")}};
+  Press("cmdRefresh");
+  EXPECT_EQ(Text("lblClock"), "Set. The panel is 44 s behind, as only hours and minutes are sent");
+  lines.Clock.NowMs += 10'000;
   lines.Socket.Replies = {{FrameReply("1709320B161A000009200000000000")}};
   Press("cmdRefresh");
   EXPECT_EQ(Text("lblClock"), "The panel is 2 min 5 s ahead");
