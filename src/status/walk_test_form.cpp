@@ -98,6 +98,10 @@ void frmT3WalkTest::Form_Load() {
   }
   connect(lstItems, &QTreeWidget::itemActivated, this,
           [this] { RunHandler([this] { lstItems_Click(); }); });
+  // Relays begin with the current row.
+  connect(lstItems, &QTreeWidget::currentItemChanged, this, [this] {
+    if (!front_ && !Polling()) ShowFront();
+  });
   column->addWidget(lstItems, 1);
   lblTold = Add<Label>(column, "lblTold");
   lblTold->SetLook(Label::Look::Quiet);
@@ -183,7 +187,10 @@ void frmT3WalkTest::ShowFront() {
   QString front =
       Polling() ? QStringLiteral("Press a switch.") : QStringLiteral("Begin, then press switches.");
   if (Chosen() == Walk::Relays && !Polling()) {
-    front = QStringLiteral("Begin, and the first relay goes on.");
+    const int first = std::max(0, lstItems->indexOfTopLevelItem(lstItems->currentItem()));
+    front = rows_.empty() ? QString()
+                          : QStringLiteral("Begin, and %1 goes on first.")
+                                .arg(ItemText(LiveProject, rows_[static_cast<std::size_t>(first)]));
   }
   if (front_) {
     const auto state = states_.find(*front_);
