@@ -130,6 +130,9 @@ TEST_F(MainWindowTest, SaveDialogsBeginWithANameInTheProjectsFolder) {
       EXPECT_EQ(box->text(), name);
       EXPECT_EQ(box->selectedText(), QFileInfo(name).completeBaseName());
       EXPECT_EQ(dialog->directory().path(), Path(where));
+      const auto typed = QFileInfo(name).suffix().prepend('.');
+      QTest::keyClicks(box, "School" + typed);
+      EXPECT_EQ(box->text(), "School" + typed) << "not twice";
       box->setText("School");
       QTest::keyClick(box, file ? Qt::Key_Return : Qt::Key_Escape);
     });

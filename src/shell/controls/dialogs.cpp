@@ -147,9 +147,16 @@ void SuggestName(QFileDialog& dialog, const FileRequest& request) {
     name = stem + request.Filter.section(u'|', 1, 1).mid(1);
   }
   dialog.selectFile(name);
-  if (auto* box = dialog.findChild<QLineEdit*>()) {
-    box->setSelection(0, static_cast<int>(QFileInfo(name).completeBaseName().size()));
-  }
+  auto* box = dialog.findChild<QLineEdit*>();
+  if (!box) return;
+  const auto stem = QFileInfo(name).completeBaseName().size();
+  box->setSelection(0, static_cast<int>(stem));
+  // Who types the ending, too, types it over the one that stays.
+  QObject::connect(box, &QLineEdit::textEdited, box, [box, ending = name.mid(stem)](QString typed) {
+    const auto behind = typed.size() - ending.size();
+    if (ending.isEmpty() || box->cursorPosition() != behind) return;
+    if (typed.endsWith(ending + ending, Qt::CaseInsensitive)) box->setText(typed.left(behind));
+  });
 }
 
 /// A project saved with another ending, or none, is found again under all files.
