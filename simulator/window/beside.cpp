@@ -18,15 +18,15 @@ QRect RoomBeside(const QRect& window, const QRect& screen, QSize wanted, int lea
 }
 
 void StandBeside(QWidget& window, const QRect& other, int least) {
-  // The frame that the desktop draws is not known before the window is on show.
+  // How wide a frame the desktop draws is not known before the window has been on show for a while,
+  // and a window that is moved until then leaves no room for it.
   constexpr int border = 2;
   constexpr int title = 30;
   const QMargins frame(border, title, border, border);
   const QRect room = RoomBeside(other, window.screen()->availableGeometry(),
                                 window.size().grownBy(frame), least + 2 * border);
   window.setWindowState(Qt::WindowNoState);
-  window.resize(room.marginsRemoved(frame).size());
-  window.move(room.topLeft());
+  window.setGeometry(room.marginsRemoved(frame));
 }
 
 }  // namespace simulator

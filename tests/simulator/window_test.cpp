@@ -16,6 +16,7 @@
 #include <QtTest/QTest>
 
 #include "opened_window.h"
+#include "simulator/window/beside.h"
 #include "simulator/window/day_picture.h"
 #include "simulator/window/relay_view.h"
 
@@ -215,6 +216,13 @@ TEST_F(PanelWindowTest, FoldsToClockEventsAndLampsAndTellsIt) {
   EXPECT_TRUE(Comes([&] { return Window->width() == PanelWindow::FoldedWidth; }));
   Trigger("Folded");
   EXPECT_TRUE(seen("input1"));
+}
+
+TEST_F(PanelWindowTest, LeavesRoomForItsTitleBesideTheProgram) {
+  StandBeside(*Window, {0, 0, 200, 500}, PanelWindow::FoldedWidth);
+  constexpr int titleBar = 20;
+  EXPECT_GE(Window->geometry().top(), titleBar);
+  EXPECT_GT(Window->geometry().left(), 200);
 }
 
 TEST_F(PanelWindowTest, EndsWithItsProgramAfterAQuestion) {
