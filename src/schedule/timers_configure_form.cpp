@@ -97,7 +97,14 @@ void frmT3TimersConfigure::AddNext() {
   lblTimerNext->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
   next->setAlignment(lblTimerNext, Qt::AlignTop);
   lblTimerNext->SetLook(Label::Look::Quiet);
-  lblTimerNext->setToolTip(QStringLiteral("By this computer's clock"));
+  lblTimerTime = AddLabel(next, "lblTimerTime", {});
+  lblTimerTime->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+  next->setAlignment(lblTimerTime, Qt::AlignTop);
+  lblTimerTime->SetLook(Label::Look::WebLink);
+  lblTimerTime->Click = [this] { lblTimerTime_Click(); };
+  for (Label* told : {lblTimerNext, lblTimerTime}) {
+    told->setToolTip(QStringLiteral("By this computer's clock"));
+  }
   auto* acts = new QVBoxLayout;
   acts->setSpacing(0);
   next->addLayout(acts);
@@ -253,14 +260,26 @@ void frmT3TimersConfigure::ShowNext() {
   const int timer = SelectedTimer();
   const QString next = NextInWords(LiveProject, timer, Now());
   const auto acts = ActsOfTimer(LiveProject, timer);
+  // A time of day is set here, all others elsewhere.
+  const bool leads =
+      !acts.empty() && !next.isEmpty() && KindOfTime(TimeOfTimer().Type) != TimeKind::Normal;
   lblTimerNext->SetCaption(acts.empty()     ? QStringLiteral("It does nothing yet.")
                            : next.isEmpty() ? QStringLiteral("It never fires by itself.")
+                           : leads          ? QStringLiteral("Next:")
                                             : QStringLiteral("Next: %1").arg(next));
+  lblTimerTime->SetCaption(leads ? next : QString());
+  lblTimerTime->setVisible(leads);
   for (int i = 0; i < lblTimerActs.Count(); ++i) {
     const bool has = i < static_cast<int>(acts.size());
     lblTimerActs(i).SetCaption(has ? acts[static_cast<std::size_t>(i)].Words : QString());
     lblTimerActs(i).setVisible(has);
   }
+}
+
+void frmT3TimersConfigure::lblTimerTime_Click() {
+  const bool astro = KindOfTime(TimeOfTimer().Type) == TimeKind::Astro;
+  UnloadAllForms();
+  ShowForm(astro ? Screen::AstroClockSettings : Screen::OpenAndCloseTimeNormalDays);
 }
 
 void frmT3TimersConfigure::lblTimerActs_Click(int index) {

@@ -26,6 +26,7 @@ class frmT3TimersConfigure : public ChildForm {
   void cboMinuteFromOpenClose_Click() { StoreOffset(*cboMinuteFromOpenClose); }
   void cboHolidayMonth_Click();
   void cboHolidayDate_Click();
+  void lblTimerTime_Click();
   void lblTimerActs_Click(int index);
 
  private:
@@ -64,5 +65,6 @@ class frmT3TimersConfigure : public ChildForm {
   ComboBox* cboHolidayDate = nullptr;
   Label* lblTimerInWords = nullptr;
   Label* lblTimerNext = nullptr;     ///< When it fires next, by this computer's clock.
+  Label* lblTimerTime = nullptr;     ///< That time, where it is set on another screen.
   ControlArray<Label> lblTimerActs;  ///< What it does then; each leads to its screen.
 };

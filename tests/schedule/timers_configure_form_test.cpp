@@ -84,6 +84,18 @@ TEST_F(TimersTest, WhatItDoesNextIsToldAndLeadsThere) {
   EXPECT_EQ(Text("lblTimerNext"), "Next: Dec 31, 4:41 PM");
   Choose("cboHolidayMonth", 1);
   EXPECT_EQ(Text("lblTimerNext"), "It never fires by itself.");
+  EXPECT_FALSE(Shows("lblTimerTime"));
+  const std::pair<int, const char*> elsewhere[] = {{1, "frmT3AstroClockSettings"},
+                                                   {2, "frmT3OpenAndCloseTimeNormalDays"}};
+  for (const auto& [kind, screen] : elsewhere) {
+    ClickOption("optDaysType", 0);
+    ClickOption("optTimeType", kind);
+    EXPECT_EQ(Text("lblTimerNext"), "Next:");
+    Find<Label>("lblTimerTime").Press();
+    EXPECT_TRUE(Shows(screen));
+    Menu("mnuConfigureTimers");
+    Choose("cboTimerNumber", 1);
+  }
   Find<Label>("lblTimerActs", 1).Press();
   ASSERT_NE(window->LoadedForm(Screen::TimerToGroupControl), nullptr);
   EXPECT_EQ(Chosen("cboTimer"), 1);
