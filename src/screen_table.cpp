@@ -217,11 +217,6 @@ ProgramScreens AllScreens() {
     return CountOf(counts.Errors, Severity::Error) + QStringLiteral(", ") +
            CountOf(counts.Warnings, Severity::Warning);
   };
-  const auto listFindings = [] {
-    FindingsList::OfProgram().Check();
-    UnloadAllForms();
-    ShowForm(Screen::Document);
-  };
   const auto compareWithFile = [](const QString& name) {
     FindingsList::OfProgram().SetNames(true);
     FindingsList::OfProgram().CompareWithFile(name);
@@ -236,7 +231,7 @@ ProgramScreens AllScreens() {
           .Screens = ScreenTable(),
           .CompareWithFile = compareWithFile,
           .CountFindings = countFindings,
-          .ListFindings = listFindings,
+          .ListFindings = ListFindings,
           .Find = [] { FindDialog(MainWindow()).exec(); },
           .ListTimers = listTimers,
           .StepFinding = [](int step) { FindingsList::OfProgram().Step(step); }};

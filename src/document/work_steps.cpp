@@ -10,6 +10,7 @@
 #include "panel/program_state.h"
 #include "panel/program_texts.h"
 #include "panel/remembered.h"
+#include "shell/controls/child_form.h"
 
 namespace {
 
@@ -38,39 +39,55 @@ QString SentInWords() {
   return QStringLiteral("Not sent to a panel from here yet");
 }
 
+std::function<void()> Opens(Screen screen) {
+  return [screen] {
+    UnloadAllForms();
+    ShowForm(screen);
+  };
+}
+
 }  // namespace
+
+void ListFindings() {
+  FindingsList::OfProgram().Check();
+  UnloadAllForms();
+  const ChildForm* form = ShowForm(Screen::Document);
+  auto* list = form ? form->findChild<QWidget*>(QStringLiteral("lstFindings")) : nullptr;
+  if (list && !FindingsList::OfProgram().Rows().empty()) list->setFocus();
+}
 
 std::vector<WorkStep> WorkStepsOfProgram() {
   const int points = InstalledPoints(LiveProject);
-  std::set<Item> users, groups;
-  int inputs = 0;
+  std::set<Item> users, groups, inputs;
   for (const Use& use : UsesOfProject(LiveProject)) {
-    const bool first = users.insert(use.User).second;
-    if (first && (use.User.Kind == ItemKind::Input || use.User.Kind == ItemKind::DeviceInput)) {
-      ++inputs;
-    }
+    users.insert(use.User);
     if (use.User.Kind == ItemKind::Group) groups.insert(use.User);
+    // An input is at work that does something or is followed; its own pilot is neither.
+    const Item& input = use.Effect == EffectFollows ? use.Used : use.User;
+    if (input.Kind == ItemKind::Input || input.Kind == ItemKind::DeviceInput) inputs.insert(input);
   }
   const auto timers = std::count_if(users.begin(), users.end(),
                                     [](const Item& item) { return item.Kind == ItemKind::Timer; });
   const int idle = IdleTimers(users);
   const auto& found = FindingsList::OfProgram().Counts();
   return {
-      points == 0 ? WorkStep{QStringLiteral("No points yet: say what the panel has"), Screen::Setup}
-                  : WorkStep{QStringLiteral("%1, %2 named")
-                                 .arg(Counted(points, QStringLiteral("relay")))
-                                 .arg(NamedOf(ItemKind::Relay, points)),
-                             Screen::EditRelayNames},
+      points == 0
+          ? WorkStep{QStringLiteral("No points yet: say what the panel has"), Opens(Screen::Setup)}
+          : WorkStep{QStringLiteral("%1, %2 named")
+                         .arg(Counted(points, QStringLiteral("relay")))
+                         .arg(NamedOf(ItemKind::Relay, points)),
+                     Opens(Screen::EditRelayNames)},
       {Counted(static_cast<qsizetype>(groups.size()), QStringLiteral("group")),
-       Screen::RelayGrouping},
-      {Counted(inputs, QStringLiteral("input at work"), QStringLiteral("inputs at work")),
-       Screen::InputOptions},
+       Opens(Screen::RelayGrouping)},
+      {Counted(static_cast<qsizetype>(inputs.size()), QStringLiteral("input at work"),
+               QStringLiteral("inputs at work")),
+       Opens(Screen::InputOptions)},
       {Counted(timers, QStringLiteral("timer at work"), QStringLiteral("timers at work")) +
            (idle > 0 ? QStringLiteral(", %1 idle").arg(idle) : QString()),
-       Screen::TimersConfigure},
+       Opens(Screen::TimersConfigure)},
       {CountOf(found.Errors, Severity::Error) + QStringLiteral(", ") +
            CountOf(found.Warnings, Severity::Warning),
-       Screen::Document},
-      {SentInWords(), Screen::Connect},
+       ListFindings},
+      {SentInWords(), Opens(Screen::Connect)},
   };
 }

@@ -90,10 +90,10 @@ struct LinkHooks {
 };
 extern LinkHooks Link;
 
-/// A line of the order of work: how far the project is, and the screen that goes on with it.
+/// A line of the order of work: how far the project is, and what goes on with it.
 struct WorkStep {
   QString Text;
-  Screen Opens;
+  std::function<void()> Open;
 };
 /// Of the project in memory. Empty until a program has screens.
 extern std::function<std::vector<WorkStep>()> ListWorkSteps;

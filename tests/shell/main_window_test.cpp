@@ -4,6 +4,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QToolButton>
+#include <QTreeWidget>
 #include <fstream>
 
 #include "panel/document_fixture.h"
@@ -269,6 +270,18 @@ TEST_F(MainWindowTest, AboutLeadsToRecentProjectsAndOnWithTheOpenOne) {
   EXPECT_FALSE(Shows("lblRecent", 1)) << "what is open is not offered";
   Click(Cell("lblStep", 0));
   EXPECT_TRUE(window->LoadedForm(Screen::EditRelayNames)->isVisible());
+
+  // A pilot alone does nothing, and what the check finds is listed.
+  Menu("mnuAbout");
+  QApplication::processEvents();
+  EXPECT_EQ(Caption("lblStep", 2), "0 inputs at work");
+  PanelRecord.InputRelayControl(0, 1) = 1;
+  Menu("mnuAbout");
+  EXPECT_EQ(Caption("lblStep", 2), "1 input at work");
+  Click(Cell("lblStep", 4));
+  auto& findings = Find<QTreeWidget>("lstFindings");
+  EXPECT_GT(findings.topLevelItemCount(), 0);
+  EXPECT_TRUE(findings.hasFocus());
 
   // A project without the usual ending is found again.
   QTimer::singleShot(0, window.get(), [] {

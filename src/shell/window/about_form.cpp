@@ -28,8 +28,13 @@ frmT3About::frmT3About() : ChildForm(Screen::About, QStringLiteral("About")) {}
 void frmT3About::Form_Load() {
   auto* page = new QWidget;
   auto* column = new QVBoxLayout(page);
-  column->setContentsMargins(24, 64, 24, 0);
+  column->setContentsMargins(24, 0, 24, 0);
   column->setSpacing(6);
+  // What is free above and between gives way where a large text needs the room.
+  const auto addRoom = [column](int pixels) {
+    column->addItem(new QSpacerItem(0, pixels, QSizePolicy::Minimum, QSizePolicy::Maximum));
+  };
+  addRoom(64);
   auto addLine = [&](const char* name, const QString& caption) {
     Label* label = AddLabel(column, name, caption);
     label->SetAlignment(Qt::AlignCenter);
@@ -42,7 +47,7 @@ void frmT3About::Form_Load() {
   addLine("lblTitle", ProgramTitle)->setFont(large);
   addLine("lblPurpose", QStringLiteral("Host software for the relay lighting control panel"));
   lblRevInfo = addLine("lblRevInfo", VersionText());
-  column->addSpacing(24);
+  addRoom(24);
   lblWebPageInfo = AddLabel(nullptr, "lblWebPageInfo", QStringLiteral(TAMBERLOOM_WEB_ADDRESS));
   lblWebPageInfo->SetAlignment(Qt::AlignCenter);
   lblWebPageInfo->SetLook(Label::Look::WebLink);
@@ -50,7 +55,7 @@ void frmT3About::Form_Load() {
   lblWebPageInfo->Click = [this] { lblWebPageInfo_Click(); };
   column->addWidget(lblWebPageInfo, 0, Qt::AlignHCenter);
   addLine("lblPhone", QStringLiteral(TAMBERLOOM_PHONE));
-  column->addSpacing(40);
+  addRoom(40);
   addLine("lblStart", QStringLiteral("Open a project, say in Setup what the panel has, or connect "
                                      "to a panel."))
       ->SetLook(Label::Look::Quiet);
@@ -151,7 +156,7 @@ void frmT3About::ShowStart() {
   }
   const bool open = CurrentFileName != NoFileName || DataChanged != 0;
   steps_ = open && ListWorkSteps ? ListWorkSteps() : std::vector<WorkStep>();
-  steps_.resize(std::min<std::size_t>(steps_.size(), MostSteps), {{}, Screen::None});
+  steps_.resize(std::min<std::size_t>(steps_.size(), MostSteps), {});
   lblProject->setVisible(!steps_.empty());
   lblProject->SetCaption(CurrentFileName == NoFileName
                              ? QStringLiteral("A new project, not saved yet")
@@ -173,9 +178,8 @@ void frmT3About::lblRecent_Click(int index) {
 }
 
 void frmT3About::lblStep_Click(int index) {
-  const Screen screen = steps_[static_cast<std::size_t>(index)].Opens;
-  UnloadAllForms();
-  ShowForm(screen);
+  const auto open = steps_[static_cast<std::size_t>(index)].Open;
+  open();
 }
 
 /// The first work that can be taken up, or what can be begun with; never a deletion, nor the link
