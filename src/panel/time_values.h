@@ -84,6 +84,7 @@ struct TimerRun {
   Int16 Days = 0;
   Int16 Month = 0;
   Int16 Date = 0;
+  bool operator==(const TimerRun&) const = default;
 };
 
 /// The way back from the words: what they tell, over a timer that keeps what they do not tell, and

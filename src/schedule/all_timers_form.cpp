@@ -7,6 +7,7 @@
 
 #include "panel/checked_arithmetic.h"
 #include "panel/code_page.h"
+#include "panel/defaults.h"
 #include "panel/format.h"
 #include "panel/live_project.h"
 #include "panel/program_state.h"
@@ -89,10 +90,10 @@ bool IsReadable(const TypedColumn& column, int timer, const QString& typed) {
   return column.Put(*std::make_unique<Project>(LiveProject), timer, typed);
 }
 
-/// Nobody has named it, and it does nothing.
+/// It does nothing, at the time of a new panel's timers; a name alone is what one begins with.
 bool IsFree(int timer) {
-  return ActsOfTimer(LiveProject, timer).empty() &&
-         OwnName(LiveProject, {ItemKind::Timer, timer}).isEmpty();
+  static const TimerRun fresh = RunOfTimer(NewProject().Panel, 0);
+  return ActsOfTimer(LiveProject, timer).empty() && RunOfTimer(PanelRecord, timer) == fresh;
 }
 
 }  // namespace
@@ -129,7 +130,11 @@ void frmT3AllTimers::Form_Load() {
   auto* sort = new QShortcut(Qt::Key_F3, this);
   connect(sort, &QShortcut::activated, this, [this] { RunHandler([this] { SortOtherwise(); }); });
 
-  lblInHand = AddLabel(AddRow(), "lblInHand", {});
+  auto* row = AddRow();
+  cmdNewTimer = Add<Button>(row, "cmdNewTimer", QStringLiteral("New Timer"));
+  cmdNewTimer->setToolTip(QStringLiteral("Makes a free timer what the current one is (Insert)"));
+  cmdNewTimer->Click = [this] { CopyToFree(); };
+  lblInHand = AddLabel(row, "lblInHand", {});
   lblInHand->SetLook(Label::Look::Quiet);
   picWeek = new WeekPicture;
   picWeek->Open = [](int timer) { GoToItem(Screen::TimersConfigure, {ItemKind::Timer, timer}); };
@@ -280,7 +285,7 @@ void frmT3AllTimers::CopyToFree() {
   int free = 0;
   while (free < ItemCount && !IsFree(free)) ++free;
   if (free == ItemCount) {
-    TellRefusal(QStringLiteral("No timer is free: each has a name or does something."));
+    TellRefusal(QStringLiteral("No timer is free: each has a time of its own or does something."));
     return;
   }
   const int from = TimerAt(current->Row);

@@ -55,6 +55,7 @@ class frmT3AllTimers : public ChildForm {
   ControlArray<Label> lblName;
   std::array<ControlArray<TextBox>, TypedColumns> txtTyped;  ///< When, and what it does.
   ControlArray<Label> lblNext;
+  Button* cmdNewTimer = nullptr;
   Label* lblInHand = nullptr;  ///< What of the week is in hand.
   QScrollArea* weekArea = nullptr;
   WeekPicture* picWeek = nullptr;

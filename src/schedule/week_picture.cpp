@@ -6,6 +6,7 @@
 #include <QScrollArea>
 #include <QTextDocument>
 #include <QToolTip>
+#include <QtMath>
 
 #include "shell/controls/dialogs.h"
 #include "shell/controls/label.h"
@@ -54,12 +55,13 @@ int WeekPicture::RowHeight() const {
 
 /// Longer names are cut.
 int WeekPicture::NamesWidth() const {
-  int most = 0;
+  const QFontMetricsF metrics(font());
+  double most = 0;
   for (const TimerWeek::Row& row : week_.Rows) {
-    most = std::max(most, fontMetrics().horizontalAdvance(row.Name));
+    most = std::max(most, metrics.horizontalAdvance(row.Name));
   }
   constexpr int part = 3;
-  return std::min(most, width() / part) + 2 * WeekMargin;
+  return std::min(qCeil(most) + 1, width() / part) + 2 * WeekMargin;
 }
 
 double WeekPicture::XOf(WallMinute minute) const {

@@ -121,19 +121,23 @@ TEST_F(AllTimersTest, ATimerIsMadeOfAnotherByAFewKeys) {
 
 /// Once more by Insert, and its other half.
 TEST_F(AllTimersTest, TheFirstFreeTimerBecomesAnother) {
-  PanelRecord.TimerName(2) = "KEPT";
+  PanelRecord.TimerDays(2) = 1;        // it has a time of its own
+  PanelRecord.TimerName(3) = "EARLY";  // no more than named
   OpenSheet();
   for (const Qt::Key key : {Qt::Key_Insert, Qt::Key_Right, Qt::Key_7, Qt::Key_A}) Key(key);
-  EXPECT_EQ(Line(3), "T04|TIMER 04|7a|turns OFFICES on|Fri 7:00 AM");
+  EXPECT_EQ(Line(3), "T04|EARLY|7a|turns OFFICES on|Fri 7:00 AM");
   for (const Qt::Key key : {Qt::Key_Insert, Qt::Key_Right, Qt::Key_Right, Qt::Key_O, Qt::Key_F,
                             Qt::Key_F, Qt::Key_Return}) {
     Key(key);
   }
   EXPECT_EQ(Line(4), "T05|TIMER 05|7:00 AM, Mon to Fri|turns OFFICES off|Fri 7:00 AM");
-  for (int timer = 0; timer < ItemCount; ++timer) PanelRecord.TimerName(timer) = "TAKEN";
+  Find<Button>("cmdNewTimer").click();
+  EXPECT_EQ(Line(5), "T06|TIMER 06|7:00 AM, Mon to Fri|turns OFFICES off|Fri 7:00 AM");
+  for (int timer = 7; timer < ItemCount; ++timer) PanelRecord.TimerTime(timer) = 30;
+  Key(Qt::Key_Insert);
   Key(Qt::Key_Insert);
   EXPECT_TRUE(Text("lblMark").startsWith("No timer is free"));
-  EXPECT_EQ(When(5), "12:00 AM, every day");
+  EXPECT_EQ(When(7), "12:30 AM, every day");
 }
 
 TEST_F(AllTimersTest, WhatItDoesIsReadByNames) {
