@@ -287,6 +287,26 @@ void TextBox::contextMenuEvent(QContextMenuEvent* event) {
   menu->popup(event->globalPos());
 }
 
+/// A text without the room for it ends in dots while nobody types in it.
+void TextBox::paintEvent(QPaintEvent* event) {
+  constexpr int toolkitsMargin = 2;
+  QStyleOptionFrame option;
+  initStyleOption(&option);
+  const QRect room = style()
+                         ->subElementRect(QStyle::SE_LineEditContents, &option, this)
+                         .marginsRemoved(textMargins())
+                         .adjusted(toolkitsMargin, 0, -toolkitsMargin, 0);
+  if (hasFocus() || fontMetrics().horizontalAdvance(displayText()) <= room.width()) {
+    QLineEdit::paintEvent(event);
+    return;
+  }
+  QPainter painter(this);
+  style()->drawPrimitive(QStyle::PE_PanelLineEdit, &option, &painter, this);
+  const QString cut = fontMetrics().elidedText(displayText(), Qt::ElideRight, room.width());
+  style()->drawItemText(&painter, room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                        palette(), isEnabled(), cut, QPalette::Text);
+}
+
 /// Whichever way the focus comes, what is typed next replaces the whole text.
 void TextBox::focusInEvent(QFocusEvent* event) {
   QLineEdit::focusInEvent(event);

@@ -122,6 +122,7 @@ class TextBox : public QLineEdit {
   std::function<char16_t(char16_t)> KeyPress;
 
  protected:
+  void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
