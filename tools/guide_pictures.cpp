@@ -14,10 +14,12 @@
 #include "shell/window/history.h"
 #include "shell/window/main_window.h"
 #include "simulator/program/panel_thread.h"
+#include "simulator/window/panel_window.h"
 #include "town_hall.h"
 
 // tamberloom3-guide-pictures FOLDER: the pictures of the guide's pages about screens, on the
-// project of a small building; those of screens that show a panel beside a simulated one.
+// project of a small building; those of screens that show a panel beside a simulated one; and the
+// simulated panel's own window.
 
 namespace {
 
@@ -138,6 +140,22 @@ bool SaveConnected(frmT3MasterMDI& window, const QString& folder) {
   return saved;
 }
 
+/// The panel's window on the small installation that it begins with.
+bool SavePanelWindow(const QString& folder) {
+  simulator::Options options;
+  options.Now = [] { return QDateTime(QDate(2026, 2, 3), QTime(12, 0)); };
+  simulator::Simulator source(options);
+  constexpr int stairs = 2;
+  source.ThePanel().SetContact(stairs, simulator::Contact::On, true);
+  simulator::PanelWindow window(source);
+  window.show();
+  // It has been maximized where the screen is smaller than it would like.
+  QApplication::processEvents();
+  window.setWindowState(Qt::WindowNoState);
+  window.resize(1120, 600);
+  return Save(window, folder + QStringLiteral("/simulated_panel.png"));
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -163,5 +181,7 @@ int main(int argc, char** argv) {
   for (const ScreenEntry& entry : ScreenTable()) {
     if (entry.Create && !SaveScreen(window, entry.Name, folder)) return 1;
   }
-  return SaveCopyDialogs(window, folder) && SaveConnected(window, folder) ? 0 : 1;
+  return SaveCopyDialogs(window, folder) && SaveConnected(window, folder) && SavePanelWindow(folder)
+             ? 0
+             : 1;
 }

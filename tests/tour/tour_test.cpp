@@ -22,13 +22,16 @@ constexpr int StepMs = 20'000;
 struct StepForm {
   const char* Verb;
   const char* Form;
+  const char* Of = "";  ///< What the step shows without its name, as the driver knows it.
 };
 constexpr std::array StepForms{
     StepForm{"until", "In the panel's window press %% until %% is %%"},
     StepForm{"open", "Open %%"},
     StepForm{"press", "Press %%"},
     StepForm{"type", "In %% type `([^`]+)`"},
+    StepForm{"type", "In %% type `([^`]+)`, before `([^`]+)`"},
     StepForm{"choose", "In %% choose %%"},
+    StepForm{"choose", "In the left one of the two lists below it choose %%", "Event"},
     StepForm{"see", "See %%"},
     StepForm{"see", "Wait for %%"},
     StepForm{"is", "Wait until %% is %%"},
@@ -45,7 +48,10 @@ QStringList Understand(const QString& step) {
     QString pattern = QLatin1String(form.Form);
     pattern.replace("%%", "\\*\\*([^*]+)\\*\\*");
     const auto found = QRegularExpression("^" + pattern + "[^*`]*$").match(step);
-    if (found.hasMatch()) return QStringList(form.Verb) + found.capturedTexts().mid(1);
+    if (!found.hasMatch()) continue;
+    QStringList words = QStringList(form.Verb) + found.capturedTexts().mid(1);
+    if (*form.Of) words.insert(1, form.Of);
+    return words;
   }
   return {};
 }
@@ -133,24 +139,24 @@ class TourTest : public testing::Test {
     }
     QStringList told = words;
     if (told[0] == "type" && told[2] == "127.0.0.1") told[2] = Address;
+    const QString behind = told.size() > 3 ? told.takeLast() : QString();
     const bool set = told[0] == "type" || told[0] == "choose";
-    return Host.Do(told) && (!set || Host.Do({"is", told[1], told[2]}));
+    return Host.Do(told) && (!set || Host.Do({"is", told[1], told[2] + behind}));
   }
 
-  /// Of the program, and once the chapter has turned to it of the panel's window behind it.
+  /// Of the program, and once the chapter has turned to it of the panel's window beside it.
   bool TakePicture(const QString& name) {
     const QString path = Pictures + '/' + name;
     if (!Host.Do({"picture", path})) return false;
     if (!WithPanel) return true;
     const QString behind = Folder.filePath(name);
     if (!Panel.Do({"picture", behind})) return false;
-    constexpr QPoint hostAt(0, 230);  // where the panel's window shows inputs that do nothing
-    constexpr QPoint panelAt(430, 0);
-    QImage both(QImage(behind).width() + panelAt.x(), QImage(path).height() + hostAt.y(),
+    const QImage host(path), panel(behind);
+    QImage both(host.width() + panel.width(), std::max(host.height(), panel.height()),
                 QImage::Format_ARGB32);
     both.fill(Qt::transparent);
     QPainter painter(&both);
-    for (const auto& [at, window] : {std::pair(panelAt, QImage(behind)), {hostAt, QImage(path)}}) {
+    for (const auto& [at, window] : {std::pair(QPoint(), host), {QPoint(host.width(), 0), panel}}) {
       painter.drawImage(at, window);
       painter.drawRect(QRect(at, window.size()).adjusted(0, 0, -1, -1));
     }
@@ -164,7 +170,9 @@ class TourTest : public testing::Test {
   QTemporaryDir Folder;
   const QString Home = Pictures.isEmpty() ? Folder.path() : Pictures;
   bool WithPanel = false;
-  Driven Panel{PANEL_PROGRAM, {"--window", "--host", Address, "--tcp", "10001"}, Home};
+  Driven Panel{PANEL_PROGRAM,
+               {"--window", "--beside", "0,0,740,600", "--host", Address, "--tcp", "10001"},
+               Home};
   Driven Host{MAIN_PROGRAM, {}, Home};
 };
 

@@ -109,7 +109,7 @@ Action Type(const Words& words) {
   if (!box) return {};
   return [box, text = words[2]] {
     box->setFocus();
-    box->selectAll();
+    if (!box->hasSelectedText()) box->selectAll();
     QTest::keyClicks(box, text);
   };
 }
@@ -169,6 +169,12 @@ Action Picture(const Words& words) {
   QApplication::processEvents();
   for (QWidget* window : QApplication::topLevelWidgets()) {
     const bool shown = qobject_cast<QMainWindow*>(window) && window->isVisible();
+    if (shown && window->width() > window->maximumWidth()) {
+      // No desktop has brought it to its size.
+      window->setWindowState(Qt::WindowNoState);
+      window->resize(window->maximumWidth(), window->height());
+      QApplication::processEvents();
+    }
     if (shown && window->grab().save(words[1])) return [] {};
   }
   return {};
