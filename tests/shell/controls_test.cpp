@@ -53,6 +53,19 @@ TEST_F(ControlsTest, TextsRunTheirHandlerAlways) {
   EXPECT_EQ(runs, 3);
 }
 
+TEST(TextBoxTest, ATextWithoutTheRoomEndsInDots) {
+  for (const bool fits : {true, false}) {
+    TextBox box;
+    QLineEdit plain;
+    for (QLineEdit* one : std::initializer_list<QLineEdit*>{&box, &plain}) {
+      one->setText(fits ? "HALLS on" : "turns HALLS, OFFICES and 4 more on");
+      one->setCursorPosition(0);
+      one->resize(100, 24);
+    }
+    EXPECT_EQ(box.grab().toImage() == plain.grab().toImage(), fits);
+  }
+}
+
 TEST_F(ControlsTest, NothingBringsAControlCharacterIntoAText) {
   const std::pair<QString, QString> texts[] = {{"FOYER\n", "FOYER"},
                                                {"FOYER\r\nLEFT", "FOYER"},

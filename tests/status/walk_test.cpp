@@ -113,6 +113,10 @@ TEST_F(WalkTest, RelaysAreSteppedAndLeftAsTheyWereFound) {
   PanelRecord.RelayTimerType(2) = 6;
   panel.SetRelay(1, true);
   ChildForm* form = OpenWalk(1);
+  auto& list = Find<QTreeWidget>("lstItems");
+  list.setCurrentItem(list.topLevelItem(11));
+  EXPECT_EQ(Text("lblFront"), "Begin, and RELAY 12 goes on first.");
+  list.setCurrentItem(list.topLevelItem(0));
   answers = {MsgAnswer::No};
   Press("cmdWalk");
   EXPECT_EQ(Switched(), "") << "not before the answer";
