@@ -30,9 +30,11 @@ Pending Agenda::Take() {
   return next;
 }
 
-void Agenda::ForgetRelays(Mask relays) {
+void Agenda::ForgetRelays(Mask relays, Mask pulsing) {
   if (relays == 0 || Queue.empty()) return;
-  for (Pending& pending : Queue) pending.Relays &= ~relays;
+  for (Pending& pending : Queue) {
+    pending.Relays &= ~(pending.What == Due::PulseOver ? relays & ~pulsing : relays);
+  }
   std::erase_if(Queue, HasLostItsRelays);
 }
 

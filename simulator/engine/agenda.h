@@ -32,8 +32,8 @@ class Agenda {
   /// All of it, the next one last.
   const std::vector<Pending>& All() const { return Queue; }
 
-  /// What waits for these relays does no more.
-  void ForgetRelays(Mask relays);
+  /// What waits for these relays does no more, but pulses of `pulsing` come to their end.
+  void ForgetRelays(Mask relays, Mask pulsing);
   /// Of a photocell or a dimmer output.
   void Forget(Due due, int number);
   Mask RelaysWaiting(Due due) const;

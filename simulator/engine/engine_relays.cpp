@@ -44,9 +44,8 @@ void TurnOn(EngineState& state, Mask on) {
   const RelaySettings& settings = state.Settings->Relays;
   Mask& told = state.Relays.Told;
   // What runs for a moment only is not begun again while it runs.
-  on &= ~(told & (settings.PulsedOn | settings.AlarmOn));
+  const Mask started = on & ~state.Coming.RelaysWaiting(Due::PulseOver);
   Forget(state, on);
-  const Mask started = on & ~told;
   told |= on;
   const auto end = [&](std::int64_t ms, Mask kind) {
     state.Await(state.Now + ms, Due::PulseOver, started & kind);
@@ -59,9 +58,9 @@ void TurnOff(EngineState& state, Mask off) {
   const RelaySettings& settings = state.Settings->Relays;
   Mask& told = state.Relays.Told;
   off &= told | ~(settings.PulsedOff | settings.AlarmOff);
-  Forget(state, off);
   const Mask ended = off & told;
   told &= ~off;
+  Forget(state, off);
   for (InputState::Occupant& occupant : state.Inputs.Occupants) occupant.Relays &= ~off;
   const auto goBack = [&](std::int64_t ms, Mask kind) {
     state.Await(state.Now + ms, Due::PulseBack, ended & kind);
@@ -96,7 +95,8 @@ void BeginOverride(EngineState& state, Mask relays) {
 
 void Forget(EngineState& state, Mask relays) {
   state.Relays.Warned &= ~relays;
-  state.Coming.ForgetRelays(relays);
+  const RelaySettings& settings = state.Settings->Relays;
+  state.Coming.ForgetRelays(relays, state.Relays.Told & (settings.PulsedOn | settings.AlarmOn));
 }
 
 }  // namespace simulator

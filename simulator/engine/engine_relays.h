@@ -17,7 +17,8 @@ void TellRelays(EngineState& state, Mask on, Mask off, Manner manner);
 void PersonTurnsOn(EngineState& state, Mask on);
 /// Of relays that nobody holds on any more.
 void BeginOverride(EngineState& state, Mask relays);
-/// Times, pulses and warnings of the relays end where they are.
+/// Times and warnings of the relays end where they are. So do pulses, but that of a relay which is
+/// on goes on.
 void Forget(EngineState& state, Mask relays);
 /// By somebody who tells the preset or timer, which is a row whatever comes of it.
 void ApplyPreset(EngineState& state, int preset, const Subject& cause);

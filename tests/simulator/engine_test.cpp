@@ -185,6 +185,30 @@ TEST(EngineTest, RelaysGoByTheirTypes) {
   }
 }
 
+TEST(EngineTest, APulseEndsInItsTimeWhateverElseWaits) {
+  constexpr int fromOpening = 0;
+  constexpr int fromClosing = 1;
+  constexpr int alarmOn = 4;
+  constexpr int pulsedOn = 6;
+  const std::tuple<int, int, const char*, const char*> cases[]{
+      {pulsedOn, fromClosing, "08:00 press 1", "08:00:00 on 08:00:01 off "},
+      {pulsedOn, fromOpening, "08:00 tap 1", "08:00:00 on 08:00:01 off "},
+      // The time of the first press does not end the second.
+      {alarmOn, fromOpening, "08:00 tap 1,08:00:30 press 1", "08:00:00 on 08:01:39 off "},
+      {alarmOn, fromOpening, "08:00 press 2,08:00 press 2 off,08:00:30 relay 1 on",
+       "08:00:00 on 08:00:00 blinks 08:00:30 on 08:01:39 off "},
+  };
+  for (const auto& [type, begins, acts, rows] : cases) {
+    // Input 1 is timed on for a minute, which is the warning's time, too; input 2 warns.
+    const PanelMemory memory = EmptyInstallation(
+        Byte(map::RelayTimerType, type), Byte(map::TimedOnOperation, begins),
+        Byte(map::AlarmSeconds, 99), Byte(map::BlinkAlertMinutes, 1), Byte(map::InputType, 5),
+        Word(map::InputTimedOnTime, 1), Code(map::InputRelayControl, 0, 0, 1),
+        Code(map::InputRelayControl, 0, 1, BlinkAlert));
+    EXPECT_EQ(RowsOf(memory, acts, "\tRELAY 01\t", 8), rows) << type << " " << acts;
+  }
+}
+
 TEST(EngineTest, SweepsComeOffHoursAndWaitForTheOverride) {
   // Relays 1 and 2, every two hours.
   PanelMemory memory =
