@@ -169,7 +169,7 @@ struct LevelWishes {
   Mask Timers = 0;  // disabled
   Mask On = 0;
   Mask Off = 0;
-  Mask Status = 0;
+  std::vector<int> Statuses;  // switches that hold it
 };
 
 LevelWishes WishesOf(const EngineState& state) {
@@ -187,11 +187,31 @@ LevelWishes WishesOf(const EngineState& state) {
       } else {
         wishes.On |= setting.Rows[1];
         wishes.Off |= setting.Rows[2];
-        wishes.Status |= setting.Rows[3];
+        if (setting.Rows[3] != 0) wishes.Statuses.push_back(number);
       }
     }
   }
   return wishes;
+}
+
+/// What is on and off by the statuses that switches hold.
+Outcome HoldStatuses(EngineState& state, const std::vector<int>& switches) {
+  std::vector<RelayState::Status>& known = state.Relays.Statuses;
+  std::erase_if(known, [&](const RelayState::Status& status) {
+    return std::find(switches.begin(), switches.end(), status.Switch) == switches.end();
+  });
+  for (const int number : switches) {
+    const bool holds = std::any_of(known.begin(), known.end(),
+                                   [&](const auto& status) { return status.Switch == number; });
+    if (!holds) known.push_back({number, state.Relays.Output});
+  }
+  Outcome held;
+  for (const RelayState::Status& status : known) {
+    const Mask relays =
+        state.Settings->Inputs.Each[static_cast<std::size_t>(status.Switch)].Rows[3] & ~held.All();
+    held.Then(relays & status.On, relays & ~status.On);
+  }
+  return held;
 }
 
 }  // namespace
@@ -283,11 +303,10 @@ void RunLevelSwitches(EngineState& state, const Subject& cause) {
     };
     disable(inputs, wishes.Inputs, Subject::Kind::Input, state.Settings->Names.Input);
     disable(timers, wishes.Timers, Subject::Kind::Timer, state.Settings->Names.Timer);
-    // Off stands before on, and both before the status, which is that of the moment it began.
-    const Mask frozen = (relays.HeldOn & relays.HeldStatus) | (relays.Output & ~relays.HeldStatus);
-    relays.HeldStatus = wishes.Status;
-    relays.Held = wishes.On | wishes.Off | wishes.Status;
-    relays.HeldOn = (wishes.On | (frozen & wishes.Status)) & ~wishes.Off;
+    // Off stands before on, and both before the status.
+    const Outcome status = HoldStatuses(state, wishes.Statuses);
+    relays.Held = wishes.On | wishes.Off | status.All();
+    relays.HeldOn = (wishes.On | status.On) & ~wishes.Off;
   }
   Settle(state, cause);
 }

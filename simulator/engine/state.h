@@ -34,13 +34,18 @@ class Listener {
 };
 
 struct RelayState {
-  Mask Told = 0;        // on by what was told last
-  Mask Held = 0;        // by output overrides, whatever is told
-  Mask HeldOn = 0;      // of these, on
-  Mask HeldStatus = 0;  // of these, at the status of the moment when it began
+  /// What was on as a switch that holds the status began to.
+  struct Status {
+    int Switch = 0;
+    Mask On = 0;
+  };
+  Mask Told = 0;    // on by what was told last
+  Mask Held = 0;    // by output overrides, whatever is told
+  Mask HeldOn = 0;  // of these, on
   Mask Output = 0;
-  Mask Warned = 0;  // going off after a warning
-  Mask AtCut = 0;   // on as the power failed
+  Mask Warned = 0;               // going off after a warning
+  Mask AtCut = 0;                // on as the power failed
+  std::vector<Status> Statuses;  // the first that began stands before the others
 };
 
 struct InputState {

@@ -193,14 +193,19 @@ TEST(EngineInputsTest, AHeldRelayDoesNotBlinkUntilItIsLetGo) {
 
 TEST(EngineInputsTest, HoldOffStandsBeforeHoldOnAndBothBeforeTheStatus) {
   PanelMemory memory = EmptyInstallation();
-  for (int input = 0; input < 3; ++input) {
+  for (int input = 0; input < 4; ++input) {
     Set(memory, Byte(map::InputType + input, 11),
-        Code(map::InputRelayControl, 0, input, input + 1));
+        Code(map::InputRelayControl, 0, input, std::min(input + 1, 3)));
   }
   EXPECT_EQ(RowsOf(memory,
                    "08:00 press 1,08:01 press 2,08:02 release 2,08:03 press 3,08:04 release 1,"
                    "08:05 press 2,08:06 press 1"),
             "08:00 on 08:01 off 08:02 on 08:05 off ");
+  // A status is that of the moment when its own contact closed, and the first one counts.
+  EXPECT_EQ(RowsOf(memory,
+                   "08:00 relay 1 on,09:00 press 3,10:00 press 2,10:10 press 4,10:20 release 2,"
+                   "10:30 press 2,10:40 release 3,10:50 release 2,11:00 release 4"),
+            "08:00 on 10:00 off 10:20 on 10:30 off 11:00 on ");
 }
 
 // Preset 6 and timer 4, which inputs 1 and 2 tell, turn a relay off that is off.
