@@ -81,6 +81,17 @@ InputSettings::InputSettings(const PanelMemory& memory, const GroupMembers& grou
   for (int i = 0; i < Switches; ++i) {
     if (ActsWhileClosed(Each[static_cast<std::size_t>(i)].Kind)) LevelSwitches.push_back(i);
   }
+  // One that disables inputs cannot be disabled.
+  const auto disables = [](const SwitchSetting& setting) {
+    return setting.Kind == InputKind::InputDisable;
+  };
+  Mask unstoppable = 0;
+  for (int i = 0; i < Items; ++i) {
+    if (disables(Each[static_cast<std::size_t>(i)])) unstoppable |= Bit(i);
+  }
+  for (SwitchSetting& setting : Each) {
+    if (disables(setting)) setting.Rows[1] &= ~unstoppable;
+  }
   ReadPilots(memory);
 }
 

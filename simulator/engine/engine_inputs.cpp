@@ -174,12 +174,12 @@ struct LevelWishes {
 
 LevelWishes WishesOf(const EngineState& state) {
   LevelWishes wishes;
-  for (const bool disabling : {true, false}) {  // these first: they cannot be disabled themselves
+  for (const bool disabling : {true, false}) {
     for (const int number : state.Settings->Inputs.LevelSwitches) {
       const SwitchSetting& setting = state.Settings->Inputs.Each[static_cast<std::size_t>(number)];
       if ((setting.Kind == InputKind::InputDisable) != disabling) continue;
       if (!SwitchClosed(state, number) || !IsHeard(state, number)) continue;
-      if (!disabling && number < Items && Has(wishes.Inputs, number)) continue;
+      if (number < Items && Has(wishes.Inputs, number)) continue;
       if (disabling) {
         wishes.Inputs |= setting.Rows[1];
       } else if (setting.Kind == InputKind::TimerDisable) {
@@ -235,10 +235,7 @@ Deafness DeafnessOf(const EngineState& state, int number) {
 }
 
 bool LevelSwitchInForce(const EngineState& state, int number) {
-  const SwitchSetting& setting = state.Settings->Inputs.Each[static_cast<std::size_t>(number)];
-  const bool disables = setting.Kind == InputKind::InputDisable;  // it cannot be disabled itself
-  return SwitchClosed(state, number) &&
-         (disables ? IsHeard(state, number) : IsActive(state, number));
+  return SwitchClosed(state, number) && IsActive(state, number);
 }
 
 Subject SwitchSubject(int number) {

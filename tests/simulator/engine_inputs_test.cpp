@@ -208,6 +208,17 @@ TEST(EngineInputsTest, HoldOffStandsBeforeHoldOnAndBothBeforeTheStatus) {
             "08:00 on 10:00 off 10:20 on 10:30 off 11:00 on ");
 }
 
+TEST(EngineInputsTest, OneThatDisablesInputsCannotBeDisabled) {
+  // Input 1 disables itself and input 2, which disables input 3, a push button.
+  const PanelMemory memory = EmptyInstallation(
+      Byte(map::InputType, 9), Byte(map::InputType + 1, 9), Byte(map::InputType + 2, 1),
+      Code(map::InputRelayControl, 0, 0, 1), Code(map::InputRelayControl, 1, 0, 1),
+      Code(map::InputRelayControl, 2, 1, 1), Code(map::InputRelayControl, 0, 2, OnAndOff));
+  const char* acts = "08:00 press 1,09:00 press 2,10:00 tap 3,11:00 release 2,12:00 tap 3";
+  EXPECT_EQ(RowsOf(memory, acts, "abled"), "09:00 disabled 11:00 enabled ");
+  EXPECT_EQ(RowsOf(memory, acts), "12:00 on ");
+}
+
 // Preset 6 and timer 4, which inputs 1 and 2 tell, turn a relay off that is off.
 TEST(EngineInputsTest, ATimerOrPresetThatIsToldIsARowWhateverComesOfIt) {
   const PanelMemory memory =
