@@ -18,6 +18,7 @@ void MoveTo(EngineState& state, Instant present) {
   state.Days.Undone += way;
   state.Coming.Move(way);
   for (PhotocellState::Light& light : state.Photocells.Lights) light.Since += way;
+  state.Photocells.HeardFrom += way;
   for (DimmerState& dimmer : state.Dimmers) dimmer.Since += way;
 }
 
@@ -32,7 +33,7 @@ void StartAll(EngineState& state, Mask on) {
   state.Relays = {};
   state.Inputs.Occupants.clear();
   state.Inputs.Disabled = 0;
-  StartPhotocells(state, *state.Settings);
+  StartPhotocells(state);
   StartDays(state);
   state.TellFires(cause, "power comes");
   TurnOn(state, on);
@@ -178,7 +179,7 @@ void Engine::Refresh() {
   State.Settings = std::make_shared<Configuration>(*Memory);
   // A rule of daylight saving that comes or goes does not move the clock.
   if (Wall() != wall) MoveTo(State, Days().FromWall(wall));
-  if (State.Powered) StartPhotocells(State, *known);
+  if (State.Powered) StartPhotocells(State, known.get());
   StartDays(State);
   if (FollowsSun()) StartDaylight(State);
   LookUpAct();

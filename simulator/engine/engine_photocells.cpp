@@ -21,6 +21,7 @@ void Schedule(EngineState& state, int device) {
   const InputSettings& inputs = state.Settings->Inputs;
   const std::int64_t way = std::abs(light.To - light.From);
   std::vector<Instant> instants{light.Since + inputs.PhotocellMs};
+  if (state.Photocells.HeardFrom > state.Now) instants.push_back(state.Photocells.HeardFrom);
   const auto passes = [&](int level) {
     const std::int64_t from = std::abs(level * LightUnits - light.From);
     const std::int64_t left = std::abs(level * LightUnits - light.To);
@@ -68,14 +69,16 @@ void HoldLights(EngineState& state) {
   }
 }
 
-void StartPhotocells(EngineState& state, const Configuration& before) {
+void StartPhotocells(EngineState& state, const Configuration* before) {
   const InputSettings& inputs = state.Settings->Inputs;
+  state.Photocells.HeardFrom = state.Now + inputs.PhotocellMs;
   for (int device = 1; device <= Devices; ++device) {
     if (!inputs.IsPhotocell[static_cast<std::size_t>(device)]) continue;
     Schedule(state, device);
     for (int i = 0; i < DeviceInputs; ++i) {
       const auto number = static_cast<std::size_t>(SwitchOf(device, i));
-      if (inputs.Each[number] != before.Inputs.Each[number]) state.Photocells.Unheard.set(number);
+      const bool isNews = !before || inputs.Each[number] != before->Inputs.Each[number];
+      if (isNews) state.Photocells.Unheard.set(number);
     }
   }
 }
@@ -96,7 +99,9 @@ void RunPhotocell(EngineState& state, int device) {
     // On its way to where it says something else, or nothing, the light says nothing yet.
     const std::optional<bool> closes = says(light);
     if (!closes || closes != says(to)) continue;
-    if (state.Photocells.Unheard[at] && SwitchClosed(state, number) && *closes) {
+    const bool isNews = state.Photocells.Unheard[at];
+    if (isNews && state.Now < state.Photocells.HeardFrom) continue;
+    if (isNews && SwitchClosed(state, number) == *closes) {
       state.Inputs.DeviceContacts[place] ^= static_cast<std::uint8_t>(1 << i);
     }
     state.Photocells.Unheard.reset(at);

@@ -13,8 +13,9 @@ std::int64_t LightNow(const EngineState& state, int device);
 void SetPhotocell(EngineState& state, int device, int level);
 /// New settings: lights go on from where they are.
 void HoldLights(EngineState& state);
-/// Lets photocells tell their light anew; inputs that were set otherwise take it as news.
-void StartPhotocells(EngineState& state, const Configuration& before);
+/// Lets photocells tell their light anew, after their filter time to inputs that were set otherwise
+/// before; without settings before, as power comes, to all.
+void StartPhotocells(EngineState& state, const Configuration* before = nullptr);
 /// It has got somewhere, or is back on the bus.
 void RunPhotocell(EngineState& state, int device);
 

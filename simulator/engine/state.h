@@ -69,7 +69,8 @@ struct PhotocellState {
   };
   std::array<Light, Devices + 1> Lights{};
   std::optional<Instant> NextDaylight;  // when it changes; nothing while hands set the light
-  std::bitset<Switches> Unheard;        // closed by photocells before their settings changed
+  std::bitset<Switches> Unheard;        // to tell their light, whatever they told before
+  Instant HeardFrom = 0;                // when those begin to
 };
 
 /// Of one output.

@@ -260,6 +260,8 @@ TEST(EngineInputsTest, APhotocellGoesByItsLevelsAndItsFilter) {
       // The light comes before it has been dark for long enough, and half of it.
       {50, 100, 0, "00:00:10 photocell 26 200,12:00 photocell 26 0", "12:00:22 on "},
       {50, 100, 0, "00:00:10 photocell 26 75,12:00 photocell 26 40", "12:00:21 on "},
+      // The second input's levels are no reason to tell this one's earlier.
+      {100, 200, 0, "00:00 photocell 26 60", "00:00:30 on "},
   };
   for (const Case& one : cases) {
     // The second input looks at the light while that of the first is on its way.
@@ -270,6 +272,25 @@ TEST(EngineInputsTest, APhotocellGoesByItsLevelsAndItsFilter) {
                           Byte(PhotocellBlock + map::DeviceOnLevel + 1, 30),
                           Code(map::DeviceRelayControl(TestedDevice), 0, 0, OnAndOff));
     EXPECT_EQ(RowsOf(memory, one.Script, "\tRELAY 01\t", 8), one.Rows) << one.On << one.Script;
+  }
+}
+
+TEST(EngineInputsTest, APhotocellTellsWhatItSeesAsPowerComes) {
+  // Without the rows of the power: relays of types Off, On and Last State.
+  const std::tuple<int, int, const char*> cases[]{{0, 120, "00:00:30 on "},
+                                                  {1, 120, "12:20:30 off "},
+                                                  {3, 120, "00:00:30 on 12:20:30 off "},
+                                                  {1, 20, "00:00:30 off "}};
+  for (const auto& [type, off, rows] : cases) {
+    const PanelMemory memory =
+        EmptyInstallation(Byte(map::RelayPowerOnType, type), Byte(PhotocellBlock, 9),
+                          Byte(PhotocellBlock + map::DeviceOnLevel, 50),
+                          Byte(PhotocellBlock + map::DeviceOffLevel, off),
+                          Code(map::DeviceRelayControl(TestedDevice), 0, 0, OnAndOff));
+    EXPECT_EQ(
+        RowsOf(memory, "12:00 power off,12:05 photocell 26 180,12:20 power on", "\tRELAY 01\t", 8),
+        rows)
+        << type << " " << off;
   }
 }
 
