@@ -63,7 +63,7 @@ void RunPending(EngineState& state) {
       Settle(state, {}, "pulse over");
       break;
     case Due::OverrideOver:
-      if (!state.Days.IsOpen) TellRelays(state, 0, due.Relays, reading::OffAtTimesEnd);
+      TellRelays(state, 0, due.Relays, reading::OffAtTimesEnd);
       Settle(state, {}, "override over");
       break;
     case Due::Photocell:

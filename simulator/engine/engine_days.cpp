@@ -89,10 +89,10 @@ void PlanDay(EngineState& state, std::int64_t day) {
     const auto event = events[static_cast<std::size_t>(timer.What)];
     if (runs && event) planAt(*event + timer.Minutes, FirstTimer + i);
   }
-  for (const bool close : {false, true}) {
-    const auto hour = HourMinute(state, day, close);
-    if (hour) planAt(*hour, close ? CloseEvent : OpenEvent);
-  }
+  const auto open = HourMinute(state, day, false);
+  const auto close = HourMinute(state, day, true);
+  if (open && open != close) planAt(*open, OpenEvent);
+  if (close) planAt(*close, CloseEvent);
   const Calendar::Saving saving = calendar.SavingOf(date.Year);
   for (const Instant change : {saving.Start, saving.End}) {
     if (saving.Start != saving.End && change / DayMs == day) PlanAt(state, change, ClockChange);
@@ -131,12 +131,17 @@ void PlanTomorrow(EngineState& state) {
   PlanMidnight(state, TodayOf(state) + 1);
 }
 
+void OpenBuilding(EngineState& state) {
+  state.Days.IsOpen = true;
+  state.Days.NextSweep.reset();
+  state.Coming.Forget(Due::OverrideOver, 0);
+}
+
 /// Whether the building is open, by what came last, and the sweep that goes on.
 void StartHours(EngineState& state) {
   constexpr int daysBack = 7;
   DayState& days = state.Days;
-  days.IsOpen = true;
-  days.NextSweep.reset();
+  bool isOpen = true;
   Instant last = -1;
   const std::int64_t today = TodayOf(state);
   for (std::int64_t day = today; day >= today - daysBack && last < 0; --day) {
@@ -145,11 +150,14 @@ void StartHours(EngineState& state) {
       const Instant at = hour ? state.Settings->Days.FromWallMinute(*hour) : days.Undone;
       if (at >= days.Undone || at < last) continue;
       last = at;
-      days.IsOpen = !close;
+      isOpen = !close;
     }
   }
+  if (isOpen) return OpenBuilding(state);
+  days.IsOpen = false;
+  days.NextSweep.reset();
   const HoursSettings& hours = state.Settings->Hours;
-  if (days.IsOpen || hours.Swept == 0) return;
+  if (hours.Swept == 0) return;
   days.NextSweep = last + (days.Undone - last + hours.SweepMs - 1) / hours.SweepMs * hours.SweepMs;
 }
 
@@ -182,8 +190,7 @@ void RunPlanned(EngineState& state) {
                                                                       : "daylight saving ends");
       break;
     case OpenEvent:
-      days.IsOpen = true;
-      days.NextSweep.reset();
+      OpenBuilding(state);
       break;
     case CloseEvent:
       days.IsOpen = false;

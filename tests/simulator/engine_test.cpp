@@ -229,6 +229,9 @@ TEST(EngineTest, SweepsComeOffHoursAndWaitForTheOverride) {
   // The same open and close time: closed all day, and the override is not kept by an opening.
   memory.SetByte(map::NormalCloseTime + 1, 32);
   EXPECT_EQ(RowsOf(memory, acts), "07:30 on 09:30 off 21:30 on 23:30 off ");
+  // Open for half an hour: then it is swept, whatever was left of the override.
+  Set(memory, Byte(map::NormalOpenTime + 1, 80), Byte(map::NormalCloseTime + 1, 82));
+  EXPECT_EQ(RowsOf(memory, "19:30 relay 1 on"), "19:30 on 20:30 off ");
 }
 
 TEST(EngineTest, RandomMemoriesRunForAYear) {
