@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 #include <QLabel>
+#include <QStyle>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -28,12 +29,24 @@ WatchView::WatchView(Panel& panel, Narrator& narrator)
   List->setWordWrap(true);
   List->setAlternatingRowColors(true);
   List->header()->setSectionResizeMode(Left, QHeaderView::ResizeToContents);
+  connect(List->header(), &QHeaderView::sectionResized, this, [this] { FitLines(); });
   List->setMinimumHeight(3 * fontMetrics().height());
   connect(List, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) {
     const auto at = static_cast<std::size_t>(List->indexOfTopLevelItem(item));
     if (at < Known.size()) Story.Tell(Story.Why(Known[at].About));
   });
   column->addWidget(List, 1);
+}
+
+void WatchView::FitLines() {
+  const int margin = List->style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1;
+  const QFontMetrics metrics = List->fontMetrics();
+  const QRect room(0, 0, List->columnWidth(What) - 2 * margin, QWIDGETSIZE_MAX);
+  for (int i = 0; i < List->topLevelItemCount(); ++i) {
+    QTreeWidgetItem* item = List->topLevelItem(i);
+    const QRect words = metrics.boundingRect(room, Qt::TextWordWrap, item->text(What));
+    item->setSizeHint(What, {0, words.height() + 2});
+  }
 }
 
 void WatchView::ShowStates() {
@@ -56,6 +69,7 @@ void WatchView::ShowStates() {
       item->setText(What, words);
       item->setToolTip(What, Wrapped(words));
     }
+    FitLines();
   }
   for (int i = 0; i < List->topLevelItemCount(); ++i) {
     const Running& known = Known[static_cast<std::size_t>(i)];

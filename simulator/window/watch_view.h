@@ -17,6 +17,9 @@ class WatchView : public PanelView {
   void ShowStates() override;
 
  private:
+  /// Gives each line the height of its words.
+  void FitLines();
+
   Narrator& Story;
   QTreeWidget* List;
   std::vector<Running> Known;

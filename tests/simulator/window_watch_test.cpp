@@ -92,7 +92,13 @@ TEST_F(WatchWindowTest, PowerFailsAndTheWatchListTellsOfIt) {
   Source->ThePanel().SetRelay(3, true);
   Click("input3");  // on already, but its time begins
   EXPECT_EQ(News(), "");
-  EXPECT_TRUE(watched("Timed on: STAIRS (INPUT 03 STAIRS of 12:00)"));
+  const char* words = "Timed on: STAIRS (INPUT 03 STAIRS of 12:00)";
+  EXPECT_TRUE(watched(words));
+  // Whole, in as many lines as it takes.
+  auto& list = Of<QTreeWidget>("watch");
+  list.resize(list.columnWidth(0) + list.fontMetrics().horizontalAdvance(words) / 2, 400);
+  const auto found = list.findItems(words, Qt::MatchExactly, 1);
+  EXPECT_GE(list.visualItemRect(found.at(0)).height(), 2 * list.fontMetrics().height());
 }
 
 TEST_F(WatchWindowTest, DaysStandBesideEachOtherAndWhatDiffersIsTold) {
