@@ -82,7 +82,7 @@ void LampButton::PaintSecondLine(QPainter& painter, const QRect& place) const {
   if (!TheSign.isEmpty()) {
     const int width = metrics.horizontalAdvance(TheSign) + metrics.height() / 2;
     const QRect badge(place.left(), place.top(), std::min(width, place.width()), place.height());
-    const bool mild = TheSign == QLatin1String("not now");
+    const bool mild = TheSign == QLatin1String("not now") || TheSign == QLatin1String("closed");
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(mild ? QColor(0x50, 0x60, 0x70) : QColor(0xB0, 0x30, 0x20));

@@ -118,10 +118,14 @@ LampButton* SwitchView::Button(const Place& place) {
                                        : runner.DevicePilot(place.Device, place.Input);
     button->SetLamp(lit && !second,
                     lit ? QStringLiteral("pilot lit") : QStringLiteral("pilot dark"));
-    button->SetSign(QString::fromStdString(SignOf(item, runner)));
-    if (!button->isCheckable()) return;
-    button->setChecked(place.Device == 0 ? (runner.InputState(place.Input) & 1) != 0
-                                         : runner.DeviceInput(place.Device, place.Input));
+    const auto contact = static_cast<int>(place.Which);
+    const bool closed = place.Device == 0 ? (runner.InputState(place.Input) & contact) != 0
+                                          : runner.DeviceInput(place.Device, place.Input);
+    if (button->isCheckable()) button->setChecked(closed);
+    // A button that somebody presses, or that stays down, shows it.
+    const bool unseen = closed && !button->isCheckable() && !button->isDown();
+    const QString sign = QString::fromStdString(SignOf(item, runner));
+    button->SetSign(sign.isEmpty() && unseen ? QStringLiteral("closed") : sign);
   });
   return button;
 }

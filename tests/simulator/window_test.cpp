@@ -61,10 +61,16 @@ TEST_F(PanelWindowTest, EachButtonDoesWhatItsThingDoes) {
   auto& entrance = Of<LampButton>("input1");
   QTest::mousePress(&entrance, Qt::LeftButton);
   EXPECT_EQ(panel.InputState(0), 1);
+  Window->Refresh();
+  EXPECT_EQ(entrance.Sign(), "");
   QTest::mouseRelease(&entrance, Qt::LeftButton);
   EXPECT_EQ(panel.InputState(0), 0);
   EXPECT_TRUE(Lit("relay1"));
-  EXPECT_TRUE(entrance.Lit());  // its pilot follows relay 1
+  EXPECT_TRUE(entrance.Lit());             // its pilot follows relay 1
+  panel.SetContact(0, Contact::On, true);  // as a script does
+  Window->Refresh();
+  EXPECT_EQ(entrance.Sign(), "closed");
+  panel.SetContact(0, Contact::On, false);
   EXPECT_EQ(Of<LampButton>("input1off").accessibleName(), "Input 01 ENTRANCE Off");
   Click("input1off");
   EXPECT_FALSE(Lit("relay1"));
