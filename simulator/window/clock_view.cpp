@@ -5,6 +5,7 @@
 #include <QDateTimeEdit>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -14,6 +15,16 @@ namespace simulator {
 
 QString HoursText(const SunAndHours& hours, const Calendar& days) {
   QStringList texts;
+namespace {
+
+/// No second that the field does not show, and no time that is past.
+QDateTime NextMinute(const QDateTime& time) {
+  const std::int64_t minutes = (time.toMSecsSinceEpoch() + MinuteMs - 1) / MinuteMs;
+  return DateTimeOf(minutes * MinuteMs);
+}
+
+}  // namespace
+
   const auto add = [&](const char* name, const std::optional<Instant>& at) {
     const QString word = QString::fromLatin1(name);
     texts << (at ? word + DateTimeOf(days.Wall(*at)).toString(QStringLiteral(" HH:mm"))
@@ -96,12 +107,14 @@ void ClockView::AddWanted(QBoxLayout& row) {
   Wanted->setDateTimeRange(
       QDateTime(QDate(Calendar::FirstYear, 1, 1), {}, Qt::UTC),
       QDateTime(QDate(Calendar::FirstYear + Calendar::Years - 1, 12, 31), QTime(23, 59), Qt::UTC));
-  Wanted->setDateTime(Source.Time());
+  Wanted->setDateTime(NextMinute(Source.Time()));
   Wanted->setCalendarPopup(true);
   Wanted->setAccessibleName(QStringLiteral("Time to go to"));
   Wanted->setObjectName(QStringLiteral("wanted"));
   row.addWidget(Wanted);
-  AddButton(row, "&Go There", "go", [this] { GoTo(Wanted->dateTime()); });
+  const auto go = [this] { GoTo(Wanted->dateTime()); };
+  connect(Wanted->findChild<QLineEdit*>(), &QLineEdit::returnPressed, this, go);
+  AddButton(row, "&Go There", "go", go);
 }
 
 void ClockView::ShowStates() {
@@ -145,7 +158,7 @@ void ClockView::FollowSun(bool follows) {
 }
 
 void ClockView::AskTime() {
-  Wanted->setDateTime(Source.Time());
+  Wanted->setDateTime(NextMinute(Source.Time()));
   Wanted->setFocus(Qt::ShortcutFocusReason);
 }
 

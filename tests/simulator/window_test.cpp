@@ -117,6 +117,10 @@ TEST_F(PanelWindowTest, TheClockRunsStandsStepsAndJumps) {
   EXPECT_EQ(Time(), "Saturday 2026-01-17 08:00:00");
   Trigger("The Computer's Time");
   EXPECT_EQ(Time(), "Thursday 2026-01-15 12:01:06");
+  // The next full minute stands there.
+  Trigger("Go To...");
+  QTest::keyClick(&Of<QDateTimeEdit>("wanted"), Qt::Key_Return);
+  EXPECT_EQ(Time(), "Thursday 2026-01-15 12:02:00");
 }
 
 TEST_F(PanelWindowTest, ThePictureShowsADayAndGoesToAMoment) {
