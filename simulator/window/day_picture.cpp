@@ -4,10 +4,7 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QToolTip>
 #include <algorithm>
-
-#include "simulator/window/panel_view.h"
 
 namespace simulator {
 
@@ -153,7 +150,10 @@ QString DayPicture::StateAt(const DayPlan::Stretches& stretches, std::int64_t wa
 }
 
 QString DayPicture::Words(int row, std::int64_t wall) const {
-  if (Plan.Items.empty()) return {};
+  const std::int64_t passed = wall - Plan.FirstDay * DayMs;
+  if (passed < 0 || passed >= Plan.Days * DayMs || row >= static_cast<int>(Plan.Items.size())) {
+    return {};
+  }
   const DayPlan::ItemRow& item = Plan.Items[static_cast<std::size_t>(row)];
   const char* form = Plan.Days > 1 ? "ddd HH:mm" : "HH:mm";
   const auto listed = [form](const DayPlan::Stretches& all) {
@@ -280,9 +280,10 @@ bool DayPicture::event(QEvent* event) {
   if (event->type() != QEvent::ToolTip) return QLabel::event(event);
   const auto* help = static_cast<QHelpEvent*>(event);
   if (!Plan.Items.empty()) {
-    const QString words = Words(RowAt(help->y()), WallAt(help->x()));
-    QToolTip::showText(help->globalPos(), Wrapped(words), this);
-    Tell(words);
+    const auto words = [this, row = RowAt(help->y()), wall = WallAt(help->x())] {
+      return Words(row, wall);
+    };
+    Tell(this, words, help->globalPos());
   }
   return true;
 }
@@ -331,9 +332,8 @@ void DayPicture::focusInEvent(QFocusEvent* event) {
 }
 
 void DayPicture::TellMark() {
-  const QString words = Words(MarkRow, Mark);
-  setAccessibleDescription(words);
-  Tell(words);
+  setAccessibleDescription(Words(MarkRow, Mark));
+  Tell(this, [this] { return Words(MarkRow, Mark); }, {});
   update();
 }
 

@@ -2,11 +2,13 @@
 
 #include <QLabel>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "simulator/engine/panel_clock.h"
 #include "simulator/watch/bars.h"
+#include "simulator/window/narrator.h"
 
 namespace simulator {
 
@@ -61,8 +63,8 @@ class DayPicture : public QLabel {
   void ShowNow(std::int64_t wall);
 
   std::function<void(std::int64_t wall)> Choose;
-  /// What is at the mark, in words.
-  std::function<void(const QString&)> Tell;
+  /// Tells what is at the mark, or in a tip what is at the pointer.
+  std::function<void(QWidget*, Telling, const std::optional<QPoint>& tipAt)> Tell;
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override { return sizeHint(); }
@@ -81,6 +83,7 @@ class DayPicture : public QLabel {
   double X(std::int64_t wall) const;
   std::int64_t WallAt(double x) const;
   int RowAt(double y) const;
+  /// Empty for what is not on show.
   QString Words(int row, std::int64_t wall) const;
   void TellMark();
   void PaintScale(QPainter& painter, int bottom) const;

@@ -70,7 +70,7 @@ DayView::DayView(Panel& panel)
   scroll->viewport()->setAutoFillBackground(false);
   Picture->setAutoFillBackground(false);
   column->addWidget(scroll, 1);
-  Picture->Tell = [this](const QString& words) { Tell(words); };
+  Picture->Tell = [this](auto&&... told) { Tell(told...); };
   Picture->Choose = [this](std::int64_t wall) { GoTo(DateTimeOf(wall)); };
 }
 

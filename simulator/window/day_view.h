@@ -33,8 +33,8 @@ class DayView : public PanelView {
   std::string BurnHoursFile();
   /// Called for a moment that is chosen, by the wall clock.
   std::function<void(const QDateTime&)> GoTo;
-  /// Why the item at the mark stands so.
-  std::function<void(const QString&)> Tell;
+  /// As that of the picture.
+  decltype(DayPicture::Tell) Tell;
 
  private:
   enum class Compare { Nothing, OtherDay, SettingsBefore };

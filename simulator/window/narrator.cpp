@@ -51,6 +51,11 @@ void Narrator::Take(const Row& row) {
 }
 
 void Narrator::Refresh() {
+  LookAhead();
+  if (!Stale && Words) TellFollowed();
+}
+
+void Narrator::LookAhead() {
   // Looking ahead takes its time, and at high speed somebody watches the lamps.
   const qint64 leastMs = Source.Pace().Speed() > 60 ? 1000 : 250;
   if (!Stale || (Made.isValid() && Made.elapsed() < leastMs)) return;
@@ -58,7 +63,6 @@ void Narrator::Refresh() {
   Stale = false;
   Coming = Outlook(Source.Runner(), LinesAhead);
   ++AheadLooks;
-  if (Focused) TellFocused(Focused);
 }
 
 QString Narrator::Why(const Subject& item) {
@@ -76,10 +80,7 @@ QString Narrator::NextOf(const Subject& item) {
 void Narrator::Explain(QWidget* widget, const Subject& item) {
   Items.insert(widget, item);
   widget->installEventFilter(this);
-  connect(widget, &QObject::destroyed, this, [this](QObject* gone) {
-    Items.remove(gone);
-    if (Focused == gone) Focused = nullptr;
-  });
+  connect(widget, &QObject::destroyed, this, [this](QObject* gone) { Items.remove(gone); });
 }
 
 void Narrator::Press(const Subject& item, const std::function<void()>& act) {
@@ -101,10 +102,25 @@ void Narrator::RunUntilChanged(const Subject& item) {
                    .arg(QString::fromStdString(NamedText(item, Runner.Settings()))));
 }
 
-void Narrator::TellFocused(QWidget* widget) {
-  const QString words = Why(Items.value(widget));
-  widget->setAccessibleDescription(words);
-  TellWhy(words);
+void Narrator::Follow(QWidget* widget, Telling words, const std::optional<QPoint>& tipAt) {
+  Followed = widget;
+  Words = std::move(words);
+  Told.clear();
+  TellFollowed();
+  if (!tipAt) return;
+  TipAt = *tipAt;
+  QToolTip::showText(TipAt, Wrapped(Told), widget);
+}
+
+void Narrator::TellFollowed() {
+  const bool inTip = QToolTip::isVisible() && QToolTip::text() == Wrapped(Told);
+  const QString words = Words();
+  if (words == Told) return;
+  Told = words;
+  TellWhy(Told);
+  if (!Followed) return;
+  if (Followed->hasFocus()) Followed->setAccessibleDescription(Told);
+  if (inTip) QToolTip::showText(TipAt, Wrapped(Told), Followed);
 }
 
 void Narrator::OpenMenu(QWidget* widget, const QPoint& at) {
@@ -118,19 +134,13 @@ void Narrator::OpenMenu(QWidget* widget, const QPoint& at) {
 
 bool Narrator::eventFilter(QObject* object, QEvent* event) {
   auto* widget = static_cast<QWidget*>(object);
+  const auto why = [this, item = Items.value(object)] { return Why(item); };
   switch (event->type()) {
-    case QEvent::ToolTip: {
-      const QString words = Why(Items.value(object));
-      QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), Wrapped(words), widget);
-      TellWhy(words);
+    case QEvent::ToolTip:
+      Follow(widget, why, static_cast<QHelpEvent*>(event)->globalPos());
       return true;
-    }
     case QEvent::FocusIn:
-      Focused = widget;
-      TellFocused(widget);
-      break;
-    case QEvent::FocusOut:
-      Focused = nullptr;
+      Follow(widget, why);
       break;
     case QEvent::ContextMenu: {
       const auto* asked = static_cast<QContextMenuEvent*>(event);

@@ -3,15 +3,19 @@
 #include <QElapsedTimer>
 #include <QHash>
 #include <QObject>
+#include <QPoint>
+#include <QPointer>
+#include <QWidget>
 #include <functional>
+#include <optional>
 
 #include "simulator/engine/panel.h"
 #include "simulator/watch/outlook.h"
 
-class QMenu;
-class QWidget;
-
 namespace simulator {
+
+/// Words that are asked for again and again.
+using Telling = std::function<QString()>;
 
 /// What the window knows of the panel's past and future. Widgets that stand for an item are
 /// explained by it: hovered or walked to they tell why, a press of which nothing comes tells why,
@@ -23,7 +27,7 @@ class Narrator : public QObject {
   explicit Narrator(Panel& panel);
 
   void Take(const Row& row);
-  /// Looks ahead anew where something has happened, and tells of the item that has the focus.
+  /// Looks ahead anew where something has happened, and brings what it tells up to that.
   void Refresh();
   void SettingsChanged() { Stale = true; }
 
@@ -39,11 +43,14 @@ class Narrator : public QObject {
   std::string Rows() const { return RowWriter::Header.data() + Written; }
 
   void Explain(QWidget* widget, const Subject& item);
+  /// From now on tells this of the widget, and anew whenever the words change; with a place also in
+  /// a tip there.
+  void Follow(QWidget* widget, Telling words, const std::optional<QPoint>& tipAt = {});
   void Press(const Subject& item, const std::function<void()>& act);
   /// Goes to the next change of the item.
   void RunUntilChanged(const Subject& item);
 
-  std::function<void(const QString&)> TellWhy;  // of what has the focus
+  std::function<void(const QString&)> TellWhy;  // of what it follows
   std::function<void(const QString&)> Tell;     // news
   std::function<void()> Moved;                  // the clock
 
@@ -51,7 +58,8 @@ class Narrator : public QObject {
   bool eventFilter(QObject* object, QEvent* event) override;
 
  private:
-  void TellFocused(QWidget* widget);
+  void LookAhead();
+  void TellFollowed();
   void OpenMenu(QWidget* widget, const QPoint& at);
 
   Panel& Source;
@@ -60,7 +68,10 @@ class Narrator : public QObject {
   Outlook Coming;
   std::string Written;
   QHash<QObject*, Subject> Items;
-  QWidget* Focused = nullptr;
+  QPointer<QWidget> Followed;
+  Telling Words;  // of what it follows
+  QString Told;
+  QPoint TipAt;
   bool Stale = true;
   std::uint64_t AheadLooks = 0;
   std::uint64_t RowsTaken = 0;

@@ -133,7 +133,8 @@ void PanelWindow::BuildViews() {
   Clock->Tell = Story.Tell =
       OwnFiles.Tell = [this](const QString& words) { statusBar()->showMessage(words); };
   Story.Moved = [this] { Refresh(); };
-  Story.TellWhy = Days->Tell = [this](const QString& words) { Why->setText(words); };
+  Story.TellWhy = [this](const QString& words) { Why->setText(words); };
+  Days->Tell = [this](auto&&... told) { Story.Follow(told...); };
   OwnFiles.Rows = [this] { return Story.Rows(); };
   OwnFiles.Plan = [this] { return Days->PlanFile(); };
   OwnFiles.BurnHours = [this] { return Days->BurnHoursFile(); };

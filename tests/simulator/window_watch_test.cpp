@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QDateEdit>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QMenu>
@@ -14,6 +15,7 @@
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTextBrowser>
+#include <QToolTip>
 #include <QTreeWidget>
 
 #include "opened_window.h"
@@ -53,6 +55,32 @@ TEST_F(WatchWindowTest, ALampTellsWhyAndRunsUntilItChanges) {
   Click("input1off");
   EXPECT_EQ(News(), "");
   EXPECT_FALSE(Lit("relay1"));
+}
+
+TEST_F(WatchWindowTest, WhatIsToldOfThePointersPlaceFollowsTheClock) {
+  const auto hover = [](QWidget& widget, const QPoint& at) {
+    QHelpEvent asked(QEvent::ToolTip, at, widget.mapToGlobal(at));
+    QApplication::sendEvent(&widget, &asked);
+  };
+  const auto tells = [&](const char* words) {
+    return Comes([&] { return Caption("why").find(words) != std::string::npos; });
+  };
+  Of<LampButton>("relay2").setFocus();
+  ASSERT_TRUE(tells("HALL NORTH"));
+  hover(Of<LampButton>("relay1"), {});
+  EXPECT_TRUE(tells("LOBBY: on since 08:00 by TIMER 01 OPENING (at 08:00), off 21:00 by"));
+  GoTo({2026, 1, 15}, {21, 0});
+  EXPECT_TRUE(tells("LOBBY: off since 21:00 by TIMER 02 CLOSING")) << Caption("why");
+  EXPECT_TRUE(QToolTip::text().contains("off since 21:00"));
+  GoTo({2026, 1, 16}, {12, 0});
+  Of<QTabWidget>("pages").setCurrentIndex(1);
+  auto& picture = Of<DayPicture>("picture");
+  ASSERT_TRUE(Comes([&] {
+    hover(picture, {picture.width() - 8, 0});
+    return Caption("why").find("LOBBY at 23:53: off since 21:00 by") != std::string::npos;
+  }));
+  Source->ThePanel().SetRelay(0, false);
+  EXPECT_TRUE(tells("LOBBY at 23:53: off since 12:00 by HAND")) << Caption("why");
 }
 
 TEST_F(WatchWindowTest, StationsSignsAndGroupsAreTold) {
