@@ -1,6 +1,5 @@
 #include "simulator/watch/log_lines.h"
 
-#include <cctype>
 #include <utility>
 
 namespace simulator {
@@ -71,8 +70,7 @@ std::string Listed(const std::vector<std::string>& items) {
 std::string LogLines::Sentence() const {
   using enum Subject::Kind;
   if (!Why->HasDoer()) {  // it ran out by itself
-    std::string text = Why->Words;
-    text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
+    const std::string text = Capitalized(Why->Words);
     return Done.empty() ? text : text + ": " + Done;
   }
   const std::string& deed = Done;

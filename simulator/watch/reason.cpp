@@ -93,6 +93,11 @@ std::string RelayList(Mask relays, const Configuration& settings) {
   return list;
 }
 
+std::string Capitalized(std::string text) {
+  if (!text.empty()) text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
+  return text;
+}
+
 std::string ShortTime(Instant at, Instant today, const Calendar& days) {
   const std::int64_t wall = days.Wall(at);
   const auto seconds = static_cast<int>(wall % DayMs / SecondMs);

@@ -17,6 +17,9 @@ std::string RelayList(Mask relays, const Configuration& settings);
 /// As in "16:45" or "16:45:10", with the day in front where it is not `today`'s.
 std::string ShortTime(Instant at, Instant today, const Calendar& days);
 
+/// With a capital, as a sentence begins.
+std::string Capitalized(std::string text);
+
 /// Why something happened.
 struct Reason {
   Instant At = 0;

@@ -154,7 +154,13 @@ class Teller {
 
   std::string Since(const Subject& item) const {
     const Happening* last = Past.Of(item);
-    return last ? " since " + Time(last->At) + last->Why->Ending() : std::string();
+    return last ? " since " + Time(last->At) + Ending(item, *last) : std::string();
+  }
+
+  /// Who did it, but not what an item does itself.
+  static std::string Ending(const Subject& item, const Happening& happening) {
+    const Reason& why = *happening.Why;
+    return why.HasDoer() && why.Cause == item ? std::string() : why.Ending();
   }
 
   std::string Next(const Subject& item) const {
@@ -232,7 +238,8 @@ class Teller {
     const std::vector<Happening> next = Ahead.Of(item);
     const bool local = item.What == Kind::Input;
     if (local && !next.empty()) {
-      text += ". " + ChangeText(item, next[0]) + " " + Time(next[0].At) + next[0].Why->Ending();
+      text += ". " + Capitalized(ChangeText(item, next[0])) + " " + Time(next[0].At) +
+              Ending(item, next[0]);
     }
     return text;
   }

@@ -11,10 +11,10 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "simulator/watch/reason.h"
+
 namespace simulator {
 
-QString HoursText(const SunAndHours& hours, const Calendar& days) {
-  QStringList texts;
 namespace {
 
 /// No second that the field does not show, and no time that is past.
@@ -25,6 +25,8 @@ QDateTime NextMinute(const QDateTime& time) {
 
 }  // namespace
 
+QString HoursText(const SunAndHours& hours, const Calendar& days) {
+  QStringList texts;
   const auto add = [&](const char* name, const std::optional<Instant>& at) {
     const QString word = QString::fromLatin1(name);
     texts << (at ? word + DateTimeOf(days.Wall(*at)).toString(QStringLiteral(" HH:mm"))
@@ -130,7 +132,8 @@ void ClockView::ShowStates() {
   Time->setText(time.toString(QStringLiteral("dddd yyyy-MM-dd HH:mm:ss")));
   if (sameDay) return;
   Engine& runner = Source.Runner();
-  Hours->setText(HoursText(runner.HoursOf(second / daySeconds), runner.Days()));
+  const QString hours = HoursText(runner.HoursOf(second / daySeconds), runner.Days());
+  Hours->setText(QString::fromStdString(Capitalized(hours.toStdString())));
 }
 
 void ClockView::SetSpeed(int factor) {

@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "simulator/rehearsal/rehearsal.h"
+#include "simulator/watch/reason.h"
 #include "simulator/watch/why.h"
 #include "simulator/window/clock_view.h"
 
@@ -287,7 +288,7 @@ DayPlan DayView::PlanOf(const Range& range) {
     add(QStringLiteral("the settings have not changed"));
   }
   if (found.Fresh || other.Fresh) add(QStringLiteral("as if power came at the first midnight"));
-  Note->setText(note);
+  Note->setText(QString::fromStdString(Capitalized(note.toStdString())));
   return plan;
 }
 

@@ -123,6 +123,7 @@ TEST_F(WatchTest, WhatDoesNothingSaysWhyAndWhatHoldsIsListed) {
             "- In force while closed: INPUT 02\n"
             "- In force while closed: INPUT 03\n"
             "- In force while closed: INPUT 04\n");
+  EXPECT_EQ(WhyOf(Input(3)), "INPUT 03: closed since 09:00. Timer Disable: TIMER 01 DUSK");
   Runner.SetContact(3, On, false);
   EXPECT_EQ(SignOf(Input(1), Runner), "");
 }

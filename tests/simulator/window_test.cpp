@@ -33,7 +33,7 @@ TEST_F(PanelWindowTest, BeginsWithTheDaySoFar) {
   EXPECT_FALSE(Lit("relay13"));
   EXPECT_EQ(Of<LampButton>("relay13").accessibleDescription(), "off");
   EXPECT_EQ(Time(), "Thursday 2026-01-15 12:00:00");
-  EXPECT_EQ(Caption("hours"), "sunrise 07:35, sunset 16:45, open 08:00, close 21:00");
+  EXPECT_EQ(Caption("hours"), "Sunrise 07:35, sunset 16:45, open 08:00, close 21:00");
   EXPECT_TRUE(
       Log().ends_with("Thursday 2026-01-15\n"
                       "00:00:00  POWER (power comes)\n"
