@@ -33,8 +33,10 @@ constexpr auto Options = std::to_array<Option>({
     {"files-from", "LIST",
      "Take further files from the lines of a list, or of - for standard input."},
     {"severity", "LEVEL", "Leave out what is less serious: error, warning or note."},
-    {"rule", "NAME", "Report the findings of this rule alone; give it once for each rule."},
-    {"ignore", "NAME", "Leave out the findings of this rule; give it once for each rule."},
+    {"rule", "NAME",
+     "Report the findings of this rule alone; separate several with commas, or give it again."},
+    {"ignore", "NAME",
+     "Leave out the findings of this rule; separate several with commas, or give it again."},
     {"warnings-as-errors", "", "Exit with 1 for warnings, too."},
     {"all", "", "Report accepted findings, too; they do not count."},
     {"date", "TIME", "When it says that it was created: \"2026-11-25 10:00\"."},
@@ -138,8 +140,8 @@ QString HelpOnAll() {
          QStringLiteral(
              "\nWith a command, --help shows its options alone.\n"
              "\nExit status: 0 no error found, equal, or merged; 1 errors found, different, or "
-             "both sides\nchanged the same; 2 what cannot be read, written or reached, or a "
-             "wrong call.\n");
+             "both sides\nchanged the same setting differently; 2 what cannot be read, written or "
+             "reached, or a\nwrong call.\n");
 }
 
 QString HelpOn(const Command& command) {

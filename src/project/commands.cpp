@@ -96,7 +96,7 @@ const std::vector<Command>& Commands() {
       {"rules", "", "One line for each rule of the check.", 0, 0, RuleColumns, ListRules},
       {"compare", "A B", "One line for each setting that differs.", 2, 2, CompareColumns, Compare, {"names"}},
       {"apply", "FILE DIFF.tsv", "Takes over what a comparison printed.", 2, 2, {}, ApplyRows},
-      {"merge", "BASE OURS THEIRS", "One line for each setting that both changed.", 3, 3, MergeColumns, MergeFiles, {"output=OUT.T3", "path=NAME"}},
+      {"merge", "BASE OURS THEIRS", "One line for each setting that both sides changed differently.", 3, 3, MergeColumns, MergeFiles, {"output=OUT.T3", "path=NAME"}},
       {"document", "FILE", "The text document with all its sections.", 1, 1, {}, Document, {"date=TIME", "name=NAME", "utf8"}},
       {"report", "FILE --pdf OUT --xlsx OUT", "A report to print, a spreadsheet.", 1, 1, {}, Report, {"pdf=OUT.pdf", "xlsx=OUT.xlsx", "paper=PAPER", "date=TIME"}},
       {"image", "FILE OUT", "A panel's memory after a download.", 2, 2, {}, Image},

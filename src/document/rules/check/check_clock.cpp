@@ -295,8 +295,7 @@ constexpr auto RulesOfClock = std::to_array<CheckRule>({
     {"daylight-saving", Severity::Warning, Screen::DaylightSavingTime, LookAtDaylightSaving,
      "Daylight saving begins and ends on one Sunday."},
     {"open-after-close", Severity::Warning, Screen::None, LookAtEndlessNights,
-     "A night that goes past midnight is ended by no time of the next day, or by that of a day "
-     "that stays closed, half a day late."},
+     "A night past midnight has no close time to end it, or only one that comes half a day late."},
     {"leap-date", Severity::Warning, Screen::None, LookAtLeapDate,
      "February 29 has open and close times, and the day before has none."},
     {"hours-on-no-date", Severity::Warning, Screen::None, LookAtMissingDates,
