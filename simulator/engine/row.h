@@ -33,6 +33,7 @@ struct Subject {
   int Number = 0;
   int Sub = 0;
 
+  // NOLINTNEXTLINE(modernize-use-nullptr): takes the 0 that orders compare with for a pointer.
   auto operator<=>(const Subject&) const = default;
 };
 

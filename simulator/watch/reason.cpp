@@ -44,7 +44,7 @@ std::string UsualName(const Subject& subject) {
 std::string WordsOf(const Row& row, const Configuration& settings, const std::string& firing,
                     const Subject& fired) {
   using enum Subject::Kind;
-  const std::string name = NamedText(row.Cause, settings);
+  std::string name = NamedText(row.Cause, settings);
   const std::string inBrackets = firing.empty() ? "" : " (" + firing + ")";
   switch (row.Cause.What) {
     case Timer:

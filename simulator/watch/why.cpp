@@ -107,8 +107,9 @@ std::string Controls(int number, const Configuration& settings, bool withCodes) 
     for (std::size_t code = 1; code < setting.Rows.size(); ++code) {
       if (setting.Rows[code] == 0) continue;
       const std::string list = ItemList(SpokenOf(setting.Kind), setting.Rows[code], settings);
-      const std::string name = names[code - 1];
-      add(name.empty() ? list : name + " " + list);
+      std::string name = names[code - 1];
+      if (!name.empty()) name += ' ';
+      add(name += list);
     }
   }
   for (const DimmerSlot& slot : settings.Dimmers.Slots) {

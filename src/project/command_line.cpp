@@ -178,7 +178,7 @@ double SecondsIn(const QString& word) {
 }
 
 QDateTime DateIn(const QString& word) {
-  const QDateTime date = QDateTime::fromString(word, QLatin1String(DateFormat));
+  QDateTime date = QDateTime::fromString(word, QLatin1String(DateFormat));
   if (!date.isValid()) {
     Refuse(
         QStringLiteral("--date takes a time such as \"2026-11-25 10:00\", not \"%1\"").arg(word));

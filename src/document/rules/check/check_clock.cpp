@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <map>
 
 #include "document/rules/check/check.h"
@@ -157,8 +158,10 @@ DaysByHours<MonthDate> DatesOf(const PanelRecordType& panel, HoursKind kind) {
   const auto isOwn = [](const DayHours& hours) {
     return hours.Open < NoEntry || hours.Close < NoEntry;
   };
-  std::vector<DayHours> weekdays;
-  for (int day = 0; day < Weekdays; ++day) weekdays.push_back(OfWeekday(panel, day));
+  std::array<DayHours, Weekdays> weekdays;
+  for (int day = 0; day < Weekdays; ++day) {
+    weekdays[static_cast<std::size_t>(day)] = OfWeekday(panel, day);
+  }
   const bool everyWeekdayEnds = std::all_of(weekdays.begin(), weekdays.end(), EndsTheNightBefore);
   DaysByHours<MonthDate> days;
   for (int month = 0; month < Months; ++month) {
