@@ -132,7 +132,8 @@ void frmT3AllTimers::Form_Load() {
 
   auto* row = AddRow();
   cmdNewTimer = Add<Button>(row, "cmdNewTimer", QStringLiteral("New Timer"));
-  cmdNewTimer->setToolTip(QStringLiteral("Makes a free timer what the current one is (Insert)"));
+  cmdNewTimer->setToolTip(
+      QStringLiteral("Copies the current timer to the first free one (Insert)"));
   cmdNewTimer->Click = [this] { CopyToFree(); };
   lblInHand = AddLabel(row, "lblInHand", {});
   lblInHand->SetLook(Label::Look::Quiet);
@@ -148,8 +149,8 @@ void frmT3AllTimers::Form_Load() {
   AddWidget(weekArea);
   UseSpareHeight();
   AddHint(QStringLiteral(
-      "Enter on a number opens the timer; Insert makes a free one as it is; Ctrl+C and Ctrl+V copy "
-      "onto another. F3 sorts. Times, days and what is done are typed."));
+      "Enter on a number opens the timer; Insert copies it to a free one, Ctrl+C and Ctrl+V "
+      "copy it onto another. F3 sorts. Times, days and what is done are typed."));
 }
 
 ControlArray<TextBox> frmT3AllTimers::AddTyped(std::size_t column) {
