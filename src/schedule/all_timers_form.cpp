@@ -299,7 +299,7 @@ void frmT3AllTimers::CopyToFree() {
 void frmT3AllTimers::Type(std::size_t column, int row) {
   const TextBox& box = txtTyped[column](row);
   const int timer = TimerAt(row);
-  if (!edit_) edit_.emplace(&box, timer, PanelRecord);
+  if (!edit_) edit_ = Edit{&box, timer, PanelRecord};
   PanelRecord = edit_->Before;
   TypedTimerColumns[column].Put(LiveProject, timer, box.Text());
   DataChanged = -1;
