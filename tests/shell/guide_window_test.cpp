@@ -89,6 +89,7 @@ TEST_F(GuideTest, EveryPartOfEveryPageHasItsPlaceAtEveryWidth) {
   };
   constexpr int leastWidth = 300;
   int step = 0;
+  Q_INIT_RESOURCE(guide);
   for (const QString& name : QDir(":/guide").entryList({"*.md"})) {
     auto* guide = new GuideWindow(":/guide", window.get());
     for (const bool shownAlready : {false, true}) {

@@ -66,6 +66,7 @@ void ShowGuide(const QString& page) {
   QWidget* dialog = QApplication::activeModalWidget();
   QWidget* below = dialog ? dialog : MainWindow();
   if (!shownGuide) {
+    Q_INIT_RESOURCE(guide);
     shownGuide = new GuideWindow(QStringLiteral(":/guide"), below);
     if (MainWindow()) shownGuide->PlaceBeside(*MainWindow());
   } else if (shownGuide->parentWidget() != below) {
