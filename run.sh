@@ -5,12 +5,12 @@ cd "$(dirname "$0")"
 source packaging/packages.sh
 install_missing "${build_packages[@]}" fonts-dejavu-core
 
+display=${DISPLAY:-}${WAYLAND_DISPLAY:-}
 cmake --preset release >/dev/null
-cmake --build build/release
+cmake --build build/release --target tamberloom3 tamberloom3-panel ${display:+tamberloom3-panel-window}
 
 rm -rf build/run build/connected.png
 mkdir -p build/run/home
-display=${DISPLAY:-}${WAYLAND_DISPLAY:-}
 # What nobody sees leaves nothing in the user's own folder.
 [ -n "$display" ] || export HOME="$PWD/build/run/home"
 if [ ! -w "${XDG_RUNTIME_DIR:-/nowhere}" ]; then
