@@ -41,7 +41,7 @@ Panel::Panel(const PanelMemory& memory, Clock computer)
 
 std::string Panel::FirmwareText() const {
   std::string text = Firmware;
-  text.resize(2 * PanelFront::RowLength, ' ');
+  text.resize(std::size_t{2} * PanelFront::RowLength, ' ');
   return text;
 }
 
