@@ -15,6 +15,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 #include <atomic>
+#include <ctime>
 #include <thread>
 
 #include "panel/program_state.h"
@@ -153,17 +154,31 @@ TEST(TransportTest, TheWindowLivesWhileAPeerLetsBytesDrip) {
   EXPECT_GT(events, 5);
 }
 
-TEST(TransportTest, ASerialFloodIsHeldBack) {
-  const QTemporaryDir home;
-  const QByteArray oldHome = qgetenv("HOME");
-  qputenv("HOME", home.path().toLocal8Bit());
-  const int device = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
-  ASSERT_TRUE(device >= 0 && grantpt(device) == 0 && unlockpt(device) == 0);
-  QDir().mkpath(DataPath(QStringLiteral("Ports")));
-  ASSERT_TRUE(
-      QFile::link(QString::fromLocal8Bit(ptsname(device)), DataPath(QStringLiteral("Ports/COM7"))));
-  const auto port = NewSerialTransport();
-  port->Open({.Port = QStringLiteral("COM7"), .Baud = 115200});
+/// A pseudo-terminal that the program knows as COM7, open.
+class SerialTransportTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    qputenv("HOME", home_.path().toLocal8Bit());
+    ASSERT_TRUE(device >= 0 && grantpt(device) == 0 && unlockpt(device) == 0);
+    QDir().mkpath(DataPath(QStringLiteral("Ports")));
+    ASSERT_TRUE(QFile::link(QString::fromLocal8Bit(ptsname(device)),
+                            DataPath(QStringLiteral("Ports/COM7"))));
+    port->Open({.Port = QStringLiteral("COM7"), .Baud = 115200});
+  }
+  void TearDown() override {
+    close(device);
+    qputenv("HOME", oldHome_);
+  }
+
+  int device = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK);
+  const std::unique_ptr<Transport> port = NewSerialTransport();
+
+ private:
+  const QTemporaryDir home_;
+  const QByteArray oldHome_ = qgetenv("HOME");
+};
+
+TEST_F(SerialTransportTest, AFloodIsHeldBack) {
   const std::string much(4096, '[');
   int most = 0;
   for (int i = 0; i < 200; ++i) {
@@ -173,6 +188,17 @@ TEST(TransportTest, ASerialFloodIsHeldBack) {
   }
   EXPECT_GT(most, 0);
   EXPECT_LE(most, ReceiveBufferSize);
-  close(device);
-  qputenv("HOME", oldHome);
+}
+
+TEST_F(SerialTransportTest, AWaitSpinsNoProcessorAndDeliversNoEvents) {
+  int events = 0;
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, [&] { ++events; });
+  timer.start(0);
+  constexpr int waitMs = 300;
+  const std::clock_t before = std::clock();
+  port->Wait(1, waitMs);
+  const auto busyMs = static_cast<int>((std::clock() - before) * 1000 / CLOCKS_PER_SEC);
+  EXPECT_EQ(events, 0);
+  EXPECT_LT(busyMs, waitMs / 2);
 }
