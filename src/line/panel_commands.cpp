@@ -180,7 +180,7 @@ bool WriteBlock(int block, const PanelImageType& image) {
     return Do(Codes::Clear, HexWord(address) + HexWord(address + ImageBlockSize - 1));
   }
   std::string bytes = HexWord(address) + HexByte(ImageBlockSize - 1);
-  bytes.reserve(bytes.size() + 2 * ImageBlockSize);
+  bytes.reserve(bytes.size() + std::size_t{2} * ImageBlockSize);
   std::for_each(first, behind, [&](Int16 element) { AppendHexByte(bytes, element); });
   return Do(Codes::Write, bytes);
 }
