@@ -76,7 +76,7 @@ std::vector<Works> WorkingInstallations() {
        "19:00 relay 1 on",
        "RELAY 01",
        "19:00 on 21:00 off ",
-       {"parked-timer"}},
+       {"parked-timer", "unused-group"}},
       // A dimmer device that is not enabled follows its relays.
       {All(Calls(DimSetRelay, 2, 1, 0, -1), Calls(DimSetOnLevel, 2, 1, 40)),
        "08:00 relay 1 on",

@@ -87,8 +87,6 @@ CheckScope::CheckScope(const Project& project, const CheckFacts& facts)
     if (use.Used.Kind == ItemKind::Preset || use.Used.Kind == ItemKind::Timer) {
       UsesOfRuns.push_back(use);
     }
-    ((use.Effect & EffectDisables) != 0 ? holding : all).Add(use);
-    if (use.User.Kind == ItemKind::Panel) sweep.Add(use);
     if ((use.Effect & EffectHolds) == 0) continue;
     const bool group = use.User.Kind == ItemKind::Group;
     const auto holder = static_cast<std::size_t>(use.User.Number);
@@ -96,6 +94,20 @@ CheckScope::CheckScope(const Project& project, const CheckFacts& facts)
     (group ? inGroup_ : inPreset_)[holder][relay] |= group ? OnOff : use.Effect & OnOff;
   }
   doesWith_.Add(user, does);
+  ItemSet parked;
+  for (int timer = 0; timer < ItemCount; ++timer) {
+    parked.set(static_cast<std::size_t>(timer), IsParked({ItemKind::Timer, timer}));
+  }
+  for (const Use& use : Uses) {
+    if (use.User.Kind == ItemKind::Timer && parked[static_cast<std::size_t>(use.User.Number)])
+      continue;
+    ((use.Effect & EffectDisables) != 0 ? holding : all).Add(use);
+    if (use.User.Kind == ItemKind::Panel) sweep.Add(use);
+    const bool group = use.Used.Kind == ItemKind::Group;
+    const bool run = use.Used.Kind == ItemKind::Preset && (use.Effect & EffectRuns) != 0;
+    if ((group || run) && use.Used.Number >= 0 && use.Used.Number < ItemCount)
+      (group ? switchedGroups_ : runPresets_).set(static_cast<std::size_t>(use.Used.Number));
+  }
   for (const Use& use : UsesOfRuns) {
     if (use.User.Kind != ItemKind::DimmerOutput || use.Used.Number < 0) continue;
     const auto at = static_cast<std::size_t>(use.Used.Number);
@@ -184,11 +196,17 @@ bool CheckScope::DimmersFollow(const Item& timerOrPreset) const {
          (timer ? timersOfSlots_ : presetsOfSlots_)[static_cast<std::size_t>(number)];
 }
 
+bool CheckScope::HasDay(const Item& timer) const {
+  constexpr Int16 allWeekdays = 0x7F;
+  return Of.Panel.TimerHolidayMonth(timer.Number) != 0 ||
+         (Of.Panel.TimerDays(timer.Number) & allWeekdays) != allWeekdays;
+}
+
 bool CheckScope::IsParked(const Item& timer) const {
   constexpr Int16 allBoxes = 0xFF;
   if (timer.Number < 0 || timer.Number >= ItemCount) return false;
-  return Of.Panel.TimerHolidayMonth(timer.Number) == 0 &&
-         (Of.Panel.TimerDays(timer.Number) & allBoxes) == allBoxes && !IsUsed(timer, EffectRuns);
+  return !HasDay(timer) && (Of.Panel.TimerDays(timer.Number) & allBoxes) == allBoxes &&
+         !IsUsed(timer, EffectRuns);
 }
 
 bool CheckScope::IsIdle(const Item& input) const {
@@ -206,7 +224,9 @@ QString CheckScope::AreBeyondPoints(std::size_t count) const {
 }
 
 bool CheckScope::IsForKeys(const Item& groupOrPreset) const {
-  return !IsUsed(groupOrPreset, groupOrPreset.Kind == ItemKind::Preset ? EffectRuns : ~0U);
+  return !(groupOrPreset.Kind == ItemKind::Preset
+               ? runPresets_
+               : switchedGroups_)[static_cast<std::size_t>(groupOrPreset.Number)];
 }
 
 bool CheckScope::HoldsRelay(const Item& groupOrPreset) const {

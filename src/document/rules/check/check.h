@@ -120,7 +120,10 @@ struct CheckScope {
   bool DimmersFollow(const Item& timerOrPreset) const;
   /// Whether the timer switches or runs anything, or dimmers follow it.
   bool IsAtWork(const Item& timer) const { return DoesAnything(timer) || DimmersFollow(timer); }
-  /// Whether the timer has none of its eight boxes checked, no date, and no input that forces it.
+  /// Whether the timer has a date or a weekday, on which it runs by itself.
+  bool HasDay(const Item& timer) const;
+  /// Whether the timer has none of its eight boxes checked, no date, and no input that forces it:
+  /// what it is set to do is not done.
   bool IsParked(const Item& timer) const;
   /// Whether the local input or the input of a bus device does nothing.
   bool IsIdle(const Item& input) const;
@@ -150,6 +153,8 @@ struct CheckScope {
   std::array<RelayEffects, ItemCount> inPreset_{};  ///< What the preset does.
   EffectsByItem usedWith_;                          ///< The effects of all uses of it.
   EffectsByItem doesWith_;                          ///< The effects of all uses by it.
+  ItemSet switchedGroups_;                          ///< By anything but parked timers.
+  ItemSet runPresets_;
   ItemSet timersOfSlots_;
   ItemSet presetsOfSlots_;
 };

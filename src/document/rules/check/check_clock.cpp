@@ -25,12 +25,13 @@ TimerEvent EventOfTimer(const CheckScope& scope, int timer) {
   return EventOf({scope.Of.Panel.TimerTimeType(timer), scope.Of.Panel.TimerTime(timer)});
 }
 
-/// The timers at work that count from an event of some kind.
+/// The timers at work that run by themselves and count from an event of some kind.
 std::vector<Item> TimersBy(const CheckScope& scope, bool (*isWanted)(TimerEvent event)) {
   std::vector<Item> timers;
   for (int timer = 0; timer < ItemCount; ++timer) {
     const Item item{ItemKind::Timer, timer};
-    if (scope.IsAtWork(item) && isWanted(EventOfTimer(scope, timer))) timers.push_back(item);
+    const bool runs = scope.IsAtWork(item) && scope.HasDay(item);
+    if (runs && isWanted(EventOfTimer(scope, timer))) timers.push_back(item);
   }
   return timers;
 }

@@ -163,10 +163,15 @@ void LookAtForcedTimers(const CheckScope& scope, const TellFinding& tell) {
 
 void LookAtDisabledIdle(const CheckScope& scope, const TellFinding& tell) {
   const auto isIdle = [&](const Item& used) {
-    if (used.Kind == ItemKind::Timer) return !scope.IsAtWork(used) || scope.IsParked(used);
+    if (used.Kind == ItemKind::Timer) return !scope.IsAtWork(used);
     return used.Kind == ItemKind::Input && scope.IsInstalled(used) && scope.IsIdle(used);
   };
+  const auto isParked = [&](const Item& used) {
+    return used.Kind == ItemKind::Timer && scope.IsAtWork(used) && scope.IsParked(used);
+  };
   TellOfIdleTargets(scope, tell, isIdle, EffectDisables);
+  TellOfUses(scope, tell, isParked, EffectDisables, IsAnybody, QStringLiteral(", which is parked."),
+             QStringLiteral(", which are parked."));
 }
 
 void LookAtSelfDisabling(const CheckScope& scope, const TellFinding& tell) {

@@ -13,7 +13,6 @@
 
 namespace {
 
-constexpr Int16 AllWeekdays = 0x7F;
 constexpr int StoredFebruary = 2;
 constexpr int StoredLeapDay = 29;
 
@@ -45,10 +44,9 @@ void ForEachTimer(const CheckScope& scope, Look look) {
 /// an input forces is a macro.
 std::vector<Item> TimersWithoutDay(const CheckScope& scope, bool parked) {
   std::vector<Item> timers;
-  ForEachTimer(scope, [&](int timer, const Item& item) {
-    const int days = scope.Of.Panel.TimerDays(timer);
-    if (IsOnDate(scope, timer) || (days & AllWeekdays) != AllWeekdays) return;
-    if (!scope.IsUsed(item, EffectRuns) && scope.IsParked(item) == parked) timers.push_back(item);
+  ForEachTimer(scope, [&](int /*timer*/, const Item& item) {
+    const bool runs = scope.HasDay(item) || scope.IsUsed(item, EffectRuns);
+    if (!runs && scope.IsParked(item) == parked) timers.push_back(item);
   });
   return timers;
 }
