@@ -202,6 +202,8 @@ QString TimerRuns(const Project&, const Place&, Int32 value);
 // What lists have.
 
 bool IsAnything(const Project&, const Place&, Int32 value);
+/// What an input's type does not offer is told as such.
+bool IsAction(const Project&, const Place&, Int32 value);
 bool IsPresetOfInput(const Project&, const Place&, Int32 value);
 bool IsPresetOfDeviceInput(const Project&, const Place&, Int32 value);
 bool IsQuarter(const Project&, const Place&, Int32 value);
@@ -255,6 +257,11 @@ constexpr Words FromFlags() {
 /// The numbers of which there are words, told by a function.
 constexpr Words FromSome(Words::Teller tell, IsInList has) {
   return {tell, {}, nullptr, false, has};
+}
+/// The actions that the type of an input offers.
+constexpr Words FromActions(Words::Teller tell,
+                            ItemKind (*target)(const Project& project, const Place& place) = {}) {
+  return {tell, {}, target, false, told::IsAction};
 }
 constexpr Words AsText() {
   return {nullptr};

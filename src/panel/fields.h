@@ -46,8 +46,8 @@ using enum Screen;
 // clang-format off
 inline constexpr auto OfPanel = std::tuple(
     Field{&P::PanelName, {"PanelName", "Names", "name", One, One, AsPanelName(0x1F65), AsText(), StartsAs(0), EditedBy(EditPanelName, "txtPanelName")}},
-    Field{&P::InputRelayControl, {"InputRelayControl", "Inputs", "%1", Inputs, Relays, AsPlanes(0x0000, 3), Words{told::RelayAction, {}, told::LocalRows}, StartsAs(0), EditedBy(InputToRelayControl, "lblControl")}},
-    Field{&P::InputGroupControl, {"InputGroupControl", "Inputs", "%1", Inputs, Groups, AsPlanes(0x0360, 3), Words{told::GroupAction}, StartsAs(0), EditedBy(InputToGroupControl, "lblControl")}},
+    Field{&P::InputRelayControl, {"InputRelayControl", "Inputs", "%1", Inputs, Relays, AsPlanes(0x0000, 3), FromActions(told::RelayAction, told::LocalRows), StartsAs(0), EditedBy(InputToRelayControl, "lblControl")}},
+    Field{&P::InputGroupControl, {"InputGroupControl", "Inputs", "%1", Inputs, Groups, AsPlanes(0x0360, 3), FromActions(told::GroupAction), StartsAs(0), EditedBy(InputToGroupControl, "lblControl")}},
     Field{&P::InputPreset, {"InputPreset", "Inputs", "preset", Inputs, One, AsByte(0x06C0), FromSome(told::PresetCode, told::IsPresetOfInput), StartsAs(0), EditedBy(InputToRelayControl, "cboPreset")}},
     Field{&P::RelayTimerType, {"RelayTimerType", "Relays", "timer type", Relays, One, AsByte(0x06F0), FromList<RelayTimerTypes>(), StartsAs(0), EditedBy(RelayOutputOptions, "lblTimerType")}},
     Field{&P::RelayPowerOnType, {"RelayPowerOnType", "Relays", "power-on type", Relays, One, AsByte(0x0720), FromList<RelayPowerOnTypes>(), StartsAs(0), EditedBy(RelayOutputOptions, "lblPowerOnType")}},
@@ -112,8 +112,8 @@ inline constexpr auto OfDevice = std::tuple(
     Field{&D::DeviceOffLevel, {"DeviceOffLevel", "Bus devices", "off level", DeviceInputs, One, AsByte(DeviceBlock + 0x2B), FromSome(told::LevelOf255, told::IsWithin<ByteRange>), StartsAs(0), EditedBy(ConfigureFennlinkDevices, "hsInputFOffLevel")}},
     Field{&D::DeviceOnLevel, {"DeviceOnLevel", "Bus devices", "on level", DeviceInputs, One, AsByte(DeviceBlock + 0x33), FromSome(told::LevelOf255, told::IsWithin<ByteRange>), StartsAs(0), EditedBy(ConfigureFennlinkDevices, "hsInputFOnLevel")}},
     Field{&D::DeviceReserved, {"DeviceReserved", "Bus devices", "reserved byte %1", ReservedBytes, One, NotSent("it means nothing"), ByNumber(), Stays("it means nothing"), NotEdited("it means nothing")}},
-    Field{&D::DeviceRelayControl, {"DeviceRelayControl", "Bus devices", "%1", DeviceInputs, Relays, AsPlanes(DeviceControlBlock, 3), Words{told::DeviceRelayAction, {}, told::DeviceRows}, StartsAs(0), EditedBy(FennlinkInputToRelayControl, "lblControl")}},
-    Field{&D::DeviceGroupControl, {"DeviceGroupControl", "Bus devices", "%1", DeviceInputs, Groups, AsPlanes(DeviceControlBlock + 0x90, 3), Words{told::DeviceGroupAction}, StartsAs(0), EditedBy(FennlinkInputToGroupControl, "lblControl")}},
+    Field{&D::DeviceRelayControl, {"DeviceRelayControl", "Bus devices", "%1", DeviceInputs, Relays, AsPlanes(DeviceControlBlock, 3), FromActions(told::DeviceRelayAction, told::DeviceRows), StartsAs(0), EditedBy(FennlinkInputToRelayControl, "lblControl")}},
+    Field{&D::DeviceGroupControl, {"DeviceGroupControl", "Bus devices", "%1", DeviceInputs, Groups, AsPlanes(DeviceControlBlock + 0x90, 3), FromActions(told::DeviceGroupAction), StartsAs(0), EditedBy(FennlinkInputToGroupControl, "lblControl")}},
     Field{&D::DevicePreset, {"DevicePreset", "Bus devices", "preset", DeviceInputs, One, AsByte(DeviceControlBlock + 0x120), FromSome(told::PresetCode, told::IsPresetOfDeviceInput), StartsAs(0), EditedBy(FennlinkInputToRelayControl, "cboPreset")}});
 // clang-format on
 

@@ -38,6 +38,10 @@ bool IsAnything(const Project&, const Place&, Int32) {
   return true;
 }
 
+bool IsAction(const Project&, const Place&, Int32 value) {
+  return value >= 0;
+}
+
 bool IsPresetOfInput(const Project& project, const Place& place, Int32 value) {
   return LocalInputKind(project.Panel.InputType(place.First)) != InputKind::SetPreset ||
          IsPreset(value);
@@ -52,7 +56,7 @@ bool IsQuarter(const Project&, const Place&, Int32 value) {
 }
 
 bool IsQuarterOrNone(const Project& project, const Place& place, Int32 value) {
-  return value >= NoEntry || IsQuarter(project, place, value);
+  return value == NoEntry || IsQuarter(project, place, value);
 }
 
 bool IsTimedOn(const Project& project, const Place& place, Int32 value) {
