@@ -211,9 +211,27 @@ TEST(CheckRehearsedTest, OneFactIsOneRow) {
     p.TimerTime(timer) = 15;
     p.TimerRelayControl(timer, 0) = static_cast<Int16>(timer + 1);
   }
-  EXPECT_EQ(SentencesOf("stays-closed").first(),
-            "Sunday, Saturday have equal open and close times, and do not stay closed: timers run "
-            "before the one or after the other.");
+  // Which days are opened all the same, by the days on which both timers do not run.
+  constexpr int weekend = 0x41;
+  constexpr int holidays = 0x80;
+  const QString weekdays = "Sunday, Saturday";
+  const QString dates = "March 31, December 24 to 31";
+  const QString open =
+      " have equal open and close times, and do not stay closed: an opening timer runs, and no "
+      "closing timer at its minute.";
+  const QString shut = " stay closed: their open and close times are equal.";
+  const std::tuple<int, int, QStringList> opened[] = {
+      {0, 0, {weekdays + open, dates + open}},
+      {0, holidays, {weekdays + open, dates + open}},
+      {holidays, 0, {dates + shut, weekdays + open}},
+      {weekend, weekend, {weekdays + shut, dates + open}},
+      {weekend | holidays, 0, {weekdays + shut, dates + shut}},
+  };
+  for (const auto& [opening, closing, sentences] : opened) {
+    p.TimerDays(0) = static_cast<Int16>(opening);
+    p.TimerDays(1) = static_cast<Int16>(closing);
+    EXPECT_EQ(SentencesOf("stays-closed"), sentences) << opening << ' ' << closing;
+  }
   LiveProject = before;
   const auto findings = CheckProject(LiveProject);
   const auto closed = std::find_if(findings.rbegin(), findings.rend(),

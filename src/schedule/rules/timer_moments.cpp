@@ -141,6 +141,14 @@ std::vector<TimerMoment> TimerMoments::Between(QDate first, QDate last) const {
   return moments;
 }
 
+TimerSet TimerMoments::RunningOn(QDate day) const {
+  TimerSet running;
+  for (const Timer& timer : timers_) {
+    if (RunsOn(timer, day)) running.set(static_cast<std::size_t>(timer.Number));
+  }
+  return running;
+}
+
 std::optional<TimerMoment> TimerMoments::Next(int timer, const QDateTime& after) const {
   constexpr int mostYears = 8;  // from one leap day to the next over 2100
   const auto found = std::find_if(timers_.begin(), timers_.end(),

@@ -52,6 +52,8 @@ class TimerMoments {
   std::vector<TimerMoment> Between(QDate first, QDate last) const;
   std::vector<TimerMoment> OfDay(QDate day) const { return Between(day, day); }
   std::vector<TimerMoment> OfYear(int year) const { return Between({year, 1, 1}, {year, 12, 31}); }
+  /// The timers whose day it is, whether or not what they count from comes.
+  TimerSet RunningOn(QDate day) const;
   /// The first time that a timer fires after a time of the wall clock, if it ever does.
   std::optional<TimerMoment> Next(int timer, const QDateTime& after) const;
 

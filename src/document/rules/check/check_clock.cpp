@@ -112,6 +112,10 @@ MonthDate DateBefore(const MonthDate& date) {
 /// How a day's times stand to each other.
 enum class HoursKind { Usual, Closed, EndsNightLate, Late, NeverCloses };
 
+bool HasTimes(const DayHours& hours) {
+  return hours.Open < NoEntry || hours.Close < NoEntry;
+}
+
 bool EndsTheNightBefore(const DayHours& hours) {
   return hours.AreSet() && hours.Close <= hours.Open;
 }
@@ -156,9 +160,6 @@ DaysByHours<int> WeekdaysOf(const PanelRecordType& panel, HoursKind kind) {
 }
 
 DaysByHours<MonthDate> DatesOf(const PanelRecordType& panel, HoursKind kind) {
-  const auto isOwn = [](const DayHours& hours) {
-    return hours.Open < NoEntry || hours.Close < NoEntry;
-  };
   std::array<DayHours, Weekdays> weekdays;
   for (int day = 0; day < Weekdays; ++day) {
     weekdays[static_cast<std::size_t>(day)] = OfWeekday(panel, day);
@@ -172,8 +173,8 @@ DaysByHours<MonthDate> DatesOf(const PanelRecordType& panel, HoursKind kind) {
       const DayHours next = OfDate(panel, NextDate(day));
       const DayHours before = OfDate(panel, DateBefore(day));
       const auto goesOnAfter = [&](const DayHours& one) { return GoesOnUntil(hours, one); };
-      const bool ends = isOwn(next) ? EndsTheNightBefore(next) : everyWeekdayEnds;
-      const bool goesOn = isOwn(before)
+      const bool ends = HasTimes(next) ? EndsTheNightBefore(next) : everyWeekdayEnds;
+      const bool goesOn = HasTimes(before)
                               ? goesOnAfter(before)
                               : std::any_of(weekdays.begin(), weekdays.end(), goesOnAfter);
       if (KindOf(hours, ends, goesOn) == kind) AddDay(days, hours, day, kind);
@@ -195,10 +196,10 @@ constexpr HoursWords ClosedWords{HoursKind::Closed,
                                  "%1 stay closed: their open and close times are equal."};
 constexpr HoursWords ApartWords{
     HoursKind::Closed,
-    "%1 has equal open and close times, and does not stay closed: timers run before the one or "
-    "after the other.",
-    "%1 have equal open and close times, and do not stay closed: timers run before the one or "
-    "after the other."};
+    "%1 has equal open and close times, and does not stay closed: an opening timer runs, and no "
+    "closing timer at its minute.",
+    "%1 have equal open and close times, and do not stay closed: an opening timer runs, and no "
+    "closing timer at its minute."};
 constexpr HoursWords EndsNightLateWords{HoursKind::EndsNightLate,
                                         "%1 stays closed at %2: the night before ends only then.",
                                         "%1 stay closed at %2: the nights before end only then."};
@@ -224,15 +225,22 @@ void TellOfDays(const DaysByHours<Day>& days, const HoursWords& words, const Tel
   }
 }
 
+Setting PlaceOf(const MonthDate& date) {
+  return {&FactsOf(&PanelRecordType::DateOpenTime), nullptr, {0, date.first, date.second}};
+}
+
+void TellOfHours(const TellFinding& tell, const HoursWords& words, const DaysByHours<int>& weekdays,
+                 const DaysByHours<MonthDate>& dates) {
+  TellOfDays(weekdays, words, tell, ListOfWeekdays, [](int day) {
+    return Setting{&FactsOf(&PanelRecordType::NormalOpenTime), nullptr, {0, day}};
+  });
+  TellOfDays(dates, words, tell, ListOf, PlaceOf);
+}
+
 void TellOfHours(const CheckScope& scope, const TellFinding& tell, const HoursWords& words) {
   if (!HoursAreUsed(scope)) return;
   const auto& panel = scope.Of.Panel;
-  TellOfDays(WeekdaysOf(panel, words.Kind), words, tell, ListOfWeekdays, [](int day) {
-    return Setting{&FactsOf(&PanelRecordType::NormalOpenTime), nullptr, {0, day}};
-  });
-  TellOfDays(DatesOf(panel, words.Kind), words, tell, ListOf, [](const MonthDate& date) {
-    return Setting{&FactsOf(&PanelRecordType::DateOpenTime), nullptr, {0, date.first, date.second}};
-  });
+  TellOfHours(tell, words, WeekdaysOf(panel, words.Kind), DatesOf(panel, words.Kind));
 }
 
 void LookAtLateHours(const CheckScope& scope, const TellFinding& tell) {
@@ -244,24 +252,83 @@ void LookAtEndlessNights(const CheckScope& scope, const TellFinding& tell) {
   TellOfHours(scope, tell, EndsNightLateWords);
 }
 
-/// Minutes from the opening or closing at which a timer at work runs.
-std::vector<int> MinutesFrom(const CheckScope& scope, TimerEvent event) {
-  std::vector<int> minutes;
-  for (int timer = 0; timer < ItemCount; ++timer) {
-    if (!scope.IsAtWork({ItemKind::Timer, timer}) || EventOfTimer(scope, timer) != event) continue;
-    minutes.push_back(
-        MinutesFromEvent({scope.Of.Panel.TimerTimeType(timer), scope.Of.Panel.TimerTime(timer)}));
+/// What timers do on days whose open and close times are equal.
+class ClosedDays {
+ public:
+  explicit ClosedDays(const CheckScope& scope)
+      : scope_(scope), timers_(scope.Of), days_(scope.Of.Panel) {}
+
+  bool IsOpened(int weekday) const {
+    QDate day(FirstYear, 1, 1);
+    const QDate end = day.addYears(1);
+    while (day < end && (day.dayOfWeek() % Weekdays != weekday || days_.IsHoliday(day)))
+      day = day.addDays(1);
+    return day < end && IsOpenedOn(day);
   }
-  return minutes;
-}
+
+  /// In seven leap years each date is each day of the week.
+  bool IsOpened(const MonthDate& date) const {
+    constexpr int leapYears = 7;
+    for (int year = FirstYear; year < FirstYear + 4 * leapYears; year += 4) {
+      if (IsOpenedOn({year, date.first + 1, date.second + 1})) return true;
+    }
+    return false;
+  }
+
+  /// Of such days those that are opened all the same, or the others.
+  template <typename Day>
+  DaysByHours<Day> Chosen(const DaysByHours<Day>& days, bool opened) const {
+    DaysByHours<Day> chosen;
+    for (const auto& [hours, list] : days) {
+      for (const Day& day : list) {
+        if (IsOpened(day) == opened) chosen[hours].push_back(day);
+      }
+    }
+    return chosen;
+  }
+
+ private:
+  static constexpr int FirstYear = 2000;
+
+  /// Whether an opening timer turns something on, and no closing timer runs at its minute, nor the
+  /// sweep.
+  bool IsOpenedOn(QDate day) const {
+    const auto& panel = scope_.Of.Panel;
+    const TimerSet running = timers_.RunningOn(day);
+    std::vector<int> opening;
+    std::vector<int> closing;
+    if (scope_.DoesAnything({})) closing.push_back(0);
+    for (int timer = 0; timer < ItemCount; ++timer) {
+      const Item item{ItemKind::Timer, timer};
+      const TimerEvent event = EventOfTimer(scope_, timer);
+      const bool opens =
+          event == TimerEvent::Open &&
+          (scope_.DoesAnything(item, EffectOn | EffectRuns) || scope_.DimmersFollow(item));
+      const bool runs = running[static_cast<std::size_t>(timer)];
+      if (!runs || (!opens && event != TimerEvent::Close)) continue;
+      (opens ? opening : closing)
+          .push_back(MinutesFromEvent({panel.TimerTimeType(timer), panel.TimerTime(timer)}));
+    }
+    return std::any_of(opening.begin(), opening.end(), [&](int minutes) {
+      return std::find(closing.begin(), closing.end(), minutes) == closing.end();
+    });
+  }
+
+  const CheckScope& scope_;
+  TimerMoments timers_;
+  PanelDays days_;
+};
 
 void LookAtClosedDays(const CheckScope& scope, const TellFinding& tell) {
-  const std::vector<int> opening = MinutesFrom(scope, TimerEvent::Open);
-  const std::vector<int> closing = MinutesFrom(scope, TimerEvent::Close);
-  const bool apart = !opening.empty() && !closing.empty() &&
-                     *std::min_element(opening.begin(), opening.end()) <
-                         *std::max_element(closing.begin(), closing.end());
-  TellOfHours(scope, tell, apart ? ApartWords : ClosedWords);
+  if (!HoursAreUsed(scope)) return;
+  const auto weekdays = WeekdaysOf(scope.Of.Panel, HoursKind::Closed);
+  const auto dates = DatesOf(scope.Of.Panel, HoursKind::Closed);
+  if (weekdays.empty() && dates.empty()) return;
+  const ClosedDays closed(scope);
+  for (const bool opened : {false, true}) {
+    TellOfHours(tell, opened ? ApartWords : ClosedWords, closed.Chosen(weekdays, opened),
+                closed.Chosen(dates, opened));
+  }
 }
 
 void LookAtMissingDates(const CheckScope& scope, const TellFinding& tell) {
@@ -269,8 +336,7 @@ void LookAtMissingDates(const CheckScope& scope, const TellFinding& tell) {
   const auto& panel = scope.Of.Panel;
   for (int month = 0; month < Months; ++month) {
     for (int date = MonthDays[static_cast<std::size_t>(month)]; date < LastDate; ++date) {
-      const DayHours hours = OfDate(panel, {month, date});
-      if (hours.Open < NoEntry || hours.Close < NoEntry) dates.emplace_back(month, date);
+      if (HasTimes(OfDate(panel, {month, date}))) dates.emplace_back(month, date);
     }
   }
   if (dates.empty()) return;
@@ -281,14 +347,35 @@ void LookAtMissingDates(const CheckScope& scope, const TellFinding& tell) {
        Screen::OpenAndCloseTimeSingleDates);
 }
 
+void LookAtLoneTimes(const CheckScope& scope, const TellFinding& tell) {
+  if (!HoursAreUsed(scope)) return;
+  const auto& panel = scope.Of.Panel;
+  for (const bool opens : {true, false}) {
+    std::vector<MonthDate> dates;
+    for (int month = 0; month < Months; ++month) {
+      for (const int date : DatesWithTimes(panel, month)) {
+        const DayHours hours = OfDate(panel, {month, date});
+        // A number above is in no list, and told as such.
+        if ((opens ? hours.Close : hours.Open) == NoEntry) dates.emplace_back(month, date);
+      }
+    }
+    if (dates.empty()) continue;
+    const QString times[] = {QStringLiteral("open"), QStringLiteral("close")};
+    tell({},
+         QStringLiteral("%1 %2 %3 time and no %4 time.")
+             .arg(ListOf(dates), QLatin1String(dates.size() == 1 ? "has" : "have"),
+                  opens ? QStringLiteral("an open") : QStringLiteral("a close"), times[opens]),
+         PlaceOf(dates.front()));
+  }
+}
+
 void LookAtLeapDate(const CheckScope& scope, const TellFinding& tell) {
   const auto isSet = [&](int date) {
     return OfDate(scope.Of.Panel, {FebruaryIndex, date}).Open < NoEntry;
   };
   if (!isSet(LeapDateIndex) || isSet(LeapDateIndex - 1)) return;
   tell({}, QStringLiteral("February 29 has open and close times, and February 28 has none."),
-       Setting{
-           &FactsOf(&PanelRecordType::DateOpenTime), nullptr, {0, FebruaryIndex, LeapDateIndex}});
+       PlaceOf({FebruaryIndex, LeapDateIndex}));
 }
 
 constexpr auto RulesOfClock = std::to_array<CheckRule>({
@@ -302,6 +389,8 @@ constexpr auto RulesOfClock = std::to_array<CheckRule>({
      "A night past midnight has no close time to end it, or only one that comes half a day late."},
     {"leap-date", Severity::Warning, Screen::None, LookAtLeapDate,
      "February 29 has open and close times, and the day before has none."},
+    {"lone-time", Severity::Warning, Screen::None, LookAtLoneTimes,
+     "A date has an open time and no close time, or the other way round."},
     {"hours-on-no-date", Severity::Warning, Screen::None, LookAtMissingDates,
      "A date that no calendar has, has open and close times."},
     {"stays-closed", Severity::Note, Screen::None, LookAtClosedDays,
