@@ -133,15 +133,13 @@ void CountItems(const CheckScope& scope, const TellFinding& tell) {
 
 void LookAtSweep(const CheckScope& scope, const TellFinding& tell) {
   if (!scope.DoesAnything({})) return;
-  QStringList left;
+  std::vector<Item> left;
   for (int relay = 0; relay < scope.Points; ++relay) {
     if (scope.BySweep[static_cast<std::size_t>(relay)] == 0)
-      left << scope.Text({ItemKind::Relay, relay});
+      left.push_back({ItemKind::Relay, relay});
   }
-  if (left.isEmpty()) return;
-  tell({},
-       QStringLiteral("The off hours sweep leaves on: %1.").arg(left.join(QStringLiteral(", "))),
-       {});
+  if (left.empty()) return;
+  tell({}, QStringLiteral("The off hours sweep leaves on: %1.").arg(ListOf(scope.Of, left)), {});
 }
 
 void LookAtSweptBeyondPoints(const CheckScope& scope, const TellFinding& tell) {
