@@ -5,21 +5,12 @@
 #include "project/places.h"
 #include "project/rows.h"
 
-std::vector<Acceptance> AcceptedAt(const QString& place, ExitStatus& status) {
-  try {
-    if (place != u"-" && !IsPanelMemory(place)) return ReadAccepted(place);
-  } catch (const RunTimeFailure& failure) {
-    TellFailure(failure.what());
-    status = StatusFailed;
-  }
-  return {};
-}
-
 ExitStatus Check(const CommandLine& line, const QStringList& files) {
   const ProjectRead read = LoadProject(files[0]);
   ExitStatus status = StatusGood;
-  const CheckedFindings checked = PartAccepted(
-      CheckProject(read.Content, {.FileEndsEarly = !read.Whole}), AcceptedAt(files[0], status));
+  const CheckedFindings checked =
+      PartAccepted(CheckProject(read.Content, {.FileEndsEarly = !read.Whole}),
+                   ReadBeside(ReadAccepted, files[0], status));
   const auto print = [&](const Finding& finding, const QString& sentence) {
     if (!line.Findings.Tells(finding)) return;
     PrintRow(line, CheckColumns,

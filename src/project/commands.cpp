@@ -62,9 +62,9 @@ ExitStatus Report(const CommandLine& line, const QStringList& files) {
       facts.FileName = QStringLiteral("standard input");
     } else if (!IsPanelMemory(files[0])) {
       facts = FactsOfFile(files[0], line.Date);
-      facts.Cover = ReadCover(files[0]);
-      facts.Accepted = AcceptedAt(files[0], status);
-      facts.Tested = ReadTested(files[0]);
+      facts.Cover = ReadBeside(ReadCover, files[0], status);
+      facts.Accepted = ReadBeside(ReadAccepted, files[0], status);
+      facts.Tested = ReadBeside(ReadTested, files[0], status);
     }
     facts.FileEndsEarly = !read.Whole;
     StoreBytes(line.Pdf, ReportPdf(read.Content, facts, line.Pdf, paper, {}));

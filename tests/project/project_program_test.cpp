@@ -229,7 +229,7 @@ TEST_F(ProjectProgramTest, ReportsWholeOrNotAtAll) {
   EXPECT_TRUE(errors.contains("it is a folder")) << errors.toStdString();
 }
 
-TEST_F(ProjectProgramTest, TheSameDateGivesTheSameReportAndAForeignCoverNone) {
+TEST_F(ProjectProgramTest, TheSameDateGivesTheSameReportAndDamagedFilesBesideStopNone) {
   LoadEveryCode();
   const QString file = Save("hall.T3");
   const QString pdf = folder.filePath("hall.pdf");
@@ -243,13 +243,17 @@ TEST_F(ProjectProgramTest, TheSameDateGivesTheSameReportAndAForeignCoverNone) {
   EXPECT_TRUE(report("2026-11-25 10:00") == first);
   const auto later = report("2026-11-25 10:01");
   EXPECT_TRUE(later.first != first.first && later.second != first.second);
-  QFile cover(file + ".report");
-  ASSERT_TRUE(cover.open(QIODevice::WriteOnly));
-  cover.write("Dear Sirs,");
-  cover.close();
-  EXPECT_EQ(Run({"report", file, "--pdf", pdf}), 2);
-  EXPECT_TRUE(errors.contains("hall.T3.report") && errors.contains("line 1"));
-  EXPECT_TRUE(FileText(pdf) == later.first);
+  for (const char* ending : {".report", ".accepted", ".tested"}) {
+    QFile damaged(file + ending);
+    ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
+    damaged.write("Dear Sirs,");
+    damaged.close();
+    EXPECT_EQ(Run({"report", file, "--pdf", pdf, "--date", "2026-11-25 10:00"}), 2);
+    EXPECT_TRUE(errors.contains("hall.T3" + QByteArray(ending)) && errors.contains("line 1"))
+        << errors.toStdString();
+    EXPECT_TRUE(FileText(pdf) == first.first);
+    ASSERT_TRUE(damaged.remove() && QFile::resize(pdf, 0));
+  }
 }
 
 TEST_F(ProjectProgramTest, AFileThatEndsEarlyIsToldAndComparesAsANewPanel) {
