@@ -71,6 +71,11 @@ TEST_F(ProjectProgramTest, ThePageForTheShellCompletesCommandsOptionsAndRules) {
   EXPECT_EQ(completed({"--js"}), QStringList{"--json"});
   EXPECT_EQ(completed({"clock", "--se"}), QStringList{"--set"});
   EXPECT_EQ(completed({"clock", "--pd"}), QStringList{""});
+  const QStringList states = {"on", "off"};
+  EXPECT_EQ(completed({"switch", "tcp", ":", "10.0.0.1", "\"RELAY 01\"", ""}), states);
+  EXPECT_EQ(completed({"switch", "/dev/ttyS0", "group", "2", "of"}), QStringList{"off"});
+  EXPECT_EQ(completed({"switch", "tcp", ":", "10.0.0.1", ""}), QStringList{""});
+  EXPECT_EQ(completed({"switch", "/dev/ttyS0", ""}), QStringList{""});
   EXPECT_EQ(completed({"check", "--rule", "never-on", "offic"}), QStringList{""}) << "a file";
 }
 
