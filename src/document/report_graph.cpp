@@ -1,7 +1,7 @@
 #include "document/report_graph.h"
 
-#include <QFontMetricsF>
 #include <algorithm>
+#include <span>
 
 namespace {
 
@@ -16,42 +16,60 @@ double LinesOfAxis(const ReportGraph& graph) {
   return graph.AcrossName.isEmpty() ? 1.6 : 2.5;
 }
 
-double HeightOfWords(const ReportGraph& graph, ReportPaper& paper, double width) {
-  const QRectF room(0, 0, width - paper.Millimetres(RoomBetween), paper.Height());
-  const QFontMetricsF metrics(paper.Font(SmallPoints), &paper.Device());
-  return metrics.boundingRect(room, Qt::AlignLeft | Qt::TextWordWrap, graph.Words).height();
+double RoomOf(const ReportPaper& paper) {
+  return paper.Width() / GraphsOfRow - paper.Millimetres(RoomBetween);
+}
+
+double HeightOf(const QString& text, const ReportPaper& paper) {
+  return text.isEmpty() ? 0 : paper.WrappedHeight(paper.Font(SmallPoints), RoomOf(paper), text);
+}
+
+using GraphRow = std::span<const ReportGraph>;
+
+/// The graphs that stand side by side.
+std::vector<GraphRow> RowsOf(const std::vector<ReportGraph>& graphs) {
+  std::vector<GraphRow> rows;
+  for (GraphRow left = graphs; !left.empty(); left = left.subspan(rows.back().size())) {
+    rows.push_back(left.first(std::min(left.size(), GraphsOfRow)));
+  }
+  return rows;
+}
+
+/// Of the titles above the frames of a row, with the gap below them.
+double HeightAbove(const GraphRow& row, const ReportPaper& paper) {
+  double title = 0;
+  for (const ReportGraph& graph : row) title = std::max(title, HeightOf(graph.Title, paper));
+  return title + paper.Line() / 2;
+}
+
+double HeightOfRow(const GraphRow& row, const ReportPaper& paper) {
+  double below = 0;
+  for (const ReportGraph& graph : row) {
+    below = std::max(below, LinesOfAxis(graph) * paper.Line() + HeightOf(graph.Words, paper));
+  }
+  return HeightAbove(row, paper) + paper.Millimetres(GraphHeight) + below;
 }
 
 /// A graph with its axes, its title above and its words below it.
 class GraphLayout {
  public:
-  GraphLayout(const ReportGraph& graph, ReportPaper& paper, double left, double width)
+  GraphLayout(const ReportGraph& graph, ReportPaper& paper, double left, double above)
       : graph_(graph),
         paper_(paper),
         small_(paper.Font(SmallPoints)),
         smallLine_(paper.LineHeight(small_)),
         left_(left),
-        width_(width),
-        frame_(left + paper.Millimetres(RoomForUp), paper.Y + paper.Line() * 1.5,
-               width - paper.Millimetres(RoomForUp + RoomBetween), paper.Millimetres(GraphHeight)) {
-  }
+        frame_(left + paper.Millimetres(RoomForUp), paper.Y + above,
+               RoomOf(paper) - paper.Millimetres(RoomForUp), paper.Millimetres(GraphHeight)) {}
 
   void LayOut() {
-    // The words below tell what the title has no room for.
-    const double room = width_ - paper_.Millimetres(RoomBetween);
-    paper_.AddText(
-        small_, left_, paper_.Y, room,
-        QFontMetricsF(small_, &paper_.Device()).elidedText(graph_.Title, Qt::ElideRight, room));
+    const double room = RoomOf(paper_);
+    paper_.AddWrapped(small_, left_, paper_.Y, room, graph_.Title);
     AddAreas();
     AddAxes();
     AddCurve();
-    const QRectF below(left_, frame_.bottom() + LinesOfAxis(graph_) * smallLine_, room,
-                       HeightOfWords(graph_, paper_, width_));
-    paper_.Add([below, font = small_, words = graph_.Words](QPainter& painter) {
-      painter.setFont(font);
-      painter.setPen(Qt::black);
-      painter.drawText(below, Qt::AlignLeft | Qt::TextWordWrap, words);
-    });
+    paper_.AddWrapped(small_, left_, frame_.bottom() + LinesOfAxis(graph_) * smallLine_, room,
+                      graph_.Words);
   }
 
  private:
@@ -115,30 +133,30 @@ class GraphLayout {
   QFont small_;
   double smallLine_;
   double left_;
-  double width_;
   QRectF frame_;
 };
 
 }  // namespace
 
+double HeightOfGraphs(const std::vector<ReportGraph>& graphs, const ReportPaper& paper) {
+  double height = 0;
+  for (const GraphRow& row : RowsOf(graphs)) height += paper.Line() + HeightOfRow(row, paper);
+  return height;
+}
+
 void LayOutGraphs(const std::vector<ReportGraph>& graphs, ReportPaper& paper,
                   const std::function<void()>& onNewPage) {
-  const double step = paper.Width() / GraphsOfRow;
-  for (std::size_t first = 0; first < graphs.size(); first += GraphsOfRow) {
-    const std::size_t end = std::min(first + GraphsOfRow, graphs.size());
-    double below = 0;
-    for (std::size_t i = first; i < end; ++i) {
-      below = std::max(
-          below, LinesOfAxis(graphs[i]) * paper.Line() + HeightOfWords(graphs[i], paper, step));
-    }
-    const double height = 1.5 * paper.Line() + paper.Millimetres(GraphHeight) + below;
+  for (const GraphRow& row : RowsOf(graphs)) {
+    const double height = HeightOfRow(row, paper);
     if (height > paper.Left()) {
       paper.NewPage();
       onNewPage();
     }
     if (!paper.IsFresh()) paper.Y += paper.Line();
-    for (std::size_t i = first; i < end; ++i) {
-      GraphLayout(graphs[i], paper, static_cast<double>(i - first) * step, step).LayOut();
+    double left = 0;
+    for (const ReportGraph& graph : row) {
+      GraphLayout(graph, paper, left, HeightAbove(row, paper)).LayOut();
+      left += paper.Width() / GraphsOfRow;
     }
     paper.Y += height;
   }

@@ -1,6 +1,7 @@
 #include "document/report_pages.h"
 
 #include <QPageLayout>
+#include <algorithm>
 
 #include "document/report_graph.h"
 #include "document/report_table.h"
@@ -60,11 +61,11 @@ class ReportLayout {
       const QFont font = paper_.Font(TextPoints + 3);
       const double height = paper_.LineHeight(font);
       paper_.AddText(font, 0, paper_.Y, label, name);
-      paper_.AddText(font, label, paper_.Y, paper_.Width() - label, value);
+      const double told = paper_.AddWrapped(font, label, paper_.Y, paper_.Width() - label, value);
       if (value.isEmpty()) {
         paper_.AddLine({label, paper_.Y + height, paper_.Width() * 0.75, paper_.Y + height});
       }
-      paper_.Y += 1.6 * height;
+      paper_.Y += std::max(told, height) + 0.6 * height;
     }
     LayOutSigning();
   }
@@ -121,8 +122,10 @@ class ReportLayout {
     ReportTable table(chapter, paper_);
     const QFont title = paper_.Font(TitlePoints, true);
     const double gap = paper_.IsFresh() ? 0 : 2 * paper_.Line();
-    const double begin = gap + 2 * paper_.LineHeight(title) + table.BeginHeight();
-    if (!paper_.IsFresh() && (chapter.ForPen || begin > paper_.Left())) {
+    const double above = 2 * paper_.LineHeight(title);
+    const bool turns = gap + above + table.BeginHeight() > paper_.Left() ||
+                       PartsFromGraphs(chapter, gap, above + table.Height());
+    if (!paper_.IsFresh() && (chapter.ForPen || turns)) {
       paper_.NewPage();
     } else {
       paper_.Y += gap;
@@ -144,6 +147,15 @@ class ReportLayout {
         });
     LayOutGraphs(chapter.Graphs, paper_,
                  [&] { paper_.Say(title, chapter.Title + QStringLiteral(", continued")); });
+  }
+
+  /// Whether the table would end the page and its graphs stand alone on the next one, which has
+  /// room for both.
+  bool PartsFromGraphs(const ReportChapter& chapter, double gap, double table) const {
+    if (chapter.Graphs.empty()) return false;
+    const double graphs = HeightOfGraphs(chapter.Graphs, paper_);
+    return gap + table <= paper_.Left() && gap + table + graphs > paper_.Left() &&
+           table + graphs <= paper_.Full();
   }
 
   void AddPlace(const QString& title) {

@@ -1,6 +1,7 @@
 #include "document/report_paper.h"
 
 #include <QFontMetricsF>
+#include <algorithm>
 
 ReportPaper::ReportPaper(QPagedPaintDevice& device) : device_(device) {
   constexpr int linesOfFoot = 2;
@@ -13,10 +14,10 @@ QFont ReportPaper::Font(int points, bool bold) const {
   QFont font;
   font.setPointSize(points);
   font.setBold(bold);
-  return font;
   // With any space between letters no two of them are drawn as one, which a search would not find.
   constexpr double leastSpace = 0.02;
   font.setLetterSpacing(QFont::AbsoluteSpacing, leastSpace);
+  return font;
 }
 
 double ReportPaper::LineHeight(const QFont& font) const {
@@ -39,6 +40,38 @@ void ReportPaper::AddText(const QFont& font, double x, double y, double width, c
   });
 }
 
+std::unique_ptr<QTextLayout> ReportPaper::Wrapped(const QFont& font, double width,
+                                                  const QString& text) const {
+  auto layout = std::make_unique<QTextLayout>(QString(text).replace(u'\n', QChar::LineSeparator),
+                                              font, &device_);
+  QTextOption option;
+  option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  layout->setTextOption(option);
+  layout->beginLayout();
+  for (QTextLine line = layout->createLine(); line.isValid(); line = layout->createLine()) {
+    line.setLineWidth(width);
+  }
+  layout->endLayout();
+  return layout;
+}
+
+double ReportPaper::WrappedHeight(const QFont& font, double width, const QString& text) const {
+  return Wrapped(font, width, text)->lineCount() * LineHeight(font);
+}
+
+double ReportPaper::AddWrapped(const QFont& font, double x, double y, double width,
+                               const QString& text) {
+  const std::shared_ptr<const QTextLayout> layout = Wrapped(font, width, text);
+  const double step = LineHeight(font);
+  Add([layout, x, y, step](QPainter& painter) {
+    painter.setPen(Qt::black);
+    for (int line = 0; line < layout->lineCount(); ++line) {
+      layout->lineAt(line).draw(&painter, {x, y + line * step});
+    }
+  });
+  return layout->lineCount() * step;
+}
+
 void ReportPaper::AddLine(const QLineF& line) {
   Add([line, pen = ThinPen(*this)](QPainter& painter) {
     painter.setPen(pen);
@@ -47,8 +80,7 @@ void ReportPaper::AddLine(const QLineF& line) {
 }
 
 void ReportPaper::Say(const QFont& font, const QString& text) {
-  AddText(font, 0, Y, width_, text);
-  Y += LineHeight(font);
+  Y += std::max(AddWrapped(font, 0, Y, width_, text), LineHeight(font));
 }
 
 void ReportPaper::Paint(const std::function<void(QPainter& painter, int page)>& onEach) {

@@ -3,6 +3,7 @@
 #include <QFont>
 #include <QPagedPaintDevice>
 #include <QPainter>
+#include <QTextLayout>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -26,6 +27,8 @@ class ReportPaper {
   double Width() const { return width_; }
   /// What is left of the page, above its foot.
   double Left() const { return bottom_ - Y; }
+  /// Of a page without its foot.
+  double Full() const { return bottom_; }
   bool IsFresh() const { return Y == 0; }
   double Height() const { return device_.height(); }
   QPagedPaintDevice& Device() { return device_; }
@@ -39,8 +42,14 @@ class ReportPaper {
   /// A text of one line, cut where it is too long for the width that it has.
   void AddText(const QFont& font, double x, double y, double width, const QString& text,
                Qt::Alignment side = Qt::AlignLeft);
+  /// A text in lines as wide as that at the most.
+  std::unique_ptr<QTextLayout> Wrapped(const QFont& font, double width, const QString& text) const;
+  /// How high a text is that is wrapped into a width.
+  double WrappedHeight(const QFont& font, double width, const QString& text) const;
+  /// A text that is wrapped where it is too long for the width that it has; its height.
+  double AddWrapped(const QFont& font, double x, double y, double width, const QString& text);
   void AddLine(const QLineF& line);
-  /// A line of text at the place reached, which moves below it.
+  /// A text at the place reached, wrapped into the page's width. The place moves below it.
   void Say(const QFont& font, const QString& text);
 
   /// Paints all pages; `onEach` is called on each behind what it holds.

@@ -1,6 +1,5 @@
 #include "document/report_table.h"
 
-#include <QTextLayout>
 #include <algorithm>
 
 namespace {
@@ -55,18 +54,8 @@ std::shared_ptr<ReportTable::Row> ReportTable::LaidRow(const QStringList& cells,
       text.replace(QLatin1StringView("\nThrough "), QLatin1StringView("\nthrough "));
       text.replace(u'\n', QLatin1StringView("; "));
     }
-    text.replace(u'\n', QChar::LineSeparator);
-    auto layout = std::make_unique<QTextLayout>(text, font, &paper_.Device());
-    QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    layout->setTextOption(option);
-    layout->beginLayout();
     const double column = across ? paper_.Width() : ColumnWidth(static_cast<std::size_t>(i));
-    const double width = column - paper_.Millimetres(2);
-    for (QTextLine line = layout->createLine(); line.isValid(); line = layout->createLine()) {
-      line.setLineWidth(width);
-    }
-    layout->endLayout();
+    auto layout = paper_.Wrapped(font, column - paper_.Millimetres(2), text);
     row->Lines = std::max(row->Lines, layout->lineCount());
     row->Cells.push_back(std::move(layout));
   }
@@ -94,6 +83,12 @@ double ReportTable::NeededFor(std::size_t row) const {
 
 double ReportTable::BeginHeight() const {
   return HeightOf(*header_, header_->Lines) + NeededFor(0);
+}
+
+double ReportTable::Height() const {
+  double height = HeightOf(*header_, header_->Lines);
+  for (const auto& row : rows_) height += HeightOf(*row, row->Lines);
+  return height;
 }
 
 void ReportTable::LayOut(const std::function<void()>& onNewPage,

@@ -14,6 +14,9 @@ class ReportTable {
   /// alone.
   double BeginHeight() const;
 
+  /// Of the whole table on one page.
+  double Height() const;
+
   /// `onNewPage` lays out what stands above the table on each further page; `onRow` hears of each
   /// row.
   void LayOut(const std::function<void()>& onNewPage, const std::function<void()>& onRow);

@@ -3,6 +3,7 @@
 #include "document/rules/report/report_writer.h"
 #include "document/rules/text/doc_file.h"
 #include "document/sample_panel.h"
+#include "panel/dimmer_words.h"
 #include "panel/document_fixture.h"
 #include "panel/live_dimmers.h"
 #include "town_hall.h"
@@ -87,6 +88,7 @@ TEST_F(ReportPagesTest, ALargeBuildingFitsTenPagesBesideWhatIsFilledIn) {
     for (const ReportChapter& chapter : report.Chapters) {
       for (const ReportGraph& graph : chapter.Graphs) {
         EXPECT_TRUE(all.contains(QString(graph.Words).simplified())) << "whole below a graph";
+        EXPECT_TRUE(all.contains(graph.Title)) << "whole above it";
       }
       if (!chapter.Title.startsWith("The Year")) continue;
       for (const ReportRow& row : chapter.Rows) {
@@ -119,7 +121,11 @@ TEST_F(ReportPagesTest, GraphsThatGoOnBehindABreakHaveTheirTitleAndDoNotTouch) {
   LoadReportWriter()->Paint(Report(), pages);
   int continued = 0;
   for (const auto& page : pages.Pages()) {
-    const auto isGraph = [](const PrintedText& text) { return text.Text.endsWith(u'\u2026'); };
+    for (const PrintedText& text : page) {
+      EXPECT_FALSE(text.Text.endsWith(u'\u2026')) << text.Text.toStdString();
+    }
+    if (!page.front().Text.startsWith("The Year 2026, continued")) continue;
+    const auto isGraph = [](const PrintedText& text) { return text.Text.startsWith("RELAY "); };
     std::vector<PrintedText> titles;
     std::copy_if(page.begin(), page.end(), std::back_inserter(titles), isGraph);
     for (std::size_t i = 1; i < titles.size(); ++i) {
@@ -127,11 +133,46 @@ TEST_F(ReportPagesTest, GraphsThatGoOnBehindABreakHaveTheirTitleAndDoNotTouch) {
         EXPECT_GT(titles[i].Left, titles[i - 1].Right + pages.Millimetres(2));
       }
     }
-    if (titles.empty() || !page.front().Text.startsWith("The Year 2026, continued")) continue;
+    ASSERT_FALSE(titles.empty());
     ++continued;
     EXPECT_LT(page.front().Base, titles.front().Base);
   }
   EXPECT_GE(continued, 1);
+}
+
+TEST_F(ReportPagesTest, ACurveStandsBelowItsTableAndNotAloneOnAPage) {
+  DimSetEnabled(0, 1);
+  DimSetTrackMode(0, 0, Track2Point);
+  PanelRecord.IOCount(0) = 12;
+  const auto writer = LoadReportWriter();
+  int pagesWithCurve = 0;
+  for (int relays = 4; relays <= ItemCount; relays += 2) {
+    for (int relay = 0; relay < relays; ++relay) {
+      PanelRecord.RelayName(relay) = "LAMP " + std::to_string(relay);  // a row of its own
+    }
+    PageRecorder pages(QPageSize::Letter);
+    writer->Paint(Report(), pages);
+    for (const auto& page : pages.Pages()) {
+      EXPECT_FALSE(page.front().Text.contains("continued")) << relays;
+      pagesWithCurve += Find(page, "light, fc") ? 1 : 0;
+    }
+  }
+  EXPECT_EQ(pagesWithCurve, 23);
+}
+
+TEST_F(ReportPagesTest, ACoverTellsLongEntriesWhole) {
+  const QString client = QStringLiteral("The Honourable Company of Lamplighters ").repeated(6);
+  PageRecorder pages(QPageSize::Letter);
+  const PanelReport report = BuildReport(
+      LiveProject,
+      {.Date = QDateTime(QDate(2026, 11, 25), QTime(10, 0)), .Cover = {client, {}, {}}});
+  LoadReportWriter()->Paint(report, pages);
+  QString cover;
+  for (const PrintedText& text : pages.Pages()[0]) {
+    cover += text.Text + u' ';
+    EXPECT_LE(text.Right, pages.width() + 1) << text.Text.toStdString();
+  }
+  EXPECT_TRUE(cover.contains(client.trimmed())) << cover.toStdString();
 }
 
 TEST_F(ReportPagesTest, ARowThatGoesOnBehindABreakHasItsName) {
