@@ -282,11 +282,14 @@ void FindingsList::TakeOver(const std::vector<int>& rows) {
     ::TakeOver(LiveProject, sides->Other, setting);
   }
   if (left < rows.size()) DataChanged = -1;
+  const auto before = std::make_unique<const Project>(LiveProject);
   Refresh();
   if (left > 0) {
     TellRefusal(
         QStringLiteral("How the panel is reached was left as it is while it is connected."));
   } else {
-    TellNews(QStringLiteral("Settings taken over: %1").arg(rows.size()));
+    // As Undo counts them: a row may bring several settings with it.
+    const std::size_t taken = DifferentSettings(LiveProject, *before, true).size();
+    TellNews(QStringLiteral("Settings taken over: %1").arg(taken));
   }
 }
