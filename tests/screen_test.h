@@ -45,7 +45,10 @@ class ScreenTest : public testing::Test {
       return static_cast<int>(chosen < 0 ? choices.size() - 1 : chosen);
     };
     shownAskText = AskTextSeam;
-    AskTextSeam = [this](const QString&) { return nextText; };
+    AskTextSeam = [this](const QString&, const QString& about) {
+      askedAbout = about;
+      return nextText;
+    };
     shownFileDialog = FileDialogSeam;
     FileDialogSeam = [this](const FileRequest& request) {
       fileRequests.push_back(request);
@@ -178,7 +181,7 @@ class ScreenTest : public testing::Test {
   QByteArray oldHome;
   std::function<MsgAnswer(const Message&)> shownMsgBox;  ///< The ones that users see.
   std::function<int(const QString&, const QStringList&)> shownAsk;
-  std::function<std::optional<QString>(const QString&)> shownAskText;
+  std::function<std::optional<QString>(const QString&, const QString&)> shownAskText;
   std::function<QString(const FileRequest&)> shownFileDialog;
   std::vector<Message> messages;
   std::vector<MsgAnswer> answers;
@@ -186,5 +189,6 @@ class ScreenTest : public testing::Test {
   QString nextFileName;
   QString nextChoice;               ///< Of a question with answers of its own; else the last.
   std::optional<QString> nextText;  ///< Typed into a question that asks for one.
+  QString askedAbout;               ///< What stood above it.
   std::unique_ptr<frmT3MasterMDI> window;
 };

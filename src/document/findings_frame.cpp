@@ -340,7 +340,8 @@ void FindingsFrame::cmdAccept_Click() {
   } else {
     const auto reason =
         AskText(rows.size() == 1 ? QStringLiteral("Why should this finding stay?")
-                                 : QStringLiteral("Why should these findings stay?"));
+                                 : QStringLiteral("Why should these findings stay?"),
+                list_.SentencesOf(rows));
     if (!reason) return;
     if (reason->simplified().isEmpty()) {
       TellRefusal(QStringLiteral("Nothing is accepted without a reason."));

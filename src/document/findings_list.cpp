@@ -254,6 +254,16 @@ void FindingsList::TakeBack(const std::vector<int>& rows) {
   });
 }
 
+QString FindingsList::SentencesOf(const std::vector<int>& rows) const {
+  constexpr std::size_t most = 5;
+  QStringList sentences;
+  for (const int row : rows) {
+    if (sentences.size() < static_cast<qsizetype>(most)) sentences << RowAt(row).Cells.last();
+  }
+  if (rows.size() > most) sentences << QStringLiteral("and %1 more").arg(rows.size() - most);
+  return sentences.join(u'\n');
+}
+
 std::optional<Mending> FindingsList::MendingOfRow(int row) const {
   const auto& found = RowAt(row).Found;
   return found ? MendingOf(LiveProject, *found) : std::nullopt;
@@ -272,6 +282,7 @@ void FindingsList::Mend(const std::vector<int>& rows) {
 void FindingsList::TakeOver(const std::vector<int>& rows) {
   if (!Compares()) return;
   const auto sides = sides_();
+  const auto before = std::make_unique<const Project>(LiveProject);
   std::size_t left = 0;
   for (const int row : rows) {
     const Setting& setting = *RowAt(row).Of;
@@ -282,7 +293,6 @@ void FindingsList::TakeOver(const std::vector<int>& rows) {
     ::TakeOver(LiveProject, sides->Other, setting);
   }
   if (left < rows.size()) DataChanged = -1;
-  const auto before = std::make_unique<const Project>(LiveProject);
   Refresh();
   if (left > 0) {
     TellRefusal(

@@ -81,6 +81,8 @@ class FindingsList : public QObject {
   void Accept(const std::vector<int>& rows, const QString& reason);
   void TakeBack(const std::vector<int>& rows);
   /// What puts the row right, if there is one right answer.
+  /// What some rows tell, a line each; of many the first ones, and how many more they are.
+  QString SentencesOf(const std::vector<int>& rows) const;
   std::optional<Mending> MendingOfRow(int row) const;
   void Mend(const std::vector<int>& rows);
   /// The other side's values of these rows come into the project.

@@ -5,7 +5,9 @@
 #include "document/rules/check/mend.h"
 #include "panel/difference.h"
 #include "panel/dimmer_fields.h"
+#include "panel/dimmer_words.h"
 #include "panel/live_dimmers.h"
+#include "panel/project_file.h"
 #include "panel/stopwatch.h"
 #include "screen_test.h"
 #include "shell/window/history.h"
@@ -65,6 +67,7 @@ TEST_F(ActingOnFindingsTest, AcceptedIsKeptBesideTheFileUntilTheFindingSaysSomet
   nextText = " \t";
   Press("cmdAccept");
   EXPECT_EQ(Text("lblMark"), "Nothing is accepted without a reason.");
+  EXPECT_EQ(askedAbout, "TIMER 07 turns on GROUP 04, which has no relay.");
   nextText = "Wired\tnext\nspring";
   const std::string bytes = Bytes();
   List().setFocus();
@@ -130,6 +133,27 @@ TEST_F(ActingOnFindingsTest, SaveAsTakesAlongWhatIsAcceptedAndANewProjectHasNone
   Select(noRelay);
   Press("cmdAccept");
   EXPECT_EQ(OnlyMessage(), "Save the project first: what is accepted is kept beside its file.");
+}
+
+TEST_F(ActingOnFindingsTest, UndoCountsWhatWasTakenOverAsTakeOverDid) {
+  // Under a slot that is not used here stands a number, which is a setting of its own on the way
+  // back.
+  DimSetEnabled(0, 1);
+  DimSetCtlNumber(0, 0, 1, 5);
+  Project other = LiveProject;
+  SetDimmerValue(other.Dimmers, dim::ControlType, {0, 0}, ControlTimer, 1);
+  SetDimmerValue(other.Dimmers, dim::ControlNumber, {0, 0}, 3, 1);
+  nextFileName = folder.filePath("office.T3");
+  WriteProject(nextFileName, other);
+  window->Steps().Begin();
+  Menu("mnuDocument");
+  Press("cmdCompare");
+  EXPECT_EQ(List().topLevelItemCount(), 1);
+  List().selectAll();
+  Press("cmdTakeOver");
+  EXPECT_EQ(Text("lblMark"), "Settings taken over: 2");
+  QTest::keyClick(window.get(), Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(Text("lblMark"), "Undone: 2 settings of Document");
 }
 
 TEST_F(ActingOnFindingsTest, WhatHasOneRightAnswerIsMendedInOneStep) {

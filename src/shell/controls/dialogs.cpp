@@ -2,13 +2,15 @@
 
 #include <QApplication>
 #include <QDesktopServices>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QInputDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QUrl>
+#include <QVBoxLayout>
 #include <algorithm>
 #include <vector>
 
@@ -93,16 +95,31 @@ int ShowQuestion(const QString& text, const QStringList& answers) {
   return static_cast<int>(pressed - buttons.begin());
 }
 
-std::optional<QString> ShowTextQuestion(const QString& text) {
+std::optional<QString> ShowTextQuestion(const QString& text, const QString& about) {
   constexpr int leastChars = 60;  // a sentence
-  QInputDialog dialog(FrontWindow());
+  QDialog dialog(FrontWindow());
   dialog.setWindowTitle(ProgramTitle);
-  dialog.setLabelText(text);
-  dialog.setInputMode(QInputDialog::TextInput);
-  if (auto* box = dialog.findChild<QLineEdit*>())
-    box->setMinimumWidth(leastChars * box->fontMetrics().averageCharWidth());
+  auto* column = new QVBoxLayout(&dialog);
+  auto* lblAbout = new QLabel(about);
+  lblAbout->setObjectName(QStringLiteral("lblAbout"));
+  lblAbout->setTextFormat(Qt::PlainText);
+  lblAbout->setWordWrap(true);
+  lblAbout->setForegroundRole(QPalette::PlaceholderText);
+  column->addWidget(lblAbout);
+  auto* lblText = new QLabel(text);
+  column->addWidget(lblText);
+  auto* box = new QLineEdit;
+  box->setObjectName(QStringLiteral("txtAnswer"));
+  box->setMinimumWidth(leastChars * box->fontMetrics().averageCharWidth());
+  lblText->setBuddy(box);
+  column->addWidget(box);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+  QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+  QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+  column->addWidget(buttons);
+  box->setFocus();
   const bool accepted = dialog.exec() == QDialog::Accepted;
-  return accepted ? std::optional(dialog.textValue()) : std::nullopt;
+  return accepted ? std::optional(box->text()) : std::nullopt;
 }
 
 /// "Text (*.T3)|*.T3|All Files (*.*)|*.*" as the toolkit writes it, in either letter case.
@@ -193,7 +210,8 @@ QString ChooseFile(const FileRequest& request) {
 
 std::function<MsgAnswer(const Message&)> MsgBoxSeam = ShowMessage;
 std::function<int(const QString&, const QStringList&)> AskSeam = ShowQuestion;
-std::function<std::optional<QString>(const QString&)> AskTextSeam = ShowTextQuestion;
+std::function<std::optional<QString>(const QString&, const QString&)> AskTextSeam =
+    ShowTextQuestion;
 std::function<QString(const FileRequest&)> FileDialogSeam = ChooseFile;
 std::function<void(const QString&)> OpenUrlSeam = [](const QString& address) {
   QDesktopServices::openUrl(QUrl::fromUserInput(address));
@@ -209,8 +227,8 @@ int Ask(const QString& text, const QStringList& answers) {
   return ProgramEnding() ? static_cast<int>(answers.size()) - 1 : AskSeam(text, answers);
 }
 
-std::optional<QString> AskText(const QString& text) {
-  return AskTextSeam(text);
+std::optional<QString> AskText(const QString& text, const QString& about) {
+  return AskTextSeam(text, about);
 }
 
 void SetGuidePage(QWidget& part, const char* page) {

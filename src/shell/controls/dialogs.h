@@ -39,8 +39,9 @@ MsgAnswer MsgBox(const QString& text, MsgIcon icon, const QString& title,
 /// is asked any more. Gives the answer's place.
 int Ask(const QString& text, const QStringList& answers);
 
-/// A line that the user types below the text; null when the user cancels.
-std::optional<QString> AskText(const QString& text);
+/// A line that the user types below the text; null when the user cancels. What it is about stands
+/// above the text.
+std::optional<QString> AskText(const QString& text, const QString& about);
 
 /// The chosen path, or an empty string when the user cancels.
 QString FileDialog(const FileRequest& request);
@@ -56,6 +57,6 @@ QString GuidePageAround(const QWidget* control);
 /// Tests answer and read the dialogs by putting their own functions here.
 extern std::function<MsgAnswer(const Message&)> MsgBoxSeam;
 extern std::function<int(const QString& text, const QStringList& answers)> AskSeam;
-extern std::function<std::optional<QString>(const QString& text)> AskTextSeam;
+extern std::function<std::optional<QString>(const QString& text, const QString& about)> AskTextSeam;
 extern std::function<QString(const FileRequest&)> FileDialogSeam;
 extern std::function<void(const QString&)> OpenUrlSeam;
