@@ -38,7 +38,7 @@ const Words& WordsFor(const Setting& setting) {
 QString TimerPartInWords(const Project& project, const Setting& setting, Int32 value) {
   using P = PanelRecordType;
   const FieldFacts* part = setting.Field;
-  const QString number = QString::number(value);
+  QString number = QString::number(value);
   const auto isWord = [value](int count) { return value >= 0 && value < count; };
   if (part == &FactsOf(&P::TimerTimeType)) {
     constexpr int hours = 24;

@@ -113,7 +113,9 @@ void ReadDate(std::string_view words, TimerRun& run) {
     return;
   }
   std::vector<Int16> masks = {run.Days};
-  for (Int16 days = 0; days < 1 << (HolidayBit + 1); ++days) masks.push_back(days);
+  for (int days = 0; days < 1 << (HolidayBit + 1); ++days) {
+    masks.push_back(static_cast<Int16>(days));
+  }
   for (const Int16 days : masks) {
     if (DateInWords(days, 0, 0) != words) continue;
     run.Days = days;
