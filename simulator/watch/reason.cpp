@@ -119,10 +119,16 @@ const SharedReason& ReasonKeeper::Take(const Row& row, const Configuration& sett
   // A switch that opens after it has set something does not do so in that thing's name.
   const bool itself = row.Item == row.Cause && row.Cause.What != Subject::Kind::Relay;
   if (same && !fires && !(itself && Fired.What != Subject::Kind::None)) return Known;
+  if (Known && Known->At != row.Time) RanOut.clear();
+  // A group follows after all its relays, in the name of the first.
+  if (const auto known = RanOut.find(row.Cause); !fires && known != RanOut.end()) {
+    return Known = known->second;
+  }
   Firing = fires && row.Item.What == Subject::Kind::None ? std::string(row.Words) : std::string();
   Fired = fires ? row.Item : Subject{};
   Known = std::make_shared<const Reason>(
       Reason{row.Time, row.Cause, WordsOf(row, settings, Firing, Fired)});
+  if (fires && !Known->HasDoer()) RanOut[row.Cause] = Known;
   return Known;
 }
 

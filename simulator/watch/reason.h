@@ -43,8 +43,9 @@ class ReasonKeeper {
 
  private:
   SharedReason Known;
-  std::string Firing;  // words of the cause's last row that fires
-  Subject Fired;       // what it told: a preset, a timer
+  std::map<Subject, SharedReason> RanOut;  // at the instant of the last row
+  std::string Firing;                      // words of the cause's last row that fires
+  Subject Fired;                           // what it told: a preset, a timer
 };
 
 /// A change of an item, and why.

@@ -44,20 +44,21 @@ class Gatherer {
   std::string Named(const Subject& item) const { return NamedText(item, Settings); }
 
   void AddPending(const Pending& pending) {
-    const auto add = [&](const char* what) {
-      const Subject first{Subject::Kind::Relay, std::countr_zero(pending.Relays), 0};
+    const auto addOf = [&](Mask some, const char* what) {
+      if (some == 0) return;
+      const Subject first{Subject::Kind::Relay, std::countr_zero(some), 0};
       Add(pending.At,
-          std::string(what) + ": " + RelayList(pending.Relays, Settings) + " (" +
-              Named(pending.Begun.Who) + " of " +
-              ShortTime(pending.Begun.Since, Runner.Now(), Settings.Days) + ")",
+          std::string(what) + ": " + RelayList(some, Settings) + " (" + Named(pending.Begun.Who) +
+              " of " + ShortTime(pending.Begun.Since, Runner.Now(), Settings.Days) + ")",
           first);
     };
+    const auto add = [&](const char* what) { addOf(pending.Relays, what); };
     const RelaySettings& relays = Settings.Relays;
     const bool alarm = (pending.Relays & (relays.AlarmOn | relays.AlarmOff)) != 0;
     switch (pending.What) {
       case Due::WarningOver:
-        return add((pending.Relays & relays.HIDDelay) != 0 ? "Delay, then off"
-                                                           : "Warning, then off");
+        addOf(pending.Relays & ~relays.HIDDelay, "Blinks, then off");
+        return addOf(pending.Relays & relays.HIDDelay, "Delay, then off");
       case Due::TimeOver:
         return add("Timed on");
       case Due::PulseOver:

@@ -10,7 +10,7 @@ namespace simulator {
 /// Something that runs, holds or is in force now.
 struct Running {
   std::optional<Instant> Until;  // nothing: as long as it does
-  std::string Words;             // as in "Warning, then off: HALL (SWEEP of 21:00)"
+  std::string Words;             // as in "Blinks, then off: HALL (SWEEP of 21:00)"
   Subject About;                 // the first item of it
 
   bool operator==(const Running&) const = default;

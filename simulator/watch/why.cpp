@@ -145,6 +145,8 @@ class Teller {
         return text + OfPhotocell(item);
       case Kind::Dimmer:
         return text + OfDimmer(item);
+      case Kind::Sweep:
+        return text + OfSweep();
       default:
         return text;
     }
@@ -204,6 +206,13 @@ class Teller {
     tell(wanted.On & ~on, " off");
     tell(wanted.Off & on, " on");
     return text + Next(item);
+  }
+
+  std::string OfSweep() const {
+    const std::optional<Instant>& next = Runner.Inside().Days.NextSweep;
+    return next ? "next " + Time(*next) + ", for " +
+                      ItemList(Kind::Relay, Settings.Hours.Swept, Settings)
+                : "comes when the building closes";
   }
 
   std::string OfTimer(const Subject& item) const {
@@ -359,7 +368,8 @@ std::string WhyNothing(const Subject& item, const Engine& engine) {
   const Mask held = relays & engine.Inside().Relays.Held;
   if (held == 0) return because("all that it controls stands so already");
   const Subject first{Kind::Relay, std::countr_zero(held), 0};
-  return because(RelayList(held, settings) + " held by " + HeldBy(first, engine));
+  const char* verb = std::popcount(held) == 1 ? " is held by " : " are held by ";
+  return because(RelayList(held, settings) + verb + HeldBy(first, engine));
 }
 
 Mask SwitchedRelays(const Configuration& settings) {

@@ -78,8 +78,7 @@ TEST_F(WatchTest, ARelayTellsSinceWhenByWhomAndUntilWhen) {
   EXPECT_EQ(WhyOf(Relay(1)),
             "RELAY 01 HALL: blinks since 21:00 by SWEEP, off 21:10, warning over (SWEEP of 21:00)");
   EXPECT_EQ(SignOf(Relay(1), Runner), "warning");
-  EXPECT_TRUE(RunsNow().starts_with("6:00 Warning, then off: HALL (SWEEP of 21:00)\n"))
-      << RunsNow();
+  EXPECT_TRUE(RunsNow().starts_with("6:00 Blinks, then off: HALL (SWEEP of 21:00)\n")) << RunsNow();
   GoTo(22, 30);
   EXPECT_EQ(WhyOf(Relay(1)),
             "RELAY 01 HALL: off since 21:10, warning over (SWEEP of 21:00), on Tue 16:40 by TIMER "
@@ -109,7 +108,8 @@ TEST_F(WatchTest, WhatDoesNothingSaysWhyAndWhatHoldsIsListed) {
   GoTo(9, 0);
   for (const int input : {1, 2, 3}) Runner.SetContact(input, On, true);
   EXPECT_EQ(WhyNothing(Input(1), Runner), "INPUT 01 KEY does nothing: it is disabled by INPUT 04.");
-  EXPECT_EQ(WhyNothing(Relay(2), Runner), "RELAY 02 PORCH does nothing: PORCH held by INPUT 02.");
+  EXPECT_EQ(WhyNothing(Relay(2), Runner),
+            "RELAY 02 PORCH does nothing: PORCH is held by INPUT 02.");
   EXPECT_EQ(WhyNothing(Input(6), Runner), "INPUT 06 does nothing: it controls nothing.");
   EXPECT_EQ(SignOf(Relay(2), Runner), "held off");
   EXPECT_EQ(SignOf({Kind::Timer, 0, 0}, Runner), "disabled");
@@ -142,6 +142,22 @@ TEST_F(WatchTest, TheLogJoinsWhatBelongsTogetherAndPassesOverIdleSweeps) {
   EXPECT_EQ(ShortTime(next.value(), Runner.Now(), Runner.Days()), "16:40");
   Runner.SetContact(1, On, true);
   EXPECT_EQ(Told(), "INPUT 02 closed\n");
+}
+
+TEST_F(WatchTest, AGroupTellsWhatItsRelaysTellAndBlinkingIsNoDelay) {
+  // Porch with a delay; both off at one instant, and a group of both.
+  Set(Memory, Byte(map::RelayTimerType + 1, 2), Code(map::TimerRelayControl, 1, 0, 1),
+      Code(map::GroupRelayInclude, 0, 0, 1), Code(map::GroupRelayInclude, 1, 0, 1));
+  GoTo(21, 4);
+  EXPECT_TRUE(
+      RunsNow().starts_with("6:00 Blinks, then off: HALL (SWEEP of 21:00)\n"
+                            "6:00 Delay, then off: PORCH (SWEEP of 21:00)\n"))
+      << RunsNow();
+  EXPECT_EQ(WhyOf({Kind::Sweep, 0, 0}), "SWEEP: next 22:00, for GROUP 01");
+  GoTo(22, 30);
+  EXPECT_TRUE(WhyOf({Kind::Group, 0, 0})
+                  .starts_with("GROUP 01: off since 21:10, warning over (SWEEP of 21:00), "))
+      << WhyOf({Kind::Group, 0, 0});
 }
 
 TEST_F(WatchTest, BarsTellBlinkingApartAndGoOnWhereTheFutureBegins) {
