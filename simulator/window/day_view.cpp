@@ -50,6 +50,7 @@ DayView::DayView(Panel& panel)
       Picture(new DayPicture),
       History(panel.Runner()),
       Since(panel.Runner().Now()),
+      Seen(Since),
       Current(panel.Memory) {
   auto* column = new QVBoxLayout(this);
   auto* row = new QHBoxLayout;
@@ -140,12 +141,12 @@ void DayView::AddLegend(QBoxLayout& row) {
     parts << QStringLiteral("<nobr><span style=\"color:%1\">%2</span>%3</nobr>")
                  .arg(color, QString::fromLatin1(sign), QString::fromLatin1(word));
   };
-  add(QStringLiteral("#e8a200"), "&#9608;", "On");
-  add(QStringLiteral("#d04010"), "&#9618;", "Warning");
+  add(QStringLiteral("#e8a200"), "&#9608;&nbsp;", "On");
+  add(QStringLiteral("#d04010"), "&#9618;&nbsp;", "Warning");
   for (int kind = 0; kind < static_cast<int>(DayLineNames.size()); ++kind) {
     add(DayLineColor(kind).name(), "&#9612;", DayLineNames[static_cast<std::size_t>(kind)]);
   }
-  add(QStringLiteral("#d01060"), "&#9644;", "Differs");
+  add(QStringLiteral("#d01060"), "&#9644;&nbsp;", "Differs");
   auto* legend = new QLabel(parts.join(QStringLiteral("&nbsp; ")));
   legend->setObjectName(QStringLiteral("legend"));
   legend->setWordWrap(true);
@@ -170,7 +171,8 @@ void DayView::ShowSettings(const Configuration&) {
 }
 
 void DayView::Take(const Row& row) {
-  if (row.Cause.What == Subject::Kind::Power && row.Time < Seen) {  // time has gone back
+  const bool far = row.Time < Seen || row.Time > Seen + PanelClock::FarMs - DayMs;
+  if (row.Cause.What == Subject::Kind::Power && far) {  // a jump to where power comes anew
     History = BarKeeper();
     Since = row.Time;
   }

@@ -74,9 +74,9 @@ class DayView : public PanelView {
   QLabel* Note;
   DayPicture* Picture;
   BarKeeper History;
-  Instant Since;     // the history begins
-  Instant Seen = 0;  // the last present
-  QDate Today;       // of the panel
+  Instant Since;  // the history begins
+  Instant Seen;   // the last present
+  QDate Today;    // of the panel
   PanelMemory Current;
   std::optional<PanelMemory> Before;  // the settings before
   bool Stale = true;
