@@ -29,7 +29,9 @@ WatchView::WatchView(Panel& panel, Narrator& narrator)
   List->setWordWrap(true);
   List->setAlternatingRowColors(true);
   List->header()->setSectionResizeMode(Left, QHeaderView::ResizeToContents);
-  connect(List->header(), &QHeaderView::sectionResized, this, [this] { FitLines(); });
+  connect(List->header(), &QHeaderView::sectionResized, this, [this] { FitLater(); });
+  Fits.setSingleShot(true);
+  connect(&Fits, &QTimer::timeout, this, [this] { FitLines(); });
   List->setMinimumHeight(3 * fontMetrics().height());
   connect(List, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) {
     const auto at = static_cast<std::size_t>(List->indexOfTopLevelItem(item));
@@ -47,6 +49,7 @@ void WatchView::FitLines() {
     const QRect words = metrics.boundingRect(room, Qt::TextWordWrap, item->text(What));
     item->setSizeHint(What, {0, words.height() + 2});
   }
+  List->doItemsLayout();
 }
 
 void WatchView::ShowStates() {
@@ -70,6 +73,7 @@ void WatchView::ShowStates() {
       item->setToolTip(What, Wrapped(words));
     }
     FitLines();
+    FitLater();
   }
   for (int i = 0; i < List->topLevelItemCount(); ++i) {
     const Running& known = Known[static_cast<std::size_t>(i)];

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QTimer>
 
 #include "simulator/watch/running.h"
 #include "simulator/window/panel_view.h"
@@ -19,11 +20,14 @@ class WatchView : public PanelView {
  private:
   /// Gives each line the height of its words.
   void FitLines();
+  /// The same once the list knows its width.
+  void FitLater() { Fits.start(0); }
 
   Narrator& Story;
   QTreeWidget* List;
   std::vector<Running> Known;
   QElapsedTimer Made;
+  QTimer Fits;
 };
 
 }  // namespace simulator
