@@ -27,10 +27,13 @@ void Files::AddEntries(QMenu& menu) {
       Save(QString(title).remove(QLatin1Char('&')), QString::fromLatin1(suffix), content);
     });
   };
-  menu.addAction(QStringLiteral("&Save My Presses..."), &menu, [this] {
+  QAction* presses = menu.addAction(QStringLiteral("&Save My Presses..."), &menu, [this] {
     Save(QStringLiteral("Save My Presses"), QStringLiteral("txt"),
          [this] { return "# What was done in the simulated panel's window.\n" + Presses; });
   });
+  menu.setToolTipsVisible(true);
+  presses->setToolTip(
+      QStringLiteral("What was done by hand; what a loaded script has done stands in that script"));
   add("Save the L&og As Rows", "tsv", Rows);
   add("Save the &Picture's Days", "svg", Plan);
   add("Save Their &Burn Hours", "tsv", BurnHours);
