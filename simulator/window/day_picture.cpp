@@ -11,6 +11,7 @@ namespace simulator {
 namespace {
 
 constexpr int Margin = 6;
+constexpr int HourStep = 2;
 
 QString TimeText(std::int64_t wall, const char* form = "HH:mm") {
   return DateTimeOf(wall).toString(QString::fromLatin1(form));
@@ -73,6 +74,8 @@ void DayPicture::ShowNow(std::int64_t wall) {
   const int before = static_cast<int>(X(Now));
   const int after = static_cast<int>(X(wall));
   Now = wall;
+  // What it tells of a moment is of no use long after.
+  if (std::abs(Now - ToldAt) >= HourMs) Tell(this, {}, {});
   constexpr int lineWidth = 4;
   if (after == before) return;
   for (const int x : {before, after}) update(x - lineWidth / 2, 0, lineWidth, height());
@@ -177,24 +180,40 @@ QString DayPicture::Words(int row, std::int64_t wall) const {
                                               : QStringLiteral(" They differ."));
 }
 
-void DayPicture::PaintScale(QPainter& painter, int bottom) const {
+void DayPicture::PaintGrid(QPainter& painter, int bottom) const {
   QColor quiet = palette().color(QPalette::WindowText);
   quiet.setAlphaF(0.25F);
-  const int top = Top();
-  for (int day = 0; day < Plan.Days; ++day) {
-    constexpr int hourStep = 2;
-    const std::int64_t start = (Plan.FirstDay + day) * DayMs;
-    for (int hour = 0; hour <= 24; hour += Plan.Days > 1 ? 12 : hourStep) {
-      const double x = X(start + hour * HourMs);
-      painter.setPen(quiet);
-      painter.drawLine(QPointF(x, top), QPointF(x, bottom));
-      if (Plan.Days > 1 && hour != 12) continue;
-      painter.setPen(palette().color(QPalette::WindowText));
-      const QString text = Plan.Days > 1 ? TimeText(start, "ddd MM-dd") : QString::number(hour);
-      const int half = painter.fontMetrics().horizontalAdvance(text);
-      const double left = std::min(x - half, width() - 2.0 * half);
-      painter.drawText(QRectF(left, 0, 2.0 * half, top - 4), Qt::AlignCenter, text);
+  painter.setPen(quiet);
+  const int step = Plan.Days > 1 ? 12 : HourStep;
+  for (int hour = 0; hour <= 24 * Plan.Days; hour += step) {
+    const double x = X(Plan.FirstDay * DayMs + hour * HourMs);
+    painter.drawLine(QPointF(x, Top()), QPointF(x, bottom));
+  }
+}
+
+/// Above the rows, also where some of them are scrolled away.
+void DayPicture::PaintScale(QPainter& painter) const {
+  const int head = std::max(-y(), 0);
+  const int height = Top() - 4;
+  if (head > 0) painter.fillRect(0, head, width(), height, palette().color(QPalette::Window));
+  painter.setPen(palette().color(QPalette::WindowText));
+  const auto label = [&](std::int64_t wall, const QString& text) {
+    const int wide = painter.fontMetrics().horizontalAdvance(text) + 2;
+    const double left = std::min(X(wall) - wide / 2.0, double{1} * (width() - wide));
+    painter.drawText(QRectF(left, head, wide, height), Qt::AlignCenter, text);
+  };
+  const std::int64_t first = Plan.FirstDay * DayMs;
+  if (Plan.Days == 1) {
+    for (int hour = 0; hour <= 24; hour += HourStep) {
+      label(first + hour * HourMs, QString::number(hour));
     }
+    return;
+  }
+  const int widest = painter.fontMetrics().horizontalAdvance(QStringLiteral("Wed 00-00  "));
+  const bool narrow = widest * Plan.Days > width() - NameWidth - Margin;
+  for (int day = 0; day < Plan.Days; ++day) {
+    const std::int64_t noon = first + day * DayMs + DayMs / 2;
+    label(noon, TimeText(noon, narrow ? "ddd d" : "ddd MM-dd"));
   }
 }
 
@@ -246,7 +265,7 @@ void DayPicture::paintEvent(QPaintEvent* event) {
   const int bottom = top + RowHeight() * static_cast<int>(Plan.Items.size());
   painter.fillRect(QRect(left, top, width() - left - Margin, bottom - top),
                    palette().color(QPalette::Base));
-  PaintScale(painter, bottom);
+  PaintGrid(painter, bottom);
   for (std::size_t i = 0; i < Plan.Items.size(); ++i) {
     const int y = top + RowHeight() * static_cast<int>(i);
     if (hasFocus() && static_cast<int>(i) == MarkRow) {
@@ -270,9 +289,16 @@ void DayPicture::paintEvent(QPaintEvent* event) {
     painter.setPen(QPen(palette().color(QPalette::WindowText), 2));
     painter.drawLine(QPointF(X(Now), top - 4), QPointF(X(Now), bottom));
   }
-  if (!hasFocus()) return;
-  painter.setPen(QPen(palette().color(QPalette::Highlight), 2, Qt::DotLine));
-  painter.drawLine(QPointF(X(Mark), top), QPointF(X(Mark), bottom));
+  if (hasFocus()) {
+    painter.setPen(QPen(palette().color(QPalette::Highlight), 2, Qt::DotLine));
+    painter.drawLine(QPointF(X(Mark), top), QPointF(X(Mark), bottom));
+  }
+  PaintScale(painter);
+}
+
+void DayPicture::moveEvent(QMoveEvent* event) {
+  QLabel::moveEvent(event);
+  update();
 }
 
 bool DayPicture::event(QEvent* event) {
@@ -283,6 +309,7 @@ bool DayPicture::event(QEvent* event) {
     const auto words = [this, row = RowAt(help->y()), wall = WallAt(help->x())] {
       return Words(row, wall);
     };
+    ToldAt = Now;
     Tell(this, words, help->globalPos());
   }
   return true;
@@ -292,8 +319,8 @@ void DayPicture::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton || event->position().x() < NameWidth) return;
   Mark = WallAt(event->position().x());
   MarkRow = RowAt(event->position().y());
-  TellMark();
   Choose(Mark);
+  TellMark();
 }
 
 void DayPicture::keyPressEvent(QKeyEvent* event) {
@@ -315,6 +342,7 @@ void DayPicture::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
       Choose(Mark);
+      TellMark();
       return;
     default:
       QLabel::keyPressEvent(event);
@@ -332,6 +360,7 @@ void DayPicture::focusInEvent(QFocusEvent* event) {
 }
 
 void DayPicture::TellMark() {
+  ToldAt = Now;
   setAccessibleDescription(Words(MarkRow, Mark));
   Tell(this, [this] { return Words(MarkRow, Mark); }, {});
   update();

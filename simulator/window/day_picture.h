@@ -63,7 +63,8 @@ class DayPicture : public QLabel {
   void ShowNow(std::int64_t wall);
 
   std::function<void(std::int64_t wall)> Choose;
-  /// Tells what is at the mark, or in a tip what is at the pointer.
+  /// Tells what is at the mark, or in a tip what is at the pointer; no words: no
+  /// longer.
   std::function<void(QWidget*, Telling, const std::optional<QPoint>& tipAt)> Tell;
 
   QSize sizeHint() const override;
@@ -72,6 +73,7 @@ class DayPicture : public QLabel {
  protected:
   bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
@@ -86,7 +88,8 @@ class DayPicture : public QLabel {
   /// Empty for what is not on show.
   QString Words(int row, std::int64_t wall) const;
   void TellMark();
-  void PaintScale(QPainter& painter, int bottom) const;
+  void PaintGrid(QPainter& painter, int bottom) const;
+  void PaintScale(QPainter& painter) const;
   void PaintRow(QPainter& painter, const DayPlan::ItemRow& row, int top, const QRect& wanted) const;
   void PaintStretches(QPainter& painter, const DayPlan::Stretches& stretches, int row,
                       const QRect& lane, const QRect& wanted) const;
@@ -94,6 +97,7 @@ class DayPicture : public QLabel {
 
   DayPlan Plan;
   std::int64_t Now = 0;
+  std::int64_t ToldAt = 0;  // the present when it told something
   std::int64_t Mark = 0;
   int MarkRow = 0;
   int NameWidth = 0;

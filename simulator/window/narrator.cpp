@@ -103,13 +103,22 @@ void Narrator::RunUntilChanged(const Subject& item) {
 }
 
 void Narrator::Follow(QWidget* widget, Telling words, const std::optional<QPoint>& tipAt) {
+  if (!words && widget != Followed) return;
   Followed = widget;
   Words = std::move(words);
   Told.clear();
+  if (!Words) {
+    Followed.clear();
+    return TellWhy(QString());
+  }
   TellFollowed();
   if (!tipAt) return;
   TipAt = *tipAt;
   QToolTip::showText(TipAt, Wrapped(Told), widget);
+}
+
+void Narrator::ForgetHidden() {
+  if (Followed && !Followed->isVisible()) Follow(Followed, {});
 }
 
 void Narrator::TellFollowed() {

@@ -44,8 +44,10 @@ class Narrator : public QObject {
 
   void Explain(QWidget* widget, const Subject& item);
   /// From now on tells this of the widget, and anew whenever the words change; with a place also in
-  /// a tip there.
+  /// a tip there; without words no longer.
   void Follow(QWidget* widget, Telling words, const std::optional<QPoint>& tipAt = {});
+  /// Tells no more of what has gone from sight.
+  void ForgetHidden();
   void Press(const Subject& item, const std::function<void()>& act);
   /// Goes to the next change of the item.
   void RunUntilChanged(const Subject& item);
