@@ -32,15 +32,15 @@ void PanelClock::Tick() {
   Runner.AdvanceTo(Runner.Now() + passed * Factor);
 }
 
-void PanelClock::JumpTo(const QDateTime& time) {
+bool PanelClock::JumpTo(const QDateTime& time) {
   Tick();
   const Calendar& days = Runner.Days();
   const std::int64_t wall = WallOf(time);
   const Instant at = days.FromWall(wall);
-  if (at < Runner.Now() || at > Runner.Now() + FarMs) {
-    Runner.PowerOn(days.FromWall(wall / DayMs * DayMs));
-  }
+  const bool anew = at < Runner.Now() || at > Runner.Now() + FarMs;
+  if (anew) Runner.PowerOn(days.FromWall(wall / DayMs * DayMs));
   Runner.AdvanceTo(at);
+  return anew;
 }
 
 bool PanelClock::Step() {

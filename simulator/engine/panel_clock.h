@@ -32,8 +32,8 @@ class PanelClock {
   /// brings nothing.
   void Tick();
   /// Goes to a time of the wall clock: forward through all that happens, backward, and further away
-  /// than FarMs, by power coming anew at the beginning of that day.
-  void JumpTo(const QDateTime& time);
+  /// than FarMs, by power coming anew at the beginning of that day; whether it did.
+  bool JumpTo(const QDateTime& time);
   /// Goes to the next row that matters, or that is wanted; whether there is one, not far away.
   [[nodiscard]] bool Step();
   [[nodiscard]] bool Step(const std::function<bool(const Row&)>& wanted);

@@ -13,4 +13,8 @@ QRect RoomBeside(const QRect& window, const QRect& screen, QSize wanted, int lea
 /// Puts a window there, at its present size.
 void StandBeside(QWidget& window, const QRect& other, int least);
 
+/// Gives a window this size or what the screen has of it, its frame included, and moves it there.
+/// Whether there was room for all of it.
+bool FitScreen(QWidget& window, QSize wanted);
+
 }  // namespace simulator

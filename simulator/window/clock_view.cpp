@@ -2,16 +2,15 @@
 
 #include <QButtonGroup>
 #include <QCheckBox>
-#include <QDateTimeEdit>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <utility>
 
 #include "simulator/watch/reason.h"
+#include "simulator/window/time_field.h"
 
 namespace simulator {
 
@@ -44,7 +43,7 @@ ClockView::ClockView(Panel& panel)
       Time(new QLabel),
       Hours(new QLabel),
       Speeds(new QButtonGroup(this)),
-      Wanted(new QDateTimeEdit),
+      Wanted(new TimeField(NextMinute(panel.Time()))),
       Daylight(new QCheckBox(QStringLiteral("Sunl&ight"))) {
   Time->setObjectName(QStringLiteral("time"));
   QFont large = Time->font();
@@ -94,6 +93,11 @@ void ClockView::AddSpeeds(QBoxLayout& row) {
     button->setToolTip(button->accessibleName());
     button->setObjectName(QStringLiteral("speed%1").arg(speed.Factor));
     button->setCheckable(true);
+    // In dark colors a style hardly marks it.
+    button->setStyleSheet(QStringLiteral(
+        "QToolButton:checked { background: palette(highlight); color: palette(highlighted-text);"
+        " border: 2px solid palette(highlight); border-radius: 3px; }"
+        "QToolButton:checked:focus { border-color: palette(window-text); }"));
     button->setFocusPolicy(Qt::StrongFocus);
     button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     button->setChecked(speed.Factor == Source.Pace().Speed());
@@ -104,18 +108,12 @@ void ClockView::AddSpeeds(QBoxLayout& row) {
 }
 
 void ClockView::AddWanted(QBoxLayout& row) {
-  Wanted->setDisplayFormat(QStringLiteral("yyyy-MM-dd HH:mm"));
-  Wanted->setTimeSpec(Qt::UTC);
-  Wanted->setDateTimeRange(
-      QDateTime(QDate(Calendar::FirstYear, 1, 1), {}, Qt::UTC),
-      QDateTime(QDate(Calendar::FirstYear + Calendar::Years - 1, 12, 31), QTime(23, 59), Qt::UTC));
-  Wanted->setDateTime(NextMinute(Source.Time()));
-  Wanted->setCalendarPopup(true);
-  Wanted->setAccessibleName(QStringLiteral("Time to go to"));
-  Wanted->setObjectName(QStringLiteral("wanted"));
+  Wanted->Tell = [this](const QString& words) { Tell(words); };
   row.addWidget(Wanted);
-  const auto go = [this] { GoTo(Wanted->dateTime()); };
-  connect(Wanted->findChild<QLineEdit*>(), &QLineEdit::returnPressed, this, go);
+  const auto go = [this] {
+    if (Wanted->Take()) GoTo(Wanted->Time());
+  };
+  Wanted->Entered = go;
   AddButton(row, "&Go There", "go", go);
 }
 
@@ -161,8 +159,7 @@ void ClockView::FollowSun(bool follows) {
 }
 
 void ClockView::AskTime() {
-  Wanted->setDateTime(NextMinute(Source.Time()));
-  Wanted->setFocus(Qt::ShortcutFocusReason);
+  Wanted->Ask(NextMinute(Source.Time()));
 }
 
 }  // namespace simulator

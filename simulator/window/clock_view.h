@@ -8,11 +8,12 @@
 class QBoxLayout;
 class QButtonGroup;
 class QCheckBox;
-class QDateTimeEdit;
 class QLabel;
 class QPushButton;
 
 namespace simulator {
+
+class TimeField;
 
 /// The panel's clock: what it shows, how fast it runs, where it is to go.
 class ClockView : public PanelView {
@@ -41,7 +42,7 @@ class ClockView : public PanelView {
   QLabel* Time;
   QLabel* Hours;
   QButtonGroup* Speeds;
-  QDateTimeEdit* Wanted;
+  TimeField* Wanted;
   QPushButton* Cut;
   QPushButton* Restore;
   QCheckBox* Daylight;

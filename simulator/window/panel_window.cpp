@@ -18,12 +18,14 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "simulator/window/beside.h"
 #include "simulator/window/clock_view.h"
 #include "simulator/window/coming_view.h"
 #include "simulator/window/day_view.h"
 #include "simulator/window/front_view.h"
 #include "simulator/window/help_window.h"
 #include "simulator/window/log_view.h"
+#include "simulator/window/menu_keys.h"
 #include "simulator/window/relay_view.h"
 #include "simulator/window/switch_view.h"
 #include "simulator/window/watch_view.h"
@@ -108,6 +110,7 @@ PanelWindow::PanelWindow(Simulator& simulator)
   SeenRevision = ShownRevision = Source.ThePanel().Memory.Revision();
   const Configuration settings(Source.ThePanel().Memory);
   for (PanelView* view : Views) view->ShowSettings(settings);
+  LetMenuKeysThrough(*this);
   Fold(false);
   connect(&Ticks, &QTimer::timeout, this, [this] { Refresh(); });
   Ticks.start(RestingTickMs);
@@ -133,16 +136,22 @@ void PanelWindow::BuildViews() {
   Clock->Tell = Story.Tell =
       OwnFiles.Tell = [this](const QString& words) { statusBar()->showMessage(words); };
   Story.Moved = [this] { Refresh(); };
-  Story.TellWhy = [this](const QString& words) { Why->setText(words); };
+  Story.TellWhy = [this](const QString& words) {
+    Why->setText(words.isEmpty()
+                     ? QStringLiteral("Hover over a lamp, a switch or a bar, or walk to "
+                                      "it: here stands why.")
+                     : words);
+  };
   Days->Tell = [this](auto&&... told) { Story.Follow(told...); };
   OwnFiles.Rows = [this] { return Story.Rows(); };
   OwnFiles.Plan = [this] { return Days->PlanFile(); };
   OwnFiles.BurnHours = [this] { return Days->BurnHoursFile(); };
   OwnFiles.TellFailure = [this](const QString& words) { TellFailure(words); };
   OwnFiles.AskPath = [this](const QString& title, const QString& suffix, bool toSave) {
-    const QString filter = QStringLiteral("*.%1;;All Files (*)").arg(suffix);
-    return toSave ? QFileDialog::getSaveFileName(this, title, {}, filter)
-                  : QFileDialog::getOpenFileName(this, title, {}, filter);
+    const QString all = QStringLiteral("All Files (*)");
+    const QString own = QStringLiteral("*.") + suffix;
+    return toSave ? QFileDialog::getSaveFileName(this, title, {}, own + QStringLiteral(";;") + all)
+                  : QFileDialog::getOpenFileName(this, title, {}, all + QStringLiteral(";;") + own);
   };
 
   auto* top = new QHBoxLayout;
@@ -158,14 +167,16 @@ void PanelWindow::BuildViews() {
   Pages->setAccessibleName(QStringLiteral("Pages"));
   Pages->addTab(walls, QStringLiteral("&Switches And Relays"));
   Pages->addTab(Days, QStringLiteral("Days As A &Picture"));
-  connect(Pages, &QTabWidget::currentChanged, this, [this] { Refresh(); });
+  connect(Pages, &QTabWidget::currentChanged, this, [this] {
+    Story.ForgetHidden();
+    Refresh();
+  });
   Why = new QLabel;
   Why->setObjectName(QStringLiteral("why"));
   Why->setTextFormat(Qt::PlainText);
   Why->setWordWrap(true);
   Why->setAlignment(Qt::AlignTop);
-  Why->setText(
-      QStringLiteral("Hover over a lamp, a switch or a bar, or walk to it: here stands why."));
+  Story.TellWhy({});
   Why->setMinimumHeight(2 * fontMetrics().lineSpacing());
   auto* left = new QWidget;
   auto* under = new QVBoxLayout(left);
@@ -289,13 +300,13 @@ void PanelWindow::Fold(bool folded) {
   constexpr int rows = 46;
   const int width = folded ? FoldedWidth : fontMetrics().averageCharWidth() * columns;
   const QSize wanted(width, fontMetrics().height() * rows);
-  const QSize size = wanted.boundedTo(screen()->availableSize());
   // Else the window would still be as wide as what has just left it, or as when it was maximized.
   QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
   layout()->activate();
   setMaximumWidth(folded ? std::max(FoldedWidth, minimumSizeHint().width()) : QWIDGETSIZE_MAX);
-  setWindowState(folded || size == wanted ? Qt::WindowNoState : Qt::WindowMaximized);
-  resize(size);
+  setWindowState(Qt::WindowNoState);
+  const bool fits = FitScreen(*this, wanted);
+  if (!folded && !fits) setWindowState(Qt::WindowMaximized);
 }
 
 void PanelWindow::ShowTitle() {
@@ -332,7 +343,10 @@ void PanelWindow::EndWith(pid_t program) {
 
 void PanelWindow::GoTo(const QDateTime& time) {
   statusBar()->clearMessage();
-  Source.ThePanel().Pace().JumpTo(time);
+  if (Source.ThePanel().Pace().JumpTo(time)) {
+    statusBar()->showMessage(
+        QStringLiteral("That is past, or far away: power has come anew at its midnight."));
+  }
   Refresh();
 }
 

@@ -2,8 +2,10 @@
 
 #include <QAbstractButton>
 #include <QAccessible>
+#include <QAction>
 #include <QDateEdit>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -11,13 +13,16 @@
 #include <QProcess>
 #include <QProgressBar>
 #include <QSlider>
+#include <QStatusBar>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QtTest/QTest>
 
 #include "opened_window.h"
+#include "simulator/memory/write_file.h"
 #include "simulator/window/beside.h"
 #include "simulator/window/day_picture.h"
+#include "simulator/window/menu_keys.h"
 #include "simulator/window/relay_view.h"
 
 namespace simulator {
@@ -119,8 +124,79 @@ TEST_F(PanelWindowTest, TheClockRunsStandsStepsAndJumps) {
   EXPECT_EQ(Time(), "Thursday 2026-01-15 12:01:06");
   // The next full minute stands there.
   Trigger("Go To...");
-  QTest::keyClick(&Of<QDateTimeEdit>("wanted"), Qt::Key_Return);
+  QTest::keyClick(&Of<QLineEdit>("wholeTime"), Qt::Key_Return);
   EXPECT_EQ(Time(), "Thursday 2026-01-15 12:02:00");
+}
+
+TEST_F(PanelWindowTest, ATimeIsTypedAsAWholeOrGoesNowhere) {
+  const auto news = [this] { return Window->statusBar()->currentMessage().toStdString(); };
+  auto& whole = Of<QLineEdit>("wholeTime");
+  auto& parts = Of<QDateTimeEdit>("wanted");
+  const auto type = [&](const char* text) {
+    Trigger("Go To...");
+    QTest::keyClicks(&whole, text);
+    QTest::keyClick(&whole, Qt::Key_Return);
+  };
+  type("2026-01-16 14:05");
+  EXPECT_EQ(Time(), "Friday 2026-01-16 14:05:00");
+  EXPECT_EQ(news(), "");
+  for (const char* text : {"14:05", "2026-13-01 10:00", "2026-01-17 14:65", "2100-01-01 00:00"}) {
+    type(text);
+    EXPECT_EQ(Time(), "Friday 2026-01-16 14:05:00") << text;
+    EXPECT_TRUE(news().starts_with("\"" + std::string(text) + "\" is no time as in")) << news();
+    Click("go");
+    EXPECT_EQ(Time(), "Friday 2026-01-16 14:05:00") << text;
+  }
+  // The arrows step the parts, and these can be typed one after the other, with their signs.
+  type("2026-01-17 7:00");
+  Trigger("Go To...");
+  QTest::keyClick(&whole, Qt::Key_Up);
+  EXPECT_TRUE(parts.isVisible());
+  parts.setSelectedSection(QDateTimeEdit::YearSection);
+  QTest::keyClicks(&parts, "2026-01-20 08:30");
+  QTest::keyClick(&parts, Qt::Key_Return);
+  EXPECT_EQ(Time(), "Tuesday 2026-01-20 08:30:00");
+  type("2026-01-19 10:00");
+  EXPECT_EQ(news(), "That is past, or far away: power has come anew at its midnight.");
+}
+
+TEST(PanelWindowParts, KeysOfTheMenusAreTheirsWhateverAFieldTakes) {
+  class Greedy : public QLineEdit {
+    bool event(QEvent* event) override {
+      if (event->type() == QEvent::ShortcutOverride) event->accept();
+      return QLineEdit::event(event);
+    }
+  };
+  QWidget window;
+  auto* field = new Greedy;
+  field->setParent(&window);
+  auto* action = new QAction(&window);
+  action->setShortcut(QKeySequence("Ctrl+U"));
+  LetMenuKeysThrough(window);
+  const auto taken = [field](Qt::Key code) {
+    QKeyEvent key(QEvent::ShortcutOverride, code, Qt::ControlModifier);
+    QApplication::sendEvent(field, &key);
+    return key.isAccepted();
+  };
+  EXPECT_FALSE(taken(Qt::Key_U));
+  EXPECT_TRUE(taken(Qt::Key_K));
+}
+
+TEST_F(PanelWindowTest, TheSpeedInForceIsMarkedInDarkColorsToo) {
+  const QPalette usual = QApplication::palette();
+  QPalette dark = usual;
+  dark.setColor(QPalette::Button, QColor(64, 68, 73));
+  dark.setColor(QPalette::Highlight, QColor(20, 120, 220));
+  QApplication::setPalette(dark);
+  Window.reset();
+  Open();
+  const auto mark = [this](const char* name) {
+    auto& button = Of<QAbstractButton>(name);
+    return button.grab().toImage().pixelColor(button.width() / 2, 1);
+  };
+  EXPECT_EQ(mark("speed1"), dark.color(QPalette::Highlight));
+  EXPECT_NE(mark("speed60"), dark.color(QPalette::Highlight));
+  QApplication::setPalette(usual);
 }
 
 TEST_F(PanelWindowTest, ThePictureShowsADayAndGoesToAMoment) {
@@ -158,8 +234,45 @@ TEST_F(PanelWindowTest, ThePictureShowsADayAndGoesToAMoment) {
   QTest::keyClick(&picture, Qt::Key_Right, Qt::ControlModifier);
   QTest::keyClick(&picture, Qt::Key_Return);
   EXPECT_EQ(Time(), "Thursday 2026-01-15 13:00:00");
+  // What is told of a moment is told while it is near.
+  EXPECT_TRUE(Caption("why").find(" at Thu 13:00: ") != std::string::npos) << Caption("why");
+  Source->ThePanel().Pace().JumpTo(QDateTime(QDate(2026, 1, 15), QTime(14, 30), Qt::UTC));
+  Window->Refresh();
+  EXPECT_TRUE(Caption("why").starts_with("Hover over a lamp")) << Caption("why");
+  QTest::keyClick(&picture, Qt::Key_Right);
+  EXPECT_FALSE(Caption("why").starts_with("Hover over a lamp"));
+  Of<QTabWidget>("pages").setCurrentIndex(0);
+  EXPECT_TRUE(Caption("why").starts_with("Hover over a lamp"));
+  Of<QTabWidget>("pages").setCurrentIndex(1);
+  // The hours stay above the rows that are on show.
+  constexpr int scrolled = 40;
+  const QRect scale(0, 0, picture.width(), picture.fontMetrics().height());
+  const QImage above = picture.grab(scale).toImage();
+  picture.move(0, -scrolled);
+  EXPECT_EQ(picture.grab(scale.translated(0, scrolled)).toImage(), above);
   QTest::mouseClick(&picture, Qt::LeftButton, {}, {picture.width() - 8, picture.height() / 2});
   EXPECT_TRUE(Time().starts_with("Wednesday 2026-01-21 23:")) << Time();
+}
+
+TEST_F(PanelWindowTest, ThePictureBeginsWithPowerAtMidnight) {
+  QTemporaryDir folder;
+  Followed = folder.filePath("memory");
+  const PanelMemory memory = EmptyInstallation(
+      Byte(map::RelayPowerOnType, 1), Byte(map::RelayPowerOnType + 1, 1), Timer(0, 2, 0, 0, 2));
+  WriteFile(Followed, memory.Content(), "The file");
+  Present.setTime({4, 0});
+  Window.reset();
+  Open();
+  Of<QTabWidget>("pages").setCurrentIndex(1);
+  auto& picture = Of<DayPicture>("picture");
+  const auto told = [&](int key, const char* words) {
+    return Comes([&] {
+      QTest::keyClick(&picture, static_cast<Qt::Key>(key));
+      return Caption("why").find(words) != std::string::npos;
+    });
+  };
+  EXPECT_TRUE(told(Qt::Key_Down, "on since 00:00 by POWER (power comes)")) << Caption("why");
+  EXPECT_TRUE(told(Qt::Key_Up, "On 00:00 to 02:00.")) << Caption("why");
 }
 
 TEST_F(PanelWindowTest, TheLineIsSpoiltFromTheMenu) {
@@ -224,8 +337,15 @@ TEST_F(PanelWindowTest, FoldsToClockEventsAndLampsAndTellsIt) {
   EXPECT_TRUE(seen("time") && seen("nextEvent") && seen("relay1"));
   EXPECT_FALSE(seen("input1"));
   EXPECT_TRUE(Comes([&] { return Window->width() == PanelWindow::FoldedWidth; }));
+  Window->move(40, 400);
   Trigger("Folded");
   EXPECT_TRUE(seen("input1"));
+  Trigger("Folded");
+  // With the frame that a desktop draws.
+  const QRect all = Window->geometry().marginsAdded({2, 30, 2, 2});
+  const QRect screen = Window->screen()->availableGeometry();
+  EXPECT_TRUE(screen.contains(all))
+      << all.top() << " to " << all.bottom() << " of " << screen.height();
 }
 
 TEST_F(PanelWindowTest, LeavesRoomForItsTitleBesideTheProgram) {
