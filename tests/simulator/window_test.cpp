@@ -353,6 +353,10 @@ TEST_F(PanelWindowTest, LeavesRoomForItsTitleBesideTheProgram) {
   constexpr int titleBar = 20;
   EXPECT_GE(Window->geometry().top(), titleBar);
   EXPECT_GT(Window->geometry().left(), 200);
+  EXPECT_FALSE(FitScreen(*Window, {5000, 5000}));
+  const QRect screen = Window->screen()->availableGeometry();
+  EXPECT_GE(Window->geometry().top(), titleBar);
+  EXPECT_LE(Window->geometry().bottom(), screen.bottom());
 }
 
 TEST_F(PanelWindowTest, EndsWithItsProgramAfterAQuestion) {
