@@ -161,7 +161,12 @@ FindingsFrame::FindingsFrame() : QGroupBox(QStringLiteral("Check, Compare And Re
   connect(lstFindings, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) {
     RunHandler([this, row = lstFindings->indexOfTopLevelItem(item)] { list_.Open(row); });
   });
-  connect(lstFindings, &QTreeWidget::itemSelectionChanged, this, [this] { ShowWhatIsSelected(); });
+  connect(lstFindings, &QTreeWidget::itemSelectionChanged, this, [this] {
+    // Only what a user selects is in hand; what came up in the place of a row that went is next.
+    const std::vector<int> selected = SelectedRows();
+    if (selected.size() == 1) list_.SetCurrent(selected.front());
+    ShowWhatIsSelected();
+  });
   connect(lstFindings->header(), &QHeaderView::sectionClicked, this, [this](int pressed) {
     list_.SortBy(pressed);
     ShowRows();
@@ -301,7 +306,6 @@ std::vector<int> FindingsFrame::SelectedRows() const {
 /// What can be done with the selected rows, and what it would do.
 void FindingsFrame::ShowWhatIsSelected() {
   const std::vector<int> selected = SelectedRows();
-  if (selected.size() == 1) list_.SetCurrent(selected.front());
   cmdTakeOver->setVisible(list_.Compares());
   cmdTakeOver->setEnabled(!selected.empty());
   chkAccepted->setVisible(!list_.Compares() && list_.AcceptedCount() > 0);

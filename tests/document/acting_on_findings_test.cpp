@@ -96,6 +96,18 @@ TEST_F(ActingOnFindingsTest, AcceptedIsKeptBesideTheFileUntilTheFindingSaysSomet
   NowSeam = QDateTime::currentDateTime;
 }
 
+TEST_F(ActingOnFindingsTest, TheRowThatComesUpForAnAcceptedOneIsNext) {
+  List().setFocus();
+  QTest::keyClick(&List(), Qt::Key_Home);
+  const QString next = Sentences().at(1);
+  nextText = "a reason";
+  QTest::keyClick(&List(), Qt::Key_Insert);
+  ASSERT_EQ(Sentences().at(0), next);
+  QTest::keyClick(window.get(), Qt::Key_F8);
+  EXPECT_TRUE(Text("lblMark").endsWith(next));
+  EXPECT_TRUE(Text("lblMark").startsWith("1 of "));
+}
+
 TEST_F(ActingOnFindingsTest, ADamagedListIsToldAndNothingIsHiddenByIt) {
   const QStringList all = Sentences();
   for (const QByteArray& content :
