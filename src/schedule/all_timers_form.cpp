@@ -250,9 +250,7 @@ void frmT3AllTimers::ShowTimers() {
     for (std::size_t column = 0; column < TypedColumns; ++column) {
       TextBox& box = txtTyped[column](row);
       if (edit_ && edit_->Box == &box) continue;
-      box.setText(TypedTimerColumns[column].Told(timer));
-      box.setToolTip(box.text());
-      if (!box.hasFocus()) box.setCursorPosition(0);
+      box.ShowValue(TypedTimerColumns[column].Told(timer));
     }
     const auto next = moments.Next(timer, now);
     lblNext(row).SetCaption(next ? MomentInWords(*next, now) : QStringLiteral("-"));
@@ -299,7 +297,10 @@ void frmT3AllTimers::CopyToFree() {
 void frmT3AllTimers::Type(std::size_t column, int row) {
   const TextBox& box = txtTyped[column](row);
   const int timer = TimerAt(row);
-  if (!edit_) edit_ = Edit{&box, timer, PanelRecord};
+  if (!edit_) {
+    edit_ = Edit{&box, timer, PanelRecord};
+    TellNews({});
+  }
   PanelRecord = edit_->Before;
   TypedTimerColumns[column].Put(LiveProject, timer, box.Text());
   DataChanged = -1;

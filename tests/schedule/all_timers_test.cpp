@@ -1,4 +1,5 @@
 #include <QClipboard>
+#include <map>
 
 #include "panel/dimmer_words.h"
 #include "panel/live_dimmers.h"
@@ -10,6 +11,7 @@
 #include "schedule/rules/typed_timer.h"
 #include "schedule/week_picture.h"
 #include "screen_test.h"
+#include "shell/controls/accessible_controls.h"
 
 namespace {
 
@@ -138,6 +140,27 @@ TEST_F(AllTimersTest, TheFirstFreeTimerBecomesAnother) {
   Key(Qt::Key_Insert);
   EXPECT_TRUE(Text("lblMark").startsWith("No timer is free"));
   EXPECT_EQ(When(7), "12:30 AM, every day");
+}
+
+TEST_F(AllTimersTest, AScreenReaderHearsOnlyWhatHasChanged) {
+  OpenSheet();
+  auto& box = Find<TextBox>("txtWhen", 0);
+  box.setFocus();
+  std::map<std::pair<QString, QAccessible::Event>, int> told;
+  const auto usual = TellReadersSeam;
+  TellReadersSeam = [&told](QAccessibleEvent& event) {
+    ++told[{event.object()->objectName(), event.type()}];
+  };
+  Key(Qt::Key_7);
+  Key(Qt::Key_A);
+  Key(Qt::Key_Down);
+  TellReadersSeam = usual;
+  for (const char* name : {"txtWhen(0)", "lblNext(0)", "picWeek"}) {
+    EXPECT_EQ((told[{name, QAccessible::DescriptionChanged}]), name[0] == 'p' ? 0 : 1) << name;
+  }
+  for (const auto& [event, count] : told) {
+    EXPECT_FALSE(event.first.endsWith("(2)")) << event.first.toStdString() << ' ' << event.second;
+  }
 }
 
 TEST_F(AllTimersTest, WhatItDoesIsReadByNames) {

@@ -2,6 +2,7 @@
 
 #include <QAbstractItemView>
 #include <QAccessibleWidget>
+#include <utility>
 
 #include "shell/controls/controls.h"
 #include "shell/controls/dialogs.h"
@@ -197,9 +198,15 @@ void InstallAccessibleControls() {
 }
 
 void DescribedWidget::TellChange() {
-  QAccessibleEvent text(this, Role == QAccessible::StaticText ? QAccessible::NameChanged
-                                                              : QAccessible::DescriptionChanged);
-  TellReadersSeam(text);
-  QAccessibleValueChangeEvent value(this, Value ? Value() : QString());
-  TellReadersSeam(value);
+  const QString description = Description ? Description() : QString();
+  if (description != std::exchange(toldDescription_, description)) {
+    QAccessibleEvent text(this, Role == QAccessible::StaticText ? QAccessible::NameChanged
+                                                                : QAccessible::DescriptionChanged);
+    TellReadersSeam(text);
+  }
+  const QString inHand = Value ? Value() : QString();
+  if (inHand != std::exchange(toldValue_, inHand)) {
+    QAccessibleValueChangeEvent value(this, inHand);
+    TellReadersSeam(value);
+  }
 }

@@ -25,6 +25,11 @@ class DescribedWidget : public QWidget {
   std::function<QString()> Description;  ///< What there is to see.
   std::function<QString()> Value;        ///< What is in hand.
 
-  /// Says that what there is to see, or what is in hand, has changed.
+  /// Says that what there is to see, or what is in hand, has changed. What is as it
+  /// was told last is not told again.
   void TellChange();
+
+ private:
+  QString toldDescription_;
+  QString toldValue_;
 };

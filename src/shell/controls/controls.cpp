@@ -205,6 +205,15 @@ void TextBox::SetText(const QString& text) {
   if (Change) Change();
 }
 
+void TextBox::ShowValue(const QString& value) {
+  if (value != text()) setText(value);
+  if (!hasFocus() && cursorPosition() != 0) setCursorPosition(0);
+  if (value == toolTip()) return;
+  setToolTip(value);
+  QAccessibleEvent told(this, QAccessible::DescriptionChanged);
+  TellReadersSeam(told);
+}
+
 /// What has come in stands between what the text before and after have in common.
 void TextBox::CleanEdit() {
   const QString now = text();

@@ -110,6 +110,9 @@ class TextBox : public QLineEdit {
   explicit TextBox(QWidget* parent = nullptr);
   QString Text() const { return text(); }
   void SetText(const QString& text);
+  /// Shows a value that nobody types, with a tooltip that tells all of it. What stands there
+  /// already is left alone.
+  void ShowValue(const QString& value);
   /// Types the text in place of the one that stands there.
   void TypeOver(const QString& text);
 

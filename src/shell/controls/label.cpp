@@ -94,8 +94,10 @@ void Label::SetCaption(const QString& caption) {
 }
 
 void Label::SetNote(const QString& note) {
+  if (note == note_) return;
   note_ = note;
   update();
+  Announce();
 }
 
 void Label::SetAct(CellAct act) {
@@ -134,7 +136,10 @@ QString Label::Value() const {
 
 /// A cell tells its value apart from its name; what is only read has its value in its name.
 void Label::TellChange(const QString& before) {
-  if (Value() == before) return;
+  if (Value() != before) Announce();
+}
+
+void Label::Announce() {
   if (announceMs_ > 0 && announced_ && announced_->ElapsedMs() < announceMs_) return;
   announced_.emplace();
   if (Click) {

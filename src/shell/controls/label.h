@@ -127,6 +127,7 @@ class Label : public QWidget {
   void PaintText(QPainter& painter) const;
   void PaintGlyph(QPainter& painter, const QColor& color) const;
   void TellChange(const QString& before);
+  void Announce();
 
   QString caption_;
   QString note_;

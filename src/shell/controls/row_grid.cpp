@@ -147,9 +147,11 @@ void RowGrid::Describe(int row) {
     const QString& header = options_[i].HeaderText;
     const bool isName = static_cast<int>(i) == nameColumn_;
     if (isName) control->setToolTip(title);
-    control->setAccessibleName(isName             ? title
-                               : header.isEmpty() ? item
-                                                  : item + QStringLiteral(", ") + header);
+    const QString told = isName             ? title
+                         : header.isEmpty() ? item
+                                            : item + QStringLiteral(", ") + header;
+    // The toolkit tells screen readers an equal name anew.
+    if (told != control->accessibleName()) control->setAccessibleName(told);
   }
 }
 
