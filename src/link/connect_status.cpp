@@ -32,6 +32,7 @@ void frmT3Connect::Timer1_Timer() {
 }
 
 void frmT3Connect::cmdRefresh_Click() {
+  fraOnLineFunctions->TellClockAnew();
   AskPanel([this] { ReadQZStatus(); });
 }
 

@@ -21,20 +21,19 @@ QString AddOnCardText(int type, int revision) {
   return type == 0 ? card : card + QStringLiteral("  Rev %1").arg(revision);
 }
 
-/// "The panel is 2 min 5 s behind".
+/// "2 min 5 s behind", said of the panel.
 QString ApartInWords(qint64 seconds) {
   constexpr qint64 minute = 60;
   constexpr qint64 hour = 60 * minute;
   constexpr qint64 day = 24 * hour;
   const qint64 apart = std::abs(seconds);
-  if (apart < 2) return QStringLiteral("The panel is on time");  // a reading takes its time, too
+  if (apart < 2) return QStringLiteral("on time");  // a reading takes its time, too
   const QString length =
       apart < minute    ? QStringLiteral("%1 s").arg(apart)
       : apart < hour    ? QStringLiteral("%1 min %2 s").arg(apart / minute).arg(apart % minute)
       : apart < 2 * day ? QStringLiteral("%1 h %2 min").arg(apart / hour).arg(apart % hour / minute)
                         : QStringLiteral("%1 days").arg(apart / day);
-  return QStringLiteral("The panel is %1 %2")
-      .arg(length, seconds < 0 ? QStringLiteral("behind") : QStringLiteral("ahead"));
+  return length + QLatin1String(seconds < 0 ? " behind" : " ahead");
 }
 
 /// "01:05:09 PM".
@@ -129,15 +128,20 @@ void OnLineFrame::ShowStatus(const PanelStatus& status) {
   lblPanelDate->SetCaption(weekday_ + TwoDigits(status.Month) + u'/' + TwoDigits(status.Day) +
                            u'/' + TwoDigits(status.Year));
   const QDateTime clock = status.Clock();
-  const QString apart = clock.isValid() ? ApartInWords(Now().secsTo(clock))
-                                        : QStringLiteral("The panel's clock shows no valid time");
+  if (clock.isValid()) {
+    const qint64 apart = Now().secsTo(clock);
+    // Two readings of equal clocks differ by one second as often as not.
+    if (!apart_ || std::abs(apart - *apart_) > 1) apart_ = apart;
+  }
   // Four readings a second would leave nobody the time to read it.
   constexpr qint64 toldMs = 10'000;
   if (clockSet_ && !setRead_) setRead_.emplace();
   if (clockSet_ && setRead_->ElapsedMs() > toldMs) clockSet_ = false;
   lblClock->SetCaption(
-      !clockSet_ ? apart
-                 : QStringLiteral("Set. %1, as only hours and minutes are sent").arg(apart));
+      !clock.isValid() ? QStringLiteral("The panel's clock shows no valid time")
+      : clockSet_      ? QStringLiteral("Set; the panel is %1, as only hours and minutes are sent")
+                        .arg(ApartInWords(*apart_))
+                  : QStringLiteral("The panel is ") + ApartInWords(*apart_));
   lblIOInstalled->SetCaption(TwoDigits(status.Points) + QStringLiteral(" Inputs/Relays"));
   lblAddOnCardTypeRev->SetCaption(AddOnCardText(status.CardType, status.CardRevision));
 }
@@ -145,6 +149,7 @@ void OnLineFrame::ShowStatus(const PanelStatus& status) {
 void OnLineFrame::TellClockSet(bool answered, bool isReadByItself) {
   clockSet_ = answered;
   setRead_.reset();
+  TellClockAnew();
   if (!answered) {
     lblClock->SetCaption(QStringLiteral("The clock may not be set: no answer came"));
   } else if (!isReadByItself) {

@@ -22,6 +22,8 @@ class OnLineFrame : public QGroupBox {
   void ShowStatus(const PanelStatus& status);
   /// Tells what came of setting the clock; without a reading of its own, as over TCP, at once.
   void TellClockSet(bool answered, bool isReadByItself);
+  /// The next reading tells the seconds that the clocks are apart, however few are new.
+  void TellClockAnew() { apart_.reset(); }
   void ShowErrorsOfProject();
   /// The functions, off while the password or a transfer is under way.
   void EnableFunctions(bool enabled);
@@ -49,6 +51,7 @@ class OnLineFrame : public QGroupBox {
   Label* lblClock = nullptr;  ///< How far the panel's clock is from this computer's.
   bool clockSet_ = false;     ///< Still told by the readings.
   std::optional<Stopwatch> setRead_;  ///< Since the first reading behind that.
+  std::optional<qint64> apart_;       ///< Seconds, as they are told.
   Label* lblIOInstalled = nullptr;
   Label* lblAddOnCardTypeRev = nullptr;
   Label* lblErrors = nullptr;

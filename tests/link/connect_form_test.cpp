@@ -1,3 +1,4 @@
+#include "link/on_line_frame.h"
 #include "link/panel_host.h"
 #include "panel/live_project.h"
 #include "panel/remembered.h"
@@ -143,10 +144,23 @@ TEST_F(ConnectTest, ThePanelsHardwareIsAdoptedOnYesAndItsClockSet) {
   EXPECT_EQ(Text("lblClock"), "Sent; Refresh reads it");
   lines.Socket.Replies = {{FrameReply("1707000B161A000009200000000000")}};
   Press("cmdRefresh");
-  EXPECT_EQ(Text("lblClock"), "Set. The panel is 45 s behind, as only hours and minutes are sent");
+  EXPECT_EQ(Text("lblClock"), "Set; the panel is 45 s behind, as only hours and minutes are sent");
+  // Of readings by itself a second more or less is no news.
+  const auto read = [this](int second) {
+    PanelStatus status{};
+    std::tie(status.Hour, status.Minute, status.Second) = std::tuple(23, 7, second);
+    std::tie(status.Month, status.Day, status.Year) = std::tuple(11, 22, 26);
+    static_cast<OnLineFrame&>(Find<QGroupBox>("fraOnLineFunctions")).ShowStatus(status);
+  };
+  for (const int second : {1, 0, 1}) {
+    read(second);
+    EXPECT_TRUE(Text("lblClock").contains("45 s behind")) << second;
+  }
   lines.Socket.Replies = {{FrameReply("1707010B161A000009200000000000")}};
   Press("cmdRefresh");
-  EXPECT_EQ(Text("lblClock"), "Set. The panel is 44 s behind, as only hours and minutes are sent");
+  EXPECT_TRUE(Text("lblClock").contains("44 s behind"));
+  read(3);
+  EXPECT_EQ(Text("lblClock"), "Set; the panel is 42 s behind, as only hours and minutes are sent");
   lines.Clock.NowMs += 10'000;
   lines.Socket.Replies = {{FrameReply("1709320B161A000009200000000000")}};
   Press("cmdRefresh");
