@@ -2,6 +2,8 @@
 #include <QCompleter>
 
 #include "panel/stopwatch.h"
+#include "schedule/rules/city_table.h"
+#include "schedule/rules/time_zones.h"
 #include "screen_test.h"
 
 class ClockSettingsTest : public ScreenTest {};
@@ -38,6 +40,20 @@ TEST_F(ClockSettingsTest, CodesOutsideTheListsShowNoSelectionAndStay) {
   EXPECT_EQ(DataChanged, 0);
 }
 
+/// The zone by the sun, or the one east of it, as borders lean west; Alaska's reaches furthest.
+TEST(TimeZonesTest, EveryCityHasAZoneOfItsOwnAndNoneThatIsFarOff) {
+  for (const City& city : CityTable) {
+    const ZoneSet zones = PlausibleZones(city.CityLatitude, city.CityLongitude);
+    const auto bySun = static_cast<std::size_t>(
+        std::clamp((city.CityLongitude - 67) / 15, 0, static_cast<int>(zones.size()) - 1));
+    EXPECT_TRUE(zones[bySun] || (bySun > 0 && zones[bySun - 1])) << city.CityName;
+    for (std::size_t zone = 0; zone < zones.size(); ++zone) {
+      const auto apart = std::max(zone, bySun) - std::min(zone, bySun);
+      EXPECT_FALSE(zones[zone] && apart > 2) << city.CityName << ' ' << zone;
+    }
+  }
+}
+
 TEST_F(ClockSettingsTest, ThePlaceTellsItsSunAndAZoneThatCannotBeIts) {
   NowSeam = [] { return QDateTime(QDate(2026, 11, 26), QTime(12, 0)); };
   auto& p = PanelRecord;
@@ -54,6 +70,15 @@ TEST_F(ClockSettingsTest, ThePlaceTellsItsSunAndAZoneThatCannotBeIts) {
   EXPECT_EQ(Text("lblZoneDoubt"),
             "The time zone is Pacific, which is not that of 41 degrees north, 74 west.");
   EXPECT_TRUE(Caption("lblSun", 0).endsWith("sunrise 3:56 AM, sunset 1:30 PM"));
+  for (const auto& [latitude, longitude] :
+       {std::pair(45, 50), std::pair(35, 60), std::pair(45, 60), std::pair(50, 60)}) {
+    p.Latitude = static_cast<Int16>(latitude);
+    p.Longitude = static_cast<Int16>(longitude);
+    for (const Int16 zone : std::initializer_list<Int16>{0, 2, 3, 4}) {
+      p.TimeZone = zone;
+      EXPECT_EQ(ZoneDoubt(p).isEmpty(), zone == 0) << latitude << ' ' << longitude << ' ' << zone;
+    }
+  }
   p.Latitude = 80;
   Menu("mnuAstroClockSettings");
   EXPECT_FALSE(Shows("lblSun", 0)) << "no sun is told of a place that no list has";

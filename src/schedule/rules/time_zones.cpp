@@ -49,6 +49,19 @@ constexpr int PrairieLatitude = 49;
 constexpr std::array<Reach, TimeZones.size()> Reaches{
     {{64, 91, 91}, {82, 105, 111}, {100, 121, 121}, {113, 142, 142}, {129, 190, 190}}};
 
+/// The zones whose noon is not too far from the sun's.
+ZoneSet ZonesNear(int longitudeWest) {
+  constexpr int easternMeridian = 75;
+  constexpr int degreesPerHour = 15;
+  constexpr int mostHours = 2;
+  ZoneSet near;
+  for (std::size_t zone = 0; zone < near.size(); ++zone) {
+    const int meridian = easternMeridian + static_cast<int>(zone) * degreesPerHour;
+    near[zone] = std::abs(meridian - longitudeWest) <= mostHours * degreesPerHour;
+  }
+  return near;
+}
+
 ZoneSet ZonesOf(const City& city) {
   const std::string_view name = city.CityName.substr(0, city.CityName.find(','));
   const auto* state = std::find_if(States.begin(), States.end(),
@@ -78,7 +91,7 @@ ZoneSet PlausibleZones(int latitude, int longitudeWest) {
     reaching[zone] = longitudeWest >= east &&
                      longitudeWest <= (latitude >= PrairieLatitude ? westOfPrairies : west);
   }
-  return reaching.any() ? reaching : ZoneSet().set();
+  return reaching.any() ? reaching : ZonesNear(longitudeWest);
 }
 
 bool IsNewPanelsPlace(const PanelRecordType& panel) {

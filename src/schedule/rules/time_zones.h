@@ -10,7 +10,8 @@
 using ZoneSet = std::bitset<TimeZones.size()>;
 
 /// The time zones that a place can have: those of the states of the cities around it, or, far from
-/// all of them, those that reach its longitude. All of them where none does.
+/// all of them, those that reach its longitude. Where none does, those that are at most two
+/// hours off the sun.
 ZoneSet PlausibleZones(int latitude, int longitudeWest);
 
 /// The place that a new panel stands at until its own is set.
