@@ -272,6 +272,8 @@ TEST_F(GuideTest, FindsOnFromPageToPage) {
   QTest::keyClicks(&text, "LAMP");
   EXPECT_EQ(Page(), "b.md") << "no page runs away while one types";
   EXPECT_EQ(Text("lblNotFound"), "Not here, but on 2 other pages");
+  EXPECT_EQ(Find<Label>("lblNotFound").CutText(), "");
+  EXPECT_GE(Find<Label>("lblNotFound").width(), Find<Label>("lblNotFound").sizeHint().width());
   std::vector<std::pair<QString, int>> places;
   const auto note = [&] { places.emplace_back(Page(), View().textCursor().selectionStart()); };
   for (int i = 0; i < 4; ++i) {

@@ -276,8 +276,10 @@ Button* GuideWindow::AddButton(QBoxLayout* row, const char* name, const QString&
 
 void GuideWindow::BuildFindLine() {
   findLine_ = new QWidget;
-  auto* row = new QHBoxLayout(findLine_);
-  row->setContentsMargins(0, 0, 0, 0);
+  auto* lines = new QVBoxLayout(findLine_);
+  lines->setContentsMargins(0, 0, 0, 0);
+  auto* row = new QHBoxLayout;
+  lines->addLayout(row);
   txtFindInPage = new TextBox;
   txtFindInPage->UndoesItself = true;
   txtFindInPage->setObjectName(QStringLiteral("txtFindInPage"));
@@ -292,7 +294,7 @@ void GuideWindow::BuildFindLine() {
             [this] { cmdPrevious_Click(); });
   lblNotFound = new Label;
   lblNotFound->setObjectName(QStringLiteral("lblNotFound"));
-  row->addWidget(lblNotFound, 1);
+  lines->addWidget(lblNotFound);
   findLine_->hide();
 }
 
