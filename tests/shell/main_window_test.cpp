@@ -263,7 +263,14 @@ TEST_F(MainWindowTest, AboutLeadsToRecentProjectsAndOnWithTheOpenOne) {
   SaveAs(Path("School"));
   RememberSent(Path("School"), QDateTime({2026, 11, 24}, {14, 5}), "10.0.0.7");
   Menu("mnuAbout");
-  EXPECT_EQ(Text("lblProject"), "School");
+  EXPECT_EQ(Text("lblProjectFile"), "School");
+  EXPECT_FALSE(Shows("lblProject"));
+  QString opened;
+  const auto usual = OpenUrlSeam;
+  OpenUrlSeam = [&opened](const QString& address) { opened = address; };
+  Click(Find<Label>("lblProjectFile"));
+  OpenUrlSeam = usual;
+  EXPECT_EQ(opened, QFileInfo(CurrentFileName).absolutePath());
   EXPECT_EQ(Captions("lblStep", {0, 1, 5}),
             "8 relays, 1 named|0 groups|Last sent 2026-11-24 14:05 to 10.0.0.7");
   ASSERT_TRUE(Shows("lblRecent", 0));
@@ -297,9 +304,25 @@ TEST_F(MainWindowTest, AboutLeadsToRecentProjectsAndOnWithTheOpenOne) {
   QFile::remove(Path("School"));
   Menu("mnuNew");
   QApplication::processEvents();
-  EXPECT_FALSE(Shows("lblProject"));
+  EXPECT_FALSE(Shows("lblProjectFile"));
   EXPECT_TRUE(Shows("lblRecent", 0));
   EXPECT_FALSE(Shows("lblRecent", 1)) << "what is gone is not offered";
+}
+
+TEST_F(MainWindowTest, RecentProjectsLineUpInTheRoomThereIs) {
+  SaveAs(Path("a.T3"));
+  SaveAs(Path("a longer name.T3"));
+  Menu("mnuNew");
+  QApplication::processEvents();
+  ASSERT_TRUE(Shows("lblRecentFolder", 1));
+  for (const char* part : {"lblRecentFolder", "lblRecentWhen"}) {
+    const Label& first = Cell(part, 0);
+    const Label& second = Cell(part, 1);
+    EXPECT_EQ(first.x(), second.x()) << part;
+    EXPECT_EQ(first.width(), second.width()) << part;
+    EXPECT_GE(first.width(), first.sizeHint().width()) << part;
+  }
+  EXPECT_GT(Cell("lblRecentWhen", 0).geometry().right(), window->width() * 3 / 4);
 }
 
 TEST_F(MainWindowTest, ALetterGoesToTheNextEntryOfAMenuAndIntoTheOnlyOne) {

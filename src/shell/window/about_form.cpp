@@ -1,8 +1,8 @@
 #include "shell/window/about_form.h"
 
 #include <QFileInfo>
+#include <QGridLayout>
 #include <algorithm>
-#include <tuple>
 
 #include "panel/program_state.h"
 #include "shell/shell.h"
@@ -83,44 +83,58 @@ void frmT3About::AddStart(QVBoxLayout* column) {
   auto* row = new QHBoxLayout;
   row->setSpacing(24);
   column->addLayout(row);
-  const auto addColumn = [&](const char* headingName) {
+  const auto addColumn = [row](int stretch) {
     auto* lines = new QVBoxLayout;
     lines->setSpacing(1);
-    row->addLayout(lines, 1);
-    Label* heading = AddLabel(lines, headingName, {});
+    row->addLayout(lines, stretch);
+    return lines;
+  };
+  const auto addHeading = [this](QVBoxLayout* lines, const char* name) {
+    Label* heading = AddLabel(lines, name, {});
     QFont bold = font();
     bold.setBold(true);
     heading->setFont(bold);
     heading->SetElideMode(Qt::ElideMiddle);
-    return std::pair(lines, heading);
+    return heading;
   };
-  const auto addLink = [this](QBoxLayout* to, ControlArray<Label>& links, const char* name,
+  const auto addLink = [this](ControlArray<Label>& links, const char* name,
                               void (frmT3About::*click)(int)) {
     auto* link = new Label;
     link->SetLook(Label::Look::WebLink);
     link->Click = [this, click, index = links.Count()] { (this->*click)(index); };
-    to->addWidget(link);
     links.Add(link, QString::fromLatin1(name));
+    return link;
   };
-  QVBoxLayout* lines = nullptr;
-  std::tie(lines, lblRecentProjects) = addColumn("lblRecentProjects");
+  const auto addQuiet = [](ControlArray<Label>& labels, const char* name) {
+    auto* label = new Label;
+    label->SetLook(Label::Look::Quiet);
+    label->SetElideMode(Qt::ElideMiddle);
+    labels.Add(label, QString::fromLatin1(name));
+    return label;
+  };
+  QVBoxLayout* lines = addColumn(1);
+  lblRecentProjects = addHeading(lines, "lblRecentProjects");
   lblRecentProjects->SetCaption(QStringLiteral("Recent Projects"));
+  auto* recent = new QGridLayout;
+  recent->setVerticalSpacing(1);
+  recent->setColumnStretch(1, 1);
+  lines->addLayout(recent);
   for (int i = 0; i < MostRecent; ++i) {
-    auto* line = new QHBoxLayout;
-    lines->addLayout(line);
-    addLink(line, lblRecent, "lblRecent", &frmT3About::lblRecent_Click);
-    auto* folder = new Label;
-    folder->SetLook(Label::Look::Quiet);
-    folder->SetElideMode(Qt::ElideMiddle);
-    line->addWidget(folder, 1);
-    lblRecentFolder.Add(folder, QStringLiteral("lblRecentFolder"));
+    recent->addWidget(addLink(lblRecent, "lblRecent", &frmT3About::lblRecent_Click), i, 0,
+                      Qt::AlignLeft);
+    recent->addWidget(addQuiet(lblRecentFolder, "lblRecentFolder"), i, 1);
+    recent->addWidget(addQuiet(lblRecentWhen, "lblRecentWhen"), i, 2);
   }
   lines->addStretch(1);
-  std::tie(lines, lblProject) = addColumn("lblProject");
+  lines = addColumn(0);
+  lblProject = addHeading(lines, "lblProject");
+  lblProjectFile = addHeading(lines, "lblProjectFile");
+  lblProjectFile->SetLook(Label::Look::WebLink);
+  lblProjectFile->Click = [this] { lblProjectFile_Click(); };
   for (int i = 0; i < MostSteps; ++i) {
     auto* line = new QHBoxLayout;
     lines->addLayout(line);
-    addLink(line, lblStep, "lblStep", &frmT3About::lblStep_Click);
+    line->addWidget(addLink(lblStep, "lblStep", &frmT3About::lblStep_Click));
     line->addStretch(1);
   }
   lines->addStretch(1);
@@ -129,10 +143,9 @@ void frmT3About::AddStart(QVBoxLayout* column) {
     tmrStart->SetEnabled(false);
     ShowStart();
   };
-  for (Label* heading : {lblRecentProjects, lblProject}) heading->setVisible(false);
+  for (Label* heading : {lblRecentProjects, lblProject, lblProjectFile}) heading->setVisible(false);
   for (int i = 0; i < MostRecent; ++i) {
-    lblRecent(i).setVisible(false);
-    lblRecentFolder(i).setVisible(false);
+    for (const auto& part : {lblRecent, lblRecentFolder, lblRecentWhen}) part(i).setVisible(false);
   }
   for (int i = 0; i < MostSteps; ++i) lblStep(i).setVisible(false);
 }
@@ -144,23 +157,24 @@ void frmT3About::ShowStart() {
   lblRecentProjects->setVisible(!recent_.empty());
   for (int i = 0; i < MostRecent; ++i) {
     const bool there = i < static_cast<int>(recent_.size());
-    lblRecent(i).setVisible(there);
-    lblRecentFolder(i).setVisible(there);
+    for (const auto& part : {lblRecent, lblRecentFolder, lblRecentWhen}) part(i).setVisible(there);
     if (!there) continue;
     const RecentProject& project = recent_[static_cast<std::size_t>(i)];
     const QFileInfo file(project.Path);
     lblRecent(i).SetCaption(file.fileName().simplified());
     lblRecent(i).setToolTip(project.Path);
-    lblRecentFolder(i).SetCaption(QStringLiteral("%1, %2").arg(
-        file.absolutePath(), project.When.toString(QStringLiteral("yyyy-MM-dd HH:mm"))));
+    lblRecentFolder(i).SetCaption(file.absolutePath());
+    lblRecentWhen(i).SetCaption(project.When.toString(QStringLiteral("yyyy-MM-dd HH:mm")));
   }
   const bool open = CurrentFileName != NoFileName || DataChanged != 0;
   steps_ = open && ListWorkSteps ? ListWorkSteps() : std::vector<WorkStep>();
   steps_.resize(std::min<std::size_t>(steps_.size(), MostSteps), {});
-  lblProject->setVisible(!steps_.empty());
-  lblProject->SetCaption(CurrentFileName == NoFileName
-                             ? QStringLiteral("A new project, not saved yet")
-                             : QFileInfo(CurrentFileName).fileName().simplified());
+  const bool saved = CurrentFileName != NoFileName;
+  lblProject->setVisible(!steps_.empty() && !saved);
+  lblProject->SetCaption(QStringLiteral("A new project, not saved yet"));
+  lblProjectFile->setVisible(!steps_.empty() && saved);
+  lblProjectFile->SetCaption(QFileInfo(CurrentFileName).fileName().simplified());
+  lblProjectFile->setToolTip(QStringLiteral("Open the folder of %1").arg(CurrentFileName));
   for (int i = 0; i < MostSteps; ++i) {
     const bool there = i < static_cast<int>(steps_.size());
     lblStep(i).setVisible(there);
@@ -175,6 +189,10 @@ void frmT3About::ShowStart() {
 
 void frmT3About::lblRecent_Click(int index) {
   OpenProject(recent_[static_cast<std::size_t>(index)].Path);
+}
+
+void frmT3About::lblProjectFile_Click() {
+  OpenUrl(QFileInfo(CurrentFileName).absolutePath());
 }
 
 void frmT3About::lblStep_Click(int index) {

@@ -17,6 +17,8 @@ class frmT3About : public ChildForm {
   void lblTakeUp_Click(int index);
   void lblDelete_Click(int index);
   void lblRecent_Click(int index);
+  /// Opens the folder of the project.
+  void lblProjectFile_Click();
   void lblStep_Click(int index);
   /// Says until the screen is left what was taken up.
   void TellTakenUp(const KeptWork& work);
@@ -38,8 +40,10 @@ class frmT3About : public ChildForm {
   std::vector<RecentProject> recent_;  ///< Of each row.
   ControlArray<Label> lblRecent;
   ControlArray<Label> lblRecentFolder;
-  Label* lblProject = nullptr;
-  std::vector<WorkStep> steps_;  ///< Of each row.
+  ControlArray<Label> lblRecentWhen;
+  Label* lblProject = nullptr;      ///< Of one that is in no file.
+  Label* lblProjectFile = nullptr;  ///< Of one that is.
+  std::vector<WorkStep> steps_;     ///< Of each row.
   ControlArray<Label> lblStep;
   Label* lblRevInfo = nullptr;
   Label* lblWebPageInfo = nullptr;
