@@ -131,7 +131,7 @@ void TimePairForm::Form_Load() {
   } else {
     AddWidget(grid);
   }
-  AddHint(screen.Hint);
+  if (!screen.ByMonth) AddHint(screen.Hint);
 }
 
 void TimePairForm::AddMonths() {
@@ -145,18 +145,22 @@ void TimePairForm::AddMonths() {
   optMonth.OnEach(&OptionButton::Click, this, &TimePairForm::optMonth_Click);
 }
 
-/// The grid, and beside it what leads to the whole year.
+/// The grid, and beside it what leads to the whole year. Below it a line would not fit.
 void TimePairForm::AddDates() {
   auto* beside = new QWidget;
   auto* row = new QHBoxLayout(beside);
   row->setContentsMargins(0, 0, 0, 0);
   row->addWidget(grid, 1);
-  auto* all = Add<Button>(row, "cmdAllDates", QStringLiteral("All Dates"));
-  row->setAlignment(all, Qt::AlignTop);
+  auto* right = new QVBoxLayout;
+  row->addLayout(right);
+  auto* all = Add<Button>(right, "cmdAllDates", QStringLiteral("All Dates"));
+  right->setAlignment(all, Qt::AlignRight);
   all->Click = [] {
     UnloadAllForms();
     ShowForm(Screen::AllDates);
   };
+  AddHint(screen.Hint, right);
+  right->addStretch(1);
   AddWidget(beside);
 }
 

@@ -47,13 +47,13 @@ void ChildForm::UseSpareHeight() {
   static_cast<QBoxLayout*>(layout())->setStretchFactor(body_, muchMore);
 }
 
-void ChildForm::AddHint(const QString& text) {
+void ChildForm::AddHint(const QString& text, QBoxLayout* to) {
   auto* hint = new QLabel(text);
   hint->setObjectName(QStringLiteral("lblHint"));
   hint->setTextFormat(Qt::PlainText);
   hint->setWordWrap(true);
   hint->setForegroundRole(QPalette::PlaceholderText);
-  layout()->addWidget(hint);
+  (to ? to : layout())->addWidget(hint);
 }
 
 Label* ChildForm::AddLabel(QBoxLayout* layout, const char* name, const QString& caption) {

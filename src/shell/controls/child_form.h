@@ -62,7 +62,7 @@ class ChildForm : public QWidget {
   /// Gives the spare height of a tall screen to its controls instead of leaving it free below.
   void UseSpareHeight();
   /// What a user cannot guess, in one quiet line at the foot of the screen.
-  void AddHint(const QString& text);
+  void AddHint(const QString& text, QBoxLayout* to = nullptr);
 
   /// A control with its object name, in `layout` when one is given.
   template <typename Control, typename... Arguments>
