@@ -260,15 +260,12 @@ void frmT3TimersConfigure::ShowNext() {
   const int timer = SelectedTimer();
   const QString next = NextInWords(LiveProject, timer, Now());
   const auto acts = ActsOfTimer(LiveProject, timer);
-  // A time of day is set here, all others elsewhere.
-  const bool leads =
-      !acts.empty() && !next.isEmpty() && KindOfTime(TimeOfTimer().Type) != TimeKind::Normal;
-  lblTimerNext->SetCaption(acts.empty()     ? QStringLiteral("It does nothing yet.")
-                           : next.isEmpty() ? QStringLiteral("It never fires by itself.")
-                           : leads          ? QStringLiteral("Next:")
-                                            : QStringLiteral("Next: %1").arg(next));
-  lblTimerTime->SetCaption(leads ? next : QString());
-  lblTimerTime->setVisible(leads);
+  const bool fires = !acts.empty() && !next.isEmpty();
+  lblTimerNext->SetCaption(acts.empty() ? QStringLiteral("It does nothing yet.")
+                           : fires      ? QStringLiteral("Next:")
+                                        : QStringLiteral("It never fires by itself."));
+  lblTimerTime->SetCaption(fires ? next : QString());
+  lblTimerTime->setVisible(fires);
   for (int i = 0; i < lblTimerActs.Count(); ++i) {
     const bool has = i < static_cast<int>(acts.size());
     lblTimerActs(i).SetCaption(has ? acts[static_cast<std::size_t>(i)].Words : QString());
@@ -277,9 +274,14 @@ void frmT3TimersConfigure::ShowNext() {
 }
 
 void frmT3TimersConfigure::lblTimerTime_Click() {
-  const bool astro = KindOfTime(TimeOfTimer().Type) == TimeKind::Astro;
+  const TimeKind kind = KindOfTime(TimeOfTimer().Type);
+  if (kind == TimeKind::Normal) {  // which is set here, all others elsewhere
+    cboNormalTimeHour->setFocus();
+    return;
+  }
   UnloadAllForms();
-  ShowForm(astro ? Screen::AstroClockSettings : Screen::OpenAndCloseTimeNormalDays);
+  ShowForm(kind == TimeKind::Astro ? Screen::AstroClockSettings
+                                   : Screen::OpenAndCloseTimeNormalDays);
 }
 
 void frmT3TimersConfigure::lblTimerActs_Click(int index) {
