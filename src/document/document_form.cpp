@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr int BoxesOfColumn = 5;
+constexpr int BoxesOfColumn = 4;
 
 const QString FileFilter =
     QStringLiteral("Tamberloom 3 Document Files (*.TXT)|*.TXT|All Files (*.*)|*.*");
