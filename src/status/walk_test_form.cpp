@@ -167,7 +167,16 @@ void frmT3WalkTest::cboWalk_Click() {
   } else {
     for (int i = 0; i < PanelIOCount(); ++i) RowOf({kind, i});
   }
-  if (lstItems->topLevelItemCount() > 0) lstItems->setCurrentItem(lstItems->topLevelItem(0));
+  // A walk goes on where the one before has ended.
+  const auto open = std::find_if(rows_.begin(), rows_.end(), [this](const Item& item) {
+    return !FindTested(tested_, ItemCode(item));
+  });
+  if (!rows_.empty()) {
+    const auto first = open == rows_.end() ? rows_.begin() : open;
+    auto* row = lstItems->topLevelItem(static_cast<int>(first - rows_.begin()));
+    lstItems->setCurrentItem(row);
+    lstItems->scrollToItem(row);
+  }
   ShowWalking();
 }
 
@@ -290,9 +299,13 @@ void frmT3WalkTest::Tick() {
   if (keepsTicks_) {
     std::erase_if(tested_,
                   [code = ItemCode(item)](const TestedItem& one) { return one.Item == code; });
-    tested_.push_back({ItemCode(item), txtBy->Text().simplified(), Now()});
+    const QString by = txtBy->Text().simplified();
+    tested_.push_back({ItemCode(item), by, Now()});
     WriteTested(CurrentFileName, tested_);
-    lblTold->SetCaption(ItemText(LiveProject, item) + QStringLiteral(" is ticked."));
+    lblTold->SetCaption(ItemText(LiveProject, item) +
+                        (by.isEmpty()
+                             ? QStringLiteral(" is ticked without a name: Tested By is empty.")
+                             : QStringLiteral(" is ticked.")));
   }
   typing_ = false;
   ShowRow(*RowOf(item), item);

@@ -129,6 +129,7 @@ TEST_F(WalkTest, RelaysAreSteppedAndLeftAsTheyWereFound) {
   Type("hall");
   Enter();
   EXPECT_EQ(PanelRecord.RelayName(0), "HALL");
+  EXPECT_EQ(Text("lblTold"), "RELAY 01 HALL is ticked without a name: Tested By is empty.");
   EXPECT_EQ(Text("lblFront"), "RELAY 02 off") << "it was found on";
   Press("cmdSkip");
   EXPECT_EQ(Switched(), "10001 10000 10010 10011 10021");
@@ -141,6 +142,10 @@ TEST_F(WalkTest, RelaysAreSteppedAndLeftAsTheyWereFound) {
   EXPECT_EQ(Switched(), "10020");
   EXPECT_TRUE(Text("lblTold").startsWith("Every relay is as it was found. 1 of 16"));
   EXPECT_EQ(Ticked(), "RELAY 01;");
+  // Coming back, the walk goes on behind what is ticked.
+  window->UnloadAllForms();
+  OpenWalk(1);
+  EXPECT_EQ(Text("lblFront"), "Begin, and RELAY 02 goes on first.");
 }
 
 TEST_F(WalkTest, AScreenThatIsClosedPutsTheRelayBack) {
