@@ -218,10 +218,12 @@ void TellOfDays(const DaysByHours<Day>& days, const HoursWords& words, const Tel
     const QString sentence = QLatin1String(list.size() == 1 ? words.One : words.Many);
     const QString times[] = {QString::fromStdString(QuarterHourText(hours.Open)),
                              QString::fromStdString(QuarterHourText(hours.Close))};
-    tell({},
-         words.Kind == HoursKind::Closed ? sentence.arg(listOf(list))
-                                         : sentence.arg(listOf(list), times[0], times[1]),
-         place(list.front()));
+    // Not each sentence tells both times.
+    QString told = sentence;
+    told.replace(QLatin1String("%1"), listOf(list))
+        .replace(QLatin1String("%2"), times[0])
+        .replace(QLatin1String("%3"), times[1]);
+    tell({}, told, place(list.front()));
   }
 }
 
