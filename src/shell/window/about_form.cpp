@@ -80,13 +80,13 @@ void frmT3About::Form_Activate() {
 
 /// Side by side the projects of before and the one in memory.
 void frmT3About::AddStart(QVBoxLayout* column) {
-  auto* row = new QHBoxLayout;
-  row->setSpacing(24);
-  column->addLayout(row);
-  const auto addColumn = [row](int stretch) {
+  columns_ = new QHBoxLayout;
+  columns_->setSpacing(24);
+  column->addLayout(columns_);
+  const auto addColumn = [this] {
     auto* lines = new QVBoxLayout;
     lines->setSpacing(1);
-    row->addLayout(lines, stretch);
+    columns_->addLayout(lines);
     return lines;
   };
   const auto addHeading = [this](QVBoxLayout* lines, const char* name) {
@@ -112,7 +112,7 @@ void frmT3About::AddStart(QVBoxLayout* column) {
     labels.Add(label, QString::fromLatin1(name));
     return label;
   };
-  QVBoxLayout* lines = addColumn(1);
+  QVBoxLayout* lines = addColumn();
   lblRecentProjects = addHeading(lines, "lblRecentProjects");
   lblRecentProjects->SetCaption(QStringLiteral("Recent Projects"));
   auto* recent = new QGridLayout;
@@ -126,7 +126,7 @@ void frmT3About::AddStart(QVBoxLayout* column) {
     recent->addWidget(addQuiet(lblRecentWhen, "lblRecentWhen"), i, 2);
   }
   lines->addStretch(1);
-  lines = addColumn(0);
+  lines = addColumn();
   lblProject = addHeading(lines, "lblProject");
   lblProjectFile = addHeading(lines, "lblProjectFile");
   lblProjectFile->SetLook(Label::Look::WebLink);
@@ -155,6 +155,8 @@ void frmT3About::ShowStart() {
   std::erase_if(recent_, [](const RecentProject& one) { return one.Path == CurrentFileName; });
   recent_.resize(std::min<std::size_t>(recent_.size(), MostRecent), {});
   lblRecentProjects->setVisible(!recent_.empty());
+  columns_->setStretch(recent_.empty() ? 0 : 1, 0);
+  columns_->setStretch(recent_.empty() ? 1 : 0, 1);
   for (int i = 0; i < MostRecent; ++i) {
     const bool there = i < static_cast<int>(recent_.size());
     for (const auto& part : {lblRecent, lblRecentFolder, lblRecentWhen}) part(i).setVisible(there);

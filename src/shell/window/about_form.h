@@ -29,6 +29,7 @@ class frmT3About : public ChildForm {
   void ShowKeptWork();
   void AddKeptWork();
 
+  QHBoxLayout* columns_ = nullptr;
   QVBoxLayout* kept_ = nullptr;
   std::vector<KeptWork> work_;  ///< Of each row.
   Label* lblTakenUp = nullptr;
