@@ -80,9 +80,9 @@ class FindingsList : public QObject {
   /// more. Throws RunTimeFailure when that cannot be written.
   void Accept(const std::vector<int>& rows, const QString& reason);
   void TakeBack(const std::vector<int>& rows);
-  /// What puts the row right, if there is one right answer.
   /// What some rows tell, a line each; of many the first ones, and how many more they are.
   QString SentencesOf(const std::vector<int>& rows) const;
+  /// What puts the row right, if there is one right answer.
   std::optional<Mending> MendingOfRow(int row) const;
   void Mend(const std::vector<int>& rows);
   /// The other side's values of these rows come into the project.
