@@ -94,15 +94,14 @@ void frmT3TimersConfigure::AddNext() {
   auto* next = AddRow();
   next->setSpacing(fontMetrics().averageCharWidth() * 2);
   lblTimerNext = AddLabel(next, "lblTimerNext", {});
-  lblTimerNext->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
-  next->setAlignment(lblTimerNext, Qt::AlignTop);
   lblTimerNext->SetLook(Label::Look::Quiet);
   lblTimerTime = AddLabel(next, "lblTimerTime", {});
-  lblTimerTime->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
-  next->setAlignment(lblTimerTime, Qt::AlignTop);
   lblTimerTime->SetLook(Label::Look::WebLink);
   lblTimerTime->Click = [this] { lblTimerTime_Click(); };
   for (Label* told : {lblTimerNext, lblTimerTime}) {
+    // What is done may be long: room is its alone to give.
+    told->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    next->setAlignment(told, Qt::AlignTop);
     told->setToolTip(QStringLiteral("By this computer's clock"));
   }
   auto* acts = new QVBoxLayout;
