@@ -1,5 +1,6 @@
 #include "simulator/window/menu_keys.h"
 
+#include <QAbstractSpinBox>
 #include <QAction>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -31,6 +32,10 @@ class MenuKeys : public QObject {
 void LetMenuKeysThrough(QWidget& window) {
   auto* keys = new MenuKeys(&window);
   for (QLineEdit* field : window.findChildren<QLineEdit*>()) field->installEventFilter(keys);
+  // These have the focus in place of the field in them.
+  for (QAbstractSpinBox* box : window.findChildren<QAbstractSpinBox*>()) {
+    box->installEventFilter(keys);
+  }
 }
 
 }  // namespace simulator

@@ -160,26 +160,31 @@ TEST_F(PanelWindowTest, ATimeIsTypedAsAWholeOrGoesNowhere) {
   EXPECT_EQ(news(), "That is past, or far away: power has come anew at its midnight.");
 }
 
+/// Takes every key for itself.
+template <typename Field>
+class Greedy : public Field {
+  bool event(QEvent* event) override {
+    if (event->type() == QEvent::ShortcutOverride) event->accept();
+    return Field::event(event);
+  }
+};
+
 TEST(PanelWindowParts, KeysOfTheMenusAreTheirsWhateverAFieldTakes) {
-  class Greedy : public QLineEdit {
-    bool event(QEvent* event) override {
-      if (event->type() == QEvent::ShortcutOverride) event->accept();
-      return QLineEdit::event(event);
-    }
-  };
   QWidget window;
-  auto* field = new Greedy;
-  field->setParent(&window);
+  const std::initializer_list<QWidget*> fields = {new Greedy<QLineEdit>, new Greedy<QDateTimeEdit>};
+  for (QWidget* field : fields) field->setParent(&window);
   auto* action = new QAction(&window);
   action->setShortcut(QKeySequence("Ctrl+U"));
   LetMenuKeysThrough(window);
-  const auto taken = [field](Qt::Key code) {
-    QKeyEvent key(QEvent::ShortcutOverride, code, Qt::ControlModifier);
-    QApplication::sendEvent(field, &key);
-    return key.isAccepted();
-  };
-  EXPECT_FALSE(taken(Qt::Key_U));
-  EXPECT_TRUE(taken(Qt::Key_K));
+  for (QWidget* field : fields) {
+    const auto taken = [field](Qt::Key code) {
+      QKeyEvent key(QEvent::ShortcutOverride, code, Qt::ControlModifier);
+      QApplication::sendEvent(field, &key);
+      return key.isAccepted();
+    };
+    EXPECT_FALSE(taken(Qt::Key_U));
+    EXPECT_TRUE(taken(Qt::Key_K));
+  }
 }
 
 TEST_F(PanelWindowTest, TheSpeedInForceIsMarkedInDarkColorsToo) {
