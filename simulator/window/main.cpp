@@ -12,6 +12,7 @@
 #include "simulator/program/command_line.h"
 #include "simulator/program/end_signals.h"
 #include "simulator/window/beside.h"
+#include "simulator/window/frame_style.h"
 #include "simulator/window/panel_window.h"
 
 namespace {
@@ -39,6 +40,7 @@ int main(int argc, char** argv) {
   usualHandler = qInstallMessageHandler(TellNoDisplay);
   QApplication application(argc, argv);
   qInstallMessageHandler(usualHandler);
+  QApplication::setStyle(new simulator::FrameStyle);
   QApplication::setApplicationName(QStringLiteral("tamberloom3-panel"));
   QApplication::setDesktopFileName(QStringLiteral("com.example.tamberloom3-panel"));
   QApplication::setWindowIcon(QIcon(QStringLiteral(":/tamberloom3-panel.png")));

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QAction>
+#include <QCheckBox>
 #include <QDateEdit>
 #include <QLabel>
 #include <QLineEdit>
@@ -12,16 +13,19 @@
 #include <QPlainTextEdit>
 #include <QProcess>
 #include <QProgressBar>
+#include <QRadioButton>
 #include <QSlider>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QtTest/QTest>
+#include <cmath>
 
 #include "opened_window.h"
 #include "simulator/memory/write_file.h"
 #include "simulator/window/beside.h"
 #include "simulator/window/day_picture.h"
+#include "simulator/window/frame_style.h"
 #include "simulator/window/menu_keys.h"
 #include "simulator/window/relay_view.h"
 
@@ -184,6 +188,29 @@ TEST(PanelWindowParts, KeysOfTheMenusAreTheirsWhateverAFieldTakes) {
     };
     EXPECT_FALSE(taken(Qt::Key_U));
     EXPECT_TRUE(taken(Qt::Key_K));
+  }
+}
+
+TEST(PanelWindowParts, BoxesThatAreNotCheckedAreSeenInDarkColorsToo) {
+  const auto luminance = [](QRgb color) {
+    const auto part = [](int level) { return std::pow(level / 255.0, 2.2); };
+    return 0.2126 * part(qRed(color)) + 0.7152 * part(qGreen(color)) + 0.0722 * part(qBlue(color));
+  };
+  FrameStyle style;
+  QPalette dark(QColor(49, 54, 59), QColor(35, 38, 41));
+  dark.setColor(QPalette::Base, QColor(27, 30, 32));
+  QCheckBox box;
+  QRadioButton button;
+  for (QAbstractButton* each : std::initializer_list<QAbstractButton*>{&box, &button}) {
+    each->setStyle(&style);
+    each->setPalette(dark);
+    each->adjustSize();
+    const QImage picture = each->grab().toImage();
+    double lightest = 0;
+    for (int x = 0; x < picture.width(); ++x) {
+      lightest = std::max(lightest, luminance(picture.pixel(x, picture.height() / 2)));
+    }
+    EXPECT_GE((lightest + 0.05) / (luminance(dark.color(QPalette::Window).rgb()) + 0.05), 3);
   }
 }
 
