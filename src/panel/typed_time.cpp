@@ -4,7 +4,8 @@
 
 std::optional<int> MinutesOfTyped(const QString& text) {
   static const QRegularExpression time(
-      QStringLiteral("^(\\d{1,2})(?::(\\d\\d)(?::00)?)?\\s*(?:([ap])\\.?\\s?m?\\.?)?$"),
+      QStringLiteral("^(\\d{1,2})(?|:(\\d\\d)(?::00)?|(\\d\\d)(?=\\s*[ap]))?\\s*"
+                     "(?:([ap])\\.?\\s?m?\\.?)?$"),
       QRegularExpression::CaseInsensitiveOption);
   const auto match = time.match(text.simplified());
   if (!match.hasMatch()) return std::nullopt;

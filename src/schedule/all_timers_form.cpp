@@ -231,8 +231,12 @@ void frmT3AllTimers::Sort(bool byNext) {
   if (inHand >= 0 && grid->isAncestorOf(QApplication::focusWidget())) FocusTimer(inHand);
 }
 
+int frmT3AllTimers::RowOf(int timer) const {
+  return static_cast<int>(std::find(order_.begin(), order_.end(), timer) - order_.begin());
+}
+
 void frmT3AllTimers::FocusTimer(int timer) {
-  grid->FocusRow(static_cast<int>(std::find(order_.begin(), order_.end(), timer) - order_.begin()));
+  grid->FocusRow(RowOf(timer));
 }
 
 void frmT3AllTimers::SortOtherwise() {
@@ -288,8 +292,10 @@ void frmT3AllTimers::CopyToFree() {
     return;
   }
   const int from = TimerAt(current->Row);
-  FocusTimer(free);
-  TakeOver(grid->Current()->Row, from);
+  TextBox& when = txtTyped[0](RowOf(free));
+  when.setFocus(Qt::OtherFocusReason);
+  TakeOver(RowOf(free), from);
+  when.selectAll();
   TellNews(QStringLiteral("%1 is made as %2 is").arg(TimerCode(free), TimerCode(from)));
 }
 

@@ -22,7 +22,7 @@ class frmT3AllTimers : public ChildForm {
   void txtActs_Change(int row) { Type(1, row); }
   /// The other one of the two orders: by number, and by the time at which timers fire next.
   void SortOtherwise();
-  /// Makes the first free timer what the one in hand is.
+  /// Makes the first free timer what the one in hand is; its time waits to be typed over.
   void CopyToFree();
 
  protected:
@@ -46,6 +46,7 @@ class frmT3AllTimers : public ChildForm {
   void EndEdit(std::size_t column, int row);
   void FocusTimer(int timer);
   int TimerAt(int row) const { return order_[static_cast<std::size_t>(row)]; }
+  int RowOf(int timer) const;
 
   std::array<int, ItemCount> order_{};  ///< The timer of each row.
   bool byNext_ = false;

@@ -34,6 +34,9 @@ TEST(TypedTimerTest, WhatIsWrittenIsReadAndTheRestStays) {
       {"at sunset, every day, not on holidays", dated, "at sunset, every day, not on holidays"},
       {"on no day", dated, "7:00 AM, on no day"},
       {"12:00 pm Feb 29", over, "12:00 PM, on February 29"},
+      {"615p M-F", dated, "6:15 PM, Mon to Fri"},
+      {"ss-30 sa", dated, "30 min before sunset, Sat"},
+      {"sr+5", over, "5 min after sunrise, Mon to Fri, not on holidays"},
   };
   for (const auto& [text, before, told] : typed) {
     const auto run = ReadTypedTimer(text, before);
@@ -41,7 +44,7 @@ TEST(TypedTimerTest, WhatIsWrittenIsReadAndTheRestStays) {
     EXPECT_EQ(TimerInWords(run->Time, run->Days, run->Month, run->Date), told) << text;
   }
   for (const char* text : {"", "7", "25:00", "1000 min before sunset", "30 before sunset-5", "Moon",
-                           "7a, noday", "Feb 30", "7a 8a", ","}) {
+                           "7a, noday", "Feb 30", "7a 8a", ",", "615", "7a s", "Ju 4"}) {
     EXPECT_FALSE(ReadTypedTimer(text, dated)) << text;
   }
 }
@@ -126,10 +129,10 @@ TEST_F(AllTimersTest, TheFirstFreeTimerBecomesAnother) {
   PanelRecord.TimerDays(2) = 1;        // it has a time of its own
   PanelRecord.TimerName(3) = "EARLY";  // no more than named
   OpenSheet();
-  for (const Qt::Key key : {Qt::Key_Insert, Qt::Key_Right, Qt::Key_7, Qt::Key_A}) Key(key);
+  for (const Qt::Key key : {Qt::Key_Insert, Qt::Key_7, Qt::Key_A}) Key(key);
   EXPECT_EQ(Line(3), "T04|EARLY|7a|turns OFFICES on|Fri 7:00 AM");
-  for (const Qt::Key key : {Qt::Key_Insert, Qt::Key_Right, Qt::Key_Right, Qt::Key_O, Qt::Key_F,
-                            Qt::Key_F, Qt::Key_Return}) {
+  for (const Qt::Key key :
+       {Qt::Key_Insert, Qt::Key_Right, Qt::Key_O, Qt::Key_F, Qt::Key_F, Qt::Key_Return}) {
     Key(key);
   }
   EXPECT_EQ(Line(4), "T05|TIMER 05|7:00 AM, Mon to Fri|turns OFFICES off|Fri 7:00 AM");
@@ -175,6 +178,9 @@ TEST_F(AllTimersTest, WhatItDoesIsReadByNames) {
       {"hall and bar and G3 on, r2 off", "turns RELAY 02 off; turns OFFICES and HALL AND BAR on"},
       {"activates NIGHT; gate off", "turns GATE off; activates NIGHT"},
       {"night", "activates NIGHT"},
+      {"ga", "turns GATE on"},
+      {"night, ha off", "turns HALL AND BAR off; activates NIGHT"},
+      {"n", "activates NIGHT"},
       {"-", "-"},
   };
   for (const auto& [text, told] : typed) {
@@ -182,12 +188,20 @@ TEST_F(AllTimersTest, WhatItDoesIsReadByNames) {
     ASSERT_TRUE(PutTypedActs(LiveProject, 0, text)) << text;
     EXPECT_EQ(ActsInWords(LiveProject, 0), told) << text;
   }
+  panel.GroupName(4) = "NIGHT";  // as the preset
+  EXPECT_TRUE(PutTypedActs(LiveProject, 2, "activates night; g4"));
+  EXPECT_EQ(ActsInWords(LiveProject, 2), "turns HALL AND BAR on; activates NIGHT");
+  panel.TimerGroupControl(0, 2) = 2;
+  EXPECT_TRUE(PutTypedActs(LiveProject, 0, "gate"));
+  EXPECT_EQ(ActsInWords(LiveProject, 0), "turns GATE off") << "as what it turned before";
+  panel.GroupName(5) = "HARBOR";
   panel.TimerRelayControl(1, 9) = 1;
   panel.TimerGroupControl(1, 2) = 0;
   EXPECT_TRUE(PutTypedActs(LiveProject, 1, "Offices off"));
   EXPECT_EQ(panel.TimerRelayControl(1, 9), 2) << "the one that it switches already";
+  panel.TimerRelayControl(1, 3) = 1;
   const std::string before = Bytes();
-  for (const char* text : {"", "offices", "off on", "gate on, nobody off", "and on"}) {
+  for (const char* text : {"", "gate", "off on", "ha on", "gate on, nobody off", "and on"}) {
     EXPECT_FALSE(PutTypedActs(LiveProject, 1, text)) << text;
   }
   EXPECT_FALSE(PutTypedActs(LiveProject, 7, "on")) << "there is nothing to turn";

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <set>
 #include <vector>
 
 #include "schedule/rules/timer_words.h"
@@ -38,8 +39,9 @@ class TypedActs {
         return false;
       }
     }
-    return std::all_of(waiting_.begin(), waiting_.end(),
-                       [](const Item& item) { return item.Kind == ItemKind::Preset; });
+    const auto usual = UsualCode();
+    if (usual) TurnWaiting(*usual);
+    return std::all_of(waiting_.begin(), waiting_.end(), IsPreset);
   }
 
   void Put(PanelRecordType& panel) const {
@@ -57,20 +59,40 @@ class TypedActs {
         ->Codes;
   }
 
+  static bool IsPreset(const Item& item) { return item.Kind == ItemKind::Preset; }
+
   /// Names wait for the on or off behind them; presets for none.
   bool ReadPart(const QString& part) {
     static const QRegularExpression words(
-        QStringLiteral("^(?:turns? |activates? )?(.+?)( on| off)?$"),
+        QStringLiteral("^(?:turns? |(activates? ))?(.+?)( on| off)?$"),
         QRegularExpression::CaseInsensitiveOption);
     const auto match = words.match(part);
-    if (!match.hasMatch() || !ReadNames(match.captured(1))) return false;
-    if (!match.hasCaptured(2)) return true;
-    const bool on = match.captured(2).trimmed().toLower() == QLatin1String("on");
-    for (const Item& item : waiting_) {
-      if (item.Kind != ItemKind::Preset) acts_.emplace_back(item, on ? TurnsOnCode : TurnsOffCode);
-    }
-    std::erase_if(waiting_, [](const Item& item) { return item.Kind != ItemKind::Preset; });
+    onlyPresets_ = match.hasCaptured(1);
+    if (!match.hasMatch() || !ReadNames(match.captured(2))) return false;
+    if (!match.hasCaptured(3)) return true;
+    const bool on = match.captured(3).trimmed().toLower() == QLatin1String("on");
+    TurnWaiting(on ? TurnsOnCode : TurnsOffCode);
     return true;
+  }
+
+  void TurnWaiting(Int16 code) {
+    for (const Item& item : waiting_) {
+      if (!IsPreset(item)) acts_.emplace_back(item, code);
+    }
+    std::erase_if(waiting_, [](const Item& item) { return !IsPreset(item); });
+  }
+
+  /// What the timer does with all that it turns; one that turns nothing would turn it on.
+  std::optional<Int16> UsualCode() const {
+    std::set<Int16> used;
+    for (const auto& [kind, codes] : ActTables) {
+      for (int target = 0; kind != ItemKind::Preset && target < ItemCount; ++target) {
+        used.insert((project_.Panel.*codes)(timer_, target));
+      }
+    }
+    used.erase(0);
+    if (used.size() > 1) return {};
+    return used.empty() ? TurnsOnCode : *used.begin();
   }
 
   /// A name may hold an "and" itself.
@@ -89,18 +111,32 @@ class TypedActs {
     return false;
   }
 
-  /// Of several with one name that which the timer switches already.
+  /// The one of this name or code, else the only one whose name begins so.
   std::optional<Item> ItemNamed(const QString& name) const {
-    std::optional<Item> found;
+    const std::vector<Item> whole = Items([&](const Item& item) { return IsName(name, item); });
+    if (!whole.empty()) {
+      // Of several with one name that which the timer switches already.
+      const auto switched = std::find_if(whole.begin(), whole.end(), [this](const Item& item) {
+        return (project_.Panel.*TableOf(item.Kind))(timer_, item.Number) != 0;
+      });
+      return switched == whole.end() ? whole.front() : *switched;
+    }
+    const std::vector<Item> begun = Items([&](const Item& item) {
+      return OwnName(project_, item).startsWith(name, Qt::CaseInsensitive);
+    });
+    return begun.size() == 1 ? std::optional(begun.front()) : std::nullopt;
+  }
+
+  template <typename Wanted>
+  std::vector<Item> Items(const Wanted& wanted) const {
+    std::vector<Item> items;
     for (const auto& [kind, codes] : ActTables) {
       for (int number = 0; number < ItemCount; ++number) {
         const Item item{kind, number};
-        if (!IsName(name, item)) continue;
-        if ((project_.Panel.*codes)(timer_, number) != 0) return item;
-        if (!found) found = item;
+        if ((IsPreset(item) || !onlyPresets_) && wanted(item)) items.push_back(item);
       }
     }
-    return found;
+    return items;
   }
 
   bool IsName(const QString& name, const Item& item) const {
@@ -114,6 +150,7 @@ class TypedActs {
 
   const Project& project_;
   int timer_;
+  bool onlyPresets_ = false;  ///< In the part that is read.
   std::vector<Item> waiting_;
   std::vector<std::pair<Item, Int16>> acts_;
 };

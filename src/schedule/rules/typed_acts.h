@@ -5,6 +5,8 @@
 #include "panel/project.h"
 
 /// Has a timer switch what people write: "OFFICES and HALLS on, GATE off; activates NIGHT", by
-/// names or codes ("GROUP 03", "R8"), "on" or "off" alone for all that it switches, "-" for
-/// nothing. Dimmers stay. False, and nothing is changed, for other texts.
+/// names, by their beginnings where no other name begins so, or by codes ("GROUP 03", "R8"). Names
+/// alone are turned as the timer turns all else, on if it turns nothing; "on" or "off" alone is for
+/// all that it switches, "-" for nothing. Dimmers stay. False, and nothing is changed, for other
+/// texts.
 bool PutTypedActs(Project& project, int timer, const QString& typed);

@@ -14,20 +14,23 @@ constexpr int EveryDay = (1 << DaysOfWeek) - 1;
 constexpr int Weekend = 1 | 1 << 6;
 constexpr int RestsOnHolidays = 1 << HolidayBit;
 
-/// The place of the name that begins with a text; -1 for none.
+/// The place of the only name that begins with a text; -1 for none.
 int PlaceOfShort(std::span<const std::string_view> names, const QString& text) {
-  constexpr int shortest = 3;
-  const auto found = std::find_if(names.begin(), names.end(), [&](std::string_view name) {
-    return text.size() >= shortest && ToUnicode(name).startsWith(text, Qt::CaseInsensitive);
-  });
-  return found == names.end() ? -1 : static_cast<int>(found - names.begin());
+  const auto begins = [&](std::string_view name) {
+    return ToUnicode(name).startsWith(text, Qt::CaseInsensitive);
+  };
+  const auto found = std::find_if(names.begin(), names.end(), begins);
+  if (text.isEmpty() || std::count_if(names.begin(), names.end(), begins) != 1) return -1;
+  return static_cast<int>(found - names.begin());
 }
 
 std::optional<TimerTimeValue> TypedOffset(const QRegularExpressionMatch& match,
                                           TimerTimeValue over) {
   constexpr int beforeAndAfter = 2;
   static const QStringList events = {QStringLiteral("sunrise"), QStringLiteral("sunset"),
-                                     QStringLiteral("open"), QStringLiteral("close")};
+                                     QStringLiteral("open"),    QStringLiteral("close"),
+                                     QStringLiteral("sr"),      QStringLiteral("ss")};
+  constexpr int eventCount = 4;
   const bool ahead = match.hasCaptured(1);
   const bool behind = match.hasCaptured(5);
   if (ahead && behind) return {};
@@ -35,7 +38,7 @@ std::optional<TimerTimeValue> TypedOffset(const QRegularExpressionMatch& match,
                      : behind ? match.captured(4) == u'+'
                               : false;
   const int offset = ahead ? match.captured(1).toInt() : match.captured(5).toInt();
-  const auto event = static_cast<int>(events.indexOf(match.captured(3).toLower()));
+  const auto event = static_cast<int>(events.indexOf(match.captured(3).toLower())) % eventCount;
   const TimerTimeValue first = FirstTimeOf(event < 2 ? TimeKind::Astro : TimeKind::OpenClose);
   const TimerTimeValue time =
       WithOffset(WithEvent(first, event % 2 * beforeAndAfter + (after ? 1 : 0)), offset);
@@ -56,8 +59,9 @@ std::optional<TimerTimeValue> TypedTime(const QString& text, TimerTimeValue over
     return WithOffset(over, text.toInt());
   }
   static const QRegularExpression fromEvent(
-      QStringLiteral("^(?:(\\d{1,3})\\s*(?:m|min|minutes?)?\\s*(before|after)\\s+|at\\s+)?"
-                     "(sunrise|sunset|open|close)(?:\\s+time)?(?:\\s*([+-])\\s*(\\d{1,3}))?$"),
+      QStringLiteral(
+          "^(?:(\\d{1,3})\\s*(?:m|min|minutes?)?\\s*(before|after)\\s+|at\\s+)?"
+          "(sunrise|sunset|open|close|sr|ss)(?:\\s+time)?(?:\\s*([+-])\\s*(\\d{1,3}))?$"),
       QRegularExpression::CaseInsensitiveOption);
   const auto match = fromEvent.match(text);
   return match.hasMatch() ? TypedOffset(match, over) : std::nullopt;
