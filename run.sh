@@ -6,19 +6,19 @@ source packaging/packages.sh
 install_missing "${build_packages[@]}" fonts-dejavu-core
 
 display=${DISPLAY:-}${WAYLAND_DISPLAY:-}
-cmake --preset release >/dev/null
-cmake --build build/release --target tamberloom3 tamberloom3-panel ${display:+tamberloom3-panel-window}
+cmake --preset run >/dev/null
+cmake --build build/run --target tamberloom3 tamberloom3-panel ${display:+tamberloom3-panel-window}
 
-rm -rf build/run build/connected.png
-mkdir -p build/run/home
+rm -rf build/home build/runtime build/connected.png
+mkdir -p build/home
 # What nobody sees leaves nothing in the user's own folder.
-[ -n "$display" ] || export HOME="$PWD/build/run/home"
+[ -n "$display" ] || export HOME="$PWD/build/home"
 if [ ! -w "${XDG_RUNTIME_DIR:-/nowhere}" ]; then
-  export XDG_RUNTIME_DIR="$PWD/build/run/runtime"
+  export XDG_RUNTIME_DIR="$PWD/build/runtime"
   mkdir -m 700 "$XDG_RUNTIME_DIR"
 fi
 
-panel=build/release/bin/tamberloom3-panel
+panel=build/run/bin/tamberloom3-panel
 panel_arguments=(--pty --link COM16 --log build/panel.log)
 address=
 # The program knows this port alone; another panel may have it at the first address.
@@ -51,7 +51,7 @@ else
 fi
 
 if [ -n "$display" ]; then
-  build/release/bin/tamberloom3
+  build/run/bin/tamberloom3
 else
   source packaging/picture.sh
   take_picture build/connected.png "$address"

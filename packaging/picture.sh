@@ -3,11 +3,11 @@
 # Starts the program, connects it to the simulated panel as a user would, and leaves a picture of its
 # window. Takes the picture's file and the panel's TCP address, empty for COM16.
 take_picture() {
-  cmake --build build/release --target driver >/dev/null
+  cmake --build build/run --target driver >/dev/null
   coproc program {
     export QT_QPA_PLATFORM=offscreen QT_LOGGING_RULES="*.warning=false"
-    export QT_QPA_GENERIC_PLUGINS=driver QT_PLUGIN_PATH="$PWD/build/release/plugins"
-    exec build/release/bin/tamberloom3 2>build/program.err
+    export QT_QPA_GENERIC_PLUGINS=driver QT_PLUGIN_PATH="$PWD/build/run/plugins"
+    exec build/run/bin/tamberloom3 2>build/program.err
   }
   children+=("$program_PID")
   exec {to_program}>&"${program[1]}" {from_program}<&"${program[0]}"

@@ -22,9 +22,10 @@ constexpr auto IncludeStates =
     std::to_array<CellState>({{"No", Colors::Grey}, {"Yes", Colors::White}});
 constexpr auto SweepStates =
     std::to_array<CellState>({{"-", Colors::PaleGrey}, {"Off", Colors::LightGrey}});
-constexpr auto PresetStates = std::to_array<CellState>({{PresetRelayCodes[0], Colors::LightGrey},
-                                                        {PresetRelayCodes[1], Colors::White},
-                                                        {PresetRelayCodes[2], Colors::Grey}});
+constexpr auto PresetRelayStates =
+    std::to_array<CellState>({{PresetRelayCodes[0], Colors::LightGrey},
+                              {PresetRelayCodes[1], Colors::White},
+                              {PresetRelayCodes[2], Colors::Grey}});
 
 int StateOf(Int16 code, CellStates states) {
   return states.size() == 2 && code != 0 ? 1 : code;
@@ -59,7 +60,7 @@ const auto CellGridScreens = std::to_array<CellGridScreen>({
      QStringLiteral("Group"), &PanelRecordType::GroupName},
     {Screen::EditPresets, QStringLiteral("Edit Presets"), QStringLiteral("Relay "), "lblRelayName",
      &PanelRecordType::RelayName, true, CellsOf<&PanelRecordType::PresetRelayControl>(),
-     PresetStates, "cboPresetNumber", QStringLiteral("Preset"), &PanelRecordType::PresetName},
+     PresetRelayStates, "cboPresetNumber", QStringLiteral("Preset"), &PanelRecordType::PresetName},
     {Screen::OffHoursSweepRelays, QStringLiteral("Off Hours Sweep Relays"),
      QStringLiteral("Relay "), "lblRelayName", &PanelRecordType::RelayName, true,
      CellsOf<&PanelRecordType::OffHoursSweepRelay>(), SweepStates},

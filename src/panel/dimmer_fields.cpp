@@ -7,10 +7,10 @@
 
 namespace {
 
-constexpr int BitsOfElement = 8;
+constexpr int BitsOfRowElement = 8;
 
 int BitOf(const DimmerField& field, int index) {
-  return field.Way == DimmerField::How::BitRow ? index % BitsOfElement : field.Bit;
+  return field.Way == DimmerField::How::BitRow ? index % BitsOfRowElement : field.Bit;
 }
 
 QString TextOr(const std::string& text, Int32 value) {
@@ -33,7 +33,8 @@ Int16 LevelToPercent(Int16 level) {
 }
 
 Int32 DimmerElement(const DimmerField& field, OutputPlace place, int index) {
-  const int within = field.Way == DimmerField::How::BitRow ? FloorDiv(index, BitsOfElement) : index;
+  const int within =
+      field.Way == DimmerField::How::BitRow ? FloorDiv(index, BitsOfRowElement) : index;
   constexpr int elementsOfDevice = ElementsOfOutput * DimmerOutputCount;
   return ToInt16(
       ToInt16(ToInt16(place.Device * elementsOfDevice) + ToInt16(place.Output * ElementsOfOutput)) +

@@ -14,7 +14,7 @@ Int16 IncludeNamesInUpload = 0;
 namespace {
 
 /// Where one value stands: its address and, of a bit, its mask and the way to the next plane.
-struct Spot {
+struct MemorySpot {
   int Address;
   int Mask = 0;
   int PlaneSize = 0;
@@ -74,7 +74,7 @@ class Walker {
   }
 
   template <typename Value>
-  void Put(const FieldFacts& facts, Value& value, const Spot& spot, int first) const {
+  void Put(const FieldFacts& facts, Value& value, const MemorySpot& spot, int first) const {
     if constexpr (std::is_convertible_v<Value, std::string_view>) {
       direction_.Text(spot.Address, facts.Memory.Value, value);
     } else {
@@ -102,7 +102,7 @@ class Packer {
   }
 
   template <typename Setting>
-  void Number(const Spot& spot, const Packing& memory, Int32 value, Setting) {
+  void Number(const MemorySpot& spot, const Packing& memory, Int32 value, Setting) {
     Int16& element = image_(spot.Address);
     switch (memory.Way) {
       case Packing::How::Word:
@@ -156,7 +156,7 @@ class Unpacker {
   }
 
   template <typename Value, typename Setting>
-  void Number(const Spot& spot, const Packing& memory, Value& value, Setting setting) const {
+  void Number(const MemorySpot& spot, const Packing& memory, Value& value, Setting setting) const {
     const Int16 element = image_(spot.Address);
     switch (memory.Way) {
       case Packing::How::Word:
