@@ -14,9 +14,8 @@ QFont ReportPaper::Font(int points, bool bold) const {
   QFont font;
   font.setPointSize(points);
   font.setBold(bold);
-  // With any space between letters no two of them are drawn as one, which a search would not find.
-  constexpr double leastSpace = 0.02;
-  font.setLetterSpacing(QFont::AbsoluteSpacing, leastSpace);
+  // No two letters are drawn as one, which a search would not find.
+  font.setStyleStrategy(QFont::PreferNoShaping);
   return font;
 }
 
