@@ -45,14 +45,14 @@ void ExitQuietlyOnInterrupt() {
 
 void TellOnInterrupt(const QString& text) {
   // Not while they change.
-  sigset_t ends;
-  sigemptyset(&ends);
-  for (const int signal : EndSignals) sigaddset(&ends, signal);
-  sigprocmask(SIG_BLOCK, &ends, nullptr);
+  sigset_t endings;
+  sigemptyset(&endings);
+  for (const int signal : EndSignals) sigaddset(&endings, signal);
+  sigprocmask(SIG_BLOCK, &endings, nullptr);
   lastWords = ("\ntamberloom3-project: " + text + "\n").toStdString();
   lastStatus = StatusFailed;
   EndOnSignals();
-  sigprocmask(SIG_UNBLOCK, &ends, nullptr);
+  sigprocmask(SIG_UNBLOCK, &endings, nullptr);
 }
 
 void HangUpOnInterrupt(const QString& text) {

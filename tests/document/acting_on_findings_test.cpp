@@ -229,8 +229,8 @@ TEST_F(ActingOnFindingsTest, EveryMendingLeavesNothingOfItsFindingAndNothingElse
     SCOPED_TRACE(rule);
     Project project = sound;
     make(project);
-    const auto isIt = [&](const Finding& finding) {
-      return finding.Rule == rule && finding.Where != Item{ItemKind::Timer, 6};
+    const auto isIt = [wanted = rule](const Finding& finding) {
+      return finding.Rule == wanted && finding.Where != Item{ItemKind::Timer, 6};
     };
     const auto findings = CheckProject(project);
     const auto found = std::find_if(findings.begin(), findings.end(), isIt);

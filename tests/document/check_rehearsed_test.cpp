@@ -46,8 +46,8 @@ std::vector<Works> WorkingInstallations() {
     return All(Calls(DimSetCtlType, 0, 0, slot, type), Calls(DimSetCtlNumber, 0, 0, slot, number),
                Calls(DimSetCtlAction, 0, 0, slot, 43), Calls(DimSetCtlRevert, 0, 0, slot, 1));
   };
-  const auto everyDay = [&p](Int16 open, Int16 close) {
-    return [&p, open, close] {
+  const auto everyDay = [](Int16 open, Int16 close) {
+    return [open, close] {
       for (int day = 0; day < 7; ++day) {
         p.NormalOpenTime(day) = open;
         p.NormalCloseTime(day) = close;

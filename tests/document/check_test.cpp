@@ -20,8 +20,8 @@ struct Fault {
 
 std::vector<Fault> Faults() {
   auto& p = PanelRecord;
-  const auto everyDay = [&p](Int16 open, Int16 close) {
-    return [&p, open, close] {
+  const auto everyDay = [](Int16 open, Int16 close) {
+    return [open, close] {
       for (int day = 0; day < 7; ++day) {
         p.NormalOpenTime(day) = open;
         p.NormalCloseTime(day) = close;

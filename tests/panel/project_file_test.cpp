@@ -176,9 +176,11 @@ TEST_F(ProjectFileTest, AKilledSaveLeavesTheOldFileOrTheNewOne) {
   ASSERT_EQ(pipe(started), 0);
   for (int i = 0; i < 50; ++i) {
     const pid_t child = fork();
-    for (int turn = i; child == 0; ++turn) {
-      fill(turn % 2);
-      if (write(started[1], "", 1) == 1) WriteProjectFile();
+    if (child == 0) {
+      for (int turn = i;; ++turn) {
+        fill(turn % 2);
+        if (write(started[1], "", 1) == 1) WriteProjectFile();
+      }
     }
     char signal = 0;
     ASSERT_EQ(read(started[0], &signal, 1), 1);

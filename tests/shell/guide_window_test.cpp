@@ -80,7 +80,7 @@ TEST_F(GuideTest, F1ShowsThePageOfTheScreenInFrontInOneWindow) {
 
 /// The toolkit lays out what has changed, and must come to what it makes of the whole page.
 TEST_F(GuideTest, EveryPartOfEveryPageHasItsPlaceAtEveryWidth) {
-  const auto places = [this](const QTextDocument& page) {
+  const auto places = [](const QTextDocument& page) {
     std::vector<QRectF> rects{{QPointF(), page.size()}};
     for (QTextBlock block = page.begin(); block.isValid(); block = block.next()) {
       rects.push_back(page.documentLayout()->blockBoundingRect(block));

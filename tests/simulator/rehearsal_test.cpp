@@ -23,7 +23,7 @@ TEST(RehearsalTest, WrongDatesAndLinesAreTold) {
   for (const auto& [text, message] :
        {std::pair{"2026-02-30", date}, {"2100-01-01", date}, {"2026-01-02..2026-01-01", range}}) {
     RehearsalOptions options;
-    EXPECT_EQ(FailureOf([&] { ParseRange(text, options); }),
+    EXPECT_EQ(FailureOf([&, dates = text] { ParseRange(dates, options); }),
               "\"" + std::string(text) + "\"" + message);
   }
   const std::pair<const char*, const char*> lines[]{

@@ -196,7 +196,7 @@ void frmT3MasterMDI::BuildClient() {
        {std::pair(QKeySequence(QKeySequence::Find), &program_.Find),
         std::pair(QKeySequence(Qt::CTRL | Qt::Key_T), &program_.ListTimers)}) {
     auto* shortcut = new QShortcut(key, this);
-    connect(shortcut, &QShortcut::activated, this, [this, act] {
+    connect(shortcut, &QShortcut::activated, this, [this, act = act] {
       if (menuBar()->isEnabled()) RunHandler(*act);
     });
   }
