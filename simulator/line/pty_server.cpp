@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <stdlib.h>
+#include <sys/file.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -46,6 +47,7 @@ void PtyServer::OpenPort() {
   if (Slave.Get() < 0 || tcgetattr(Slave.Get(), &mode) != 0) {
     throw std::runtime_error(std::string(name.data()) + " cannot be used: " + std::strerror(errno));
   }
+  flock(Slave.Get(), LOCK_EX | LOCK_NB);  // Tells that a panel answers here.
   cfmakeraw(&mode);
   tcsetattr(Slave.Get(), TCSANOW, &mode);
   Talk.emplace(Common, "pty");
@@ -60,6 +62,7 @@ void PtyServer::OpenPort() {
 void PtyServer::PullPlug() {
   const Descriptor oldMaster = std::move(Master);
   const Descriptor oldSlave = std::move(Slave);
+  flock(oldSlave.Get(), LOCK_UN);
   Readable.reset();
   ToHost.Clear();
   try {
@@ -116,13 +119,22 @@ void PtyServer::Write(std::string_view bytes) {
   [[maybe_unused]] const ssize_t written = write(Master.Get(), bytes.data(), bytes.size());
 }
 
+/// A pseudo-terminal, which a panel that has ended leaves to others.
+bool PanelAnswersAt(const QString& port) {
+  const Descriptor open(
+      ::open(QFile::encodeName(port).constData(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+  if (open.Get() < 0) return errno == EBUSY;
+  return flock(open.Get(), LOCK_EX | LOCK_NB) != 0;
+}
+
 void MakePortLink(const QString& link, const QString& target) {
   const QFileInfo info(link);
   if (info.isSymLink()) {
-    const bool ours = info.symLinkTarget().startsWith("/dev/pts/") || !info.exists();
-    if (!ours) {
+    const QString port = info.symLinkTarget();
+    const bool free = port.startsWith("/dev/pts/") ? !PanelAnswersAt(port) : !info.exists();
+    if (!free) {
       throw std::runtime_error(link.toStdString() + " is in use: it leads to " +
-                               info.symLinkTarget().toStdString());
+                               port.toStdString());
     }
   } else if (info.exists()) {
     throw std::runtime_error(link.toStdString() + " exists and is no link");

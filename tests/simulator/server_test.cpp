@@ -72,6 +72,7 @@ TEST(SimulatorPty, LinkFollowsThePortAndGoesAtTheEnd) {
     options.Link = link;
     PanelThread panel(PanelThread::PtyOptions(options));
     EXPECT_EQ(QFileInfo(link).symLinkTarget(), panel.PtyPath());
+    EXPECT_THROW(MakePortLink(link, "/dev/pts/0"), std::runtime_error) << "a panel answers there";
     panel.AddFault("drop");
     EXPECT_EQ(SerialHost(link).Ask(FrameCommand("10FF1"), 4), "") << "the plug is pulled";
     EXPECT_EQ(SerialHost(link).Ask(FrameCommand("10FF1"), 4), "[00]");
