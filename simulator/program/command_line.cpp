@@ -136,6 +136,9 @@ CommandLine ParseCommandLine(const QStringList& arguments) {
   } else if (parser.isSet("baud")) {
     throw std::invalid_argument("--baud paces a pseudo-terminal: add --pty");
   }
+  if (parser.isSet("dial-ms") && !modem) {
+    throw std::invalid_argument("--dial-ms is of a modem: add --modem");
+  }
   if (parser.isSet("tcp")) wanted.TcpPort = static_cast<quint16>(Number(parser, "tcp", 65535));
   result.Window = parser.isSet("window");
   if (parser.isSet("beside")) result.Beside = Place(parser.value("beside"));

@@ -95,9 +95,9 @@ TEST(SimulatorCommandLine, ChoosesLinesAndRefusesNonsense) {
   EXPECT_TRUE(parse("--modem-busy").Pty->WithModem->Busy);
   EXPECT_TRUE(parse("--link COM16").Pty->Link.endsWith("/Orv Tamberloom 3/Ports/COM16"));
   EXPECT_EQ(parse("--fault lost@3 --fault late:5x*").Faults.size(), 2U);
-  for (const char* bad :
-       {"--tcp 70000", "--tcp x", "--baud 9600", "--pty --baud -1", "--nothing", "--daylight moon",
-        "--plan-pilots", "file", "--password 12345", "--fault odd"}) {
+  for (const char* bad : {"--tcp 70000", "--tcp x", "--baud 9600", "--tcp 0 --dial-ms 9",
+                          "--pty --baud -1", "--nothing", "--daylight moon", "--plan-pilots",
+                          "file", "--password 12345", "--fault odd"}) {
     EXPECT_THROW(parse(bad), std::invalid_argument) << bad;
   }
 }
