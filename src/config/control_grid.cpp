@@ -69,7 +69,11 @@ void ControlGridForm::SetPresetVisible(bool visible) {
 }
 
 QWidget* ControlGridForm::FocusWithoutGrid(QWidget* selector) {
-  return cboPreset && cboPreset->isVisible() ? cboPreset : selector;
+  return cboPreset && cboPreset->isVisibleTo(this) ? cboPreset : selector;
+}
+
+QWidget* ControlGridForm::FirstFocus() {
+  return FocusWithoutGrid(ChildForm::FirstFocus());
 }
 
 void ControlGridForm::ShowElsewhere(const std::optional<ControlOptions>& options) {

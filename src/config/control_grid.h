@@ -23,6 +23,7 @@ class ControlGridForm : public ChildForm {
   void lblControl_Click(int index);
   void cboControl_Click();
   virtual void cboPreset_Click();
+  QWidget* FirstFocus() override;
 
  protected:
   /// What the selected input offers; none for an input of an unknown kind.

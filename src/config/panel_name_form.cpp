@@ -38,6 +38,11 @@ void frmT3EditPanelName::Form_Activate() {
   ShowPanelChars();
 }
 
+/// A key pressed too often must not erase the name.
+QWidget* frmT3EditPanelName::FirstFocus() {
+  return txtPanelName->isVisibleTo(this) ? txtPanelName : ChildForm::FirstFocus();
+}
+
 void frmT3EditPanelName::ShowPanelChars() {
   frmAsDisplayed->ShowName(PanelRecord.PanelName);
   const bool ownName = chkDefaultPanelName->Value() == 0;

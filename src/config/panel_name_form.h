@@ -10,6 +10,7 @@ class frmT3EditPanelName : public ChildForm {
   frmT3EditPanelName();
   void Form_Load() override;
   void Form_Activate() override;
+  QWidget* FirstFocus() override;
 
   void ShowPanelChars();
   void chkDefaultPanelName_Click();

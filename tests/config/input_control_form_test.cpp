@@ -33,6 +33,7 @@ TEST_F(InputControlTest, TheKindDecidesWhatTheRowsAre) {
   EXPECT_EQ(RowsShown("lblControl"), 0);
   EXPECT_TRUE(Shows("cboPreset"));
   EXPECT_EQ(Chosen("cboPreset"), 3);
+  EXPECT_TRUE(Find<ComboBox>("cboPreset").hasFocus());
   Choose("cboInput", 1);
   EXPECT_EQ(RowsShown("lblRelayName"), 4);
   EXPECT_EQ(Caption("lblRelayName", 3), "INPUT 04");

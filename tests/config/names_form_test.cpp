@@ -65,6 +65,9 @@ TEST_F(NamesTest, TheDefaultPanelNameHidesTheOwnOne) {
   EXPECT_EQ(PanelRecord.PanelName, "WAREHOUSE NORTH AND SOUTH");
   EXPECT_EQ(Display(), "WAREHOUSE NORTH AN");
   DataChanged = 0;
+  Menu("mnuEditGroupNames");
   Menu("mnuEditPanelName");
   EXPECT_EQ(DataChanged, 0);
+  EXPECT_TRUE(Find<TextBox>("txtPanelName").hasFocus())
+      << "Space on the other would erase the name";
 }
