@@ -126,7 +126,6 @@ void frmT3AstroClockSettings::BuildCityPicker() {
   cmdAccept = Add<Button>(pick, "cmdAccept", QStringLiteral("Accept"));
   cmdAccept->Click = [this] { cmdAccept_Click(); };
   cmdCancel = Add<Button>(pick, "cmdCancel", QStringLiteral("Cancel"));
-  cmdCancel->setShortcut(Qt::Key_Escape);
   cmdCancel->Click = [this] { cmdCancel_Click(); };
   lblNoCity = AddLabel(AddRow(), "lblNoCity", QStringLiteral("No city has this in its name."));
 
@@ -212,4 +211,13 @@ void frmT3AstroClockSettings::cmdAccept_Click() {
 
 void frmT3AstroClockSettings::cmdCancel_Click() {
   RestoreControls();
+}
+
+/// An open list takes Escape for itself.
+void frmT3AstroClockSettings::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape && cmdCancel->isVisible()) {
+    cmdCancel->click();
+  } else {
+    ChildForm::keyPressEvent(event);
+  }
 }

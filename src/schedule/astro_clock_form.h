@@ -18,6 +18,7 @@ class frmT3AstroClockSettings : public ChildForm {
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void BuildSettings();

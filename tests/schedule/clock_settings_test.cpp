@@ -118,11 +118,16 @@ TEST_F(ClockSettingsTest, AnyPartOfTheNameFindsACity) {
   for (int i = 0; i < 4; ++i) QTest::keyClick(matches, Qt::Key_Down);
   QTest::keyClick(matches, Qt::Key_Escape);
   EXPECT_EQ(ChosenText("cboFindLatLon"), "Ohio,Springfield");
+  EXPECT_FALSE(matches->isVisible());
+  EXPECT_TRUE(Shown(search)) << "an open list takes Escape for itself";
   search.clear();
   QTest::keyClicks(&search, "xx");
   EXPECT_TRUE(Shows("lblNoCity"));
   QTest::keyClick(&search, Qt::Key_Return);
   EXPECT_TRUE(Shown(search));
+  QTest::keyClick(&search, Qt::Key_Escape);
+  EXPECT_FALSE(Shown(search));
+  Press("cmdFindLatLon");
 
   search.clear();
   QTest::keyClicks(&search, "SHER");
