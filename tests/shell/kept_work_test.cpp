@@ -188,8 +188,10 @@ TEST_F(KeptWorkTest, WhatADeadProgramLeftIsOfferedTakenUpAndDeleted) {
   EXPECT_EQ(messages.size(), 1U) << "others changed the file that it knew";
   EXPECT_EQ(Copies().size(), 1);
   nextChoice = "Save Over It";
+  EXPECT_TRUE(Shows("lblTakenUp"));
   Menu("mnuSave");
   EXPECT_TRUE(Copies().isEmpty());
+  EXPECT_FALSE(Shows("lblTakenUp")) << "the file has them";
   Menu("mnuAbout");
   EXPECT_EQ(window->findChild<Label*>("lblKeptWork(0)"), nullptr);
 

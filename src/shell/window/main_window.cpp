@@ -244,7 +244,8 @@ void frmT3MasterMDI::ShowEmptyState() {
 }
 
 void frmT3MasterMDI::UpdateStatusBar() {
-  statusFile_->SetCaption(QStringLiteral(" File Name: ") + CurrentFileName);
+  statusFile_->SetCaption(QStringLiteral(" File Name: ") +
+                          QString(CurrentFileName).replace(u'\n', u' '));
   statusFile_->setToolTip(CurrentFileName);
   SetLinkStatus(Connected != 0 ? QStringLiteral("Connected") : QStringLiteral("Disconnected"));
   if (Link.ShowNetworkDiagnostics) {

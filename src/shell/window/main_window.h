@@ -69,6 +69,7 @@ class frmT3MasterMDI : public QMainWindow {
   bool DiscardChanges() const;
   void ReplaceProject(const std::function<void()>& replace);
   [[nodiscard]] bool WriteProject();
+  void TellSaved();
   [[nodiscard]] bool MaySaveOver();
   void MergeWithFile(const Project& base);
   void ShowEmptyState();

@@ -164,10 +164,16 @@ void frmT3MasterMDI::FileSave() {
   if (!isMerged && ChangedByOthers() && !MaySaveOver()) return;
   if (!WriteProject()) return;
   merged_ = {};
+  TellSaved();
+}
+
+void frmT3MasterMDI::TellSaved() {
   DataChanged = 0;
   recovery_.Settle(LiveProject);
   RememberProject(CurrentFileName, Now());
   TellNews(QStringLiteral("Saved"));
+  // It tells of work that was taken up, and of the project's state.
+  if (screens_->Front() == Screen::About) screens_->FrontForm()->ShowAnew();
 }
 
 void frmT3MasterMDI::FileSaveAs() {
@@ -181,10 +187,7 @@ void frmT3MasterMDI::FileSaveAs() {
   restore.dismiss();
   FileNotInMemory = false;
   UpdateStatusBar();
-  DataChanged = 0;
-  recovery_.Settle(LiveProject);
-  RememberProject(name, Now());
-  TellNews(QStringLiteral("Saved"));
+  TellSaved();
   if (before != NoFileName) CopyBeside(before, name);
 }
 
