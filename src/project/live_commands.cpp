@@ -17,11 +17,6 @@ const QStringList WatchColumns = {"Time", "Item", "Was", "Is", "Name"};
 
 namespace {
 
-PanelAddress AddressOf(const QString& place) {
-  if (const auto address = ParsePanelAddress(place)) return *address;
-  throw RunTimeFailure((place + ": is not a panel's address, such as tcp:10.0.0.7").toStdString());
-}
-
 /// With this computer's offset from UTC, which the panel does not know of.
 QString IsoTime(const QDateTime& time) {
   return time.toOffsetFromUtc(time.offsetFromUtc()).toString(Qt::ISODate);

@@ -86,6 +86,11 @@ std::optional<PanelAddress> ParsePanelAddress(const QString& word) {
   return std::nullopt;
 }
 
+PanelAddress AddressOf(const QString& word) {
+  if (const auto address = ParsePanelAddress(word)) return *address;
+  throw RunTimeFailure((word + ": is not a panel's address, such as tcp:10.0.0.7").toStdString());
+}
+
 PanelAt::PanelAt(const PanelAddress& address)
     : address_(address), application_(argumentCount, argumentValues) {
   address_.Settings.AwaitQuiet = address_.ConnectionType != ConnectionTCP;

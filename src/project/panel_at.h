@@ -18,6 +18,9 @@ struct PanelAddress {
 /// as an address and is none.
 std::optional<PanelAddress> ParsePanelAddress(const QString& word);
 
+/// The address that a word must be; else RunTimeFailure.
+PanelAddress AddressOf(const QString& word);
+
 /// A panel that cannot be reached, or no longer answers; the text names it and the cause.
 class PanelFailure : public RunTimeFailure {
  public:

@@ -21,8 +21,11 @@ const QString ImagePrefix = QStringLiteral("image:");
 
 /// The file that a name leads to, be it there or not.
 std::filesystem::path PathOf(const QString& file) {
-  const std::filesystem::path path = QFile::encodeName(file).toStdString();
-  return std::filesystem::weakly_canonical(std::filesystem::absolute(path));
+  const std::filesystem::path path =
+      std::filesystem::absolute(QFile::encodeName(file).toStdString());
+  std::error_code leadsToItself;
+  const std::filesystem::path target = std::filesystem::weakly_canonical(path, leadsToItself);
+  return leadsToItself ? path : target;
 }
 
 /// The project of a panel's memory, over another that has what a panel does not keep.

@@ -155,25 +155,18 @@ ExitStatus StatusOfSending(const PanelAt& panel, TransferOutcome outcome) {
 
 ExitStatus ReadPanel(const CommandLine& line, const QStringList& places) {
   RefuseOutput(places[1], places[0]);
-  const auto address = ParsePanelAddress(places[0]);
-  if (!address) {
-    throw RunTimeFailure((places[0] + ": is not a panel's address").toStdString());
-  }
-  const PanelImageType image = PanelAt(*address).ReadMemory();
+  const PanelImageType image = PanelAt(AddressOf(places[0])).ReadMemory();
   StoreProject(places[1], UploadedOver(NewProject(), image, !line.NoNames));
   return StatusGood;
 }
 
 ExitStatus SendToPanel(const CommandLine& line, const QStringList& places) {
-  const auto address = ParsePanelAddress(places[1]);
-  if (!address) {
-    throw RunTimeFailure((places[1] + ": is not a panel's address").toStdString());
-  }
+  const PanelAddress address = AddressOf(places[1]);
   const Project project = LoadWhole(places[0]);
   const PasswordDigits password = Password(line);
   const auto image = std::make_unique<PanelImageType>();
   BuildPanelImage(project, password, *image);
-  PanelAt panel(*address);
+  PanelAt panel(address);
   if (panel.Answer(ReadPassWord()) != password) {
     panel.Fail(QStringLiteral("Password Invalid. Download Denied."));
   }

@@ -298,6 +298,9 @@ TEST_F(ProjectProgramTest, WhatCannotBeWrittenOrHeldIsToldAndNothingIsOverwritte
     EXPECT_EQ(Run(call), 2) << call.join(u' ').toStdString();
     EXPECT_TRUE(errors.contains("named twice")) << errors.toStdString();
   }
+  QFile::link(QStringLiteral("loop"), folder.filePath("loop"));
+  EXPECT_EQ(Run({"image", file, folder.filePath("loop")}), 2);
+  EXPECT_TRUE(errors.contains("a link that leads to itself")) << errors.toStdString();
   EXPECT_TRUE(FileText(file) == bytes);
   EXPECT_EQ(FileText(memory).size(), 40960U);
   EXPECT_FALSE(QFile::exists(folder.filePath("new")));
