@@ -400,7 +400,7 @@ void FindingsFrame::cmdPrint_Click() {
 
 void FindingsFrame::cmdReportPdf_Click() {
   const QString name = ReportFileName(QStringLiteral("Save Report"),
-                                      QStringLiteral("Portable Documents"), QStringLiteral("pdf"));
+                                      QStringLiteral("Portable Documents"), QStringLiteral("PDF"));
   if (name.isEmpty()) return;
   const auto facts = AskReportFacts(window());
   if (!facts) return;
@@ -419,7 +419,7 @@ void FindingsFrame::cmdReportPdf_Click() {
 
 void FindingsFrame::cmdSpreadsheet_Click() {
   const QString name = ReportFileName(QStringLiteral("Save Spreadsheet"),
-                                      QStringLiteral("Spreadsheets"), QStringLiteral("xlsx"));
+                                      QStringLiteral("Spreadsheets"), QStringLiteral("XLSX"));
   if (name.isEmpty()) return;
   TellReport({});
   ReplaceFile(name, ReportWorkbook(LiveProject, Now(), name));

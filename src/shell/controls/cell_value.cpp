@@ -77,7 +77,7 @@ int ChoiceOf(const QStringList& choices, const QString& value) {
 
 QString InShort(QStringList choices) {
   constexpr qsizetype most = 6;
-  constexpr qsizetype first = 3;
+  constexpr qsizetype first = 2;
   for (QString& choice : choices) choice = choice.simplified();
   choices.removeAll(QString());
   choices.removeDuplicates();
