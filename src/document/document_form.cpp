@@ -19,7 +19,7 @@ constexpr int BoxesOfColumn = 4;
 const QString FileFilter =
     QStringLiteral("Tamberloom 3 Document Files (*.TXT)|*.TXT|All Files (*.*)|*.*");
 
-QString StartMask() {
+QString DocumentMask() {
   return DataPath(QStringLiteral("Documentation/*.TXT"));
 }
 
@@ -103,10 +103,10 @@ void frmT3Document::chkPrintOptions_Click(int index) {
 }
 
 void frmT3Document::cmdBrowse_Click() {
-  const QString start = fileDialogUsed_ ? DocumentFileName : StartMask();
+  const QString start = fileDialogUsed_ ? DocumentFileName : DocumentMask();
   fileDialogUsed_ = true;
   const QString name = FileDialog({FileRequest::Kind::Save, FileFilter, start});
-  if (name.isEmpty() || name == StartMask()) return;
+  if (name.isEmpty() || name == DocumentMask()) return;
   DocumentFileName = name;
   ShowFileName();
   lblOpenDocument->setVisible(false);

@@ -7,7 +7,7 @@
 
 namespace {
 
-QStringList PlaceOf(const DifferenceRow& row) {
+QStringList RowPlace(const DifferenceRow& row) {
   return {row.Area, row.Item, row.Field};
 }
 
@@ -50,7 +50,7 @@ std::vector<RefusedRow> ApplyDifference(Project& project, const std::vector<Diff
   QHash<Item, std::vector<Setting>> told;
   std::vector<Setting> places;
   for (const DifferenceRow& row : rows) {
-    const auto found = settings.find(PlaceOf(row));
+    const auto found = settings.find(RowPlace(row));
     const auto refuse = [&](const QString& reason) {
       refused.push_back({static_cast<std::size_t>(&row - rows.data()), reason});
     };

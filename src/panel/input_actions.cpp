@@ -8,8 +8,6 @@ namespace {
 
 using enum InputKind;
 
-constexpr unsigned OnOff = EffectOn | EffectOff;
-
 constexpr ControlAction NoAction{"No Action", 0, ""};
 
 constexpr auto SwitchTable = std::to_array<ControlAction>({

@@ -9,12 +9,6 @@
 #include "panel/lists_in_words.h"
 #include "panel/panel_record.h"
 
-namespace {
-
-constexpr unsigned OnOff = EffectOn | EffectOff;
-
-}  // namespace
-
 QString SeverityWord(Severity severity) {
   switch (severity) {
     case Severity::Error:
