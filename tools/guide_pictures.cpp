@@ -117,6 +117,7 @@ bool SaveConnected(frmT3MasterMDI& window, const QString& folder) {
   simulator::Options options;
   options.Host = QStringLiteral("127.9.9.9");
   options.TcpPort = 10001;
+  options.Now = NowSeam;
   simulator::PanelThread panel(options);
   ConnectionType() = 2;
   TcpAddress() = options.Host.toStdString();
