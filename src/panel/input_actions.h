@@ -34,8 +34,8 @@ enum class ControlRows { None, Relays, Groups, Inputs, Timers };
 
 /// What an action, or any other use of an item by another, does; bits.
 enum ActionEffect : unsigned {
-  EffectOn = 1,        ///< Turns it on.
-  EffectOff = 2,       ///< Turns it off.
+  EffectOn = 1,   ///< Turns it on.
+  EffectOff = 2,  ///< Turns it off.
   OnOff = EffectOn | EffectOff,
   EffectRuns = 4,      ///< Activates a preset, forces a timer.
   EffectDisables = 8,  ///< Disables an input or a timer, or holds a relay.

@@ -23,7 +23,7 @@ QString IsoTime(const QDateTime& time) {
 }
 
 QDateTime PanelTime(const PanelAt& panel) {
-  const QDateTime time = panel.Answer(ReadPanelStatus()).Clock();
+  QDateTime time = panel.Answer(ReadPanelStatus()).Clock();
   if (!time.isValid()) panel.Fail(QStringLiteral("the panel's clock shows no valid time"));
   return time;
 }

@@ -20,6 +20,7 @@
 #include "shell/window/history.h"
 #include "shell/window/main_window.h"
 #include "shell/window/saved_project.h"
+#include "shell/window/screen_stack.h"
 
 namespace {
 
