@@ -18,8 +18,8 @@ namespace {
 /// The desktop's style with three changes. Drop-down lists open below their field and scroll: a
 /// list of a thousand items would otherwise cover the screen from top to bottom. The menu bar's
 /// overflow button, which six entries never need, has no picture, so that no start waits for the
-/// image plugins. Check boxes and option buttons have a frame that is seen: that of the style in
-/// use is nearly the colour of a dark window.
+/// image plugins. Check boxes and option buttons, and boxes for text in dark colours, have a frame
+/// that is seen: that of the style in use is nearly the colour of a dark window.
 class ListStyle : public QProxyStyle {
  public:
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
@@ -31,7 +31,10 @@ class ListStyle : public QProxyStyle {
                      const QWidget* widget) const override {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     const bool round = element == PE_IndicatorRadioButton;
-    if (!round && element != PE_IndicatorCheckBox) return;
+    constexpr int dark = 128;
+    const bool field = element == PE_FrameLineEdit && !(option->state & State_HasFocus) &&
+                       option->palette.color(QPalette::Window).lightness() < dark;
+    if (!round && !field && element != PE_IndicatorCheckBox) return;
     constexpr int strength = 150;
     QColor line = option->palette.color(QPalette::WindowText);
     line.setAlpha(strength);
