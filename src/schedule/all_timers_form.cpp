@@ -86,8 +86,12 @@ QString Unreadable(const TypedColumn& column, const QString& typed) {
   return QStringLiteral("\"%1\" %2.").arg(typed, column.Wanted);
 }
 
-bool IsReadable(const TypedColumn& column, int timer, const QString& typed) {
-  return column.Put(*std::make_unique<Project>(LiveProject), timer, typed);
+/// Over a panel as it was before it was typed.
+bool IsReadable(const TypedColumn& column, const PanelRecordType& before, int timer,
+                const QString& typed) {
+  const auto project = std::make_unique<Project>(LiveProject);
+  project->Panel = before;
+  return column.Put(*project, timer, typed);
 }
 
 /// It does nothing, at the time of a new panel's timers; a name alone is what one begins with.
@@ -133,7 +137,7 @@ void frmT3AllTimers::Form_Load() {
   auto* row = AddRow();
   cmdNewTimer = Add<Button>(row, "cmdNewTimer", QStringLiteral("New Timer"));
   cmdNewTimer->setToolTip(
-      QStringLiteral("Copies the current timer to the first free one (Insert)"));
+      QStringLiteral("Makes the first free timer as the current one is, on for off (Insert)"));
   cmdNewTimer->Click = [this] { CopyToFree(); };
   lblInHand = AddLabel(row, "lblInHand", {});
   lblInHand->SetLook(Label::Look::Quiet);
@@ -149,15 +153,16 @@ void frmT3AllTimers::Form_Load() {
   AddWidget(weekArea);
   UseSpareHeight();
   AddHint(QStringLiteral(
-      "Enter on a number opens the timer; Insert copies it to a free one, Ctrl+C and Ctrl+V "
-      "copy it onto another. F3 sorts. Times, days and what is done are typed."));
+      "Enter on a number opens the timer; Insert makes its other half, Ctrl+C and Ctrl+V copy it "
+      "onto another. F3 sorts. Times, days and what is done are typed."));
 }
 
 ControlArray<TextBox> frmT3AllTimers::AddTyped(std::size_t column) {
   const TypedColumn& typed = TypedTimerColumns[column];
   constexpr int mostChars = 80;
   const auto refuses = [this, &typed](int row, const QString& text) {
-    return IsReadable(typed, TimerAt(row), text) ? QString() : Unreadable(typed, text);
+    const auto& before = edit_ ? edit_->Before : PanelRecord;
+    return IsReadable(typed, before, TimerAt(row), text) ? QString() : Unreadable(typed, text);
   };
   auto boxes = grid->Add<TextBox>(typed.Name, {.Chars = typed.Chars,
                                                .Header = typed.HeaderName,
@@ -285,6 +290,9 @@ void frmT3AllTimers::TakeOver(int row, int from) {
 void frmT3AllTimers::CopyToFree() {
   const auto current = grid->Current();
   if (!current) return;
+  for (std::size_t column = 0; column < TypedColumns; ++column) {
+    if (!EndEdit(column, current->Row)) return;
+  }
   int free = 0;
   while (free < ItemCount && !IsFree(free)) ++free;
   if (free == ItemCount) {
@@ -295,13 +303,16 @@ void frmT3AllTimers::CopyToFree() {
   TextBox& when = txtTyped[0](RowOf(free));
   when.setFocus(Qt::OtherFocusReason);
   TakeOver(RowOf(free), from);
+  TurnOtherWay(LiveProject, free);
+  ShowTimers();
   when.selectAll();
-  TellNews(QStringLiteral("%1 is made as %2 is").arg(TimerCode(free), TimerCode(from)));
+  TellNews(QStringLiteral("%1 is made as %2 is, on for off and off for on")
+               .arg(TimerCode(free), TimerCode(from)));
 }
 
 /// What is typed counts at once where it can be read; else what was before it does.
 void frmT3AllTimers::Type(std::size_t column, int row) {
-  const TextBox& box = txtTyped[column](row);
+  TextBox& box = txtTyped[column](row);
   const int timer = TimerAt(row);
   if (!edit_) {
     edit_ = Edit{&box, timer, PanelRecord};
@@ -313,15 +324,17 @@ void frmT3AllTimers::Type(std::size_t column, int row) {
   ShowTimers();
 }
 
-void frmT3AllTimers::EndEdit(std::size_t column, int row) {
+/// False for a text that cannot be read, which is told.
+bool frmT3AllTimers::EndEdit(std::size_t column, int row) {
   TextBox& box = txtTyped[column](row);
-  if (!edit_ || edit_->Box != &box) return;
+  if (!edit_ || edit_->Box != &box) return true;
   const QString typed = box.Text();
-  const bool reads = IsReadable(TypedTimerColumns[column], edit_->Timer, typed);
+  const bool reads = IsReadable(TypedTimerColumns[column], edit_->Before, edit_->Timer, typed);
   edit_.reset();
   ShowTimers();
   if (box.hasFocus()) box.selectAll();
   if (!reads) TellRefusal(Unreadable(TypedTimerColumns[column], typed));
+  return reads;
 }
 
 /// Escape takes back what is being typed.
@@ -331,8 +344,10 @@ void frmT3AllTimers::keyPressEvent(QKeyEvent* event) {
   } else if (event->key() == Qt::Key_Escape && edit_) {
     RunHandler([this] {
       PanelRecord = edit_->Before;
+      TextBox* box = edit_->Box;
       edit_.reset();
       ShowTimers();
+      box->selectAll();
     });
   } else {
     ChildForm::keyPressEvent(event);

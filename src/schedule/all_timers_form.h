@@ -22,7 +22,8 @@ class frmT3AllTimers : public ChildForm {
   void txtActs_Change(int row) { Type(1, row); }
   /// The other one of the two orders: by number, and by the time at which timers fire next.
   void SortOtherwise();
-  /// Makes the first free timer what the one in hand is; its time waits to be typed over.
+  /// Makes the first free timer the other half of the one in hand, on for off; its time waits to be
+  /// typed over.
   void CopyToFree();
 
  protected:
@@ -31,7 +32,7 @@ class frmT3AllTimers : public ChildForm {
  private:
   /// A text that is being typed, and the panel before it.
   struct Edit {
-    const TextBox* Box;
+    TextBox* Box;
     int Timer;
     PanelRecordType Before;
   };
@@ -43,7 +44,7 @@ class frmT3AllTimers : public ChildForm {
   void Sort(bool byNext);
   void TakeOver(int row, int from);
   void Type(std::size_t column, int row);
-  void EndEdit(std::size_t column, int row);
+  bool EndEdit(std::size_t column, int row);
   void FocusTimer(int timer);
   int TimerAt(int row) const { return order_[static_cast<std::size_t>(row)]; }
   int RowOf(int timer) const;

@@ -129,15 +129,19 @@ TEST_F(AllTimersTest, TheFirstFreeTimerBecomesAnother) {
   PanelRecord.TimerDays(2) = 1;        // it has a time of its own
   PanelRecord.TimerName(3) = "EARLY";  // no more than named
   OpenSheet();
-  for (const Qt::Key key : {Qt::Key_Insert, Qt::Key_7, Qt::Key_A}) Key(key);
-  EXPECT_EQ(Line(3), "T04|EARLY|7a|turns OFFICES on|Fri 7:00 AM");
+  for (const Qt::Key key : {Qt::Key_Insert, Qt::Key_7, Qt::Key_P}) Key(key);
+  EXPECT_EQ(Line(3), "T04|EARLY|7p|turns OFFICES off|Thu 7:00 PM");
   for (const Qt::Key key :
        {Qt::Key_Insert, Qt::Key_Right, Qt::Key_O, Qt::Key_F, Qt::Key_F, Qt::Key_Return}) {
     Key(key);
   }
-  EXPECT_EQ(Line(4), "T05|TIMER 05|7:00 AM, Mon to Fri|turns OFFICES off|Fri 7:00 AM");
+  EXPECT_EQ(Line(4), "T05|TIMER 05|7:00 PM, Mon to Fri|turns OFFICES off|Thu 7:00 PM");
   Find<Button>("cmdNewTimer").click();
-  EXPECT_EQ(Line(5), "T06|TIMER 06|7:00 AM, Mon to Fri|turns OFFICES off|Fri 7:00 AM");
+  EXPECT_EQ(Line(5), "T06|TIMER 06|7:00 PM, Mon to Fri|turns OFFICES on|Thu 7:00 PM");
+  Key(Qt::Key_X);
+  Key(Qt::Key_Insert);
+  EXPECT_TRUE(Text("lblMark").startsWith("\"x\" is no time"));
+  EXPECT_EQ(Acts(6), "-") << "nothing is made of a timer that was to be another";
   for (int timer = 7; timer < ItemCount; ++timer) PanelRecord.TimerTime(timer) = 30;
   Key(Qt::Key_Insert);
   Key(Qt::Key_Insert);
@@ -172,6 +176,7 @@ TEST_F(AllTimersTest, WhatItDoesIsReadByNames) {
   panel.RelayName(9) = "OFFICES";  // as the group
   panel.GroupName(3) = "HALL AND BAR";
   panel.PresetName(1) = "NIGHT";
+  panel.PresetName(2) = "EVENING";
   const std::pair<const char*, const char*> typed[] = {
       {"off", "turns OFFICES off"},
       {"gate on", "turns GATE on"},
@@ -179,6 +184,7 @@ TEST_F(AllTimersTest, WhatItDoesIsReadByNames) {
       {"activates NIGHT; gate off", "turns GATE off; activates NIGHT"},
       {"night", "activates NIGHT"},
       {"ga", "turns GATE on"},
+      {"off off", "turns OFFICES off"},
       {"night, ha off", "turns HALL AND BAR off; activates NIGHT"},
       {"n", "activates NIGHT"},
       {"-", "-"},
@@ -201,7 +207,8 @@ TEST_F(AllTimersTest, WhatItDoesIsReadByNames) {
   EXPECT_EQ(panel.TimerRelayControl(1, 9), 2) << "the one that it switches already";
   panel.TimerRelayControl(1, 3) = 1;
   const std::string before = Bytes();
-  for (const char* text : {"", "gate", "off on", "ha on", "gate on, nobody off", "and on"}) {
+  for (const char* text : {"", "gate", "on on", "ha on", "gate on, nobody off", "and on", "ev off",
+                           "offices and ev off"}) {
     EXPECT_FALSE(PutTypedActs(LiveProject, 1, text)) << text;
   }
   EXPECT_FALSE(PutTypedActs(LiveProject, 7, "on")) << "there is nothing to turn";
@@ -220,10 +227,16 @@ TEST_F(AllTimersTest, ATimeThatCannotBeReadLeavesTheTimerAsItWas) {
   EXPECT_TRUE(Find<TextBox>("txtWhen", 1).hasFocus());
   EXPECT_EQ(When(0), "7:15 AM, Mon to Fri");
   EXPECT_TRUE(Text("lblMark").startsWith("\"8p moon\" is no time"));
+  Key(Qt::Key_Right);
+  QTest::keyClicks(window->focusWidget(), "r1 on, r2");
+  EXPECT_EQ(PanelRecord.TimerRelayControl(1, 1), 2) << "as the timer turned before it was typed";
+  Key(Qt::Key_Escape);
+  Key(Qt::Key_Left);
   QTest::keyClicks(window->focusWidget(), "8p");
   EXPECT_EQ(PanelRecord.TimerTimeType(1), 20) << "saved without Enter it is not lost";
   Key(Qt::Key_Escape);
   EXPECT_EQ(When(1), "6:00 PM, Mon to Fri");
+  EXPECT_EQ(Find<TextBox>("txtWhen", 1).selectedText(), When(1));
   EXPECT_TRUE(Bytes() == before);
 
   QApplication::clipboard()->setText("7:00 AM\n30 min after sunset, Sat\n");

@@ -68,9 +68,12 @@ class TypedActs {
         QRegularExpression::CaseInsensitiveOption);
     const auto match = words.match(part);
     onlyPresets_ = match.hasCaptured(1);
+    const auto before = static_cast<std::ptrdiff_t>(waiting_.size());
     if (!match.hasMatch() || !ReadNames(match.captured(2))) return false;
     if (!match.hasCaptured(3)) return true;
     const bool on = match.captured(3).trimmed().toLower() == QLatin1String("on");
+    // No preset is turned off.
+    if (!on && std::any_of(waiting_.begin() + before, waiting_.end(), IsPreset)) return false;
     TurnWaiting(on ? TurnsOnCode : TurnsOffCode);
     return true;
   }
@@ -113,18 +116,22 @@ class TypedActs {
 
   /// The one of this name or code, else the only one whose name begins so.
   std::optional<Item> ItemNamed(const QString& name) const {
-    const std::vector<Item> whole = Items([&](const Item& item) { return IsName(name, item); });
-    if (!whole.empty()) {
-      // Of several with one name that which the timer switches already.
-      const auto switched = std::find_if(whole.begin(), whole.end(), [this](const Item& item) {
-        return (project_.Panel.*TableOf(item.Kind))(timer_, item.Number) != 0;
+    std::vector<Item> found = Items([&](const Item& item) { return IsName(name, item); });
+    if (found.empty()) {
+      found = Items([&](const Item& item) {
+        return OwnName(project_, item).startsWith(name, Qt::CaseInsensitive);
       });
-      return switched == whole.end() ? whole.front() : *switched;
+      const auto isOther = [&](const Item& item) {
+        return !IsName(OwnName(project_, found.front()), item);
+      };
+      if (std::any_of(found.begin(), found.end(), isOther)) return {};
     }
-    const std::vector<Item> begun = Items([&](const Item& item) {
-      return OwnName(project_, item).startsWith(name, Qt::CaseInsensitive);
+    // Of several with one name that which the timer switches already.
+    const auto switched = std::find_if(found.begin(), found.end(), [this](const Item& item) {
+      return (project_.Panel.*TableOf(item.Kind))(timer_, item.Number) != 0;
     });
-    return begun.size() == 1 ? std::optional(begun.front()) : std::nullopt;
+    if (switched != found.end()) return *switched;
+    return found.empty() ? std::nullopt : std::optional(found.front());
   }
 
   template <typename Wanted>
@@ -182,4 +189,13 @@ bool PutTypedActs(Project& project, int timer, const QString& typed) {
   if (word != QLatin1String("-") && !acts.Read(text)) return false;
   acts.Put(project.Panel);
   return true;
+}
+
+void TurnOtherWay(Project& project, int timer) {
+  for (const auto& [kind, codes] : ActTables) {
+    for (int target = 0; kind != ItemKind::Preset && target < ItemCount; ++target) {
+      Int16& cell = (project.Panel.*codes)(timer, target);
+      if (cell == TurnsOnCode || cell == TurnsOffCode) cell = TurnsOnCode + TurnsOffCode - cell;
+    }
+  }
 }

@@ -10,3 +10,6 @@
 /// all that it switches, "-" for nothing. Dimmers stay. False, and nothing is changed, for other
 /// texts.
 bool PutTypedActs(Project& project, int timer, const QString& typed);
+
+/// Has a timer turn off what it turns on, and the other way round.
+void TurnOtherWay(Project& project, int timer);
