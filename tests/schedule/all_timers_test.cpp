@@ -36,6 +36,8 @@ TEST(TypedTimerTest, WhatIsWrittenIsReadAndTheRestStays) {
       {"12:00 pm Feb 29", over, "12:00 PM, on February 29"},
       {"615p M-F", dated, "6:15 PM, Mon to Fri"},
       {"ss-30 sa", dated, "30 min before sunset, Sat"},
+      {"7a d", over, "7:00 AM, every day"},
+      {"5p d 24", over, "5:00 PM, on December 24"},
       {"sr+5", over, "5 min after sunrise, Mon to Fri, not on holidays"},
   };
   for (const auto& [text, before, told] : typed) {

@@ -69,7 +69,9 @@ std::optional<TimerTimeValue> TypedTime(const QString& text, TimerTimeValue over
 
 /// A bit a day, Sunday first, of "Mon", "Mon to Fri", "Fri-Mon" and the like; 0 for other words.
 int TypedDays(const QString& words) {
-  if (words == QLatin1String("every day") || words == QLatin1String("daily")) return EveryDay;
+  for (const QLatin1String daily : {QLatin1String("every day"), QLatin1String("daily")}) {
+    if (!words.isEmpty() && daily.startsWith(words)) return EveryDay;
+  }
   if (words == QLatin1String("weekdays")) return EveryDay & ~Weekend;
   if (words == QLatin1String("weekend") || words == QLatin1String("weekends")) return Weekend;
   static const QRegularExpression fromTo(QStringLiteral("^([a-z]+)(?:\\s*(?:to|-)\\s*([a-z]+))?$"));
