@@ -14,22 +14,22 @@ constexpr auto SwitchTable = std::to_array<ControlAction>({
     NoAction,
     {"On Only", EffectOn, "turns on"},
     {"Off Only", EffectOff, "turns off"},
-    {"On And Off", OnOff, "turns on and off"},
-    {"Blink Alert", OnOff, "turns on, and off with a warning"},
+    {"On And Off", EffectOnOff, "turns on and off"},
+    {"Blink Alert", EffectOnOff, "turns on, and off with a warning"},
 });
 constexpr auto NothingTable = std::to_array<ControlAction>({{".", 0, ""}});
 constexpr auto TimedOnTable =
-    std::to_array<ControlAction>({NoAction, {"Timed On", OnOff, "turns on for a time"}});
+    std::to_array<ControlAction>({NoAction, {"Timed On", EffectOnOff, "turns on for a time"}});
 constexpr auto BiLevelTable = std::to_array<ControlAction>({
     NoAction,
-    {"On-Off", OnOff, "turns on and off"},
-    {"Hi-Lo(NO)", OnOff, "switches between high and low (NO)"},
-    {"Hi-Lo(NC)", OnOff, "switches between high and low (NC)"},
+    {"On-Off", EffectOnOff, "turns on and off"},
+    {"Hi-Lo(NO)", EffectOnOff, "switches between high and low (NO)"},
+    {"Hi-Lo(NC)", EffectOnOff, "switches between high and low (NC)"},
 });
 constexpr auto StepTable = std::to_array<ControlAction>({
     NoAction,
-    {"Step A", OnOff, "switches as step A"},
-    {"Step B", OnOff, "switches as step B"},
+    {"Step A", EffectOnOff, "switches as step A"},
+    {"Step B", EffectOnOff, "switches as step B"},
 });
 constexpr auto DisableTable =
     std::to_array<ControlAction>({NoAction, {"Disable", EffectDisables, "disables"}});

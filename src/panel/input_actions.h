@@ -36,7 +36,7 @@ enum class ControlRows { None, Relays, Groups, Inputs, Timers };
 enum ActionEffect : unsigned {
   EffectOn = 1,   ///< Turns it on.
   EffectOff = 2,  ///< Turns it off.
-  OnOff = EffectOn | EffectOff,
+  EffectOnOff = EffectOn | EffectOff,
   EffectRuns = 4,      ///< Activates a preset, forces a timer.
   EffectDisables = 8,  ///< Disables an input or a timer, or holds a relay.
   EffectHolds = 16,    ///< A group has it as its relay, a preset sets it.

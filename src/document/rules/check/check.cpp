@@ -85,7 +85,7 @@ CheckScope::CheckScope(const Project& project, const CheckFacts& facts)
     const bool group = use.User.Kind == ItemKind::Group;
     const auto holder = static_cast<std::size_t>(use.User.Number);
     const auto relay = static_cast<std::size_t>(use.Used.Number);
-    (group ? inGroup_ : inPreset_)[holder][relay] |= group ? OnOff : use.Effect & OnOff;
+    (group ? inGroup_ : inPreset_)[holder][relay] |= group ? EffectOnOff : use.Effect & EffectOnOff;
   }
   doesWith_.Add(user, does);
   ItemSet parked;
@@ -111,8 +111,8 @@ CheckScope::CheckScope(const Project& project, const CheckFacts& facts)
   }
   for (int number = 0; number < ItemCount; ++number) {
     const auto at = static_cast<std::size_t>(number);
-    if (IsForKeys({ItemKind::Group, number})) all.Groups[at] = OnOff;
-    if (IsForKeys({ItemKind::Preset, number})) all.Presets[at] = OnOff;
+    if (IsForKeys({ItemKind::Group, number})) all.Groups[at] = EffectOnOff;
+    if (IsForKeys({ItemKind::Preset, number})) all.Presets[at] = EffectOnOff;
   }
   OnRelays = EffectsOf(all);
   Holding = EffectsOf(holding);
@@ -124,9 +124,9 @@ void CheckScope::Reach::Add(const Use& use) {
   if ((use.Effect & (EffectHolds | EffectFollows)) != 0 || number < 0 || number >= ItemCount)
     return;
   const auto at = static_cast<std::size_t>(number);
-  if (use.Used.Kind == ItemKind::Relay) Relays[at] |= use.Effect & OnOff;
-  if (use.Used.Kind == ItemKind::Group) Groups[at] |= use.Effect & OnOff;
-  if (use.Used.Kind == ItemKind::Preset) Presets[at] = OnOff;
+  if (use.Used.Kind == ItemKind::Relay) Relays[at] |= use.Effect & EffectOnOff;
+  if (use.Used.Kind == ItemKind::Group) Groups[at] |= use.Effect & EffectOnOff;
+  if (use.Used.Kind == ItemKind::Preset) Presets[at] = EffectOnOff;
 }
 
 /// Groups and presets act on the relays that they hold.
