@@ -49,6 +49,7 @@ void frmT3Connect::ConnectOrDisconnect() {
                                                           .PhoneNumber = PhoneNumber(),
                                                           .Host = line->txtTCPIP->Text()});
       ShowRevLabels();
+      fraOnLineFunctions->ForgetClockSet();
       if (ConnectionType() >= ConnectionTCP) ReadQZStatus();
     } catch (const std::exception& failure) {
       ConnectFailed(QString::fromUtf8(failure.what()));

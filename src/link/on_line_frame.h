@@ -24,6 +24,8 @@ class OnLineFrame : public QGroupBox {
   void TellClockSet(bool answered, bool isReadByItself);
   /// The next reading tells the seconds that the clocks are apart, however few are new.
   void TellClockAnew() { apart_.reset(); }
+  /// Another panel's clock may be another.
+  void ForgetClockSet() { clockSet_ = false; }
   void ShowErrorsOfProject();
   /// The functions, off while the password or a transfer is under way.
   void EnableFunctions(bool enabled);

@@ -323,6 +323,7 @@ void frmT3WalkTest::cmdUntick_Click() {
   std::erase_if(tested_,
                 [code = ItemCode(*front_)](const TestedItem& one) { return one.Item == code; });
   WriteTested(CurrentFileName, tested_);
+  lblTold->SetCaption({});
   ShowRow(*RowOf(*front_), *front_);
   ShowFront();
 }

@@ -169,6 +169,13 @@ TEST_F(ConnectTest, ThePanelsHardwareIsAdoptedOnYesAndItsClockSet) {
   lines.Socket.Replies = {};
   Press("cmdSetQZClock");
   EXPECT_EQ(Text("lblClock"), "The clock may not be set: no answer came");
+
+  lines.Socket.Replies = {{"[00]"}};
+  Press("cmdSetQZClock");
+  Press("cmdConnect");
+  lines.Socket.Replies = {{Firmware}, {FrameReply("1709320B161A000009200000000000")}};
+  Press("cmdConnect");
+  EXPECT_TRUE(Text("lblClock").startsWith("The panel is ")) << "another panel's was not set";
 }
 
 TEST_F(ConnectTest, AModemCallTakesItsFixedTimes) {

@@ -85,7 +85,9 @@ TEST_F(WalkTest, APressedSwitchComesToTheFrontAndIsNamedAndTicked) {
   auto& list = Find<QTreeWidget>("lstItems");
   list.setCurrentItem(list.topLevelItem(6));
   QTest::keyClick(&list, Qt::Key_Return);
+  EXPECT_NE(Text("lblTold"), "");
   Press("cmdUntick");
+  EXPECT_EQ(Text("lblTold"), "");
   EXPECT_FALSE(QFile::exists(CurrentFileName + ".tested"));
 }
 
