@@ -4,10 +4,13 @@
 #include <QFileInfo>
 #include <QFormLayout>
 
+#include "panel/live_project.h"
 #include "panel/program_state.h"
+#include "panel/project_codec.h"
 #include "panel/project_file.h"
 #include "panel/stopwatch.h"
 #include "shell/controls/dialogs.h"
+#include "shell/shell.h"
 
 namespace {
 
@@ -62,7 +65,10 @@ ReportCover ReportDialog::Cover() const {
 std::optional<ReportFacts> AskReportFacts(QWidget* parent) {
   const bool hasFile = ProjectHasFile();
   const QString file = hasFile ? CurrentFileName : QString();
-  ReportFacts facts = FactsOfFile(file, Now(), DataChanged != 0);
+  // What was undone again is no change.
+  const bool changed =
+      DataChanged != 0 && hasFile && EncodeProject(LiveProject) != EncodeProject(*SavedProject());
+  ReportFacts facts = FactsOfFile(file, Now(), changed);
   const bool sound = TellFailureOf([&] {
     if (hasFile) facts.Cover = ReadCover(file);
   });

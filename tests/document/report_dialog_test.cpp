@@ -1,3 +1,5 @@
+#include "document/report_dialog.h"
+
 #include <QDialogButtonBox>
 #include <QTimer>
 
@@ -55,6 +57,14 @@ TEST_F(ReportDialogTest, WhatTheCoverSaysIsAskedOnceAndKeptBesideTheProject) {
   AnswerReport("OAK HIGH", "OAK HIGH");
   Press("cmdReportPdf");
   EXPECT_EQ(messages.size(), 0U);
+  const auto nameOnCover = [this] {
+    AnswerReport("OAK HIGH", "OAK HIGH");
+    return AskReportFacts(window.get()).value().FileName;
+  };
+  DataChanged = -1;
+  EXPECT_EQ(nameOnCover(), "oak.T3") << "changed and undone";
+  PanelRecord.TimerDays(0) = 3;
+  EXPECT_EQ(nameOnCover(), "oak.T3, with changes that are not saved");
   const QString first = CurrentFileName;
   nextFileName = folder.filePath("elm.T3");
   Menu("mnuSaveAs");
