@@ -19,7 +19,12 @@ if [ ! -w "${XDG_RUNTIME_DIR:-/nowhere}" ]; then
 fi
 
 panel=build/run/bin/tamberloom3-panel
-panel_arguments=(--pty --link COM16 --log build/panel.log)
+panel_arguments=(--log build/panel.log)
+# Another panel may have the first.
+for port in COM{16..9}; do
+  echo quit | "$panel" --pty --link "$port" >/dev/null 2>&1 && break
+done
+panel_arguments+=(--pty --link "$port")
 address=
 # The program knows this port alone; another panel may have it at the first address.
 for host in 127.0.0.{1..9}; do
@@ -45,15 +50,15 @@ running || {
 # A machine can have an address that leads nowhere.
 [ -n "$display" ] || (exec 3<>"/dev/tcp/$address/10001") 2>/dev/null || address=
 if [ -n "$address" ]; then
-  echo "The simulated panel answers on TCP $address (port 10001) and on COM16."
+  echo "The simulated panel answers on TCP $address (port 10001) and on $port."
 else
-  echo "The simulated panel answers on COM16 only; TCP port 10001 is taken or cannot be reached."
+  echo "The simulated panel answers on $port only; TCP port 10001 is taken or cannot be reached."
 fi
 
 if [ -n "$display" ]; then
   build/run/bin/tamberloom3
 else
   source packaging/picture.sh
-  take_picture build/connected.png "$address"
+  take_picture build/connected.png "$address" "$port"
   echo "A picture of the program, connected to the simulated panel: build/connected.png"
 fi

@@ -1,7 +1,7 @@
 # Sourced by run.sh where there is no display.
 
 # Starts the program, connects it to the simulated panel as a user would, and leaves a picture of its
-# window. Takes the picture's file and the panel's TCP address, empty for COM16.
+# window. Takes the picture's file, the panel's TCP address, empty for none, and its port.
 take_picture() {
   cmake --build build/run --target driver >/dev/null
   coproc program {
@@ -18,7 +18,7 @@ take_picture() {
     tell type "TCP/IP Address" "$2"
   else
     tell press USB
-    tell press COM16
+    tell press "$3"
   fi
   tell press "Connect To Tamberloom 3"
   tell press Yes # Take over the panel's hardware.
