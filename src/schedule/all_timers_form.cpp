@@ -136,9 +136,9 @@ void frmT3AllTimers::Form_Load() {
 
   auto* row = AddRow();
   cmdNewTimer = Add<Button>(row, "cmdNewTimer", QStringLiteral("New Timer"));
-  cmdNewTimer->setToolTip(
-      QStringLiteral("Makes the first free timer as the current one is, on for off (Insert)"));
-  cmdNewTimer->Click = [this] { CopyToFree(); };
+  cmdNewTimer->setToolTip(QStringLiteral(
+      "Makes the first free timer the other half of the current one, on for off (Insert)"));
+  cmdNewTimer->Click = [this] { MakeOtherHalf(); };
   lblInHand = AddLabel(row, "lblInHand", {});
   lblInHand->SetLook(Label::Look::Quiet);
   picWeek = new WeekPicture;
@@ -287,7 +287,7 @@ void frmT3AllTimers::TakeOver(int row, int from) {
   ShowTimers();
 }
 
-void frmT3AllTimers::CopyToFree() {
+void frmT3AllTimers::MakeOtherHalf() {
   const auto current = grid->Current();
   if (!current) return;
   for (std::size_t column = 0; column < TypedColumns; ++column) {
@@ -340,7 +340,7 @@ bool frmT3AllTimers::EndEdit(std::size_t column, int row) {
 /// Escape takes back what is being typed.
 void frmT3AllTimers::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Insert && event->modifiers() == Qt::NoModifier) {
-    RunHandler([this] { CopyToFree(); });
+    RunHandler([this] { MakeOtherHalf(); });
   } else if (event->key() == Qt::Key_Escape && edit_) {
     RunHandler([this] {
       PanelRecord = edit_->Before;

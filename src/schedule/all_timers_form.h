@@ -24,7 +24,7 @@ class frmT3AllTimers : public ChildForm {
   void SortOtherwise();
   /// Makes the first free timer the other half of the one in hand, on for off; its time waits to be
   /// typed over.
-  void CopyToFree();
+  void MakeOtherHalf();
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;

@@ -26,6 +26,16 @@ constexpr auto ActTables = std::to_array<ActTable>({
     {ItemKind::Preset, &PanelRecordType::TimerPresetControl},
 });
 
+/// All that a timer may turn on or off, as the code of each relay and group.
+template <typename Panel, typename Do>
+void ForEachTurned(Panel& panel, int timer, const Do& act) {
+  for (const auto& [kind, codes] : ActTables) {
+    for (int target = 0; kind != ItemKind::Preset && target < ItemCount; ++target) {
+      act((panel.*codes)(timer, target));
+    }
+  }
+}
+
 /// What a timer switches, while it is read.
 class TypedActs {
  public:
@@ -88,11 +98,7 @@ class TypedActs {
   /// What the timer does with all that it turns; one that turns nothing would turn it on.
   std::optional<Int16> UsualCode() const {
     std::set<Int16> used;
-    for (const auto& [kind, codes] : ActTables) {
-      for (int target = 0; kind != ItemKind::Preset && target < ItemCount; ++target) {
-        used.insert((project_.Panel.*codes)(timer_, target));
-      }
-    }
+    ForEachTurned(project_.Panel, timer_, [&used](Int16 code) { used.insert(code); });
     used.erase(0);
     if (used.size() > 1) return {};
     return used.empty() ? TurnsOnCode : *used.begin();
@@ -165,14 +171,10 @@ class TypedActs {
 /// Whether there is anything that can be turned.
 bool TurnAll(PanelRecordType& panel, int timer, Int16 code) {
   bool any = false;
-  for (const auto& [kind, codes] : ActTables) {
-    for (int target = 0; kind != ItemKind::Preset && target < ItemCount; ++target) {
-      Int16& cell = (panel.*codes)(timer, target);
-      if (cell == 0) continue;
-      cell = code;
-      any = true;
-    }
-  }
+  ForEachTurned(panel, timer, [&](Int16& cell) {
+    any = any || cell != 0;
+    if (cell != 0) cell = code;
+  });
   return any;
 }
 
@@ -192,10 +194,7 @@ bool PutTypedActs(Project& project, int timer, const QString& typed) {
 }
 
 void TurnOtherWay(Project& project, int timer) {
-  for (const auto& [kind, codes] : ActTables) {
-    for (int target = 0; kind != ItemKind::Preset && target < ItemCount; ++target) {
-      Int16& cell = (project.Panel.*codes)(timer, target);
-      if (cell == TurnsOnCode || cell == TurnsOffCode) cell = TurnsOnCode + TurnsOffCode - cell;
-    }
-  }
+  ForEachTurned(project.Panel, timer, [](Int16& cell) {
+    if (cell == TurnsOnCode || cell == TurnsOffCode) cell = TurnsOnCode + TurnsOffCode - cell;
+  });
 }
