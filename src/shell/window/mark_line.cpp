@@ -8,6 +8,7 @@
 MarkLine::MarkLine(const RecoveryCopy& recovery) : recovery_(recovery) {
   setObjectName(QStringLiteral("lblMark"));
   SetLook(Look::Quiet);
+  SetElideMode(Qt::ElideMiddle);  // A refusal ends with what may stand there.
   constexpr int marksMs = 250;
   tmrMarks_ = new Timer(this, "tmrMarks", marksMs);
   tmrMarks_->Tick = [this] { LookAnew(); };
