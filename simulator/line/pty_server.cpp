@@ -119,13 +119,17 @@ void PtyServer::Write(std::string_view bytes) {
   [[maybe_unused]] const ssize_t written = write(Master.Get(), bytes.data(), bytes.size());
 }
 
-/// A pseudo-terminal, which a panel that has ended leaves to others.
+namespace {
+
+/// Whether a panel holds the lock of a pseudo-terminal. After its end others may have the same one.
 bool PanelAnswersAt(const QString& port) {
   const Descriptor open(
       ::open(QFile::encodeName(port).constData(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
   if (open.Get() < 0) return errno == EBUSY;
   return flock(open.Get(), LOCK_EX | LOCK_NB) != 0;
 }
+
+}  // namespace
 
 void MakePortLink(const QString& link, const QString& target) {
   const QFileInfo info(link);

@@ -173,7 +173,7 @@ void frmT3MasterMDI::TellSaved() {
   recovery_.Settle(LiveProject);
   RememberProject(CurrentFileName, Now());
   TellNews(QStringLiteral("Saved"));
-  // It tells of work that was taken up, and of the project's state.
+  // The first screen tells of work that was taken up, and of the project's state.
   if (screens_->Front() == Screen::About) screens_->FrontForm()->ShowAnew();
 }
 

@@ -12,7 +12,7 @@
 namespace {
 
 constexpr int MonthsOfYear = 12;
-constexpr int HoursShown = 24;
+constexpr int HoursOfGraph = 24;
 
 RelaySet Swept(const PanelRecordType& panel) {
   RelaySet set = RelaysThat([&](int relay) { return panel.OffHoursSweepRelay(relay) != 0; });
@@ -100,9 +100,9 @@ std::vector<ReportGraph> GraphsOf(const Project& project, const ReportUses& uses
       const double at = static_cast<double>(QDate(first.year(), month, 1).dayOfYear() - 1) / days;
       graph.Across.push_back({at, ToUnicode(ShortName(Word(MonthNames, month - 1)))});
     }
-    for (const int hour : {0, 6, 12, 18, HoursShown}) {
+    for (const int hour : {0, 6, 12, 18, HoursOfGraph}) {
       constexpr int minutesOfHour = 60;
-      graph.Up.push_back({1 - static_cast<double>(hour) / HoursShown,
+      graph.Up.push_back({1 - static_cast<double>(hour) / HoursOfGraph,
                           ToUnicode(MinuteText(hour * minutesOfHour))});
     }
     graphs.push_back(std::move(graph));
