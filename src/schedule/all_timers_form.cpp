@@ -1,6 +1,7 @@
 #include "schedule/all_timers_form.h"
 
 #include <QApplication>
+#include <QScrollBar>
 #include <QShortcut>
 #include <algorithm>
 #include <numeric>
@@ -55,10 +56,15 @@ QString WhenOfTimer(int timer) {
   return ToUnicode(TimerInWords(run.Time, run.Days, run.Month, run.Date));
 }
 
-bool PutTypedWhen(Project& project, int timer, const QString& typed) {
+QString PutTypedWhen(Project& project, int timer, const QString& typed) {
   const auto run = ReadTypedTimer(typed, RunOfTimer(project.Panel, timer));
-  if (run) PutRunOfTimer(project.Panel, timer, *run);
-  return run.has_value();
+  if (run) {
+    PutRunOfTimer(project.Panel, timer, *run);
+    return {};
+  }
+  return QStringLiteral(
+             "\"%1\" is no time and no days (such as 7:00a, 30 min before sunset, Mon to Fri).")
+      .arg(typed);
 }
 
 QString ActsOfLiveTimer(int timer) {
@@ -72,23 +78,18 @@ struct TypedColumn {
   QString Header;
   int Chars;
   QString (*Told)(int timer);
-  bool (*Put)(Project& project, int timer, const QString& typed);
-  QString Wanted;
+  /// Why not, of a text that means nothing.
+  QString (*Put)(Project& project, int timer, const QString& typed);
 };
 
 const auto TypedTimerColumns = std::to_array<TypedColumn>(
-    {{"txtWhen", "lblWhenHeader", QStringLiteral("When"), 38, WhenOfTimer, PutTypedWhen,
-      QStringLiteral("is no time and no days (such as 7:00a, 30 min before sunset, Mon to Fri)")},
-     {"txtActs", "lblActsHeader", QStringLiteral("What it does"), 20, ActsOfLiveTimer, PutTypedActs,
-      QStringLiteral("is not what a timer does (such as OFFICES on, GATE off; activates NIGHT)")}});
-
-QString Unreadable(const TypedColumn& column, const QString& typed) {
-  return QStringLiteral("\"%1\" %2.").arg(typed, column.Wanted);
-}
+    {{"txtWhen", "lblWhenHeader", QStringLiteral("When"), 38, WhenOfTimer, PutTypedWhen},
+     {"txtActs", "lblActsHeader", QStringLiteral("What it does"), 20, ActsOfLiveTimer,
+      PutTypedActs}});
 
 /// Over a panel as it was before it was typed.
-bool IsReadable(const TypedColumn& column, const PanelRecordType& before, int timer,
-                const QString& typed) {
+QString WhyUnreadable(const TypedColumn& column, const PanelRecordType& before, int timer,
+                      const QString& typed) {
   const auto project = std::make_unique<Project>(LiveProject);
   project->Panel = before;
   return column.Put(*project, timer, typed);
@@ -128,7 +129,8 @@ void frmT3AllTimers::Form_Load() {
                                          .Words = {QStringLiteral("Dec 31, 11:45 PM")}});
   lblNumber.OnEach(&Label::Click, this, &frmT3AllTimers::lblNumber_Click);
   lblNext.OnEach(&Label::Click, this, &frmT3AllTimers::lblNumber_Click);
-  AddWidget(AddScrolled(grid));
+  gridArea = AddScrolled(grid);
+  AddWidget(gridArea);
   AddSortHeader("lblNumberHeader(0)", false);
   AddSortHeader("lblNextHeader(0)", true);
   auto* sort = new QShortcut(Qt::Key_F3, this);
@@ -154,7 +156,7 @@ void frmT3AllTimers::Form_Load() {
   UseSpareHeight();
   AddHint(QStringLiteral(
       "Enter on a number opens the timer; Insert makes its other half, Ctrl+C and Ctrl+V copy it "
-      "onto another. F3 sorts. Times, days and what is done are typed."));
+      "onto another. F3 sorts. Times, days and what is done are typed; Enter goes on."));
 }
 
 ControlArray<TextBox> frmT3AllTimers::AddTyped(std::size_t column) {
@@ -162,7 +164,7 @@ ControlArray<TextBox> frmT3AllTimers::AddTyped(std::size_t column) {
   constexpr int mostChars = 80;
   const auto refuses = [this, &typed](int row, const QString& text) {
     const auto& before = edit_ ? edit_->Before : PanelRecord;
-    return IsReadable(typed, before, TimerAt(row), text) ? QString() : Unreadable(typed, text);
+    return WhyUnreadable(typed, before, TimerAt(row), text);
   };
   auto boxes = grid->Add<TextBox>(typed.Name, {.Chars = typed.Chars,
                                                .Header = typed.HeaderName,
@@ -264,6 +266,9 @@ void frmT3AllTimers::ShowTimers() {
     const auto next = moments.Next(timer, now);
     lblNext(row).SetCaption(next ? MomentInWords(*next, now) : QStringLiteral("-"));
   }
+  // A window that is narrower scrolls as a whole.
+  gridArea->setMinimumWidth(grid->minimumSizeHint().width() +
+                            gridArea->verticalScrollBar()->sizeHint().width());
   picWeek->Show(WeekOfTimers(LiveProject, now.date()));
   weekArea->setMaximumHeight(picWeek->sizeHint().height());
 }
@@ -287,6 +292,7 @@ void frmT3AllTimers::TakeOver(int row, int from) {
   ShowTimers();
 }
 
+/// On a free line, to which Enter goes, that of the line above.
 void frmT3AllTimers::MakeOtherHalf() {
   const auto current = grid->Current();
   if (!current) return;
@@ -299,7 +305,9 @@ void frmT3AllTimers::MakeOtherHalf() {
     TellRefusal(QStringLiteral("No timer is free: each has a time of its own or does something."));
     return;
   }
-  const int from = TimerAt(current->Row);
+  int row = current->Row;
+  while (row > 0 && IsFree(TimerAt(row))) --row;
+  const int from = TimerAt(row);
   TextBox& when = txtTyped[0](RowOf(free));
   when.setFocus(Qt::OtherFocusReason);
   TakeOver(RowOf(free), from);
@@ -328,13 +336,13 @@ void frmT3AllTimers::Type(std::size_t column, int row) {
 bool frmT3AllTimers::EndEdit(std::size_t column, int row) {
   TextBox& box = txtTyped[column](row);
   if (!edit_ || edit_->Box != &box) return true;
-  const QString typed = box.Text();
-  const bool reads = IsReadable(TypedTimerColumns[column], edit_->Before, edit_->Timer, typed);
+  const QString why =
+      WhyUnreadable(TypedTimerColumns[column], edit_->Before, edit_->Timer, box.Text());
   edit_.reset();
   ShowTimers();
   if (box.hasFocus()) box.selectAll();
-  if (!reads) TellRefusal(Unreadable(TypedTimerColumns[column], typed));
-  return reads;
+  if (!why.isEmpty()) TellRefusal(why);
+  return why.isEmpty();
 }
 
 /// Escape takes back what is being typed.

@@ -59,6 +59,7 @@ class frmT3AllTimers : public ChildForm {
   ControlArray<Label> lblNext;
   Button* cmdNewTimer = nullptr;
   Label* lblInHand = nullptr;  ///< What of the week is in hand.
+  QScrollArea* gridArea = nullptr;
   QScrollArea* weekArea = nullptr;
   WeekPicture* picWeek = nullptr;
 };

@@ -39,14 +39,23 @@ TEST(TypedTimerTest, WhatIsWrittenIsReadAndTheRestStays) {
       {"7a d", over, "7:00 AM, every day"},
       {"5p d 24", over, "5:00 PM, on December 24"},
       {"sr+5", over, "5 min after sunrise, Mon to Fri, not on holidays"},
+      {"7awd", over, "7:00 AM, Mon to Fri"},
+      {"7am-f", over, "7:00 AM, Mon to Fri"},
+      {"7:30wd", over, "7:30 AM, Mon to Fri"},
+      {"9asa", over, "9:00 AM, Sat"},
+      {"5pd24", over, "5:00 PM, on December 24"},
+      {"ss-30d", dated, "30 min before sunset, every day"},
+      {"ss15", over, "15 min after sunset, Mon to Fri, not on holidays"},
+      {"cl-10m", over, "10 min before close time, Mon to Fri, not on holidays"},
   };
   for (const auto& [text, before, told] : typed) {
     const auto run = ReadTypedTimer(text, before);
     ASSERT_TRUE(run) << text;
     EXPECT_EQ(TimerInWords(run->Time, run->Days, run->Month, run->Date), told) << text;
   }
-  for (const char* text : {"", "7", "25:00", "1000 min before sunset", "30 before sunset-5", "Moon",
-                           "7a, noday", "Feb 30", "7a 8a", ",", "615", "7a s", "Ju 4"}) {
+  for (const char* text :
+       {"", "7", "25:00", "1000 min before sunset", "30 before sunset-5", "Moon", "7a, noday",
+        "Feb 30", "7a 8a", ",", "615", "7a s", "Ju 4", "45m", "closed"}) {
     EXPECT_FALSE(ReadTypedTimer(text, dated)) << text;
   }
 }
@@ -134,12 +143,16 @@ TEST_F(AllTimersTest, TheFirstFreeTimerBecomesAnother) {
   for (const Qt::Key key : {Qt::Key_Insert, Qt::Key_7, Qt::Key_P}) Key(key);
   EXPECT_EQ(Line(3), "T04|EARLY|7p|turns OFFICES off|Thu 7:00 PM");
   for (const Qt::Key key :
-       {Qt::Key_Insert, Qt::Key_Right, Qt::Key_O, Qt::Key_F, Qt::Key_F, Qt::Key_Return}) {
+       {Qt::Key_Insert, Qt::Key_Return, Qt::Key_O, Qt::Key_F, Qt::Key_F, Qt::Key_Return}) {
     Key(key);
   }
+  EXPECT_TRUE(Find<TextBox>("txtWhen", 5).hasFocus()) << "Enter goes on to the next line";
   EXPECT_EQ(Line(4), "T05|TIMER 05|7:00 PM, Mon to Fri|turns OFFICES off|Thu 7:00 PM");
   Find<Button>("cmdNewTimer").click();
   EXPECT_EQ(Line(5), "T06|TIMER 06|7:00 PM, Mon to Fri|turns OFFICES on|Thu 7:00 PM");
+  Key(Qt::Key_X);
+  Key(Qt::Key_Return);
+  EXPECT_TRUE(Find<TextBox>("txtWhen", 5).hasFocus()) << "but not from what means nothing";
   Key(Qt::Key_X);
   Key(Qt::Key_Insert);
   EXPECT_TRUE(Text("lblMark").startsWith("\"x\" is no time"));
@@ -179,6 +192,7 @@ TEST_F(AllTimersTest, WhatItDoesIsReadByNames) {
   panel.GroupName(3) = "HALL AND BAR";
   panel.PresetName(1) = "NIGHT";
   panel.PresetName(2) = "EVENING";
+  panel.RelayName(20) = "NURSE";  // begins as the preset
   const std::pair<const char*, const char*> typed[] = {
       {"off", "turns OFFICES off"},
       {"gate on", "turns GATE on"},
@@ -189,32 +203,35 @@ TEST_F(AllTimersTest, WhatItDoesIsReadByNames) {
       {"off off", "turns OFFICES off"},
       {"night, ha off", "turns HALL AND BAR off; activates NIGHT"},
       {"n", "activates NIGHT"},
+      {"nu off", "turns NURSE off"},
       {"-", "-"},
   };
   for (const auto& [text, told] : typed) {
     panel.TimerGroupControl(0, 2) = 1;
-    ASSERT_TRUE(PutTypedActs(LiveProject, 0, text)) << text;
+    ASSERT_EQ(PutTypedActs(LiveProject, 0, text), "") << text;
     EXPECT_EQ(ActsInWords(LiveProject, 0), told) << text;
   }
   panel.GroupName(4) = "NIGHT";  // as the preset
-  EXPECT_TRUE(PutTypedActs(LiveProject, 2, "activates night; g4"));
+  EXPECT_EQ(PutTypedActs(LiveProject, 2, "activates night; g4"), "");
   EXPECT_EQ(ActsInWords(LiveProject, 2), "turns HALL AND BAR on; activates NIGHT");
   panel.TimerGroupControl(0, 2) = 2;
-  EXPECT_TRUE(PutTypedActs(LiveProject, 0, "gate"));
+  EXPECT_EQ(PutTypedActs(LiveProject, 0, "gate"), "");
   EXPECT_EQ(ActsInWords(LiveProject, 0), "turns GATE off") << "as what it turned before";
   panel.GroupName(5) = "HARBOR";
   panel.TimerRelayControl(1, 9) = 1;
   panel.TimerGroupControl(1, 2) = 0;
-  EXPECT_TRUE(PutTypedActs(LiveProject, 1, "Offices off"));
+  EXPECT_EQ(PutTypedActs(LiveProject, 1, "Offices off"), "");
   EXPECT_EQ(panel.TimerRelayControl(1, 9), 2) << "the one that it switches already";
   panel.TimerRelayControl(1, 3) = 1;
   const std::string before = Bytes();
   for (const char* text : {"", "gate", "on on", "ha on", "gate on, nobody off", "and on", "ev off",
                            "offices and ev off"}) {
-    EXPECT_FALSE(PutTypedActs(LiveProject, 1, text)) << text;
+    EXPECT_NE(PutTypedActs(LiveProject, 1, text), "") << text;
   }
-  EXPECT_FALSE(PutTypedActs(LiveProject, 7, "on")) << "there is nothing to turn";
+  EXPECT_NE(PutTypedActs(LiveProject, 7, "on"), "") << "there is nothing to turn";
   EXPECT_TRUE(Bytes() == before);
+  EXPECT_EQ(PutTypedActs(LiveProject, 1, "gate and ha on"),
+            "\"ha\" is the beginning of several names: HALL AND BAR and HARBOR.");
 }
 
 TEST_F(AllTimersTest, ATimeThatCannotBeReadLeavesTheTimerAsItWas) {

@@ -54,6 +54,9 @@ class TypedActs {
     return std::all_of(waiting_.begin(), waiting_.end(), IsPreset);
   }
 
+  /// Why a text could not be read, where more can be said than that it means nothing.
+  const QString& WhyNot() const { return several_; }
+
   void Put(PanelRecordType& panel) const {
     for (const auto& [kind, codes] : ActTables) {
       for (int target = 0; target < ItemCount; ++target) (panel.*codes)(timer_, target) = 0;
@@ -120,17 +123,23 @@ class TypedActs {
     return false;
   }
 
-  /// The one of this name or code, else the only one whose name begins so.
-  std::optional<Item> ItemNamed(const QString& name) const {
+  /// The one of this name or code, else the only one whose name begins so. Relays, which have names
+  /// like those of their group, come after groups and presets.
+  std::optional<Item> ItemNamed(const QString& name) {
     std::vector<Item> found = Items([&](const Item& item) { return IsName(name, item); });
-    if (found.empty()) {
+    for (const bool relays : {false, true}) {
+      if (!found.empty()) break;
       found = Items([&](const Item& item) {
-        return OwnName(project_, item).startsWith(name, Qt::CaseInsensitive);
+        return (item.Kind == ItemKind::Relay) == relays &&
+               OwnName(project_, item).startsWith(name, Qt::CaseInsensitive);
       });
       const auto isOther = [&](const Item& item) {
         return !IsName(OwnName(project_, found.front()), item);
       };
-      if (std::any_of(found.begin(), found.end(), isOther)) return {};
+      if (!std::any_of(found.begin(), found.end(), isOther)) continue;
+      several_ = QStringLiteral("\"%1\" is the beginning of several names: %2.")
+                     .arg(name, NamesInShort(project_, found));
+      return {};
     }
     // Of several with one name that which the timer switches already.
     const auto switched = std::find_if(found.begin(), found.end(), [this](const Item& item) {
@@ -164,6 +173,7 @@ class TypedActs {
   const Project& project_;
   int timer_;
   bool onlyPresets_ = false;  ///< In the part that is read.
+  QString several_;           ///< Why a beginning names nothing.
   std::vector<Item> waiting_;
   std::vector<std::pair<Item, Int16>> acts_;
 };
@@ -180,17 +190,24 @@ bool TurnAll(PanelRecordType& panel, int timer, Int16 code) {
 
 }  // namespace
 
-bool PutTypedActs(Project& project, int timer, const QString& typed) {
+QString PutTypedActs(Project& project, int timer, const QString& typed) {
   const QString text = typed.simplified();
   const QString word = text.toLower();
+  const QString nonsense = QStringLiteral(
+      "\"%1\" is not what a timer does (such as OFFICES on, GATE off; activates NIGHT).");
   // What is told already keeps what its words do not tell.
-  if (text == ActsInWords(project, timer)) return true;
-  if (word == QLatin1String("on")) return TurnAll(project.Panel, timer, TurnsOnCode);
-  if (word == QLatin1String("off")) return TurnAll(project.Panel, timer, TurnsOffCode);
+  if (text == ActsInWords(project, timer)) return {};
+  const bool on = word == QLatin1String("on");
+  if (on || word == QLatin1String("off")) {
+    const bool any = TurnAll(project.Panel, timer, on ? TurnsOnCode : TurnsOffCode);
+    return any ? QString() : nonsense.arg(typed);
+  }
   TypedActs acts(project, timer);
-  if (word != QLatin1String("-") && !acts.Read(text)) return false;
+  if (word != QLatin1String("-") && !acts.Read(text)) {
+    return acts.WhyNot().isEmpty() ? nonsense.arg(typed) : acts.WhyNot();
+  }
   acts.Put(project.Panel);
-  return true;
+  return {};
 }
 
 void TurnOtherWay(Project& project, int timer) {

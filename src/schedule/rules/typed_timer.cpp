@@ -29,13 +29,14 @@ std::optional<TimerTimeValue> TypedOffset(const QRegularExpressionMatch& match,
   constexpr int beforeAndAfter = 2;
   static const QStringList events = {QStringLiteral("sunrise"), QStringLiteral("sunset"),
                                      QStringLiteral("open"),    QStringLiteral("close"),
-                                     QStringLiteral("sr"),      QStringLiteral("ss")};
+                                     QStringLiteral("sr"),      QStringLiteral("ss"),
+                                     QStringLiteral("op"),      QStringLiteral("cl")};
   constexpr int eventCount = 4;
   const bool ahead = match.hasCaptured(1);
   const bool behind = match.hasCaptured(5);
   if (ahead && behind) return {};
   const bool after = ahead    ? match.captured(2).toLower() == QLatin1String("after")
-                     : behind ? match.captured(4) == u'+'
+                     : behind ? match.captured(4) != u'-'
                               : false;
   const int offset = ahead ? match.captured(1).toInt() : match.captured(5).toInt();
   const auto event = static_cast<int>(events.indexOf(match.captured(3).toLower())) % eventCount;
@@ -59,9 +60,9 @@ std::optional<TimerTimeValue> TypedTime(const QString& text, TimerTimeValue over
     return WithOffset(over, text.toInt());
   }
   static const QRegularExpression fromEvent(
-      QStringLiteral(
-          "^(?:(\\d{1,3})\\s*(?:m|min|minutes?)?\\s*(before|after)\\s+|at\\s+)?"
-          "(sunrise|sunset|open|close|sr|ss)(?:\\s+time)?(?:\\s*([+-])\\s*(\\d{1,3}))?$"),
+      QStringLiteral("^(?:(\\d{1,3})\\s*(?:m|min|minutes?)?\\s*(before|after)\\s+|at\\s+)?"
+                     "(sunrise|sunset|open|close|sr|ss|op|cl)(?:\\s+time)?"
+                     "(?:\\s*([+-]?)\\s*(\\d{1,3})(?:m|\\s*min(?:utes?)?)?)?$"),
       QRegularExpression::CaseInsensitiveOption);
   const auto match = fromEvent.match(text);
   return match.hasMatch() ? TypedOffset(match, over) : std::nullopt;
@@ -72,7 +73,8 @@ int TypedDays(const QString& words) {
   for (const QLatin1String daily : {QLatin1String("every day"), QLatin1String("daily")}) {
     if (!words.isEmpty() && daily.startsWith(words)) return EveryDay;
   }
-  if (words == QLatin1String("weekdays")) return EveryDay & ~Weekend;
+  if (words == QLatin1String("weekdays") || words == QLatin1String("wd"))
+    return EveryDay & ~Weekend;
   if (words == QLatin1String("weekend") || words == QLatin1String("weekends")) return Weekend;
   static const QRegularExpression fromTo(QStringLiteral("^([a-z]+)(?:\\s*(?:to|-)\\s*([a-z]+))?$"));
   const auto match = fromTo.match(words);
@@ -85,7 +87,7 @@ int TypedDays(const QString& words) {
 }
 
 std::optional<TimerRun> TypedDate(const QString& words, TimerRun over) {
-  static const QRegularExpression date(QStringLiteral("^(?:on )?([a-z]+) (\\d{1,2})$"));
+  static const QRegularExpression date(QStringLiteral("^(?:on )?([a-z]+) ?(\\d{1,2})$"));
   const auto match = date.match(words);
   const int month = PlaceOfShort(MonthNames, match.captured(1));
   const int number = match.captured(2).toInt();
@@ -128,6 +130,14 @@ std::optional<TimerRun> TypedBoth(const QString& time, const QString& days, Time
   return over;
 }
 
+/// Whether days may begin at a place without a blank before them: behind the last digit of a time,
+/// or its a or p.
+bool EndsTimeAt(const QString& text, qsizetype at) {
+  static const QRegularExpression clock(QStringLiteral("\\d\\s?[ap]m?$|[a-z:].*\\d$"),
+                                        QRegularExpression::CaseInsensitiveOption);
+  return text[at].isLetter() && clock.match(text.first(at)).hasMatch();
+}
+
 }  // namespace
 
 std::optional<TimerRun> ReadTypedTimer(const QString& typed, const TimerRun& over) {
@@ -141,11 +151,13 @@ std::optional<TimerRun> ReadTypedTimer(const QString& typed, const TimerRun& ove
   }
   if (const auto days = TypedRunDays(text, over)) return days;
   for (qsizetype at = text.size() - 1; at > 0; --at) {
-    if (text[at] != u' ' && text[at] != u',') continue;
+    const bool parts = text[at] == u' ' || text[at] == u',';
+    if (!parts && !EndsTimeAt(text, at)) continue;
     const QString before = text.first(at);
-    const QString after = text.sliced(at + 1);
+    const QString after = text.sliced(parts ? at + 1 : at);
     if (const auto run = TypedBoth(before, after, over)) return run;
-    if (const auto run = TypedBoth(after, before, over)) return run;
+    const auto turned = parts ? TypedBoth(after, before, over) : std::nullopt;
+    if (turned) return turned;
   }
   return {};
 }

@@ -44,7 +44,8 @@ RowGrid::RowGrid(int rows, const QString& word, int rowsInColumn)
   }
   // What the cells do not need stays free at the right.
   grid_->setColumnStretch(static_cast<int>(headers_.size()) * columnsPerBlock, 1);
-  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  // Where the window is low the rows give way a little before the screen scrolls.
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
 }
 
 ControlArray<Label> RowGrid::AddNames(const char* name, int chars) {
@@ -62,7 +63,7 @@ void RowGrid::BeginColumn(const Options& options) {
   options_.push_back(options);
   if (!options.SharesCell) ++columns_;
   // Names take the room that they need, values the rest up to their greatest width.
-  constexpr int valueStretch = 100;
+  constexpr int valueStretch = 1000;
   const bool names = nameColumn_ == static_cast<int>(options_.size()) - 1;
   for (int block = 0; block < static_cast<int>(headers_.size()); ++block) {
     grid_->setColumnStretch(block * columnsPerBlock + columns_ - 1, names ? 0 : valueStretch);
@@ -106,6 +107,8 @@ void RowGrid::Place(QWidget* control, int row, const Options& options) {
     }
   } else {
     control->setMinimumWidth(control->fontMetrics().averageCharWidth() * options.Chars + 8);
+    if (qobject_cast<Button*>(control))
+      control->setMinimumHeight(control->fontMetrics().height() + 4);
     if (!qobject_cast<ScrollBar*>(control)) control->setMaximumWidth(MostWidth(*control, options));
   }
   const int gridRow = row % rowsInColumn_ + 1;
@@ -120,6 +123,8 @@ void RowGrid::Place(QWidget* control, int row, const Options& options) {
       grid_->removeWidget(first);
       pair->addWidget(first, 1);
       grid_->addLayout(pair, gridRow, gridColumn);
+      // Alone it is as wide as both.
+      first->setMaximumWidth(first->maximumWidth() + pair->spacing() + control->maximumWidth());
     }
     pair->addWidget(control, 1);
   } else {
@@ -244,7 +249,7 @@ void RowGrid::WalkTo(Cell from, int to) {
 }
 
 /// A text that the column judges: Left at its start, Right at its end and both while all of it is
-/// selected walk on; Enter ends the edit and goes no further.
+/// selected walk on; Enter ends the edit, and goes on to the next such text if this one will do.
 bool RowGrid::EndsText(Cell cell, const QKeyEvent& key) {
   auto* box = qobject_cast<TextBox*>(At(cell));
   const bool left = key.key() == Qt::Key_Left;
@@ -253,7 +258,9 @@ bool RowGrid::EndsText(Cell cell, const QKeyEvent& key) {
     return false;
   }
   if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) {
+    const bool does = ColumnOf(cell).Refuses(cell.Row, box->text()).isEmpty();
     Q_EMIT box->editingFinished();
+    if (does) WalkToNextText(cell);
     return true;
   }
   if (!left && key.key() != Qt::Key_Right) return false;
@@ -262,6 +269,18 @@ bool RowGrid::EndsText(Cell cell, const QKeyEvent& key) {
   if (!whole && box->cursorPosition() != (left ? 0 : length)) return false;
   Walk(cell, 0, left ? -1 : 1);
   return true;
+}
+
+/// The next that its column judges, in this row or in those below.
+void RowGrid::WalkToNextText(Cell from) {
+  selection_.Forget();
+  const int columns = ColumnCount();
+  for (int at = from.Row * columns + from.Column + 1; at < rows_ * columns; ++at) {
+    const Cell cell{at / columns, at % columns};
+    if (!ColumnOf(cell).Refuses || !qobject_cast<TextBox*>(At(cell)) || !Walkable(cell)) continue;
+    At(cell)->setFocus(Qt::OtherFocusReason);
+    return;
+  }
 }
 
 QWidget* RowGrid::Stop() const {

@@ -32,7 +32,7 @@ class RowGrid : public QWidget {
     std::function<void(int row, int choice)> Put = {};
     /// What keeps a value from a cell, for a column that is not done with its choices or the text:
     /// what it makes of the value need not look like it. Left and Right at the ends of such a text
-    /// walk on.
+    /// walk on, and so does Enter.
     std::function<QString(int row, const QString& value)> Refuses = {};
   };
 
@@ -101,6 +101,7 @@ class RowGrid : public QWidget {
   void Walk(Cell from, int rowStep, int columnStep);
   void WalkTo(Cell from, int to);
   bool EndsText(Cell cell, const QKeyEvent& key);
+  void WalkToNextText(Cell from);
   void KeepFocusCell(Cell cell, Qt::FocusReason reason);
 
   void BeginColumn(const Options& options);
