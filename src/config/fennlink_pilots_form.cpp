@@ -19,6 +19,8 @@ void frmT3FennlinkPilots::Form_Load() {
   cboFennlinkDevice->Click = [this] { cboFennlinkDevice_Click(); };
   AddSelector(cboFennlinkDevice);
   row->addWidget(cboFennlinkDevice->ChooseHint());
+  lblNoPilots = AddLabel(row, "lblNoPilots", QStringLiteral("A photocell has no pilots."));
+  lblNoPilots->SetLook(Label::Look::Quiet);
 
   grid = new RowGrid(DeviceInputCount, QStringLiteral("Input "));
   lblInputName = grid->AddNames("lblInputName", 14);
@@ -85,6 +87,7 @@ void frmT3FennlinkPilots::ShowPilotConfiguration() {
   const FennlinkRecord& device = FennlinkRecords(SelectedDevice);
   const bool hasPilots = !FennlinkInputKinds(device.DeviceType).empty();
   grid->ShowRows(hasPilots ? FennlinkDevice(device.DeviceType).InputCount : 0);
+  lblNoPilots->setVisible(device.DeviceType == DeviceTypePhotocell);
   cmdAutoMapThisFL->setVisible(hasPilots);
   cmdAutoMapAllFL->setVisible(hasPilots);
   for (int input = 0; input < DeviceInputCount; ++input) {

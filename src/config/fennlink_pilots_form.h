@@ -31,6 +31,7 @@ class frmT3FennlinkPilots : public ChildForm {
   Int16 AutoMapDevice = 0;
   Int16 AutoMapInput = 0;
   DeviceList* cboFennlinkDevice = nullptr;
+  Label* lblNoPilots = nullptr;
   RowGrid* grid = nullptr;
   ControlArray<Label> lblInputName;
   ListColumn lblPilotSource;

@@ -141,6 +141,7 @@ void CurveWidget::PaintGrid(QPainter& painter) const {
   small.setPointSizeF(small.pointSizeF() * 0.85);
   painter.setFont(small);
   const QFontMetricsF metrics(small);
+  const std::vector<Point> points = Points();
   for (int quarter = 0; quarter <= 4; ++quarter) {
     const double part = quarter / 4.0;
     const QPointF at = ToPixels(part * ResponseCurve::MaxLeft + ResponseCurve::GripCentre,
@@ -151,8 +152,14 @@ void CurveWidget::PaintGrid(QPainter& painter) const {
     painter.setPen(palette().color(QPalette::PlaceholderText));
     const QString percent = QStringLiteral("%1%").arg(100 - 25 * quarter);
     const double baseline = quarter == 0 ? at.y() + metrics.ascent() + 1 : at.y() - 2;
-    const double left = width() - metrics.horizontalAdvance(percent) - GripAndLetterPixels;
-    painter.drawText(QPointF(left, baseline), percent);
+    const double length = metrics.horizontalAdvance(percent);
+    const double left = width() - length - GripAndLetterPixels;
+    const QRectF room(left, baseline - metrics.ascent(), length, metrics.ascent());
+    const auto covers = [&room](const Point& point) {
+      return room.intersects(point.Square) || room.intersects(point.Letter);
+    };
+    if (std::any_of(points.begin(), points.end(), covers)) continue;
+    painter.drawText(room.bottomLeft(), percent);
   }
 }
 
@@ -177,26 +184,44 @@ void CurveWidget::PaintLines(QPainter& painter) const {
   painter.drawPolyline(path);
 }
 
-void CurveWidget::PaintGrips(QPainter& painter) const {
-  QFont bold = font();
-  bold.setBold(true);
-  painter.setFont(bold);
-  const QFontMetricsF metrics(bold);
+/// The points in the order in which they are drawn, each with its letter beside it; points that
+/// meet have their letters side by side.
+std::vector<CurveWidget::Point> CurveWidget::Points() const {
+  constexpr double gap = 4;
+  const QFontMetricsF metrics(LetterFont());
+  std::vector<Point> points;
   for (const Int16 i : {ResponseCurve::GripA, ResponseCurve::GripC, ResponseCurve::GripB}) {
     const auto& grip = curve_.shpGrip(i);
     if (!grip.Visible) continue;
     const QRectF square = GripSquare(grip);
-    const bool selected = i == selectedGrip_;
+    QRectF letter({}, QSizeF(metrics.horizontalAdvance(Letter(i)), metrics.height()));
+    const bool atRight = square.right() + gap + letter.width() > width() - 2;
+    const bool atTop = square.top() - letter.height() < 0;
+    letter.moveLeft(atRight ? square.left() - gap - letter.width() : square.right() + gap);
+    letter.moveTop(atTop ? square.bottom() : square.top() - 1 - metrics.ascent());
+    for (const Point& other : points) {
+      if (!letter.intersects(other.Letter)) continue;
+      letter.moveLeft(atRight ? other.Letter.left() - letter.width() : other.Letter.right());
+    }
+    points.push_back({i, square, letter});
+  }
+  return points;
+}
+
+QFont CurveWidget::LetterFont() const {
+  QFont bold = font();
+  bold.setBold(true);
+  return bold;
+}
+
+void CurveWidget::PaintGrips(QPainter& painter) const {
+  painter.setFont(LetterFont());
+  for (const auto& [grip, square, letter] : Points()) {
+    const bool selected = grip == selectedGrip_;
     painter.setPen(QPen(palette().color(QPalette::Text), selected ? 2 : 1.5));
     painter.setBrush(palette().color(selected ? QPalette::Highlight : QPalette::Base));
     painter.drawRect(square);
-    const QString letter = Letter(i);
-    const double letterWidth = metrics.horizontalAdvance(letter);
-    const bool atRight = square.right() + 4 + letterWidth > width() - 2;
-    const bool atTop = square.top() - metrics.descent() - metrics.ascent() < 0;
     painter.setPen(palette().color(QPalette::Text));
-    painter.drawText(QPointF(atRight ? square.left() - 4 - letterWidth : square.right() + 4,
-                             atTop ? square.bottom() + metrics.ascent() : square.top() - 1),
-                     letter);
+    painter.drawText(letter, Letter(grip));
   }
 }

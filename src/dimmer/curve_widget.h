@@ -37,6 +37,14 @@ class CurveWidget : public DescribedWidget {
 
  private:
   QPointF ToPixels(double x, double y) const;
+  /// A grip as it is drawn.
+  struct Point {
+    Int16 Grip;
+    QRectF Square;
+    QRectF Letter;
+  };
+  std::vector<Point> Points() const;
+  QFont LetterFont() const;
   QRectF GripSquare(const ResponseCurve::Grip& grip) const;
   QPointF Aimed(QPointF pixel, QPointF units) const;
   void Tell(const PointerEvent& handler, const QMouseEvent& event, bool aims) const;

@@ -162,6 +162,7 @@ void frmT3DimmerOutput::BuildSlots(QBoxLayout* column) {
   grid->layout()->setSpacing(0);
   for (int slot = 0; slot < ControlSlotCount; ++slot) {
     lblSummary(slot).setFixedHeight(grid->fontMetrics().height() + 3);
+    lblSummary(slot).setMaximumWidth(QWIDGETSIZE_MAX);
   }
   column->addWidget(grid);
 

@@ -73,8 +73,10 @@ QHBoxLayout* StatusForm::AddUpdateControls() {
   AddNoConnection();
   updateControls_ = new QWidget;
   AddWidget(updateControls_);
-  auto* row = new QHBoxLayout(updateControls_);
-  row->setContentsMargins(0, 0, 0, 0);
+  auto* lines = new QVBoxLayout(updateControls_);
+  lines->setContentsMargins(0, 0, 0, 0);
+  auto* row = new QHBoxLayout;
+  lines->addLayout(row);
   cmdUpdateStatus = Add<Button>(row, "cmdUpdateStatus", QStringLiteral("Update Status"));
   cmdUpdateStatus->Click = [this] { cmdUpdateStatus_Click(); };
   cmdAutoUpdate = Add<Button>(row, "cmdAutoUpdate", QString());
@@ -83,9 +85,10 @@ QHBoxLayout* StatusForm::AddUpdateControls() {
   lblAutoUpdate->SetWidthInChars(18);
   lblAutoUpdate->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   lblAutoUpdate->SetAlignment(Qt::AlignCenter);
-  lblMenusOff = AddLabel(row, "lblMenusOff", QStringLiteral("The menus are off."));
-  lblMenusOff->SetLook(Label::Look::Quiet);
   row->addStretch(1);
+  lblMenusOff = AddLabel(lines, "lblMenusOff", QStringLiteral("The menus are off."));
+  lblMenusOff->SetLook(Label::Look::Quiet);
+  KeepRoomWhileHidden(*lblMenusOff);
   AddTimer();
   tmrFirstReading = new Timer(this, "tmrFirstReading", 0);
   tmrFirstReading->Tick = [this] {

@@ -145,6 +145,27 @@ TEST_F(EveryScreenTest, FitsTheWindowAtEverySizeOfText) {
   QApplication::setFont(usual);
 }
 
+/// With all that they show of a panel, in what the window leaves of the 768 lines of a small
+/// display.
+TEST_F(EveryScreenTest, NeedsNoMoreThanASmallDisplayWhileConnected) {
+  constexpr int room = 620;
+  const QString address = OwnAddress();
+  simulator::PanelThread panel(TcpPanel(address));
+  const QFont usual = QApplication::font();
+  QFont large = usual;
+  large.setPointSize(14);
+  QApplication::setFont(large);
+  StartAnew();
+  ConnectTo(address);
+  FillFull();
+  OnEveryScreen([&](Screen, ChildForm& form) {
+    EXPECT_LE(form.minimumSizeHint().height(), room);
+    EXPECT_LE(form.heightForWidth(form.width()), room) << "a page scrolls by it";
+  });
+  EXPECT_EQ(Connected, -1);
+  QApplication::setFont(usual);
+}
+
 /// The table of fields leads to controls that are there, whatever their screen shows at the moment.
 TEST_F(EveryScreenTest, EveryFieldHasTheEditorThatItsRowTells) {
   FennlinkRecords(1).DeviceType = 1;

@@ -24,6 +24,10 @@ void ChildForm::CloseLists() {
   }
 }
 
+int ChildForm::heightForWidth(int width) const {
+  return layout()->totalMinimumHeightForWidth(width);
+}
+
 QHBoxLayout* ChildForm::AddRow() {
   auto* row = new QHBoxLayout;
   row->setAlignment(Qt::AlignLeft);
@@ -52,6 +56,7 @@ void ChildForm::AddHint(const QString& text, QBoxLayout* to) {
   hint->setObjectName(QStringLiteral("lblHint"));
   hint->setTextFormat(Qt::PlainText);
   hint->setWordWrap(true);
+  hint->setMinimumHeight(fontMetrics().height());  // not that of the narrowest screen
   hint->setForegroundRole(QPalette::PlaceholderText);
   (to ? to : layout())->addWidget(hint);
 }

@@ -50,6 +50,8 @@ class ChildForm : public QWidget {
   void ShowAnew();
   /// Chooses the item before (-1) or after (1) the one on show, in the innermost selector on show.
   void StepItem(int step);
+  /// The least: what is between it and the height that the controls wish for is no cause to scroll.
+  int heightForWidth(int width) const override;
 
  protected:
   /// Closes whatever list is open over a cell.

@@ -256,7 +256,7 @@ void Label::paintEvent(QPaintEvent*) {
 /// Squeezes a caption that is a little too long before it cuts it.
 void Label::PaintText(QPainter& painter) const {
   const QRectF room = TextRoom();
-  const QFontMetrics metrics(font());
+  const QFontMetricsF metrics(font());
   const double needed = metrics.horizontalAdvance(caption_.trimmed()) + 1;
   const double squeeze = std::clamp(room.width() / needed, mostSqueezed, 1.0);
   painter.save();
@@ -267,7 +267,7 @@ void Label::PaintText(QPainter& painter) const {
   const bool fits = metrics.horizontalAdvance(caption_) <= room.width();
   const QString& text = fits ? caption_ : caption_.trimmed();
   painter.drawText(wide, static_cast<int>(alignment_),
-                   metrics.elidedText(text, elideMode_, static_cast<int>(wide.width())));
+                   metrics.elidedText(text, elideMode_, wide.width()));
   painter.restore();
   constexpr int leastChars = 4;
   const QRect noteRoom = NoteRoom();
