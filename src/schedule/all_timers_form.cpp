@@ -1,6 +1,7 @@
 #include "schedule/all_timers_form.h"
 
 #include <QApplication>
+#include <QRegularExpression>
 #include <QScrollBar>
 #include <QShortcut>
 #include <algorithm>
@@ -61,6 +62,11 @@ QString PutTypedWhen(Project& project, int timer, const QString& typed) {
   if (run) {
     PutRunOfTimer(project.Panel, timer, *run);
     return {};
+  }
+  static const QRegularExpression halfDay(QStringLiteral("^(?:1[0-2]|[1-9])(?:[0-5]\\d)?$"));
+  if (halfDay.match(typed.trimmed()).hasMatch()) {
+    return QStringLiteral("\"%1\" may be morning or evening: type %1a or %1p.")
+        .arg(typed.trimmed());
   }
   return QStringLiteral(
              "\"%1\" is no time and no days (such as 7:00a, 30 min before sunset, Mon to Fri).")
@@ -191,9 +197,7 @@ QScrollArea* frmT3AllTimers::AddScrolled(QWidget* inner) {
   area->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
   area->setMinimumHeight(fontMetrics().height() * leastLines);
   area->setWidget(inner);
-  connect(qApp, &QApplication::focusChanged, area, [area](QWidget*, QWidget* now) {
-    if (now && now != area->widget() && area->isAncestorOf(now)) area->ensureWidgetVisible(now);
-  });
+  ScrollToFocus(*area);
   return area;
 }
 
@@ -310,6 +314,7 @@ void frmT3AllTimers::MakeOtherHalf() {
   const int from = TimerAt(row);
   TextBox& when = txtTyped[0](RowOf(free));
   when.setFocus(Qt::OtherFocusReason);
+  if (IsFree(from)) return;
   TakeOver(RowOf(free), from);
   TurnOtherWay(LiveProject, free);
   ShowTimers();
@@ -340,6 +345,7 @@ bool frmT3AllTimers::EndEdit(std::size_t column, int row) {
       WhyUnreadable(TypedTimerColumns[column], edit_->Before, edit_->Timer, box.Text());
   edit_.reset();
   ShowTimers();
+  box.setText(box.text());  // Its own steps end here.
   if (box.hasFocus()) box.selectAll();
   if (!why.isEmpty()) TellRefusal(why);
   return why.isEmpty();

@@ -90,4 +90,7 @@ TEST_F(FennlinkPilotsTest, MappingAllAsksFirstAndLeavesPhotocellsAlone) {
   EXPECT_EQ(messages[3].Text, "Auto Map Complete");
   for (int d = 0; d <= 64; ++d) EXPECT_EQ(mapped(d), d == 4 || d == 64) << d;
   EXPECT_EQ(DataChanged, 0);
+  EXPECT_FALSE(Find<Label>("lblNoPilots").isVisible());
+  Choose("cboFennlinkDevice", 1);
+  EXPECT_TRUE(Find<Label>("lblNoPilots").isVisible()) << "in place of an empty screen";
 }

@@ -46,6 +46,8 @@ TEST(TypedTimerTest, WhatIsWrittenIsReadAndTheRestStays) {
       {"5pd24", over, "5:00 PM, on December 24"},
       {"ss-30d", dated, "30 min before sunset, every day"},
       {"ss15", over, "15 min after sunset, Mon to Fri, not on holidays"},
+      {"clwd not on holidays", over, "at close time, Mon to Fri, not on holidays"},
+      {"9a no holidays", dated, "9:00 AM, Sun, Sat, not on holidays"},
       {"cl-10m", over, "10 min before close time, Mon to Fri, not on holidays"},
   };
   for (const auto& [text, before, told] : typed) {
@@ -164,6 +166,19 @@ TEST_F(AllTimersTest, TheFirstFreeTimerBecomesAnother) {
   EXPECT_EQ(When(7), "12:30 AM, every day");
 }
 
+TEST_F(AllTimersTest, WithoutATimerTheFirstFreeOneWaitsForItsTime) {
+  LoadDefaults();
+  OpenSheet();
+  const std::string before = Bytes();
+  Find<Button>("cmdNewTimer").click();
+  EXPECT_TRUE(Find<TextBox>("txtWhen", 0).hasFocus());
+  EXPECT_EQ(Text("lblMark"), "");
+  EXPECT_TRUE(Bytes() == before);
+  Key(Qt::Key_7);
+  Key(Qt::Key_Return);
+  EXPECT_EQ(Text("lblMark"), "\"7\" may be morning or evening: type 7a or 7p.");
+}
+
 TEST_F(AllTimersTest, AScreenReaderHearsOnlyWhatHasChanged) {
   OpenSheet();
   auto& box = Find<TextBox>("txtWhen", 0);
@@ -204,6 +219,8 @@ TEST_F(AllTimersTest, WhatItDoesIsReadByNames) {
       {"night, ha off", "turns HALL AND BAR off; activates NIGHT"},
       {"n", "activates NIGHT"},
       {"nu off", "turns NURSE off"},
+      {"gate on, -offices", "turns GATE on; turns OFFICES off"},
+      {"gate, - ha", "turns GATE on; turns HALL AND BAR off"},
       {"-", "-"},
   };
   for (const auto& [text, told] : typed) {
@@ -225,13 +242,40 @@ TEST_F(AllTimersTest, WhatItDoesIsReadByNames) {
   panel.TimerRelayControl(1, 3) = 1;
   const std::string before = Bytes();
   for (const char* text : {"", "gate", "on on", "ha on", "gate on, nobody off", "and on", "ev off",
-                           "offices and ev off"}) {
+                           "-ev", "-gate on", "offices and ev off"}) {
     EXPECT_NE(PutTypedActs(LiveProject, 1, text), "") << text;
   }
   EXPECT_NE(PutTypedActs(LiveProject, 7, "on"), "") << "there is nothing to turn";
   EXPECT_TRUE(Bytes() == before);
   EXPECT_EQ(PutTypedActs(LiveProject, 1, "gate and ha on"),
             "\"ha\" is the beginning of several names: HALL AND BAR and HARBOR.");
+}
+
+/// What is typed into one cell is one step, as is a fill; what was left again is none.
+TEST_F(AllTimersTest, ATextIsOneStepAndSoIsAFill) {
+  OpenSheet();
+  const std::string before = Bytes();
+  const auto type = [this](const char* text) {
+    for (const char* key = text; *key; ++key) QTest::keyClick(window->focusWidget(), *key);
+  };
+  Key(Qt::Key_Right);
+  type("ss15wd");
+  Key(Qt::Key_Return);
+  Key(Qt::Key_Left);
+  type("8p");
+  Key(Qt::Key_Escape);
+  const std::string typed = Bytes();
+  EXPECT_EQ(When(0), "15 min after sunset, Mon to Fri");
+  for (int row = 0; row < 2; ++row) Key(Qt::Key_Down, Qt::ShiftModifier);
+  Key(Qt::Key_D, Qt::ControlModifier);
+  EXPECT_EQ(When(2), When(0));
+  Key(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_TRUE(Bytes() == typed);
+  Key(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_TRUE(Bytes() == before);
+  Key(Qt::Key_Y, Qt::ControlModifier);
+  Key(Qt::Key_Y, Qt::ControlModifier);
+  EXPECT_EQ(When(2), "15 min after sunset, Mon to Fri");
 }
 
 TEST_F(AllTimersTest, ATimeThatCannotBeReadLeavesTheTimerAsItWas) {

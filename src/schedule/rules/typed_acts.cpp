@@ -74,28 +74,32 @@ class TypedActs {
 
   static bool IsPreset(const Item& item) { return item.Kind == ItemKind::Preset; }
 
-  /// Names wait for the on or off behind them; presets for none.
+  /// Names wait for the on or off behind them, or have a minus before them for off; presets for
+  /// none.
   bool ReadPart(const QString& part) {
     static const QRegularExpression words(
-        QStringLiteral("^(?:turns? |(activates? ))?(.+?)( on| off)?$"),
+        QStringLiteral("^(?:turns? |(activates? )|(-) ?)?(.+?)( on| off)?$"),
         QRegularExpression::CaseInsensitiveOption);
     const auto match = words.match(part);
     onlyPresets_ = match.hasCaptured(1);
     const auto before = static_cast<std::ptrdiff_t>(waiting_.size());
-    if (!match.hasMatch() || !ReadNames(match.captured(2))) return false;
-    if (!match.hasCaptured(3)) return true;
-    const bool on = match.captured(3).trimmed().toLower() == QLatin1String("on");
+    const bool minus = match.hasCaptured(2);
+    if (!match.hasMatch() || (minus && match.hasCaptured(4))) return false;
+    // A name may end as if it were turned.
+    if (!ReadNames(match.captured(3))) return ReadNames(part);
+    if (!minus && !match.hasCaptured(4)) return true;
+    const bool on = match.captured(4).trimmed().toLower() == QLatin1String("on");
     // No preset is turned off.
     if (!on && std::any_of(waiting_.begin() + before, waiting_.end(), IsPreset)) return false;
-    TurnWaiting(on ? TurnsOnCode : TurnsOffCode);
+    TurnWaiting(on ? TurnsOnCode : TurnsOffCode, minus ? before : 0);
     return true;
   }
 
-  void TurnWaiting(Int16 code) {
-    for (const Item& item : waiting_) {
-      if (!IsPreset(item)) acts_.emplace_back(item, code);
-    }
-    std::erase_if(waiting_, [](const Item& item) { return !IsPreset(item); });
+  /// Those that wait from a place on.
+  void TurnWaiting(Int16 code, std::ptrdiff_t from = 0) {
+    const auto first = std::stable_partition(waiting_.begin() + from, waiting_.end(), IsPreset);
+    for (auto item = first; item != waiting_.end(); ++item) acts_.emplace_back(*item, code);
+    waiting_.erase(first, waiting_.end());
   }
 
   /// What the timer does with all that it turns; one that turns nothing would turn it on.

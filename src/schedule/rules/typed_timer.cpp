@@ -99,7 +99,9 @@ std::optional<TimerRun> TypedDate(const QString& words, TimerRun over) {
 
 /// Over a timer that keeps its time.
 std::optional<TimerRun> TypedRunDays(const QString& text, TimerRun over) {
-  const QString words = text.simplified().toLower();
+  static const QRegularExpression holiday(QStringLiteral(",? ?\\bnot?(?: on)? holidays?$"));
+  const QString rest = QStringLiteral("not on holidays");
+  const QString words = text.simplified().toLower().replace(holiday, u',' + rest);
   if (const auto date = TypedDate(words, over)) return date;
   int days = 0;
   bool rests = false;
@@ -107,14 +109,14 @@ std::optional<TimerRun> TypedRunDays(const QString& text, TimerRun over) {
   if (parts.isEmpty()) return {};
   for (const QString& part : parts) {
     const QString word = part.trimmed();
-    const bool holidays = word == QLatin1String("not on holidays");
+    const bool holidays = word == rest;
     const int some = TypedDays(word);
     const bool none = word == QLatin1String("on no day");
     if (!holidays && some == 0 && !none) return {};
     rests = rests || holidays;
     days |= some;
   }
-  const bool onlyHolidays = words == QLatin1String("not on holidays");
+  const bool onlyHolidays = parts.size() == 1 && rests;
   over.Days = static_cast<Int16>((onlyHolidays ? over.Days & EveryDay : EveryDay & ~days) |
                                  (rests ? RestsOnHolidays : 0));
   over.Month = 0;
@@ -131,10 +133,11 @@ std::optional<TimerRun> TypedBoth(const QString& time, const QString& days, Time
 }
 
 /// Whether days may begin at a place without a blank before them: behind the last digit of a time,
-/// or its a or p.
+/// its a or p, or an event in two letters.
 bool EndsTimeAt(const QString& text, qsizetype at) {
-  static const QRegularExpression clock(QStringLiteral("\\d\\s?[ap]m?$|[a-z:].*\\d$"),
-                                        QRegularExpression::CaseInsensitiveOption);
+  static const QRegularExpression clock(
+      QStringLiteral("\\d\\s?[ap]m?$|[a-z:].*\\d$|^(?:sr|ss|op|cl)$"),
+      QRegularExpression::CaseInsensitiveOption);
   return text[at].isLetter() && clock.match(text.first(at)).hasMatch();
 }
 

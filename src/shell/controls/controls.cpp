@@ -36,6 +36,14 @@ void KeepRoomWhileHidden(QWidget& control) {
   control.setSizePolicy(policy);
 }
 
+void ScrollToFocus(QScrollArea& area) {
+  QObject::connect(qApp, &QApplication::focusChanged, &area, [&area](QWidget*, QWidget* now) {
+    // Nothing moves away under a press of the mouse.
+    if (!now || QApplication::mouseButtons() != Qt::NoButton || !area.isAncestorOf(now)) return;
+    if (now != area.widget()) area.ensureWidgetVisible(now, 0, 0);
+  });
+}
+
 bool LetterSearch::Takes(const QKeyEvent& key) {
   const QString text = key.text();
   if (text.isEmpty() || !text[0].isPrint() ||

@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QTimer>
 #include <functional>
@@ -25,6 +26,9 @@
 
 /// Leaves a control's place empty while it is hidden, so that nothing moves.
 void KeepRoomWhileHidden(QWidget& control);
+
+/// Has an area show what takes the focus in it by keys.
+void ScrollToFocus(QScrollArea& area);
 
 /// A search in a list by the letters typed. While it runs a blank belongs to it.
 class LetterSearch {

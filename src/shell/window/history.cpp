@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QScopedValueRollback>
 #include <QUndoCommand>
+#include <algorithm>
 #include <memory>
 #include <tuple>
 
@@ -21,6 +22,12 @@ constexpr qint64 TypingPauseMs = 2000;
 auto Connection(const Project& project) {
   const PanelRecordType& panel = project.Panel;
   return std::tuple(ConnectionType(panel), panel.ComPort, PhoneNumber(panel), TcpAddress(panel));
+}
+
+bool AreOfOneItem(const std::vector<Setting>& some, const std::vector<Setting>& others) {
+  const auto is = [&some](const Setting& setting) { return ItemOf(setting) == ItemOf(some[0]); };
+  return !some.empty() && std::all_of(some.begin(), some.end(), is) &&
+         std::all_of(others.begin(), others.end(), is);
 }
 
 /// The words of a step. What it changes stands in the history, which moves it.
@@ -114,8 +121,12 @@ int History::TypingId(const std::vector<Setting>& changes) {
     typedInto_ = nullptr;
     return -1;
   }
-  const bool goesOn =
-      typedInto_ == control && typed_ == changes && sinceTyped_.ElapsedMs() <= TypingPauseMs;
+  // A text that has steps of its own while it is typed is one for the project.
+  const auto* box = qobject_cast<TextBox*>(control);
+  const bool same = box && box->UndoesItself
+                        ? AreOfOneItem(typed_, changes)
+                        : typed_ == changes && sinceTyped_.ElapsedMs() <= TypingPauseMs;
+  const bool goesOn = typedInto_ == control && same;
   if (!goesOn) ++typingId_;
   typedInto_ = control;
   typed_ = changes;

@@ -60,6 +60,7 @@ ChildForm* ScreenStack::Show(Screen screen) {
     page->setWidgetResizable(true);
     page->setFrameShape(QFrame::NoFrame);
     page->setFocusPolicy(Qt::NoFocus);
+    ScrollToFocus(*page);
     found = loaded_.emplace(screen, LoadedScreen{form, page}).first;
     form->Form_Load();
     page->setWidget(form);
