@@ -12,8 +12,10 @@ QRect RoomBeside(const QRect& window, const QRect& screen, QSize wanted, int lea
   const int smallest = std::min(least, screen.width());
   const int width = std::clamp(std::max(left, right), smallest, std::max(smallest, wanted.width()));
   const int height = std::min(wanted.height(), screen.height());
-  const int x = right >= left ? std::min(window.right() + 1, screen.right() + 1 - width)
-                              : std::max(window.left() - width, screen.left());
+  // Where neither side has the room the right half of the window is covered, not its menus.
+  const int x = right >= left || left < smallest
+                    ? std::min(window.right() + 1, screen.right() + 1 - width)
+                    : std::max(window.left() - width, screen.left());
   return {x, std::clamp(window.top(), screen.top(), screen.bottom() + 1 - height), width, height};
 }
 
@@ -53,8 +55,10 @@ bool FitScreen(QWidget& window, QSize wanted) {
 void StandBeside(QWidget& window, const QRect& other, int least) {
   // A window that is moved before its frame is known leaves no room for it.
   const QMargins& frame = UsualFrame;
-  const QRect room = RoomBeside(other, window.screen()->availableGeometry(),
-                                window.size().grownBy(frame), least + 2 * Border);
+  const QRect room = RoomBeside(
+      other, window.screen()->availableGeometry(), window.size().grownBy(frame),
+      std::max(least, window.minimumSizeHint().expandedTo(window.minimumSize()).width()) +
+          2 * Border);
   window.setWindowState(Qt::WindowNoState);
   window.setGeometry(room.marginsRemoved(frame));
 }

@@ -27,7 +27,7 @@ FindDialog::FindDialog(QWidget* parent) : QDialog(parent) {
           [this] { RunHandler([this] { lstFound_Click(); }); });
   column->addWidget(lstFound);
   const QFontMetrics metrics = fontMetrics();
-  resize(metrics.averageCharWidth() * 60, metrics.height() * 20);
+  resize(metrics.averageCharWidth() * 80, metrics.height() * 20);
 }
 
 void FindDialog::txtFind_Change() {

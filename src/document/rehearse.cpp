@@ -31,15 +31,15 @@ bool IsShown(const QString& file) {
   return !lock.tryLock() && lock.error() == QLockFile::LockFailedError;
 }
 
-/// Where the main window stands, "x,y,width,height". It makes room at its right where both windows
-/// fit on the screen and neither side has room for the panel's.
+/// Where the main window stands, "x,y,width,height". It makes room at its right where neither side
+/// has room for the panel's.
 QString PlaceOfProgram() {
   constexpr int panelWidth = 520;
   QWidget& window = *MainWindow();
   const QRect screen = window.screen()->availableGeometry();
   QRect frame = window.frameGeometry();
   const int most = std::max(frame.left() - screen.left(), screen.right() - frame.right());
-  if (most < panelWidth && frame.width() + panelWidth <= screen.width()) {
+  if (most < panelWidth && frame.width() < screen.width()) {
     frame.moveLeft(screen.left());
     window.move(frame.topLeft());
   }

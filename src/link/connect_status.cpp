@@ -74,6 +74,7 @@ void frmT3Connect::CheckHardware(Int16 cardType) {
 void frmT3Connect::cmdSetQZClock_Click() {
   AskPanel([this] {
     Timer1->SetEnabled(false);
+    fraOnLineFunctions->BeginSettingClock();
     const bool answered = SetPanelClock(Now());
     fraOnLineFunctions->TellClockSet(answered, ConnectionType() < ConnectionTCP);
     if (Connected != 0) Timer1->SetEnabled(true);

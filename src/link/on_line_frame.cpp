@@ -21,18 +21,20 @@ QString AddOnCardText(int type, int revision) {
   return type == 0 ? card : card + QStringLiteral("  Rev %1").arg(revision);
 }
 
+constexpr qint64 OneMinute = 60;  // in seconds
+
 /// "2 min 5 s behind", said of the panel.
 QString ApartInWords(qint64 seconds) {
-  constexpr qint64 minute = 60;
-  constexpr qint64 hour = 60 * minute;
+  constexpr qint64 hour = 60 * OneMinute;
   constexpr qint64 day = 24 * hour;
   const qint64 apart = std::abs(seconds);
   if (apart < 2) return QStringLiteral("on time");  // a reading takes its time, too
   const QString length =
-      apart < minute    ? QStringLiteral("%1 s").arg(apart)
-      : apart < hour    ? QStringLiteral("%1 min %2 s").arg(apart / minute).arg(apart % minute)
-      : apart < 2 * day ? QStringLiteral("%1 h %2 min").arg(apart / hour).arg(apart % hour / minute)
-                        : QStringLiteral("%1 days").arg(apart / day);
+      apart < OneMinute ? QStringLiteral("%1 s").arg(apart)
+      : apart < hour ? QStringLiteral("%1 min %2 s").arg(apart / OneMinute).arg(apart % OneMinute)
+      : apart < 2 * day
+          ? QStringLiteral("%1 h %2 min").arg(apart / hour).arg(apart % hour / OneMinute)
+          : QStringLiteral("%1 days").arg(apart / day);
   return length + QLatin1String(seconds < 0 ? " behind" : " ahead");
 }
 
@@ -139,11 +141,17 @@ void OnLineFrame::ShowStatus(const PanelStatus& status) {
   if (clockSet_ && setRead_->ElapsedMs() > toldMs) clockSet_ = false;
   lblClock->SetCaption(
       !clock.isValid() ? QStringLiteral("The panel's clock shows no valid time")
-      : clockSet_      ? QStringLiteral("Set; the panel is %1, as only hours and minutes are sent")
-                        .arg(ApartInWords(*apart_))
-                  : QStringLiteral("The panel is ") + ApartInWords(*apart_));
+      : clockSet_ && std::abs(*apart_) < OneMinute
+          ? QStringLiteral("Set; the panel is %1, as only hours and minutes are sent")
+                .arg(ApartInWords(*apart_))
+          : QStringLiteral("The panel is ") + ApartInWords(*apart_));
   lblIOInstalled->SetCaption(TwoDigits(status.Points) + QStringLiteral(" Inputs/Relays"));
   lblAddOnCardTypeRev->SetCaption(AddOnCardText(status.CardType, status.CardRevision));
+}
+
+void OnLineFrame::BeginSettingClock() {
+  clockSet_ = false;
+  lblClock->SetCaption({});
 }
 
 void OnLineFrame::TellClockSet(bool answered, bool isReadByItself) {

@@ -22,6 +22,8 @@ class OnLineFrame : public QGroupBox {
   void ShowStatus(const PanelStatus& status);
   /// Tells what came of setting the clock; without a reading of its own, as over TCP, at once.
   void TellClockSet(bool answered, bool isReadByItself);
+  /// What was told of the last time that it was set is not of this one.
+  void BeginSettingClock();
   /// The next reading tells the seconds that the clocks are apart, however few are new.
   void TellClockAnew() { apart_.reset(); }
   /// Another panel's clock may be another.

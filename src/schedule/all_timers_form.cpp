@@ -89,8 +89,8 @@ struct TypedColumn {
 };
 
 const auto TypedTimerColumns = std::to_array<TypedColumn>(
-    {{"txtWhen", "lblWhenHeader", QStringLiteral("When"), 38, WhenOfTimer, PutTypedWhen},
-     {"txtActs", "lblActsHeader", QStringLiteral("What it does"), 20, ActsOfLiveTimer,
+    {{"txtWhen", "lblWhenHeader", QStringLiteral("When"), 30, WhenOfTimer, PutTypedWhen},
+     {"txtActs", "lblActsHeader", QStringLiteral("What it does"), 28, ActsOfLiveTimer,
       PutTypedActs}});
 
 /// Over a panel as it was before it was typed.

@@ -40,6 +40,7 @@ class frmT3WalkTest : public PollingForm {
   bool StepsRelays() const { return Polling() && Chosen() == Walk::Relays; }
   void Begin();
   void End();
+  std::vector<Item> GoingOnAgain() const;
   bool MayBegin(int first) const;
   void StepTo(int relay);
   /// Puts the relay in hand back as it was found; false when the line is lost.
@@ -66,6 +67,7 @@ class frmT3WalkTest : public PollingForm {
   bool typing_ = false;
   bool filling_ = false;
   std::optional<WalkStates> found_;  ///< The relays before the walk.
+  std::vector<Item> walked_;         ///< Relays, in their order.
   int inHand_ = -1;                  ///< The relay that stands otherwise than it was found.
 
   QWidget* controls_ = nullptr;

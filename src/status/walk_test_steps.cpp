@@ -61,6 +61,8 @@ void frmT3WalkTest::Begin() {
   const int first = std::max(0, lstItems->indexOfTopLevelItem(lstItems->currentItem()));
   if (!MayBegin(first)) return;
   found_ = states_;
+  walked_.clear();
+  lblTold->SetCaption({});
   SetPolling(true);
   ShowWalking();
   StepTo(first);
@@ -93,6 +95,7 @@ void frmT3WalkTest::StepTo(int relay) {
   const Item item{ItemKind::Relay, relay};
   const bool on = !found_->at(item).Active;
   inHand_ = relay;
+  walked_.push_back(item);
   if (!SwitchRelay(relay, on)) {
     Lost();
     return;
@@ -109,6 +112,19 @@ bool frmT3WalkTest::PutBack() {
   }
   inHand_ = -1;
   return true;
+}
+
+/// Those of the walk that were found off, and that an off turns on again when its time is over.
+std::vector<Item> frmT3WalkTest::GoingOnAgain() const {
+  constexpr Int16 alarmOff = 3;
+  constexpr Int16 pulsedOff = 5;
+  std::vector<Item> again;
+  for (const Item& item : walked_) {
+    const Int16 type = PanelRecord.RelayTimerType(item.Number);
+    const bool goesBack = type == alarmOff || type == pulsedOff;
+    if (goesBack && !found_->at(item).Active && !states_.at(item).Active) again.push_back(item);
+  }
+  return again;
 }
 
 void frmT3WalkTest::End() {
@@ -129,6 +145,11 @@ void frmT3WalkTest::End() {
     told = others.empty() ? QStringLiteral("Every relay is as it was found.")
                           : QStringLiteral("Not as they were found, or in their warning still: %1.")
                                 .arg(ListOf(LiveProject, others));
+    const std::vector<Item> again = GoingOnAgain();
+    if (!again.empty()) {
+      told += QStringLiteral(" Put off, and on again by itself after a while: %1.")
+                  .arg(ListOf(LiveProject, again));
+    }
   }
   SetPolling(false);
   front_.reset();

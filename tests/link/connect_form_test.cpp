@@ -161,6 +161,9 @@ TEST_F(ConnectTest, ThePanelsHardwareIsAdoptedOnYesAndItsClockSet) {
   EXPECT_TRUE(Text("lblClock").contains("44 s behind"));
   read(3);
   EXPECT_EQ(Text("lblClock"), "Set; the panel is 42 s behind, as only hours and minutes are sent");
+  lines.Socket.Replies = {{FrameReply("1705000B161A000009200000000000")}};
+  Press("cmdRefresh");
+  EXPECT_EQ(Text("lblClock"), "The panel is 2 min 45 s behind") << "for another reason";
   lines.Clock.NowMs += 10'000;
   lines.Socket.Replies = {{FrameReply("1709320B161A000009200000000000")}};
   Press("cmdRefresh");

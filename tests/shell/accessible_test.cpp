@@ -95,6 +95,7 @@ TEST_F(AccessibleTest, WhatIsPaintedIsToldInWords) {
   QTest::keyClick(&curve, Qt::Key_C);
   EXPECT_TRUE(Value(curve).startsWith("C: 200/255, "));
   EXPECT_TRUE(Told(curve, QAccessible::ValueChanged));
+  EXPECT_TRUE(Of(curve).text(QAccessible::Description).endsWith(Value(curve)));
 
   Menu("mnuConnect");
   EXPECT_EQ(Name(Find<QWidget>("txtPassWord(2)")), "Current password, digit 3");

@@ -226,6 +226,7 @@ TEST(GuidePlace, TheSecondWindowStandsBesideTheFirstWhereThereIsRoom) {
   EXPECT_EQ(beside({0, 40, 740, 580}), QRect(740, 40, 540, 600));
   EXPECT_EQ(beside({540, 300, 740, 480}), QRect(0, 200, 540, 600));
   EXPECT_EQ(beside({270, 0, 740, 580}), QRect(860, 0, 420, 600)) << "over it, but readable";
+  EXPECT_EQ(beside({280, 0, 740, 580}), QRect(860, 0, 420, 600)) << "not over its menus";
   EXPECT_EQ(RoomBeside({0, 0, 740, 580}, {0, 0, 1920, 1080}, wanted, 420), QRect(740, 0, 700, 600));
 }
 

@@ -381,10 +381,16 @@ TEST_F(PanelWindowTest, FoldsToClockEventsAndLampsAndTellsIt) {
 }
 
 TEST_F(PanelWindowTest, LeavesRoomForItsTitleBesideTheProgram) {
+  Trigger("Folded");
+  EXPECT_TRUE(Comes([&] { return Window->width() == PanelWindow::FoldedWidth; }));
   StandBeside(*Window, {0, 0, 200, 500}, PanelWindow::FoldedWidth);
   constexpr int titleBar = 20;
   EXPECT_GE(Window->geometry().top(), titleBar);
   EXPECT_GT(Window->geometry().left(), 200);
+  // Letters may be so large that it needs more than is left there.
+  Window->setMinimumWidth(700);
+  StandBeside(*Window, {0, 0, 600, 500}, PanelWindow::FoldedWidth);
+  EXPECT_LE(Window->geometry().right(), Window->screen()->availableGeometry().right());
   EXPECT_FALSE(FitScreen(*Window, {5000, 5000}));
   const QRect screen = Window->screen()->availableGeometry();
   EXPECT_GE(Window->geometry().top(), titleBar);

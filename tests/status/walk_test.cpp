@@ -146,8 +146,15 @@ TEST_F(WalkTest, RelaysAreSteppedAndLeftAsTheyWereFound) {
   EXPECT_EQ(Ticked(), "RELAY 01;");
   // Coming back, the walk goes on behind what is ticked.
   window->UnloadAllForms();
-  OpenWalk(1);
+  form = OpenWalk(1);
   EXPECT_EQ(Text("lblFront"), "Begin, and RELAY 02 goes on first.");
+  PanelRecord.RelayTimerType(2) = 5;
+  Press("cmdWalk");
+  EXPECT_EQ(Text("lblTold"), "") << "not what the last walk left";
+  Press("cmdSkip");
+  Tick(form);
+  Press("cmdWalk");
+  EXPECT_TRUE(Text("lblTold").contains("Put off, and on again by itself after a while: RELAY 03."));
 }
 
 TEST_F(WalkTest, AScreenThatIsClosedPutsTheRelayBack) {

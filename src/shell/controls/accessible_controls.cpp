@@ -154,8 +154,12 @@ class AccessibleDescribed : public QAccessibleWidget {
                                                         : widget_->accessibleName();
       case QAccessible::Value:
         return said(widget_->Value);
-      case QAccessible::Description:
-        return said(widget_->Description);
+      case QAccessible::Description: {
+        // Not every reader asks a picture for its value.
+        const QString inHand = said(widget_->Value);
+        const QString all = said(widget_->Description);
+        return inHand.isEmpty() ? all : all + QStringLiteral(". ") + inHand;
+      }
       default:
         return QAccessibleWidget::text(kind);
     }

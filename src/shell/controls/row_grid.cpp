@@ -65,9 +65,9 @@ void RowGrid::BeginColumn(const Options& options) {
   // Names take the room that they need, values the rest up to their greatest width.
   constexpr int valueStretch = 1000;
   const bool names = nameColumn_ == static_cast<int>(options_.size()) - 1;
-  for (int block = 0; block < static_cast<int>(headers_.size()); ++block) {
-    grid_->setColumnStretch(block * columnsPerBlock + columns_ - 1, names ? 0 : valueStretch);
-  }
+  stretches_.resize(static_cast<std::size_t>(columns_));
+  stretches_.back() = names ? 0 : valueStretch;
+  for (int block = 0; block < static_cast<int>(headers_.size()); ++block) StretchBlock(block, true);
   if (options.Header.isEmpty()) return;
   for (std::size_t block = 0; block < headers_.size(); ++block) {
     auto* header = new Label;
@@ -76,6 +76,14 @@ void RowGrid::BeginColumn(const Options& options) {
     header->SetCaption(options.HeaderText);
     grid_->addWidget(header, 0, static_cast<int>(block) * columnsPerBlock + columns_ - 1);
     headers_[block].push_back(header);
+  }
+}
+
+/// One without rows leaves its room to the others.
+void RowGrid::StretchBlock(int block, bool shown) {
+  for (int column = 0; column < columns_; ++column) {
+    grid_->setColumnStretch(block * columnsPerBlock + column,
+                            shown ? stretches_[static_cast<std::size_t>(column)] : 0);
   }
 }
 
@@ -186,10 +194,13 @@ void RowGrid::SetRowVisible(int row, bool visible) {
 void RowGrid::ShowRows(int count) {
   for (int row = 0; row < rows_; ++row) SetRowVisible(row, row < count);
   for (std::size_t block = 0; block < headers_.size(); ++block) {
-    for (QWidget* header : headers_[block]) {
-      header->setVisible(count > static_cast<int>(block) * rowsInColumn_);
-    }
+    const bool shown = count > static_cast<int>(block) * rowsInColumn_;
+    for (QWidget* header : headers_[block]) header->setVisible(shown);
+    StretchBlock(static_cast<int>(block), shown);
   }
+  // Rows that are hidden while the grid is hidden would keep their room.
+  grid_->invalidate();
+  updateGeometry();
 }
 
 bool RowGrid::Walkable(Cell cell) const {

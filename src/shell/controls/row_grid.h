@@ -105,6 +105,7 @@ class RowGrid : public QWidget {
   void KeepFocusCell(Cell cell, Qt::FocusReason reason);
 
   void BeginColumn(const Options& options);
+  void StretchBlock(int block, bool shown);
   int MostWidth(const QWidget& control, const Options& options) const;
   void Place(QWidget* control, int row, const Options& options);
   void Describe(int row);
@@ -115,6 +116,7 @@ class RowGrid : public QWidget {
   int rows_;
   int rowsInColumn_;
   int columns_ = 0;
+  std::vector<int> stretches_;  ///< By column of a block.
   int nameColumn_ = -1;
   bool tabsByRows_ = false;
   std::optional<Cell> current_;  ///< The cell that had the focus last.

@@ -18,8 +18,9 @@ namespace {
 /// The desktop's style with three changes. Drop-down lists open below their field and scroll: a
 /// list of a thousand items would otherwise cover the screen from top to bottom. The menu bar's
 /// overflow button, which six entries never need, has no picture, so that no start waits for the
-/// image plugins. Check boxes and option buttons, and boxes for text in dark colours, have a frame
-/// that is seen: that of the style in use is nearly the colour of a dark window.
+/// image plugins. Check boxes and option buttons, and in dark colours boxes for text, buttons and
+/// drop-down lists have a frame that is seen: that of the style in use is nearly the colour of a
+/// dark window. The one with the focus shows it from the first, not from the first Tab on.
 class ListStyle : public QProxyStyle {
  public:
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
@@ -30,20 +31,27 @@ class ListStyle : public QProxyStyle {
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
-    const bool round = element == PE_IndicatorRadioButton;
     constexpr int dark = 128;
-    const bool field = element == PE_FrameLineEdit && !(option->state & State_HasFocus) &&
-                       option->palette.color(QPalette::Window).lightness() < dark;
-    if (!round && !field && element != PE_IndicatorCheckBox) return;
+    const bool isDark = option->palette.color(QPalette::Window).lightness() < dark;
+    const bool focused = option->state & State_HasFocus;
+    const bool round = element == PE_IndicatorRadioButton;
+    const auto* options = qstyleoption_cast<const QStyleOptionButton*>(option);
+    const bool flat = options && options->features.testFlag(QStyleOptionButton::Flat);
+    const bool raised = element == PE_PanelButtonCommand && !flat && (isDark || focused);
+    const bool field = element == PE_FrameLineEdit && isDark && !focused;
+    if (!round && !field && !raised && element != PE_IndicatorCheckBox) return;
     constexpr int strength = 150;
     QColor line = option->palette.color(QPalette::WindowText);
     line.setAlpha(strength);
-    const QRectF frame = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
+    const QPen pen = focused ? QPen(option->palette.color(QPalette::Highlight), 2) : QPen(line);
+    const double inset = pen.widthF() / 2;
+    const QRectF frame = QRectF(option->rect).adjusted(inset, inset, -inset, -inset);
+    const double corner = raised ? 2 : 0;
     painter->save();
-    painter->setRenderHint(QPainter::Antialiasing, round);
-    painter->setPen(line);
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(pen);
     painter->setBrush(Qt::NoBrush);
-    round ? painter->drawEllipse(frame) : painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+    round ? painter->drawEllipse(frame) : painter->drawRoundedRect(frame, corner, corner);
     painter->restore();
   }
 

@@ -42,11 +42,13 @@ QString WordsFirst(QString page) {
 QRect RoomBeside(const QRect& window, const QRect& screen, QSize wanted, int least) {
   const int left = window.left() - screen.left();
   const int right = screen.right() - window.right();
-  const int width = std::clamp(std::max(left, right), std::min(least, screen.width()),
-                               std::max(least, wanted.width()));
+  const int smallest = std::min(least, screen.width());
+  const int width = std::clamp(std::max(left, right), smallest, std::max(least, wanted.width()));
   const int height = std::min(wanted.height(), screen.height());
-  const int x = right >= left ? std::min(window.right() + 1, screen.right() + 1 - width)
-                              : std::max(window.left() - width, screen.left());
+  // Where neither side has the room the right half of the window is covered, not its menus.
+  const int x = right >= left || left < smallest
+                    ? std::min(window.right() + 1, screen.right() + 1 - width)
+                    : std::max(window.left() - width, screen.left());
   const int y = std::clamp(window.top(), screen.top(), screen.bottom() + 1 - height);
   return {x, y, width, height};
 }
