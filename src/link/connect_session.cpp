@@ -43,6 +43,7 @@ void frmT3Connect::ConnectOrDisconnect() {
   if (Connected != 0) {
     DisconnectQZ();
   } else {
+    line->cmdConnect->clearFocus();  // else it would go on to a button that undoes
     line->cmdConnect->setEnabled(false);
     try {
       PanelFirmwareText = ConnectPanel(ConnectionType(), {.Port = ComPortName(PanelRecord.ComPort),
