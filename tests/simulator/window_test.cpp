@@ -13,6 +13,7 @@
 #include <QPlainTextEdit>
 #include <QProcess>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QSlider>
 #include <QStatusBar>
@@ -201,7 +202,8 @@ TEST(PanelWindowParts, BoxesThatAreNotCheckedAreSeenInDarkColorsToo) {
   dark.setColor(QPalette::Base, QColor(27, 30, 32));
   QCheckBox box;
   QRadioButton button;
-  for (QAbstractButton* each : std::initializer_list<QAbstractButton*>{&box, &button}) {
+  QPushButton press;
+  for (QAbstractButton* each : std::initializer_list<QAbstractButton*>{&box, &button, &press}) {
     each->setStyle(&style);
     each->setPalette(dark);
     each->adjustSize();
