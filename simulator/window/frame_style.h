@@ -4,8 +4,8 @@
 
 namespace simulator {
 
-/// The desktop's style, whose check boxes and option buttons, and in dark colours push buttons, have
-/// a frame that is seen: that of the style in use is nearly the colour of a dark window.
+/// The desktop's style, whose check boxes and option buttons, and in dark colours push buttons,
+/// have a frame that is seen: that of the style in use is nearly the colour of a dark window.
 class FrameStyle : public QProxyStyle {
  public:
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
