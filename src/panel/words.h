@@ -22,6 +22,15 @@ constexpr std::string_view Word(WordTable table, int code) {
 inline constexpr auto RelayTimerTypes = std::to_array<std::string_view>(
     {"No Blink", "Blink", "HID Delay", "Alarm Off", "Alarm On", "Pulsed Off", "Pulsed On"});
 
+/// Whether a relay of such a type goes back by itself after an off: Alarm Off and Pulsed Off.
+constexpr bool OffIsForAWhile(int type) {
+  return type == 3 || type == 5;
+}
+/// The same after an on: Alarm On and Pulsed On.
+constexpr bool OnIsForAWhile(int type) {
+  return type == 4 || type == 6;
+}
+
 inline constexpr auto RelayPowerOnTypes =
     std::to_array<std::string_view>({"Off", "On", "On/In:1", "Last State"});
 

@@ -17,13 +17,11 @@
 
 namespace {
 
-/// The first code of RelayTimerTypes that moves or sounds more than a lamp: alarms and pulses.
-constexpr int FirstStartlingType = 3;
-
 /// Relays of alarms and pulses among those from `first` on, a line for each kind.
 QString StartlingRelays(int first) {
   QStringList lines;
-  for (int type = FirstStartlingType; type < static_cast<int>(RelayTimerTypes.size()); ++type) {
+  for (int type = 0; type < static_cast<int>(RelayTimerTypes.size()); ++type) {
+    if (!OffIsForAWhile(type) && !OnIsForAWhile(type)) continue;
     std::vector<Item> relays;
     for (int relay = first; relay < PanelIOCount(); ++relay) {
       if (PanelRecord.RelayTimerType(relay) == type) relays.push_back({ItemKind::Relay, relay});
@@ -116,12 +114,9 @@ bool frmT3WalkTest::PutBack() {
 
 /// Those of the walk that were found off, and that an off turns on again when its time is over.
 std::vector<Item> frmT3WalkTest::GoingOnAgain() const {
-  constexpr Int16 alarmOff = 3;
-  constexpr Int16 pulsedOff = 5;
   std::vector<Item> again;
   for (const Item& item : walked_) {
-    const Int16 type = PanelRecord.RelayTimerType(item.Number);
-    const bool goesBack = type == alarmOff || type == pulsedOff;
+    const bool goesBack = OffIsForAWhile(PanelRecord.RelayTimerType(item.Number));
     if (goesBack && !found_->at(item).Active && !states_.at(item).Active) again.push_back(item);
   }
   return again;

@@ -159,8 +159,8 @@ std::optional<TimerRun> ReadTypedTimer(const QString& typed, const TimerRun& ove
     const QString before = text.first(at);
     const QString after = text.sliced(parts ? at + 1 : at);
     if (const auto run = TypedBoth(before, after, over)) return run;
-    const auto turned = parts ? TypedBoth(after, before, over) : std::nullopt;
-    if (turned) return turned;
+    if (!parts) continue;
+    if (const auto run = TypedBoth(after, before, over)) return run;
   }
   return {};
 }

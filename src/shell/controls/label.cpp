@@ -26,16 +26,6 @@ QColor TextOn(QRgb color) {
   return qGray(color) >= 110 ? Qt::black : Qt::white;
 }
 
-/// As strong in dark colours as that of boxes for text.
-QColor FrameColor(const QPalette& palette) {
-  constexpr int dark = 128;
-  constexpr int strength = 150;
-  if (palette.color(QPalette::Window).lightness() >= dark) return palette.color(QPalette::Mid);
-  QColor line = palette.color(QPalette::WindowText);
-  line.setAlpha(strength);
-  return line;
-}
-
 QColor TextColor(Label::Look look, const QPalette& palette) {
   switch (look) {
     case Label::Look::Quiet:
@@ -52,6 +42,18 @@ QColor TextColor(Label::Look look, const QPalette& palette) {
 
 const PointerPress& LastPress() {
   return lastPress;
+}
+
+bool IsDark(const QPalette& palette) {
+  constexpr int middle = 128;
+  return palette.color(QPalette::Window).lightness() < middle;
+}
+
+QColor StrongFrame(const QPalette& palette) {
+  constexpr int strength = 150;
+  QColor line = palette.color(QPalette::WindowText);
+  line.setAlpha(strength);
+  return line;
 }
 
 QColor ReadableLink(const QPalette& palette) {
@@ -246,7 +248,7 @@ void Label::paintEvent(QPaintEvent*) {
   QColor text = TextColor(look_, palette());
   if (IsCell() || backColor_) {
     const QRectF frame = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
-    painter.setPen(FrameColor(palette()));
+    painter.setPen(IsDark(palette()) ? StrongFrame(palette()) : palette().color(QPalette::Mid));
     painter.setBrush(backColor_ ? QColor(*backColor_) : palette().color(QPalette::Base));
     painter.drawRoundedRect(frame, 2, 2);
     if (hovered) DrawHoverShade(painter, *this);

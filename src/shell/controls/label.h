@@ -22,6 +22,10 @@ constexpr QRgb Yellow = 0xFFFF00;
 constexpr QRgb Blue = 0x0000FF;
 }  // namespace Colors
 
+/// Whether the colours are a dark desktop's.
+bool IsDark(const QPalette& palette);
+/// Of a frame that is seen on a dark window, too.
+QColor StrongFrame(const QPalette& palette);
 /// The colour of a link: many dark desktops leave it the dark blue of light ones.
 QColor ReadableLink(const QPalette& palette);
 

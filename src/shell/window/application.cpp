@@ -12,6 +12,7 @@
 #include "panel/live_dimmers.h"
 #include "panel/program_state.h"
 #include "shell/controls/dialogs.h"
+#include "shell/controls/label.h"
 
 namespace {
 
@@ -31,8 +32,7 @@ class ListStyle : public QProxyStyle {
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
-    constexpr int dark = 128;
-    const bool isDark = option->palette.color(QPalette::Window).lightness() < dark;
+    const bool isDark = IsDark(option->palette);
     const bool focused = option->state & State_HasFocus;
     const bool round = element == PE_IndicatorRadioButton;
     const auto* options = qstyleoption_cast<const QStyleOptionButton*>(option);
@@ -40,10 +40,8 @@ class ListStyle : public QProxyStyle {
     const bool raised = element == PE_PanelButtonCommand && !flat && (isDark || focused);
     const bool field = element == PE_FrameLineEdit && isDark && !focused;
     if (!round && !field && !raised && element != PE_IndicatorCheckBox) return;
-    constexpr int strength = 150;
-    QColor line = option->palette.color(QPalette::WindowText);
-    line.setAlpha(strength);
-    const QPen pen = focused ? QPen(option->palette.color(QPalette::Highlight), 2) : QPen(line);
+    const QPen pen = focused ? QPen(option->palette.color(QPalette::Highlight), 2)
+                             : QPen(StrongFrame(option->palette));
     const double inset = pen.widthF() / 2;
     const QRectF frame = QRectF(option->rect).adjusted(inset, inset, -inset, -inset);
     const double corner = raised ? 2 : 0;

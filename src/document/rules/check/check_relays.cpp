@@ -12,11 +12,7 @@
 
 namespace {
 
-// Relays that go back by themselves, and power-on types that turn on.
-constexpr Int16 AlarmOff = 3;
-constexpr Int16 AlarmOn = 4;
-constexpr Int16 PulsedOff = 5;
-constexpr Int16 PulsedOn = 6;
+// Power-on types that turn on.
 constexpr Int16 PowerOnOn = 1;
 
 /// Whether what is plugged into the panel may switch the relay, too.
@@ -55,8 +51,7 @@ void LookAtUnusedRelays(const CheckScope& scope, const TellFinding& tell) {
 void LookAtNeverOff(const CheckScope& scope, const TellFinding& tell) {
   const auto staysOn = [&](int relay) {
     const Int16 type = scope.Of.Panel.RelayTimerType(relay);
-    return scope.OnRelays[static_cast<std::size_t>(relay)] == EffectOn && type != AlarmOn &&
-           type != PulsedOn;
+    return scope.OnRelays[static_cast<std::size_t>(relay)] == EffectOn && !OnIsForAWhile(type);
   };
   TellOfRelays(scope, tell, staysOn,
                QStringLiteral("%1 is turned on, and nothing ever turns it off."),
@@ -68,8 +63,8 @@ void LookAtNeverOn(const CheckScope& scope, const TellFinding& tell) {
     const auto at = static_cast<std::size_t>(relay);
     const Int16 type = scope.Of.Panel.RelayTimerType(relay);
     const Int16 powerOn = scope.Of.Panel.RelayPowerOnType(relay);
-    return (scope.OnRelays[at] | scope.Holding[at]) == EffectOff && type != AlarmOff &&
-           type != PulsedOff && powerOn != PowerOnOn && powerOn != PowerOnByInput;
+    return (scope.OnRelays[at] | scope.Holding[at]) == EffectOff && !OffIsForAWhile(type) &&
+           powerOn != PowerOnOn && powerOn != PowerOnByInput;
   };
   TellOfRelays(scope, tell, staysOff,
                QStringLiteral("%1 is turned off, and nothing ever turns it on."),
